@@ -1,0 +1,7 @@
+#!/usr/bin/env bash
+# Formats all sources of the tree in place.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+need clang-format-14
+git ls-files --cached --others --exclude-standard '*.cpp' '*.h' | xargs -r clang-format-14 -i

@@ -1,0 +1,114 @@
+# A hand for keyboard and mouse and an eye on the screen: drives the real program on a virtual display.
+# Sourced, in bash with errexit, by a script that has set
+#   out      a folder for pictures and the report
+#   program  the program to drive
+# and has called on_virtual_display.
+
+report=$out/report.txt
+
+# on_virtual_display <script> <arguments>...: runs the calling script again on a display of its own
+on_virtual_display() {
+    [ -n "${TARNO_VIRTUAL_DISPLAY:-}" ] && return
+    export TARNO_VIRTUAL_DISPLAY=yes
+    exec xvfb-run --auto-servernum --server-args="-screen 0 1280x800x24" "$@"
+}
+
+# start <data folder>: starts the window manager and the program, whose settings lie in $out/home
+start() {
+    log=$1
+    mkdir -p "$out/home"
+    chmod 700 "$out/home"
+    export XDG_CONFIG_HOME=$PWD/$out/home XDG_RUNTIME_DIR=$PWD/$out/home LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb
+    local tries manager=
+    for tries in $(seq 150); do # until the window manager answers; a display just started may refuse it
+        if [ -z "$manager" ] || ! kill -0 "$manager" 2>/dev/null; then
+            openbox >>"$out/openbox.log" 2>&1 &
+            manager=$!
+        fi
+        xdotool get_desktop >/dev/null 2>&1 && break
+        [ "$tries" -lt 150 ] || stop "the window manager did not start: $(cat "$out/openbox.log")"
+        sleep 0.1
+    done
+    "$program" --folder "$log" >"$out/program.log" 2>&1 &
+    tarno=$!
+    trap 'kill $tarno 2>/dev/null || true' EXIT
+}
+
+tell() {
+    printf '%s\n' "$*" | tee -a "$report"
+}
+
+stop() {
+    import -window root "$out/failed.png" || true
+    tell "FAILED: $*"
+    exit 1
+}
+
+# window <title>: waits until that window is the active one, then gives it time to paint
+window() {
+    local tries
+    for tries in $(seq 150); do
+        [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = "$1" ] && break
+        [ "$tries" -lt 150 ] || stop "the window '$1' did not come"
+        sleep 0.1
+    done
+    sleep 0.4
+}
+
+keys() {
+    xdotool key --delay 40 "$@"
+    sleep 0.2
+}
+
+type_text() {
+    xdotool type --delay 15 "$1"
+    sleep 0.1
+}
+
+# click <x> <y> [button]: in the active window, from its upper left corner
+click() {
+    xdotool mousemove --window "$(xdotool getactivewindow)" "$1" "$2"
+    sleep 0.1
+    xdotool click "${3:-1}"
+    sleep 0.4
+}
+
+# picture <name> <what it shows>: the windows without the empty screen around them
+picture() {
+    import -window root png:- | convert - -trim +repage "$out/$1.png"
+    tell "picture $1.png: $2"
+}
+
+# records <file> <element>: how many records the data file holds
+records() {
+    xmllint --xpath "count(/data/$2)" "$log/$1"
+}
+
+# value <file> <element> <position>: the last record's value there
+value() {
+    xmllint --xpath "string(/data/$2[last()]/*[$(($3 + 1))])" "$log/$1"
+}
+
+# expect <what> <found> <wanted>
+expect() {
+    [ "$2" = "$3" ] || stop "$1 is '$2' instead of '$3'"
+    tell "$1: $2"
+}
+
+# leave: ends the program from its main window, and fails when it logged an error meanwhile
+leave() {
+    keys Escape
+    window "Going Fishing Again?"
+    keys alt+y
+    local tries
+    for tries in $(seq 100); do
+        kill -0 "$tarno" 2>/dev/null || break
+        [ "$tries" -lt 100 ] || stop "the program did not end"
+        sleep 0.1
+    done
+    wait "$tarno" || stop "the program ended with an error"
+    if [ -e "$log/Tarno.log" ]; then
+        stop "errors were logged: $(cat "$log/Tarno.log")"
+    fi
+    tell "the program has ended"
+}

@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Makes a folder such as the program keeps its data in, from the files that ship.
+#   scripts/lay-out.sh DIR             an empty log
+#   scripts/lay-out.sh --sample DIR    the sample log
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+sample=
+if [ "${1:-}" = --sample ]; then
+    sample=yes
+    shift
+fi
+folder=${1:?usage: scripts/lay-out.sh [--sample] DIR}
+mkdir -p "$folder"
+cp data/*.xml data/*.txt "$folder/"
+if [ -n "$sample" ]; then
+    cp data/sample/*.xml "$folder/"
+    mkdir -p "$folder/pictures"
+    cp data/sample/pictures/*.png "$folder/pictures/"
+fi

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Takes the tour and puts its pictures into the documents.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+
+need "${build_packages[@]}" "${run_packages[@]}" "${display_packages[@]}"
+cmake --preset release >/dev/null
+cmake --build --preset release
+scripts/tour.sh build/release/src/app/tarno
+for name in log general preview; do
+    cp build/tour/??-"$name".png "docs/pictures/$name.png"
+done

@@ -1,0 +1,150 @@
+#!/usr/bin/env bash
+# Drives the real program on a virtual display by keyboard and mouse through its main job: a trip is added
+# to a copy of the sample log, saved, and found in the list; the locations are printed into a PDF and an RTF
+# file. Leaves pictures, the two files and report.txt in build/tour/, and fails when anything is not in the
+# files afterwards.
+#   scripts/tour.sh PROGRAM
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+
+program=$(realpath "${1:?usage: scripts/tour.sh PROGRAM}")
+out=build/tour
+source scripts/hand.sh
+need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils
+on_virtual_display scripts/tour.sh "$program"
+
+rm -rf "$out"
+mkdir -p "$out"
+scripts/lay-out.sh --sample "$out/log"
+tell "Tarno's tour, $("$program" --version)"
+start "$out/log"
+before=$(records tarno.xml tarno)
+tell "trips in the sample log: $before"
+
+window "About Tarno Fishing Log"
+picture 01-splash "the splash screen over the log"
+keys Return
+window "Tarno Fishing Log"
+picture 02-log "the log"
+click 60 80
+picture 03-sorted "a click on a heading sorts"
+click 300 220 3
+picture 04-menu "the pop-up menu"
+keys Down Return
+
+window "Tarno Log Entry"
+keys ctrl+a
+type_text "2026-11-14"
+keys Tab
+picture 05-new "a new trip, calculated for its date"
+keys ctrl+a
+type_text "0545"
+keys Tab ctrl+a
+type_text "2026-11-14"
+keys Tab ctrl+a
+type_text "10:15"
+keys Tab Tab Down space Tab Down space Tab
+type_text "04:10"
+keys Tab
+type_text "10:25"
+keys Tab
+type_text "0.4 m"
+keys Tab
+type_text "1.6 m"
+keys Tab Down Down space
+picture 06-general "page General, filled by keyboard"
+
+keys ctrl+Tab
+keys Down Down Down space
+keys Tab Down space Tab Down space Tab space Tab
+type_text "18.5"
+keys Tab
+type_text "17"
+keys Tab
+type_text "1016"
+keys Tab Down space Tab
+type_text "Birds working off the point."
+picture 07-weather "page Weather"
+
+keys ctrl+Tab
+type_text "Snapper"
+keys Return
+type_text "Bream"
+keys Tab alt+Down
+keys Down space Down Down space
+picture 08-pick-list "page Comments with the list of species open"
+keys Escape
+picture 09-comments "page Comments"
+
+keys alt+s
+sleep 0.5
+expect "trips after Save" "$(records tarno.xml tarno)" $((before + 1))
+expect "start date" "$(value tarno.xml tarno 1)" 2026-11-14
+expect "start time, typed as 0545" "$(value tarno.xml tarno 3)" 05:45
+expect "low tide" "$(value tarno.xml tarno 10)" 04:10
+expect "target species" "$(value tarno.xml tarno 24)" "Snapper~CL~Bream"
+expect "caught, picked from the list" "$(value tarno.xml tarno 28)" "Australian salmon~CL~Barramundi"
+keys Escape
+window "Tarno Fishing Log"
+keys End
+picture 10-saved "the new trip in the list"
+
+keys Return
+window "Tarno Log Entry"
+keys ctrl+a
+type_text "2026-13-45"
+keys alt+s
+picture 11-refused "a date that is none is refused"
+expect "start date after a refused one" "$(value tarno.xml tarno 1)" 2026-11-14
+keys ctrl+a
+type_text "2026-11-14"
+keys Tab Escape
+window "Tarno Fishing Log"
+
+keys Home
+for row in $(seq 21); do keys Down; done
+keys Return
+window "Tarno Log Entry"
+keys ctrl+Tab ctrl+Tab ctrl+Tab
+picture 12-picture "page Picture with the picture of a catch"
+keys Tab Tab Tab Page_Down Page_Down Page_Down Tab Page_Down Page_Down Tab Page_Down
+picture 13-zoomed "the picture zoomed and scrolled"
+keys Escape
+window "Tarno Fishing Log"
+
+click 172 30
+window "Location Listing"
+picture 14-locations "the list of locations"
+keys Return
+window "Location Maintenance"
+picture 15-location "one location"
+keys Escape
+window "Location Listing"
+
+keys alt+p
+window "Tarno Locations Listing"
+picture 16-preview "the preview of the location report"
+keys alt+p
+window "Save Report to PDF"
+keys ctrl+a
+type_text "$PWD/$out/locations"
+picture 17-export "where the PDF goes"
+keys Return
+window "Tarno Locations Listing"
+keys alt+r
+window "Save Report to RTF"
+keys ctrl+a
+type_text "$PWD/$out/locations"
+keys Return
+window "Tarno Locations Listing"
+expect "first bytes of the PDF" "$(head -c 5 "$out/locations.pdf")" "%PDF-"
+expect "first bytes of the RTF, under the suffix that every export gets" \
+    "$(head -c 5 "$out/locations.rtf.pdf")" "{\\rtf"
+keys Escape
+window "Location Listing"
+keys Escape
+window "Tarno Fishing Log"
+
+leave
+tell "The tour succeeded; the pictures are in $out."

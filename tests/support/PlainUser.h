@@ -1,0 +1,42 @@
+#pragma once
+
+#include "support/TemporaryFolder.h"
+
+#include <filesystem>
+#include <unistd.h>
+
+/// As long as it lives, the process has the rights of a plain user, so that permissions bite: root, whom
+/// they do not stop, becomes "nobody", who is given the folder and all that is in it.
+class PlainUser
+{
+public:
+    explicit PlainUser(const TemporaryFolder& folder)
+    {
+        if (::geteuid() != 0) {
+            return;
+        }
+        bool ready = ::chown(folder.Path().c_str(), nobody, nobody) == 0;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(ToPath(folder.Path()))) {
+            ready = ::lchown(entry.path().c_str(), nobody, nobody) == 0 && ready;
+        }
+        m_switched = ready && ::setresuid(nobody, nobody, 0) == 0;
+    }
+
+    PlainUser(const PlainUser&) = delete;
+    PlainUser& operator=(const PlainUser&) = delete;
+
+    ~PlainUser()
+    {
+        if (m_switched && ::setresuid(0, 0, 0) != 0) {
+            qFatal("cannot become root again");
+        }
+    }
+
+    /// False where root may not give up its rights; a test of permissions has to be skipped then.
+    static bool IsPlain() { return ::geteuid() != 0; }
+
+private:
+    static constexpr uid_t nobody = 65534;
+
+    bool m_switched = false;
+};

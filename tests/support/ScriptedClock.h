@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/Clock.h"
+
+/// A clock that stands still.
+class ScriptedClock final : public Clock
+{
+public:
+    std::chrono::year_month_day Today() const override { return today; }
+
+    std::string ShortDate() const override { return shortDate; }
+
+    std::string ShortTime() const override { return shortTime; }
+
+    std::chrono::year_month_day today{std::chrono::year(2003), std::chrono::month(2), std::chrono::day(5)};
+    std::string shortDate = "5/02/2003";
+    std::string shortTime = "9:07 PM";
+};

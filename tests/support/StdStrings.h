@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QtTest/QTest>
+
+#include <string>
+#include <vector>
+
+// Lets QCOMPARE show std::string and lists of them when they differ. Line ends and control characters
+// are written as escapes.
+
+namespace QTest
+{
+
+template <>
+inline char* toString(const std::string& text)
+{
+    return toPrettyCString(text.data(), static_cast<int>(text.size()));
+}
+
+template <>
+inline char* toString(const std::vector<std::string>& texts)
+{
+    std::string joined;
+    for (const std::string& text : texts) {
+        joined += (joined.empty() ? "[" : ", ") + text;
+    }
+    return qstrdup(texts.empty() ? "[]" : (joined + "]").c_str());
+}
+
+} // namespace QTest

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "core/Paths.h"
+
+#include <QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <vector>
+
+/// A folder of the test's own, gone with the object. Names are relative to it.
+class TemporaryFolder
+{
+public:
+    TemporaryFolder()
+    {
+        if (!m_folder.isValid()) {
+            qFatal("no temporary folder: %s", qPrintable(m_folder.errorString()));
+        }
+    }
+
+    std::string Path() const { return m_folder.path().toStdString(); }
+
+    std::string PathOf(std::string_view name) const { return Path() + '/' + std::string(name); }
+
+    void Write(std::string_view name, std::string_view bytes) const
+    {
+        std::ofstream file(ToPath(PathOf(name)), std::ios::binary | std::ios::trunc);
+        if (!file.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush()) {
+            qFatal("cannot write %s", PathOf(name).c_str());
+        }
+    }
+
+    /// All bytes of the file; the test fails when it cannot be read.
+    std::string Read(std::string_view name) const
+    {
+        std::ifstream file(ToPath(PathOf(name)), std::ios::binary);
+        if (!file) {
+            QTest::qFail(("cannot read " + PathOf(name)).c_str(), __FILE__, __LINE__);
+        }
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    }
+
+    /// The names of everything in the folder, sorted.
+    std::vector<std::string> Names() const
+    {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(ToPath(Path()))) {
+            names.push_back(FromPath(entry.path().filename()));
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    void MakeFolder(std::string_view name) const
+    {
+        std::filesystem::create_directories(ToPath(PathOf(name)));
+    }
+
+    void MakeLink(std::string_view name, const std::string& target) const
+    {
+        std::filesystem::create_symlink(ToPath(target), ToPath(PathOf(name)));
+    }
+
+    /// A pipe to which nobody listens: whoever opens it without care waits for ever.
+    void MakePipe(std::string_view name) const
+    {
+        if (::mkfifo(PathOf(name).c_str(), 0600) != 0) {
+            qFatal("cannot make the pipe %s", PathOf(name).c_str());
+        }
+    }
+
+private:
+    QTemporaryDir m_folder;
+};

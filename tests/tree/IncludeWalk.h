@@ -1,0 +1,16 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// What a walk through the includes of a source tree found.
+struct IncludeWalk {
+    std::vector<std::string> files;      ///< every file read, by its path in the tree, sorted
+    std::vector<std::string> violations; ///< "store/cSQL.h: ui/main/fTarno.h runs upwards", in file order
+};
+
+/// Reads the includes of every source and form below `sources` and holds them against the floors:
+/// a folder includes only folders below it, each by its full path from the root of the sources; core,
+/// astro and store know no Qt, reports/engine only what is in Qt Core and Qt Gui.
+IncludeWalk WalkIncludes(const std::filesystem::path& sources);
