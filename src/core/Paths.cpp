@@ -1,0 +1,50 @@
+#include "Paths.h"
+
+#include "Conversions.h"
+#include "Error.h"
+
+#include <fstream>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+fs::path ToPath(std::string_view utf8)
+{
+    return {std::u8string(utf8.begin(), utf8.end())};
+}
+
+std::string FromPath(const fs::path& path)
+{
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+std::string ReadWholeFile(const std::string& path)
+{
+    std::error_code failure;
+    const fs::file_status status = fs::status(ToPath(path), failure);
+    if (!fs::exists(status)) {
+        throw Error(ErrorNumber::FileNotFound);
+    }
+    // anything else, a pipe for one, could keep the program waiting for ever
+    if (!fs::is_regular_file(status)) {
+        throw Error(ErrorNumber::PathFileAccess);
+    }
+    std::ifstream file(ToPath(path), std::ios::binary);
+    if (!file) {
+        throw Error(ErrorNumber::PathFileAccess);
+    }
+    std::string bytes(fs::file_size(ToPath(path), failure), '\0');
+    if (failure || !file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+        throw Error(ErrorNumber::DeviceInputOutput);
+    }
+    return bytes;
+}
+
+bool mMain::FileExist(std::string& path)
+{
+    path = Trimmed(path);
+    std::error_code ignored;
+    const fs::file_status status = fs::status(ToPath(path), ignored);
+    return fs::exists(status) && !fs::is_directory(status);
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <pugixml.hpp>
+
+#include <string>
+#include <string_view>
+
+/// Parses `bytes` (UTF-8, or UTF-16 with its mark) so that saving loses nothing that somebody put there
+/// by hand: declaration, comments and processing instructions stay nodes, white space in values is kept.
+/// Returns whether they are one well-formed document; otherwise `document` is empty.
+bool ParseXml(std::string_view bytes, pugi::xml_document& document);
+
+/// The document as UTF-8 text, one element a line, without a declaration of our own.
+std::string SerializeXml(const pugi::xml_document& document);

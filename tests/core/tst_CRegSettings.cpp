@@ -1,0 +1,272 @@
+#include "core/CRegSettings.h"
+#include "core/SettingsFile.h"
+#include "support/ExpectedReports.h"
+#include "support/ScriptedFileOperations.h"
+#include "support/TemporaryFolder.h"
+
+#include <QtTest>
+
+using namespace std::string_literals;
+
+namespace
+{
+
+using Texts = std::vector<std::string>;
+
+/// The settings over a file of the test's own.
+struct Settings {
+    TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    SettingsFile store{folder.PathOf("settings.xml"), operations};
+    CRegSettings settings{store};
+    ExpectedReports reports;
+
+    /// The names and texts of a section's values, one after the other.
+    Texts All(std::string_view section)
+    {
+        Texts texts;
+        for (const Setting& value : settings.GetAllSettings(section).value_or(std::vector<Setting>())) {
+            texts.push_back(value.name);
+            texts.push_back(value.text);
+        }
+        return texts;
+    }
+};
+
+/// A store in which nothing works.
+class BrokenStore final : public SettingsStore
+{
+public:
+    std::optional<std::string> Read(std::string_view, std::string_view) override { return Broken(), ""; }
+
+    void Write(std::string_view, std::string_view, std::string_view) override { Broken(); }
+
+    std::optional<std::vector<Setting>> Values(std::string_view) override
+    {
+        Broken();
+        return std::vector<Setting>();
+    }
+
+    void RemoveSection(std::string_view) override { Broken(); }
+
+    void RemoveValue(std::string_view, std::string_view) override { Broken(); }
+
+private:
+    static void Broken() { throw Error(ErrorNumber::OutOfMemory); }
+};
+
+} // namespace
+
+class tst_CRegSettings : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void getSetting_neverSaved_isTheDefault();
+    void getSetting_saved_isItsText();
+    void getSetting_savedEmpty_isEmptyNotTheDefault();
+    void saveSetting_again_replacesTheText();
+    void saveSetting_star_isTheUnnamedValue();
+    void saveSetting_noSection_isTheRoot();
+    void names_meetWhateverTheirCase();
+    void getAllSettings_everyValue_inTheOrderOfSaving();
+    void getAllSettings_noSuchSection_isNothing();
+    void deleteSetting_aValue_leavesTheOthers();
+    void deleteSetting_star_isTheUnnamedValue();
+    void deleteSetting_withoutKey_removesThatSectionOnly();
+    void deleteSetting_noSection_doesNothing();
+    void deleteSetting_nothingThere_doesNothing();
+    void company_isTrimmedAndFallsBackToItsDefault();
+    void appName_isTrimmedAndFallsBackToTheProductName();
+    void companyAndAppName_doNotMoveTheSettings();
+    void anError_isReportedAndEndsThere();
+};
+
+void tst_CRegSettings::getSetting_neverSaved_isTheDefault()
+{
+    Settings test;
+    QCOMPARE(test.settings.GetSetting("KOWRA", "XTidePath", "none"), "none"s);
+    test.settings.SaveSetting("KOWRA", "Other", "x");
+    QCOMPARE(test.settings.GetSetting("KOWRA", "XTidePath", "none"), "none"s);
+    QCOMPARE(test.settings.GetSetting("Else", "Other", ""), ""s);
+}
+
+void tst_CRegSettings::getSetting_saved_isItsText()
+{
+    Settings test;
+    for (const std::string& text : {R"(C:\Tides\WXTide32.exe)"s, " blanks around "s, "   "s, "<&>\"'"s,
+                                    "line\r\nline\tend"s, "\u9BDB"s}) {
+        test.settings.SaveSetting("KOWRA", "XTidePath", text);
+        QCOMPARE(test.settings.GetSetting("KOWRA", "XTidePath", "none"), text);
+    }
+}
+
+void tst_CRegSettings::getSetting_savedEmpty_isEmptyNotTheDefault()
+{
+    Settings test;
+    test.settings.SaveSetting("KOWRA", "XTidePath", "");
+    QCOMPARE(test.settings.GetSetting("KOWRA", "XTidePath", "none"), ""s);
+}
+
+void tst_CRegSettings::saveSetting_again_replacesTheText()
+{
+    Settings test;
+    test.settings.SaveSetting("KOWRA", "XTidePath", "old");
+    test.settings.SaveSetting("KOWRA", "XTidePath", "new");
+    QCOMPARE(test.All("KOWRA"), (Texts{"XTidePath", "new"}));
+}
+
+void tst_CRegSettings::saveSetting_star_isTheUnnamedValue()
+{
+    Settings test;
+    test.settings.SaveSetting("KOWRA", "*", "unnamed");
+    QCOMPARE(test.settings.GetSetting("KOWRA", "*", "none"), "unnamed"s);
+    QCOMPARE(test.settings.GetSetting("KOWRA", "", "none"), "unnamed"s);
+    QCOMPARE(test.All("KOWRA"), (Texts{"", "unnamed"}));
+}
+
+void tst_CRegSettings::saveSetting_noSection_isTheRoot()
+{
+    Settings test;
+    test.settings.SaveSetting("", "XTidePath", "root");
+    test.settings.SaveSetting("KOWRA", "XTidePath", "section");
+    QCOMPARE(test.settings.GetSetting("", "XTidePath", "none"), "root"s);
+    QCOMPARE(test.All(""), (Texts{"XTidePath", "root"}));
+}
+
+void tst_CRegSettings::names_meetWhateverTheirCase()
+{
+    Settings test;
+    test.settings.SaveSetting("KOWRA", "XTidePath", "old");
+    test.settings.SaveSetting("kowra", "xtidepath", "new");
+    QCOMPARE(test.settings.GetSetting("Kowra", "XTIDEPATH", "none"), "new"s);
+    QCOMPARE(test.All("KOWRA"), (Texts{"XTidePath", "new"}));
+}
+
+void tst_CRegSettings::getAllSettings_everyValue_inTheOrderOfSaving()
+{
+    Settings test;
+    test.settings.SaveSetting("KOWRA", "z", "1");
+    test.settings.SaveSetting("KOWRA", "a", "");
+    test.settings.SaveSetting("Else", "other", "x");
+    test.settings.SaveSetting("KOWRA", "m", "3");
+    QCOMPARE(test.All("KOWRA"), (Texts{"z", "1", "a", "", "m", "3"}));
+}
+
+void tst_CRegSettings::getAllSettings_noSuchSection_isNothing()
+{
+    Settings test;
+    QVERIFY(!test.settings.GetAllSettings("KOWRA"));
+    test.settings.SaveSetting("KOWRA", "XTidePath", "x");
+    test.settings.DeleteSetting("KOWRA", "XTidePath");
+    QVERIFY(!test.settings.GetAllSettings("Else"));
+    QVERIFY(test.settings.GetAllSettings("KOWRA").has_value());
+}
+
+void tst_CRegSettings::deleteSetting_aValue_leavesTheOthers()
+{
+    Settings test;
+    test.settings.SaveSetting("KOWRA", "XTidePath", "x");
+    test.settings.SaveSetting("KOWRA", "Other", "y");
+    test.settings.SaveSetting("Else", "XTidePath", "z");
+    test.settings.DeleteSetting("KOWRA", "XTidePath");
+    QCOMPARE(test.All("KOWRA"), (Texts{"Other", "y"}));
+    QCOMPARE(test.All("Else"), (Texts{"XTidePath", "z"}));
+}
+
+void tst_CRegSettings::deleteSetting_star_isTheUnnamedValue()
+{
+    Settings test;
+    test.settings.SaveSetting("KOWRA", "*", "unnamed");
+    test.settings.SaveSetting("KOWRA", "XTidePath", "x");
+    test.settings.DeleteSetting("KOWRA", "*");
+    QCOMPARE(test.All("KOWRA"), (Texts{"XTidePath", "x"}));
+}
+
+void tst_CRegSettings::deleteSetting_withoutKey_removesThatSectionOnly()
+{
+    Settings test;
+    test.settings.SaveSetting("", "root", "kept");
+    test.settings.SaveSetting("KOWRA", "XTidePath", "x");
+    test.settings.SaveSetting("KOWRA", "Other", "y");
+    test.settings.SaveSetting("Else", "XTidePath", "z");
+    test.settings.DeleteSetting("KOWRA");
+    QVERIFY(!test.settings.GetAllSettings("KOWRA"));
+    QCOMPARE(test.All("Else"), (Texts{"XTidePath", "z"}));
+    QCOMPARE(test.All(""), (Texts{"root", "kept"}));
+}
+
+void tst_CRegSettings::deleteSetting_noSection_doesNothing()
+{
+    Settings test;
+    test.settings.SaveSetting("", "root", "kept");
+    test.settings.SaveSetting("KOWRA", "XTidePath", "x");
+    const std::string before = test.folder.Read("settings.xml");
+    test.settings.DeleteSetting("");
+    test.settings.DeleteSetting("", "root");
+    QCOMPARE(test.folder.Read("settings.xml"), before);
+}
+
+void tst_CRegSettings::deleteSetting_nothingThere_doesNothing()
+{
+    Settings test;
+    test.settings.DeleteSetting("KOWRA");
+    test.settings.DeleteSetting("KOWRA", "XTidePath");
+    QCOMPARE(test.folder.Names(), Texts());
+    test.settings.SaveSetting("KOWRA", "XTidePath", "x");
+    const std::string before = test.folder.Read("settings.xml");
+    test.settings.DeleteSetting("Else");
+    test.settings.DeleteSetting("KOWRA", "Other");
+    QCOMPARE(test.folder.Read("settings.xml"), before);
+}
+
+void tst_CRegSettings::company_isTrimmedAndFallsBackToItsDefault()
+{
+    Settings test;
+    QCOMPARE(test.settings.Company(), std::string(CRegSettings::defaultCompany));
+    QVERIFY(!test.settings.Company().empty());
+    test.settings.Company("  Reef & Sons ");
+    QCOMPARE(test.settings.Company(), "Reef & Sons"s);
+    test.settings.Company("  ");
+    QCOMPARE(test.settings.Company(), std::string(CRegSettings::defaultCompany));
+}
+
+void tst_CRegSettings::appName_isTrimmedAndFallsBackToTheProductName()
+{
+    Settings test;
+    QCOMPARE(test.settings.AppName(), std::string(CRegSettings::productName));
+    QVERIFY(!test.settings.AppName().empty());
+    test.settings.AppName(" Log ");
+    QCOMPARE(test.settings.AppName(), "Log"s);
+    test.settings.AppName("");
+    QCOMPARE(test.settings.AppName(), std::string(CRegSettings::productName));
+}
+
+void tst_CRegSettings::companyAndAppName_doNotMoveTheSettings()
+{
+    Settings test;
+    test.settings.SaveSetting("KOWRA", "XTidePath", "x");
+    test.settings.Company("Other");
+    test.settings.AppName("Other");
+    QCOMPARE(test.settings.GetSetting("KOWRA", "XTidePath", "none"), "x"s);
+}
+
+void tst_CRegSettings::anError_isReportedAndEndsThere()
+{
+    BrokenStore store;
+    CRegSettings settings(store);
+    ExpectedReports reports;
+    reports.Expect("CRegSettings", "GetSetting", ErrorNumber::OutOfMemory);
+    QCOMPARE(settings.GetSetting("KOWRA", "XTidePath", "default"), "default"s);
+    reports.Expect("CRegSettings", "SaveSetting", ErrorNumber::OutOfMemory);
+    settings.SaveSetting("KOWRA", "XTidePath", "x");
+    reports.Expect("CRegSettings", "GetAllSettings", ErrorNumber::OutOfMemory);
+    QVERIFY(!settings.GetAllSettings("KOWRA"));
+    reports.Expect("CRegSettings", "DeleteSetting", ErrorNumber::OutOfMemory);
+    settings.DeleteSetting("KOWRA");
+    reports.Expect("CRegSettings", "DeleteSetting", ErrorNumber::OutOfMemory);
+    settings.DeleteSetting("KOWRA", "XTidePath");
+}
+
+QTEST_APPLESS_MAIN(tst_CRegSettings)
+#include "tst_CRegSettings.moc"

@@ -1,0 +1,293 @@
+#include "core/FileOperations.h"
+#include "support/PlainUser.h"
+#include "support/RaisedNumber.h"
+#include "support/StdStrings.h"
+#include "support/TemporaryFolder.h"
+
+#include <QtTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace std::string_literals;
+
+namespace
+{
+
+using Texts = std::vector<std::string>;
+using std::filesystem::perms;
+
+/// As long as it lives, no file can grow beyond `most` bytes: a write that would do so fails as on a full
+/// disk.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t most) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limited{most, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limited);
+    }
+
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    void (*m_handler)(int);
+    rlimit m_before{};
+};
+
+} // namespace
+
+// The system's own operations, as the safe writer and the error log use them.
+class tst_FileOperations : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void followed_links_leadToTheFile();
+    void followed_noSuchFile_isNoError();
+    void followed_linkToItself_isPathFileAccess();
+    void checkReplaceable_regularFileOrNone_passes();
+    void checkReplaceable_anythingElse_isPathFileAccess();
+    void checkReplaceable_fileThatMayNotBeWritten_isPathFileAccess();
+    void create_withModel_takesItsMode();
+    void create_withoutModel_takesTheUsualMode();
+    void create_existingFile_isRefusedAndKept();
+    void create_linkInItsPlace_isNotFollowed();
+    void write_diskFull_takesWhatFitsThenFails();
+    void size_ofAFile_isItsBytes();
+    void replace_aFile_takesItsPlace();
+    void syncFolderOf_noSuchFolder_isPathNotFound();
+    void remove_aFile_isGone();
+    void append_newAndExistingFile_grow();
+    void append_diskFull_isDiskFull();
+    void append_noRegularFile_isPathFileAccess_data();
+    void append_noRegularFile_isPathFileAccess();
+    void append_fileThatMayNotBeWritten_isPathFileAccess();
+    void append_noSuchFolder_isPathNotFound();
+
+private:
+    std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
+};
+
+void tst_FileOperations::followed_links_leadToTheFile()
+{
+    const TemporaryFolder folder;
+    folder.MakeFolder("real/inner");
+    folder.Write("real/inner/file", "x");
+    folder.MakeLink("folder link", folder.PathOf("real"));
+    folder.MakeLink("real/second", "inner/file");
+    folder.MakeLink("first", "folder link/second");
+    QCOMPARE(m_operations->Followed(folder.PathOf("first")), folder.PathOf("real/inner/file"));
+    QCOMPARE(m_operations->Followed(folder.PathOf("folder link/inner/file")),
+             folder.PathOf("real/inner/file"));
+    QCOMPARE(m_operations->Followed(folder.PathOf("real/inner/file")), folder.PathOf("real/inner/file"));
+}
+
+void tst_FileOperations::followed_noSuchFile_isNoError()
+{
+    const TemporaryFolder folder;
+    folder.MakeFolder("real");
+    folder.MakeLink("folder link", "real");
+    folder.MakeLink("dangling", "real/new");
+    QCOMPARE(m_operations->Followed(folder.PathOf("new")), folder.PathOf("new"));
+    QCOMPARE(m_operations->Followed(folder.PathOf("folder link/new")), folder.PathOf("real/new"));
+    QCOMPARE(m_operations->Followed(folder.PathOf("dangling")), folder.PathOf("real/new"));
+    QCOMPARE(m_operations->Followed(folder.PathOf("gone/new")), folder.PathOf("gone/new"));
+}
+
+void tst_FileOperations::followed_linkToItself_isPathFileAccess()
+{
+    const TemporaryFolder folder;
+    folder.MakeLink("circle", "circle");
+    folder.MakeLink("one", "other");
+    folder.MakeLink("other", "one");
+    QCOMPARE(RaisedNumber([&] { m_operations->Followed(folder.PathOf("circle")); }), 75);
+    QCOMPARE(RaisedNumber([&] { m_operations->Followed(folder.PathOf("one")); }), 75);
+}
+
+void tst_FileOperations::checkReplaceable_regularFileOrNone_passes()
+{
+    const TemporaryFolder folder;
+    folder.Write("file", "x");
+    QCOMPARE(RaisedNumber([&] { m_operations->CheckReplaceable(folder.PathOf("file")); }), 0);
+    QCOMPARE(RaisedNumber([&] { m_operations->CheckReplaceable(folder.PathOf("none")); }), 0);
+}
+
+void tst_FileOperations::checkReplaceable_anythingElse_isPathFileAccess()
+{
+    const TemporaryFolder folder;
+    folder.Write("file", "x");
+    folder.MakeFolder("folder");
+    folder.MakePipe("pipe");
+    for (const char* name : {"folder", "pipe", "file/below"}) {
+        QCOMPARE(RaisedNumber([&] { m_operations->CheckReplaceable(folder.PathOf(name)); }), 75);
+    }
+}
+
+void tst_FileOperations::checkReplaceable_fileThatMayNotBeWritten_isPathFileAccess()
+{
+    const TemporaryFolder folder;
+    folder.Write("file", "x");
+    std::filesystem::permissions(ToPath(folder.PathOf("file")), perms::owner_read);
+    const PlainUser user(folder);
+    if (!PlainUser::IsPlain()) {
+        QSKIP("root may not give up its rights here");
+    }
+    QCOMPARE(RaisedNumber([&] { m_operations->CheckReplaceable(folder.PathOf("file")); }), 75);
+}
+
+void tst_FileOperations::create_withModel_takesItsMode()
+{
+    const TemporaryFolder folder;
+    folder.Write("model", "x");
+    std::filesystem::permissions(ToPath(folder.PathOf("model")), perms::owner_read | perms::others_write);
+    m_operations->Create(folder.PathOf("new"), folder.PathOf("model"))->Close();
+    QCOMPARE(std::filesystem::status(ToPath(folder.PathOf("new"))).permissions(),
+             perms::owner_read | perms::others_write);
+}
+
+void tst_FileOperations::create_withoutModel_takesTheUsualMode()
+{
+    const TemporaryFolder folder;
+    const mode_t before = ::umask(027);
+    m_operations->Create(folder.PathOf("new"), folder.PathOf("no model"))->Close();
+    ::umask(before);
+    QCOMPARE(std::filesystem::status(ToPath(folder.PathOf("new"))).permissions(),
+             perms::owner_read | perms::owner_write | perms::group_read);
+}
+
+void tst_FileOperations::create_existingFile_isRefusedAndKept()
+{
+    const TemporaryFolder folder;
+    folder.Write("file", "old");
+    QCOMPARE(RaisedNumber([&] { m_operations->Create(folder.PathOf("file"), folder.PathOf("file")); }), 75);
+    QCOMPARE(folder.Read("file"), "old"s);
+}
+
+void tst_FileOperations::create_linkInItsPlace_isNotFollowed()
+{
+    const TemporaryFolder folder;
+    folder.MakeLink("link", folder.PathOf("elsewhere"));
+    QCOMPARE(RaisedNumber([&] { m_operations->Create(folder.PathOf("link"), folder.PathOf("none")); }), 75);
+    QCOMPARE(folder.Names(), Texts{"link"});
+}
+
+void tst_FileOperations::write_diskFull_takesWhatFitsThenFails()
+{
+    const TemporaryFolder folder;
+    const auto file = m_operations->Create(folder.PathOf("file"), folder.PathOf("none"));
+    std::size_t taken = 0;
+    int number = 0;
+    {
+        const FileSizeLimit limit(4);
+        taken = file->Write("123456");
+        number = RaisedNumber([&] { file->Write("56"); });
+    }
+    file->Sync();
+    file->Close();
+    QCOMPARE(static_cast<int>(taken), 4);
+    QCOMPARE(number, 61);
+    QCOMPARE(folder.Read("file"), "1234"s);
+}
+
+void tst_FileOperations::size_ofAFile_isItsBytes()
+{
+    const TemporaryFolder folder;
+    folder.Write("file", "12345");
+    QCOMPARE(static_cast<int>(m_operations->Size(folder.PathOf("file"))), 5);
+    QCOMPARE(RaisedNumber([&] { m_operations->Size(folder.PathOf("none")); }), 76);
+}
+
+void tst_FileOperations::replace_aFile_takesItsPlace()
+{
+    const TemporaryFolder folder;
+    folder.Write("from", "new");
+    folder.Write("to", "old");
+    m_operations->Replace(folder.PathOf("from"), folder.PathOf("to"));
+    QCOMPARE(folder.Names(), Texts{"to"});
+    QCOMPARE(folder.Read("to"), "new"s);
+    QCOMPARE(RaisedNumber([&] { m_operations->Replace(folder.PathOf("none"), folder.PathOf("to")); }), 76);
+    QCOMPARE(folder.Read("to"), "new"s);
+}
+
+void tst_FileOperations::syncFolderOf_noSuchFolder_isPathNotFound()
+{
+    const TemporaryFolder folder;
+    QCOMPARE(RaisedNumber([&] { m_operations->SyncFolderOf(folder.PathOf("file")); }), 0);
+    QCOMPARE(RaisedNumber([&] { m_operations->SyncFolderOf(folder.PathOf("gone/file")); }), 76);
+}
+
+void tst_FileOperations::remove_aFile_isGone()
+{
+    const TemporaryFolder folder;
+    folder.Write("file", "x");
+    m_operations->Remove(folder.PathOf("file"));
+    QCOMPARE(folder.Names(), Texts());
+    QCOMPARE(RaisedNumber([&] { m_operations->Remove(folder.PathOf("file")); }), 76);
+}
+
+void tst_FileOperations::append_newAndExistingFile_grow()
+{
+    const TemporaryFolder folder;
+    m_operations->Append(folder.PathOf("log"), "one\r\n");
+    m_operations->Append(folder.PathOf("log"), "");
+    m_operations->Append(folder.PathOf("log"), "two\r\n");
+    QCOMPARE(folder.Read("log"), "one\r\ntwo\r\n"s);
+}
+
+void tst_FileOperations::append_diskFull_isDiskFull()
+{
+    const TemporaryFolder folder;
+    int number = 0;
+    {
+        const FileSizeLimit limit(4);
+        number = RaisedNumber([&] { m_operations->Append(folder.PathOf("log"), "123456"); });
+    }
+    QCOMPARE(number, 61);
+}
+
+void tst_FileOperations::append_noRegularFile_isPathFileAccess_data()
+{
+    QTest::addColumn<std::string>("name");
+    QTest::newRow("folder") << "folder"s;
+    QTest::newRow("pipe") << "pipe"s;
+}
+
+void tst_FileOperations::append_noRegularFile_isPathFileAccess()
+{
+    QFETCH(std::string, name);
+    const TemporaryFolder folder;
+    folder.MakeFolder("folder");
+    folder.MakePipe("pipe");
+    QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf(name), "x"); }), 75);
+}
+
+void tst_FileOperations::append_fileThatMayNotBeWritten_isPathFileAccess()
+{
+    const TemporaryFolder folder;
+    folder.Write("log", "old");
+    std::filesystem::permissions(ToPath(folder.PathOf("log")), perms::owner_read);
+    const PlainUser user(folder);
+    if (!PlainUser::IsPlain()) {
+        QSKIP("root may not give up its rights here");
+    }
+    QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("log"), "x"); }), 75);
+    QCOMPARE(folder.Read("log"), "old"s);
+}
+
+void tst_FileOperations::append_noSuchFolder_isPathNotFound()
+{
+    const TemporaryFolder folder;
+    QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("gone/log"), "x"); }), 76);
+}
+
+QTEST_APPLESS_MAIN(tst_FileOperations)
+#include "tst_FileOperations.moc"

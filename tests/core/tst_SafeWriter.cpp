@@ -1,0 +1,344 @@
+#include "core/SafeWriter.h"
+#include "support/PlainUser.h"
+#include "support/RaisedNumber.h"
+#include "support/ScriptedFileOperations.h"
+#include "support/StdStrings.h"
+#include "support/TemporaryFolder.h"
+
+#include <QtTest>
+
+using namespace std::string_literals;
+
+namespace
+{
+
+using Texts = std::vector<std::string>;
+using std::filesystem::perms;
+
+const Texts allSteps{"follow", "check", "create", "write", "sync", "close", "size", "replace", "sync folder"};
+
+/// What Write raises, 0 for nothing.
+int Written(FileOperations& operations, const std::string& path, std::string_view bytes)
+{
+    return RaisedNumber([&] { SafeWriter(operations).Write(path, bytes); });
+}
+
+} // namespace
+
+class tst_SafeWriter : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void write_existingFile_isReplacedStepByStep();
+    void write_newFile_isCreated();
+    void write_noBytes_emptiesTheFile();
+    void write_temporary_liesBesideTheFile();
+    void write_inShortPieces_writesAll();
+    void write_aStepFails_leavesTheOldBytesAndNoTemporary_data();
+    void write_aStepFails_leavesTheOldBytesAndNoTemporary();
+    void write_failsHalfWay_leavesTheOldBytesAndNoTemporary();
+    void write_fileShorterThanItsBytes_isDiskFull();
+    void write_newFileFails_leavesNothing();
+    void write_failedStep_dropsTheFileBeforeRemovingIt();
+    void write_removingFailsToo_tellsTheFirstFailure();
+    void write_folderNotSynchronised_tellsButTheNewBytesAreThere();
+    void write_afterAFailure_succeeds();
+    void write_leftoverOfACrash_isNoObstacle();
+    void write_mode_isKept_data();
+    void write_mode_isKept();
+    void write_symbolicLink_staysALink_data();
+    void write_symbolicLink_staysALink();
+    void write_danglingLink_createsItsTarget();
+    void write_targetIsNoFile_isPathFileAccess_data();
+    void write_targetIsNoFile_isPathFileAccess();
+    void write_noSuchFolder_isPathNotFound();
+    void write_readOnlyFile_isPathFileAccess();
+    void write_readOnlyFolder_isPathFileAccess();
+};
+
+void tst_SafeWriter::write_existingFile_isReplacedStepByStep()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "the old and longer bytes");
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new\r\n\0bytes"s), 0);
+    QCOMPARE(folder.Read("tarno.xml"), "new\r\n\0bytes"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+    QCOMPARE(operations.Steps(), allSteps);
+}
+
+void tst_SafeWriter::write_newFile_isCreated()
+{
+    const TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("sn\u0101pper log.pdf"), "new"), 0);
+    QCOMPARE(folder.Read("sn\u0101pper log.pdf"), "new"s);
+    QCOMPARE(folder.Names(), Texts{"sn\u0101pper log.pdf"});
+    QCOMPARE(operations.Steps(), allSteps);
+}
+
+void tst_SafeWriter::write_noBytes_emptiesTheFile()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), ""), 0);
+    QCOMPARE(folder.Read("tarno.xml"), ""s);
+}
+
+void tst_SafeWriter::write_temporary_liesBesideTheFile()
+{
+    const TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 0);
+    QVERIFY(operations.Created().starts_with(folder.PathOf("tarno.xml.")));
+    QVERIFY(operations.Created().ends_with(SafeWriter::temporarySuffix));
+}
+
+void tst_SafeWriter::write_inShortPieces_writesAll()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.TakeAtMost(4);
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "ten bytes!"), 0);
+    QCOMPARE(folder.Read("tarno.xml"), "ten bytes!"s);
+    QCOMPARE(std::count(operations.Steps().begin(), operations.Steps().end(), "write"), 3);
+}
+
+void tst_SafeWriter::write_aStepFails_leavesTheOldBytesAndNoTemporary_data()
+{
+    QTest::addColumn<std::string>("step");
+    for (const std::string& step : allSteps) {
+        if (step != "sync folder") {
+            QTest::newRow(step.c_str()) << step;
+        }
+    }
+}
+
+void tst_SafeWriter::write_aStepFails_leavesTheOldBytesAndNoTemporary()
+{
+    QFETCH(std::string, step);
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.Fail(step, ErrorNumber::DeviceInputOutput);
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 57);
+    QCOMPARE(folder.Read("tarno.xml"), "old"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::write_failsHalfWay_leavesTheOldBytesAndNoTemporary()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.TakeAtMost(4);
+    operations.Fail("write", ErrorNumber::DiskFull, 1, 2);
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "ten bytes!"), 61);
+    QCOMPARE(folder.Read("tarno.xml"), "old"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::write_fileShorterThanItsBytes_isDiskFull()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.LoseBytes();
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new bytes"), 61);
+    QCOMPARE(folder.Read("tarno.xml"), "old"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::write_newFileFails_leavesNothing()
+{
+    const TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    operations.Fail("sync", ErrorNumber::DiskFull);
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 61);
+    QCOMPARE(folder.Names(), Texts());
+}
+
+void tst_SafeWriter::write_failedStep_dropsTheFileBeforeRemovingIt()
+{
+    const TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    operations.Fail("sync", ErrorNumber::DiskFull);
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 61);
+    QCOMPARE(operations.Steps(), (Texts{"follow", "check", "create", "write", "sync", "drop", "remove"}));
+}
+
+void tst_SafeWriter::write_removingFailsToo_tellsTheFirstFailure()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.Fail("write", ErrorNumber::DiskFull);
+    operations.Fail("remove", ErrorNumber::PathFileAccess);
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 61);
+    QCOMPARE(folder.Read("tarno.xml"), "old"s);
+}
+
+void tst_SafeWriter::write_folderNotSynchronised_tellsButTheNewBytesAreThere()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.Fail("sync folder", ErrorNumber::DeviceInputOutput);
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 57);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::write_afterAFailure_succeeds()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.Fail("replace", ErrorNumber::PathFileAccess);
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 75);
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 0);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+}
+
+void tst_SafeWriter::write_leftoverOfACrash_isNoObstacle()
+{
+    const TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "old"), 0);
+    const std::string leftover = FromPath(ToPath(operations.Created()).filename());
+    folder.Write(leftover, "half");
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 0);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    QCOMPARE(folder.Read(leftover), "half"s);
+}
+
+void tst_SafeWriter::write_mode_isKept_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("private") << 0600;
+    QTest::newRow("open to the group") << 0660;
+    QTest::newRow("open to all") << 0666;
+    QTest::newRow("executable") << 0755;
+}
+
+void tst_SafeWriter::write_mode_isKept()
+{
+    QFETCH(int, mode);
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    std::filesystem::permissions(ToPath(folder.PathOf("tarno.xml")), static_cast<perms>(mode));
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 0);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    QCOMPARE(static_cast<int>(std::filesystem::status(ToPath(folder.PathOf("tarno.xml"))).permissions()),
+             mode);
+}
+
+void tst_SafeWriter::write_symbolicLink_staysALink_data()
+{
+    QTest::addColumn<bool>("relative");
+    QTest::newRow("absolute") << false;
+    QTest::newRow("relative") << true;
+}
+
+void tst_SafeWriter::write_symbolicLink_staysALink()
+{
+    QFETCH(bool, relative);
+    const TemporaryFolder folder;
+    folder.MakeFolder("sync");
+    folder.Write("sync/tarno.xml", "old");
+    folder.MakeLink("tarno.xml", relative ? "sync/tarno.xml" : folder.PathOf("sync/tarno.xml"));
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 0);
+    QVERIFY(std::filesystem::is_symlink(ToPath(folder.PathOf("tarno.xml"))));
+    QVERIFY(!std::filesystem::is_symlink(ToPath(folder.PathOf("sync/tarno.xml"))));
+    QCOMPARE(folder.Read("sync/tarno.xml"), "new"s);
+    QVERIFY(operations.Created().starts_with(folder.PathOf("sync/")));
+}
+
+void tst_SafeWriter::write_danglingLink_createsItsTarget()
+{
+    const TemporaryFolder folder;
+    folder.MakeFolder("sync");
+    folder.MakeLink("tarno.xml", "sync/tarno.xml");
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 0);
+    QVERIFY(std::filesystem::is_symlink(ToPath(folder.PathOf("tarno.xml"))));
+    QCOMPARE(folder.Read("sync/tarno.xml"), "new"s);
+
+    // where the link leads to no folder, it is left as it is
+    folder.MakeLink("Rpt.xml", "gone/Rpt.xml");
+    QCOMPARE(Written(operations, folder.PathOf("Rpt.xml"), "new"), 76);
+    QVERIFY(std::filesystem::is_symlink(ToPath(folder.PathOf("Rpt.xml"))));
+    QCOMPARE(folder.Names(), (Texts{"Rpt.xml", "sync", "tarno.xml"}));
+}
+
+void tst_SafeWriter::write_targetIsNoFile_isPathFileAccess_data()
+{
+    QTest::addColumn<std::string>("name");
+    QTest::newRow("folder") << "folder"s;
+    QTest::newRow("pipe") << "pipe"s;
+    QTest::newRow("link to itself") << "circle"s;
+    QTest::newRow("below a file") << "file/tarno.xml"s;
+}
+
+void tst_SafeWriter::write_targetIsNoFile_isPathFileAccess()
+{
+    QFETCH(std::string, name);
+    const TemporaryFolder folder;
+    folder.MakeFolder("folder");
+    folder.MakePipe("pipe");
+    folder.MakeLink("circle", "circle");
+    folder.Write("file", "old");
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf(name), "new"), 75);
+    QCOMPARE(folder.Names(), (Texts{"circle", "file", "folder", "pipe"}));
+    QVERIFY(std::filesystem::is_fifo(ToPath(folder.PathOf("pipe"))));
+    QVERIFY(std::filesystem::is_symlink(ToPath(folder.PathOf("circle"))));
+    QCOMPARE(operations.Created(), ""s);
+}
+
+void tst_SafeWriter::write_noSuchFolder_isPathNotFound()
+{
+    const TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("gone/tarno.xml"), "new"), 76);
+    QCOMPARE(folder.Names(), Texts());
+}
+
+void tst_SafeWriter::write_readOnlyFile_isPathFileAccess()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    std::filesystem::permissions(ToPath(folder.PathOf("tarno.xml")), perms::owner_read);
+    const PlainUser user(folder);
+    if (!PlainUser::IsPlain()) {
+        QSKIP("root may not give up its rights here");
+    }
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 75);
+    QCOMPARE(folder.Read("tarno.xml"), "old"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::write_readOnlyFolder_isPathFileAccess()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    std::filesystem::permissions(ToPath(folder.Path()), perms::owner_read | perms::owner_exec);
+    const PlainUser user(folder);
+    if (!PlainUser::IsPlain()) {
+        QSKIP("root may not give up its rights here");
+    }
+    ScriptedFileOperations operations;
+    QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 75);
+    QCOMPARE(folder.Read("tarno.xml"), "old"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+    std::filesystem::permissions(ToPath(folder.Path()), perms::owner_all);
+}
+
+QTEST_APPLESS_MAIN(tst_SafeWriter)
+#include "tst_SafeWriter.moc"
