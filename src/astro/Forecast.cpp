@@ -1,0 +1,94 @@
+#include "Forecast.h"
+
+#include "DaylightSaving.h"
+#include "core/Conversions.h"
+#include "mMoonPhase.h"
+#include "mPeakTimes.h"
+#include "mRiseSet.h"
+
+#include <cmath>
+
+using mRiseSet::Body;
+using mRiseSet::RiseSetTexts;
+using std::chrono::year_month_day;
+
+namespace
+{
+
+/// One location, its texts read once.
+class Place
+{
+public:
+    explicit Place(const LocationTexts& location)
+        : m_location(location),
+          m_observer(mRiseSet::ObserverAt(ToDouble(location.latitude), ToDouble(location.longitude)))
+    {
+    }
+
+    /// The sun's times by the clocks of `date`.
+    RiseSetTexts SunTimes(year_month_day date) const { return Times(Body::Sun, date); }
+
+    /// The moon's, with ":" for an event that `date` lacks.
+    RiseSetTexts MoonTimes(year_month_day date) const
+    {
+        const RiseSetTexts times = Times(Body::Moon, date);
+        return {OrNone(times.rise), OrNone(times.set)};
+    }
+
+private:
+    static std::string OrNone(const std::string& event) { return event.empty() ? ":" : event; }
+
+    RiseSetTexts Times(Body body, year_month_day date) const
+    {
+        const mRiseSet::DaylightSaving clocks =
+            mRiseSet::DSTOffset(m_location.gmt, m_location.dst, m_location.latitude, date);
+        const RiseSetTexts times = mRiseSet::RiseAndSet(body, m_observer, ToDouble(clocks.gmt), date);
+        return {CorrectedForChangeover(times.rise, clocks), CorrectedForChangeover(times.set, clocks)};
+    }
+
+    const LocationTexts& m_location;
+    mRiseSet::Observer m_observer;
+};
+
+/// What the two boxes of a body show for `times`.
+RiseSetTexts BoxTexts(const RiseSetTexts& times)
+{
+    const std::string& rise = times.rise;
+    if (rise == "up" || rise == "down" || rise.empty()) {
+        return {"never", rise == "up" ? "sets" : "rises"};
+    }
+    return times;
+}
+
+} // namespace
+
+std::string MoonForecast::SignedPhase() const
+{
+    return std::string(waxing ? "" : "-").append(std::to_string(percent));
+}
+
+MoonForecast ForecastMoon(year_month_day date)
+{
+    const auto jd = static_cast<float>(mMoonPhase::JulianDay(date) - 0.5);
+    const mMoonPhase::Light light = mMoonPhase::LitPercent(jd);
+    const auto stars = mMoonPhase::Rating(light.percent, light.waxing).stars.size();
+    return {RoundToInt16(light.percent), light.waxing, static_cast<std::int16_t>(stars - 1)};
+}
+
+RiseSetForecast ForecastRiseSet(const LocationTexts& location, year_month_day date)
+{
+    const Place place(location);
+    const std::chrono::sys_days day(date);
+    const RiseSetTexts moonToday = place.MoonTimes(date);
+    const mPeakTimes::Periods periods = mPeakTimes::PeakTimes(
+        place.MoonTimes(day - std::chrono::days(1)), moonToday, place.MoonTimes(day + std::chrono::days(1)));
+    const RiseSetTexts sun = BoxTexts(place.SunTimes(date));
+    const RiseSetTexts moon = BoxTexts(moonToday);
+    return {sun.rise,       sun.set,        moon.rise,      moon.set,
+            periods.major1, periods.major2, periods.minor1, periods.minor2};
+}
+
+DayForecast Forecast(const LocationTexts& location, year_month_day date)
+{
+    return {ForecastMoon(date), ForecastRiseSet(location, date)};
+}

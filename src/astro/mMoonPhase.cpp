@@ -1,0 +1,85 @@
+#include "mMoonPhase.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace
+{
+
+/// Where the day number `jd` lies in the synodic month, as a per cent figure: -100 and 100 are full
+/// moons, 0 the new moon between them.
+double PhaseFigure(double jd)
+{
+    constexpr double SynodicMonth = 29.53058;
+    const double months = jd / SynodicMonth;
+    return (2 * (months - std::trunc(months)) - 1) * 100;
+}
+
+/// `percent` kept within 0 to 100; day numbers below zero run beyond.
+float Folded(float percent)
+{
+    return percent > 100 ? std::abs(percent - 200) : percent;
+}
+
+constexpr mMoonPhase::DayRating Poor{"Poor", "*"};
+constexpr mMoonPhase::DayRating Fair{"Fair", "**"};
+constexpr mMoonPhase::DayRating Good{"Good", "***"};
+constexpr mMoonPhase::DayRating Best{"Best", "****"};
+
+struct Band {
+    float first; ///< lit percentages, both included
+    float last;
+    mMoonPhase::DayRating waxing;
+    mMoonPhase::DayRating waning;
+};
+
+// The edges are 2, 6, 8, 10, 12, 22, 26 and 28 days of a month of 29.5.
+constexpr std::array<Band, 9> Bands{{
+    {0.0F, 6.78F, Good, Fair},
+    {6.79F, 20.34F, Best, Fair},
+    {20.35F, 27.12F, Best, Good},
+    {27.13F, 33.9F, Good, Good},
+    {33.91F, 40.68F, Fair, Fair},
+    {40.69F, 74.58F, Poor, Poor},
+    {74.59F, 88.14F, Fair, Fair},
+    {88.15F, 94.92F, Best, Best},
+    {94.93F, 100.0F, Good, Good},
+}};
+
+} // namespace
+
+double mMoonPhase::JulianDay(std::chrono::year_month_day date)
+{
+    const double d = static_cast<unsigned>(date.day());
+    const double m = static_cast<unsigned>(date.month());
+    const double y = static_cast<int>(date.year());
+    const double a = (m - 14) / 12;
+    const double jd =
+        (m - 2 - a * 12) * 367 / 12 + (a + y + 4800) * 1461 / 4 - 3 * ((a + y + 4900) / 100) / 4 + d - 32075;
+    // Kept to the 15 digits of a decimal value: some months (October 6617) lie just between two
+    // quarters of a day, where the last bits of the sum would decide on LitPercent's.
+    return std::round(jd * 1e8) / 1e8;
+}
+
+mMoonPhase::Light mMoonPhase::LitPercent(float jd)
+{
+    const double daysSinceFull = static_cast<double>(jd) + 4.867;
+    const double now = std::abs(PhaseFigure(daysSinceFull));
+    const double quarterDayAgo = std::abs(PhaseFigure(daysSinceFull - 0.25));
+
+    const float percent = Folded(static_cast<float>(std::nearbyint(now * 100) / 100));
+    const float earlier = Folded(static_cast<float>(std::trunc(quarterDayAgo)));
+    return {percent, earlier < percent};
+}
+
+mMoonPhase::DayRating mMoonPhase::Rating(float percent, bool waxing)
+{
+    const auto* const band = std::find_if(Bands.begin(), Bands.end(), [percent](const Band& candidate) {
+        return candidate.first <= percent && percent <= candidate.last;
+    });
+    if (band == Bands.end()) {
+        return {};
+    }
+    return waxing ? band->waxing : band->waning;
+}

@@ -1,0 +1,109 @@
+#include "mPeakTimes.h"
+
+#include "core/Conversions.h"
+#include "core/Error.h"
+
+#include <cmath>
+#include <utility>
+
+namespace
+{
+
+constexpr std::string_view None = ":";
+constexpr float HalfLunarDay = 12.4167F; // a lunar day has 24 h 50 min
+constexpr float QuarterLunarDay = 6.2083F;
+constexpr float LastTransit = 24.0167F; // up to one minute past midnight still counts as this day's
+
+/// Whether `text` is one of the words of `words`, which stand side by side in it, or empty.
+bool IsAmong(std::string_view text, std::string_view words)
+{
+    return words.find(text) != std::string_view::npos;
+}
+
+/// `hours` as a time, none when it is not on the day.
+std::string TimeOnDay(float hours)
+{
+    return hours < 0 || hours > 24 ? std::string(None) : mPeakTimes::HoursToTime(hours);
+}
+
+} // namespace
+
+mPeakTimes::Periods mPeakTimes::PeakTimes(const mRiseSet::RiseSetTexts& before,
+                                          const mRiseSet::RiseSetTexts& today,
+                                          const mRiseSet::RiseSetTexts& after)
+{
+    const std::string& rise = today.rise == None ? before.rise : today.rise;
+    const std::string& set = today.set == None ? after.set : today.set;
+    if (rise == None || set == None || IsAmong(rise, "up_down_rises_sets") || IsAmong(set, "up_down_never")) {
+        return {std::string(None), std::string(None), std::string(None), std::string(None)};
+    }
+
+    std::string major1 = MoonTransit(rise, set);
+    std::string major2 = OppositeTransit(major1);
+    if (major2 < major1) {
+        std::swap(major1, major2);
+    }
+    auto [minor1, minor2] = MinorTimes(major1, major2);
+    return {std::move(major1), std::move(major2), std::move(minor1), std::move(minor2)};
+}
+
+std::string mPeakTimes::MoonTransit(std::string_view rise, std::string_view set)
+{
+    const float r = TimeToHours(rise);
+    const float s = TimeToHours(set);
+    if (r <= s) {
+        return HoursToTime((r + s) / 2);
+    }
+    const float beforeMidnight = 24 - r;
+    const float middle = (beforeMidnight + s) / 2 - beforeMidnight;
+    return HoursToTime(middle < 0 ? middle + 24 : middle);
+}
+
+std::string mPeakTimes::OppositeTransit(std::string_view major)
+{
+    const float transit = TimeToHours(major);
+    if (transit - HalfLunarDay > 0) {
+        return HoursToTime(transit - HalfLunarDay);
+    }
+    const float later = transit + HalfLunarDay;
+    if (later > LastTransit) {
+        return std::string(None);
+    }
+    return HoursToTime(later > 24 ? later - 24 : later);
+}
+
+mPeakTimes::Minors mPeakTimes::MinorTimes(std::string_view major1, std::string_view major2)
+{
+    if (major2 == None) {
+        const float only = TimeToHours(major1);
+        return {TimeOnDay(only - QuarterLunarDay), TimeOnDay(only + QuarterLunarDay)};
+    }
+    const float second = TimeToHours(major2);
+    if (major1 == None) {
+        const std::string minor = TimeOnDay(second - QuarterLunarDay);
+        return {minor, minor};
+    }
+    const float first = TimeToHours(major1);
+    if (first - QuarterLunarDay >= 0) {
+        return {TimeOnDay(first - QuarterLunarDay), TimeOnDay(second - QuarterLunarDay)};
+    }
+    return {TimeOnDay(second - QuarterLunarDay), TimeOnDay(second + QuarterLunarDay)};
+}
+
+float mPeakTimes::TimeToHours(std::string_view time)
+{
+    const auto colon = time.find(':');
+    if (colon == std::string_view::npos) {
+        throw Error(ErrorNumber::TypeMismatch);
+    }
+    const float hours = ToInt16(time.substr(0, colon));
+    const float minutes = ToInt16(time.substr(colon + 1));
+    return hours + minutes / 60;
+}
+
+std::string mPeakTimes::HoursToTime(float hours)
+{
+    const float whole = std::trunc(hours);
+    const float minutes = std::trunc((hours - whole) * 60);
+    return ZeroPadded(static_cast<int>(whole), 2) + ':' + ZeroPadded(static_cast<int>(minutes), 2);
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "core/Conversions.h"
+#include "core/Error.h"
+
+#include <QtTest>
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+// Lets a failed comparison show the texts and dates that differ.
+namespace QTest
+{
+
+template <>
+inline char* toString(const std::string& text)
+{
+    return qstrdup(text.c_str());
+}
+
+template <>
+inline char* toString(const std::string_view& text)
+{
+    return qstrdup(std::string(text).c_str());
+}
+
+template <>
+inline char* toString(const std::chrono::year_month_day& t)
+{
+    return qstrdup(FromDate(t).c_str());
+}
+
+} // namespace QTest
+
+/// The number of the error that `routine` throws; nothing when it throws none.
+template <typename Routine>
+std::optional<ErrorNumber> ErrorOf(Routine routine)
+{
+    try {
+        routine();
+    } catch (const Error& error) {
+        return error.Number();
+    }
+    return std::nullopt;
+}
