@@ -1,0 +1,82 @@
+#include "Record.h"
+
+#include "core/Error.h"
+#include "core/Text.h"
+
+#include <iterator>
+
+namespace
+{
+
+bool IsElement(const pugi::xml_node& node)
+{
+    return node.type() == pugi::node_element;
+}
+
+pugi::xml_node ChildAt(const pugi::xml_node& record, std::size_t position)
+{
+    for (const pugi::xml_node& child : record.children()) {
+        if (IsElement(child) && position-- == 0) {
+            return child;
+        }
+    }
+    throw Error(ErrorNumber::ObjectNotSet);
+}
+
+void AppendTextOf(const pugi::xml_node& node, std::string& text)
+{
+    for (const pugi::xml_node& child : node.children()) {
+        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
+            text += child.value();
+        } else if (IsElement(child)) {
+            AppendTextOf(child, text);
+        }
+    }
+}
+
+} // namespace
+
+std::string TextOf(const pugi::xml_node& node)
+{
+    std::string text;
+    AppendTextOf(node, text);
+    return text;
+}
+
+std::string RecordView::Text(std::size_t position) const
+{
+    return TextOf(ChildAt(m_node, position));
+}
+
+std::size_t RecordView::Count() const
+{
+    std::size_t count = 0;
+    for (const pugi::xml_node& child : m_node.children()) {
+        count += IsElement(child) ? 1 : 0;
+    }
+    return count;
+}
+
+Record::Record(const RecordView& stored)
+{
+    m_document.append_copy(stored.Node());
+}
+
+Record::Record(const Record& other) : Record(other.View()) {}
+
+Record& Record::operator=(const Record& other)
+{
+    if (this != &other) {
+        m_document.reset(other.m_document);
+    }
+    return *this;
+}
+
+void Record::SetText(std::size_t position, std::string_view text)
+{
+    pugi::xml_node child = ChildAt(m_document.first_child(), position);
+    child.remove_children();
+    if (!text.empty()) {
+        child.append_child(pugi::node_pcdata).set_value(XmlText(text).c_str());
+    }
+}

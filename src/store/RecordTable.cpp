@@ -1,0 +1,112 @@
+#include "RecordTable.h"
+
+#include "core/Conversions.h"
+#include "core/Error.h"
+
+#include <limits>
+
+namespace
+{
+
+pugi::xml_node LastRecord(const pugi::xml_node& container)
+{
+    pugi::xml_node last = container.last_child();
+    while (last && last.type() != pugi::node_element) {
+        last = last.previous_sibling();
+    }
+    return last;
+}
+
+std::int32_t KeyAfter(const pugi::xml_node& lastRecord)
+{
+    const std::int32_t key = ToInt32(RecordView(lastRecord).Text(0));
+    if (key == std::numeric_limits<std::int32_t>::max()) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    return key + 1;
+}
+
+pugi::xml_node Stored(const pugi::xml_node& node)
+{
+    if (!node) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    return node;
+}
+
+} // namespace
+
+void RecordTable::Rebuild()
+{
+    m_byKey.clear();
+    try {
+        for (const pugi::xml_node& record : m_file.Data().children(m_names.record)) {
+            Index(record);
+        }
+    } catch (const Error&) { // NOLINT(bugprone-empty-catch): an unreadable file has no records
+    }
+}
+
+void RecordTable::Index(const pugi::xml_node& record)
+{
+    if (const pugi::xml_node key = record.child(m_names.key); key) {
+        m_byKey.emplace(TextOf(key), record);
+    }
+}
+
+RecordList RecordTable::List() const
+{
+    RecordList records;
+    for (const pugi::xml_node& node : m_file.Container().children()) {
+        if (node.type() == pugi::node_element) {
+            records.emplace_back(node);
+        }
+    }
+    return records;
+}
+
+RecordView RecordTable::Get(const std::string& key) const
+{
+    const auto found = m_byKey.find(key);
+    if (found == m_byKey.end()) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    return RecordView(found->second);
+}
+
+RecordView RecordTable::First() const
+{
+    const RecordList records = List();
+    if (records.empty()) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    return records.front();
+}
+
+void RecordTable::Append(Record& record)
+{
+    pugi::xml_node container = m_file.Container();
+    const pugi::xml_node last = LastRecord(container);
+    Record keyed = record;
+    keyed.SetText(0, last ? std::to_string(KeyAfter(last)) : "1");
+    Index(Stored(container.append_copy(keyed.View().Node())));
+    record = std::move(keyed);
+}
+
+void RecordTable::Replace(const Record& record)
+{
+    const std::string key = record.Text(0);
+    const pugi::xml_node old = Get(key).Node();
+    pugi::xml_node data = m_file.Data();
+    m_byKey[key] = Stored(data.insert_copy_after(record.View().Node(), old));
+    data.remove_child(old);
+}
+
+void RecordTable::Remove(const std::string& key)
+{
+    pugi::xml_node data = m_file.Data();
+    if (const auto found = m_byKey.find(key); found != m_byKey.end()) {
+        data.remove_child(found->second);
+        Rebuild(); // a later record with the same key is the first one now
+    }
+}

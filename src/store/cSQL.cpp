@@ -1,0 +1,187 @@
+#include "cSQL.h"
+
+#include "core/Error.h"
+#include "core/ErrorLog.h"
+#include "store/RecordLayouts.h"
+
+namespace
+{
+
+constexpr std::string_view module = "cSQL";
+
+constexpr RecordTable::Names entryNames{"tarno", "TarnoNo"};
+constexpr RecordTable::Names locationNames{"location", "LocNo"};
+constexpr RecordTable::Names fieldNames{"field", "FieldNo"};
+constexpr RecordTable::Names reportNames{"report", "RptNo"};
+
+template <typename Body>
+Status Trapped(std::string_view routine, Body&& body)
+{
+    return Trap(module, routine, std::forward<Body>(body)) ? succeeded : failed;
+}
+
+} // namespace
+
+cSQL::cSQL(const ProgramFolder& folder, FileOperations& operations)
+    : m_folder(folder),
+      m_writer(operations),
+      m_entries("tarno.xml", entryNames),
+      m_fields("field.xml", fieldNames),
+      m_locations("location.xml", locationNames),
+      m_entryBlank("tarnoblank.xml", entryNames),
+      m_locationBlank("locationblank.xml", locationNames),
+      m_reports("Rpt.xml", reportNames),
+      m_reportBlank("RptBlank.xml", reportNames)
+{
+}
+
+Status cSQL::Init()
+{
+    return Trapped("Init", [&] {
+        for (Document* document : {&m_entries, &m_fields, &m_locations, &m_entryBlank, &m_locationBlank,
+                                   &m_reports, &m_reportBlank}) {
+            document->file.Load(m_folder);
+            document->table.Rebuild();
+        }
+    });
+}
+
+Status cSQL::DeInit()
+{
+    return Trapped("DeInit", [&] {
+        for (Document* document : {&m_entries, &m_locations, &m_fields, &m_entryBlank, &m_locationBlank,
+                                   &m_reports, &m_reportBlank}) {
+            document->file.Release();
+            document->table.Rebuild();
+        }
+    });
+}
+
+Status cSQL::EntryList(RecordList& xEntries) const
+{
+    return List("EntryList", m_entries, xEntries);
+}
+
+Status cSQL::LocationList(RecordList& xLocs) const
+{
+    return List("LocationList", m_locations, xLocs);
+}
+
+Status cSQL::FieldList(RecordList& xField) const
+{
+    return List("FieldList", m_fields, xField);
+}
+
+Status cSQL::ReportList(RecordList& xRpt) const
+{
+    return List("ReportList", m_reports, xRpt);
+}
+
+Status cSQL::EntryGet(std::int16_t iTarnoNo, Record& xEntry) const
+{
+    return Get("EntryGet", m_entries, m_entryBlank, iTarnoNo, xEntry);
+}
+
+Status cSQL::LocationGet(std::int16_t iLocNo, Record& xLoc) const
+{
+    return Get("LocationGet", m_locations, m_locationBlank, iLocNo, xLoc);
+}
+
+Status cSQL::ReportGet(std::int16_t iRptNo, Record& xRpt) const
+{
+    return Get("ReportGet", m_reports, m_reportBlank, iRptNo, xRpt);
+}
+
+Status cSQL::EntryUpdate(Record& xTarno)
+{
+    return Update("EntryUpdate", m_entries, xTarno, "tarno.xml");
+}
+
+Status cSQL::LocationUpdate(Record& xLoc)
+{
+    return Update("LocationUpdate", m_locations, xLoc, "location.xml");
+}
+
+Status cSQL::ReportUpdate(Record& xRpt)
+{
+    return Update("ReportUpdate", m_reports, xRpt, "rpt.xml");
+}
+
+Status cSQL::FieldUpdate(const Record& xFld)
+{
+    return Trapped("FieldUpdate", [&] {
+        m_fields.table.Replace(xFld);
+        m_fields.file.Save(m_folder, m_writer, "Field.xml");
+    });
+}
+
+Status cSQL::EntryDelete(std::int16_t iTarnoNo)
+{
+    return Delete("EntryDelete", m_entries, iTarnoNo, "tarno.xml");
+}
+
+Status cSQL::LocationDelete(std::int16_t iLocNo)
+{
+    return Delete("LocationDelete", m_locations, iLocNo, "location.xml");
+}
+
+Status cSQL::ReportDelete(std::int16_t iRptNo)
+{
+    return Delete("ReportDelete", m_reports, iRptNo, "Rpt.xml");
+}
+
+std::string cSQL::LocationNameGet(const std::string& sLocNo) const
+{
+    std::string name = "1";
+    Trap(module, "LocationNameGet",
+         [&] { name = m_locations.table.Get(sLocNo).Text(LocationField::LocName); });
+    return name;
+}
+
+std::vector<std::string> cSQL::UnsavedFiles() const
+{
+    std::vector<std::string> names;
+    for (const Document* document : {&m_entries, &m_locations, &m_fields, &m_reports}) {
+        if (document->file.IsUnsaved()) {
+            names.push_back(document->file.Name());
+        }
+    }
+    return names;
+}
+
+Status cSQL::List(std::string_view routine, const Document& from, RecordList& list)
+{
+    return Trapped(routine, [&] {
+        if (RecordList records = from.table.List(); !records.empty()) {
+            list = std::move(records);
+        }
+    });
+}
+
+Status cSQL::Get(std::string_view routine, const Document& from, const Document& blank, std::int16_t key,
+                 Record& record)
+{
+    return Trapped(routine, [&] {
+        record = Record(key != 0 ? from.table.Get(std::to_string(key)) : blank.table.First());
+    });
+}
+
+Status cSQL::Update(std::string_view routine, Document& in, Record& record, const char* savedAs)
+{
+    return Trapped(routine, [&] {
+        if (record.Text(0) == "0") {
+            in.table.Append(record);
+        } else {
+            in.table.Replace(record);
+        }
+        in.file.Save(m_folder, m_writer, savedAs);
+    });
+}
+
+Status cSQL::Delete(std::string_view routine, Document& in, std::int16_t key, const char* savedAs)
+{
+    return Trapped(routine, [&] {
+        in.table.Remove(std::to_string(key));
+        in.file.Save(m_folder, m_writer, savedAs);
+    });
+}

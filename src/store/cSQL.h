@@ -1,0 +1,94 @@
+#pragma once
+
+#include "core/FileOperations.h"
+#include "core/ProgramFolder.h"
+#include "core/SafeWriter.h"
+#include "store/DataFile.h"
+#include "store/Record.h"
+#include "store/RecordTable.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What an operation of the data access returns.
+using Status = std::int32_t;
+constexpr Status succeeded = 0;
+constexpr Status failed = 1; ///< the error has been reported through ErrorLog
+
+/// The only code that touches the data files. Documents are held whole in memory; every change is written
+/// to its file at once. A change whose saving failed stays in memory and goes with the next save.
+///
+/// A record is handed out as a copy and handed back whole; a key of 0 means the blank template.
+class cSQL
+{
+public:
+    /// The references must outlive the object. Until Init every file is empty.
+    cSQL(const ProgramFolder& folder, FileOperations& operations);
+
+    /// Loads the seven files. A file that is missing or damaged is no failure here; the operations that
+    /// need it fail.
+    Status Init();
+    /// Releases the documents; nothing is saved. No operation may follow.
+    Status DeInit();
+
+    // Lists: all records in file order. A file without records leaves the argument as it was.
+
+    Status EntryList(RecordList& xEntries) const;
+    Status LocationList(RecordList& xLocs) const;
+    Status FieldList(RecordList& xField) const;
+    Status ReportList(RecordList& xRpt) const;
+
+    // Gets: a copy of the record with that number, of the template for 0.
+
+    Status EntryGet(std::int16_t iTarnoNo, Record& xEntry) const;
+    Status LocationGet(std::int16_t iLocNo, Record& xLoc) const;
+    Status ReportGet(std::int16_t iRptNo, Record& xRpt) const;
+
+    // Updates: a record whose key is "0" is appended under the last record's key plus one, which is
+    // written into the argument as well; any other replaces the stored record of its key.
+
+    Status EntryUpdate(Record& xTarno);
+    Status LocationUpdate(Record& xLoc);
+    Status ReportUpdate(Record& xRpt);
+    /// Replaces only; the set of field definitions is fixed.
+    Status FieldUpdate(const Record& xFld);
+
+    // Deletions: the file is saved whether there was such a record or not.
+
+    Status EntryDelete(std::int16_t iTarnoNo);
+    Status LocationDelete(std::int16_t iLocNo);
+    Status ReportDelete(std::int16_t iRptNo);
+
+    /// The stored name of the location whose key is `sLocNo`; "1", the error reported, when there is none.
+    std::string LocationNameGet(const std::string& sLocNo) const;
+
+    /// The names of the files whose last change has not reached the disk.
+    std::vector<std::string> UnsavedFiles() const;
+
+private:
+    /// One of the seven files with its records.
+    struct Document {
+        Document(const char* fileName, RecordTable::Names names) : file(fileName), table(file, names) {}
+
+        DataFile file;
+        RecordTable table;
+    };
+
+    static Status List(std::string_view routine, const Document& from, RecordList& list);
+    static Status Get(std::string_view routine, const Document& from, const Document& blank, std::int16_t key,
+                      Record& record);
+    Status Update(std::string_view routine, Document& in, Record& record, const char* savedAs);
+    Status Delete(std::string_view routine, Document& in, std::int16_t key, const char* savedAs);
+
+    const ProgramFolder& m_folder;
+    SafeWriter m_writer;
+    Document m_entries;
+    Document m_fields;
+    Document m_locations;
+    Document m_entryBlank;
+    Document m_locationBlank;
+    Document m_reports;
+    Document m_reportBlank;
+};

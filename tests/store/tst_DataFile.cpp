@@ -1,0 +1,173 @@
+#include "store/DataFile.h"
+#include "support/RaisedNumber.h"
+#include "support/ScriptedFileOperations.h"
+#include "support/StdStrings.h"
+#include "support/TemporaryFolder.h"
+
+#include <QtTest>
+
+using namespace std::string_literals;
+
+namespace
+{
+
+using Texts = std::vector<std::string>;
+
+/// A data file in a folder of its own.
+struct Opened {
+    explicit Opened(const char* name) : file(name) {}
+
+    void Load() { file.Load(programFolder); }
+
+    /// What Save raises, 0 for nothing.
+    int Save(const std::string& name)
+    {
+        return RaisedNumber([&] { file.Save(programFolder, writer, name); });
+    }
+
+    bool IsLoaded() const
+    {
+        return RaisedNumber([&] { file.Container(); }) == 0;
+    }
+
+    TemporaryFolder folder;
+    ProgramFolder programFolder{folder.Path()};
+    ScriptedFileOperations operations;
+    SafeWriter writer{operations};
+    DataFile file;
+};
+
+} // namespace
+
+class tst_DataFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void load_aDataFile_hasItsContainer();
+    void load_nameInOtherCase_meetsItsFile();
+    void load_again_forgetsWhatWasThere();
+    void load_firstChildIsNoData_dataIsStillFound();
+    void release_everythingIsGone();
+    void save_name_intoTheFileThatWasLoaded_data();
+    void save_name_intoTheFileThatWasLoaded();
+    void save_fileGone_isCreatedUnderTheNameForSaving();
+    void save_fileRenamedMeanwhile_isMetWhateverItsCase();
+    void save_failed_isUnsavedUntilTheNext();
+};
+
+void tst_DataFile::load_aDataFile_hasItsContainer()
+{
+    Opened test("tarno.xml");
+    QVERIFY(!test.IsLoaded());
+    test.folder.Write("tarno.xml", "<data><tarno/></data>");
+    test.Load();
+    QCOMPARE(std::string(test.file.Container().name()), "data"s);
+    QVERIFY(test.file.Container() == test.file.Data());
+    QVERIFY(!test.file.IsUnsaved());
+    QCOMPARE(test.file.Name(), "tarno.xml"s);
+}
+
+void tst_DataFile::load_nameInOtherCase_meetsItsFile()
+{
+    Opened test("field.xml");
+    test.folder.Write("Field.XML", "<data/>");
+    test.Load();
+    QVERIFY(test.IsLoaded());
+}
+
+void tst_DataFile::load_again_forgetsWhatWasThere()
+{
+    Opened test("tarno.xml");
+    test.folder.Write("tarno.xml", "<data/>");
+    test.Load();
+    QVERIFY(test.IsLoaded());
+    test.folder.Write("tarno.xml", "<data>");
+    test.Load();
+    QVERIFY(!test.IsLoaded());
+}
+
+void tst_DataFile::load_firstChildIsNoData_dataIsStillFound()
+{
+    Opened test("tarno.xml");
+    test.folder.Write("tarno.xml", "<?xml version=\"1.0\"?><data/>");
+    test.Load();
+    QCOMPARE(std::string(test.file.Data().name()), "data"s);
+    QVERIFY(test.file.Container() != test.file.Data());
+}
+
+void tst_DataFile::release_everythingIsGone()
+{
+    Opened test("tarno.xml");
+    test.folder.Write("tarno.xml", "<data/>");
+    test.Load();
+    test.operations.Fail("write", ErrorNumber::DiskFull);
+    QCOMPARE(test.Save("tarno.xml"), 61);
+    test.file.Release();
+    QCOMPARE(RaisedNumber([&] { test.file.Container(); }), 91);
+    QCOMPARE(RaisedNumber([&] { test.file.Data(); }), 91);
+    QVERIFY(!test.file.IsUnsaved());
+    QCOMPARE(test.folder.Read("tarno.xml"), "<data/>"s);
+}
+
+void tst_DataFile::save_name_intoTheFileThatWasLoaded_data()
+{
+    QTest::addColumn<Texts>("files");
+    QTest::newRow("the name itself") << Texts{"rpt.xml"};
+    QTest::newRow("the name as loaded") << Texts{"Rpt.xml"};
+    QTest::newRow("neither") << Texts{"RPT.XML"};
+    QTest::newRow("both: the one that was loaded") << Texts{"Rpt.xml", "rpt.xml"};
+}
+
+void tst_DataFile::save_name_intoTheFileThatWasLoaded()
+{
+    QFETCH(Texts, files);
+    Opened test("Rpt.xml");
+    for (const std::string& name : files) {
+        test.folder.Write(name, "<data><!-- " + name + " --></data>");
+    }
+    test.Load();
+    test.file.Data().append_child("report");
+    QCOMPARE(test.Save("rpt.xml"), 0);
+    QCOMPARE(test.folder.Names(), files);
+    QCOMPARE(test.folder.Read(files.front()),
+             "<data>\n\t<!-- " + files.front() + " -->\n\t<report />\n</data>\n");
+}
+
+void tst_DataFile::save_fileGone_isCreatedUnderTheNameForSaving()
+{
+    Opened test("field.xml");
+    test.folder.Write("field.xml", "<data/>");
+    test.Load();
+    std::filesystem::remove(ToPath(test.folder.PathOf("field.xml")));
+    QCOMPARE(test.Save("Field.xml"), 0);
+    QCOMPARE(test.folder.Names(), Texts{"Field.xml"});
+}
+
+void tst_DataFile::save_fileRenamedMeanwhile_isMetWhateverItsCase()
+{
+    Opened test("field.xml");
+    test.folder.Write("field.xml", "<data/>");
+    test.Load();
+    std::filesystem::rename(ToPath(test.folder.PathOf("field.xml")), ToPath(test.folder.PathOf("FIELD.XML")));
+    QCOMPARE(test.Save("Field.xml"), 0);
+    QCOMPARE(test.folder.Names(), Texts{"FIELD.XML"});
+}
+
+void tst_DataFile::save_failed_isUnsavedUntilTheNext()
+{
+    Opened test("tarno.xml");
+    test.folder.Write("tarno.xml", "<data/>");
+    test.Load();
+    test.file.Data().append_child("tarno");
+    test.operations.Fail("replace", ErrorNumber::PathFileAccess);
+    QCOMPARE(test.Save("tarno.xml"), 75);
+    QVERIFY(test.file.IsUnsaved());
+    QCOMPARE(test.folder.Read("tarno.xml"), "<data/>"s);
+    QCOMPARE(test.Save("tarno.xml"), 0);
+    QVERIFY(!test.file.IsUnsaved());
+    QCOMPARE(test.folder.Read("tarno.xml"), "<data>\n\t<tarno />\n</data>\n"s);
+}
+
+QTEST_APPLESS_MAIN(tst_DataFile)
+#include "tst_DataFile.moc"
