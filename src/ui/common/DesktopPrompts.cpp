@@ -1,0 +1,140 @@
+#include "DesktopPrompts.h"
+
+#include "core/Error.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProcess>
+
+namespace
+{
+
+QMessageBox::Icon IconOf(Icon icon)
+{
+    switch (icon) {
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Information:
+        break;
+    }
+    return QMessageBox::Information;
+}
+
+QMessageBox::StandardButtons ButtonsOf(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case Buttons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButton ButtonOf(Button button)
+{
+    switch (button) {
+    case Button::Yes:
+        return QMessageBox::Yes;
+    case Button::No:
+        return QMessageBox::No;
+    case Button::Cancel:
+        return QMessageBox::Cancel;
+    case Button::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+Button AnswerOf(int button)
+{
+    switch (button) {
+    case QMessageBox::Yes:
+        return Button::Yes;
+    case QMessageBox::No:
+        return Button::No;
+    case QMessageBox::Cancel:
+        return Button::Cancel;
+    default:
+        return Button::Ok;
+    }
+}
+
+std::optional<QString> ChosenIn(QFileDialog& dialog)
+{
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return std::nullopt;
+    }
+    return QDir::toNativeSeparators(dialog.selectedFiles().first());
+}
+
+} // namespace
+
+void MessageBoxes::Tell(QWidget* parent, const QString& text, const QString& title)
+{
+    Ask(parent, {.text = text, .title = title});
+}
+
+Button DesktopMessageBoxes::Ask(QWidget* parent, const Question& question)
+{
+    QString lines = question.text;
+    lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    QMessageBox box(IconOf(question.icon), question.title, lines, ButtonsOf(question.buttons), parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(ButtonOf(question.byDefault));
+    if (question.buttons == Buttons::YesNo) {
+        box.setEscapeButton(QMessageBox::No);
+    }
+    return AnswerOf(box.exec());
+}
+
+std::optional<QString> DesktopFileDialogs::Open(QWidget* parent, const FileQuestion& question)
+{
+    QFileDialog dialog(parent, question.title, question.folder, question.filter);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.selectFile(question.fileName);
+    return ChosenIn(dialog);
+}
+
+std::optional<QString> DesktopFileDialogs::Save(QWidget* parent, const FileQuestion& question)
+{
+    QFileDialog dialog(parent, question.title, question.folder, question.filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setDefaultSuffix(question.suffix);
+    dialog.selectFile(question.fileName);
+    return ChosenIn(dialog);
+}
+
+void DesktopProgramStarter::Start(const QString& program, const QStringList& arguments)
+{
+    if (!QProcess::startDetached(program, arguments, QFileInfo(program).path())) {
+        throw Error(ErrorNumber::FileNotFound);
+    }
+}
+
+void DesktopProgramStarter::EditText(const QString& path)
+{
+#ifdef Q_OS_WIN
+    // one command line, the path without quotation marks
+    QProcess editor;
+    editor.setProgram(QStringLiteral("notepad.exe"));
+    editor.setNativeArguments(path);
+    const bool started = editor.startDetached();
+#else
+    // unlike the editor of Windows, the desktop's does not offer to make a file that is missing
+    const bool started =
+        QFileInfo(path).isFile() &&
+        QProcess::startDetached(QStringLiteral("xdg-open"), {QFileInfo(path).absoluteFilePath()});
+#endif
+    if (!started) {
+        throw Error(ErrorNumber::FileNotFound);
+    }
+}

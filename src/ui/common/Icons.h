@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QIcon>
+#include <QLatin1String>
+
+/// The program's own drawing `name` ("add", "tarno", ...), sharp at every size.
+QIcon DrawnIcon(QLatin1String name);

@@ -1,0 +1,54 @@
+#include "KeyFilter.h"
+
+#include <QLineEdit>
+
+#include <algorithm>
+#include <utility>
+
+KeyFilter::KeyFilter(QLineEdit* box, QString besidesDigits)
+    : QValidator(box), m_besidesDigits(std::move(besidesDigits)), m_before(box->text())
+{
+    box->setValidator(this);
+    connect(box, &QLineEdit::textChanged, this, [this](const QString& text) { m_before = text; });
+}
+
+void KeyFilter::Show(QLineEdit* box, const QString& text)
+{
+    const QValidator* filter = box->validator();
+    box->setValidator(nullptr);
+    box->setText(text);
+    box->setValidator(filter);
+}
+
+bool KeyFilter::Passes(QChar character) const
+{
+    return (character >= QLatin1Char('0') && character <= QLatin1Char('9')) ||
+           m_besidesDigits.contains(character);
+}
+
+QValidator::State KeyFilter::validate(QString& input, int& position) const
+{
+    // what was put in stands between the text that is still there in front and behind
+    qsizetype front = 0;
+    const qsizetype shorter = std::min(input.size(), m_before.size());
+    while (front < shorter && input[front] == m_before[front]) {
+        ++front;
+    }
+    qsizetype behind = 0;
+    while (behind < shorter - front && input.back() == m_before.back() &&
+           input[input.size() - 1 - behind] == m_before[m_before.size() - 1 - behind]) {
+        ++behind;
+    }
+    QString inserted = input.mid(front, input.size() - front - behind);
+    const qsizetype length = inserted.size();
+    inserted.removeIf([this](QChar character) { return !Passes(character); });
+    if (inserted.size() == length) {
+        return Acceptable;
+    }
+    if (inserted.isEmpty()) {
+        return Invalid;
+    }
+    input = input.left(front) + inserted + input.right(behind);
+    position = static_cast<int>(front + inserted.size());
+    return Acceptable;
+}

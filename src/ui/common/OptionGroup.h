@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QButtonGroup>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+class QWidget;
+
+/// The option buttons `name`_0, `name`_1, ... of a window, of which one or none is chosen.
+class OptionGroup : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Finds the buttons below `window`, which owns the group.
+    OptionGroup(QWidget* window, const QString& name);
+
+    int Count() const;
+    /// The index of the chosen button; nothing when none is.
+    std::optional<int> Chosen() const;
+    /// Chooses the button `index`, or none when there is no such button. Does not count as a click.
+    void Choose(std::optional<int> index);
+
+Q_SIGNALS:
+    /// The user chose the button `index`.
+    void Clicked(int index);
+
+private:
+    QButtonGroup m_buttons;
+};

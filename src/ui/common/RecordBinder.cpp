@@ -1,0 +1,194 @@
+#include "RecordBinder.h"
+
+#include "KeyFilter.h"
+#include "LeaveGuard.h"
+#include "OptionGroup.h"
+#include "Strings.h"
+#include "core/Conversions.h"
+#include "core/ErrorLog.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+#include <utility>
+
+namespace
+{
+
+/// A refused box, light orange with text that stays readable in a dark palette too, or a box as usual.
+void ShowRefused(QWidget* box, bool refused)
+{
+    QPalette colours;
+    if (refused) {
+        colours.setColor(QPalette::Base, QColor(255, 224, 192));
+        colours.setColor(QPalette::Text, Qt::black);
+    }
+    box->setPalette(colours);
+}
+
+void Show(QLineEdit* box, std::string_view stored)
+{
+    KeyFilter::Show(box, FromUtf8(stored));
+    ShowRefused(box, false);
+}
+
+/// The text in the box. Its toPlainText would turn no-break spaces into blanks.
+QString TypedLines(const QPlainTextEdit* lines)
+{
+    return lines->document()
+        ->toRawText()
+        .replace(QChar::ParagraphSeparator, QLatin1Char('\n'))
+        .replace(QChar::LineSeparator, QLatin1Char('\n'));
+}
+
+std::optional<int> CodeOf(std::string_view stored)
+{
+    try {
+        return ToInt16(stored);
+    } catch (const Error&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+RecordBinder::RecordBinder(QWidget* window, EditedRecord& record, LeaveGuard& guard)
+    : QObject(window),
+      m_window(window),
+      m_record(record),
+      m_guard(guard),
+      m_module(ToUtf8(window->objectName()))
+{
+}
+
+std::string RecordBinder::Routine(const QObject* control, const char* event) const
+{
+    return ToUtf8(control->objectName()) + event;
+}
+
+void RecordBinder::BindBox(std::size_t position, const char* box, Check check)
+{
+    auto* line = m_window->findChild<QLineEdit*>(QLatin1String(box));
+    m_boxes[position] = {line, std::move(check)};
+    m_guard.Add(line, [this, position] { return Validate(position); });
+}
+
+void RecordBinder::BindLines(std::size_t position, const char* box)
+{
+    auto* lines = m_window->findChild<QPlainTextEdit*>(QLatin1String(box));
+    m_lines[position] = lines;
+    connect(lines, &QPlainTextEdit::textChanged, this, &RecordBinder::LinesEdited);
+    m_guard.Add(lines, [this, position, lines] {
+        Trap(m_module, Routine(lines, "_Validate"), [&] {
+            ValidateLines(position, lines);
+            Q_EMIT WrittenBack();
+        });
+        return true;
+    });
+}
+
+void RecordBinder::BindOptions(std::size_t position, const char* group)
+{
+    auto* options = new OptionGroup(m_window, QLatin1String(group));
+    m_options[position] = options;
+    connect(options, &OptionGroup::Clicked, this, [this, position, group](int index) {
+        Trap(m_module, std::string(group) + "_Click", [&] {
+            Store(position, std::to_string(index));
+            Q_EMIT WrittenBack();
+        });
+    });
+}
+
+void RecordBinder::ShowRecord()
+{
+    for (const auto& [position, line] : m_boxes) {
+        Show(line.box, m_record.Text(position));
+    }
+    for (const auto& [position, lines] : m_lines) {
+        lines->setPlainText(ShownLines(m_record.Text(position)));
+    }
+    for (const auto& [position, options] : m_options) {
+        options->Choose(CodeOf(m_record.Text(position)));
+    }
+}
+
+void RecordBinder::ShowNothing()
+{
+    for (const auto& [position, line] : m_boxes) {
+        Show(line.box, "");
+    }
+    for (const auto& [position, lines] : m_lines) {
+        lines->clear();
+    }
+    for (const auto& [position, options] : m_options) {
+        options->Choose(std::nullopt);
+    }
+}
+
+void RecordBinder::Put(std::size_t position, std::string_view text)
+{
+    Show(Box(position), text);
+    m_record.Store(position, text);
+}
+
+void RecordBinder::PutCode(std::size_t position, int code)
+{
+    m_options.at(position)->Choose(code);
+    m_record.Store(position, std::to_string(code));
+}
+
+bool RecordBinder::Validate(std::size_t position)
+{
+    const LineBox& line = m_boxes.at(position);
+    bool mayLeave = true;
+    Trap(m_module, Routine(line.box, "_Validate"), [&] {
+        mayLeave = ValidateBox(position, line);
+        if (mayLeave) {
+            Q_EMIT WrittenBack();
+        }
+    });
+    return mayLeave;
+}
+
+bool RecordBinder::ValidateBox(std::size_t position, const LineBox& line)
+{
+    std::string text = ToUtf8(line.box->text());
+    if (line.check && text != m_record.Text(position) && !line.check(text)) {
+        ShowRefused(line.box, true);
+        QApplication::beep();
+        return false;
+    }
+    if (ToUtf8(line.box->text()) != text) {
+        KeyFilter::Show(line.box, FromUtf8(text));
+    }
+    ShowRefused(line.box, false);
+    Accepted(position);
+    Store(position, ToUtf8(line.box->text()));
+    return true;
+}
+
+void RecordBinder::Accepted(std::size_t /*position*/) {}
+
+void RecordBinder::WriteLines()
+{
+    for (const auto& [position, lines] : m_lines) {
+        ValidateLines(position, lines);
+    }
+}
+
+void RecordBinder::ValidateLines(std::size_t position, const QPlainTextEdit* lines)
+{
+    // a value that was written by hand may hold line breaks of its own: untouched it stays as it is
+    const QString text = TypedLines(lines);
+    if (text != ShownLines(m_record.Text(position))) {
+        Store(position, StoredLines(text));
+    }
+}
+
+void RecordBinder::Store(std::size_t position, std::string_view text)
+{
+    if (m_record.Store(position, text)) {
+        Q_EMIT ValueChanged(position);
+    }
+}

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "ui/common/EditedRecord.h"
+
+#include <QObject>
+#include <QString>
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+class LeaveGuard;
+class OptionGroup;
+class QLineEdit;
+class QPlainTextEdit;
+class QWidget;
+
+/// Keeps the text boxes and option groups of an editing window and its record in step, both ways: shows
+/// the record's values, and writes a control's value back when the user leaves or clicks it.
+class RecordBinder : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Brings a typed text into the stored form; returns false, the text unchanged, when it is refused.
+    using Check = std::function<bool(std::string& text)>;
+
+    /// Binds controls of `window`, which owns the binder, found by their names. Errors in their handlers are
+    /// reported as the window's, by its name.
+    RecordBinder(QWidget* window, EditedRecord& record, LeaveGuard& guard);
+
+    /// Binds a box of one line; without a check any text is taken. A box is not checked while its text
+    /// is the stored one: what was accepted or calculated once holds nobody.
+    void BindBox(std::size_t position, const char* box, Check check = nullptr);
+    /// Binds a box of several lines, whose line breaks are stored encoded.
+    void BindLines(std::size_t position, const char* box);
+    /// Binds the option buttons `group`_0, `group`_1, ...; the chosen one's index is stored.
+    void BindOptions(std::size_t position, const char* group);
+
+    /// Shows the record in every control. A code that is none of its group leaves the group unset.
+    void ShowRecord();
+    /// Empties every control; the record stays as it is.
+    void ShowNothing();
+
+    /// Shows `text` in the box of one line at `position` and writes it into the record, unchecked.
+    void Put(std::size_t position, std::string_view text);
+    /// Chooses the option `code` at `position` and writes it into the record.
+    void PutCode(std::size_t position, int code);
+
+    /// The box of one line at `position`.
+    QLineEdit* Box(std::size_t position) const { return m_boxes.at(position).box; }
+
+    /// Takes the text of the box at `position` over as if the user left it; returns whether it was accepted.
+    bool Validate(std::size_t position);
+    /// Writes every box of several lines back that differs from the record.
+    void WriteLines();
+
+Q_SIGNALS:
+    /// A control's value was compared with the record, which may have changed.
+    void WrittenBack();
+    /// The user changed the value at `position`.
+    void ValueChanged(std::size_t position);
+    /// The text of a box of several lines changed, before it reaches the record.
+    void LinesEdited();
+
+protected:
+    /// Called when the text of the box at `position` has been accepted and shown, before it is stored.
+    virtual void Accepted(std::size_t position);
+
+private:
+    struct LineBox {
+        QLineEdit* box;
+        Check check;
+    };
+
+    std::string Routine(const QObject* control, const char* event) const;
+    bool ValidateBox(std::size_t position, const LineBox& line);
+    void ValidateLines(std::size_t position, const QPlainTextEdit* lines);
+    void Store(std::size_t position, std::string_view text);
+
+    QWidget* m_window;
+    EditedRecord& m_record;
+    LeaveGuard& m_guard;
+    std::string m_module;
+    std::map<std::size_t, LineBox> m_boxes;
+    std::map<std::size_t, QPlainTextEdit*> m_lines;
+    std::map<std::size_t, OptionGroup*> m_options;
+};

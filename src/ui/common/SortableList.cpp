@@ -1,0 +1,147 @@
+#include "SortableList.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <utility>
+
+namespace
+{
+
+/// Puts the rows into the order of their texts; rows that are equal keep the order of the file.
+class SortedRows final : public QSortFilterProxyModel
+{
+public:
+    using QSortFilterProxyModel::QSortFilterProxyModel;
+
+protected:
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override
+    {
+        return static_cast<const TextTableModel*>(sourceModel())->ComesBefore(left, right);
+    }
+};
+
+} // namespace
+
+SortableList::SortableList(QWidget* parent) : QTreeView(parent)
+{
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    header()->setSectionsClickable(true);
+    header()->setSectionsMovable(false);
+    connect(header(), &QHeaderView::sectionClicked, this, &SortableList::SortBy);
+}
+
+void SortableList::SetHeadings(const QStringList& headings)
+{
+    m_model = new TextTableModel(headings, this);
+    m_sorted = new SortedRows(this);
+    m_sorted->setSourceModel(m_model);
+    setModel(m_sorted);
+}
+
+void SortableList::FitColumns(const QStringList& samples, int stretched)
+{
+    const int margins = 4 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header()) +
+                        style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, header());
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const QString heading = m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        const int width = std::max(fontMetrics().horizontalAdvance(samples.value(column)),
+                                   header()->fontMetrics().horizontalAdvance(heading));
+        setColumnWidth(column, width + margins);
+    }
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(stretched, QHeaderView::Stretch);
+}
+
+void SortableList::SetRows(std::vector<TextTableModel::Row> rows)
+{
+    const std::optional<QString> selected = SelectedKey();
+    m_model->SetRows(std::move(rows));
+    SelectKey(selected);
+}
+
+int SortableList::RowCount() const
+{
+    return m_sorted->rowCount();
+}
+
+std::optional<QString> SortableList::SelectedKey() const
+{
+    const QModelIndexList rows = selectionModel()->selectedRows();
+    return rows.isEmpty() ? std::nullopt
+                          : std::optional(rows.first().data(TextTableModel::KeyRole).toString());
+}
+
+void SortableList::SetUsable(bool usable)
+{
+    setEnabled(usable);
+    QPalette colours;
+    if (!usable) {
+        colours.setBrush(QPalette::Base, palette().brush(QPalette::Window));
+        colours.setBrush(QPalette::AlternateBase, palette().brush(QPalette::Window));
+    }
+    setPalette(colours);
+}
+
+void SortableList::SortBy(int column)
+{
+    const bool again = m_sorted->sortColumn() == column;
+    const Qt::SortOrder order =
+        again && m_sorted->sortOrder() == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+    m_sorted->sort(column, order);
+    SetCHIcons();
+    if (currentIndex().isValid()) {
+        scrollTo(currentIndex());
+    }
+}
+
+/// Shows the icon of the current direction in the sorted column's heading and in no other.
+void SortableList::SetCHIcons()
+{
+    m_model->SetSortIcon(m_sorted->sortColumn(), m_sorted->sortOrder());
+}
+
+void SortableList::SelectKey(const std::optional<QString>& key)
+{
+    QModelIndex row = m_sorted->index(0, 0);
+    if (key) {
+        const QModelIndexList found =
+            m_sorted->match(row, TextTableModel::KeyRole, *key, 1, Qt::MatchExactly | Qt::MatchCaseSensitive);
+        row = found.isEmpty() ? row : found.first();
+    }
+    if (row.isValid()) {
+        setCurrentIndex(row);
+    }
+}
+
+void SortableList::mousePressEvent(QMouseEvent* event)
+{
+    // empty space is no row: the selection stays
+    if (indexAt(event->position().toPoint()).isValid()) {
+        QTreeView::mousePressEvent(event);
+    }
+    Q_EMIT Pressed(event->button(), event->globalPosition().toPoint());
+}
+
+void SortableList::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && SelectedKey()) {
+        Q_EMIT OpenRequested();
+    }
+}
+
+void SortableList::keyPressEvent(QKeyEvent* event)
+{
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && SelectedKey()) {
+        Q_EMIT OpenRequested();
+    } else {
+        QTreeView::keyPressEvent(event);
+    }
+}

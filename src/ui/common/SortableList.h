@@ -1,0 +1,54 @@
+#pragma once
+
+#include "ui/common/TextTableModel.h"
+
+#include <QSortFilterProxyModel>
+#include <QTreeView>
+
+#include <optional>
+#include <vector>
+
+/// A list of records in columns. A click on a heading sorts by that column's text, a second one reverses
+/// the order; before the first the rows stand as given. New rows keep the order chosen and the selection.
+class SortableList : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit SortableList(QWidget* parent = nullptr);
+
+    /// To be called once, before rows are set.
+    void SetHeadings(const QStringList& headings);
+    /// Fits each column to its heading and a sample text; the column `stretched` takes what is left.
+    void FitColumns(const QStringList& samples, int stretched);
+
+    /// Shows these rows instead. The row selected before, known by its key, is selected again, otherwise
+    /// the first one.
+    void SetRows(std::vector<TextTableModel::Row> rows);
+
+    int RowCount() const;
+    /// The key of the selected row; nothing when none is selected.
+    std::optional<QString> SelectedKey() const;
+
+    /// Enabled, or greyed while another window works on the same records.
+    void SetUsable(bool usable);
+
+Q_SIGNALS:
+    /// The user asks to open the selected row: double click, Enter.
+    void OpenRequested();
+    /// The user pressed a mouse button in the list; the row under it, if any, is selected already.
+    void Pressed(Qt::MouseButton button, const QPoint& globalPosition);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void SortBy(int column);
+    void SetCHIcons();
+    void SelectKey(const std::optional<QString>& key);
+
+    TextTableModel* m_model = nullptr;
+    QSortFilterProxyModel* m_sorted = nullptr;
+};

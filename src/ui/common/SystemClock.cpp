@@ -1,0 +1,23 @@
+#include "SystemClock.h"
+
+#include "Strings.h"
+
+#include <QDate>
+#include <QLocale>
+#include <QTime>
+
+std::chrono::year_month_day SystemClock::Today() const
+{
+    const QDate today = QDate::currentDate();
+    return std::chrono::year(today.year()) / today.month() / today.day();
+}
+
+std::string SystemClock::ShortDate() const
+{
+    return ToUtf8(QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat));
+}
+
+std::string SystemClock::ShortTime() const
+{
+    return ToUtf8(QLocale::system().toString(QTime::currentTime(), QLocale::ShortFormat));
+}

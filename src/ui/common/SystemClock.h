@@ -1,0 +1,12 @@
+#pragma once
+
+#include "core/Clock.h"
+
+/// The computer's clock, with date and time written as the user's locale does.
+class SystemClock final : public Clock
+{
+public:
+    std::chrono::year_month_day Today() const override;
+    std::string ShortDate() const override;
+    std::string ShortTime() const override;
+};

@@ -1,0 +1,155 @@
+#include "support/Windows.h"
+#include "ui/common/Strings.h"
+#include "ui/main/fSplash.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+class tst_fSplash : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void window_hasItsCaption();
+    void version_isThatOfTheProgram();
+    void texts_areThere_data();
+    void texts_areThere();
+    void picture_isThere();
+    void splash_closesWhenItsTimerFires();
+    void splash_closesEarly_data();
+    void splash_closesEarly();
+    void about_hasNoTimerRunning();
+    void about_closes_data();
+    void about_closes();
+    void about_afterASplash_stays();
+};
+
+namespace
+{
+
+QTimer& Timer(const QWidget& window)
+{
+    auto* timer = window.findChild<QTimer*>(QStringLiteral("tShow"));
+    if (timer == nullptr) {
+        qFatal("no timer");
+    }
+    return *timer;
+}
+
+void AddWays()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("button") << 0;
+    QTest::newRow("Enter") << int(Qt::Key_Return);
+    QTest::newRow("Esc") << int(Qt::Key_Escape);
+}
+
+void CloseBy(QDialog& window, int key)
+{
+    if (key == 0) {
+        Click(window, "cmdOK");
+    } else {
+        Press(window, static_cast<Qt::Key>(key));
+    }
+    QVERIFY(!window.isVisible());
+}
+
+} // namespace
+
+void tst_fSplash::window_hasItsCaption()
+{
+    const fSplash about(nullptr);
+    QCOMPARE(ToUtf8(about.windowTitle()), "About Tarno Fishing Log");
+}
+
+void tst_fSplash::version_isThatOfTheProgram()
+{
+    QCoreApplication::setApplicationVersion(QStringLiteral("12.3.45"));
+    const fSplash about(nullptr);
+    QCOMPARE(ToUtf8(Find<QLabel>(about, "lblVersion").text()), "Version 12.3.45");
+}
+
+void tst_fSplash::texts_areThere_data()
+{
+    QTest::addColumn<QString>("label");
+    for (const char* label : {"lblTitle", "lblNote", "lblContact"}) {
+        QTest::newRow(label) << label;
+    }
+}
+
+void tst_fSplash::texts_areThere()
+{
+    QFETCH(QString, label);
+    const fSplash about(nullptr);
+    QVERIFY(!Find<QLabel>(about, label.toLatin1()).text().isEmpty());
+}
+
+void tst_fSplash::picture_isThere()
+{
+    const fSplash about(nullptr);
+    QVERIFY(!Find<QLabel>(about, "picAbout").pixmap().isNull());
+    QCOMPARE(ToUtf8(Find<QPushButton>(about, "cmdOK").text()), "OK");
+}
+
+void tst_fSplash::splash_closesWhenItsTimerFires()
+{
+    fSplash splash(nullptr);
+    bool closed = false;
+    WhileOpen([&] { splash.ShowSplash(); },
+              [&](QDialog& window) {
+                  QVERIFY(window.isModal());
+                  QVERIFY(Timer(window).isActive());
+                  Timer(window).setInterval(0); // its time is up
+                  closed = QTest::qWaitFor([&] { return !window.isVisible(); });
+              });
+    QVERIFY(closed);
+}
+
+void tst_fSplash::splash_closesEarly_data()
+{
+    AddWays();
+}
+
+void tst_fSplash::splash_closesEarly()
+{
+    QFETCH(int, key);
+    fSplash splash(nullptr);
+    WhileOpen([&] { splash.ShowSplash(); }, [&](QDialog& window) { CloseBy(window, key); });
+}
+
+void tst_fSplash::about_hasNoTimerRunning()
+{
+    fSplash about(nullptr);
+    WhileOpen([&] { about.ShowAbout(); },
+              [](QDialog& window) {
+                  QVERIFY(window.isModal());
+                  QVERIFY(!Timer(window).isActive());
+                  CloseBy(window, 0);
+              });
+}
+
+void tst_fSplash::about_closes_data()
+{
+    AddWays();
+}
+
+void tst_fSplash::about_closes()
+{
+    QFETCH(int, key);
+    fSplash about(nullptr);
+    WhileOpen([&] { about.ShowAbout(); }, [&](QDialog& window) { CloseBy(window, key); });
+}
+
+void tst_fSplash::about_afterASplash_stays()
+{
+    fSplash window(nullptr);
+    WhileOpen([&] { window.ShowSplash(); }, [](QDialog& splash) { CloseBy(splash, 0); });
+    WhileOpen([&] { window.ShowAbout(); },
+              [](QDialog& about) {
+                  QVERIFY(!Timer(about).isActive());
+                  CloseBy(about, 0);
+              });
+}
+
+QTEST_MAIN(tst_fSplash)
+#include "tst_fSplash.moc"
