@@ -1,0 +1,78 @@
+#include "ReportExport.h"
+
+#include "core/ErrorLog.h"
+#include "core/SafeWriter.h"
+#include "reports/engine/PdfWriter.h"
+#include "reports/engine/RtfWriter.h"
+#include "reports/preview/WaitDialog.h"
+#include "ui/common/Strings.h"
+
+namespace
+{
+
+constexpr std::string_view module = "mMain";
+
+/// The file that the user chose, suffix included; nothing when the user cancelled.
+std::optional<QString> ChosenFile(const Program& program, const FileQuestion& question, QWidget* parent)
+{
+    std::optional<QString> file = program.files.Save(parent, question);
+    if (file && !file->endsWith(QLatin1String(".pdf"))) {
+        *file += QLatin1String(".pdf");
+    }
+    return file;
+}
+
+void WriteFile(const Program& program, const QString& file, const QByteArray& bytes, QWidget* parent)
+{
+    try {
+        SafeWriter(program.operations)
+            .Write(ToUtf8(file), std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    } catch (const Error&) {
+        program.messages.Ask(
+            parent, {.text = QStringLiteral("Unable to write to the file ") + file +
+                             QStringLiteral("\r\nPlease ensure you have selected a valid directory and "
+                                            "file for writing."),
+                     .title = QStringLiteral("Export Error"),
+                     .icon = Icon::Exclamation});
+    }
+}
+
+} // namespace
+
+void mMain::RTFExport(const Program& program, const Report& report, QWidget* parent)
+{
+    Trap(module, "RTFExport", [&] {
+        const auto file = ChosenFile(program,
+                                     {.title = QStringLiteral("Save Report to RTF"),
+                                      .filter = QStringLiteral("Rich Text Format (*.rtf)"),
+                                      .folder = FromUtf8(program.folder.GetAppPath() + '/'),
+                                      .fileName = QStringLiteral("RTF Files"),
+                                      .suffix = QStringLiteral(".rtf")},
+                                     parent);
+        if (file) {
+            WriteFile(program, *file, RtfBytes(*report.Pages), parent);
+        }
+    });
+}
+
+void mMain::PDFExport(const Program& program, const Report& report, QWidget* parent)
+{
+    Trap(module, "PDFExport", [&] {
+        const auto file = ChosenFile(program,
+                                     {.title = QStringLiteral("Save Report to PDF"),
+                                      .filter = QStringLiteral("PDF Documents (*.pdf)"),
+                                      .folder = FromUtf8(program.folder.GetAppPath() + '/'),
+                                      .fileName = QStringLiteral("PDF Files"),
+                                      .suffix = QStringLiteral(".pdf")},
+                                     parent);
+        if (!file) {
+            return;
+        }
+        WaitDialog wait(parent, QStringLiteral("Writing the report..."),
+                        static_cast<int>(report.Pages->pages.size()));
+        const QByteArray bytes = PdfBytes(*report.Pages, [&wait](int /*pages*/) { return wait.GoesOn(); });
+        if (!bytes.isEmpty()) {
+            WriteFile(program, *file, bytes, parent);
+        }
+    });
+}

@@ -1,0 +1,38 @@
+#include "Document.h"
+
+#include <QPageSize>
+
+namespace
+{
+
+constexpr qreal twipsToThePoint = 20;
+
+} // namespace
+
+QPageLayout PageOf(const Document& document)
+{
+    const QSizeF points = QSizeF(document.paper) / twipsToThePoint;
+    const bool landscape = points.width() > points.height();
+    const QPageSize size(landscape ? points.transposed() : points, QPageSize::Point, QString(),
+                         QPageSize::FuzzyOrientationMatch);
+    QPageLayout layout(size, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, {});
+    layout.setMode(QPageLayout::FullPageMode);
+    return layout;
+}
+
+QStringList LinesOnPage(const Document& document, const PlacedText& text, std::size_t page)
+{
+    switch (text.page) {
+    case PageText::Number:
+        return {QString::number(page + 1)};
+    case PageText::Count:
+        return {QString::number(document.pages.size())};
+    case PageText::None:
+        break;
+    }
+    QStringList lines;
+    for (const TextLine& line : text.lines) {
+        lines << line.text;
+    }
+    return lines;
+}

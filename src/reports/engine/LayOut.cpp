@@ -1,0 +1,311 @@
+#include "LayOut.h"
+
+#include "ReportFonts.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+
+constexpr int twipsToTheInch = 1440;
+constexpr qreal millimetresToTheInch = 25.4;
+
+/// Puts the report's design back that its run changes.
+class DesignKeeper
+{
+public:
+    explicit DesignKeeper(Report& report)
+        : m_report(report),
+          m_header(report.PageHeader),
+          m_detail(report.Detail),
+          m_footer(report.PageFooter),
+          m_fields(report.Fields)
+    {
+    }
+
+    DesignKeeper(const DesignKeeper&) = delete;
+    DesignKeeper& operator=(const DesignKeeper&) = delete;
+
+    ~DesignKeeper()
+    {
+        m_report.PageHeader = std::move(m_header);
+        m_report.Detail = std::move(m_detail);
+        m_report.PageFooter = std::move(m_footer);
+        m_report.Fields = std::move(m_fields);
+    }
+
+    void RestoreDetail() { m_report.Detail = m_detail; }
+
+private:
+    Report& m_report;
+    ReportSection m_header;
+    ReportSection m_detail;
+    ReportSection m_footer;
+    ReportFields m_fields;
+};
+
+bool HasText(const ReportControl& control)
+{
+    return control.kind == ReportControl::Kind::Label || control.kind == ReportControl::Kind::Field;
+}
+
+void BindFields(ReportSection& section, const ReportFields& fields)
+{
+    for (ReportControl& control : section.Controls) {
+        if (control.kind == ReportControl::Kind::Field && !control.DataField.isEmpty()) {
+            control.Text = fields.Value(control.DataField).value_or(QString());
+        }
+    }
+}
+
+/// Every kind of line break becomes "\n", or a blank where there is one line only.
+void SettleLineBreaks(ReportSection& section)
+{
+    for (ReportControl& control : section.Controls) {
+        control.Text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
+            .replace(QLatin1Char('\r'), QLatin1Char('\n'));
+        if (!control.MultiLine) {
+            control.Text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+        }
+    }
+}
+
+/// The lines of each control's text, by the control's position in the section.
+using SectionLines = std::vector<QStringList>;
+
+SectionLines Measure(ReportSection& section, TextMeasurer& measurer)
+{
+    SettleLineBreaks(section);
+    SectionLines lines;
+    for (const ReportControl& control : section.Controls) {
+        lines.push_back(HasText(control) && control.Visible
+                            ? measurer.Lines(control.Text, control.Font, control.Width, control.MultiLine)
+                            : QStringList());
+    }
+    return lines;
+}
+
+/// Lets the fields that may grow grow, moves what stands below them down, and the section's end with it.
+void Grow(ReportSection& section, const SectionLines& lines, TextMeasurer& measurer)
+{
+    struct Place {
+        ReportControl* control;
+        int growth;
+        int designTop;
+        int designBottom;
+    };
+
+    std::vector<Place> places;
+    int designEnd = 0;
+    for (ReportControl& control : section.Controls) {
+        const int needed = control.CanGrow ? static_cast<int>(lines[places.size()].size()) *
+                                                 measurer.For(control.Font).lineHeight
+                                           : 0;
+        places.push_back(
+            {&control, std::max(0, needed - control.Height), control.Top, control.Top + control.Height});
+        designEnd = std::max(designEnd, places.back().designBottom);
+    }
+    std::stable_sort(places.begin(), places.end(),
+                     [](const Place& left, const Place& right) { return left.designTop < right.designTop; });
+    int end = 0;
+    for (Place& place : places) {
+        int top = place.designTop;
+        for (const Place& above : places) {
+            if (above.designBottom <= place.designTop && &above < &place) {
+                const int bottom = above.control->Top + above.control->Height;
+                top = std::max(top, bottom + place.designTop - above.designBottom);
+            }
+        }
+        place.control->Top = top;
+        place.control->Height += place.growth;
+        end = std::max(end, top + place.control->Height);
+    }
+    section.Height += end - designEnd;
+}
+
+PlacedText Placed(const ReportControl& control, const QStringList& lines, TextMeasurer& measurer)
+{
+    PlacedText text;
+    text.name = control.Name;
+    text.box = QRect(control.Left, control.Top, control.Width, control.Height);
+    text.font = control.Font;
+    text.alignment = control.Alignment;
+    text.page = control.Page;
+    text.text = control.Text;
+    text.lineHeight = measurer.For(control.Font).lineHeight;
+    const int room = std::max(0, control.Height - static_cast<int>(lines.size()) * text.lineHeight);
+    int top = control.Top;
+    if (control.VerticalAlignment != VerticalAlignment::Top) {
+        top += control.VerticalAlignment == VerticalAlignment::Middle ? room / 2 : room;
+    }
+    for (const QString& line : lines) {
+        if (top + text.lineHeight > control.Top + control.Height && !text.lines.empty()) {
+            break; // a text that may not grow ends at its box
+        }
+        text.lines.push_back({line, top});
+        top += text.lineHeight;
+    }
+    return text;
+}
+
+Band Placed(const ReportSection& section, const SectionLines& lines, TextMeasurer& measurer)
+{
+    Band band;
+    band.height = section.Height;
+    std::size_t index = 0;
+    for (const ReportControl& control : section.Controls) {
+        const QStringList& text = lines[index++];
+        if (!control.Visible) {
+            continue;
+        }
+        if (HasText(control)) {
+            band.texts.push_back(Placed(control, text, measurer));
+        } else if (control.kind == ReportControl::Kind::Line) {
+            const QPoint from(control.Left, control.Top);
+            band.lines.push_back({from, from + QPoint(control.Width, control.Height), control.Weight});
+        } else {
+            band.pictures.push_back(
+                {QRect(control.Left, control.Top, control.Width, control.Height), control.Picture});
+        }
+    }
+    return band;
+}
+
+/// From where to where in its band something reaches that no page's end may cut.
+struct Extent {
+    int top;
+    int end;
+};
+
+std::vector<Extent> ExtentsOf(const Band& band)
+{
+    std::vector<Extent> extents;
+    for (const PlacedText& text : band.texts) {
+        for (const TextLine& line : text.lines) {
+            extents.push_back({line.top, line.top + text.lineHeight});
+        }
+    }
+    for (const PlacedLine& line : band.lines) {
+        extents.push_back({line.from.y(), line.to.y()});
+    }
+    for (const PlacedPicture& picture : band.pictures) {
+        extents.push_back({picture.box.top(), picture.box.top() + picture.box.height()});
+    }
+    return extents;
+}
+
+class Paging
+{
+public:
+    explicit Paging(Document& document)
+        : m_document(document),
+          m_top(document.margins.top() + document.header.height),
+          m_bottom(std::max(m_top + twipsToTheInch / 2,
+                            document.paper.height() - document.margins.bottom() - document.footer.height))
+    {
+        StartPage();
+    }
+
+    void Add(std::size_t detail)
+    {
+        const Band& band = m_document.details[detail];
+        if (m_y + band.height > m_bottom && m_y > m_top) {
+            StartPage();
+        }
+        if (m_y + band.height > m_bottom) {
+            Cut(detail);
+        } else {
+            m_document.pages.back().slices.push_back({detail, m_y});
+            m_y += band.height;
+        }
+    }
+
+private:
+    void StartPage()
+    {
+        m_document.pages.emplace_back();
+        m_y = m_top;
+    }
+
+    /// Prints a band that is higher than a page from the top of this one on.
+    void Cut(std::size_t detail)
+    {
+        const Band& band = m_document.details[detail];
+        const std::vector<Extent> extents = ExtentsOf(band);
+        Slice slice{detail, m_top};
+        for (int start = 0;;) { // the depth of the band at the page's top
+            slice.to = start + m_bottom - m_top;
+            for (const Extent& extent : extents) {
+                if (extent.top <= start) { // higher than the page
+                    slice.to = std::max(slice.to, extent.end);
+                }
+            }
+            if (slice.to >= band.height) {
+                slice.to = Slice().to;
+                m_document.pages.back().slices.push_back(slice);
+                m_y = m_top + band.height - start;
+                return;
+            }
+            m_document.pages.back().slices.push_back(slice);
+            start = slice.to;
+            for (const Extent& extent : extents) {
+                if (extent.end > slice.to) {
+                    start = std::min(start, extent.top);
+                }
+            }
+            StartPage();
+            slice.bandTop = m_top - start;
+            slice.from = slice.to;
+        }
+    }
+
+    Document& m_document;
+    int m_top; // of the room for details on a page, and its end
+    int m_bottom;
+    int m_y = 0;
+};
+
+} // namespace
+
+std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
+{
+    DesignKeeper design(report);
+    report.Tools.clear();
+    report.ReportStart();
+    report.DataInitialize();
+
+    TextMeasurer measurer;
+    Document document;
+    document.title = report.Caption;
+    // by way of millimetres, in which the usual papers are exact; points and inches come rounded
+    constexpr qreal scale = twipsToTheInch / millimetresToTheInch;
+    document.paper = (report.Page.fullRect(QPageLayout::Millimeter).size() * scale).toSize();
+    document.margins = (report.Page.margins(QPageLayout::Millimeter) * scale).toMargins();
+    document.header = Placed(report.PageHeader, Measure(report.PageHeader, measurer), measurer);
+    document.footer = Placed(report.PageFooter, Measure(report.PageFooter, measurer), measurer);
+    bool stopped = false;
+    for (bool endOfData = false; !stopped;) {
+        report.FetchData(endOfData);
+        if (endOfData) {
+            break;
+        }
+        design.RestoreDetail();
+        BindFields(report.Detail, report.Fields);
+        report.Detail_Format();
+        const SectionLines lines = Measure(report.Detail, measurer);
+        Grow(report.Detail, lines, measurer);
+        report.Detail_BeforePrint();
+        document.details.push_back(Placed(report.Detail, lines, measurer));
+        stopped = progress && !progress(static_cast<int>(document.details.size()));
+    }
+    report.ReportEnd();
+    if (stopped) {
+        return std::nullopt;
+    }
+    Paging paging(document);
+    for (std::size_t detail = 0; detail < document.details.size(); ++detail) {
+        paging.Add(detail);
+    }
+    return document;
+}

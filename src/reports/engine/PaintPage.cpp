@@ -1,0 +1,88 @@
+#include "PaintPage.h"
+
+#include "ReportFonts.h"
+
+#include <QPainter>
+
+namespace
+{
+
+class PagePainter
+{
+public:
+    PagePainter(QPainter& painter, const Document& document, std::size_t page)
+        : m_painter(painter), m_document(document), m_page(page)
+    {
+    }
+
+    /// Paints the part `slice` of `band`.
+    void Paint(const Band& band, const Slice& slice)
+    {
+        m_painter.save();
+        m_painter.translate(m_document.margins.left(), slice.bandTop);
+        for (const PlacedPicture& picture : band.pictures) {
+            if (slice.Holds(picture.box.top() + picture.box.height())) {
+                m_painter.drawImage(picture.box, picture.picture);
+            }
+        }
+        for (const PlacedText& text : band.texts) {
+            PaintText(text, slice);
+        }
+        for (const PlacedLine& line : band.lines) {
+            if (slice.Holds(line.to.y())) {
+                m_painter.setPen(QPen(Qt::black, line.weight, Qt::SolidLine, Qt::FlatCap));
+                m_painter.drawLine(line.from, line.to);
+            }
+        }
+        m_painter.restore();
+    }
+
+private:
+    void PaintText(const PlacedText& text, const Slice& slice)
+    {
+        const TextMeasurer::Measure& measure = m_measurer.For(text.font, text.text);
+        m_painter.setFont(measure.twipFont);
+        m_painter.setPen(Qt::black);
+        const QStringList words = LinesOnPage(m_document, text, m_page);
+        for (int i = 0; i < words.size() && i < static_cast<int>(text.lines.size()); ++i) {
+            const int top = text.lines[static_cast<std::size_t>(i)].top;
+            if (!slice.Holds(top + text.lineHeight) || words[i].isEmpty()) {
+                continue;
+            }
+            const qreal width = measure.metrics.horizontalAdvance(words[i]);
+            const qreal room = text.box.width() - width;
+            const qreal left = text.alignment == Alignment::Left || room < 0 ? 0
+                               : text.alignment == Alignment::Right          ? room
+                                                                             : room / 2;
+            const QPointF baseline(text.box.left() + left, top + measure.metrics.ascent());
+            if (room >= 0) {
+                m_painter.drawText(baseline, words[i]);
+            } else {
+                m_painter.save();
+                m_painter.setClipRect(QRectF(text.box.left(), top, text.box.width(), text.lineHeight));
+                m_painter.drawText(baseline, words[i]);
+                m_painter.restore();
+            }
+        }
+    }
+
+    QPainter& m_painter;
+    const Document& m_document;
+    std::size_t m_page;
+    TextMeasurer m_measurer;
+};
+
+} // namespace
+
+void PaintPage(QPainter& painter, const Document& document, std::size_t page)
+{
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                           QPainter::SmoothPixmapTransform);
+    PagePainter pagePainter(painter, document, page);
+    pagePainter.Paint(document.header, {.bandTop = document.margins.top()});
+    for (const Slice& slice : document.pages[page].slices) {
+        pagePainter.Paint(document.details[slice.detail], slice);
+    }
+    pagePainter.Paint(document.footer, {.bandTop = document.paper.height() - document.margins.bottom() -
+                                                   document.footer.height});
+}

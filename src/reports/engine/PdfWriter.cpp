@@ -1,0 +1,40 @@
+#include "PdfWriter.h"
+
+#include "PaintPage.h"
+
+#include <QBuffer>
+#include <QPainter>
+#include <QPdfWriter>
+
+namespace
+{
+
+constexpr int twipsToTheInch = 1440;
+
+} // namespace
+
+QByteArray PdfBytes(const Document& document, const ExportProgress& progress)
+{
+    // in memory: the writer itself does not tell when a device takes no more
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setResolution(twipsToTheInch);
+    writer.setPageLayout(PageOf(document));
+    writer.setTitle(document.title);
+    writer.setCreator(QStringLiteral("Tarno"));
+    QPainter painter(&writer);
+    for (std::size_t page = 0; page < document.pages.size(); ++page) {
+        if (page > 0) {
+            writer.newPage();
+        }
+        PaintPage(painter, document, page);
+        if (progress && !progress(static_cast<int>(page + 1))) {
+            painter.end();
+            return {};
+        }
+    }
+    painter.end();
+    return bytes;
+}

@@ -1,0 +1,96 @@
+#include "ReportFonts.h"
+
+#include <QFontDatabase>
+#include <QHash>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr int twipsToThePoint = 20;
+
+/// Whether `text` has letters that are written joined, as Arabic is; spacing would tear them apart.
+bool Joins(const QString& text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar letter) {
+        const QChar::JoiningType type = letter.joiningType();
+        return type == QChar::Joining_Dual || type == QChar::Joining_Right || type == QChar::Joining_Left;
+    });
+}
+
+QStringList WrappedLines(const QString& paragraph, const QFont& font, int width)
+{
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    QTextLayout layout(paragraph, font);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        lines << paragraph.mid(line.textStart(), line.textLength()).trimmed();
+    }
+    layout.endLayout();
+    return lines;
+}
+
+} // namespace
+
+QString AvailableFamily(const QString& family)
+{
+    static const QStringList families = QFontDatabase::families();
+    static const QHash<QString, QString> alike{
+        {QStringLiteral("Tahoma"), QStringLiteral("DejaVu Sans Condensed")},
+        {QStringLiteral("Verdana"), QStringLiteral("DejaVu Sans")},
+        {QStringLiteral("Arial"), QStringLiteral("Liberation Sans")}};
+    return families.contains(family) ? family : alike.value(family, family);
+}
+
+QFont TwipFont(const ReportFont& font)
+{
+    QFont twipFont(AvailableFamily(font.Name));
+    twipFont.setPixelSize(std::max(1, static_cast<int>(std::lround(font.Size * twipsToThePoint))));
+    twipFont.setBold(font.Bold);
+    twipFont.setHintingPreference(QFont::PreferNoHinting);
+    return twipFont;
+}
+
+const TextMeasurer::Measure& TextMeasurer::For(const ReportFont& font, const QString& text)
+{
+    const bool joins = Joins(text);
+    const auto found = std::find_if(m_measures.begin(), m_measures.end(), [&](const Measure& measure) {
+        return measure.joins == joins && measure.font == font;
+    });
+    if (found != m_measures.end()) {
+        return *found;
+    }
+    QFont twipFont = TwipFont(font);
+    if (!joins) {
+        // spacing that nobody sees keeps letters apart that would become one ligature, which a reader of
+        // the PDF could not search for
+        twipFont.setLetterSpacing(QFont::AbsoluteSpacing, 0.02);
+    }
+    const QFontMetricsF metrics(twipFont);
+    return m_measures.emplace_back(
+        Measure{font, joins, twipFont, metrics, static_cast<int>(std::ceil(metrics.height()))});
+}
+
+QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int width, bool wrap)
+{
+    const Measure& measure = For(font, text);
+    if (!wrap) {
+        return {QString(text).replace(QLatin1Char('\n'), QLatin1Char(' '))};
+    }
+    QStringList lines;
+    for (const QString& paragraph : text.split(QLatin1Char('\n'))) {
+        if (measure.metrics.horizontalAdvance(paragraph) <= width) {
+            lines << paragraph;
+        } else {
+            lines << WrappedLines(paragraph, measure.twipFont, width);
+        }
+    }
+    return lines;
+}

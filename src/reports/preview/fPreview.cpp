@@ -1,0 +1,266 @@
+#include "fPreview.h"
+
+#include "PreviewView.h"
+#include "core/ErrorLog.h"
+#include "reports/engine/PaintPage.h"
+#include "reports/preview/WaitDialog.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QSpinBox>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace
+{
+
+constexpr std::string_view module = "fPreview";
+constexpr int fitPage = -1; // what stands beside the percentages in the list of zooms
+constexpr int fitWidth = -2;
+
+} // namespace
+
+fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
+    : QDialog(parent),
+      m_program(program),
+      m_report(report),
+      m_toolBar(new QToolBar(this)),
+      m_view(new PreviewView(this))
+{
+    setObjectName(QStringLiteral("fPreview"));
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    resize(1000, 700);
+    m_toolBar->setObjectName(QStringLiteral("tlbPreview"));
+    m_view->setObjectName(QStringLiteral("arvPreview"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_toolBar);
+    layout->addWidget(m_view);
+    m_view->setFocus();
+    connect(m_view, &PreviewView::CurrentPageChanged, this, &fPreview::ShowPage);
+    connect(m_view, &PreviewView::ZoomChanged, this, &fPreview::ShowZoom);
+}
+
+fPreview::~fPreview()
+{
+    m_report.Pages = nullptr;
+}
+
+void fPreview::ShowReport()
+{
+    if (Prepare()) {
+        setWindowTitle(m_report.Caption);
+        MakeToolBar();
+        ShowPage();
+        ShowZoom();
+        exec();
+    }
+}
+
+/// Lays the report out anew; returns false, the old pages still there, when the user cancelled it.
+bool fPreview::Prepare()
+{
+    WaitDialog wait(parentWidget(), QStringLiteral("Laying out the report..."));
+    std::optional<Document> document = LayOut(m_report, [&wait](int /*rows*/) { return wait.GoesOn(); });
+    if (!document) {
+        return false;
+    }
+    auto laidOut = std::make_unique<Document>(std::move(*document));
+    m_view->SetDocument(laidOut.get());
+    m_document = std::move(laidOut);
+    m_report.Pages = m_document.get();
+    if (m_page != nullptr) {
+        ShowPage();
+    }
+    return true;
+}
+
+QAction* fPreview::AddAction(const char* name, const QString& caption, const QKeySequence& key,
+                             void (fPreview::*run)())
+{
+    QAction* action = m_toolBar->addAction(caption);
+    action->setObjectName(QLatin1String(name));
+    action->setShortcut(key.isEmpty() ? QKeySequence::mnemonic(caption) : key);
+    QString tip = caption;
+    tip.remove(QLatin1Char('&'));
+    action->setToolTip(
+        QStringLiteral("%1 (%2)").arg(tip, action->shortcut().toString(QKeySequence::NativeText)));
+    connect(action, &QAction::triggered, this,
+            [this, name, run] { Trap(module, name, [&] { (this->*run)(); }); });
+    return action;
+}
+
+void fPreview::MakeToolBar()
+{
+    AddAction("tolPrint", QStringLiteral("Print..."), QKeySequence::Print, &fPreview::Print);
+    AddAction("tolPageSetup", QStringLiteral("Page &Setup..."), {}, &fPreview::SetUpPage);
+    m_toolBar->addSeparator();
+    AddReportTools();
+    m_toolBar->addSeparator();
+    AddNavigation();
+    m_toolBar->addSeparator();
+    AddZoom();
+}
+
+/// The report's own tools at the positions that it asks for.
+void fPreview::AddReportTools()
+{
+    for (const ReportTool& tool : m_report.Tools) {
+        auto* action = new QAction(tool.Caption, this);
+        action->setObjectName(tool.Caption);
+        action->setShortcut(QKeySequence::mnemonic(tool.Caption));
+        connect(action, &QAction::triggered, this, [this, caption = tool.Caption] {
+            Trap(module, "ToolbarClick", [&] { m_report.ToolbarClick(caption); });
+        });
+        m_toolBar->insertAction(m_toolBar->actions().value(tool.Position), action);
+    }
+}
+
+void fPreview::AddNavigation()
+{
+    AddAction("tolFirst", QStringLiteral("|<"), QKeySequence(Qt::CTRL | Qt::Key_Home), &fPreview::FirstPage)
+        ->setToolTip(QStringLiteral("First page (Ctrl+Home)"));
+    AddAction("tolPrevious", QStringLiteral("<"), QKeySequence(Qt::CTRL | Qt::Key_PageUp),
+              &fPreview::PreviousPage)
+        ->setToolTip(QStringLiteral("Previous page (Ctrl+PgUp)"));
+    m_page = new QSpinBox(m_toolBar);
+    m_page->setObjectName(QStringLiteral("txtPreviewPage"));
+    m_page->setAccessibleName(QStringLiteral("Page"));
+    m_page->setToolTip(QStringLiteral("Page"));
+    m_page->setButtonSymbols(QAbstractSpinBox::NoButtons);
+    m_page->setKeyboardTracking(false);
+    m_page->setRange(1, m_view->PageCount());
+    m_toolBar->addWidget(m_page);
+    connect(m_page, &QSpinBox::valueChanged, this, [this](int page) {
+        m_view->GoTo(page - 1);
+        ShowPage();
+    });
+    AddAction("tolNext", QStringLiteral(">"), QKeySequence(Qt::CTRL | Qt::Key_PageDown), &fPreview::NextPage)
+        ->setToolTip(QStringLiteral("Next page (Ctrl+PgDown)"));
+    AddAction("tolLast", QStringLiteral(">|"), QKeySequence(Qt::CTRL | Qt::Key_End), &fPreview::LastPage)
+        ->setToolTip(QStringLiteral("Last page (Ctrl+End)"));
+}
+
+void fPreview::AddZoom()
+{
+    AddAction("tolZoomOut", QStringLiteral("-"), QKeySequence::ZoomOut, &fPreview::ZoomOut)
+        ->setToolTip(QStringLiteral("Smaller (Ctrl+-)"));
+    m_zoom = new QComboBox(m_toolBar);
+    m_zoom->setObjectName(QStringLiteral("cboZoom"));
+    m_zoom->setAccessibleName(QStringLiteral("Zoom"));
+    m_zoom->setToolTip(QStringLiteral("Zoom"));
+    m_zoom->setEditable(true);
+    m_zoom->setInsertPolicy(QComboBox::NoInsert);
+    m_zoom->addItem(QStringLiteral("Fit page"), fitPage);
+    m_zoom->addItem(QStringLiteral("Fit width"), fitWidth);
+    for (const int percent : {50, 75, 100, 150, 200, 400}) {
+        m_zoom->addItem(QStringLiteral("%1 %").arg(percent), percent);
+    }
+    m_toolBar->addWidget(m_zoom);
+    connect(m_zoom, &QComboBox::activated, this, &fPreview::ChooseZoom);
+    connect(m_zoom->lineEdit(), &QLineEdit::returnPressed, this, &fPreview::ChooseZoom);
+    AddAction("tolZoomIn", QStringLiteral("+"), QKeySequence::ZoomIn, &fPreview::ZoomIn)
+        ->setToolTip(QStringLiteral("Larger (Ctrl++)"));
+    m_toolBar->addSeparator();
+    auto* across = new QActionGroup(this);
+    QAction* one = AddAction("tolOnePage", QStringLiteral("&One Page"), {}, &fPreview::OnePage);
+    QAction* two = AddAction("tolTwoPages", QStringLiteral("&Two Pages"), {}, &fPreview::TwoPages);
+    for (QAction* action : {one, two}) {
+        action->setCheckable(true);
+        across->addAction(action);
+    }
+    one->setChecked(true);
+}
+
+void fPreview::ShowPage()
+{
+    const QSignalBlocker quiet(m_page);
+    m_page->setRange(1, m_view->PageCount());
+    m_page->setSuffix(QStringLiteral(" of %1").arg(m_view->PageCount()));
+    m_page->setValue(m_view->CurrentPage() + 1);
+}
+
+void fPreview::ShowZoom()
+{
+    if (m_zoom != nullptr) {
+        m_zoom->setEditText(QStringLiteral("%1 %").arg(m_view->Zoom()));
+    }
+}
+
+void fPreview::ChooseZoom()
+{
+    const int known = m_zoom->findText(m_zoom->currentText(), Qt::MatchFixedString);
+    const int listed = known >= 0 ? m_zoom->itemData(known).toInt() : 0;
+    if (listed == fitPage || listed == fitWidth) {
+        m_view->SetFit(listed == fitPage ? PreviewView::Fit::Page : PreviewView::Fit::Width);
+    } else if (const int percent =
+                   m_zoom->currentText().remove(QRegularExpression(QStringLiteral("[ %]"))).toInt();
+               percent > 0) {
+        m_view->SetZoom(percent);
+    }
+    ShowZoom();
+    m_view->setFocus();
+}
+
+void fPreview::Print()
+{
+    m_program.printers.Print(this, {.title = m_report.Caption,
+                                    .page = PageOf(*m_document),
+                                    .pages = m_view->PageCount(),
+                                    .paint = [this](QPainter& painter, int page) {
+                                        PaintPage(painter, *m_document, static_cast<std::size_t>(page));
+                                    }});
+}
+
+void fPreview::SetUpPage()
+{
+    auto putBack = qScopeGuard([this, before = m_report.Page] { m_report.Page = before; });
+    if (m_program.printers.SetUpPage(this, m_report.Page) && Prepare()) {
+        putBack.dismiss();
+    }
+}
+
+void fPreview::FirstPage()
+{
+    m_view->GoTo(0);
+}
+
+void fPreview::PreviousPage()
+{
+    m_view->GoTo(m_view->CurrentPage() - m_view->PagesAcross());
+}
+
+void fPreview::NextPage()
+{
+    m_view->GoTo(m_view->CurrentPage() + m_view->PagesAcross());
+}
+
+void fPreview::LastPage()
+{
+    m_view->GoTo(m_view->PageCount() - 1);
+}
+
+void fPreview::ZoomIn()
+{
+    m_view->SetZoom(m_view->Zoom() * 5 / 4);
+}
+
+void fPreview::ZoomOut()
+{
+    m_view->SetZoom(m_view->Zoom() * 4 / 5);
+}
+
+void fPreview::OnePage()
+{
+    m_view->SetPagesAcross(1);
+}
+
+void fPreview::TwoPages()
+{
+    m_view->SetPagesAcross(2);
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "reports/engine/LayOut.h"
+#include "ui/common/Program.h"
+
+#include <QDialog>
+
+#include <memory>
+
+class PreviewView;
+class QAction;
+class QComboBox;
+class QSpinBox;
+class QToolBar;
+
+/// The window in which a report is looked at before it is printed or exported.
+class fPreview : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `report` and what `program` refers to must outlive the window.
+    fPreview(const Program& program, Report& report, QWidget* parent);
+    fPreview(const fPreview&) = delete;
+    fPreview& operator=(const fPreview&) = delete;
+    ~fPreview() override;
+
+    /// Lays the report out and shows it until the window is closed; at once when the user cancels the
+    /// laying out. What the report's events throw passes through.
+    void ShowReport();
+
+private:
+    bool Prepare();
+    void MakeToolBar();
+    void AddReportTools();
+    void AddNavigation();
+    void AddZoom();
+    QAction* AddAction(const char* name, const QString& caption, const QKeySequence& key,
+                       void (fPreview::*run)());
+    void ShowPage();
+    void ShowZoom();
+    void ChooseZoom();
+
+    void Print();
+    void SetUpPage();
+    void FirstPage();
+    void PreviousPage();
+    void NextPage();
+    void LastPage();
+    void ZoomIn();
+    void ZoomOut();
+    void OnePage();
+    void TwoPages();
+
+    const Program& m_program;
+    Report& m_report;
+    std::unique_ptr<Document> m_document;
+    QToolBar* m_toolBar;
+    PreviewView* m_view;
+    QSpinBox* m_page = nullptr;
+    QComboBox* m_zoom = nullptr;
+};

@@ -1,0 +1,195 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <utility>
+
+/// A row of a table in an RTF file.
+struct RtfRow {
+    QStringList cells; ///< fields stand as "<PAGE>", pictures as "<picture>", \line as a line break
+    QList<int> edges;  ///< the cells' right ends
+    QStringList words; ///< the control words inside its cells
+    int borders = 0;   ///< cells with a rule below
+};
+
+/// What an RTF file says.
+struct RtfReading {
+    QString fault;           ///< why it is no well-formed RTF file; empty for a good one
+    QHash<QString, int> set; ///< control words with their numbers, outside tables
+    QString title;
+    QString fonts; ///< text of the font table
+    QList<RtfRow> header;
+    QList<RtfRow> footer;
+    QList<RtfRow> body;
+};
+
+/// Reads RTF as a word processor does.
+class RtfReader
+{
+public:
+    static RtfReading Read(const QByteArray& rtf)
+    {
+        RtfReader reader(rtf);
+        reader.Run();
+        return reader.m_reading;
+    }
+
+private:
+    enum class Place { Body, Header, Footer, Fonts, Title, Field, Nowhere };
+
+    explicit RtfReader(QByteArray rtf) : m_rtf(std::move(rtf)) {}
+
+    void Run()
+    {
+        if (!m_rtf.startsWith("{\\rtf1")) {
+            Fault("does not start as RTF");
+        }
+        while (m_at < m_rtf.size()) {
+            const char byte = m_rtf[m_at++];
+            if (static_cast<unsigned char>(byte) > 0x7E || (byte < 0x20 && byte != '\n')) {
+                Fault("holds a byte that is not printable ASCII");
+            } else if (byte == '{') {
+                m_places.append(m_places.last());
+            } else if (byte == '}') {
+                if (m_places.size() == 1) {
+                    Fault("closes more groups than it opens");
+                    return;
+                }
+                m_places.removeLast();
+                if (m_places.size() == 1 && !m_rtf.mid(m_at).trimmed().isEmpty()) {
+                    Fault("goes on behind its end");
+                }
+            } else if (byte == '\\') {
+                Control();
+            } else if (byte != '\n') {
+                Text(QChar::fromLatin1(byte));
+            }
+        }
+        if (m_places.size() != 1) {
+            Fault("leaves a group open");
+        }
+    }
+
+    void Control()
+    {
+        const char first = m_at < m_rtf.size() ? m_rtf[m_at] : ' ';
+        if (first == '\\' || first == '{' || first == '}') {
+            ++m_at;
+            Text(QChar::fromLatin1(first));
+            return;
+        }
+        if (first == '*') { // what follows may be left out by a reader that does not know it
+            ++m_at;
+            return;
+        }
+        QString word;
+        while (m_at < m_rtf.size() && m_rtf[m_at] >= 'a' && m_rtf[m_at] <= 'z') {
+            word += QLatin1Char(m_rtf[m_at++]);
+        }
+        QByteArray number;
+        while (m_at < m_rtf.size() &&
+               (QChar::isDigit(static_cast<uint>(m_rtf[m_at])) || (number.isEmpty() && m_rtf[m_at] == '-'))) {
+            number += m_rtf[m_at++];
+        }
+        if (m_at < m_rtf.size() && m_rtf[m_at] == ' ') {
+            ++m_at;
+        }
+        if (word.isEmpty()) {
+            Fault("holds an unknown escape");
+        }
+        Word(word, number.toInt());
+    }
+
+    void Word(const QString& word, int number)
+    {
+        static const QHash<QString, Place> places{
+            {QStringLiteral("header"), Place::Header}, {QStringLiteral("footer"), Place::Footer},
+            {QStringLiteral("fonttbl"), Place::Fonts}, {QStringLiteral("title"), Place::Title},
+            {QStringLiteral("fldinst"), Place::Field}, {QStringLiteral("fldrslt"), Place::Nowhere},
+            {QStringLiteral("pict"), Place::Nowhere},
+        };
+        if (word == QLatin1String("pict")) {
+            Text(QStringLiteral("<picture>"));
+        }
+        if (const auto place = places.find(word); place != places.end()) {
+            m_places.last() = *place;
+        } else if (word == QLatin1String("u")) {
+            Text(QChar(static_cast<char16_t>(number)));
+            ++m_at; // the letter for readers that do not know the word
+        } else if (word == QLatin1String("line")) {
+            Text(QStringLiteral("\n"));
+        } else if (word == QLatin1String("tab")) {
+            Text(QStringLiteral("\t"));
+        } else if (word == QLatin1String("trowd")) {
+            m_row = {};
+            m_cell.clear();
+        } else if (word == QLatin1String("cellx")) {
+            m_row.edges << number;
+        } else if (word == QLatin1String("clbrdrb")) {
+            ++m_row.borders;
+        } else if (word == QLatin1String("cell")) {
+            m_row.cells << m_cell;
+            m_cell.clear();
+        } else if (word == QLatin1String("row")) {
+            EndRow();
+        } else {
+            m_row.words << word;
+            m_reading.set.insert(word, number);
+        }
+    }
+
+    void EndRow()
+    {
+        if (m_row.cells.size() != m_row.edges.size()) {
+            Fault("has a row with more cells than edges, or the other way round");
+        }
+        for (int cell = 0; cell < m_row.edges.size(); ++cell) {
+            if (m_row.edges[cell] <= (cell > 0 ? m_row.edges[cell - 1] : 0)) {
+                Fault("has cells whose edges do not ascend");
+            }
+        }
+        (m_places.last() == Place::Header   ? m_reading.header
+         : m_places.last() == Place::Footer ? m_reading.footer
+                                            : m_reading.body)
+            << m_row;
+        m_row = {};
+    }
+
+    void Text(const QString& text)
+    {
+        switch (m_places.last()) {
+        case Place::Fonts:
+            m_reading.fonts += text;
+            break;
+        case Place::Title:
+            m_reading.title += text;
+            break;
+        case Place::Field:
+            m_cell += (m_cell.endsWith(QLatin1Char('>')) ? QString() : QStringLiteral("<>"));
+            m_cell.insert(m_cell.size() - 1, text);
+            break;
+        case Place::Nowhere:
+            break;
+        default:
+            m_cell += text;
+        }
+    }
+
+    void Fault(const char* fault)
+    {
+        if (m_reading.fault.isEmpty()) {
+            m_reading.fault = QStringLiteral("%1 (at byte %2)").arg(QLatin1String(fault)).arg(m_at);
+        }
+    }
+
+    QByteArray m_rtf;
+    qsizetype m_at = 0;
+    QList<Place> m_places{Place::Body};
+    RtfReading m_reading;
+    RtfRow m_row;
+    QString m_cell;
+};
