@@ -1,0 +1,49 @@
+#include "mStart.h"
+
+#include "core/ErrorLog.h"
+#include "core/SettingsStore.h"
+#include "ui/common/DesktopPrinters.h"
+#include "ui/common/DesktopPrompts.h"
+#include "ui/common/Program.h"
+#include "ui/common/Strings.h"
+#include "ui/common/SystemClock.h"
+#include "ui/main/fSplash.h"
+#include "ui/main/fTarno.h"
+
+#include <QApplication>
+
+int mStart::Main(const std::string& folder)
+{
+    const ProgramFolder programFolder(folder);
+    const auto operations = SystemFileOperations();
+    const SystemClock clock;
+    DesktopMessageBoxes messages;
+    DesktopFileDialogs files;
+    DesktopProgramStarter programs;
+    DesktopPrinters printers;
+
+    ErrorReporter& reporter = ErrorReporter::Instance();
+    reporter.SetLog(programFolder, *operations, clock);
+    reporter.SetShowMessage([&messages](const std::string& text, const std::string& title) {
+        messages.Tell(QApplication::activeWindow(), FromUtf8(text), FromUtf8(title));
+    });
+
+    cSQL sql(programFolder, *operations);
+    const cDescs descs;
+    const auto store = SystemSettingsStore(*operations);
+    CRegSettings settings(*store);
+    const Program program{programFolder, sql,   descs,    settings, clock,
+                          messages,      files, programs, printers, *operations};
+
+    int exitCode = 1;
+    if (sql.Init() == succeeded) {
+        fTarno window(program);
+        QObject::connect(&window, &fTarno::ExitConfirmed, qApp, &QApplication::quit, Qt::QueuedConnection);
+        window.show();
+        QApplication::processEvents(); // the window is in its place before the splash stands over it
+        fSplash(&window).ShowSplash();
+        exitCode = QApplication::exec();
+    }
+    reporter.Reset();
+    return exitCode;
+}

@@ -1,0 +1,114 @@
+#include "FieldRules.h"
+
+#include "core/Conversions.h"
+#include "core/Error.h"
+#include "core/ErrorLog.h"
+#include "ui/common/Strings.h"
+
+#include <QDate>
+#include <QLineEdit>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int lastYearOf2000s = 29; // of the years of two digits
+
+/// The whole number in a part of a time; nothing when it is too large to be one.
+std::optional<int> TimePart(std::string_view part)
+{
+    try {
+        return ToInt16(part);
+    } catch (const Error& error) {
+        if (error.Number() == ErrorNumber::Overflow) {
+            return std::nullopt;
+        }
+        throw;
+    }
+}
+
+/// The time rewritten; nothing when it is none. Throws Error TypeMismatch when a part is no number.
+std::optional<std::string> NormalTime(std::string_view text)
+{
+    constexpr std::size_t lengthWithoutSeparator = 4;
+    const auto separator = text.find(':');
+    const bool separated = separator != std::string_view::npos;
+    if (!separated && text.size() != lengthWithoutSeparator) {
+        return std::nullopt;
+    }
+    const auto hours = TimePart(text.substr(0, separated ? separator : 2));
+    const auto minutes = TimePart(text.substr(separated ? separator + 1 : 2));
+    if (!hours || !minutes || *hours < 0 || *hours > 23 || *minutes < 0 || *minutes > 59) {
+        return std::nullopt;
+    }
+    return ZeroPadded(*hours, 2) + ':' + ZeroPadded(*minutes, 2);
+}
+
+/// The locale's short form with parts of any length and years of four digits.
+QString ShortForm(const QLocale& locale)
+{
+    QString form = locale.dateFormat(QLocale::ShortFormat);
+    const auto change = [&form](const char* from, const char* to) {
+        form.replace(QLatin1String(from), QLatin1String(to));
+    };
+    change("dd", "d");
+    if (!form.contains(QLatin1String("MMM"))) {
+        change("MM", "M");
+    }
+    change("yyyy", "yy");
+    change("yy", "yyyy");
+    return form;
+}
+
+/// `text` with the century before a year of two digits, which stands where `form` has it: in front or at
+/// the end. 29 February is a day of 2000 but not of 1900, so the year has to be whole before it is read.
+QString WithCentury(const QString& text, const QString& form)
+{
+    const bool yearFirst = form.startsWith(QLatin1Char('y'));
+    const int year = (yearFirst ? text.left(2) : text.right(2)).toInt();
+    QString whole = text;
+    return whole.insert(yearFirst ? 0 : std::max<qsizetype>(0, text.size() - 2),
+                        QLatin1String(year <= lastYearOf2000s ? "20" : "19"));
+}
+
+} // namespace
+
+std::optional<std::chrono::year_month_day> UserDate(const QString& text, const QLocale& locale)
+{
+    try {
+        return ToDate(ToUtf8(text));
+    } catch (const Error&) { // NOLINT(bugprone-empty-catch): then it may be the user's own form
+    }
+    const QString form = ShortForm(locale);
+    const QString typed = text.trimmed();
+    for (const QString& written : {typed, WithCentury(typed, form)}) {
+        if (const QDate date = locale.toDate(written, form); date.isValid()) {
+            return std::chrono::year(date.year()) / date.month() / date.day();
+        }
+    }
+    return std::nullopt;
+}
+
+void CheckDateFormat(std::string& text, bool& ok)
+{
+    const auto date = UserDate(FromUtf8(text));
+    ok = date.has_value();
+    if (ok) {
+        text = FromDate(*date);
+    }
+}
+
+void CheckTimeFormat(std::string& text, bool& ok)
+{
+    ok = text.empty() || text == "never" || text == "sets" || text == "rises";
+    if (ok) {
+        return;
+    }
+    Trap("fEntry", "CheckTimeFormat", [&] {
+        if (const auto time = NormalTime(text)) {
+            text = *time;
+            ok = true;
+        }
+    });
+}

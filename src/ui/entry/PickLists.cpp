@@ -1,0 +1,216 @@
+#include "PickLists.h"
+
+#include "core/ErrorLog.h"
+#include "core/Paths.h"
+#include "ui/common/ClickLabel.h"
+#include "ui/common/LeaveGuard.h"
+#include "ui/common/Strings.h"
+#include "ui/common/Twips.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QShortcut>
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <array>
+
+struct PickLists::Binding {
+    const char* file;
+    const char* editLabel;
+    const char* dropDownLabel;
+    const char* box;
+    bool opensToTheLeft; ///< the right-hand frames
+};
+
+namespace
+{
+
+constexpr std::string_view module = "fEntry";
+constexpr int gapBelowLabel = FromTwips(40);
+constexpr int overlapOfFrame = FromTwips(100);
+
+QStringDecoder AnsiDecoder()
+{
+#ifdef Q_OS_WIN
+    return QStringDecoder(QStringDecoder::System);
+#else
+    QStringDecoder decoder("windows-1252");
+    return decoder.isValid() ? std::move(decoder) : QStringDecoder(QStringDecoder::Latin1);
+#endif
+}
+
+} // namespace
+
+QStringList PickListLines(const QByteArray& bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    QString text = utf8(bytes);
+    if (utf8.hasError()) {
+        text = AnsiDecoder()(bytes);
+    }
+    return text.replace(QLatin1String("\r\n"), QLatin1String("\n")).split(QLatin1Char('\n'));
+}
+
+PickLists::PickLists(QWidget* page, const Program& program, LeaveGuard& guard)
+    : QObject(page),
+      m_page(page),
+      m_program(program),
+      m_guard(guard),
+      m_list(page->findChild<QListWidget*>(QStringLiteral("lstList")))
+{
+    static constexpr std::array bindings{
+        Binding{"Species.txt", "lblEditTargets", "lblDDTarget", "txtTarget", false},
+        Binding{"Species.txt", "lblEditCaught", "lblDDCaught", "txtCaught", true},
+        Binding{"Bait.txt", "lblEditBait", "lblDDBait", "txtBait", false},
+        Binding{"Methods.txt", "lblEditMethods", "lblDDMethods", "txtMethods", true},
+    };
+    for (const Binding& binding : bindings) {
+        Bind(binding);
+    }
+    m_list->setUniformItemSizes(true);
+    m_list->hide();
+    m_list->installEventFilter(this);
+    guard.Add(m_list, [this] {
+        Close();
+        return true;
+    });
+}
+
+void PickLists::Bind(const Binding& binding)
+{
+    auto* editLabel = m_page->findChild<ClickLabel*>(QLatin1String(binding.editLabel));
+    auto* dropDownLabel = m_page->findChild<ClickLabel*>(QLatin1String(binding.dropDownLabel));
+    for (ClickLabel* label : {editLabel, dropDownLabel}) {
+        QFont font = label->font();
+        font.setFamily(QStringLiteral("MS Sans Serif"));
+        font.setBold(true);
+        label->setFont(font);
+    }
+    connect(editLabel, &ClickLabel::Clicked, this, [this, &binding] {
+        Trap(module, std::string(binding.editLabel) + "_Click",
+             [&] { m_program.programs.EditText(FromUtf8(m_program.folder.Existing(binding.file))); });
+    });
+    const auto open = [this, &binding] {
+        Trap(module, std::string(binding.dropDownLabel) + "_Click", [&] { Open(binding); });
+    };
+    connect(dropDownLabel, &ClickLabel::Clicked, this, open);
+    // the label takes no focus; from the keyboard the list opens as a drop-down list does
+    auto* box = m_page->findChild<QPlainTextEdit*>(QLatin1String(binding.box));
+    auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Down), box);
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, open);
+}
+
+void PickLists::Open(const Binding& binding)
+{
+    Close();
+    if (!m_guard.Leave()) { // the list takes the focus from the box that has it
+        return;
+    }
+    m_open = &binding;
+    Fill(binding);
+    if (m_list->count() > 0) {
+        m_list->setCurrentRow(0, QItemSelectionModel::NoUpdate);
+        Place(binding);
+        m_list->show();
+        m_list->raise();
+        m_list->setFocus();
+        qApp->installEventFilter(this);
+    }
+}
+
+void PickLists::Fill(const Binding& binding)
+{
+    m_list->clear();
+    std::string path = m_program.folder.Existing(binding.file);
+    if (!mMain::FileExist(path)) {
+        return;
+    }
+    const QStringList lines = PickListLines(QByteArray::fromStdString(ReadWholeFile(path)));
+    for (int index = 0; index < lines.size(); ++index) {
+        if (!lines[index].isEmpty()) {
+            auto* item = new QListWidgetItem(lines[index], m_list);
+            item->setData(Qt::UserRole, index);
+        }
+    }
+}
+
+/// Just below the label, as high as the page allows.
+void PickLists::Place(const Binding& binding)
+{
+    constexpr int widthInLetters = 36;
+    constexpr int mostRows = 12;
+    const auto* label = m_page->findChild<ClickLabel*>(QLatin1String(binding.dropDownLabel));
+    const QWidget* frame = label->parentWidget();
+    const int width = widthInLetters * m_list->fontMetrics().averageCharWidth();
+    const int top = frame->y() + label->y() + label->height() + gapBelowLabel;
+    const int left = binding.opensToTheLeft ? frame->x() - width + overlapOfFrame : label->x();
+    const int rows = std::min(mostRows, m_list->count());
+    const int wanted = rows * m_list->sizeHintForRow(0) + 2 * m_list->frameWidth();
+    m_list->setGeometry(left, top, width, std::min(wanted, m_page->height() - top - gapBelowLabel));
+}
+
+QPlainTextEdit* PickLists::OpenBox() const
+{
+    return m_page->findChild<QPlainTextEdit*>(QLatin1String(m_open->box));
+}
+
+void PickLists::Close()
+{
+    if (!m_list->isHidden()) {
+        qApp->removeEventFilter(this);
+        Trap(module, "lstList_LostFocus", [this] { lstList_LostFocus(); });
+    }
+}
+
+void PickLists::lstList_LostFocus()
+{
+    QString text = OpenBox()->toPlainText();
+    QString added;
+    for (int row = 0; row < m_list->count(); ++row) {
+        if (m_list->item(row)->isSelected()) {
+            const bool startsLine = text.isEmpty() || text.endsWith(QLatin1Char('\n'));
+            const QString line = (startsLine ? QString() : QStringLiteral("\n")) + m_list->item(row)->text();
+            text += line;
+            added += line;
+        }
+    }
+    if (!added.isEmpty()) {
+        QTextCursor end(OpenBox()->document());
+        end.movePosition(QTextCursor::End);
+        end.insertText(added);
+    }
+    // back to the box, from where Tab goes on, and not to whatever the page has first
+    const bool hadFocus = m_list->hasFocus();
+    m_list->hide();
+    if (hadFocus) {
+        OpenBox()->setFocus();
+    }
+}
+
+bool PickLists::eventFilter(QObject* receiver, QEvent* event)
+{
+    if (receiver == m_list && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter) {
+            Close();
+            return true;
+        }
+    } else if (receiver == m_list && event->type() == QEvent::FocusOut) {
+        // the list waits while another program or a menu has the focus
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
+            Close();
+        }
+    } else if (event->type() == QEvent::MouseButtonPress && receiver->isWidgetType()) {
+        auto* pressed = static_cast<QWidget*>(receiver);
+        if (pressed->window() == m_page->window() && pressed != m_list && !m_list->isAncestorOf(pressed)) {
+            Close();
+        }
+    }
+    return false;
+}

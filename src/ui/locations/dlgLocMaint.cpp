@@ -1,0 +1,105 @@
+#include "dlgLocMaint.h"
+
+#include "core/ErrorLog.h"
+#include "store/RecordLayouts.h"
+#include "ui/common/BoxWidth.h"
+#include "ui/common/KeyFilter.h"
+#include "ui/common/RecordBinder.h"
+#include "ui_dlgLocMaint.h"
+
+namespace
+{
+
+constexpr std::string_view module = "dlgLocMaint";
+
+} // namespace
+
+dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
+    : EditingDialog(program, parent), m_ui(std::make_unique<Ui::dlgLocMaint>())
+{
+    m_ui->setupUi(this);
+    FitBoxes({m_ui->txtLatt, m_ui->txtLong}, QStringLiteral("-151.123456"));
+    FitBoxes({m_ui->txtGMT}, QStringLiteral("-12.75"));
+    m_binder = new RecordBinder(this, Edited(), Guard());
+    m_binder->BindLines(LocationField::LocName, "txtLocName");
+    m_binder->BindLines(LocationField::LocDirections, "txtDirections");
+    m_binder->BindLines(LocationField::LocDescription, "txtDescription");
+    m_binder->BindOptions(LocationField::LocAccess, "optAccess");
+    m_binder->BindBox(LocationField::LocLatt, "txtLatt");
+    m_binder->BindBox(LocationField::LocLong, "txtLong");
+    m_binder->BindBox(LocationField::LocGMT, "txtGMT");
+    for (QLineEdit* box : {m_ui->txtLatt, m_ui->txtLong, m_ui->txtGMT}) {
+        // besides the signs of a number also what four keys that move the cursor have as characters
+        new KeyFilter(box, QStringLiteral("-.#$%'"));
+    }
+    m_ui->picturePanel->Attach(program, Edited(), LocationField::LocPicture, QStringLiteral("picLoc"),
+                               m_ui->cmdCancel);
+    Prepare(m_ui->cmdOK, m_ui->cmdCancel);
+    connect(m_binder, &RecordBinder::WrittenBack, this, &dlgLocMaint::EnableSave);
+    connect(m_ui->chkDST, &QCheckBox::clicked, this, &dlgLocMaint::chkDST_Click);
+    connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &dlgLocMaint::EnableSave);
+}
+
+dlgLocMaint::~dlgLocMaint() = default;
+
+void dlgLocMaint::SetData(std::int16_t locationNumber, bool deleteMode)
+{
+    Trap(module, "SetData", [&] {
+        Record location;
+        if (CurrentProgram().sql.LocationGet(locationNumber, location) != succeeded) {
+            return;
+        }
+        Edited().Begin(std::move(location));
+        ShowLocation();
+        if (deleteMode) {
+            DeleteAfterQuestion(locationNumber);
+            return;
+        }
+        EnableSave();
+        m_ui->sstLocs->setCurrentIndex(0);
+        m_ui->txtLocName->setFocus();
+        exec();
+    });
+}
+
+void dlgLocMaint::ShowLocation()
+{
+    if (Edited().Record().Count() < LocationField::Count) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    m_binder->ShowRecord();
+    m_ui->chkDST->setChecked(Edited().Text(LocationField::LocDST) == "1");
+    m_ui->picturePanel->ShowRecord();
+}
+
+void dlgLocMaint::DeleteAfterQuestion(std::int16_t locationNumber)
+{
+    const Button answer = CurrentProgram().messages.Ask(
+        parentWidget(),
+        {.text = QStringLiteral("Are you sure you want to delete this location from the log?"),
+         .title = QStringLiteral("Delete Location?"),
+         .icon = Icon::Question,
+         .buttons = Buttons::YesNoCancel,
+         .byDefault = Button::Cancel});
+    if (answer == Button::Yes) {
+        CurrentProgram().sql.LocationDelete(locationNumber);
+    }
+}
+
+void dlgLocMaint::chkDST_Click()
+{
+    Trap(module, "chkDST_Click", [this] {
+        Edited().Store(LocationField::LocDST, m_ui->chkDST->isChecked() ? "1" : "0");
+        EnableSave();
+    });
+}
+
+Status dlgLocMaint::Update(Record& record)
+{
+    return CurrentProgram().sql.LocationUpdate(record);
+}
+
+void dlgLocMaint::TakeTyped()
+{
+    m_binder->WriteLines();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ui/common/EditingDialog.h"
+
+#include <cstdint>
+#include <memory>
+
+class RecordBinder;
+
+namespace Ui
+{
+class dlgLocMaint;
+}
+
+/// The window in which one fishing location is added, changed or deleted.
+class dlgLocMaint : public EditingDialog
+{
+    Q_OBJECT
+
+public:
+    /// What `program` refers to must outlive the window.
+    dlgLocMaint(const Program& program, QWidget* parent);
+    dlgLocMaint(const dlgLocMaint&) = delete;
+    dlgLocMaint& operator=(const dlgLocMaint&) = delete;
+    ~dlgLocMaint() override;
+
+    /// Edits the location `locationNumber`, or a new one for 0, and returns when the window has been closed.
+    /// In delete mode only asks whether to delete it, and does so; the window is not shown then.
+    void SetData(std::int16_t locationNumber, bool deleteMode);
+
+protected:
+    Status Update(Record& record) override;
+    void TakeTyped() override;
+
+private:
+    void ShowLocation();
+    void DeleteAfterQuestion(std::int16_t locationNumber);
+    void chkDST_Click();
+
+    std::unique_ptr<Ui::dlgLocMaint> m_ui;
+    RecordBinder* m_binder = nullptr;
+};

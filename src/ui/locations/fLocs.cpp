@@ -1,0 +1,148 @@
+#include "fLocs.h"
+
+#include "core/Conversions.h"
+#include "core/ErrorLog.h"
+#include "dlgLocMaint.h"
+#include "reports/arLocList.h"
+#include "reports/preview/fPreview.h"
+#include "store/RecordLayouts.h"
+#include "ui/common/Strings.h"
+#include "ui_fLocs.h"
+
+#include <QShortcut>
+
+#include <vector>
+
+namespace
+{
+
+constexpr std::string_view module = "fLocs";
+
+/// How the spot is reached, as the location's window calls it.
+QString AccessWord(std::string_view code)
+{
+    return code == "0"   ? QStringLiteral("Land Based")
+           : code == "1" ? QStringLiteral("Boat Only")
+           : code == "2" ? QStringLiteral("Both")
+                         : QStringLiteral("Not Set");
+}
+
+} // namespace
+
+fLocs::fLocs(const Program& program, QWidget* parent)
+    : QDialog(parent), m_program(program), m_ui(std::make_unique<Ui::fLocs>())
+{
+    m_ui->setupUi(this);
+    m_ui->lvwLocs->SetHeadings({QStringLiteral("Location"), QStringLiteral("Access"),
+                                QStringLiteral("Latitude"), QStringLiteral("Longitude"),
+                                QStringLiteral("GMT Diff"), QStringLiteral("DST")});
+    const QString degrees = QStringLiteral("-151.12345");
+    m_ui->lvwLocs->FitColumns({{}, QStringLiteral("Land Based"), degrees, degrees, {}, QStringLiteral("Yes")},
+                              0);
+
+    connect(m_ui->cmdAdd, &QPushButton::clicked, this, &fLocs::Add);
+    connect(m_ui->cmdEdit, &QPushButton::clicked, this, &fLocs::Edit);
+    connect(m_ui->cmdDelete, &QPushButton::clicked, this, &fLocs::Delete);
+    connect(m_ui->cmdPrint, &QPushButton::clicked, this, &fLocs::cmdPrint_Click);
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(m_ui->lvwLocs, &SortableList::OpenRequested, this, &fLocs::Edit);
+    connect(m_ui->lvwLocs, &SortableList::Pressed, this,
+            [this] { Trap(module, "lvwLocs_MouseDown", [this] { SetControls(); }); });
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_N), this), &QShortcut::activated, this,
+            &fLocs::Add);
+    connect(new QShortcut(QKeySequence(Qt::Key_F2), this), &QShortcut::activated, this, &fLocs::Edit);
+    connect(new QShortcut(QKeySequence(Qt::Key_Delete), this), &QShortcut::activated, this, &fLocs::Delete);
+
+    Trap(module, "SetData", [this] {
+        LoadLocations();
+        SetControls();
+    });
+}
+
+fLocs::~fLocs() = default;
+
+void fLocs::LoadLocations()
+{
+    std::vector<TextTableModel::Row> rows;
+    Trap(module, "LoadLocations", [&] {
+        RecordList locations;
+        if (m_program.sql.LocationList(locations) != succeeded) {
+            return;
+        }
+        rows.reserve(locations.size());
+        for (const RecordView& location : locations) {
+            // the name has to be there; a record that lacks another value is listed without it
+            const auto text = [&](LocationField::Position position) {
+                return position < location.Count() ? location.Text(position) : std::string();
+            };
+            rows.push_back(
+                {FromUtf8(location.Text(LocationField::LocNo)) + QLatin1Char('K'),
+                 {ShownInOneLine(location.Text(LocationField::LocName)),
+                  AccessWord(text(LocationField::LocAccess)), FromUtf8(text(LocationField::LocLatt)),
+                  FromUtf8(text(LocationField::LocLong)), FromUtf8(text(LocationField::LocGMT)),
+                  text(LocationField::LocDST) == "1" ? QStringLiteral("Yes") : QStringLiteral("No")}});
+        }
+    });
+    m_ui->lvwLocs->SetRows(std::move(rows));
+}
+
+void fLocs::SetControls()
+{
+    Trap(module, "SetControls", [this] {
+        const bool anyLocation = m_ui->lvwLocs->RowCount() > 0;
+        m_ui->cmdAdd->setEnabled(true);
+        m_ui->cmdEdit->setEnabled(anyLocation);
+        m_ui->cmdDelete->setEnabled(anyLocation);
+    });
+}
+
+std::int16_t fLocs::SelectedLocation() const
+{
+    return ToInt16(ToUtf8(m_ui->lvwLocs->SelectedKey().value().chopped(1)));
+}
+
+void fLocs::Maintain(std::int16_t locationNumber, bool deleteMode)
+{
+    SetControls();
+    dlgLocMaint(m_program, this).SetData(locationNumber, deleteMode);
+    LoadLocations();
+    SetControls();
+    m_ui->lvwLocs->setFocus();
+}
+
+void fLocs::Add()
+{
+    Trap(module, "Add", [this] { Maintain(0, false); });
+}
+
+void fLocs::Edit()
+{
+    Trap(module, "Edit", [this] {
+        if (m_ui->lvwLocs->SelectedKey()) {
+            Maintain(SelectedLocation(), false);
+        }
+    });
+}
+
+void fLocs::Delete()
+{
+    Trap(module, "Delete", [this] {
+        if (m_ui->lvwLocs->SelectedKey()) {
+            Maintain(SelectedLocation(), true);
+        }
+    });
+}
+
+void fLocs::cmdPrint_Click()
+{
+    Trap(module, "cmdPrint_Click", [this] {
+        RecordList locations;
+        if (m_program.sql.LocationList(locations) != succeeded) {
+            return;
+        }
+        arLocList report(m_program, locations);
+        report.PageHeader.Controls[QStringLiteral("lblPrinted")].Text =
+            FromUtf8("Printed on " + m_program.clock.ShortDate() + " at " + m_program.clock.ShortTime());
+        fPreview(m_program, report, this).ShowReport();
+    });
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "ui/common/Program.h"
+
+#include <QDialog>
+
+#include <cstdint>
+#include <memory>
+
+namespace Ui
+{
+class fLocs;
+}
+
+/// The list of all fishing locations, from which one is added, edited or deleted.
+class fLocs : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Loads the list. What `program` refers to must outlive the window.
+    fLocs(const Program& program, QWidget* parent);
+    fLocs(const fLocs&) = delete;
+    fLocs& operator=(const fLocs&) = delete;
+    ~fLocs() override;
+
+private:
+    void LoadLocations();
+    void SetControls();
+    void Add();
+    void Edit();
+    void Delete();
+    void cmdPrint_Click();
+    void Maintain(std::int16_t locationNumber, bool deleteMode);
+    std::int16_t SelectedLocation() const;
+
+    const Program& m_program;
+    std::unique_ptr<Ui::fLocs> m_ui;
+};

@@ -1,0 +1,51 @@
+#include "fSplash.h"
+
+#include "ui/common/Icons.h"
+#include "ui_fSplash.h"
+
+#include <QCoreApplication>
+#include <QFont>
+#include <QTimer>
+
+#include <chrono>
+
+namespace
+{
+
+constexpr std::chrono::milliseconds splashTime{2500};
+constexpr QSize pictureSize(480, 270);
+
+} // namespace
+
+fSplash::fSplash(QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::fSplash>()), tShow(new QTimer(this))
+{
+    m_ui->setupUi(this);
+    m_ui->picAbout->setPixmap(DrawnIcon(QLatin1String("splash")).pixmap(pictureSize, devicePixelRatioF()));
+    m_ui->picAbout->setAccessibleName(QStringLiteral("An angler in a boat at dawn"));
+    m_ui->lblVersion->setText(QStringLiteral("Version ") + QCoreApplication::applicationVersion());
+    QFont title = font();
+    title.setPointSizeF(title.pointSizeF() * 1.75);
+    title.setBold(true);
+    m_ui->lblTitle->setFont(title);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    tShow->setObjectName(QStringLiteral("tShow"));
+    tShow->setSingleShot(true);
+    tShow->setInterval(splashTime);
+    connect(tShow, &QTimer::timeout, this, &QDialog::accept);
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+fSplash::~fSplash() = default;
+
+void fSplash::ShowSplash()
+{
+    tShow->start();
+    exec();
+}
+
+void fSplash::ShowAbout()
+{
+    tShow->stop();
+    exec();
+}

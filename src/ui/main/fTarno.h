@@ -1,0 +1,67 @@
+#pragma once
+
+#include "ui/common/Program.h"
+
+#include <QMainWindow>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+class QAction;
+class QMenu;
+
+namespace Ui
+{
+class fTarno;
+}
+
+/// The main window: the list of all log entries, and the commands that reach every other window.
+class fTarno : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Loads the list. What `program` refers to must outlive the window.
+    explicit fTarno(const Program& program);
+    fTarno(const fTarno&) = delete;
+    fTarno& operator=(const fTarno&) = delete;
+    ~fTarno() override;
+
+    // The commands; errors in them are reported and leave the window usable.
+
+    void Add();
+    void Edit();
+    void Delete();
+    void Locations();
+    void Reports();
+    void Tides();
+    void About();
+
+Q_SIGNALS:
+    /// The user confirmed the exit; the data access has been released.
+    void ExitConfirmed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void Form_Load();
+    void MakePopUp();
+    void ConnectCommands();
+    void LoadEntryList();
+    void SetControls(bool usable);
+    void EnableCommands();
+    void cmdExit_Click();
+    bool MayLoseUnsaved();
+    void EditSelected(const char* routine, bool remove);
+    std::int16_t SelectedEntry() const;
+    template <typename Body>
+    void WithListGreyed(const char* routine, Body&& body);
+
+    const Program& m_program;
+    std::unique_ptr<Ui::fTarno> m_ui;
+    QMenu* m_popUp;
+    bool m_exitConfirmed = false;
+};

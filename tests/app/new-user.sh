@@ -1,0 +1,86 @@
+#!/usr/bin/env bash
+# A new user's path, driven from outside on the real program: an empty log offers no "Add"; a location is
+# entered, "Add" works, and the first trip's sun and moon data are those of the reference days.
+#   tests/app/new-user.sh PROGRAM OUT
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+source scripts/packages.sh
+
+program=$(realpath "${1:?usage: tests/app/new-user.sh PROGRAM OUT}")
+out=$(realpath --canonicalize-missing --relative-to=. "${2:?}")
+source scripts/hand.sh
+need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils
+on_virtual_display tests/app/new-user.sh "$program" "$out"
+
+rm -rf "$out"
+mkdir -p "$out"
+scripts/lay-out.sh "$out/log"
+
+# a place on the southern hemisphere with daylight saving
+IFS=$'\t' read -r latitude longitude gmt dst date sunRise sunSet moonRise moonSet percent waxing _ prediction \
+    major1 major2 minor1 minor2 _ phase < <(sed 's/\t\t/\t \t/g' tests/astro/data/forecast.tsv |
+        awk -F'\t' '$1 < -20 && $4 == 1 && $5 > "2000" && $5 < "2030"')
+tell "the reference day: $date at $latitude, $longitude"
+
+start "$out/log"
+window "About Tarno Fishing Log"
+keys Return
+window "Tarno Fishing Log"
+keys ctrl+n
+sleep 0.5
+expect "window after Ctrl+N without a location" "$(xdotool getactivewindow getwindowname)" "Tarno Fishing Log"
+picture 01-empty "an empty log"
+
+click 172 30
+window "Location Listing"
+keys alt+a
+window "Location Maintenance"
+type_text "Granny's Beach"
+keys Return
+type_text "north end"
+keys Tab
+type_text "Sand & weed"
+keys Tab
+type_text "Over the hill"
+keys Tab space Tab
+type_text "x$latitude"
+keys Tab
+type_text "${longitude}y"
+keys Tab
+type_text "$gmt"
+keys Tab
+[ "$dst" = 0 ] || keys space
+picture 02-location "the first location"
+keys alt+s
+sleep 0.5
+expect "locations" "$(records location.xml location)" 1
+expect "name" "$(value location.xml location 1)" "Granny's Beach~CL~north end"
+expect "latitude, without the letter typed" "$(value location.xml location 5)" "$latitude"
+expect "longitude, without the letter typed" "$(value location.xml location 6)" "$longitude"
+expect "hours from GMT" "$(value location.xml location 7)" "$gmt"
+expect "daylight saving" "$(value location.xml location 8)" "$dst"
+keys Escape
+window "Location Listing"
+picture 03-locations "the list of locations"
+keys Escape
+window "Tarno Fishing Log"
+
+keys ctrl+n
+window "Tarno Log Entry"
+keys ctrl+a
+type_text "$date"
+keys Tab
+picture 04-trip "the first trip"
+keys alt+s
+sleep 0.5
+expect "trips" "$(records tarno.xml tarno)" 1
+expect "start date" "$(value tarno.xml tarno 1)" "$date"
+expect "location" "$(value tarno.xml tarno 5)" 1
+for pair in "12=$sunRise" "13=$sunSet" "14=$moonRise" "15=$moonSet" "16=$phase" "17=$prediction" \
+    "32=$major1" "33=$major2" "34=$minor1" "35=$minor2"; do
+    expect "calculated value ${pair%%=*}" "$(value tarno.xml tarno "${pair%%=*}")" "$(xargs <<<"${pair#*=}")"
+done
+keys Escape
+window "Tarno Fishing Log"
+picture 05-log "the log with its first trip"
+leave
