@@ -70,11 +70,12 @@ void fEntry::SetData(std::int16_t iTarnoNo, bool bDelete)
             return;
         }
         Edited().Begin(std::move(entry));
-        if (!Trap(module, "LoadTheForm", [this] { LoadTheForm(); })) {
+        const bool loaded = Trap(module, "LoadTheForm", [this] { LoadTheForm(); });
+        if (bDelete) { // also what cannot be shown whole
+            DeleteAfterQuestion();
             return;
         }
-        if (bDelete) {
-            DeleteAfterQuestion();
+        if (!loaded) {
             return;
         }
         if (const QVariant location = m_cboLocation->currentData(); location.isValid()) {
@@ -139,6 +140,9 @@ void fEntry::ShowExistingEntry()
     constexpr std::array peaks{EntryField::Major1, EntryField::Major2, EntryField::Minor1,
                                EntryField::Minor2};
     if (std::any_of(peaks.begin(), peaks.end(), [this](auto peak) { return Edited().Text(peak).empty(); })) {
+        for (const auto peak : peaks) { // shown together or not at all
+            m_binder->Box(peak)->clear();
+        }
         m_calculator->DoRiseSet();
     }
     m_calculator->ShowPhase();
