@@ -94,7 +94,9 @@ void RecordBinder::BindOptions(std::size_t position, const char* group)
     m_options[position] = options;
     connect(options, &OptionGroup::Clicked, this, [this, position, group](int index) {
         Trap(m_module, std::string(group) + "_Click", [&] {
-            Store(position, std::to_string(index));
+            if (CodeOf(m_record.Text(position)) != index) { // "03" is option 3 already
+                Store(position, std::to_string(index));
+            }
             Q_EMIT WrittenBack();
         });
     });
