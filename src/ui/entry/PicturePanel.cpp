@@ -28,6 +28,7 @@ PicturePanel::PicturePanel(QWidget* parent) : QWidget(parent), m_ui(std::make_un
     connect(m_ui->cmdRemove, &QPushButton::clicked, this,
             [this] { Handle("cmdRemove_Click", &PicturePanel::RemovePicture); });
     connect(m_ui->sldZoom, &QSlider::valueChanged, this, &PicturePanel::ApplyZoom);
+    connect(m_ui->sldZoom, &QSlider::sliderReleased, this, &PicturePanel::ApplyZoom);
     for (QScrollBar* bar : {m_ui->hscPic, m_ui->vscPic}) {
         connect(bar, &QScrollBar::valueChanged, this, &PicturePanel::PlaceByScrollbars);
     }
