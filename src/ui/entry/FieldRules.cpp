@@ -31,10 +31,10 @@ std::optional<int> TimePart(std::string_view part)
 /// The time rewritten; nothing when it is none. Throws Error TypeMismatch when a part is no number.
 std::optional<std::string> NormalTime(std::string_view text)
 {
-    constexpr std::size_t lengthWithoutSeparator = 4;
+    constexpr qsizetype lengthWithoutSeparator = 4;
     const auto separator = text.find(':');
     const bool separated = separator != std::string_view::npos;
-    if (!separated && text.size() != lengthWithoutSeparator) {
+    if (!separated && FromUtf8(text).size() != lengthWithoutSeparator) {
         return std::nullopt;
     }
     const auto hours = TimePart(text.substr(0, separated ? separator : 2));
