@@ -50,7 +50,7 @@ void dlgLocMaint::SetData(std::int16_t locationNumber, bool deleteMode)
             return;
         }
         Edited().Begin(std::move(location));
-        ShowLocation();
+        ShowLocation(locationNumber == 0);
         if (deleteMode) {
             DeleteAfterQuestion(locationNumber);
             return;
@@ -62,13 +62,17 @@ void dlgLocMaint::SetData(std::int16_t locationNumber, bool deleteMode)
     });
 }
 
-void dlgLocMaint::ShowLocation()
+void dlgLocMaint::ShowLocation(bool isNew)
 {
     if (Edited().Record().Count() < LocationField::Count) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
-    m_binder->ShowRecord();
-    m_ui->chkDST->setChecked(Edited().Text(LocationField::LocDST) == "1");
+    if (isNew) {
+        m_binder->ShowNothing();
+    } else {
+        m_binder->ShowRecord();
+    }
+    m_ui->chkDST->setChecked(!isNew && Edited().Text(LocationField::LocDST) == "1");
     m_ui->picturePanel->ShowRecord();
 }
 

@@ -33,7 +33,7 @@ protected:
     void TakeTyped() override;
 
 private:
-    void ShowLocation();
+    void ShowLocation(bool isNew);
     void DeleteAfterQuestion(std::int16_t locationNumber);
     void chkDST_Click();
 
