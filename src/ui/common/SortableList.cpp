@@ -1,5 +1,8 @@
 #include "SortableList.h"
 
+#include "core/ErrorLog.h"
+#include "ui/common/Strings.h"
+
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -35,7 +38,9 @@ SortableList::SortableList(QWidget* parent) : QTreeView(parent)
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     header()->setSectionsClickable(true);
     header()->setSectionsMovable(false);
-    connect(header(), &QHeaderView::sectionClicked, this, &SortableList::SortBy);
+    connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
+        Trap(ToUtf8(window()->objectName()), ToUtf8(objectName()) + "_ColumnClick", [&] { SortBy(column); });
+    });
 }
 
 void SortableList::SetHeadings(const QStringList& headings)
