@@ -89,6 +89,20 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
     }
 }
 
+std::vector<std::string> Split(std::string_view text, char separator)
+{
+    std::vector<std::string> parts;
+    for (std::size_t at = 0; at < text.size() || !parts.empty();) {
+        const std::size_t found = text.find(separator, at);
+        parts.emplace_back(text.substr(at, found - at));
+        if (found == std::string_view::npos) {
+            break;
+        }
+        at = found + 1;
+    }
+    return parts;
+}
+
 bool IsXmlCharacter(char32_t value)
 {
     if (value < 0x20) {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Small helpers for UTF-8 texts.
 
@@ -10,6 +11,9 @@ bool EqualIgnoringCase(std::string_view left, std::string_view right);
 
 /// `text` with every occurrence of `from` (not empty) replaced by `to`.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
+
+/// The parts of `text` between the separators; an empty text has none.
+std::vector<std::string> Split(std::string_view text, char separator);
 
 /// Whether XML 1.0 can carry the character.
 bool IsXmlCharacter(char32_t value);

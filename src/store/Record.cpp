@@ -57,6 +57,14 @@ std::size_t RecordView::Count() const
     return count;
 }
 
+const RecordView& RecordAt(const RecordList& list, std::int64_t position)
+{
+    if (position < 0 || static_cast<std::uint64_t>(position) >= list.size()) {
+        throw Error(ErrorNumber::SubscriptOutOfRange);
+    }
+    return list[static_cast<std::size_t>(position)];
+}
+
 Record::Record(const RecordView& stored)
 {
     m_document.append_copy(stored.Node());

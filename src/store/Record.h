@@ -3,6 +3,7 @@
 #include <pugixml.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,9 @@ private:
 
 /// All records of a file, in file order.
 using RecordList = std::vector<RecordView>;
+
+/// The record at `position` of `list`, from 0. Throws Error SubscriptOutOfRange when there is none.
+const RecordView& RecordAt(const RecordList& list, std::int64_t position);
 
 /// A copy of a record that belongs to its holder. Changing it changes nothing until it is handed to the
 /// matching update.

@@ -2,6 +2,8 @@
 
 #include "core/Error.h"
 #include "core/ErrorLog.h"
+#include "core/Text.h"
+#include "store/LogGrid.h"
 #include "store/RecordLayouts.h"
 
 namespace
@@ -136,6 +138,15 @@ std::string cSQL::LocationNameGet(const std::string& sLocNo) const
     Trap(module, "LocationNameGet",
          [&] { name = m_locations.table.Get(sLocNo).Text(LocationField::LocName); });
     return name;
+}
+
+Status cSQL::ReportLogData(const std::string& sFlds, const std::string& sKeys, std::int16_t iLocNo)
+{
+    return Trapped("ReportLogData", [&] {
+        m_reportGrid = LogGrid(m_entries.table.List(),
+                               {.names = Split(sFlds, ','), .keys = Split(sKeys, ','), .location = iLocNo},
+                               [this](const std::string& number) { return LocationNameGet(number); });
+    });
 }
 
 std::vector<std::string> cSQL::UnsavedFiles() const

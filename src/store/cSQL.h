@@ -3,6 +3,7 @@
 #include "core/FileOperations.h"
 #include "core/ProgramFolder.h"
 #include "core/SafeWriter.h"
+#include "core/ShellSort.h"
 #include "store/DataFile.h"
 #include "store/Record.h"
 #include "store/RecordTable.h"
@@ -64,6 +65,15 @@ public:
     /// The stored name of the location whose key is `sLocNo`; "1", the error reported, when there is none.
     std::string LocationNameGet(const std::string& sLocNo) const;
 
+    /// Fills ReportGrid with the rows of the log report, as LogGrid says. `sFlds` are the data names of the
+    /// columns, `sKeys` their field numbers, both with "," between them; `iLocNo` is the location whose
+    /// entries are wanted, 0 for all. After a failure the grid is as it was.
+    Status ReportLogData(const std::string& sFlds, const std::string& sKeys, std::int16_t iLocNo);
+
+    /// The rows that ReportLogData filled last, for the report to sort and to read; they are kept until it
+    /// fills them anew.
+    ReportTable& ReportGrid() { return m_reportGrid; }
+
     /// The names of the files whose last change has not reached the disk.
     std::vector<std::string> UnsavedFiles() const;
 
@@ -91,4 +101,5 @@ private:
     Document m_locationBlank;
     Document m_reports;
     Document m_reportBlank;
+    ReportTable m_reportGrid;
 };

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/ShellSort.h"
+#include "store/Record.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+/// What a log report asks for.
+struct LogGridQuery {
+    std::vector<std::string> names; ///< the columns' data names, which choose how values are shown
+    std::vector<std::string> keys;  ///< their field numbers, which are positions in the entry
+    std::int16_t location = 0;      ///< only entries of that location; 0 for all
+};
+
+/// The table of the log report: a row for each entry that passes the filter, in file order. Codes are words,
+/// a location is its name (`locationName` is asked once for each number), line breaks are carriage return
+/// and line feed. In the first column the codes of tide, rating, action and weather stand before their words
+/// ("3-Run In"), so that sorting orders by code.
+///
+/// There is always at least one row: the first is empty when the first entry of the file does not pass.
+///
+/// Throws Error: SubscriptOutOfRange when there are fewer names than keys, TypeMismatch when a key is no
+/// number, when a filter meets an entry whose location is none, or a moon phase is none; ObjectNotSet
+/// when an entry lacks a value.
+ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
+                    const std::function<std::string(const std::string& number)>& locationName);
