@@ -2,6 +2,8 @@
 
 #include "ReportFonts.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <utility>
 
@@ -9,7 +11,6 @@ namespace
 {
 
 constexpr int twipsToTheInch = 1440;
-constexpr qreal millimetresToTheInch = 25.4;
 
 /// Puts the report's design back that its run changes.
 class DesignKeeper
@@ -34,8 +35,6 @@ public:
         m_report.PageFooter = std::move(m_footer);
         m_report.Fields = std::move(m_fields);
     }
-
-    void RestoreDetail() { m_report.Detail = m_detail; }
 
 private:
     Report& m_report;
@@ -86,6 +85,20 @@ SectionLines Measure(ReportSection& section, TextMeasurer& measurer)
     return lines;
 }
 
+/// By how much `control` has to become higher to hold that many lines. Where lines stand in the middle it
+/// keeps the room that its design has around them, so that the first line stays level with texts that need no
+/// growing.
+int GrowthFor(const ReportControl& control, int lines, int lineHeight)
+{
+    const int needed = lines * lineHeight;
+    if (!control.CanGrow || needed <= control.Height) {
+        return 0;
+    }
+    const bool hasRoom =
+        control.VerticalAlignment == VerticalAlignment::Middle && control.Height >= lineHeight;
+    return needed + (hasRoom ? control.Height % lineHeight : 0) - control.Height;
+}
+
 /// Lets the fields that may grow grow, moves what stands below them down, and the section's end with it.
 void Grow(ReportSection& section, const SectionLines& lines, TextMeasurer& measurer)
 {
@@ -99,11 +112,9 @@ void Grow(ReportSection& section, const SectionLines& lines, TextMeasurer& measu
     std::vector<Place> places;
     int designEnd = 0;
     for (ReportControl& control : section.Controls) {
-        const int needed = control.CanGrow ? static_cast<int>(lines[places.size()].size()) *
-                                                 measurer.For(control.Font).lineHeight
-                                           : 0;
-        places.push_back(
-            {&control, std::max(0, needed - control.Height), control.Top, control.Top + control.Height});
+        const int growth = GrowthFor(control, static_cast<int>(lines[places.size()].size()),
+                                     measurer.For(control.Font).lineHeight);
+        places.push_back({&control, growth, control.Top, control.Top + control.Height});
         designEnd = std::max(designEnd, places.back().designBottom);
     }
     std::stable_sort(places.begin(), places.end(),
@@ -270,18 +281,18 @@ private:
 
 std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
 {
-    DesignKeeper design(report);
+    const DesignKeeper design(report);
     report.Tools.clear();
     report.ReportStart();
+    const auto end = qScopeGuard([&report] { report.ReportEnd(); });
     report.DataInitialize();
+    const ReportSection detailDesign = report.Detail;
 
     TextMeasurer measurer;
     Document document;
     document.title = report.Caption;
-    // by way of millimetres, in which the usual papers are exact; points and inches come rounded
-    constexpr qreal scale = twipsToTheInch / millimetresToTheInch;
-    document.paper = (report.Page.fullRect(QPageLayout::Millimeter).size() * scale).toSize();
-    document.margins = (report.Page.margins(QPageLayout::Millimeter) * scale).toMargins();
+    document.paper = report.PaperSize();
+    document.margins = report.PaperMargins();
     document.header = Placed(report.PageHeader, Measure(report.PageHeader, measurer), measurer);
     document.footer = Placed(report.PageFooter, Measure(report.PageFooter, measurer), measurer);
     bool stopped = false;
@@ -290,7 +301,7 @@ std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
         if (endOfData) {
             break;
         }
-        design.RestoreDetail();
+        report.Detail = detailDesign;
         BindFields(report.Detail, report.Fields);
         report.Detail_Format();
         const SectionLines lines = Measure(report.Detail, measurer);
@@ -299,7 +310,6 @@ std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
         document.details.push_back(Placed(report.Detail, lines, measurer));
         stopped = progress && !progress(static_cast<int>(document.details.size()));
     }
-    report.ReportEnd();
     if (stopped) {
         return std::nullopt;
     }

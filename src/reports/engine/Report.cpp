@@ -4,6 +4,14 @@
 
 #include <QPageSize>
 
+namespace
+{
+
+// papers are measured in millimetres, in which the usual ones are exact; points and inches come rounded
+constexpr qreal twipsToTheMillimetre = 1440 / 25.4;
+
+} // namespace
+
 void ReportFields::Add(const QString& name)
 {
     m_names.append(name);
@@ -31,6 +39,16 @@ std::optional<QString> ReportFields::Value(const QString& name) const
 Report::Report()
     : Page(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(1, 1, 1, 1), QPageLayout::Inch)
 {
+}
+
+QSize Report::PaperSize() const
+{
+    return (Page.fullRect(QPageLayout::Millimeter).size() * twipsToTheMillimetre).toSize();
+}
+
+QMargins Report::PaperMargins() const
+{
+    return (Page.margins(QPageLayout::Millimeter) * twipsToTheMillimetre).toMargins();
 }
 
 void Report::ReportStart() {}

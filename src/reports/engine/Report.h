@@ -2,7 +2,9 @@
 
 #include "reports/engine/ReportControl.h"
 
+#include <QMargins>
 #include <QPageLayout>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -39,7 +41,8 @@ struct ReportTool {
 /// What is to be printed: a page header and footer, and a detail band that is printed once for each row of
 /// data. A derived report fills it by answering the events, which come in this order: ReportStart,
 /// DataInitialize, then for each row FetchData, Detail_Format, Detail_BeforePrint, and ReportEnd. Laying
-/// out may happen several times; the design, that is sections and fields, is the same at each start.
+/// out may happen several times; the design, that is sections and fields, is the same at each start, and what
+/// ReportStart and DataInitialize add to it is for one run.
 class Report
 {
 public:
@@ -59,6 +62,11 @@ public:
     /// The page that the printer prints on: size, orientation and margins. A4 with 1 inch margins at first.
     QPageLayout Page;
 
+    /// The size of Page in twips, the way it is turned now.
+    QSize PaperSize() const;
+    /// Its margins in twips.
+    QMargins PaperMargins() const;
+
     /// Orientation and tools are set here.
     virtual void ReportStart();
     virtual void DataInitialize();
@@ -69,6 +77,7 @@ public:
     /// Detail has grown to what it needs: heights and tops are those that are printed, and may be changed.
     /// The texts are fixed now.
     virtual void Detail_BeforePrint();
+    /// Comes even when one of the events after ReportStart has thrown. Must not throw.
     virtual void ReportEnd();
 
     /// The user clicked the tool with that caption in the preview.

@@ -243,8 +243,8 @@ private Q_SLOTS:
     void error_outOfAnEvent_passesThroughAndTheDesignIsAsBefore_data()
     {
         QTest::addColumn<QString>("event");
-        for (const char* event : {"ReportStart", "DataInitialize", "FetchData", "Detail_Format",
-                                  "Detail_BeforePrint", "ReportEnd"}) {
+        for (const char* event :
+             {"ReportStart", "DataInitialize", "FetchData", "Detail_Format", "Detail_BeforePrint"}) {
             QTest::newRow(event) << QString::fromLatin1(event);
         }
     }
@@ -262,6 +262,8 @@ private Q_SLOTS:
         };
         QCOMPARE(RaisedNumber([&] { LayOut(report); }), 13);
         CheckDesign(report);
+        QCOMPARE(report.events.count(QStringLiteral("ReportEnd")),
+                 event == QLatin1String("ReportStart") ? 0 : 1);
         report.during.clear();
         QCOMPARE(OnlyRow(report).height, 4 * RowsReport::LineHeight());
     }
@@ -421,6 +423,21 @@ private Q_SLOTS:
         QCOMPARE(band.lines.front().from, QPoint(0, 660 + growth));
         QCOMPARE(band.lines.front().to, QPoint(3000, 660 + growth));
         QCOMPARE(band.height, 700 + growth);
+    }
+
+    void growing_linesInTheMiddle_keepTheRoomAroundThem()
+    {
+        RowsReport report({{QStringLiteral("1\n2\n3"), QStringLiteral("x")}});
+        report.AddGrowing(QStringLiteral("a"), {0, 0, 1000, 300}).VerticalAlignment =
+            VerticalAlignment::Middle;
+        report.AddGrowing(QStringLiteral("b"), {1000, 0, 1000, 300}).VerticalAlignment =
+            VerticalAlignment::Middle;
+        report.Detail.Height = 300;
+        const Band band = OnlyRow(report);
+        QCOMPARE(TextOf(band, "a").box.height(),
+                 3 * RowsReport::LineHeight() + 300 % RowsReport::LineHeight());
+        QCOMPARE(TextOf(band, "a").lines.front().top, TextOf(band, "b").lines.front().top);
+        QVERIFY(TextOf(band, "b").lines.front().top > 0);
     }
 
     void growing_growthsAddUpFromTopToBottom()
