@@ -7,10 +7,15 @@
 #include "reports/preview/WaitDialog.h"
 #include "ui/common/Strings.h"
 
+#include <QApplication>
+
 namespace
 {
 
 constexpr std::string_view module = "mMain";
+
+constexpr QLatin1String rtfTool("&RTF Export");
+constexpr QLatin1String pdfTool("&PDF Export");
 
 /// The file that the user chose, suffix included; nothing when the user cancelled.
 std::optional<QString> ChosenFile(const Program& program, const FileQuestion& question, QWidget* parent)
@@ -75,4 +80,19 @@ void mMain::PDFExport(const Program& program, const Report& report, QWidget* par
             WriteFile(program, *file, bytes, parent);
         }
     });
+}
+
+std::vector<ReportTool> ExportTools()
+{
+    return {{rtfTool, 3}, {pdfTool, 4}};
+}
+
+void RunExportTool(const Program& program, const Report& report, const QString& caption)
+{
+    QWidget* preview = QApplication::activeWindow();
+    if (caption == rtfTool) {
+        mMain::RTFExport(program, report, preview);
+    } else if (caption == pdfTool) {
+        mMain::PDFExport(program, report, preview);
+    }
 }

@@ -3,6 +3,10 @@
 #include "reports/engine/Report.h"
 #include "ui/common/Program.h"
 
+#include <QString>
+
+#include <vector>
+
 class QWidget;
 
 namespace mMain
@@ -17,3 +21,10 @@ void RTFExport(const Program& program, const Report& report, QWidget* parent);
 void PDFExport(const Program& program, const Report& report, QWidget* parent);
 
 } // namespace mMain
+
+/// The tools that a report's preview offers: "&RTF Export" and "&PDF Export" at their positions.
+std::vector<ReportTool> ExportTools();
+
+/// Runs the export whose tool has that caption, for the preview that is the active window; other captions
+/// do nothing.
+void RunExportTool(const Program& program, const Report& report, const QString& caption);

@@ -220,6 +220,8 @@ void fPreview::Print()
 void fPreview::SetUpPage()
 {
     auto putBack = qScopeGuard([this, before = m_report.Page] { m_report.Page = before; });
+    m_report.Page.setOrientation(
+        PageOf(*m_document).orientation()); // a report may turn its page while it runs
     if (m_program.printers.SetUpPage(this, m_report.Page) && Prepare()) {
         putBack.dismiss();
     }

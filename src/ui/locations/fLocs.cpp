@@ -3,6 +3,7 @@
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
 #include "dlgLocMaint.h"
+#include "reports/ReportDesign.h"
 #include "reports/arLocList.h"
 #include "reports/preview/fPreview.h"
 #include "store/RecordLayouts.h"
@@ -141,8 +142,7 @@ void fLocs::cmdPrint_Click()
             return;
         }
         arLocList report(m_program, locations);
-        report.PageHeader.Controls[QStringLiteral("lblPrinted")].Text =
-            FromUtf8("Printed on " + m_program.clock.ShortDate() + " at " + m_program.clock.ShortTime());
+        report.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(m_program.clock);
         fPreview(m_program, report, this).ShowReport();
     });
 }

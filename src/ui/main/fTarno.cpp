@@ -4,6 +4,7 @@
 #include "core/ErrorLog.h"
 #include "core/Paths.h"
 #include "fSplash.h"
+#include "reports/fRptLog.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/Icons.h"
 #include "ui/common/Strings.h"
@@ -230,10 +231,7 @@ void fTarno::Locations()
 
 void fTarno::Reports()
 {
-    WithListGreyed("Reports", [this] {
-        m_program.messages.Tell(this, QStringLiteral("Reports come with the next version of Tarno."),
-                                QStringLiteral("Reports"));
-    });
+    WithListGreyed("Reports", [this] { fRptLog(m_program, this).exec(); });
 }
 
 void fTarno::About()

@@ -1,0 +1,136 @@
+#include "arLogList.h"
+
+#include "ReportDesign.h"
+#include "ReportExport.h"
+#include "core/Conversions.h"
+#include "core/Error.h"
+#include "store/RecordLayouts.h"
+#include "ui/common/Strings.h"
+
+#include <utility>
+
+namespace
+{
+
+constexpr Heading heading{"Tarno Fishing Log - Log Reporting", "txtPage", "txtPages"};
+
+// Columns are laid out in millimetres, each of which counts as so many twips.
+constexpr std::int16_t twipsToTheMillimetre = 57;
+constexpr std::int16_t headingTop = 13; // of the first line of headings, from the header's top
+constexpr std::int16_t lineAdvance = 7; // from one line of columns to the next
+
+constexpr int headingHeight = 399;
+constexpr int fieldHeight = 285;
+constexpr int lineHeight = 399; // by which the bands grow for each further line of columns
+constexpr int ruleAboveEnd = 12;
+constexpr int detailHeight = fieldHeight + 45;
+
+constexpr double largestFont = 2160; // points
+
+std::int16_t Twips(int millimetres)
+{
+    return RoundToInt16(static_cast<double>(millimetres) * twipsToTheMillimetre);
+}
+
+double FontSize(const RecordView& column)
+{
+    const double size = ToDouble(column.Text(FieldField::Font));
+    if (size <= 0 || size > largestFont) {
+        throw Error(ErrorNumber::InvalidProcedureCall);
+    }
+    return size;
+}
+
+} // namespace
+
+arLogList::arLogList(const Program& program, RecordList columns, const ReportTable& grid)
+    : m_program(program), m_columns(std::move(columns)), m_grid(grid)
+{
+    Caption = QStringLiteral("Tarno Fish Log Entry Listing");
+    Page = program.printers.DefaultPage();
+    PageHeader.Height = headingTop * twipsToTheMillimetre + headingHeight;
+    AddHeading(PageHeader, heading);
+    Detail.Height = detailHeight;
+    AddControl(Detail, "Line", QStringLiteral("lineDetail"), {0, detailHeight - ruleAboveEnd, 0, 0}).Weight =
+        8;
+}
+
+void arLogList::ReportStart()
+{
+    m_orientation = Page.orientation();
+    Page.setOrientation(QPageLayout::Landscape);
+    Tools = ExportTools();
+    m_row = 0;
+}
+
+void arLogList::DataInitialize()
+{
+    const int printableWidth = PaperSize().width() - PaperMargins().left() - PaperMargins().right();
+    PlacePageNumber(PageHeader, heading, printableWidth);
+    Detail.Controls[QStringLiteral("lineDetail")].Width = printableWidth;
+    LayOutColumns(printableWidth);
+}
+
+/// Columns stand side by side, without a gap, until one does not fit: that one begins a further line.
+void arLogList::LayOutColumns(int printableWidth)
+{
+    const double printable = static_cast<double>(printableWidth) / twipsToTheMillimetre;
+    std::int16_t top = headingTop; // all in millimetres
+    std::int16_t left = 0;
+    for (const RecordView& column : m_columns) {
+        const std::int16_t width = ToInt16(column.Text(FieldField::Width));
+        if (left + width > printable) {
+            top = RoundToInt16(top + lineAdvance);
+            left = 0;
+            PageHeader.Height += lineHeight;
+            Detail.Height += lineHeight;
+        }
+        const QString dataName = FromUtf8(column.Text(FieldField::FieldName));
+        Fields.Add(dataName);
+
+        ReportControl& label =
+            AddLabel(PageHeader, QLatin1String("lbl") + dataName, FromUtf8(column.Text(FieldField::Label)),
+                     {Twips(left), Twips(top), Twips(width), headingHeight}, Tahoma(8, true));
+        label.VerticalAlignment = VerticalAlignment::Middle;
+        label.MultiLine = true; // a long heading has room for a second line
+
+        ReportControl& field =
+            AddField(Detail, QLatin1String("fld") + dataName, dataName,
+                     {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
+                     Tahoma(FontSize(column)), ToInt16(column.Text(FieldField::Grow)) != 0);
+        field.VerticalAlignment = VerticalAlignment::Middle;
+
+        left = RoundToInt16(left + width);
+    }
+}
+
+void arLogList::FetchData(bool& endOfData)
+{
+    endOfData = m_row >= m_grid.size();
+    if (endOfData) {
+        return;
+    }
+    const ReportRow& row = m_grid[m_row];
+    if (row.size() < static_cast<std::size_t>(Fields.Count())) {
+        throw Error(ErrorNumber::SubscriptOutOfRange);
+    }
+    for (int field = 0; field < Fields.Count(); ++field) {
+        Fields.SetValue(field, FromUtf8(row[static_cast<std::size_t>(field)]));
+    }
+    ++m_row;
+}
+
+void arLogList::Detail_BeforePrint()
+{
+    Detail.Controls[QStringLiteral("lineDetail")].Top = Detail.Height - ruleAboveEnd;
+}
+
+void arLogList::ReportEnd()
+{
+    Page.setOrientation(m_orientation);
+}
+
+void arLogList::ToolbarClick(const QString& caption)
+{
+    RunExportTool(m_program, *this, caption);
+}

@@ -1,0 +1,117 @@
+#include "fCustom.h"
+
+#include "core/Conversions.h"
+#include "core/ErrorLog.h"
+#include "reports/engine/ReportFonts.h"
+#include "store/RecordLayouts.h"
+#include "ui/common/Strings.h"
+#include "ui_fCustom.h"
+
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+namespace
+{
+
+constexpr std::string_view module = "fCustom";
+constexpr int numberRole = Qt::UserRole;
+
+} // namespace
+
+fCustom::fCustom(const Program& program, QWidget* parent)
+    : QDialog(parent), m_program(program), m_ui(std::make_unique<Ui::fCustom>())
+{
+    m_ui->setupUi(this);
+    m_boxes = {{m_ui->txtDesc, FieldField::Desc},
+               {m_ui->txtLabel, FieldField::Label},
+               {m_ui->txtWidth, FieldField::Width},
+               {m_ui->txtFont, FieldField::Font}};
+    for (QLabel* note : {m_ui->lblPrecious, m_ui->lblStored}) {
+        QFont font = note->font();
+        font.setFamily(AvailableFamily(QStringLiteral("Tahoma")));
+        note->setFont(font);
+    }
+    for (const auto& [box, position] : m_boxes) {
+        connect(box, &QLineEdit::textChanged, this, [this] { m_changed = m_changed || !m_loading; });
+    }
+    connect(m_ui->lstField, &QListWidget::currentRowChanged, this,
+            [this] { Trap(module, "lstField_Click", [this] { lstField_Click(); }); });
+    connect(m_ui->cmdOK, &QPushButton::clicked, this,
+            [this] { Trap(module, "cmdOK_Click", [this] { cmdOK_Click(); }); });
+    Trap(module, "Form_Load", [this] { Form_Load(); });
+}
+
+fCustom::~fCustom() = default;
+
+void fCustom::Form_Load()
+{
+    const QScopedValueRollback loading(m_loading, true);
+    RecordList fields;
+    if (m_program.sql.FieldList(fields) != succeeded) {
+        return;
+    }
+    for (const RecordView& field : fields) {
+        auto* item = new QListWidgetItem(FromUtf8(field.Text(FieldField::Desc)), m_ui->lstField);
+        item->setData(numberRole, ToInt32(field.Text(FieldField::FieldNo)));
+    }
+    m_ui->lstField->setCurrentRow(0);
+}
+
+/// Stores the field shown before, so that what was typed is not lost, and shows the chosen one. A field that
+/// cannot be stored stays chosen.
+void fCustom::lstField_Click()
+{
+    auto stay = qScopeGuard([this] {
+        // after the list is done with the click
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                const QSignalBlocker quiet(m_ui->lstField);
+                m_ui->lstField->setCurrentRow(m_shown);
+            },
+            Qt::QueuedConnection);
+    });
+    if (!m_loading && m_changed && Save(m_shown) != succeeded) {
+        return;
+    }
+    Show(m_ui->lstField->currentRow());
+    stay.dismiss();
+}
+
+/// Fields are found by number, which counts their positions in the file from 1.
+void fCustom::Show(int row)
+{
+    const QScopedValueRollback loading(m_loading, true);
+    RecordList fields;
+    if (m_program.sql.FieldList(fields) != succeeded) {
+        return;
+    }
+    const RecordView& field = RecordAt(fields, m_ui->lstField->item(row)->data(numberRole).toInt() - 1);
+    for (const auto& [box, position] : m_boxes) {
+        box->setText(FromUtf8(field.Text(position)));
+    }
+    m_shown = row;
+}
+
+Status fCustom::Save(int row)
+{
+    RecordList fields;
+    if (m_program.sql.FieldList(fields) != succeeded) {
+        return failed;
+    }
+    QListWidgetItem* item = m_ui->lstField->item(row);
+    Record field(RecordAt(fields, item->data(numberRole).toInt() - 1));
+    item->setText(m_ui->txtDesc->text());
+    for (const auto& [box, position] : m_boxes) {
+        field.SetText(position, ToUtf8(box->text()));
+    }
+    return m_program.sql.FieldUpdate(field);
+}
+
+void fCustom::cmdOK_Click()
+{
+    if (m_shown >= 0 && m_changed && Save(m_shown) != succeeded) {
+        return;
+    }
+    accept();
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "ui/common/Program.h"
+
+#include <QDialog>
+
+#include <cstddef>
+#include <memory>
+#include <utility>
+#include <vector>
+
+class QLineEdit;
+
+namespace Ui
+{
+class fCustom;
+}
+
+/// The window in which the fields of the log report are given other descriptions, headings, widths and font
+/// sizes. What was typed goes into the field file when another field is chosen and on "OK". Values are stored
+/// as typed; a report that cannot use them says so.
+class fCustom : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// What `program` refers to must outlive the window.
+    fCustom(const Program& program, QWidget* parent);
+    fCustom(const fCustom&) = delete;
+    fCustom& operator=(const fCustom&) = delete;
+    ~fCustom() override;
+
+private:
+    void Form_Load();
+    void lstField_Click();
+    void cmdOK_Click();
+    void Show(int row);
+    Status Save(int row);
+
+    const Program& m_program;
+    std::unique_ptr<Ui::fCustom> m_ui;
+    std::vector<std::pair<QLineEdit*, std::size_t>> m_boxes; ///< with the positions of their values
+    bool m_loading = false;                                  ///< the boxes are being filled by the program
+    bool m_changed = false; ///< never cleared: from the first edit on, every choice stores what was shown
+    int m_shown = -1;       ///< the row whose field the boxes show
+};
