@@ -99,6 +99,7 @@ void arLogList::LayOutColumns(int printableWidth)
                      {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
                      Tahoma(FontSize(column)), ToInt16(column.Text(FieldField::Grow)) != 0);
         field.VerticalAlignment = VerticalAlignment::Middle;
+        label.PaddingRight = field.PaddingRight = twipsToTheMillimetre; // columns touch, texts shall not
 
         left = RoundToInt16(left + width);
     }

@@ -79,7 +79,8 @@ SectionLines Measure(ReportSection& section, TextMeasurer& measurer)
     SectionLines lines;
     for (const ReportControl& control : section.Controls) {
         lines.push_back(HasText(control) && control.Visible
-                            ? measurer.Lines(control.Text, control.Font, control.Width, control.MultiLine)
+                            ? measurer.Lines(control.Text, control.Font, control.Width - control.PaddingRight,
+                                             control.MultiLine)
                             : QStringList());
     }
     return lines;

@@ -44,6 +44,7 @@ struct ReportControl {
     QString DataField;      ///< the report field that it shows, found whatever the case of its letters
     bool CanGrow = false;   ///< becomes as high as its text needs, and moves what stands below it down
     bool MultiLine = false; ///< wraps its text and keeps its line breaks
+    int PaddingRight = 0;   ///< width at the right that a wrapped text leaves free
 
     // lines
     int Weight = 15; ///< thickness
