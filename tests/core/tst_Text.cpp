@@ -12,6 +12,8 @@ class tst_Text : public QObject
 private Q_SLOTS:
     void equalIgnoringCase_asciiLetters_meet();
     void replaceAll_everyOccurrence_isReplacedOnce();
+    void split_text_isItsPartsBetweenTheSeparators_data();
+    void split_text_isItsPartsBetweenTheSeparators();
     void xmlText_whatXmlCanCarry_staysAsItIs_data();
     void xmlText_whatXmlCanCarry_staysAsItIs();
     void xmlText_whatXmlCannotCarry_becomesTheReplacementCharacter_data();
@@ -42,6 +44,30 @@ void tst_Text::replaceAll_everyOccurrence_isReplacedOnce()
     QCOMPARE(ReplaceAll("a", "a", "aa"), "aa"s);
     QCOMPARE(ReplaceAll("none", "X", "Y"), "none"s);
     QCOMPARE(ReplaceAll("", "X", "Y"), ""s);
+}
+
+void tst_Text::split_text_isItsPartsBetweenTheSeparators_data()
+{
+    using Texts = std::vector<std::string>;
+    QTest::addColumn<std::string>("text");
+    QTest::addColumn<Texts>("parts");
+    QTest::newRow("empty") << ""s << Texts{};
+    QTest::newRow("no separator") << "LocNo"s << Texts{"LocNo"};
+    QTest::newRow("three parts") << "1,24,5"s << Texts{"1", "24", "5"};
+    QTest::newRow("blanks stay") << " a , b "s << Texts{" a ", " b "};
+    QTest::newRow("separator alone") << ","s << Texts{"", ""};
+    QTest::newRow("at the front") << ",a"s << Texts{"", "a"};
+    QTest::newRow("at the end") << "a,"s << Texts{"a", ""};
+    QTest::newRow("side by side") << "a,,b"s << Texts{"a", "", "b"};
+    QTest::newRow("only separators") << ",,,"s << Texts{"", "", "", ""};
+    QTest::newRow("another sign") << "a;b c"s << Texts{"a;b c"};
+    QTest::newRow("beyond ASCII") << "\u9BDB,\u00E9"s << Texts{"\u9BDB", "\u00E9"};
+}
+
+void tst_Text::split_text_isItsPartsBetweenTheSeparators()
+{
+    QFETCH(std::string, text);
+    QTEST(Split(text, ','), "parts");
 }
 
 void tst_Text::xmlText_whatXmlCanCarry_staysAsItIs_data()

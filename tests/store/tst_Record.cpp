@@ -5,6 +5,8 @@
 
 #include <QtTest>
 
+#include <limits>
+
 using namespace std::string_literals;
 
 namespace
@@ -46,6 +48,9 @@ private Q_SLOTS:
     void copy_changed_leavesTheStoredRecord();
     void copy_ofACopy_isIndependent();
     void record_withoutValues_hasNone();
+    void recordAt_aPosition_isThatRecord();
+    void recordAt_outsideTheList_isSubscriptOutOfRange_data();
+    void recordAt_outsideTheList_isSubscriptOutOfRange();
 };
 
 void tst_Record::text_positionsCountElementsOnly()
@@ -173,6 +178,35 @@ void tst_Record::record_withoutValues_hasNone()
     QCOMPARE(RaisedNumber([&] { record.SetText(0, "1"); }), 91);
     const Record copy(record);
     QCOMPARE(static_cast<int>(copy.Count()), 0);
+}
+
+void tst_Record::recordAt_aPosition_isThatRecord()
+{
+    const Stored first("<tarno><TarnoNo>7</TarnoNo></tarno>");
+    const Stored second("<tarno><TarnoNo>3</TarnoNo></tarno>");
+    const RecordList list{first.View(), second.View()};
+    QCOMPARE(RecordAt(list, 0).Text(0), "7"s);
+    QCOMPARE(RecordAt(list, 1).Text(0), "3"s);
+}
+
+void tst_Record::recordAt_outsideTheList_isSubscriptOutOfRange_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<qint64>("position");
+    QTest::newRow("empty list") << 0 << qint64{0};
+    QTest::newRow("behind the last") << 2 << qint64{2};
+    QTest::newRow("before the first") << 2 << qint64{-1};
+    QTest::newRow("largest") << 2 << std::numeric_limits<qint64>::max();
+    QTest::newRow("smallest") << 2 << std::numeric_limits<qint64>::min();
+}
+
+void tst_Record::recordAt_outsideTheList_isSubscriptOutOfRange()
+{
+    QFETCH(int, size);
+    QFETCH(qint64, position);
+    const Stored stored("<tarno><TarnoNo>7</TarnoNo></tarno>");
+    const RecordList list(static_cast<std::size_t>(size), stored.View());
+    QCOMPARE(RaisedNumber([&] { RecordAt(list, position); }), 9);
 }
 
 QTEST_APPLESS_MAIN(tst_Record)
