@@ -95,6 +95,25 @@ expect() {
     tell "$1: $2"
 }
 
+# export_report <PDF or RTF> <name> [picture]: from the preview, which is the active window, into $out
+export_report() {
+    local preview key suffix=pdf head=%PDF-
+    preview=$(xdotool getactivewindow getwindowname)
+    if [ "$1" = RTF ]; then
+        suffix=rtf.pdf # every export gets the suffix of a PDF
+        head="{\\rtf"
+    fi
+    key=$(printf %.1s "$1")
+    keys "alt+${key,,}"
+    window "Save Report to $1"
+    keys ctrl+a
+    type_text "$PWD/$out/$2"
+    [ -z "${3:-}" ] || picture "$3" "where the $1 goes"
+    keys Return
+    window "$preview"
+    expect "first bytes of the $1" "$(head -c 5 "$out/$2.$suffix")" "$head"
+}
+
 # leave: ends the program from its main window, and fails when it logged an error meanwhile
 leave() {
     keys Escape

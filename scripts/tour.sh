@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Drives the real program on a virtual display by keyboard and mouse through its main job: a trip is added
-# to a copy of the sample log, saved, and found in the list; the locations are printed into a PDF and an RTF
-# file. Leaves pictures, the two files and report.txt in build/tour/, and fails when anything is not in the
+# to a copy of the sample log, saved, and found in the list; the locations and the log are printed into PDF and
+# RTF files. Leaves pictures, those files and report.txt in build/tour/, and fails when anything is not in the
 # files afterwards.
 #   scripts/tour.sh PROGRAM
 set -euo pipefail
@@ -11,7 +11,7 @@ source scripts/packages.sh
 program=$(realpath "${1:?usage: scripts/tour.sh PROGRAM}")
 out=build/tour
 source scripts/hand.sh
-need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils
+need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils poppler-utils
 on_virtual_display scripts/tour.sh "$program"
 
 rm -rf "$out"
@@ -125,25 +125,31 @@ window "Location Listing"
 keys alt+p
 window "Tarno Locations Listing"
 picture 16-preview "the preview of the location report"
-keys alt+p
-window "Save Report to PDF"
-keys ctrl+a
-type_text "$PWD/$out/locations"
-picture 17-export "where the PDF goes"
-keys Return
-window "Tarno Locations Listing"
-keys alt+r
-window "Save Report to RTF"
-keys ctrl+a
-type_text "$PWD/$out/locations"
-keys Return
-window "Tarno Locations Listing"
-expect "first bytes of the PDF" "$(head -c 5 "$out/locations.pdf")" "%PDF-"
-expect "first bytes of the RTF, under the suffix that every export gets" \
-    "$(head -c 5 "$out/locations.rtf.pdf")" "{\\rtf"
+export_report PDF locations 17-export
+export_report RTF locations
 keys Escape
 window "Location Listing"
 keys Escape
+window "Tarno Fishing Log"
+
+click 243 30
+window "Log Reporting"
+picture 18-builder "the report builder with the report that it starts with"
+keys alt+p
+window "Tarno Fish Log Entry Listing"
+picture 19-log-report "the preview of the log report"
+export_report PDF log-report
+export_report RTF log-report
+expect "trips in the PDF" \
+    "$(pdftotext -layout "$out/log-report.pdf" - | grep -cE '^ *20[0-9]{2}-[0-9]{2}-[0-9]{2} ')" $((before + 1))
+keys Escape
+window "Log Reporting"
+keys alt+t
+window "Customise Report Components"
+picture 20-customise "where fields get other headings and widths"
+keys Escape
+window "Log Reporting"
+keys alt+c
 window "Tarno Fishing Log"
 
 leave

@@ -12,6 +12,7 @@
 #include "ui_fRptLog.h"
 
 #include <QScopedValueRollback>
+#include <QShortcut>
 
 #include <algorithm>
 #include <utility>
@@ -43,11 +44,23 @@ fRptLog::fRptLog(const Program& program, QWidget* parent)
 {
     m_ui->setupUi(this);
     m_ui->frSaved->hide();
-    for (const auto& [button, icon] :
-         {std::pair{m_ui->cmdMove, "move"}, std::pair{m_ui->cmdMoveAll, "move-all"},
-          std::pair{m_ui->cmdBack, "back"}, std::pair{m_ui->cmdBackAll, "back-all"},
-          std::pair{m_ui->cmdUp, "up"}, std::pair{m_ui->cmdDn, "down"}}) {
+
+    struct Tool {
+        QPushButton* button;
+        const char* icon;
+        QKeyCombination key;
+    };
+
+    for (const auto& [button, icon, key] :
+         {Tool{m_ui->cmdMove, "move", Qt::CTRL | Qt::Key_Right},
+          Tool{m_ui->cmdMoveAll, "move-all", Qt::CTRL | Qt::SHIFT | Qt::Key_Right},
+          Tool{m_ui->cmdBack, "back", Qt::CTRL | Qt::Key_Left},
+          Tool{m_ui->cmdBackAll, "back-all", Qt::CTRL | Qt::SHIFT | Qt::Key_Left},
+          Tool{m_ui->cmdUp, "up", Qt::CTRL | Qt::Key_Up},
+          Tool{m_ui->cmdDn, "down", Qt::CTRL | Qt::Key_Down}}) {
         button->setIcon(DrawnIcon(QLatin1String(icon)));
+        // not the button's own shortcut, which is deaf while the button springs back from the key before
+        connect(new QShortcut(key, this), &QShortcut::activated, button, &QPushButton::click);
     }
 
     On(m_ui->cmdMove, "cmdMove_Click", &fRptLog::cmdMove_Click);

@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# The way to a report of one's own, driven from outside on the real program: fields are chosen and ordered, the
+# choice is saved under a name, recalled, given another heading and width, previewed for one place and exported;
+# the exported rows are compared with the log.
+#   tests/app/log-report.sh PROGRAM OUT
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+source scripts/packages.sh
+
+program=$(realpath "${1:?usage: tests/app/log-report.sh PROGRAM OUT}")
+out=$(realpath --canonicalize-missing --relative-to=. "${2:?}")
+source scripts/hand.sh
+need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils poppler-utils unrtf
+on_virtual_display tests/app/log-report.sh "$program" "$out"
+
+rm -rf "$out"
+mkdir -p "$out"
+scripts/lay-out.sh --sample "$out/log"
+
+start "$out/log"
+window "About Tarno Fishing Log"
+keys Return
+window "Tarno Fishing Log"
+click 243 30
+window "Log Reporting"
+
+# date and place only, then the place in front
+keys alt+o End space ctrl+Left ctrl+Left ctrl+Left ctrl+Left ctrl+Left ctrl+Left ctrl+Left
+keys Home space Down space ctrl+Left ctrl+Left ctrl+Up
+picture 01-chosen "two fields, ordered from the keyboard"
+before=$(records Rpt.xml report)
+keys alt+s
+type_text "Where I was"
+picture 02-save "the frame for saving"
+keys Return
+sleep 0.5
+expect "saved reports" "$(records Rpt.xml report)" $((before + 1))
+expect "name" "$(value Rpt.xml report 1)" "Where I was"
+expect "fields" "$(value Rpt.xml report 2)" "LocNo,StartDate"
+expect "their numbers" "$(value Rpt.xml report 3)" "5,1"
+picture 03-default "after saving the usual report is back"
+
+# recalled, and customised: the location's heading and width
+keys alt+u Tab End
+picture 04-recalled "the saved report, recalled"
+keys alt+t
+window "Customise Report Components"
+keys alt+s Home Down Down Down Down alt+h
+keys ctrl+a
+type_text "Spot & bay"
+keys alt+w ctrl+a
+type_text "80"
+picture 05-customised "another heading and width"
+keys Return
+window "Log Reporting"
+expect "heading of the location" "$(xmllint --xpath 'string(/data/field[5]/*[4])' "$log/field.xml")" "Spot & bay"
+expect "its width" "$(xmllint --xpath 'string(/data/field[5]/*[5])' "$log/field.xml")" 80
+
+# for the second place, descending
+keys alt+l Home Down Down
+keys alt+o Tab Tab Tab space
+picture 06-filtered "one place, descending"
+keys alt+p
+window "Tarno Fish Log Entry Listing"
+picture 07-preview "the report"
+export_report PDF where
+export_report RTF where
+keys Escape
+window "Log Reporting"
+
+place=$(xmllint --xpath 'string(/data/location[2]/*[2])' "$log/location.xml" | sed 's/~CL~/ /')
+trips=$(records tarno.xml "tarno[*[6]='2']")
+text=$(pdftotext -layout "$out/where.pdf" - | tr -s ' ')
+expect "heading in the PDF" "$(grep -c '^ *Spot & bay From *$' <<<"$text")" \
+    "$(pdfinfo "$out/where.pdf" | awk '/^Pages/ { print $2 }')"
+expect "trips to that place in the PDF" "$(grep -cF "$place 20" <<<"$text")" "$trips"
+expect "trips to that place in the RTF" \
+    "$(unrtf --text "$out/where.rtf.pdf" 2>/dev/null | grep -cF "$place")" "$trips"
+
+# deleted again
+keys alt+d
+window "Remove Custom Report"
+keys alt+y
+window "Log Reporting"
+expect "saved reports after the deletion" "$(records Rpt.xml report)" "$before"
+keys Escape
+window "Tarno Fishing Log"
+leave
