@@ -1,0 +1,296 @@
+#pragma once
+
+#include "reports/fRptLog.h"
+#include "support/TestProgram.h"
+#include "support/Windows.h"
+#include "ui/common/Strings.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QtTest/QTest>
+#include <pugixml.hpp>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+// The report builder as its user sees it, over data files that a test writes itself.
+
+/// The values of a record in the order of its file.
+using Line = std::vector<std::string>;
+
+/// Six fields, of which the first, third and fifth are on the default report.
+inline const std::vector<Line> sixFields{{"1", "StartDate", "Date", "From", "20", "8", "0", "1"},
+                                         {"2", "EndDate", "Until", "To", "20", "8", "0", "0"},
+                                         {"3", "StartTime", "Time", "Start", "20", "8", "0", "1"},
+                                         {"4", "EndTime", "End", "Stop", "20", "8", "0", "0"},
+                                         {"5", "LocNo", "Place", "Where", "40", "8", "1", "1"},
+                                         {"6", "TideStart", "Tide", "Water", "20", "8", "0", "0"}};
+
+/// Writes a data file. `names` are those of a record and of its values.
+inline void WriteRecords(const TestProgram& program, const char* file, const std::vector<const char*>& names,
+                         const std::vector<Line>& records)
+{
+    pugi::xml_document document;
+    pugi::xml_node data = document.append_child("data");
+    for (const Line& record : records) {
+        pugi::xml_node node = data.append_child(names[0]);
+        for (std::size_t value = 0; value < record.size(); ++value) {
+            node.append_child(names[value + 1]).text().set(record[value].c_str());
+        }
+    }
+    std::ostringstream bytes;
+    document.save(bytes, "\t", pugi::format_default | pugi::format_no_declaration);
+    program.folder.Write(file, bytes.str());
+}
+
+inline void WriteFields(const TestProgram& program, const std::vector<Line>& fields)
+{
+    WriteRecords(program, "field.xml",
+                 {"field", "FieldNo", "FieldName", "Desc", "Label", "Width", "Font", "Grow", "DefaultFlag"},
+                 fields);
+}
+
+/// Number, name, data names and field numbers of each saved report.
+inline void WriteReports(const TestProgram& program, std::vector<Line> reports)
+{
+    for (Line& report : reports) {
+        report.resize(5);
+    }
+    WriteRecords(program, "Rpt.xml", {"report", "RptNo", "RptName", "Fields", "FieldKeys", "Options"},
+                 reports);
+}
+
+/// A started program whose log has six fields, and saved reports when it is given some.
+class ProgramWithSixFields : public TestProgram
+{
+public:
+    explicit ProgramWithSixFields(const std::vector<Line>& reports = {})
+    {
+        WriteFields(*this, sixFields);
+        if (!reports.empty()) {
+            WriteReports(*this, reports);
+        }
+        Start();
+    }
+};
+
+/// Shows the builder and takes `steps` in it.
+template <typename Steps>
+void ShowBuilder(TestProgram& program, Steps&& steps)
+{
+    fRptLog builder(program.program, nullptr);
+    builder.show();
+    if (!QTest::qWaitForWindowActive(&builder)) {
+        QTest::qFail("the builder does not become active", __FILE__, __LINE__);
+    }
+    steps(builder);
+}
+
+inline QListWidget& List(const QWidget& window, const char* name)
+{
+    return Find<QListWidget>(window, name);
+}
+
+/// The texts of a list with "|" between them.
+inline std::string Items(const QWidget& window, const char* list)
+{
+    QStringList texts;
+    for (int row = 0; row < List(window, list).count(); ++row) {
+        texts << List(window, list).item(row)->text();
+    }
+    return ToUtf8(texts.join(QLatin1Char('|')));
+}
+
+/// The numbers of the fields in a list with "," between them.
+inline std::string Numbers(const QWidget& window, const char* list)
+{
+    QStringList numbers;
+    for (int row = 0; row < List(window, list).count(); ++row) {
+        numbers << List(window, list).item(row)->data(Qt::UserRole).toString();
+    }
+    return ToUtf8(numbers.join(QLatin1Char(',')));
+}
+
+/// The row that is selected in a list; -1 without one.
+inline int SelectedRow(const QWidget& window, const char* list)
+{
+    const QList<QListWidgetItem*> selected = List(window, list).selectedItems();
+    return selected.isEmpty() ? -1 : List(window, list).row(selected.front());
+}
+
+/// Where the row of a list is in its window.
+inline QPoint PlaceOf(const QWidget& window, const char* name, int row)
+{
+    QListWidget& list = List(window, name);
+    list.scrollToItem(list.item(row));
+    return list.viewport()->mapTo(&window, list.visualItemRect(list.item(row)).center());
+}
+
+inline void ClickItem(QWidget& window, const char* list, int row)
+{
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, PlaceOf(window, list, row));
+}
+
+inline void DoubleClickItem(QWidget& window, const char* list, int row)
+{
+    ClickItem(window, list, row);
+    QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, {}, PlaceOf(window, list, row));
+}
+
+/// Opens the list of a combo box and clicks an item in it.
+inline void Choose(const QWidget& window, const char* name, int row)
+{
+    auto& box = Find<QComboBox>(window, name);
+    if (!box.isEnabled()) {
+        QTest::qFail("the combo box is disabled", __FILE__, __LINE__);
+        return;
+    }
+    box.showPopup();
+    QAbstractItemView* list = box.view();
+    if (!QTest::qWaitForWindowExposed(list->window())) {
+        QTest::qFail("the list does not open", __FILE__, __LINE__);
+    }
+    const QModelIndex index = box.model()->index(row, box.modelColumn());
+    list->scrollTo(index);
+    // a click that comes at once belongs to the press that opened the list
+    if (!QTest::qWaitFor([&] {
+            QTest::mouseMove(list->viewport(), list->visualRect(index).center());
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(index).center());
+            return !list->isVisible();
+        })) {
+        QTest::qFail("the list stays open", __FILE__, __LINE__);
+    }
+}
+
+/// The selected item of a combo box; "(none)" without one.
+inline std::string Chosen(const QWidget& window, const char* name)
+{
+    const auto& box = Find<QComboBox>(window, name);
+    return box.currentIndex() < 0 ? "(none)" : ToUtf8(box.currentText());
+}
+
+/// The items of a combo box with "|" between them.
+inline std::string Choices(const QWidget& window, const char* name)
+{
+    const auto& box = Find<QComboBox>(window, name);
+    QStringList texts;
+    for (int row = 0; row < box.count(); ++row) {
+        texts << box.itemText(row);
+    }
+    return ToUtf8(texts.join(QLatin1Char('|')));
+}
+
+/// `caption` as it is drawn: "&&" is one "&", a single one marks the mnemonic.
+inline std::string Drawn(const QString& caption)
+{
+    QString drawn;
+    for (int at = 0; at < caption.size(); ++at) {
+        at += caption[at] == QLatin1Char('&') ? 1 : 0;
+        drawn += caption.mid(at, 1);
+    }
+    return ToUtf8(drawn);
+}
+
+/// What a button, check box or label says, without its mnemonic.
+inline std::string Caption(const QWidget& window, const char* name)
+{
+    const auto* button = window.findChild<QAbstractButton*>(QLatin1String(name));
+    return Drawn(button != nullptr ? button->text() : Find<QLabel>(window, name).text());
+}
+
+inline bool IsEnabled(const QWidget& window, const char* name)
+{
+    return Find<QWidget>(window, name).isEnabled();
+}
+
+inline bool IsTicked(const QWidget& window, const char* name)
+{
+    return Find<QAbstractButton>(window, name).isChecked();
+}
+
+/// The disabled ones of the controls that a builder enables and disables.
+inline std::string Disabled(const QWidget& builder)
+{
+    QStringList disabled;
+    for (const char* name : {"cmdPreview", "chkDesc", "cmdSave", "cmdDelete", "cmdCustom", "cmdClose",
+                             "chkSaved", "cboSaved", "lstAvail", "lstRpt"}) {
+        if (!IsEnabled(builder, name)) {
+            disabled << QLatin1String(name);
+        }
+    }
+    return ToUtf8(disabled.join(QLatin1Char(' ')));
+}
+
+inline std::string BoxText(const QWidget& window, const char* box)
+{
+    return ToUtf8(Find<QLineEdit>(window, box).text());
+}
+
+/// Replaces the text of a box by another, as pasting does.
+inline void Retype(QWidget& window, const char* name, const std::string& text)
+{
+    auto& box = Find<QLineEdit>(window, name);
+    Click(box);
+    box.selectAll();
+    box.insert(FromUtf8(text));
+}
+
+/// Presses a shortcut and waits until the button has come up again.
+inline void PressShortcut(const QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers,
+                          const char* button)
+{
+    Press(window, key, modifiers);
+    if (!QTest::qWaitFor([&] { return !Find<QAbstractButton>(window, button).isDown(); })) {
+        QTest::qFail("the button stays down", __FILE__, __LINE__);
+    }
+}
+
+/// The name of the control that has the focus.
+inline std::string Focused(const QWidget& window)
+{
+    const QWidget* focus = window.focusWidget();
+    return focus == nullptr ? "(none)" : ToUtf8(focus->objectName());
+}
+
+/// The controls that Tab reaches, from the one that has the focus until it comes again.
+inline std::string TabOrder(const QWidget& window)
+{
+    const std::string first = Focused(window);
+    std::string order = first;
+    for (int step = 0; step < 50; ++step) {
+        Press(window, Qt::Key_Tab);
+        if (Focused(window) == first) {
+            return order;
+        }
+        order += " " + Focused(window);
+    }
+    return order + " ...";
+}
+
+/// The letters that the mnemonics of a window's visible controls use, sorted.
+inline std::string Mnemonics(const QWidget& window)
+{
+    std::string letters;
+    const auto add = [&](const QString& caption) {
+        const QKeySequence key = QKeySequence::mnemonic(caption);
+        if (!key.isEmpty()) {
+            letters += ToUtf8(key.toString().right(1));
+        }
+    };
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+        add(button->text());
+    }
+    for (const auto* label : window.findChildren<QLabel*>()) {
+        if (label->buddy() != nullptr) {
+            add(label->text());
+        }
+    }
+    std::sort(letters.begin(), letters.end());
+    return letters;
+}
