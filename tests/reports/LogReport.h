@@ -1,0 +1,188 @@
+#pragma once
+
+#include "reports/arLogList.h"
+#include "reports/engine/LayOut.h"
+#include "reports/engine/ReportFonts.h"
+#include "store/RecordLayouts.h"
+#include "support/RaisedNumber.h"
+#include "support/TestProgram.h"
+
+#include <QPageSize>
+#include <QStringList>
+#include <QtTest/QTest>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+/// A column's definition, as the file of field definitions holds it.
+struct Column {
+    std::string name;
+    std::string width = "20";
+    std::string grow = "0";
+    std::string font = "8";
+    std::string label = "Heading";
+};
+
+using Columns = std::vector<Column>;
+
+/// Columns "F0", "F1" ... of those widths.
+inline Columns Wide(const std::vector<int>& widths)
+{
+    Columns columns;
+    for (const int width : widths) {
+        columns.push_back({.name = "F" + std::to_string(columns.size()), .width = std::to_string(width)});
+    }
+    return columns;
+}
+
+inline std::string FieldFile(const Columns& columns)
+{
+    std::string file = "<data>";
+    int number = 0;
+    for (const Column& column : columns) {
+        file += "<field><FieldNo>" + std::to_string(++number) + "</FieldNo><FieldName>" + column.name +
+                "</FieldName><Desc>x</Desc><Label>" + column.label + "</Label><Width>" + column.width +
+                "</Width><Font>" + column.font + "</Font><Grow>" + column.grow +
+                "</Grow><DefaultFlag>1</DefaultFlag></field>";
+    }
+    return file + "</data>";
+}
+
+/// A program whose field definitions are the columns of a report, and the report's table: one row of empty
+/// cells at first. The printer's page is A4 with margins of 20 mm, upright.
+struct LogReport {
+    explicit LogReport(const Columns& fields) : grid(1, ReportRow(fields.size()))
+    {
+        program.folder.Write("field.xml", FieldFile(fields));
+        Load();
+    }
+
+    /// All fields that ship, on the sample log.
+    LogReport()
+    {
+        program.UseSample();
+        Load();
+    }
+
+    /// Leaves the columns of the default report.
+    void UseDefaultColumns()
+    {
+        columns.erase(std::remove_if(
+                          columns.begin(), columns.end(),
+                          [](const RecordView& field) { return field.Text(FieldField::DefaultFlag) == "0"; }),
+                      columns.end());
+    }
+
+    /// Fills the table from the log.
+    void FillGrid()
+    {
+        std::string names;
+        std::string keys;
+        for (const RecordView& column : columns) {
+            names += (names.empty() ? "" : ",") + column.Text(FieldField::FieldName);
+            keys += (keys.empty() ? "" : ",") + column.Text(FieldField::FieldNo);
+        }
+        if (program.sql.ReportLogData(names, keys, 0) != succeeded) {
+            qFatal("no rows");
+        }
+        grid = program.sql.ReportGrid();
+    }
+
+    void UsePaper(QPageSize::PageSizeId size) { program.printers.defaultPage.setPageSize(QPageSize(size)); }
+
+    Document Run() const
+    {
+        arLogList report(program.program, columns, grid);
+        return LayOut(report).value();
+    }
+
+    int Error() const
+    {
+        return RaisedNumber([this] { Run(); });
+    }
+
+    TestProgram program;
+    RecordList columns;
+    ReportTable grid;
+
+private:
+    void Load()
+    {
+        program.Start();
+        if (program.sql.FieldList(columns) != succeeded) {
+            qFatal("no field definitions");
+        }
+    }
+};
+
+/// The text `name` of a band; the test ends when there is none.
+inline const PlacedText& In(const Band& band, const QString& name)
+{
+    const auto found = std::find_if(band.texts.begin(), band.texts.end(),
+                                    [&](const PlacedText& text) { return text.name == name; });
+    if (found == band.texts.end()) {
+        qFatal("not printed: %s", qPrintable(name));
+    }
+    return *found;
+}
+
+inline const PlacedText& In(const Band& band, const char* name)
+{
+    return In(band, QLatin1String(name));
+}
+
+inline int RightEnd(const PlacedText& text)
+{
+    return text.box.left() + text.box.width();
+}
+
+/// Where the columns stand: "left,line" of each, in millimetres and from line 0; "astray" for a heading that
+/// does not stand over its field or on a line.
+inline QStringList Places(const Document& document, std::size_t columns)
+{
+    QStringList places;
+    for (std::size_t column = 0; column < columns; ++column) {
+        const QRect heading = In(document.header, QStringLiteral("lblF%1").arg(column)).box;
+        const QRect field = In(document.details.front(), QStringLiteral("fldF%1").arg(column)).box;
+        const bool astray = heading.left() % 57 != 0 || heading.left() != field.left() ||
+                            heading.top() != field.top() + 741 || field.top() % 399 != 0;
+        places << (astray ? QStringLiteral("astray")
+                          : QStringLiteral("%1,%2").arg(field.left() / 57).arg(field.top() / 399));
+    }
+    return places;
+}
+
+inline QString Joined(const QStringList& words)
+{
+    return words.join(QLatin1Char(' '));
+}
+
+inline QStringList LinesOf(const PlacedText& text)
+{
+    QStringList lines;
+    for (const TextLine& line : text.lines) {
+        lines << line.text;
+    }
+    return lines;
+}
+
+/// Whether every line of the text is inside its box.
+inline bool IsWhole(const PlacedText& text)
+{
+    TextMeasurer measurer;
+    return std::all_of(text.lines.begin(), text.lines.end(), [&](const TextLine& line) {
+        return line.top >= text.box.top() &&
+               line.top + text.lineHeight <= text.box.top() + text.box.height() &&
+               measurer.For(text.font, line.text).metrics.horizontalAdvance(line.text) <= text.box.width();
+    });
+}
+
+/// Rows for the two usual papers.
+inline void AddPapers()
+{
+    QTest::addColumn<QPageSize::PageSizeId>("paper");
+    QTest::addColumn<int>("printable"); // twips
+    QTest::newRow("A4") << QPageSize::A4 << 16838 - 2 * 1134;
+    QTest::newRow("Letter") << QPageSize::Letter << 15840 - 2 * 1134;
+}

@@ -1,0 +1,388 @@
+// How the log report lays its columns out from their definitions.
+
+#include "reports/LogReport.h"
+#include "reports/engine/PdfWriter.h"
+#include "reports/engine/RtfWriter.h"
+#include "reports/preview/fPreview.h"
+#include "support/Windows.h"
+#include "ui/common/Strings.h"
+
+#include <QAction>
+#include <QtTest/QTest>
+
+using namespace std::string_literals;
+
+namespace
+{
+
+QPageLayout PageWithMargins(qreal left, qreal right)
+{
+    return {QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(left, 20, right, 20),
+            QPageLayout::Millimeter};
+}
+
+} // namespace
+
+class tst_LogReportColumns : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void columns_haveTheirControlsOnHeaderAndDetail()
+    {
+        LogReport data({{.name = "StartDate", .width = "18", .grow = "0", .font = "9.5", .label = "From"},
+                        {.name = "Obbos", .width = "70", .grow = "1", .font = "7", .label = "Seen"}});
+        arLogList report(data.program.program, data.columns, data.grid);
+        report.ReportStart();
+        report.DataInitialize();
+        const auto check = [&](const char* name, const char* caption, double size, bool grows) {
+            const ReportControl& label =
+                report.PageHeader.Controls[QStringLiteral("lbl") + QLatin1String(name)];
+            QCOMPARE(label.kind, ReportControl::Kind::Label);
+            QCOMPARE(label.Text, QLatin1String(caption));
+            QVERIFY(label.Font == (ReportFont{QStringLiteral("Tahoma"), 8, true}));
+            const ReportControl& field = report.Detail.Controls[QStringLiteral("fld") + QLatin1String(name)];
+            QCOMPARE(field.kind, ReportControl::Kind::Field);
+            QCOMPARE(field.DataField, QLatin1String(name));
+            QVERIFY(field.Font == (ReportFont{QStringLiteral("Tahoma"), size, false}));
+            QCOMPARE(field.CanGrow, grows);
+            QCOMPARE(field.MultiLine, grows);
+            for (const ReportControl* control : {&label, &field}) {
+                QCOMPARE(control->Alignment, Alignment::Left);
+                QCOMPARE(control->VerticalAlignment, VerticalAlignment::Middle);
+                QVERIFY(control->Visible);
+            }
+        };
+        check("StartDate", "From", 9.5, false);
+        check("Obbos", "Seen", 7, true);
+        QCOMPARE(report.Fields.Count(), 2);
+    }
+
+    void columns_touch_atFiftySevenTwipsToTheMillimetre()
+    {
+        LogReport data(Wide({18, 11, 33}));
+        data.grid = {{"2003-02-05", "06:00", "Reef"}};
+        const Document document = data.Run();
+        QCOMPARE(In(document.header, "lblF0").box, QRect(0, 741, 1026, 399));
+        QCOMPARE(In(document.header, "lblF1").box, QRect(1026, 741, 627, 399));
+        QCOMPARE(In(document.header, "lblF2").box, QRect(1653, 741, 1881, 399));
+        const Band& row = document.details.front();
+        QCOMPARE(In(row, "fldF0").box, QRect(0, 0, 1026, 285));
+        QCOMPARE(In(row, "fldF1").box, QRect(1026, 0, 627, 285));
+        QCOMPARE(In(row, "fldF2").box, QRect(1653, 0, 1881, 285));
+        QCOMPARE(In(row, "fldF2").text, QStringLiteral("Reef"));
+        // the row begins right below its headings
+        QCOMPARE(document.header.height, 741 + 399);
+        QVERIFY(row.height >= 285 + 12);
+    }
+
+    void columns_wrap_whereTheNextDoesNotFit_data()
+    {
+        QTest::addColumn<QPageLayout>("page");
+        QTest::addColumn<int>("fits"); // millimetres
+        const QPageLayout a4 = PageWithMargins(20, 20);
+        QPageLayout letter = a4;
+        letter.setPageSize(QPageSize(QPageSize::Letter));
+        QTest::newRow("A4") << a4 << 255;
+        QTest::newRow("Letter") << letter << 238;
+        QTest::newRow("exactly 255") << PageWithMargins(20.3, 20.32) << 255;
+        QTest::newRow("one twip less") << PageWithMargins(20.32, 20.32) << 254;
+        QTest::newRow("wide margins") << PageWithMargins(60, 50) << 185;
+    }
+
+    void columns_wrap_whereTheNextDoesNotFit()
+    {
+        QFETCH(QPageLayout, page);
+        QFETCH(int, fits);
+        const auto placesOf = [&](const std::vector<int>& widths) {
+            LogReport data(Wide(widths));
+            data.program.printers.defaultPage = page;
+            return Joined(Places(data.Run(), widths.size()));
+        };
+        QCOMPARE(placesOf({fits}), QStringLiteral("0,0"));
+        QCOMPARE(placesOf({100, fits - 100}), QStringLiteral("0,0 100,0"));
+        QCOMPARE(placesOf({100, fits - 100, 1}), QStringLiteral("0,0 100,0 0,1"));
+        QCOMPARE(placesOf({100, fits - 99}), QStringLiteral("0,0 0,1"));
+        QCOMPARE(placesOf({100, fits - 99, 99}), QStringLiteral("0,0 0,1 %1,1").arg(fits - 99));
+    }
+
+    void pageOfExactlyTheColumnsWidth_isWhatItIsTakenFor()
+    {
+        LogReport data(Wide({255}));
+        data.program.printers.defaultPage = PageWithMargins(20.3, 20.32);
+        const Document document = data.Run();
+        QCOMPARE(document.paper.width() - document.margins.left() - document.margins.right(), 255 * 57);
+        data.program.printers.defaultPage = PageWithMargins(20.32, 20.32);
+        const Document narrower = data.Run();
+        QCOMPARE(narrower.paper.width() - narrower.margins.left() - narrower.margins.right(), 255 * 57 - 1);
+    }
+
+    void columns_severalLines_growTheBandsBy399TwipsEach()
+    {
+        LogReport oneLine(Wide({200}));
+        const Document low = oneLine.Run();
+        const std::vector<int> widths{200, 55, 1, 250, 30, 200, 25, 100};
+        LogReport data(Wide(widths));
+        const Document document = data.Run();
+        QCOMPARE(Joined(Places(document, widths.size())),
+                 QStringLiteral("0,0 200,0 0,1 1,1 0,2 30,2 230,2 0,3"));
+        QCOMPARE(document.header.height, low.header.height + 3 * 399);
+        QCOMPARE(document.details.front().height, low.details.front().height + 3 * 399);
+        QCOMPARE(In(document.header, "lblF7").box, QRect(0, 34 * 57, 100 * 57, 399));
+        QCOMPARE(In(document.details.front(), "fldF7").box, QRect(0, 3 * 399, 100 * 57, 285));
+        QVERIFY(In(document.header, "lblF7").box.bottom() < document.header.height);
+    }
+
+    void firstColumn_widerThanThePage_standsOnTheSecondLine()
+    {
+        LogReport oneLine(Wide({200}));
+        const Document low = oneLine.Run();
+        for (const int wide : {256, 300, 574}) {
+            LogReport data(Wide({wide, 10}));
+            const Document document = data.Run();
+            QCOMPARE(Joined(Places(document, 2)), QStringLiteral("0,1 0,2"));
+            QCOMPARE(In(document.header, "lblF0").box, QRect(0, 1140, wide * 57, 399));
+            QCOMPARE(document.header.height, low.header.height + 2 * 399);
+            QCOMPARE(document.details.front().height, low.details.front().height + 2 * 399);
+        }
+    }
+
+    void twips_beyond16Bits_areOverflow_data()
+    {
+        QTest::addColumn<QPageSize::PageSizeId>("paper");
+        QTest::addColumn<QList<int>>("widths");
+        QTest::addColumn<int>("number");
+        const auto row = [](const char* name, QPageSize::PageSizeId paper, const QList<int>& widths,
+                            int number) { QTest::newRow(name) << paper << widths << number; };
+        row("largest width", QPageSize::A4, {574}, 0);
+        row("a millimetre more", QPageSize::A4, {575}, 6);
+        row("second column", QPageSize::A4, {10, 575}, 6);
+        row("largest 16-bit width", QPageSize::A4, {32767}, 6);
+        row("beyond 16 bits", QPageSize::A4, {32768}, 6);
+        row("smallest width", QPageSize::A4, {-574}, 0);
+        row("a millimetre less", QPageSize::A4, {-575}, 6);
+        row("below 16 bits", QPageSize::A4, {-32769}, 6);
+        row("largest position", QPageSize::A0, {300, 274, 10}, 0);
+        row("position too far right", QPageSize::A0, {300, 275, 10}, 6);
+        row("nothing stands at the far end", QPageSize::A0, {300, 275}, 0);
+        row("lowest line", QPageSize::A4, QList<int>(80, 256), 0);
+        row("a line more", QPageSize::A4, QList<int>(81, 256), 6);
+    }
+
+    void twips_beyond16Bits_areOverflow()
+    {
+        QFETCH(QPageSize::PageSizeId, paper);
+        QFETCH(QList<int>, widths);
+        LogReport data(Wide({widths.begin(), widths.end()}));
+        data.UsePaper(paper);
+        QTEST(data.Error(), "number");
+    }
+
+    void definition_thatIsNoNumber_isAnError_data()
+    {
+        QTest::addColumn<std::string>("width");
+        QTest::addColumn<std::string>("font");
+        QTest::addColumn<std::string>("grow");
+        QTest::addColumn<int>("number");
+        const auto row = [](const char* name, const std::string& width, const std::string& font,
+                            const std::string& grow,
+                            int number) { QTest::newRow(name) << width << font << grow << number; };
+        row("width empty", "", "8", "0", 13);
+        row("width a word", "wide", "8", "0", 13);
+        row("width with its unit", "20 mm", "8", "0", 13);
+        row("font empty", "20", "", "0", 13);
+        row("font a word", "20", "small", "0", 13);
+        row("font 0", "20", "0", "0", 5);
+        row("font negative", "20", "-8", "0", 5);
+        row("font far too large", "20", "1e9", "0", 5);
+        row("grow flag empty", "20", "8", "", 13);
+        row("grow flag a word", "20", "8", "True", 13);
+        row("grow flag too large", "20", "8", "32768", 6);
+    }
+
+    void definition_thatIsNoNumber_isAnError()
+    {
+        QFETCH(std::string, width);
+        QFETCH(std::string, font);
+        QFETCH(std::string, grow);
+        LogReport data({{.name = "A"}, {.name = "B", .width = width, .grow = grow, .font = font}});
+        QTEST(data.Error(), "number");
+        data.columns.pop_back(); // without that column it goes well
+        QCOMPARE(data.Error(), 0);
+    }
+
+    void definition_withTooFewValues_isObjectNotSet()
+    {
+        LogReport data(Wide({20}));
+        data.program.folder.Write("field.xml", "<data><field><FieldNo>1</FieldNo></field></data>");
+        data.program.Start();
+        QCOMPARE(data.program.sql.FieldList(data.columns), succeeded);
+        QCOMPARE(data.Error(), 91);
+    }
+
+    void width_zeroOrNegative_isLaidOutAndWritten_data()
+    {
+        QTest::addColumn<std::string>("width");
+        QTest::addColumn<int>("left"); // of the column behind it, in millimetres
+        QTest::newRow("0") << "0"s << 20;
+        QTest::newRow("-5") << "-5"s << 15;
+        QTest::newRow("-20") << "-20"s << 0;
+        QTest::newRow("-500") << "-500"s << -480;
+    }
+
+    void width_zeroOrNegative_isLaidOutAndWritten()
+    {
+        QFETCH(std::string, width);
+        QFETCH(int, left);
+        for (const char* grow : {"0", "1"}) {
+            LogReport data({{.name = "F0"}, {.name = "F1", .width = width, .grow = grow}, {.name = "F2"}});
+            data.grid = {{"a", "some words\r\nand more", "c"}};
+            const Document document = data.Run();
+            QCOMPARE(In(document.details.front(), "fldF2").box.left(), left * 57);
+            QVERIFY(PdfBytes(document).startsWith("%PDF-"));
+            QVERIFY(RtfBytes(document).startsWith("{\\rtf1"));
+        }
+    }
+
+    void fontSize_isThatOfTheField()
+    {
+        LogReport data(
+            {{.name = "A", .font = "6"}, {.name = "B", .font = "12.5"}, {.name = "C", .font = "1"}});
+        const Document document = data.Run();
+        const Band& row = document.details.front();
+        QCOMPARE(In(row, "fldA").font.Size, 6.0);
+        QCOMPARE(In(row, "fldB").font.Size, 12.5);
+        QCOMPARE(In(row, "fldC").font.Size, 1.0);
+        QCOMPARE(In(document.header, "lblB").font.Size, 8.0);
+    }
+
+    void headings_thatNeedTwoLines_haveThem()
+    {
+        LogReport data({{.name = "A", .width = "24", .label = "Observations of the day"},
+                        {.name = "B", .width = "24", .label = "Seen"}});
+        const Document document = data.Run();
+        const PlacedText& two = In(document.header, "lblA");
+        QCOMPARE(two.lines.size(), std::size_t(2));
+        QCOMPARE(Joined(LinesOf(two)), QStringLiteral("Observations of the day"));
+        QVERIFY(IsWhole(two));
+        const PlacedText& one = In(document.header, "lblB");
+        QCOMPARE(one.lines.size(), std::size_t(1));
+        // in the middle of the same height
+        QCOMPARE(one.box.height(), 399);
+        QCOMPARE(one.lines.front().top, 741 + (399 - one.lineHeight) / 2);
+    }
+
+    void anotherPage_laysTheColumnsOutAnew()
+    {
+        LogReport data(Wide({120, 118, 17}));
+        arLogList report(data.program.program, data.columns, data.grid);
+        const Document a4 = LayOut(report).value();
+        QCOMPARE(Joined(Places(a4, 3)), QStringLiteral("0,0 120,0 238,0"));
+        report.Page.setPageSize(QPageSize(QPageSize::Letter));
+        const Document letter = LayOut(report).value();
+        QCOMPARE(Joined(Places(letter, 3)), QStringLiteral("0,0 120,0 0,1"));
+        QCOMPARE(letter.header.height, a4.header.height + 399);
+        report.Page.setPageSize(QPageSize(QPageSize::A5));
+        const Document a5 = LayOut(report).value();
+        QCOMPARE(Joined(Places(a5, 3)), QStringLiteral("0,0 0,1 118,1"));
+        report.Page.setPageSize(QPageSize(QPageSize::A4));
+        const Document again = LayOut(report).value();
+        QCOMPARE(Joined(Places(again, 3)), Joined(Places(a4, 3)));
+        QCOMPARE(again.header.height, a4.header.height);
+        QCOMPARE(again.header.texts.size(), a4.header.texts.size());
+        QCOMPARE(again.details.front().height, a4.details.front().height);
+    }
+
+    void pageSetup_inThePreview_laysTheColumnsOutAnew()
+    {
+        LogReport data(Wide({120, 118, 17}));
+        arLogList report(data.program.program, data.columns, data.grid);
+        QPageLayout letter = data.program.printers.defaultPage;
+        letter.setPageSize(QPageSize(QPageSize::Letter));
+        data.program.printers.ExpectSetUpPage(letter);
+        QStringList places;
+        WhileOpen([&] { fPreview(data.program.program, report, nullptr).ShowReport(); },
+                  [&](QDialog& preview) {
+                      places << Joined(Places(*report.Pages, 3));
+                      Find<QAction>(preview, "tolPageSetup").trigger();
+                      places << Joined(Places(*report.Pages, 3));
+                      QVERIFY(report.Pages->paper.width() > report.Pages->paper.height());
+                      preview.close();
+                  });
+        QCOMPARE(places, (QStringList{QStringLiteral("0,0 120,0 238,0"), QStringLiteral("0,0 120,0 0,1")}));
+    }
+
+    void defaultReport_standsOnOneLine_data() { AddPapers(); }
+
+    void defaultReport_standsOnOneLine()
+    {
+        QFETCH(QPageSize::PageSizeId, paper);
+        QFETCH(int, printable);
+        LogReport data;
+        data.UseDefaultColumns();
+        data.FillGrid();
+        data.UsePaper(paper);
+        const Document document = data.Run();
+        QVERIFY(data.columns.size() > 5);
+        QVERIFY(document.details.size() > 50);
+        int headings = 0;
+        for (const PlacedText& text : document.header.texts) {
+            if (text.font.Bold && text.name != QLatin1String("lblTitle")) {
+                QCOMPARE(text.box.top(), 741);
+                QVERIFY(RightEnd(text) <= printable);
+                ++headings;
+            }
+        }
+        QCOMPARE(headings, static_cast<int>(data.columns.size()));
+        for (const PlacedText& text : document.details.front().texts) {
+            QCOMPARE(text.box.top(), 0);
+        }
+    }
+
+    void shippedColumns_areWideEnoughForTheirHeadings()
+    {
+        LogReport data;
+        data.FillGrid();
+        const Document document = data.Run();
+        for (const RecordView& column : data.columns) {
+            const PlacedText& heading =
+                In(document.header, QStringLiteral("lbl") + FromUtf8(column.Text(FieldField::FieldName)));
+            QCOMPARE(Joined(LinesOf(heading)), FromUtf8(column.Text(FieldField::Label)));
+            QVERIFY2(IsWhole(heading), qPrintable(heading.name));
+        }
+    }
+
+    void shippedColumns_areWideEnoughForTheSampleLog()
+    {
+        LogReport data;
+        data.FillGrid();
+        const Document document = data.Run();
+        QCOMPARE(document.details.size(), data.grid.size());
+        for (const Band& row : document.details) {
+            QCOMPARE(row.texts.size(), data.columns.size());
+            for (const PlacedText& text : row.texts) {
+                const bool isRemark = text.text == QLatin1String("6 at dawn"); // in a box for a number
+                QVERIFY2(IsWhole(text) || isRemark, qPrintable(text.name + QStringLiteral(": ") + text.text));
+            }
+        }
+    }
+
+    void codesInTheFirstColumn_fitTheirColumns()
+    {
+        for (const char* name : {"TideStart", "TideEnd", "Prediction", "FishAction", "Weather"}) {
+            const auto isIt = [&](const RecordView& field) {
+                return field.Text(FieldField::FieldName) == name;
+            };
+            LogReport data;
+            data.columns = {*std::find_if(data.columns.begin(), data.columns.end(), isIt)};
+            data.FillGrid();
+            for (const Band& row : data.Run().details) {
+                QVERIFY2(IsWhole(row.texts.front()), qPrintable(row.texts.front().text));
+            }
+        }
+    }
+};
+
+QTEST_MAIN(tst_LogReportColumns)
+#include "tst_LogReportColumns.moc"

@@ -1,0 +1,285 @@
+// The log report: its design, its page, its rows.
+
+#include "reports/LogReport.h"
+#include "reports/PaintedPage.h"
+#include "reports/ReportDesign.h"
+#include "ui/common/Strings.h"
+
+#include <QtTest/QTest>
+
+using namespace std::string_literals;
+
+class tst_arLogList : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void design_hasItsNamesCaptionsAndFonts()
+    {
+        LogReport data(Wide({20}));
+        arLogList report(data.program.program, data.columns, data.grid);
+        QCOMPARE(report.Caption, QStringLiteral("Tarno Fish Log Entry Listing"));
+        QStringList header;
+        for (const ReportControl& control : report.PageHeader.Controls) {
+            header << control.Name + QLatin1Char('|') + control.Text + QLatin1Char('|') + control.Font.Name;
+        }
+        header.sort();
+        QCOMPARE(header.join(QLatin1Char('\n')),
+                 QStringLiteral("lblOf|of|Tahoma\n"
+                                "lblPage|Page|Tahoma\n"
+                                "lblPrinted|Printed on ... at ...|Tahoma\n"
+                                "lblTitle|Tarno Fishing Log - Log Reporting|Verdana\n"
+                                "picHeader||\n"
+                                "txtPages||Tahoma\n"
+                                "txtPage||Tahoma"));
+        QVERIFY(!report.PageHeader.Controls[QStringLiteral("picHeader")].Picture.isNull());
+        QCOMPARE(std::distance(report.Detail.Controls.begin(), report.Detail.Controls.end()), 1);
+        QCOMPARE(report.Detail.Controls[QStringLiteral("lineDetail")].kind, ReportControl::Kind::Line);
+        QCOMPARE(report.Fields.Count(), 0);
+    }
+
+    void growFlag_otherThanZero_letsTheFieldWrapAndGrow_data()
+    {
+        QTest::addColumn<std::string>("flag");
+        QTest::addColumn<int>("lines");
+        QTest::newRow("0") << "0"s << 1;
+        QTest::newRow("1") << "1"s << 3;
+        QTest::newRow("-1") << "-1"s << 3;
+        QTest::newRow("2") << "2"s << 3;
+        QTest::newRow(" 0 ") << " 0 "s << 1;
+        QTest::newRow("0.4, which rounds to 0") << "0.4"s << 1;
+        QTest::newRow("0.6, which rounds to 1") << "0.6"s << 3;
+    }
+
+    void growFlag_otherThanZero_letsTheFieldWrapAndGrow()
+    {
+        QFETCH(std::string, flag);
+        QFETCH(int, lines);
+        LogReport data({{.name = "A", .grow = flag}});
+        data.grid = {{"a\r\nb\r\nc"}};
+        const Document document = data.Run();
+        const PlacedText& text = In(document.details.front(), "fldA");
+        QCOMPARE(static_cast<int>(text.lines.size()), lines);
+        QCOMPARE(text.text, lines == 1 ? QStringLiteral("a b c") : QStringLiteral("a\nb\nc"));
+        QCOMPARE(text.box.height() > 285, lines > 1);
+    }
+
+    void page_isLandscapeWhileTheReportRuns_andAsItWasAfterwards_data()
+    {
+        QTest::addColumn<QPageLayout::Orientation>("before");
+        QTest::newRow("upright") << QPageLayout::Portrait;
+        QTest::newRow("landscape") << QPageLayout::Landscape;
+    }
+
+    void page_isLandscapeWhileTheReportRuns_andAsItWasAfterwards()
+    {
+        QFETCH(QPageLayout::Orientation, before);
+        LogReport data(Wide({20}));
+        data.program.printers.defaultPage.setOrientation(before);
+        arLogList report(data.program.program, data.columns, data.grid);
+        QCOMPARE(report.Page.orientation(), before);
+
+        QPageLayout::Orientation meanwhile = QPageLayout::Portrait;
+        const auto watch = [&](bool goesOn) {
+            return [&, goesOn](int /*rows*/) {
+                meanwhile = report.Page.orientation();
+                return goesOn;
+            };
+        };
+        QVERIFY(LayOut(report, watch(true)).has_value());
+        QCOMPARE(meanwhile, QPageLayout::Landscape);
+        QCOMPARE(report.Page.orientation(), before);
+
+        meanwhile = QPageLayout::Portrait;
+        QVERIFY(!LayOut(report, watch(false)).has_value()); // the user cancels
+        QCOMPARE(meanwhile, QPageLayout::Landscape);
+        QCOMPARE(report.Page.orientation(), before);
+
+        data.grid = {{}};
+        QCOMPARE(RaisedNumber([&] { LayOut(report); }), 9);
+        QCOMPARE(report.Page.orientation(), before);
+    }
+
+    void paper_isTurnedWithItsMargins_data() { AddPapers(); }
+
+    void paper_isTurnedWithItsMargins()
+    {
+        QFETCH(QPageSize::PageSizeId, paper);
+        QFETCH(int, printable);
+        LogReport data(Wide({20}));
+        data.UsePaper(paper);
+        const Document document = data.Run();
+        QVERIFY(document.paper.width() > document.paper.height());
+        QCOMPARE(document.margins, QMargins(1134, 1134, 1134, 1134)); // 20 mm
+        QCOMPARE(document.paper.width() - 2 * 1134, printable);
+        const PlacedLine& rule = document.details.front().lines.front();
+        QCOMPARE(rule.to.x() - rule.from.x(), printable);
+    }
+
+    void tools_standAtThreeAndFour()
+    {
+        LogReport data(Wide({20}));
+        arLogList report(data.program.program, data.columns, data.grid);
+        for (int run = 0; run < 2; ++run) {
+            QVERIFY(LayOut(report).has_value());
+            QCOMPARE(report.Tools.size(), std::size_t(2));
+            QCOMPARE(report.Tools[0].Caption, QStringLiteral("&RTF Export"));
+            QCOMPARE(report.Tools[0].Position, 3);
+            QCOMPARE(report.Tools[1].Caption, QStringLiteral("&PDF Export"));
+            QCOMPARE(report.Tools[1].Position, 4);
+        }
+    }
+
+    void toolbarClick_exportsWithItsOwnTools_andLeavesTheOthersAlone()
+    {
+        LogReport data(Wide({20}));
+        data.grid = {{"snapper"}};
+        arLogList report(data.program.program, data.columns, data.grid);
+        const Document document = LayOut(report).value();
+        report.Pages = &document;
+        const auto expectSave = [&](const char* format, const char* filter, const char* suffix) {
+            data.program.files.ExpectSave({.title = QStringLiteral("Save Report to ") + QLatin1String(format),
+                                           .filter = QLatin1String(filter),
+                                           .folder = FromUtf8(data.program.folder.Path() + '/'),
+                                           .fileName = QLatin1String(format) + QStringLiteral(" Files"),
+                                           .suffix = QLatin1String(suffix)},
+                                          FromUtf8(data.program.folder.PathOf(format)));
+        };
+        for (const char* other : {"Print...", "RTF Export", "&RTF export", ""}) {
+            report.ToolbarClick(QLatin1String(other));
+        }
+        expectSave("RTF", "Rich Text Format (*.rtf)", ".rtf");
+        report.ToolbarClick(QStringLiteral("&RTF Export"));
+        expectSave("PDF", "PDF Documents (*.pdf)", ".pdf");
+        report.ToolbarClick(QStringLiteral("&PDF Export"));
+        QVERIFY(data.program.folder.Read("RTF.pdf").find("snapper") != std::string::npos);
+        QVERIFY(data.program.folder.Read("PDF.pdf").starts_with("%PDF-"));
+    }
+
+    void printedOn_saysDateAndTime()
+    {
+        LogReport data(Wide({20}));
+        arLogList report(data.program.program, data.columns, data.grid);
+        report.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(data.program.clock);
+        const Document document = LayOut(report).value();
+        const PlacedText& printed = In(document.header, "lblPrinted");
+        QCOMPARE(printed.text, QStringLiteral("Printed on 5/02/2003 at 9:07 PM"));
+        QVERIFY(IsWhole(printed));
+    }
+
+    void pageNumber_standsAtTheRightEnd_data() { AddPapers(); }
+
+    void pageNumber_standsAtTheRightEnd()
+    {
+        QFETCH(QPageSize::PageSizeId, paper);
+        QFETCH(int, printable);
+        LogReport data(Wide({20}));
+        data.UsePaper(paper);
+        data.grid.resize(100, ReportRow(1));
+        const Document document = data.Run();
+        const PlacedText& last = In(document.header, "txtPages");
+        QCOMPARE(RightEnd(last), printable);
+        int left = RightEnd(In(document.header, "lblTitle"));
+        for (const char* name : {"lblPage", "txtPage", "lblOf", "txtPages"}) {
+            const PlacedText& part = In(document.header, name);
+            QVERIFY(part.box.left() >= left);
+            left = RightEnd(part);
+        }
+        QVERIFY(document.pages.size() > 2);
+        for (std::size_t page = 0; page < document.pages.size(); ++page) {
+            QCOMPARE(Joined(PaintedPage(document, page).Texts().mid(0, 7)),
+                     QStringLiteral("Tarno Fishing Log - Log Reporting Printed on ... at ... Page %1 of %2 "
+                                    "Heading")
+                         .arg(page + 1)
+                         .arg(document.pages.size()));
+        }
+    }
+
+    void rows_standInTheOrderOfTheTable()
+    {
+        LogReport data(Wide({20, 20}));
+        data.grid = {{"b", "1"}, {"a", "2"}, {"", ""}, {"c", "4"}};
+        const Document document = data.Run();
+        QCOMPARE(document.title, QStringLiteral("Tarno Fish Log Entry Listing"));
+        QStringList shown;
+        for (const Band& row : document.details) {
+            shown << In(row, "fldF0").text + In(row, "fldF1").text;
+        }
+        QCOMPARE(shown.join(QLatin1Char('|')), QStringLiteral("b1|a2||c4"));
+        data.grid.clear();
+        QVERIFY(data.Run().details.empty());
+    }
+
+    void row_withFewerCellsThanColumns_isSubscriptOutOfRange()
+    {
+        LogReport data(Wide({20, 20, 20}));
+        data.grid = {{"1", "2", "3"}, {"1", "2"}};
+        QCOMPARE(data.Error(), 9);
+        data.grid = {{"1", "2", "3", "4"}};
+        QCOMPARE(In(data.Run().details.front(), "fldF2").text, QStringLiteral("3"));
+    }
+
+    void values_goToTheColumnsByPosition()
+    {
+        // the table was filled for "LocNo,StartDate", the columns are in another order
+        LogReport data({{.name = "StartDate", .label = "From"}, {.name = "LocNo", .label = "Location"}});
+        data.grid = {{"Reef", "2003-02-05"}};
+        const Document document = data.Run();
+        QCOMPARE(In(document.header, "lblStartDate").text, QStringLiteral("From"));
+        QCOMPARE(In(document.details.front(), "fldStartDate").text, QStringLiteral("Reef"));
+        QCOMPARE(In(document.details.front(), "fldLocNo").text, QStringLiteral("2003-02-05"));
+    }
+
+    void fieldThatIsThereTwice_isShownTwice()
+    {
+        LogReport data({{.name = "A"}, {.name = "A"}, {.name = "B"}});
+        data.grid = {{"snapper", "snapper", "trout"}};
+        const Document document = data.Run();
+        QStringList shown;
+        for (const PlacedText& text : document.details.front().texts) {
+            shown << QStringLiteral("%1 %2 %3").arg(text.name).arg(text.box.left() / 57).arg(text.text);
+        }
+        QCOMPARE(shown.join(QLatin1Char('|')),
+                 QStringLiteral("fldA 0 snapper|fldA 20 snapper|fldB 40 trout"));
+    }
+
+    void grownRow_keepsItsRuleTwelveTwipsAboveItsEnd()
+    {
+        LogReport data(
+            {{.name = "A"}, {.name = "B", .grow = "1"}, {.name = "C", .width = "250", .grow = "1"}});
+        data.grid = {{"1", "2", "3"}, {"1", "a\r\nb\r\nc\r\nd", "3"}, {"1", "2", "a\r\nb\r\nc"}};
+        const Document document = data.Run();
+        const int lineHeight = In(document.details.front(), "fldA").lineHeight;
+        for (const Band& row : document.details) {
+            QCOMPARE(row.lines.size(), std::size_t(1));
+            QCOMPARE(row.lines.front().from.y(), row.height - 12);
+            QCOMPARE(row.lines.front().to.y(), row.height - 12);
+            for (const PlacedText& text : row.texts) {
+                QVERIFY(IsWhole(text));
+                QVERIFY(text.box.top() + text.box.height() <= row.height - 12);
+            }
+        }
+        QVERIFY(document.details[1].height >= document.details[0].height + 2 * lineHeight);
+        QVERIFY(document.details[2].height >= document.details[0].height + lineHeight);
+        // what stands below a grown field moves down with it
+        const int growth = document.details[1].height - document.details[0].height;
+        QCOMPARE(In(document.details[1], "fldC").box.top(), 399 + growth);
+    }
+
+    void grownRow_hasItsFirstLinesLevel()
+    {
+        LogReport data({{.name = "A"}, {.name = "B", .grow = "1"}, {.name = "C", .grow = "1"}});
+        for (const char* text : {"one", "one\r\ntwo", "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7"}) {
+            data.grid = {{"short", text, "short"}};
+            const Document document = data.Run();
+            const Band& row = document.details.front();
+            const int top = In(row, "fldA").lines.front().top;
+            QCOMPARE(In(row, "fldB").lines.front().top, top);
+            QCOMPARE(In(row, "fldC").lines.front().top, top);
+        }
+    }
+};
+
+QTEST_MAIN(tst_arLogList)
+#include "tst_arLogList.moc"
