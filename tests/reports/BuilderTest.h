@@ -129,7 +129,8 @@ inline QPoint PlaceOf(const QWidget& window, const char* name, int row)
 {
     QListWidget& list = List(window, name);
     list.scrollToItem(list.item(row));
-    return list.viewport()->mapTo(&window, list.visualItemRect(list.item(row)).center());
+    const QRect inSight = list.visualItemRect(list.item(row)) & list.viewport()->rect();
+    return list.viewport()->mapTo(&window, inSight.center());
 }
 
 inline void ClickItem(QWidget& window, const char* list, int row)
