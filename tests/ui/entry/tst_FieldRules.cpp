@@ -292,7 +292,9 @@ void tst_FieldRules::checkTimeFormat_notValid_staysAsItIsWithoutAReport_data()
 {
     QTest::addColumn<QString>("typed");
     for (const char* typed : {"630", "6", "12345", "24:00", "2400", "7:60", "0760", "23.5:00", "-1:30",
-                              "1:-1", "Never", "sets ", "99999:00", "1:99999", "noon."}) {
+                              "1:-1", "Never", "sets ", "99999:00", "1:99999", "noon.",
+                              // more bytes, but two, three or five characters
+                              "\u00E4\u00F6", "\u00E430", "\u6B63\u5348", "\u6B63", "0\u00E4630"}) {
         QTest::newRow(typed) << typed;
     }
 }
@@ -310,7 +312,9 @@ void tst_FieldRules::checkTimeFormat_partThatIsNoNumber_isReported_data()
 {
     QTest::addColumn<QString>("typed");
     for (const char* typed :
-         {":", "7:", ":30", "x:30", "7:x", "noon", "1:2:3", "06:30:00", "....", "7:.", "\xEF\xBC\x98:00"}) {
+         {":", "7:", ":30", "x:30", "7:x", "noon", "1:2:3", "06:30:00", "....", "7:.", "\xEF\xBC\x98:00",
+          // four characters, whatever their bytes
+          "m\u00E9di", "\u00E4\u00F6\u00FC\u00DF", "\u00E4630", "063\u00E4", "\u6B63\u5348\u904E\u304E"}) {
         QTest::newRow(typed) << typed;
     }
 }

@@ -3,6 +3,7 @@
 
 #include <QScrollBar>
 #include <QSlider>
+#include <QStyleOptionSlider>
 
 namespace
 {
@@ -157,6 +158,7 @@ private Q_SLOTS:
     void zoom_sizesThePicture();
     void zoom_byKeyboardToTheEnd_isOnePercent();
     void zoom_startsScrollingOver();
+    void zoom_letGoUnmoved_startsScrollingOver();
     void zoom_smallerThanTheFrame_disablesTheBars();
     void scrolling_movesByTwentieths_data();
     void scrolling_movesByTwentieths();
@@ -346,6 +348,35 @@ void tst_PicturePanel::zoom_startsScrollingOver()
         QCOMPARE(Across(editor).value(), 0);
         QCOMPARE(Down(editor).value(), 0);
         QCOMPARE(Picture(editor).pos(), Frame(editor).topLeft());
+        Close(editor);
+    });
+}
+
+void tst_PicturePanel::zoom_letGoUnmoved_startsScrollingOver()
+{
+    ProgramWithPlace program;
+    EditPicture(program, "catch.png", Pictures::Png(4000, 3000), [](QDialog& editor) {
+        QSlider& zoom = Zoom(editor);
+        QStyleOptionSlider option;
+        option.initFrom(&zoom);
+        option.orientation = zoom.orientation();
+        option.minimum = zoom.minimum();
+        option.maximum = zoom.maximum();
+        option.sliderPosition = option.sliderValue = zoom.value();
+        option.upsideDown = zoom.orientation() == Qt::Vertical;
+        const QPoint handle =
+            zoom.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, &zoom).center();
+        Across(editor).setValue(20);
+        Down(editor).setValue(7);
+        QVERIFY(Picture(editor).pos() != Frame(editor).topLeft());
+        QTest::mousePress(&zoom, Qt::LeftButton, {}, handle);
+        QVERIFY(zoom.isSliderDown());
+        QCOMPARE(Down(editor).value(), 7);
+        QTest::mouseRelease(&zoom, Qt::LeftButton, {}, handle);
+        QCOMPARE(zoom.value(), 100);
+        QCOMPARE(Across(editor).value(), 0);
+        QCOMPARE(Down(editor).value(), 0);
+        QCOMPARE(Picture(editor).geometry(), QRect(Frame(editor).topLeft(), QSize(4000, 3000)));
         Close(editor);
     });
 }

@@ -26,6 +26,8 @@ private Q_SLOTS:
     void existingEntry_phaseEmpty_isCalculatedWithoutAPendingChange();
     void existingEntry_calculatedPhase_isSavedSigned();
     void existingEntry_peaksEmptyAndNoLocation_keepsWhatItHolds();
+    void existingEntry_somePeaksEmptyAndNoLocation_showsNone_data();
+    void existingEntry_somePeaksEmptyAndNoLocation_showsNone();
     void existingEntry_peaksEmptyAndNoDate_isReportedAndOpens();
     void existingEntry_phaseEmptyAndNoDate_isReportedAndOpens();
     void existingEntry_firstAndLastYear_areCalculated_data();
@@ -325,6 +327,36 @@ void tst_fEntryCalculated::existingEntry_peaksEmptyAndNoLocation_keepsWhatItHold
         QCOMPARE(BoxText(editor, "txtMajor1"), "");
         Close(editor);
     });
+}
+
+void tst_fEntryCalculated::existingEntry_somePeaksEmptyAndNoLocation_showsNone_data()
+{
+    QTest::addColumn<Values>("empty");
+    QTest::newRow("first") << Values{{EntryField::Major1, ""}};
+    QTest::newRow("last") << Values{{EntryField::Minor2, ""}};
+    QTest::newRow("minor periods") << Values{{EntryField::Minor1, ""}, {EntryField::Minor2, ""}};
+    QTest::newRow("all but one") << Values{
+        {EntryField::Major1, ""}, {EntryField::Minor1, ""}, {EntryField::Minor2, ""}};
+}
+
+void tst_fEntryCalculated::existingEntry_somePeaksEmptyAndNoLocation_showsNone()
+{
+    QFETCH(Values, empty);
+    empty[EntryField::LocNo] = "7"; // gone
+    ProgramWithPlace program;
+    const int key = program.AddCompleteEntry(empty);
+    const std::vector<std::string> before = program.StoredEntry(key);
+    Edit(program, key, [](QDialog& editor) {
+        for (const char* box : {"txtMajor1", "txtMajor2", "txtMinor1", "txtMinor2"}) {
+            QCOMPARE(BoxText(editor, box), "");
+        }
+        QCOMPARE(BoxText(editor, "txtSunRise"), "06:11");
+        Enter(editor, "txtTideLowHt", "0.5");
+        SaveAndClose(editor);
+    });
+    std::vector<std::string> after = program.StoredEntry(key);
+    QCOMPARE(std::exchange(after.at(EntryField::LowTideHt), before.at(EntryField::LowTideHt)), "0.5");
+    QCOMPARE(after, before);
 }
 
 void tst_fEntryCalculated::existingEntry_peaksEmptyAndNoDate_isReportedAndOpens()

@@ -31,6 +31,8 @@ private Q_SLOTS:
     void option_firstOfAnUnsetGroup_isAChange_data();
     void option_firstOfAnUnsetGroup_isAChange();
     void option_chosenOneClickedAgain_isNoChange();
+    void option_storedInAnotherSpelling_clickedAgain_isNoChange_data();
+    void option_storedInAnotherSpelling_clickedAgain_isNoChange();
     void option_ofAGroupWithAnUnknownCode_isAChange();
     void option_byArrowKey_isStored();
     void option_focusAlone_choosesNothing();
@@ -460,6 +462,34 @@ void tst_fEntryEdit::option_chosenOneClickedAgain_isNoChange()
         QVERIFY(!IsSaveEnabled(editor));
         Close(editor);
     });
+}
+
+void tst_fEntryEdit::option_storedInAnotherSpelling_clickedAgain_isNoChange_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::newRow("leading zero") << "03";
+    QTest::newRow("blanks around") << " 3 ";
+}
+
+void tst_fEntryEdit::option_storedInAnotherSpelling_clickedAgain_isNoChange()
+{
+    QFETCH(QString, code);
+    ProgramWithPlace program;
+    const int key = program.AddCompleteEntry({{EntryField::TideStart, code.toStdString()}});
+    Edit(program, key, [](QDialog& editor) {
+        QCOMPARE(Chosen(editor, "optTideSt"), 3);
+        GoTo(editor, "optTideSt_3");
+        QVERIFY(!IsSaveEnabled(editor));
+        Close(editor); // asks nothing
+    });
+    QCOMPARE(program.StoredEntry(key, EntryField::TideStart), code.toStdString());
+    Edit(program, key, [](QDialog& editor) {
+        GoTo(editor, "optTideSt_2");
+        QVERIFY(IsSaveEnabled(editor));
+        GoTo(editor, "optTideSt_3");
+        SaveAndClose(editor);
+    });
+    QCOMPARE(program.StoredEntry(key, EntryField::TideStart), "3");
 }
 
 void tst_fEntryEdit::option_ofAGroupWithAnUnknownCode_isAChange()

@@ -35,6 +35,8 @@ private Q_SLOTS:
     void delete_noOrCancel_leavesItThere();
     void delete_failing_isReported();
     void delete_oneOfTwoWithTheSameKey_removesTheFirst();
+    void delete_entryWithFewerValues_isReportedAndRemoved_data();
+    void delete_entryWithFewerValues_isReportedAndRemoved();
 };
 
 namespace
@@ -455,6 +457,35 @@ void tst_fEntrySave::delete_oneOfTwoWithTheSameKey_removesTheFirst()
     Remove(program, 1);
     QCOMPARE(program.Stored("tarno.xml").size(), 1U);
     QCOMPARE(program.StoredEntry(1, EntryField::AirTemp), "2");
+}
+
+void tst_fEntrySave::delete_entryWithFewerValues_isReportedAndRemoved_data()
+{
+    QTest::addColumn<int>("values"); // behind the key
+    QTest::newRow("key only") << 0;
+    QTest::newRow("all but the last") << 35;
+}
+
+void tst_fEntrySave::delete_entryWithFewerValues_isReportedAndRemoved()
+{
+    QFETCH(int, values);
+    ProgramWithPlace program;
+    std::string entry = "<tarno><TarnoNo>1</TarnoNo>";
+    for (int value = 0; value < values; ++value) {
+        entry += "<v>1</v>";
+    }
+    program.folder.Write("tarno.xml", "<data>" + entry + "</tarno></data>");
+    program.Start();
+    const auto expect = [&](Button answer) {
+        program.reports.Expect("fEntry", "LoadTheForm", ErrorNumber::ObjectNotSet);
+        program.messages.Expect(deleteQuestion, answer);
+    };
+    expect(Button::No);
+    Remove(program, 1);
+    QCOMPARE(program.Stored("tarno.xml").size(), 1U);
+    expect(Button::Yes);
+    Remove(program, 1);
+    QCOMPARE(program.Stored("tarno.xml").size(), 0U);
 }
 
 QTEST_MAIN(tst_fEntrySave)
