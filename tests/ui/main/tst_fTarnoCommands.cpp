@@ -32,6 +32,8 @@ private Q_SLOTS:
     void delete_last_leavesAnEmptyList();
     void locations_opensTheListing_data();
     void locations_opensTheListing();
+    void reports_opensTheReportBuilder_data();
+    void reports_opensTheReportBuilder();
     void about_opensTheAboutBox_data();
     void about_opensTheAboutBox();
 
@@ -464,6 +466,28 @@ void tst_fTarnoCommands::locations_opensTheListing()
     QVERIFY(List(window).isEnabled());
 }
 
+void tst_fTarnoCommands::reports_opensTheReportBuilder_data()
+{
+    AddWays({Way::Toolbar, Way::Menu, Way::Key});
+}
+
+void tst_fTarnoCommands::reports_opensTheReportBuilder()
+{
+    QFETCH(Way, way);
+    TwoTrips program;
+    ShownLog window(program);
+    ClickRow(window, 1);
+    WhileOpen([&] { Run(window, way, "icoReports", 4, Qt::Key_P, Qt::ControlModifier); },
+              [&](QDialog& builder) {
+                  QCOMPARE(ToUtf8(builder.objectName()), "fRptLog");
+                  QVERIFY(builder.isModal());
+                  QVERIFY(!List(window).isEnabled());
+                  CloseWindow(builder);
+              });
+    QVERIFY(List(window).isEnabled());
+    QCOMPARE(Selected(window), "K2");
+}
+
 void tst_fTarnoCommands::about_opensTheAboutBox_data()
 {
     AddWays({Way::Toolbar, Way::Menu});
@@ -493,7 +517,8 @@ void tst_fTarnoCommands::list_isGreyedWhileAWindowIsOpen()
         return !List(window).isEnabled() && background() == window.palette().color(QPalette::Window);
     };
     QVERIFY(usual != window.palette().color(QPalette::Window));
-    for (void (fTarno::*command)() : {&fTarno::Add, &fTarno::Edit, &fTarno::Locations, &fTarno::About}) {
+    for (void (fTarno::*command)() :
+         {&fTarno::Add, &fTarno::Edit, &fTarno::Locations, &fTarno::Reports, &fTarno::About}) {
         WhileOpen([&] { (window.*command)(); },
                   [&](QDialog& opened) {
                       QVERIFY(isGreyed());
