@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace
 {
@@ -14,6 +15,7 @@ namespace
 constexpr unsigned parseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_wconv_attribute |
                                   pugi::parse_comments | pugi::parse_pi | pugi::parse_declaration |
                                   pugi::parse_doctype | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
+constexpr auto encoding = pugi::encoding_utf8;
 
 /// Whether `name`, what stands between "&" and ";", stands for a character that XML can carry.
 bool IsReference(std::string_view name)
@@ -30,40 +32,47 @@ bool IsReference(std::string_view name)
     return failure == std::errc() && stop == end && IsXmlCharacter(value);
 }
 
-bool HasOnlyReferences(std::string_view text)
+struct Section {
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// The first comment, CDATA section or processing instruction in `bytes` from `from` on; an empty one at the
+/// end when there is none.
+Section NextLiteral(std::string_view bytes, std::size_t from)
 {
-    for (auto at = text.find('&'); at != std::string_view::npos; at = text.find('&')) {
-        text.remove_prefix(at + 1);
-        const auto end = text.find(';');
-        if (end == std::string_view::npos || !IsReference(text.substr(0, end))) {
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kinds{
+        {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}}};
+    for (std::size_t at = bytes.find('<', from); at != std::string_view::npos; at = bytes.find('<', at + 1)) {
+        for (const auto& [opening, closing] : kinds) {
+            if (bytes.substr(at).starts_with(opening)) {
+                return {at, std::min(bytes.find(closing, at + opening.size()), bytes.size())};
+            }
+        }
+    }
+    return {bytes.size(), bytes.size()};
+}
+
+/// Whether each "&" begins a reference that stands for a character, except where it stands for itself. The
+/// parser takes one that begins none for text, which would then be saved as such.
+bool HasOnlyReferences(std::string_view bytes)
+{
+    constexpr std::size_t longest = 64; // with many leading zeros
+    Section literal{0, 0};
+    for (auto at = bytes.find('&'); at != std::string_view::npos; at = bytes.find('&', at + 1)) {
+        const std::string_view behind = bytes.substr(at + 1, longest);
+        const auto end = behind.find(';');
+        if (end != std::string_view::npos && IsReference(behind.substr(0, end))) {
+            continue;
+        }
+        while (literal.end <= at && literal.begin < bytes.size()) {
+            literal = NextLiteral(bytes, literal.end);
+        }
+        if (at < literal.begin) {
             return false;
         }
     }
     return true;
-}
-
-/// Stops at the first text or attribute that holds an "&" which begins no reference.
-struct ReferenceCheck final : pugi::xml_tree_walker {
-    bool for_each(pugi::xml_node& node) override
-    {
-        const auto attributes = node.attributes();
-        return (node.type() != pugi::node_pcdata || HasOnlyReferences(node.value())) &&
-               std::all_of(attributes.begin(), attributes.end(), [](const pugi::xml_attribute& attribute) {
-                   return HasOnlyReferences(attribute.value());
-               });
-    }
-};
-
-/// The parser itself takes an "&" that begins no reference for text, which would then be saved as such.
-bool HasOnlyReferences(std::string_view bytes, unsigned options)
-{
-    if (bytes.find('&') == std::string_view::npos) {
-        return true;
-    }
-    pugi::xml_document raw;
-    ReferenceCheck check;
-    return raw.load_buffer(bytes.data(), bytes.size(), options & ~pugi::parse_escapes, pugi::encoding_utf8) &&
-           raw.traverse(check);
 }
 
 bool HasOneRoot(const pugi::xml_document& document)
@@ -76,6 +85,26 @@ bool HasOneRoot(const pugi::xml_document& document)
         roots += node.type() == pugi::node_element ? 1 : 0;
     }
     return roots == 1;
+}
+
+/// What the parser itself does not look at: it takes any bytes for text and stops at a zero byte.
+bool IsParsable(std::string_view text)
+{
+    return IsXmlText(text) && HasOnlyReferences(text);
+}
+
+/// Whether the parser and we are content; otherwise the document is emptied.
+bool IsAccepted(const pugi::xml_parse_result& result, pugi::xml_document& document)
+{
+    if (!result || !HasOneRoot(document)) {
+        document.reset();
+        return false;
+    }
+    // what is saved is UTF-8, whatever was declared
+    if (pugi::xml_node first = document.first_child(); first.type() == pugi::node_declaration) {
+        first.attribute("encoding") = "UTF-8";
+    }
+    return true;
 }
 
 struct StringWriter final : pugi::xml_writer {
@@ -92,25 +121,21 @@ struct StringWriter final : pugi::xml_writer {
 bool ParseXml(std::string_view bytes, pugi::xml_document& document)
 {
     document.reset();
-    std::string converted;
+    const std::string converted = HasUtf16Mark(bytes) ? FromUtf16(bytes) : std::string();
+    const std::string_view text = converted.empty() ? bytes : converted;
+    return IsParsable(text) &&
+           IsAccepted(document.load_buffer(text.data(), text.size(), parseOptions, encoding), document);
+}
+
+bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
+{
+    document.reset();
     if (HasUtf16Mark(bytes)) {
-        converted = FromUtf16(bytes);
-        bytes = converted;
+        bytes = FromUtf16(bytes);
     }
-    // the parser itself looks at neither the encoding nor control characters, and stops at a zero byte
-    if (!IsXmlText(bytes) || !HasOnlyReferences(bytes, parseOptions)) {
-        return false;
-    }
-    if (!document.load_buffer(bytes.data(), bytes.size(), parseOptions, pugi::encoding_utf8) ||
-        !HasOneRoot(document)) {
-        document.reset();
-        return false;
-    }
-    // what is saved is UTF-8, whatever was declared
-    if (pugi::xml_node first = document.first_child(); first.type() == pugi::node_declaration) {
-        first.attribute("encoding") = "UTF-8";
-    }
-    return true;
+    return IsParsable(bytes) &&
+           IsAccepted(document.load_buffer_inplace(bytes.data(), bytes.size(), parseOptions, encoding),
+                      document);
 }
 
 std::string SerializeXml(const pugi::xml_document& document)

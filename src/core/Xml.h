@@ -10,5 +10,9 @@
 /// Returns whether they are one well-formed document; otherwise `document` is empty.
 bool ParseXml(std::string_view bytes, pugi::xml_document& document);
 
+/// The same without a copy of a large file: the document points into `bytes`, which are changed and must
+/// outlive it untouched.
+bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document);
+
 /// The document as UTF-8 text, one element a line, without a declaration of our own.
 std::string SerializeXml(const pugi::xml_document& document);

@@ -28,12 +28,14 @@ void DataFile::Load(const ProgramFolder& folder)
     Release();
     m_path = folder.Existing(m_name);
     try {
-        if (!ParseXml(ReadWholeFile(m_path), m_document) || !m_document.child("data")) {
-            m_document.reset();
+        m_bytes = ReadWholeFile(m_path);
+        if (ParseXmlInPlace(m_bytes, m_document) && m_document.child("data")) {
+            return;
         }
-    } catch (const Error&) {
-        m_document.reset();
+    } catch (
+        const Error&) { // NOLINT(bugprone-empty-catch): what cannot be read counts as what cannot be parsed
     }
+    Release();
 }
 
 void DataFile::Save(const ProgramFolder& folder, SafeWriter& writer, const std::string& name)
@@ -48,6 +50,7 @@ void DataFile::Save(const ProgramFolder& folder, SafeWriter& writer, const std::
 void DataFile::Release()
 {
     m_document.reset();
+    m_bytes = {};
     m_unsaved = false;
 }
 

@@ -12,6 +12,9 @@ class DataFile
 {
 public:
     explicit DataFile(std::string name);
+    DataFile(const DataFile&) = delete;
+    DataFile& operator=(const DataFile&) = delete;
+    ~DataFile() = default;
 
     const std::string& Name() const { return m_name; }
 
@@ -37,7 +40,8 @@ public:
 
 private:
     std::string m_name;
-    std::string m_path; ///< of the file that was loaded
+    std::string m_path;  ///< of the file that was loaded
+    std::string m_bytes; ///< of the file as it was loaded, in which the document's values lie
     pugi::xml_document m_document;
     bool m_unsaved = false;
 };
