@@ -9,24 +9,6 @@
 
 #include <utility>
 
-namespace
-{
-
-/// Puts the rows into the order of their texts; rows that are equal keep the order of the file.
-class SortedRows final : public QSortFilterProxyModel
-{
-public:
-    using QSortFilterProxyModel::QSortFilterProxyModel;
-
-protected:
-    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override
-    {
-        return static_cast<const TextTableModel*>(sourceModel())->ComesBefore(left, right);
-    }
-};
-
-} // namespace
-
 SortableList::SortableList(QWidget* parent) : QTreeView(parent)
 {
     setRootIsDecorated(false);
@@ -46,9 +28,7 @@ SortableList::SortableList(QWidget* parent) : QTreeView(parent)
 void SortableList::SetHeadings(const QStringList& headings)
 {
     m_model = new TextTableModel(headings, this);
-    m_sorted = new SortedRows(this);
-    m_sorted->setSourceModel(m_model);
-    setModel(m_sorted);
+    setModel(m_model);
 }
 
 void SortableList::FitColumns(const QStringList& samples, int stretched)
@@ -74,7 +54,7 @@ void SortableList::SetRows(std::vector<TextTableModel::Row> rows)
 
 int SortableList::RowCount() const
 {
-    return m_sorted->rowCount();
+    return m_model->rowCount();
 }
 
 std::optional<QString> SortableList::SelectedKey() const
@@ -97,10 +77,9 @@ void SortableList::SetUsable(bool usable)
 
 void SortableList::SortBy(int column)
 {
-    const bool again = m_sorted->sortColumn() == column;
-    const Qt::SortOrder order =
-        again && m_sorted->sortOrder() == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
-    m_sorted->sort(column, order);
+    const bool again = m_model->SortColumn() == column;
+    m_model->sort(column, again && m_model->SortOrder() == Qt::AscendingOrder ? Qt::DescendingOrder
+                                                                              : Qt::AscendingOrder);
     SetCHIcons();
     if (currentIndex().isValid()) {
         scrollTo(currentIndex());
@@ -110,15 +89,15 @@ void SortableList::SortBy(int column)
 /// Shows the icon of the current direction in the sorted column's heading and in no other.
 void SortableList::SetCHIcons()
 {
-    m_model->SetSortIcon(m_sorted->sortColumn(), m_sorted->sortOrder());
+    m_model->ShowSortIcon();
 }
 
 void SortableList::SelectKey(const std::optional<QString>& key)
 {
-    QModelIndex row = m_sorted->index(0, 0);
+    QModelIndex row = m_model->index(0, 0);
     if (key) {
         const QModelIndexList found =
-            m_sorted->match(row, TextTableModel::KeyRole, *key, 1, Qt::MatchExactly | Qt::MatchCaseSensitive);
+            m_model->match(row, TextTableModel::KeyRole, *key, 1, Qt::MatchExactly | Qt::MatchCaseSensitive);
         row = found.isEmpty() ? row : found.first();
     }
     if (row.isValid()) {

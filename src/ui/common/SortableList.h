@@ -2,7 +2,6 @@
 
 #include "ui/common/TextTableModel.h"
 
-#include <QSortFilterProxyModel>
 #include <QTreeView>
 
 #include <optional>
@@ -50,5 +49,4 @@ private:
     void SelectKey(const std::optional<QString>& key);
 
     TextTableModel* m_model = nullptr;
-    QSortFilterProxyModel* m_sorted = nullptr;
 };

@@ -2,6 +2,11 @@
 
 #include "Icons.h"
 
+#include <QCollator>
+#include <QHash>
+
+#include <algorithm>
+#include <numeric>
 #include <utility>
 
 TextTableModel::TextTableModel(QStringList headings, QObject* parent)
@@ -13,7 +18,8 @@ void TextTableModel::SetRows(std::vector<Row> rows)
 {
     beginResetModel();
     m_rows = std::move(rows);
-    m_sortKeys.assign(static_cast<std::size_t>(m_headings.size()), {});
+    m_ranks.assign(static_cast<std::size_t>(m_headings.size()), {});
+    Arrange();
     endResetModel();
 }
 
@@ -32,7 +38,7 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const
     if (!index.isValid()) {
         return {};
     }
-    const Row& row = m_rows[static_cast<std::size_t>(index.row())];
+    const Row& row = RowAt(index.row());
     switch (role) {
     case Qt::DisplayRole:
         return row.cells.value(index.column());
@@ -54,33 +60,95 @@ QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, in
     if (role == Qt::TextAlignmentRole) {
         return {Qt::AlignLeft | Qt::AlignVCenter};
     }
-    if (role == Qt::DecorationRole && m_sortedColumn == section) {
-        return DrawnIcon(m_order == Qt::AscendingOrder ? QLatin1String("sort-ascending")
-                                                       : QLatin1String("sort-descending"));
+    if (role == Qt::DecorationRole && m_iconColumn == section) {
+        return DrawnIcon(m_sortOrder == Qt::AscendingOrder ? QLatin1String("sort-ascending")
+                                                           : QLatin1String("sort-descending"));
     }
     return {};
 }
 
-void TextTableModel::SetSortIcon(std::optional<int> column, Qt::SortOrder order)
+void TextTableModel::sort(int column, Qt::SortOrder order)
 {
-    m_sortedColumn = column;
-    m_order = order;
+    const QList<QPersistentModelIndex> all;
+    Q_EMIT layoutAboutToBeChanged(all, VerticalSortHint);
+    const std::vector<std::size_t> before = m_order;
+    m_sortColumn = column;
+    m_sortOrder = order;
+    Arrange();
+    std::vector<int> shown(m_order.size()); // where each given row is now
+    for (std::size_t row = 0; row < m_order.size(); ++row) {
+        shown[m_order[row]] = static_cast<int>(row);
+    }
+    const QModelIndexList old = persistentIndexList();
+    QModelIndexList moved;
+    for (const QModelIndex& index : old) {
+        moved << createIndex(shown[before[static_cast<std::size_t>(index.row())]], index.column());
+    }
+    changePersistentIndexList(old, moved);
+    Q_EMIT layoutChanged(all, VerticalSortHint);
+}
+
+void TextTableModel::ShowSortIcon()
+{
+    m_iconColumn = m_sortColumn;
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
-bool TextTableModel::ComesBefore(const QModelIndex& left, const QModelIndex& right) const
+void TextTableModel::Arrange()
 {
-    return SortKey(left) < SortKey(right);
+    m_order.resize(m_rows.size());
+    std::iota(m_order.begin(), m_order.end(), 0);
+    if (!m_sortColumn) {
+        return;
+    }
+    const std::vector<int>& ranks = Ranks(*m_sortColumn);
+    if (m_sortOrder == Qt::AscendingOrder) {
+        std::stable_sort(m_order.begin(), m_order.end(),
+                         [&](std::size_t left, std::size_t right) { return ranks[left] < ranks[right]; });
+    } else {
+        std::stable_sort(m_order.begin(), m_order.end(),
+                         [&](std::size_t left, std::size_t right) { return ranks[left] > ranks[right]; });
+    }
 }
 
-const QCollatorSortKey& TextTableModel::SortKey(const QModelIndex& index) const
+/// Comparing texts of a language is slow, so it is done once for each column; afterwards numbers are
+/// compared.
+const std::vector<int>& TextTableModel::Ranks(int column)
 {
-    auto& keys = m_sortKeys[static_cast<std::size_t>(index.column())];
-    if (keys.empty()) {
-        keys.reserve(m_rows.size());
-        for (const Row& row : m_rows) {
-            keys.push_back(m_collator.sortKey(row.cells.value(index.column()).toCaseFolded()));
+    std::vector<int>& ranks = m_ranks[static_cast<std::size_t>(column)];
+    if (!ranks.empty()) {
+        return ranks;
+    }
+    const QCollator collator;
+    QHash<QString, std::size_t> known; // many rows share their text
+    std::vector<QCollatorSortKey> keys;
+    std::vector<std::size_t> keyOf;
+    keyOf.reserve(m_rows.size());
+    for (const Row& row : m_rows) {
+        const QString text = row.cells.value(column).toCaseFolded();
+        const auto found = known.constFind(text);
+        if (found != known.constEnd()) {
+            keyOf.push_back(*found);
+        } else {
+            keyOf.push_back(keys.size());
+            known.insert(text, keys.size());
+            keys.push_back(collator.sortKey(text));
         }
     }
-    return keys[static_cast<std::size_t>(index.row())];
+    std::vector<std::size_t> sorted(keys.size());
+    std::iota(sorted.begin(), sorted.end(), 0);
+    std::sort(sorted.begin(), sorted.end(),
+              [&](std::size_t left, std::size_t right) { return keys[left] < keys[right]; });
+    std::vector<int> rankOf(keys.size());
+    int rank = 0;
+    for (std::size_t place = 0; place < sorted.size(); ++place) {
+        const bool higher = place > 0 && keys[sorted[place - 1]] < keys[sorted[place]];
+        rank += higher ? 1 : 0;
+        rankOf[sorted[place]] = rank;
+    }
+    ranks.reserve(keyOf.size());
+    for (const std::size_t key : keyOf) {
+        ranks.push_back(rankOf[key]);
+    }
+    return ranks;
 }

@@ -1,14 +1,15 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QCollator>
 #include <QStringList>
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
-/// Rows of texts, each known by a key. Reads like a list of records; it holds texts only, so thousands of
-/// rows are cheap.
+/// Rows of texts, each known by a key. It holds texts only, so thousands of rows are cheap, and puts them
+/// into the order of a column itself: as the user's language orders texts, case-blind, equal ones in the
+/// order in which they were given.
 class TextTableModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -24,6 +25,7 @@ public:
 
     TextTableModel(QStringList headings, QObject* parent);
 
+    /// Takes these rows instead, in the order chosen last.
     void SetRows(std::vector<Row> rows);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -31,21 +33,28 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    /// Shows the icon of `order` in the heading of `column` and in no other; nothing for no icon at all.
-    void SetSortIcon(std::optional<int> column, Qt::SortOrder order);
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
-    /// Whether the text in `left` comes before that in `right`, as the user's language orders them,
-    /// case-blind.
-    bool ComesBefore(const QModelIndex& left, const QModelIndex& right) const;
+    /// The column that the rows are sorted by; nothing before the first time.
+    std::optional<int> SortColumn() const { return m_sortColumn; }
+
+    Qt::SortOrder SortOrder() const { return m_sortOrder; }
+
+    /// Shows the icon of the current direction in the heading of the sorted column and in no other.
+    void ShowSortIcon();
 
 private:
-    const QCollatorSortKey& SortKey(const QModelIndex& index) const;
+    const Row& RowAt(int row) const { return m_rows[m_order[static_cast<std::size_t>(row)]]; }
+
+    void Arrange();
+    const std::vector<int>& Ranks(int column);
 
     QStringList m_headings;
-    std::vector<Row> m_rows;
-    std::optional<int> m_sortedColumn;
-    Qt::SortOrder m_order = Qt::AscendingOrder;
-    QCollator m_collator;
-    mutable std::vector<std::vector<QCollatorSortKey>>
-        m_sortKeys; ///< by column, made when it is first sorted
+    std::vector<Row> m_rows;          ///< as they were given
+    std::vector<std::size_t> m_order; ///< for each row shown, where it stands in m_rows
+    std::optional<int> m_sortColumn;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+    std::optional<int> m_iconColumn;
+    std::vector<std::vector<int>>
+        m_ranks; ///< by column: each given row's place in its order, equal for equal texts
 };

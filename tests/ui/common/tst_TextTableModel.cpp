@@ -5,8 +5,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-#include <algorithm>
-#include <numeric>
+#include <optional>
 
 class tst_TextTableModel : public QObject
 {
@@ -21,9 +20,10 @@ private Q_SLOTS:
     void cell_hasNoOtherRoles();
     void headings_areShown();
     void sortIcon_isInOneHeadingOnly();
-    void comesBefore_isCaseBlind();
-    void comesBefore_followsTheUsersLanguage();
-    void comesBefore_afterNewRows_readsThem();
+    void sort_isCaseBlindAndKeepsTheOrderOfEqualRows();
+    void sort_followsTheUsersLanguage();
+    void sort_holdsForNewRows();
+    void sort_movesPersistentIndexesWithTheirRows();
 };
 
 namespace
@@ -42,18 +42,18 @@ QString Cell(const TextTableModel& model, int row, int column)
 }
 
 /// The texts of the first column in the model's order.
-QStringList Sorted(const TextTableModel& model)
+QStringList Texts(const TextTableModel& model)
 {
-    std::vector<int> rows(static_cast<std::size_t>(model.rowCount()));
-    std::iota(rows.begin(), rows.end(), 0);
-    std::stable_sort(rows.begin(), rows.end(), [&](int left, int right) {
-        return model.ComesBefore(model.index(left, 0), model.index(right, 0));
-    });
     QStringList texts;
-    for (const int row : rows) {
+    for (int row = 0; row < model.rowCount(); ++row) {
         texts << Cell(model, row, 0);
     }
     return texts;
+}
+
+QStringList List(const char* texts)
+{
+    return QString::fromUtf8(texts).split(QLatin1Char(' '));
 }
 
 } // namespace
@@ -96,7 +96,8 @@ void tst_TextTableModel::rows_shorterThanTheHeadings_areFilledWithNothing()
     TextTableModel model(headings, nullptr);
     model.SetRows({{QStringLiteral("K1"), {QStringLiteral("only")}}});
     QCOMPARE(Cell(model, 0, 1), QString());
-    QVERIFY(!model.ComesBefore(model.index(0, 1), model.index(0, 1)));
+    model.sort(1);
+    QCOMPARE(Cell(model, 0, 0), QStringLiteral("only"));
 }
 
 void tst_TextTableModel::cell_hasNoOtherRoles()
@@ -124,49 +125,77 @@ void tst_TextTableModel::sortIcon_isInOneHeadingOnly()
     const auto icon = [&model](int column) {
         return model.headerData(column, Qt::Horizontal, Qt::DecorationRole).value<QIcon>();
     };
-    model.SetSortIcon(1, Qt::AscendingOrder);
+    model.SetRows({Row("K1", "b", "")});
+    model.ShowSortIcon();
+    QVERIFY(icon(0).isNull() && icon(1).isNull());
+    model.sort(1, Qt::AscendingOrder);
+    QVERIFY(icon(1).isNull());
+    model.ShowSortIcon();
     QVERIFY(icon(0).isNull());
     const QImage ascending = icon(1).pixmap(16).toImage();
     QVERIFY(!ascending.isNull());
-    model.SetSortIcon(1, Qt::DescendingOrder);
+    model.sort(1, Qt::DescendingOrder);
+    model.ShowSortIcon();
     QVERIFY(icon(1).pixmap(16).toImage() != ascending);
-    model.SetSortIcon(0, Qt::AscendingOrder);
+    model.sort(0, Qt::AscendingOrder);
+    model.ShowSortIcon();
     QCOMPARE(icon(0).pixmap(16).toImage(), ascending);
     QVERIFY(icon(1).isNull());
-    model.SetSortIcon(std::nullopt, Qt::AscendingOrder);
-    QVERIFY(icon(0).isNull());
     QCOMPARE(changes.size(), 4);
 }
 
-void tst_TextTableModel::comesBefore_isCaseBlind()
+void tst_TextTableModel::sort_isCaseBlindAndKeepsTheOrderOfEqualRows()
 {
     TextTableModel model(headings, nullptr);
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
     model.SetRows({Row("1", "b", ""), Row("2", "A", ""), Row("3", "a", ""), Row("4", "B", "")});
-    QCOMPARE(Sorted(model), QStringList({QStringLiteral("A"), QStringLiteral("a"), QStringLiteral("b"),
-                                         QStringLiteral("B")}));
-    QVERIFY(!model.ComesBefore(model.index(1, 0), model.index(2, 0)));
-    QVERIFY(!model.ComesBefore(model.index(2, 0), model.index(1, 0)));
+    QVERIFY(!model.SortColumn());
+    model.sort(0);
+    QCOMPARE(model.SortColumn(), std::optional(0));
+    QCOMPARE(Texts(model), List("A a b B"));
+    model.sort(0, Qt::DescendingOrder);
+    QCOMPARE(model.SortOrder(), Qt::DescendingOrder);
+    QCOMPARE(Texts(model), List("b B A a"));
+    model.sort(1);
+    QCOMPARE(Texts(model), List("b A a B"));
+    QCOMPARE(model.index(1, 0).data(TextTableModel::KeyRole).toString(), QStringLiteral("2"));
 }
 
-void tst_TextTableModel::comesBefore_followsTheUsersLanguage()
+void tst_TextTableModel::sort_followsTheUsersLanguage()
 {
     const auto sorted = [](QLocale::Language language) {
         QLocale::setDefault(QLocale(language));
         TextTableModel model(headings, nullptr);
         model.SetRows({Row("1", "Z", ""), Row("2", "\xC3\x96", ""), Row("3", "P", ""), Row("4", "O", "")});
-        return Sorted(model).join(QString());
+        model.sort(0);
+        return Texts(model);
     };
-    QCOMPARE(sorted(QLocale::German), QString::fromUtf8("O\xC3\x96PZ"));
-    QCOMPARE(sorted(QLocale::Swedish), QString::fromUtf8("OPZ\xC3\x96"));
+    QCOMPARE(sorted(QLocale::German), List("O \xC3\x96 P Z"));
+    QCOMPARE(sorted(QLocale::Swedish), List("O P Z \xC3\x96"));
 }
 
-void tst_TextTableModel::comesBefore_afterNewRows_readsThem()
+void tst_TextTableModel::sort_holdsForNewRows()
 {
     TextTableModel model(headings, nullptr);
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
     model.SetRows({Row("1", "a", ""), Row("2", "b", "")});
-    QVERIFY(model.ComesBefore(model.index(0, 0), model.index(1, 0)));
-    model.SetRows({Row("1", "d", ""), Row("2", "c", "")});
-    QVERIFY(!model.ComesBefore(model.index(0, 0), model.index(1, 0)));
+    model.sort(0, Qt::DescendingOrder);
+    QCOMPARE(Texts(model), List("b a"));
+    model.SetRows({Row("1", "d", ""), Row("2", "c", ""), Row("3", "e", "")});
+    QCOMPARE(Texts(model), List("e d c"));
+}
+
+void tst_TextTableModel::sort_movesPersistentIndexesWithTheirRows()
+{
+    TextTableModel model(headings, nullptr);
+    model.SetRows({Row("1", "c", ""), Row("2", "a", ""), Row("3", "b", "")});
+    const QPersistentModelIndex first = model.index(0, 1);
+    model.sort(0);
+    QCOMPARE(first.row(), 2);
+    QCOMPARE(first.column(), 1);
+    model.sort(0, Qt::DescendingOrder);
+    QCOMPARE(first.row(), 0);
+    QCOMPARE(first.data(TextTableModel::KeyRole).toString(), QStringLiteral("1"));
 }
 
 QTEST_MAIN(tst_TextTableModel)
