@@ -1,58 +1,60 @@
-// Loading a log of many trips, and saving it after one change.
+// Loading a log, saving it after one change, reaching single records.
 
+#include "LogFolder.h"
 #include "core/FileOperations.h"
-#include "core/Paths.h"
+#include "core/Xml.h"
 #include "store/cSQL.h"
 
 #include <benchmark/benchmark.h>
 #include <pugixml.hpp>
 
-#include <filesystem>
-#include <fstream>
+#include <memory>
 #include <string>
+#include <unordered_map>
 
-#ifdef _WIN32
-#include <process.h>
-#define getpid _getpid
-#else
-#include <unistd.h>
+#ifdef __GLIBC__
+#include <malloc.h>
 #endif
 
 namespace
 {
 
-namespace fs = std::filesystem;
-
-/// A data folder with `entries` trips; it is gone when the object is.
-class LogFolder
+/// A log of state.range(0) trips, loaded.
+class LoadedLog
 {
 public:
-    explicit LogFolder(int entries)
-        : m_path(fs::temp_directory_path() / ("tarno-bench-" + std::to_string(getpid())))
+    explicit LoadedLog(benchmark::State& state, int locations = 50)
+        : m_log(static_cast<int>(state.range(0)), locations), m_folder(m_log.Path())
     {
-        fs::create_directories(m_path);
-        std::ofstream file(m_path / "tarno.xml", std::ios::binary);
-        file << "<data>\n";
-        for (int number = 1; number <= entries; ++number) {
-            file << "\t<tarno>\n\t\t<TarnoNo>" << number << "</TarnoNo>\n";
-            for (int child = 1; child <= 36; ++child) {
-                file << "\t\t<Child" << child << ">some text</Child" << child << ">\n";
-            }
-            file << "\t</tarno>\n";
+        if (sql.Init() != succeeded || sql.EntryGet(middleKey, entry) != succeeded) {
+            state.SkipWithError("the log could not be loaded");
         }
-        file << "</data>\n";
     }
 
-    LogFolder(const LogFolder&) = delete;
-    LogFolder& operator=(const LogFolder&) = delete;
+    static constexpr std::int16_t middleKey = 500;
 
-    ~LogFolder() { fs::remove_all(m_path); }
-
-    std::string Path() const { return FromPath(m_path); }
+    std::string Bytes() const { return ReadWholeFile(m_log.Path() + "/tarno.xml"); }
 
 private:
-    fs::path m_path;
+    LogFolder m_log;
+    ProgramFolder m_folder;
+    std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
+
+public:
+    cSQL sql{m_folder, *m_operations};
+    Record entry;
 };
+
+/// Gives the memory that earlier rounds used back to the system, so that each round pays for its own as a
+/// program does that starts.
+void StartWithFreshMemory(benchmark::State& state)
+{
+    state.PauseTiming();
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
+    state.ResumeTiming();
+}
 
 void Load(benchmark::State& state)
 {
@@ -60,56 +62,117 @@ void Load(benchmark::State& state)
     const ProgramFolder folder(log.Path());
     const auto operations = SystemFileOperations();
     for ([[maybe_unused]] auto _ : state) {
+        StartWithFreshMemory(state);
         cSQL sql(folder, *operations);
         benchmark::DoNotOptimize(sql.Init());
     }
 }
 
 /// The parser alone on the same bytes.
-void Parse(benchmark::State& state)
+void LoadLimit(benchmark::State& state)
 {
     const LogFolder log(static_cast<int>(state.range(0)));
     const std::string bytes = ReadWholeFile(log.Path() + "/tarno.xml");
     for ([[maybe_unused]] auto _ : state) {
+        StartWithFreshMemory(state);
         pugi::xml_document document;
         benchmark::DoNotOptimize(document.load_buffer(bytes.data(), bytes.size()));
     }
+    state.counters["megabytes"] = static_cast<double>(bytes.size()) / 1e6;
 }
 
-void SaveOneChange(benchmark::State& state)
+void Save(benchmark::State& state)
 {
-    const LogFolder log(static_cast<int>(state.range(0)));
-    const ProgramFolder folder(log.Path());
-    const auto operations = SystemFileOperations();
-    cSQL sql(folder, *operations);
-    Record entry;
-    if (sql.Init() != succeeded || sql.EntryGet(1, entry) != succeeded) {
-        state.SkipWithError("the log could not be loaded");
-        return;
-    }
+    LoadedLog log(state);
+    int change = 0;
     for ([[maybe_unused]] auto _ : state) {
-        entry.SetText(1, "another text");
-        benchmark::DoNotOptimize(sql.EntryUpdate(entry));
+        log.entry.SetText(EntryField::AirTemp, std::to_string(++change));
+        benchmark::DoNotOptimize(log.sql.EntryUpdate(log.entry));
     }
 }
 
-void GetOneEntry(benchmark::State& state)
+/// The same bytes serialised, written and brought to the disk, without any care.
+void SaveLimit(benchmark::State& state)
 {
-    const LogFolder log(static_cast<int>(state.range(0)));
-    const ProgramFolder folder(log.Path());
+    const LoadedLog log(state);
     const auto operations = SystemFileOperations();
-    cSQL sql(folder, *operations);
-    Record entry;
-    sql.Init();
+    const std::string path = FromPath(std::filesystem::temp_directory_path() / "tarno-bench.xml");
+    pugi::xml_document document;
+    document.load_string(log.Bytes().c_str(), pugi::parse_default);
     for ([[maybe_unused]] auto _ : state) {
-        benchmark::DoNotOptimize(sql.EntryGet(static_cast<std::int16_t>(state.range(0) / 2), entry));
+        const std::string bytes = SerializeXml(document);
+        const auto file = operations->Create(path, path);
+        for (std::string_view rest = bytes; !rest.empty();) {
+            rest.remove_prefix(file->Write(rest));
+        }
+        file->Sync();
+        file->Close();
+        state.PauseTiming();
+        operations->Remove(path);
+        state.ResumeTiming();
     }
 }
 
-BENCHMARK(Load)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(Parse)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SaveOneChange)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(GetOneEntry)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+void GetEntry(benchmark::State& state)
+{
+    LoadedLog log(state);
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(log.sql.EntryGet(LoadedLog::middleKey, log.entry));
+    }
+}
+
+void NameOfLocation(benchmark::State& state)
+{
+    const LoadedLog log(state, static_cast<int>(state.range(0)));
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(log.sql.LocationNameGet("500"));
+    }
+}
+
+void UpdateEntryInMemory(benchmark::State& state)
+{
+    LoadedLog log(state);
+    const LogFolder folder(static_cast<int>(state.range(0)));
+    DataFile file("tarno.xml");
+    file.Load(ProgramFolder(folder.Path()));
+    RecordTable table(file, {"tarno", "TarnoNo"});
+    table.Rebuild();
+    for ([[maybe_unused]] auto _ : state) {
+        table.Replace(log.entry);
+    }
+}
+
+/// A look-up by key as the standard library does it.
+void HashLookUp(benchmark::State& state)
+{
+    std::unordered_map<std::string, int> numbers;
+    for (int number = 0; number < state.range(0); ++number) {
+        numbers.emplace(std::to_string(number), number);
+    }
+    const std::string key = "500";
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(numbers.find(key));
+    }
+}
+
+void Thousands(benchmark::internal::Benchmark* bench)
+{
+    bench->Arg(1000)->Arg(10000)->Arg(100000);
+}
+
+BENCHMARK(Load)->Name("load the log")->Apply(Thousands)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadLimit)->Name("load the log, limit")->Apply(Thousands)->Unit(benchmark::kMillisecond);
+BENCHMARK(Save)->Name("save one change")->Apply(Thousands)->Unit(benchmark::kMillisecond);
+BENCHMARK(SaveLimit)->Name("save one change, limit")->Apply(Thousands)->Unit(benchmark::kMillisecond);
+BENCHMARK(GetEntry)->Name("EntryGet")->Apply(Thousands)->Unit(benchmark::kMicrosecond);
+BENCHMARK(HashLookUp)->Name("EntryGet, limit")->Apply(Thousands)->Unit(benchmark::kMicrosecond);
+BENCHMARK(NameOfLocation)->Name("LocationNameGet")->Apply(Thousands)->Unit(benchmark::kMicrosecond);
+BENCHMARK(HashLookUp)->Name("LocationNameGet, limit")->Apply(Thousands)->Unit(benchmark::kMicrosecond);
+BENCHMARK(UpdateEntryInMemory)
+    ->Name("EntryUpdate in memory")
+    ->Apply(Thousands)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(HashLookUp)->Name("EntryUpdate in memory, limit")->Apply(Thousands)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
