@@ -51,8 +51,9 @@ void fCustom::Form_Load()
         return;
     }
     for (const RecordView& field : fields) {
+        const std::int32_t number = ToInt32(field.Text(FieldField::FieldNo));
         auto* item = new QListWidgetItem(FromUtf8(field.Text(FieldField::Desc)), m_ui->lstField);
-        item->setData(numberRole, ToInt32(field.Text(FieldField::FieldNo)));
+        item->setData(numberRole, number);
     }
     m_ui->lstField->setCurrentRow(0);
 }
@@ -66,8 +67,10 @@ void fCustom::lstField_Click()
         QMetaObject::invokeMethod(
             this,
             [this] {
-                const QSignalBlocker quiet(m_ui->lstField);
-                m_ui->lstField->setCurrentRow(m_shown);
+                if (m_shown >= 0) {
+                    const QSignalBlocker quiet(m_ui->lstField);
+                    m_ui->lstField->setCurrentRow(m_shown);
+                }
             },
             Qt::QueuedConnection);
     });

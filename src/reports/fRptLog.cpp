@@ -318,6 +318,7 @@ void fRptLog::cmdSave_Click()
     m_ui->chkNew->setChecked(!anySaved); // the first one can only be a new one
     m_ui->chkNew->setEnabled(anySaved);
     m_ui->txtSaved->clear();
+    m_newReport.reset();
     chkNew_Click();
     txtSaved_Change();
     OpenFrame(true);
@@ -342,7 +343,9 @@ void fRptLog::cmdSavedOK_Click()
 {
     const bool isNew = m_ui->chkNew->isChecked() || m_ui->cboSaved->currentIndex() < 0;
     Record report;
-    if (m_program.sql.ReportGet(isNew ? std::int16_t(0) : SavedNumber(), report) != succeeded) {
+    if (isNew && m_newReport) {
+        report = *m_newReport;
+    } else if (m_program.sql.ReportGet(isNew ? std::int16_t(0) : SavedNumber(), report) != succeeded) {
         return;
     }
     const Selection selection = StoredForm(ListedFields());
@@ -350,6 +353,9 @@ void fRptLog::cmdSavedOK_Click()
     report.SetText(ReportField::Fields, selection.names);
     report.SetText(ReportField::FieldKeys, selection.numbers);
     if (m_program.sql.ReportUpdate(report) != succeeded) {
+        if (isNew) {
+            m_newReport = report;
+        }
         return;
     }
     OpenFrame(false);

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -79,4 +80,6 @@ private:
     const Program& m_program;
     std::unique_ptr<Ui::fRptLog> m_ui;
     bool m_loading = false; ///< the window is being filled for the first time
+    std::optional<Record>
+        m_newReport; ///< its saving failed: the next try replaces it instead of adding another
 };

@@ -99,6 +99,8 @@ private Q_SLOTS:
     void gap_showsTheFieldAtThePosition();
     void gap_fieldBehindTheEnd_isReported_data();
     void gap_fieldBehindTheEnd_isReported();
+    void gap_firstFieldBehindTheEnd_isReported();
+    void fieldNumber_thatIsNone_isReported();
     void fieldWithTooFewValues_isReported();
     void thousandFields_lastIsStored();
 };
@@ -603,6 +605,35 @@ void tst_fCustom::gap_fieldBehindTheEnd_isReported()
     });
     QCOMPARE(Stored(program, 0), edited ? "1/StartDate/Date/Day/20/8/0/1" : "1/StartDate/Date/From/20/8/0/1");
     QCOMPARE(Stored(program, 2), "4/EndTime/End/Stop/20/8/0/0");
+}
+
+void tst_fCustom::gap_firstFieldBehindTheEnd_isReported()
+{
+    TestProgram program;
+    WriteFields(program, {sixFields[5]});
+    program.Start();
+    const std::string before = program.folder.Read("field.xml");
+    program.reports.Expect("fCustom", "lstField_Click", ErrorNumber::SubscriptOutOfRange);
+    ShowCustom(program, [](QDialog& custom) {
+        QCOMPARE(Items(custom, "lstField"), "Tide");
+        QCOMPARE(Boxes(custom), "///");
+        Retype(custom, "txtLabel", "Lost");
+        Ok(custom);
+        QVERIFY(!custom.isVisible());
+    });
+    QCOMPARE(program.folder.Read("field.xml"), before);
+}
+
+void tst_fCustom::fieldNumber_thatIsNone_isReported()
+{
+    TestProgram program;
+    WriteFields(program, {{"one", "StartDate", "Date", "From", "20", "8", "0", "1"}});
+    program.Start();
+    program.reports.Expect("fCustom", "Form_Load", ErrorNumber::TypeMismatch);
+    ShowCustom(program, [](QDialog& custom) {
+        Ok(custom);
+        QVERIFY(!custom.isVisible());
+    });
 }
 
 void tst_fCustom::fieldWithTooFewValues_isReported()

@@ -132,6 +132,7 @@ private Q_SLOTS:
 
     void notSaved_keepsTheFrame_data();
     void notSaved_keepsTheFrame();
+    void notSaved_new_savedAgain_isOneReport();
     void notSaved_cancelled_leavesTheWindowUsable();
     void template_missing_keepsTheFrame();
     void template_withTooFewValues_isReported();
@@ -831,6 +832,22 @@ void tst_fRptLogSaved::notSaved_keepsTheFrame()
         QCOMPARE(Choices(builder, "cboSaved"), "Tides|Mine|All");
     });
     QCOMPARE(Stored(program, 1), "2/Mine/EndTime,EndDate,LocNo/4,2,5");
+}
+
+void tst_fRptLogSaved::notSaved_new_savedAgain_isOneReport()
+{
+    ProgramWithSixFields program;
+    ShowBuilder(program, [&](QDialog& builder) {
+        Click(builder, "cmdMoveAll");
+        Click(builder, "cmdSave");
+        Type(builder, "Mine");
+        program.operations.Fail("write", ErrorNumber::DiskFull);
+        program.reports.Expect("cSQL", "ReportUpdate", ErrorNumber::DiskFull);
+        Click(builder, "cmdSavedOK");
+        Click(builder, "cmdSavedOK");
+        QCOMPARE(Choices(builder, "cboSaved"), "Mine");
+    });
+    QCOMPARE(program.Stored("Rpt.xml").size(), 1U);
 }
 
 void tst_fRptLogSaved::notSaved_cancelled_leavesTheWindowUsable()
