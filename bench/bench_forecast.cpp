@@ -49,9 +49,9 @@ void SinesOfOneDay(benchmark::State& state)
     }
 }
 
-BENCHMARK(OneDay)->Unit(benchmark::kMicrosecond);
-BENCHMARK(OneYear)->Unit(benchmark::kMillisecond);
-BENCHMARK(SinesOfOneDay)->Unit(benchmark::kMicrosecond);
+BENCHMARK(OneDay)->Name("forecast of a day")->Unit(benchmark::kMicrosecond);
+BENCHMARK(OneYear)->Name("forecast of a year")->Unit(benchmark::kMillisecond);
+BENCHMARK(SinesOfOneDay)->Name("forecast of a day, limit")->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

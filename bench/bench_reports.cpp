@@ -1,161 +1,156 @@
-// What reports cost: many rows laid out, long reports written as PDF and RTF, and beside them measuring the
-// same texts with the font alone.
+// What the log report costs, step by step: its table filled from the entries and sorted, laid out, written.
 
+#include "LoadedProgram.h"
+#include "reports/arLogList.h"
 #include "reports/engine/LayOut.h"
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/ReportFonts.h"
 #include "reports/engine/RtfWriter.h"
+#include "store/RecordLayouts.h"
+#include "ui/common/Strings.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <vector>
+#include <string>
 
 namespace
 {
 
-/// Rows of made-up texts in columns, the last of which wrap.
-class ColumnsReport : public Report
+/// Eight columns, the last two of which wrap; they fill the page.
+constexpr std::array columns{EntryField::StartDate,  EntryField::StartTime, EntryField::LocNo,
+                             EntryField::TideStart,  EntryField::MoonPhase, EntryField::Prediction,
+                             EntryField::FishCaught, EntryField::BaitUsed};
+
+/// A log whose report table is filled.
+class ReportedLog
 {
 public:
-    /// Columns of `widths` twips from left to right; the last two wrap texts of `words` words.
-    ColumnsReport(int rows, const std::vector<int>& widths, int words) : m_rows(rows), m_words(words)
+    explicit ReportedLog(const benchmark::State& state) : m_loaded(static_cast<int>(state.range(0)))
     {
-        int left = 0;
-        for (std::size_t column = 0; column < widths.size(); ++column) {
-            const QString name = QStringLiteral("column%1").arg(column);
-            Fields.Add(name);
-            ReportControl& field = Detail.Controls.Add(QStringLiteral("DDActiveReports.Field"));
-            field.Name = name;
-            field.DataField = name;
-            field.Left = left;
-            field.Width = widths[column];
-            field.Height = 285;
-            field.Font = {QStringLiteral("Tahoma"), 8, false};
-            field.VerticalAlignment = VerticalAlignment::Middle;
-            field.CanGrow = field.MultiLine = column + 2 >= widths.size();
-            left += widths[column];
+        RecordList all;
+        m_loaded.sql.FieldList(all);
+        for (const auto position : columns) {
+            fields.push_back(RecordAt(all, static_cast<std::int64_t>(position) - 1));
+            const std::string separator = m_names.empty() ? "" : ",";
+            m_names += separator + fields.back().Text(FieldField::FieldName);
+            m_keys += separator + fields.back().Text(FieldField::FieldNo);
         }
-        Detail.Height = 300;
-        Page.setOrientation(QPageLayout::Landscape);
+        Fill();
     }
 
-    void DataInitialize() override { m_row = 0; }
+    Status Fill() { return m_loaded.sql.ReportLogData(m_names, m_keys, 0); }
 
-    void FetchData(bool& endOfData) override
-    {
-        endOfData = m_row == m_rows;
-        if (endOfData) {
-            return;
-        }
-        for (int column = 0; column < Fields.Count(); ++column) {
-            Fields.SetValue(column, Text(m_row, column));
-        }
-        ++m_row;
-    }
+    const ReportTable& Grid() { return m_loaded.sql.ReportGrid(); }
 
-    QString Text(int row, int column) const
-    {
-        static const std::array words{"bream", "flathead", "over", "the", "weed", "beds", "until",
-                                      "noon",  "12.5",     "kg",   "no",  "run",  "tide", "Wharf"};
-        if (column + 2 < Fields.Count()) {
-            return QStringLiteral("%1 value").arg(row * 8 + column);
-        }
-        QString text;
-        for (int word = 0; word < m_words; ++word) {
-            text += QLatin1String(
-                words.at(static_cast<std::size_t>(row * 31 + column * 7 + word * word) % words.size()));
-            text += QLatin1Char(' ');
-        }
-        return text;
-    }
+    arLogList Report() { return {m_loaded.program, fields, Grid()}; }
+
+    RecordList fields;
 
 private:
-    int m_rows;
-    int m_words;
-    int m_row = 0;
+    LoadedProgram m_loaded;
+    std::string m_names;
+    std::string m_keys;
 };
 
-const std::vector<int> logWidths{1000, 1000, 1000, 1000, 1000, 1000, 3500, 3500};
-constexpr int wordsInLog = 15;
-
-/// About a thousand pages of locations.
-ColumnsReport Locations()
+void FillGrid(benchmark::State& state)
 {
-    return {15000, {2600, 3300, 3380}, 20};
+    ReportedLog log(state);
+    for ([[maybe_unused]] auto _ : state) {
+        if (log.Fill() != succeeded) {
+            state.SkipWithError("the table was not filled");
+        }
+    }
 }
 
-void LayOutRows(benchmark::State& state)
+/// Copying the same texts.
+void FillGridLimit(benchmark::State& state)
 {
-    ColumnsReport report(static_cast<int>(state.range(0)), logWidths, wordsInLog);
+    ReportedLog log(state);
+    for ([[maybe_unused]] auto _ : state) {
+        const ReportTable copy = log.Grid();
+        benchmark::DoNotOptimize(copy.data());
+    }
+}
+
+void SortGrid(benchmark::State& state)
+{
+    ReportedLog log(state);
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        ReportTable unsorted = log.Grid();
+        state.ResumeTiming();
+        mMain::ShellSort(unsorted, {.column = 0});
+        state.PauseTiming();
+        unsorted.clear();
+        state.ResumeTiming();
+    }
+}
+
+void LayOutReport(benchmark::State& state)
+{
+    ReportedLog log(state);
+    arLogList report = log.Report();
     for ([[maybe_unused]] auto _ : state) {
         const auto document = LayOut(report);
         state.counters["pages"] = static_cast<double>(document->pages.size());
     }
 }
 
-void MeasureTextsOfRows(benchmark::State& state)
+/// Measuring the same texts with the font.
+void LayOutReportLimit(benchmark::State& state)
 {
-    const int rows = static_cast<int>(state.range(0));
-    const ColumnsReport report(rows, logWidths, wordsInLog);
+    ReportedLog log(state);
     const QFontMetricsF metrics(TwipFont({QStringLiteral("Tahoma"), 8, false}));
     for ([[maybe_unused]] auto _ : state) {
-        for (int row = 0; row < rows; ++row) {
-            for (int column = 0; column < report.Fields.Count(); ++column) {
-                benchmark::DoNotOptimize(metrics.horizontalAdvance(report.Text(row, column)));
+        for (const ReportRow& row : log.Grid()) {
+            for (const std::string& text : row) {
+                benchmark::DoNotOptimize(metrics.horizontalAdvance(FromUtf8(text)));
             }
         }
     }
 }
 
-void LayOutLocations(benchmark::State& state)
-{
-    ColumnsReport report = Locations();
-    for ([[maybe_unused]] auto _ : state) {
-        const auto document = LayOut(report);
-        state.counters["pages"] = static_cast<double>(document->pages.size());
-    }
-}
-
 template <typename Write>
-void WriteDocument(benchmark::State& state, ColumnsReport&& report, Write write)
+void WriteReport(benchmark::State& state, Write write)
 {
+    ReportedLog log(state);
+    arLogList report = log.Report();
     const auto document = LayOut(report);
     for ([[maybe_unused]] auto _ : state) {
         state.counters["megabytes"] = static_cast<double>(write(*document).size()) / 1e6;
     }
-    state.counters["pages"] = static_cast<double>(document->pages.size());
 }
 
-void WriteLocationsPdf(benchmark::State& state)
+void WritePdf(benchmark::State& state)
 {
-    WriteDocument(state, Locations(), [](const Document& document) { return PdfBytes(document); });
+    WriteReport(state, [](const Document& document) { return PdfBytes(document); });
 }
 
-void WriteLocationsRtf(benchmark::State& state)
+void WriteRtf(benchmark::State& state)
 {
-    WriteDocument(state, Locations(), [](const Document& document) { return RtfBytes(document); });
+    WriteReport(state, [](const Document& document) { return RtfBytes(document); });
 }
 
-void WriteRowsPdf(benchmark::State& state)
+void Thousands(benchmark::internal::Benchmark* bench)
 {
-    WriteDocument(state, {static_cast<int>(state.range(0)), logWidths, wordsInLog},
-                  [](const Document& document) { return PdfBytes(document); });
+    bench->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 }
 
-BENCHMARK(LayOutRows)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(MeasureTextsOfRows)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(WriteRowsPdf)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-BENCHMARK(LayOutLocations)->Unit(benchmark::kMillisecond);
-BENCHMARK(WriteLocationsPdf)->Unit(benchmark::kMillisecond);
-BENCHMARK(WriteLocationsRtf)->Unit(benchmark::kMillisecond);
+BENCHMARK(FillGrid)->Name("ReportLogData")->Apply(Thousands);
+BENCHMARK(FillGridLimit)->Name("ReportLogData, limit")->Apply(Thousands);
+BENCHMARK(SortGrid)->Name("ShellSort of the report")->Apply(Thousands);
+BENCHMARK(LayOutReport)->Name("log report, laid out")->Apply(Thousands);
+BENCHMARK(LayOutReportLimit)->Name("log report, laid out, limit")->Apply(Thousands);
+BENCHMARK(WritePdf)->Name("log report, PDF")->Apply(Thousands);
+BENCHMARK(WriteRtf)->Name("log report, RTF")->Apply(Thousands);
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

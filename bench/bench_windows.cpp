@@ -1,11 +1,7 @@
 // What the windows do with much: the log shown and sorted, a large picture shown and zoomed.
 
-#include "LogFolder.h"
-#include "core/SettingsStore.h"
-#include "ui/common/DesktopPrinters.h"
-#include "ui/common/DesktopPrompts.h"
+#include "LoadedProgram.h"
 #include "ui/common/SortableList.h"
-#include "ui/common/SystemClock.h"
 #include "ui/entry/PictureFile.h"
 #include "ui/entry/PictureSurface.h"
 #include "ui/main/fTarno.h"
@@ -22,31 +18,6 @@
 
 namespace
 {
-
-/// The program with a log of so many trips, without its outside.
-class LoadedProgram
-{
-public:
-    explicit LoadedProgram(int entries) : m_log(entries), m_folder(m_log.Path()) { m_sql.Init(); }
-
-private:
-    LogFolder m_log;
-    ProgramFolder m_folder;
-    std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
-    cSQL m_sql{m_folder, *m_operations};
-    cDescs m_descs;
-    std::unique_ptr<SettingsStore> m_store = SystemSettingsStore(*m_operations);
-    CRegSettings m_settings{*m_store};
-    SystemClock m_clock;
-    DesktopMessageBoxes m_messages;
-    DesktopFileDialogs m_files;
-    DesktopProgramStarter m_programs;
-    DesktopPrinters m_printers;
-
-public:
-    const Program program{m_folder,   m_sql,   m_descs,    m_settings, m_clock,
-                          m_messages, m_files, m_programs, m_printers, *m_operations};
-};
 
 void ShowMainWindow(benchmark::State& state)
 {

@@ -8,6 +8,6 @@ need "${build_packages[@]}" "${run_packages[@]}" "${display_packages[@]}"
 cmake --preset release >/dev/null
 cmake --build --preset release
 scripts/tour.sh build/release/src/app/tarno
-for name in log general preview; do
+for name in log general log-report; do
     cp build/tour/??-"$name".png "docs/pictures/$name.png"
 done

@@ -113,13 +113,16 @@ std::vector<Column> ColumnsOf(const LogGridQuery& query)
 ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
                     const std::function<std::string(const std::string& number)>& locationName)
 {
-    const std::vector<Column> columns = ColumnsOf(query);
+    std::vector<Column> columns; // made when there is an entry for them
     LocationNames locations(locationName);
-    ReportTable table(1, ReportRow(columns.size()));
+    ReportTable table(1, ReportRow(query.keys.size()));
     for (std::size_t index = 0; index < entries.size(); ++index) {
         const RecordView& entry = entries[index];
         if (query.location != 0 && ToDouble(entry.Text(EntryField::LocNo)) != query.location) {
             continue;
+        }
+        if (columns.empty()) {
+            columns = ColumnsOf(query);
         }
         if (index > 0) { // the first row is the first entry's own, and stays empty without it
             table.emplace_back(columns.size());

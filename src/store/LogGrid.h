@@ -22,8 +22,8 @@ struct LogGridQuery {
 ///
 /// There is always at least one row: the first is empty when the first entry of the file does not pass.
 ///
-/// Throws Error: SubscriptOutOfRange when there are fewer names than keys, TypeMismatch when a key is no
-/// number, when a filter meets an entry whose location is none, or a moon phase is none; ObjectNotSet
-/// when an entry lacks a value.
+/// Throws Error: TypeMismatch when a filter meets an entry whose location is no number; when an entry passes,
+/// SubscriptOutOfRange when there are fewer names than keys, TypeMismatch when a key or a moon phase is no
+/// number, ObjectNotSet when an entry lacks a value.
 ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
                     const std::function<std::string(const std::string& number)>& locationName);

@@ -15,7 +15,7 @@ bool IsElement(const pugi::xml_node& node)
 
 pugi::xml_node ChildAt(const pugi::xml_node& record, std::size_t position)
 {
-    for (const pugi::xml_node& child : record.children()) {
+    for (pugi::xml_node child = record.first_child(); child; child = child.next_sibling()) {
         if (IsElement(child) && position-- == 0) {
             return child;
         }

@@ -1,6 +1,5 @@
 // The whole sample log as a report: what stands in the preview, the PDF and the RTF is what the file holds.
 
-#include "core/Text.h"
 #include "reports/LogReport.h"
 #include "reports/ReadRtf.h"
 #include "reports/engine/PdfWriter.h"
@@ -311,8 +310,6 @@ private Q_SLOTS:
         QFETCH(bool, descending);
         TestProgram program;
         program.UseSample();
-        // a remark in a box for a number: it runs into the next column, and readers of the PDF join the two
-        program.folder.Write("tarno.xml", ReplaceAll(program.folder.Read("tarno.xml"), "6 at dawn", "6"));
         program.Start();
         const QStringList columns = names.split(QLatin1Char(','));
         const Document document = LaidOut(program, columns, location, descending);

@@ -136,6 +136,7 @@ private Q_SLOTS:
     void key_thatIsNoPosition_failsTheReport_data();
     void key_thatIsNoPosition_failsTheReport();
     void names_fewerThanKeys_isSubscriptOutOfRange();
+    void columns_withoutAnyEntry_areNotLookedAt();
     void entry_withTooFewValues_isObjectNotSet();
     void entries_notLoaded_isObjectNotSet();
     void grid_afterAFailure_isKept_andTheNextReportReplacesIt();
@@ -411,6 +412,13 @@ void tst_ReportLogData::key_thatIsNoPosition_failsTheReport()
     QFETCH(int, number);
     Log log(At({"1", "5"}));
     log.Fails("StartDate,EndDate", keys, static_cast<ErrorNumber>(number));
+}
+
+void tst_ReportLogData::columns_withoutAnyEntry_areNotLookedAt()
+{
+    Log log({});
+    QCOMPARE(log.Report("StartDate,EndDate", "1,x"), (Texts{"|"}));
+    QCOMPARE(log.Report("StartDate", "1,2"), (Texts{"|"}));
 }
 
 void tst_ReportLogData::names_fewerThanKeys_isSubscriptOutOfRange()

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "LogFolder.h"
+#include "core/SettingsStore.h"
+#include "ui/common/DesktopPrinters.h"
+#include "ui/common/DesktopPrompts.h"
+#include "ui/common/Program.h"
+#include "ui/common/SystemClock.h"
+
+#include <memory>
+
+/// The program with a log of so many made-up trips, loaded, without its windows.
+class LoadedProgram
+{
+public:
+    explicit LoadedProgram(int entries) : m_log(entries), m_folder(m_log.Path()) { sql.Init(); }
+
+private:
+    LogFolder m_log;
+    ProgramFolder m_folder;
+    std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
+    cDescs m_descs;
+    std::unique_ptr<SettingsStore> m_store = SystemSettingsStore(*m_operations);
+    CRegSettings m_settings{*m_store};
+    SystemClock m_clock;
+    DesktopMessageBoxes m_messages;
+    DesktopFileDialogs m_files;
+    DesktopProgramStarter m_programs;
+    DesktopPrinters m_printers;
+
+public:
+    cSQL sql{m_folder, *m_operations};
+    const Program program{m_folder,   sql,     m_descs,    m_settings, m_clock,
+                          m_messages, m_files, m_programs, m_printers, *m_operations};
+};

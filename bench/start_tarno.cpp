@@ -1,0 +1,12 @@
+// Tarno until its window is there.
+//   start_tarno DIR     with the log in that folder
+
+#include "FirstPaint.h"
+#include "app/mStart.h"
+
+int main(int argc, char* argv[])
+{
+    const QApplication application(argc, argv);
+    const FirstPaint firstPaint;
+    return argc == 2 ? mStart::Main(argv[1]) : 2;
+}
