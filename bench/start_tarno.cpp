@@ -8,5 +8,5 @@ int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);
     const FirstPaint firstPaint;
-    return argc == 2 ? mStart::Main(argv[1]) : 2;
+    return argc == 2 ? mStart::Main({QString::fromLocal8Bit(argv[1])}) : 2;
 }

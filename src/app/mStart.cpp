@@ -11,10 +11,11 @@
 #include "ui/main/fTarno.h"
 
 #include <QApplication>
+#include <QDir>
 
-int mStart::Main(const std::string& folder)
+int mStart::Main(const DataFolder& folder)
 {
-    const ProgramFolder programFolder(folder);
+    const ProgramFolder programFolder(ToUtf8(QDir::toNativeSeparators(folder.path)));
     const auto operations = SystemFileOperations();
     const SystemClock clock;
     DesktopMessageBoxes messages;
@@ -37,6 +38,14 @@ int mStart::Main(const std::string& folder)
 
     int exitCode = 1;
     if (sql.Init() == succeeded) {
+        if (folder.isNew) {
+            messages.Tell(
+                nullptr,
+                QStringLiteral("The folder of the program cannot hold your log. It is kept in\r\n\r\n") +
+                    FromUtf8(programFolder.GetAppPath()) +
+                    QStringLiteral("\r\n\r\nTo back it up, copy that folder."),
+                QStringLiteral("Where Your Log Lies"));
+        }
         fTarno window(program);
         QObject::connect(&window, &fTarno::ExitConfirmed, qApp, &QApplication::quit, Qt::QueuedConnection);
         window.show();

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <string>
+#include "DataFolder.h"
 
 namespace mStart
 {
 
-/// Creates what lives for the whole run, loads the data files in `folder` (UTF-8, the program's own
-/// folder) and shows the main window with the splash screen over it. Returns the exit code when the user
+/// Creates what lives for the whole run, loads the data files in `folder` and shows the main window with the
+/// splash screen over it; says where a folder is that was made just now. Returns the exit code when the user
 /// has left the program; at once, without a window, when loading fails.
-int Main(const std::string& folder);
+int Main(const DataFolder& folder);
 
 } // namespace mStart

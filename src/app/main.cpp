@@ -1,10 +1,12 @@
+#include "core/Error.h"
 #include "mStart.h"
+#include "ui/common/DesktopPrompts.h"
 #include "ui/common/Icons.h"
-#include "ui/common/Strings.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QStandardPaths>
 
 int main(int argc, char* argv[])
 {
@@ -21,10 +23,26 @@ int main(int argc, char* argv[])
     parser.addVersionOption();
     const QCommandLineOption folder(
         QStringLiteral("folder"),
-        QStringLiteral("Keep the data in <dir> instead of the program's own folder."), QStringLiteral("dir"),
-        QApplication::applicationDirPath());
+        QStringLiteral("Keep the data in <dir> instead of the program's or your own folder."),
+        QStringLiteral("dir"));
     parser.addOption(folder);
     parser.process(application);
 
-    return mStart::Main(ToUtf8(QDir::toNativeSeparators(QDir(parser.value(folder)).absolutePath())));
+    if (parser.isSet(folder)) {
+        return mStart::Main({QDir(parser.value(folder)).absolutePath()});
+    }
+    const QString programFolder = QApplication::applicationDirPath();
+    const QString userFolder = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    try {
+        return mStart::Main(FindDataFolder(programFolder, userFolder));
+    } catch (const Error&) {
+        DesktopMessageBoxes().Tell(
+            nullptr,
+            QStringLiteral("Your log needs a folder that can be written to. This one cannot be "
+                           "made:\r\n\r\n") +
+                QDir::toNativeSeparators(userFolder) +
+                QStringLiteral("\r\n\r\nStart Tarno with --folder and another one."),
+            QStringLiteral("Tarno Error"));
+        return 1;
+    }
 }

@@ -1,0 +1,148 @@
+// Where the program finds its data: beside itself, or in the user's own folder.
+
+#include "app/DataFolder.h"
+#include "core/Error.h"
+#include "support/PlainUser.h"
+#include "support/RaisedNumber.h"
+#include "support/TemporaryFolder.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+namespace
+{
+
+/// A machine with the program in bin/, and nothing else yet.
+class Machine
+{
+public:
+    Machine()
+    {
+        for (const char* folder : {"bin", "share/tarno", "home"}) {
+            QDir(At("")).mkpath(QLatin1String(folder));
+        }
+    }
+
+    QString At(const char* path) const { return QString::fromStdString(folder.PathOf(path)); }
+
+    void Ship(const std::string& where) const
+    {
+        folder.Write(where + "/field.xml", "<data/>");
+        folder.Write(where + "/tarno.xml", "<data><tarno/></data>");
+        folder.Write(where + "/Bait.txt", "Worm");
+    }
+
+    void Lock(const char* path) const
+    {
+        QFile::setPermissions(At(path), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    }
+
+    void Unlock(const char* path) const
+    {
+        QFile::setPermissions(At(path),
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    }
+
+    DataFolder Find() const { return FindDataFolder(At("bin"), At("home/data/Tarno")); }
+
+    TemporaryFolder folder;
+};
+
+} // namespace
+
+class tst_DataFolder : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void filesBesideTheProgram_areUsedThere()
+    {
+        const Machine machine;
+        machine.Ship("bin");
+        machine.Ship("share/tarno");
+        const DataFolder found = machine.Find();
+        QCOMPARE(found.path, machine.At("bin"));
+        QVERIFY(!found.isNew);
+        QVERIFY(!QFile::exists(machine.At("home/data")));
+    }
+
+    void noFilesAnywhere_programFolderIsUsed()
+    {
+        const Machine machine;
+        QCOMPARE(machine.Find().path, machine.At("bin"));
+    }
+
+    void installed_makesTheUsersFolderOnce()
+    {
+        const Machine machine;
+        machine.Ship("share/tarno");
+        const DataFolder first = machine.Find();
+        QCOMPARE(first.path, machine.At("home/data/Tarno"));
+        QVERIFY(first.isNew);
+        QCOMPARE(QDir(first.path).entryList(QDir::Files, QDir::Name),
+                 QStringList(
+                     {QStringLiteral("Bait.txt"), QStringLiteral("field.xml"), QStringLiteral("tarno.xml")}));
+        QCOMPARE(machine.folder.Read("home/data/Tarno/tarno.xml"), "<data><tarno/></data>");
+        machine.folder.Write("home/data/Tarno/tarno.xml", "mine");
+        const DataFolder second = machine.Find();
+        QCOMPARE(second.path, first.path);
+        QVERIFY(!second.isNew);
+        QCOMPARE(machine.folder.Read("home/data/Tarno/tarno.xml"), "mine");
+        // nothing half made is left beside it
+        QCOMPARE(QDir(machine.At("home/data")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
+    }
+
+    void installedReadOnly_copiesCanBeWritten()
+    {
+        const Machine machine;
+        machine.Ship("share/tarno");
+        for (const char* name : {"share/tarno/field.xml", "share/tarno/tarno.xml", "share/tarno/Bait.txt"}) {
+            QFile::setPermissions(machine.At(name), QFileDevice::ReadOwner | QFileDevice::ReadOther);
+        }
+        machine.Find();
+        QVERIFY(QFile::permissions(machine.At("home/data/Tarno/tarno.xml")) & QFileDevice::WriteOwner);
+    }
+
+    void programThatCannotBeWrittenTo_usersFolderTakesItsFiles()
+    {
+        const Machine machine;
+        machine.Ship("bin");
+        const PlainUser plain(machine.folder);
+        if (!PlainUser::IsPlain()) {
+            QSKIP("root cannot give up its rights here");
+        }
+        machine.Lock("bin");
+        const DataFolder found = machine.Find();
+        machine.Unlock("bin");
+        QCOMPARE(found.path, machine.At("home/data/Tarno"));
+        QVERIFY(found.isNew);
+        QCOMPARE(machine.folder.Read("home/data/Tarno/tarno.xml"), "<data><tarno/></data>");
+    }
+
+    void usersFolderThatCannotBeMade_isPathFileAccess()
+    {
+        const Machine machine;
+        machine.Ship("share/tarno");
+        machine.folder.Write("home/data", "a file stands in the way");
+        QCOMPARE(RaisedNumber([&] { machine.Find(); }), 75);
+        QCOMPARE(machine.folder.Read("home/data"), "a file stands in the way");
+    }
+
+    void filesThatCannotBeCopied_leaveNothingHalf()
+    {
+        const Machine machine;
+        machine.Ship("share/tarno");
+        const PlainUser plain(machine.folder);
+        if (!PlainUser::IsPlain()) {
+            QSKIP("root cannot give up its rights here");
+        }
+        QFile::setPermissions(machine.At("share/tarno/tarno.xml"), {});
+        QCOMPARE(RaisedNumber([&] { machine.Find(); }), 75);
+        QVERIFY(QDir(machine.At("home/data")).isEmpty());
+    }
+};
+
+QTEST_MAIN(tst_DataFolder)
+#include "tst_DataFolder.moc"
