@@ -7,6 +7,7 @@
 #include "ui/common/Program.h"
 #include "ui/common/Strings.h"
 #include "ui/common/SystemClock.h"
+#include "ui/help/fHelp.h"
 #include "ui/main/fSplash.h"
 #include "ui/main/fTarno.h"
 
@@ -36,6 +37,7 @@ int mStart::Main(const DataFolder& folder)
     const Program program{programFolder, sql,   descs,    settings, clock,
                           messages,      files, programs, printers, *operations};
 
+    const HelpKey helpKey;
     int exitCode = 1;
     if (sql.Init() == succeeded) {
         if (folder.isNew) {

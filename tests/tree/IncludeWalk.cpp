@@ -13,9 +13,9 @@ namespace
 namespace fs = std::filesystem;
 
 /// From the top down.
-constexpr std::array<std::string_view, 11> floors{
-    "app",       "ui/main", "ui/locations", "ui/entry", "reports", "reports/preview", "reports/engine",
-    "ui/common", "store",   "astro",        "core"};
+constexpr std::array<std::string_view, 12> floors{
+    "app",     "ui/main",   "ui/locations", "ui/entry", "reports", "reports/preview", "reports/engine",
+    "ui/help", "ui/common", "store",        "astro",    "core"};
 
 constexpr std::array<std::string_view, 3> floorsWithoutQt{"store", "astro", "core"};
 

@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 
 #include <utility>
 
@@ -50,6 +51,31 @@ void SortableList::SetRows(std::vector<TextTableModel::Row> rows)
     const std::optional<QString> selected = SelectedKey();
     m_model->SetRows(std::move(rows));
     SelectKey(selected);
+    DescribeHint();
+}
+
+void SortableList::SetHint(const QString& hint)
+{
+    m_hint = hint;
+    DescribeHint();
+    viewport()->update();
+}
+
+void SortableList::DescribeHint()
+{
+    setAccessibleDescription(RowCount() == 0 ? m_hint : QString());
+}
+
+void SortableList::paintEvent(QPaintEvent* event)
+{
+    QTreeView::paintEvent(event);
+    if (RowCount() == 0) {
+        constexpr int margin = 24;
+        QPainter painter(viewport());
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.drawText(viewport()->rect().marginsRemoved({margin, margin, margin, margin}),
+                         Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+    }
 }
 
 int SortableList::RowCount() const

@@ -25,6 +25,9 @@ public:
     /// the first one.
     void SetRows(std::vector<TextTableModel::Row> rows);
 
+    /// What an empty list says, in the middle; assistive tools read it as the list's description.
+    void SetHint(const QString& hint);
+
     int RowCount() const;
     /// The key of the selected row; nothing when none is selected.
     std::optional<QString> SelectedKey() const;
@@ -39,6 +42,7 @@ Q_SIGNALS:
     void Pressed(Qt::MouseButton button, const QPoint& globalPosition);
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -46,7 +50,9 @@ protected:
 private:
     void SortBy(int column);
     void SetCHIcons();
+    void DescribeHint();
     void SelectKey(const std::optional<QString>& key);
 
     TextTableModel* m_model = nullptr;
+    QString m_hint;
 };

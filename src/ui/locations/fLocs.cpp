@@ -38,6 +38,8 @@ fLocs::fLocs(const Program& program, QWidget* parent)
                                 QStringLiteral("Latitude"), QStringLiteral("Longitude"),
                                 QStringLiteral("GMT Diff"), QStringLiteral("DST")});
     const QString degrees = QStringLiteral("-151.12345");
+    m_ui->lvwLocs->SetHint(
+        QStringLiteral("No locations yet. Click \"Add\", or press Ctrl+N, to enter the first one."));
     m_ui->lvwLocs->FitColumns({{}, QStringLiteral("Land Based"), degrees, degrees, {}, QStringLiteral("Yes")},
                               0);
 

@@ -124,6 +124,11 @@ void fTarno::EnableCommands()
     if (m_program.sql.LocationList(locations) != succeeded) {
         return;
     }
+    m_ui->lvwEntry->SetHint(
+        locations.empty()
+            ? QStringLiteral(
+                  "Your log is empty. A trip needs a place: click \"Locations\" and add one first.")
+            : QStringLiteral("No trips yet. Click \"Add\", or press Ctrl+N, to log the first one."));
     const bool anyEntry = m_ui->lvwEntry->RowCount() > 0;
     for (const Command& command : commands) {
         const bool needsLocation = command.run == &fTarno::Add;

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void openRequested_nothingSelected_isNotAsked();
     void usable_greysAndComesBack();
     void columns_fitTheirTexts();
+    void hint_isShownWhileTheListIsEmpty();
 };
 
 namespace
@@ -302,6 +303,25 @@ void tst_SortableList::columns_fitTheirTexts()
     list.FitColumns({{}, wide}, 0);
     QVERIFY(list.columnWidth(1) > list.fontMetrics().horizontalAdvance(wide));
     QCOMPARE(list.columnWidth(0) + list.columnWidth(1), list.viewport()->width());
+}
+
+void tst_SortableList::hint_isShownWhileTheListIsEmpty()
+{
+    ShownList list;
+    const auto looks = [&list] { return list.viewport()->grab().toImage(); };
+    const QImage nothing = looks();
+    list.SetHint(QStringLiteral("Nothing here yet"));
+    QVERIFY(looks() != nothing);
+    QCOMPARE(list.accessibleDescription(), QStringLiteral("Nothing here yet"));
+    list.Show({"a"});
+    const QImage one = looks();
+    QCOMPARE(list.accessibleDescription(), QString());
+    list.SetHint(QString());
+    QCOMPARE(looks(), one);
+    list.SetHint(QStringLiteral("Nothing again"));
+    list.Show({});
+    QCOMPARE(list.accessibleDescription(), QStringLiteral("Nothing again"));
+    QVERIFY(looks() != nothing);
 }
 
 QTEST_MAIN(tst_SortableList)

@@ -1,0 +1,106 @@
+#include "fHelp.h"
+
+#include "core/ErrorLog.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+static void InitManual()
+{
+    Q_INIT_RESOURCE(manual);
+}
+
+namespace
+{
+
+constexpr std::string_view module = "fHelp";
+
+} // namespace
+
+fHelp::fHelp(QWidget* parent) : QDialog(parent), m_browser(new QTextBrowser(this))
+{
+    InitManual();
+    setObjectName(QStringLiteral("fHelp"));
+    setWindowTitle(QStringLiteral("Tarno Manual"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    resize(800, 640);
+    m_browser->setObjectName(QStringLiteral("txtManual"));
+    m_browser->setAccessibleName(QStringLiteral("Manual"));
+    m_browser->setOpenExternalLinks(false);
+
+    auto* contents = new QPushButton(QStringLiteral("C&ontents"), this);
+    contents->setObjectName(QStringLiteral("cmdContents"));
+    auto* back = new QPushButton(QStringLiteral("&Back"), this);
+    back->setObjectName(QStringLiteral("cmdBack"));
+    back->setEnabled(false);
+    auto* close = new QPushButton(QStringLiteral("&Close"), this);
+    close->setObjectName(QStringLiteral("cmdClose"));
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    for (QPushButton* button : {contents, back, close}) {
+        button->setAutoDefault(false);
+        if (button == close) {
+            buttons->addStretch();
+        }
+        buttons->addWidget(button);
+    }
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(16, 16, 16, 16);
+    layout->setSpacing(16);
+    layout->addWidget(m_browser);
+    layout->addLayout(buttons);
+
+    connect(contents, &QPushButton::clicked, this, &fHelp::ShowContents);
+    connect(back, &QPushButton::clicked, m_browser, &QTextBrowser::backward);
+    connect(m_browser, &QTextBrowser::backwardAvailable, back, &QPushButton::setEnabled);
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+    m_browser->setFocus();
+}
+
+void fHelp::ShowPageFor(const QWidget* window)
+{
+    const QString page = window == nullptr ? QString() : window->objectName() + QLatin1String(".html");
+    if (!page.isEmpty() && QFile::exists(QLatin1String(":/manual/") + page)) {
+        m_browser->setSource(QUrl(QLatin1String("qrc:/manual/") + page));
+    } else {
+        ShowContents();
+    }
+}
+
+void fHelp::ShowContents()
+{
+    m_browser->setSource(QUrl(QStringLiteral("qrc:/manual/index.html")));
+}
+
+HelpKey::HelpKey()
+{
+    qApp->installEventFilter(this);
+}
+
+bool HelpKey::eventFilter(QObject* object, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress || !object->isWindowType() ||
+        static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) {
+        return QObject::eventFilter(object, event);
+    }
+    Trap(module, "F1", [] {
+        QWidget* window = QApplication::activeWindow();
+        if (qobject_cast<fHelp*>(window) != nullptr) {
+            return;
+        }
+        auto* help =
+            window == nullptr ? nullptr : window->findChild<fHelp*>(QString(), Qt::FindDirectChildrenOnly);
+        if (help == nullptr) {
+            help = new fHelp(window);
+        }
+        help->ShowPageFor(window);
+        help->show();
+        help->raise();
+        help->activateWindow();
+    });
+    return true;
+}

@@ -1,0 +1,172 @@
+// The manual: its pages, their links and pictures, and the key that opens it.
+
+#include "support/Windows.h"
+#include "ui/help/fHelp.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTextBrowser>
+#include <QtTest>
+
+namespace
+{
+
+QString Page(const QString& name)
+{
+    QFile file(QStringLiteral(":/manual/") + name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QStringList Targets(const QString& page, const char* attribute)
+{
+    QStringList targets;
+    const QRegularExpression pattern(QLatin1String(attribute) + QStringLiteral("=\"([^\"]+)\""));
+    for (auto match = pattern.globalMatch(page); match.hasNext();) {
+        targets << match.next().captured(1);
+    }
+    return targets;
+}
+
+QStringList Pages()
+{
+    return QDir(QStringLiteral(":/manual")).entryList({QStringLiteral("*.html")});
+}
+
+/// A window on the screen, active.
+class ActiveWindow : public QDialog
+{
+public:
+    explicit ActiveWindow(const char* name)
+    {
+        setObjectName(QLatin1String(name));
+        show();
+        if (!QTest::qWaitForWindowActive(this)) {
+            QTest::qFail("the window does not become active", __FILE__, __LINE__);
+        }
+    }
+
+    fHelp* Help() const { return findChild<fHelp*>(); }
+
+    QString ShownPage() const
+    {
+        return Help() == nullptr ? QString() : Help()->findChild<QTextBrowser*>()->source().fileName();
+    }
+};
+
+} // namespace
+
+class tst_fHelp : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void initTestCase()
+    {
+        const fHelp manual(nullptr); // brings the pages
+        QVERIFY(Pages().size() >= 10);
+    }
+
+    void page_isThereForEachWindow_data()
+    {
+        QTest::addColumn<QString>("window");
+        for (const char* window :
+             {"fTarno", "fEntry", "fLocs", "dlgLocMaint", "fRptLog", "fCustom", "fPreview"}) {
+            QTest::newRow(window) << QString::fromLatin1(window);
+        }
+    }
+
+    void page_isThereForEachWindow()
+    {
+        QFETCH(QString, window);
+        const QString page = Page(window + QLatin1String(".html"));
+        QVERIFY(page.contains(QLatin1String("<h1>")));
+        QVERIFY(Page(QStringLiteral("index.html")).contains(window + QLatin1String(".html")));
+    }
+
+    void links_leadSomewhere()
+    {
+        for (const QString& name : Pages()) {
+            const QString page = Page(name);
+            for (const QString& target : Targets(page, "href") + Targets(page, "src")) {
+                QVERIFY2(QFile::exists(QStringLiteral(":/manual/") + target), qPrintable(name + target));
+            }
+        }
+    }
+
+    void pictures_haveWordsForThoseWhoDoNotSeeThem()
+    {
+        for (const QString& name : Pages()) {
+            const QString page = Page(name);
+            QCOMPARE(Targets(page, "alt").size(), Targets(page, "<img src").size());
+        }
+    }
+
+    void f1_opensThePageOfTheActiveWindow()
+    {
+        const HelpKey key;
+        const ActiveWindow window("fRptLog");
+        Press(window, Qt::Key_F1);
+        QVERIFY(window.Help() != nullptr);
+        QVERIFY(window.Help()->isVisible());
+        QVERIFY(!window.Help()->isModal());
+        QCOMPARE(window.ShownPage(), QStringLiteral("fRptLog.html"));
+    }
+
+    void f1_inAWindowWithoutAPage_opensTheContents()
+    {
+        const HelpKey key;
+        const ActiveWindow window("other");
+        Press(window, Qt::Key_F1);
+        QCOMPARE(window.ShownPage(), QStringLiteral("index.html"));
+    }
+
+    void f1_again_opensNoSecondManual()
+    {
+        const HelpKey key;
+        ActiveWindow window("fLocs");
+        Press(window, Qt::Key_F1);
+        fHelp* help = window.Help();
+        QVERIFY(QTest::qWaitForWindowActive(help));
+        Press(*help, Qt::Key_F1);
+        QVERIFY(help->findChild<fHelp*>() == nullptr);
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        Press(window, Qt::Key_F1);
+        QCOMPARE(window.findChildren<fHelp*>().size(), 1);
+    }
+
+    void f1_inAModalWindow_opensAManualThatCanBeUsed()
+    {
+        const HelpKey key;
+        QDialog dialog;
+        dialog.setObjectName(QStringLiteral("fCustom"));
+        WhileOpen([&] { dialog.exec(); },
+                  [](QDialog& window) {
+                      Press(window, Qt::Key_F1);
+                      auto* help = window.findChild<fHelp*>();
+                      QVERIFY(help != nullptr);
+                      QVERIFY(QTest::qWaitForWindowActive(help));
+                      Click(*help, "cmdContents");
+                      QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(),
+                               QStringLiteral("index.html"));
+                      Click(*help, "cmdBack");
+                      QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(),
+                               QStringLiteral("fCustom.html"));
+                      Click(*help, "cmdClose");
+                      QVERIFY(!help->isVisible());
+                      window.reject();
+                  });
+    }
+
+    void withoutTheKeyObject_f1DoesNothing()
+    {
+        const ActiveWindow window("fLocs");
+        Press(window, Qt::Key_F1);
+        QVERIFY(window.Help() == nullptr);
+    }
+};
+
+QTEST_MAIN(tst_fHelp)
+#include "tst_fHelp.moc"
