@@ -12,5 +12,5 @@ for name in log general log-report; do
     cp build/tour/??-"$name".png "docs/pictures/$name.png"
 done
 for name in log general weather comments picture locations location builder customise log-report; do
-    convert build/tour/??-"$name".png -resize 960x -colors 128 "data/manual/pictures/$name.png"
+    convert build/tour/??-"$name".png -resize 640x -colors 128 "data/manual/pictures/$name.png"
 done

@@ -30,7 +30,7 @@ fHelp::fHelp(QWidget* parent) : QDialog(parent), m_browser(new QTextBrowser(this
     resize(800, 640);
     m_browser->setObjectName(QStringLiteral("txtManual"));
     m_browser->setAccessibleName(QStringLiteral("Manual"));
-    m_browser->setOpenExternalLinks(false);
+    m_browser->document()->setDocumentMargin(16);
 
     auto* contents = new QPushButton(QStringLiteral("C&ontents"), this);
     contents->setObjectName(QStringLiteral("cmdContents"));
