@@ -37,6 +37,15 @@ display_packages=(
 bench_packages=(
     libbenchmark-dev
 )
+# what makes the Debian package, checks it, and sets up a clean system to try it on
+package_packages=(
+    appstream
+    debootstrap
+    desktop-file-utils
+    dpkg-dev
+    librsvg2-bin
+    lintian
+)
 
 # say <text>: one line about what the script is doing
 say() {
