@@ -17,6 +17,9 @@ constexpr unsigned parseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi
                                   pugi::parse_doctype | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
 constexpr auto encoding = pugi::encoding_utf8;
 
+constexpr int deepest =
+    256; // levels of elements; ours have three, and each is indented by one more in a saved file
+
 /// Whether `name`, what stands between "&" and ";", stands for a character that XML can carry.
 bool IsReference(std::string_view name)
 {
@@ -93,11 +96,37 @@ bool IsParsable(std::string_view text)
     return IsXmlText(text) && HasOnlyReferences(text);
 }
 
+/// Whether no element below `node` lies deeper than so many levels.
+bool IsShallow(const pugi::xml_node& node, int levels)
+{
+    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
+        if (child.type() == pugi::node_element && (levels == 0 || !IsShallow(child, levels - 1))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Empties the document from its leaves on. The library itself would go down level by level on the stack.
+void Dismantle(pugi::xml_document& document)
+{
+    for (pugi::xml_node node = document; node;) {
+        if (const pugi::xml_node child = node.first_child(); child) {
+            node = child;
+        } else {
+            pugi::xml_node parent = node.parent();
+            parent.remove_child(node);
+            node = parent;
+        }
+    }
+    document.reset();
+}
+
 /// Whether the parser and we are content; otherwise the document is emptied.
 bool IsAccepted(const pugi::xml_parse_result& result, pugi::xml_document& document)
 {
-    if (!result || !HasOneRoot(document)) {
-        document.reset();
+    if (!result || !HasOneRoot(document) || !IsShallow(document, deepest)) {
+        Dismantle(document);
         return false;
     }
     // what is saved is UTF-8, whatever was declared

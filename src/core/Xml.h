@@ -7,7 +7,8 @@
 
 /// Parses `bytes` (UTF-8, or UTF-16 with its mark) so that saving loses nothing that somebody put there
 /// by hand: declaration, comments and processing instructions stay nodes, white space in values is kept.
-/// Returns whether they are one well-formed document; otherwise `document` is empty.
+/// Returns whether they are one well-formed document, its elements at most 256 levels deep; otherwise
+/// `document` is empty.
 bool ParseXml(std::string_view bytes, pugi::xml_document& document);
 
 /// The same without a copy of a large file: the document points into `bytes`, which are changed and must

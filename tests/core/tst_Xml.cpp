@@ -27,6 +27,18 @@ std::string Utf16(const std::u16string& text, bool littleEndian)
     return bytes;
 }
 
+/// That many elements inside each other.
+std::string Levels(std::size_t count)
+{
+    std::string openings;
+    std::string endings;
+    for (std::size_t level = 0; level < count; ++level) {
+        openings += "<a>";
+        endings += "</a>";
+    }
+    return openings + endings;
+}
+
 } // namespace
 
 class tst_Xml : public QObject
@@ -44,6 +56,7 @@ private Q_SLOTS:
     void parse_declaredEncoding_isCorrectedNotObeyed();
     void parse_damage_isRefused_data();
     void parse_damage_isRefused();
+    void parse_levels_areReadTo256();
     void parse_references_areReadAsTheirCharacters();
     void parse_refused_leavesTheDocumentEmpty();
 };
@@ -76,6 +89,9 @@ void tst_Xml::rewritten_whatWasThere_staysThere_data()
     QTest::newRow("special signs") << "<data>&lt;a&gt; &amp; \"b\" 'c'</data>\n"s;
     QTest::newRow("beyond ASCII") << "<data>\u9BDB \xF0\x9F\x90\x9F</data>\n"s;
     QTest::newRow("no reference in a comment") << "<data>\n\t<!-- a & b -->\n</data>\n"s;
+    QTest::newRow("no reference in an instruction") << "<data>\n\t<?it a & b?>\n</data>\n"s;
+    QTest::newRow("reference behind comments that hold none")
+        << "<data>\n\t<!-- & -->\n\t<a>&amp;</a>\n\t<!-- && -->\n</data>\n"s;
     QTest::newRow("no reference in a section") << "<data><![CDATA[a & b; &c;]]></data>\n"s;
 }
 
@@ -171,6 +187,13 @@ void tst_Xml::parse_damage_isRefused_data()
     QTest::newRow("reference above all numbers") << "<data>&#99999999999999;</data>"s;
     QTest::newRow("reference without digits") << "<data>&#x;</data>"s;
     QTest::newRow("reference with other digits") << "<data>&#1F;</data>"s;
+    QTest::newRow("no reference behind a comment that holds none") << "<data><!-- & --><a>&</a></data>"s;
+    QTest::newRow("no reference between comments") << "<data><!-- & -->a & b<!-- & --></data>"s;
+    QTest::newRow("reference ended in a comment") << "<data>&amp<!-- ; --></data>"s;
+    QTest::newRow("reference beyond all length") << "<data>&#" + std::string(1000, '0') + "65;</data>";
+    QTest::newRow("257 levels") << Levels(257);
+    QTest::newRow("200,000 levels") << Levels(200000);
+    QTest::newRow("200,000 levels without their ends") << Levels(200000).substr(0, 600000);
     QTest::newRow("unknown reference in an attribute") << R"(<data><a b="&tide;"/></data>)"s;
 }
 
@@ -178,6 +201,12 @@ void tst_Xml::parse_damage_isRefused()
 {
     QFETCH(std::string, bytes);
     QCOMPARE(Rewritten(bytes), "refused"s);
+}
+
+void tst_Xml::parse_levels_areReadTo256()
+{
+    QVERIFY(Rewritten(Levels(64)) != "refused");
+    QVERIFY(Rewritten(Levels(256)) != "refused");
 }
 
 void tst_Xml::parse_references_areReadAsTheirCharacters()
