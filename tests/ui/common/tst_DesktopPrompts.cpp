@@ -1,0 +1,231 @@
+// The real message boxes, file dialogs and program starter, and the clock: what the doubles of the other
+// tests stand for.
+
+#include "core/Error.h"
+#include "support/RaisedNumber.h"
+#include "support/TemporaryFolder.h"
+#include "support/Windows.h"
+#include "ui/common/DesktopPrompts.h"
+#include "ui/common/SystemClock.h"
+
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QtTest>
+
+#include <map>
+#include <optional>
+
+namespace
+{
+
+QStringList Captions(const QMessageBox& box)
+{
+    QStringList captions;
+    for (const QAbstractButton* button : box.buttons()) {
+        captions << button->text().remove(QLatin1Char('&'));
+    }
+    captions.sort();
+    return captions;
+}
+
+/// Asks `question`, takes `steps` in the box and returns the answer.
+template <typename Steps>
+Button Asked(const Question& question, Steps&& steps)
+{
+    Button answer = Button::Ok;
+    WhileOpen([&] { answer = DesktopMessageBoxes().Ask(nullptr, question); },
+              [&](QDialog& dialog) {
+                  auto* box = qobject_cast<QMessageBox*>(&dialog);
+                  QVERIFY(box != nullptr);
+                  steps(*box);
+              });
+    return answer;
+}
+
+const std::map<Buttons, QStringList> captionsOf{
+    {Buttons::Ok, {QStringLiteral("OK")}},
+    {Buttons::YesNo, {QStringLiteral("No"), QStringLiteral("Yes")}},
+    {Buttons::YesNoCancel, {QStringLiteral("Cancel"), QStringLiteral("No"), QStringLiteral("Yes")}}};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Icon)
+Q_DECLARE_METATYPE(Button)
+Q_DECLARE_METATYPE(Buttons)
+
+class tst_DesktopPrompts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void box_showsWhatIsAsked_data()
+    {
+        QTest::addColumn<Icon>("icon");
+        QTest::addColumn<int>("shown");
+        QTest::addColumn<Buttons>("buttons");
+        QTest::newRow("information") << Icon::Information << int(QMessageBox::Information) << Buttons::Ok;
+        QTest::newRow("question, two answers")
+            << Icon::Question << int(QMessageBox::Question) << Buttons::YesNo;
+        QTest::newRow("question, three answers")
+            << Icon::Question << int(QMessageBox::Question) << Buttons::YesNoCancel;
+        QTest::newRow("exclamation") << Icon::Exclamation << int(QMessageBox::Warning) << Buttons::Ok;
+    }
+
+    void box_showsWhatIsAsked()
+    {
+        QFETCH(Icon, icon);
+        QFETCH(int, shown);
+        QFETCH(Buttons, buttons);
+        Asked({.text = QStringLiteral("<b>First</b>\r\nsecond line"),
+               .title = QStringLiteral("Title"),
+               .icon = icon,
+               .buttons = buttons},
+              [&](QMessageBox& box) {
+                  QCOMPARE(box.windowTitle(), QStringLiteral("Title"));
+                  QCOMPARE(box.text(), QStringLiteral("<b>First</b>\nsecond line"));
+                  QCOMPARE(box.textFormat(), Qt::PlainText);
+                  QCOMPARE(int(box.icon()), shown);
+                  QCOMPARE(Captions(box), captionsOf.at(buttons));
+                  box.reject();
+              });
+    }
+
+    void box_enterGivesTheDefault_data()
+    {
+        QTest::addColumn<Buttons>("buttons");
+        QTest::addColumn<Button>("byDefault");
+        QTest::newRow("ok") << Buttons::Ok << Button::Ok;
+        QTest::newRow("yes") << Buttons::YesNo << Button::Yes;
+        QTest::newRow("no") << Buttons::YesNoCancel << Button::No;
+        QTest::newRow("cancel") << Buttons::YesNoCancel << Button::Cancel;
+    }
+
+    void box_enterGivesTheDefault()
+    {
+        QFETCH(Buttons, buttons);
+        QFETCH(Button, byDefault);
+        QCOMPARE(Asked({.text = QStringLiteral("?"), .title = {}, .buttons = buttons, .byDefault = byDefault},
+                       [](QMessageBox& box) { Press(box, Qt::Key_Return); }),
+                 byDefault);
+    }
+
+    void box_escGivesTheAnswerThatChangesNothing_data()
+    {
+        QTest::addColumn<Buttons>("buttons");
+        QTest::addColumn<Button>("answer");
+        QTest::newRow("ok") << Buttons::Ok << Button::Ok;
+        QTest::newRow("yes and no") << Buttons::YesNo << Button::No;
+        QTest::newRow("with cancel") << Buttons::YesNoCancel << Button::Cancel;
+    }
+
+    void box_escGivesTheAnswerThatChangesNothing()
+    {
+        QFETCH(Buttons, buttons);
+        QFETCH(Button, answer);
+        QCOMPARE(
+            Asked({.text = QStringLiteral("?"), .title = {}, .buttons = buttons, .byDefault = Button::Yes},
+                  [](QMessageBox& box) { Press(box, Qt::Key_Escape); }),
+            answer);
+    }
+
+    void openDialog_givesTheChosenFile()
+    {
+        const TemporaryFolder folder;
+        folder.Write("catch.png", "x");
+        const QString path = QString::fromStdString(folder.PathOf("catch.png"));
+        std::optional<QString> chosen;
+        WhileOpen(
+            [&] {
+                chosen = DesktopFileDialogs().Open(
+                    nullptr, {.title = QStringLiteral("Select"),
+                              .filter = QStringLiteral("Pictures (*.png);;All Files (*)"),
+                              .folder = QString::fromStdString(folder.Path()),
+                              .fileName = QStringLiteral("Image Files")});
+            },
+            [&](QDialog& dialog) {
+                auto* files = qobject_cast<QFileDialog*>(&dialog);
+                QVERIFY(files != nullptr);
+                QCOMPARE(files->windowTitle(), QStringLiteral("Select"));
+                QCOMPARE(files->nameFilters().size(), 2);
+                QCOMPARE(files->directory().absolutePath(), QString::fromStdString(folder.Path()));
+                auto& name = Find<QLineEdit>(dialog, "fileNameEdit");
+                QCOMPARE(name.text(), QStringLiteral("Image Files"));
+                name.setText(path);
+                Press(dialog, Qt::Key_Return);
+            });
+        QCOMPARE(chosen, std::optional(path));
+    }
+
+    void saveDialog_takesAFileThatIsThereWithoutAQuestion()
+    {
+        const TemporaryFolder folder;
+        folder.Write("log.rtf", "old");
+        std::optional<QString> chosen;
+        WhileOpen(
+            [&] {
+                chosen = DesktopFileDialogs().Save(nullptr, {.title = QStringLiteral("Save"),
+                                                             .filter = QStringLiteral("Rich Text (*.rtf)"),
+                                                             .folder = QString::fromStdString(folder.Path()),
+                                                             .fileName = QStringLiteral("RTF Files"),
+                                                             .suffix = QStringLiteral(".rtf")});
+            },
+            [&](QDialog& dialog) {
+                auto& name = Find<QLineEdit>(dialog, "fileNameEdit");
+                QVERIFY(name.text().startsWith(QLatin1String("RTF Files")));
+                name.setText(QString::fromStdString(folder.PathOf("log")));
+                Press(dialog, Qt::Key_Return);
+            });
+        QCOMPARE(chosen, std::optional(QString::fromStdString(folder.PathOf("log.rtf"))));
+        QCOMPARE(folder.Read("log.rtf"), "old");
+    }
+
+    void fileDialogs_cancelled_giveNothing()
+    {
+        const FileQuestion nothing{.title = {}, .filter = {}, .folder = {}, .fileName = {}};
+        std::optional<QString> chosen = QStringLiteral("something");
+        const auto escape = [](QDialog& dialog) { Press(dialog, Qt::Key_Escape); };
+        WhileOpen([&] { chosen = DesktopFileDialogs().Open(nullptr, nothing); }, escape);
+        QVERIFY(!chosen);
+        chosen = QStringLiteral("something");
+        WhileOpen([&] { chosen = DesktopFileDialogs().Save(nullptr, nothing); }, escape);
+        QVERIFY(!chosen);
+    }
+
+    void program_isStartedInItsFolderAndNotWaitedFor()
+    {
+        const TemporaryFolder folder;
+        folder.Write("tides", "#!/bin/sh\npwd > half; mv half started\nexec sleep 1\n");
+        QFile::setPermissions(QString::fromStdString(folder.PathOf("tides")),
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        DesktopProgramStarter().Start(QString::fromStdString(folder.PathOf("tides")), {});
+        QTRY_VERIFY(QFile::exists(QString::fromStdString(folder.PathOf("started"))));
+        QCOMPARE(folder.Read("started"), folder.Path() + "\n");
+    }
+
+    void program_thatIsNotThere_isFileNotFound()
+    {
+        DesktopProgramStarter starter;
+        QCOMPARE(RaisedNumber([&] { starter.Start(QStringLiteral("/no/such/program; touch /tmp/x"), {}); }),
+                 53);
+        QCOMPARE(RaisedNumber([&] { starter.EditText(QStringLiteral("/no/such/Bait.txt")); }), 53);
+    }
+
+    void clock_tellsTheLocalDayInTheDesktopsShortForm()
+    {
+        const SystemClock clock;
+        const QDate before = QDate::currentDate();
+        const auto today = clock.Today();
+        const std::string text = clock.ShortDate();
+        if (QDate::currentDate() != before) {
+            QSKIP("midnight came in between");
+        }
+        QCOMPARE(QDate(int(today.year()), int(unsigned(today.month())), int(unsigned(today.day()))), before);
+        QCOMPARE(text, QLocale::system().toString(before, QLocale::ShortFormat).toStdString());
+        QVERIFY(!clock.ShortTime().empty());
+    }
+};
+
+QTEST_MAIN(tst_DesktopPrompts)
+#include "tst_DesktopPrompts.moc"
