@@ -34,13 +34,19 @@ display_packages=(
     xdotool
     xvfb
 )
+# the accessibility bus, and a program's way to it
+assistive_packages=(
+    at-spi2-core
+    dbus
+    gir1.2-atspi-2.0
+    python3-gi
+)
 bench_packages=(
     libbenchmark-dev
 )
-# what makes the Debian package, checks it, and sets up a clean system to try it on
+# what makes the Debian package and checks it
 package_packages=(
     appstream
-    debootstrap
     desktop-file-utils
     dpkg-dev
     librsvg2-bin

@@ -10,7 +10,8 @@ source scripts/packages.sh
 quick=
 [ "${1:-}" = --quick ] && quick=yes
 
-need "${build_packages[@]}" "${run_packages[@]}" "${test_packages[@]}" "${display_packages[@]}"
+need "${build_packages[@]}" "${run_packages[@]}" "${test_packages[@]}" "${display_packages[@]}" \
+    "${assistive_packages[@]}"
 
 say "checking the format of the sources"
 git ls-files '*.cpp' '*.h' | xargs -r clang-format-14 --dry-run --Werror ||

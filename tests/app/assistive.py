@@ -1,0 +1,217 @@
+#!/usr/bin/python3
+"""Drives Tarno through the accessibility bus alone, as a screen reader or a switch does: no key, no mouse.
+
+    assistive.py DATE COMMENT
+
+The program runs on the sample log and has just been started. A trip is added on that day with that comment, and
+read in the list. Ends with an error when a control cannot be found or does not do what it says.
+"""
+
+import sys
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+PATIENCE = 30  # seconds
+WITH_MANY_CELLS = (Atspi.Role.TREE, Atspi.Role.TREE_TABLE, Atspi.Role.TABLE, Atspi.Role.LIST)
+
+
+def tell(text):
+    print(text, flush=True)
+
+
+def until(what, look):
+    """What `look` finds, as soon as it finds something; windows come and go while it looks."""
+    end = time.monotonic() + PATIENCE
+    while True:
+        while GLib.MainContext.default().iteration(False):
+            pass  # what the program has announced meanwhile
+        try:
+            found = look()
+        except GLib.Error:
+            found = None
+        if found:
+            return found
+        if time.monotonic() > end:
+            sys.exit(f"FAILED: {what} did not come")
+        time.sleep(0.1)
+
+
+def parts(node):
+    """The node and what is in it, without the cells of lists."""
+    yield node
+    if node.get_role() not in WITH_MANY_CELLS:
+        for position in range(node.get_child_count()):
+            part = node.get_child_at_index(position)
+            if part is not None:
+                yield from parts(part)
+
+
+def shows(node):
+    return node.get_state_set().contains(Atspi.StateType.SHOWING)
+
+
+def program():
+    desktop = Atspi.get_desktop(0)
+    desktop.clear_cache()
+    for position in range(desktop.get_child_count()):
+        application = desktop.get_child_at_index(position)
+        if application is not None and application.get_name().lower() == "tarno":
+            application.clear_cache()
+            return application
+    return None
+
+
+def windows():
+    application = program()
+    if application is None:
+        return []
+    return [application.get_child_at_index(position) for position in range(application.get_child_count())]
+
+
+def open_window(title):
+    return next((w for w in windows() if w is not None and w.get_name() == title and shows(w)), None)
+
+
+def window(title):
+    found = until(f"the window '{title}'", lambda: open_window(title))
+    tell(f"window '{title}'")
+    return found
+
+
+def gone(title):
+    until(f"the end of the window '{title}'", lambda: program() is not None and open_window(title) is None)
+
+
+def control(title, role, name):
+    """A control of that role and name which can be seen in the window of that title."""
+
+    def look():
+        return next((part for part in parts(open_window(title))
+                     if part.get_role() == role and part.get_name() == name and shows(part)), None)
+
+    return until(f"'{name}' ({Atspi.role_get_name(role)}) in '{title}'", look)
+
+
+def act(node, *wanted):
+    """Does the first of the wanted actions. One that opens a window answers only when that has been closed: the
+    answer is not waited for."""
+    names = [Atspi.Action.get_action_name(node, number) for number in range(node.get_n_actions())]
+    number = next((names.index(name) for name in wanted if name in names), None)
+    if number is None:
+        sys.exit(f"FAILED: '{node.get_name()}' offers {names} instead of one of {list(wanted)}")
+    tell(f"{names[number]} '{node.get_name()}'")
+    try:
+        node.do_action(number)
+    except GLib.Error as error:
+        if "Did not receive a reply" not in error.message:
+            raise
+
+
+def press(title, name, role=Atspi.Role.PUSH_BUTTON):
+    button = control(title, role, name)
+    if not button.get_state_set().contains(Atspi.StateType.ENABLED):
+        sys.exit(f"FAILED: '{name}' in '{title}' is not enabled")
+    act(button, "Press")
+
+
+def text_of(node):
+    return node.get_text(0, node.get_character_count())
+
+
+def write(title, name, text):
+    """Into a box, which is given the focus: the program checks what stands in the box that has it."""
+    box = control(title, Atspi.Role.TEXT, name)
+    act(box, "SetFocus")
+    until(f"the focus in '{name}'", lambda: box.get_state_set().contains(Atspi.StateType.FOCUSED))
+    if not box.set_text_contents(text):
+        sys.exit(f"FAILED: '{name}' cannot be written to")
+    until(f"'{text}' in '{name}'", lambda: text_of(box) == text)
+    tell(f"'{name}' is now '{text}'")
+
+
+def labelled(title, role, label):
+    """A control without a name of its own, known by the label that belongs to it."""
+
+    def labels(part):
+        for relation in part.get_relation_set():
+            if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
+                for target in range(relation.get_n_targets()):
+                    yield relation.get_target(target).get_name()
+
+    def look():
+        return next((part for part in parts(open_window(title))
+                     if part.get_role() == role and shows(part) and label in labels(part)), None)
+
+    return until(f"what '{label}' belongs to in '{title}'", look)
+
+
+def row_of(title, name, text):
+    """The texts of the row that begins with that text, by the headings of their columns."""
+
+    def look():
+        table = next(part for part in parts(open_window(title)) if part.get_name() == name)
+        columns = range(table.get_n_columns())
+        for row in reversed(range(table.get_n_rows())):
+            if table.get_accessible_at(row, 0).get_name() == text:
+                return {table.get_column_header(column).get_name(): table.get_accessible_at(row, column).get_name()
+                        for column in columns}
+        return None
+
+    return until(f"'{text}' in '{name}'", look)
+
+
+def add_trip(date, comment):
+    """Returns the location that the new trip was given. Pressing "Save" takes over the date, which stands in
+    the box with the focus."""
+    log, entry = "Tarno Fishing Log", "Tarno Log Entry"
+    window(log)
+    press(log, "Add")
+    window(entry)
+    write(entry, "Start date", date)
+    press(entry, "Save")
+    place = labelled(entry, Atspi.Role.COMBO_BOX, "Location:").get_name()
+    tell(f"the location is '{place}'")
+    press(entry, "Weather", Atspi.Role.PAGE_TAB)
+    write(entry, "Other observations", comment)
+    press(entry, "Save")
+    press(entry, "Close")
+    gone(entry)
+    return place
+
+
+def read_trip(date, place):
+    row = row_of("Tarno Fishing Log", "Log entries", date)
+    for heading, text in row.items():
+        tell(f"{heading}: {text}")
+    wanted = {"From": date, "Location": place}
+    wrong = {heading: row.get(heading) for heading, text in wanted.items() if row.get(heading) != text}
+    if wrong:
+        sys.exit(f"FAILED: the list shows {wrong} instead of {wanted}")
+
+
+def leave():
+    press("Tarno Fishing Log", "Exit")
+    window("Going Fishing Again?")
+    press("Going Fishing Again?", "Yes")
+    until("the end of the program", lambda: program() is None)
+
+
+def main(date, comment):
+    Atspi.init()
+    Atspi.set_timeout(2000, 15000)  # for an answer, in milliseconds; the latter while a program is starting
+    until("the program on the bus", program)
+    splash = "About Tarno Fishing Log"
+    window(splash)
+    press(splash, "OK")
+    gone(splash)
+    place = add_trip(date, comment)
+    read_trip(date, place)
+    leave()
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# The main job of the real program, done through the accessibility bus alone, as those do who work with a screen
+# reader or a switch: a trip is added to the sample log, saved, and read in the list.
+#   tests/app/assistive.sh PROGRAM OUT
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+source scripts/packages.sh
+
+program=$(realpath "${1:?usage: tests/app/assistive.sh PROGRAM OUT}")
+out=$(realpath --canonicalize-missing --relative-to=. "${2:?}")
+source scripts/hand.sh
+need "${run_packages[@]}" "${display_packages[@]}" "${assistive_packages[@]}" libxml2-utils
+export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
+on_virtual_display dbus-run-session -- tests/app/assistive.sh "$program" "$out"
+
+rm -rf "$out"
+mkdir -p "$out"
+scripts/lay-out.sh --sample "$out/log"
+date=2026-11-14
+comment="Terns over the reef, read & written without a hand."
+
+start "$out/log"
+before=$(records tarno.xml tarno)
+/usr/bin/python3 -W ignore::DeprecationWarning tests/app/assistive.py "$date" "$comment" | tee -a "$report" || stop "see the last line of $report"
+wait "$tarno" || stop "the program ended with an error"
+[ ! -e "$log/Tarno.log" ] || stop "errors were logged: $(cat "$log/Tarno.log")"
+
+expect "trips" "$(records tarno.xml tarno)" $((before + 1))
+expect "start date" "$(value tarno.xml tarno 1)" "$date"
+expect "observations" "$(value tarno.xml tarno 31)" "$comment"
