@@ -3,6 +3,7 @@
 #include "Conversions.h"
 #include "Error.h"
 
+#include <exception>
 #include <fstream>
 #include <system_error>
 
@@ -44,7 +45,10 @@ std::string ReadWholeFile(const std::string& path)
 bool mMain::FileExist(std::string& path)
 {
     path = Trimmed(path);
-    std::error_code ignored;
-    const fs::file_status status = fs::status(ToPath(path), ignored);
-    return fs::exists(status) && !fs::is_directory(status);
+    try {
+        const fs::file_status status = fs::status(ToPath(path));
+        return fs::exists(status) && !fs::is_directory(status);
+    } catch (const std::exception&) { // nor does what is no path at all
+        return false;
+    }
 }

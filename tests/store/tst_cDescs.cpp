@@ -119,6 +119,8 @@ void tst_cDescs::moonPhase_noShortInteger_isOverflow()
 {
     QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("32768"); }), 6);
     QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("-40000"); }), 6);
+    QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("-32768"); }), 6);
+    QCOMPARE(cDescs().MoonPhaseDesc("-32767"), "Waning, 67%");
 }
 
 QTEST_APPLESS_MAIN(tst_cDescs)
