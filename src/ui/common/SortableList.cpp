@@ -3,6 +3,7 @@
 #include "core/ErrorLog.h"
 #include "ui/common/Strings.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -154,4 +155,14 @@ void SortableList::keyPressEvent(QKeyEvent* event)
     } else {
         QTreeView::keyPressEvent(event);
     }
+}
+
+void SortableList::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (event->reason() != QContextMenuEvent::Keyboard) {
+        QTreeView::contextMenuEvent(event);
+        return;
+    }
+    const QRect row = visualRect(currentIndex()) & viewport()->rect();
+    Q_EMIT Pressed(Qt::RightButton, viewport()->mapToGlobal(row.center()));
 }

@@ -38,7 +38,8 @@ public:
 Q_SIGNALS:
     /// The user asks to open the selected row: double click, Enter.
     void OpenRequested();
-    /// The user pressed a mouse button in the list; the row under it, if any, is selected already.
+    /// The user pressed a mouse button in the list; the row under it, if any, is selected already. The menu
+    /// key counts as the right button on the selected row.
     void Pressed(Qt::MouseButton button, const QPoint& globalPosition);
 
 protected:
@@ -46,6 +47,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     void SortBy(int column);
