@@ -201,6 +201,7 @@ void fRptLog::SetControls()
                                    : QStringLiteral("Sort by ") +
                                          first->text().replace(QLatin1Char('&'), QLatin1String("&&")) +
                                          QStringLiteral(" Desc"));
+        m_ui->chkDesc->setAccessibleName(first == nullptr ? QStringLiteral("Sort descending") : QString());
         m_ui->cmdSave->setEnabled(!m_loading);
         m_ui->cmdDelete->setEnabled(m_ui->cboSaved->currentIndex() >= 0);
         m_ui->cmdCustom->setEnabled(true);

@@ -88,11 +88,18 @@ QAction* fPreview::AddAction(const char* name, const QString& caption, const QKe
     action->setShortcut(key.isEmpty() ? QKeySequence::mnemonic(caption) : key);
     QString tip = caption;
     tip.remove(QLatin1Char('&'));
-    action->setToolTip(
-        QStringLiteral("%1 (%2)").arg(tip, action->shortcut().toString(QKeySequence::NativeText)));
+    Describe(action, tip);
     connect(action, &QAction::triggered, this,
             [this, name, run] { Trap(module, name, [&] { (this->*run)(); }); });
     return action;
+}
+
+/// Says in words what a tool does whose caption may be a sign.
+void fPreview::Describe(QAction* action, const QString& words)
+{
+    action->setToolTip(
+        QStringLiteral("%1 (%2)").arg(words, action->shortcut().toString(QKeySequence::NativeText)));
+    m_toolBar->widgetForAction(action)->setAccessibleName(words);
 }
 
 void fPreview::MakeToolBar()
@@ -123,11 +130,12 @@ void fPreview::AddReportTools()
 
 void fPreview::AddNavigation()
 {
-    AddAction("tolFirst", QStringLiteral("|<"), QKeySequence(Qt::CTRL | Qt::Key_Home), &fPreview::FirstPage)
-        ->setToolTip(QStringLiteral("First page (Ctrl+Home)"));
-    AddAction("tolPrevious", QStringLiteral("<"), QKeySequence(Qt::CTRL | Qt::Key_PageUp),
-              &fPreview::PreviousPage)
-        ->setToolTip(QStringLiteral("Previous page (Ctrl+PgUp)"));
+    Describe(AddAction("tolFirst", QStringLiteral("|<"), QKeySequence(Qt::CTRL | Qt::Key_Home),
+                       &fPreview::FirstPage),
+             QStringLiteral("First page"));
+    Describe(AddAction("tolPrevious", QStringLiteral("<"), QKeySequence(Qt::CTRL | Qt::Key_PageUp),
+                       &fPreview::PreviousPage),
+             QStringLiteral("Previous page"));
     m_page = new QSpinBox(m_toolBar);
     m_page->setObjectName(QStringLiteral("txtPreviewPage"));
     m_page->setAccessibleName(QStringLiteral("Page"));
@@ -140,16 +148,18 @@ void fPreview::AddNavigation()
         m_view->GoTo(page - 1);
         ShowPage();
     });
-    AddAction("tolNext", QStringLiteral(">"), QKeySequence(Qt::CTRL | Qt::Key_PageDown), &fPreview::NextPage)
-        ->setToolTip(QStringLiteral("Next page (Ctrl+PgDown)"));
-    AddAction("tolLast", QStringLiteral(">|"), QKeySequence(Qt::CTRL | Qt::Key_End), &fPreview::LastPage)
-        ->setToolTip(QStringLiteral("Last page (Ctrl+End)"));
+    Describe(AddAction("tolNext", QStringLiteral(">"), QKeySequence(Qt::CTRL | Qt::Key_PageDown),
+                       &fPreview::NextPage),
+             QStringLiteral("Next page"));
+    Describe(
+        AddAction("tolLast", QStringLiteral(">|"), QKeySequence(Qt::CTRL | Qt::Key_End), &fPreview::LastPage),
+        QStringLiteral("Last page"));
 }
 
 void fPreview::AddZoom()
 {
-    AddAction("tolZoomOut", QStringLiteral("-"), QKeySequence::ZoomOut, &fPreview::ZoomOut)
-        ->setToolTip(QStringLiteral("Smaller (Ctrl+-)"));
+    Describe(AddAction("tolZoomOut", QStringLiteral("-"), QKeySequence::ZoomOut, &fPreview::ZoomOut),
+             QStringLiteral("Smaller"));
     m_zoom = new QComboBox(m_toolBar);
     m_zoom->setObjectName(QStringLiteral("cboZoom"));
     m_zoom->setAccessibleName(QStringLiteral("Zoom"));
@@ -164,8 +174,8 @@ void fPreview::AddZoom()
     m_toolBar->addWidget(m_zoom);
     connect(m_zoom, &QComboBox::activated, this, &fPreview::ChooseZoom);
     connect(m_zoom->lineEdit(), &QLineEdit::returnPressed, this, &fPreview::ChooseZoom);
-    AddAction("tolZoomIn", QStringLiteral("+"), QKeySequence::ZoomIn, &fPreview::ZoomIn)
-        ->setToolTip(QStringLiteral("Larger (Ctrl++)"));
+    Describe(AddAction("tolZoomIn", QStringLiteral("+"), QKeySequence::ZoomIn, &fPreview::ZoomIn),
+             QStringLiteral("Larger"));
     m_toolBar->addSeparator();
     auto* across = new QActionGroup(this);
     QAction* one = AddAction("tolOnePage", QStringLiteral("&One Page"), {}, &fPreview::OnePage);

@@ -37,6 +37,7 @@ private:
     void AddZoom();
     QAction* AddAction(const char* name, const QString& caption, const QKeySequence& key,
                        void (fPreview::*run)());
+    void Describe(QAction* action, const QString& words);
     void ShowPage();
     void ShowZoom();
     void ChooseZoom();
