@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QAbstractSpinBox>
+#include <QAction>
+#include <QComboBox>
+#include <QStringList>
+#include <QTabBar>
+#include <QToolBar>
+#include <QToolButton>
+
+// The controls of a window as its user meets them.
+
+/// Whether Qt builds it of parts of its own: viewports, scroll bars, the line in which a number stands.
+inline bool IsComposite(const QWidget& widget)
+{
+    return qobject_cast<const QAbstractScrollArea*>(&widget) != nullptr ||
+           qobject_cast<const QAbstractSpinBox*>(&widget) != nullptr ||
+           qobject_cast<const QComboBox*>(&widget) != nullptr ||
+           qobject_cast<const QTabBar*>(&widget) != nullptr;
+}
+
+/// Whether `widget` is a part of a control and no control itself.
+inline bool IsPart(const QWidget& widget)
+{
+    const QWidget* around = widget.parentWidget();
+    while (around != nullptr && !IsComposite(*around)) {
+        around = widget.isWindow() || around->isWindow() ? nullptr : around->parentWidget();
+    }
+    return around != nullptr;
+}
+
+/// The visible controls and containers of `window`.
+inline QList<QWidget*> Controls(const QWidget& window)
+{
+    QList<QWidget*> controls;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (widget->isVisible() && widget->window() == &window && !IsPart(*widget)) {
+            controls << widget;
+        }
+    }
+    return controls;
+}
+
+/// Those of `Controls` that are of a kind.
+template <typename Kind>
+QList<Kind*> ControlsOfKind(const QWidget& window)
+{
+    QList<Kind*> controls;
+    for (QWidget* widget : Controls(window)) {
+        if (auto* control = qobject_cast<Kind*>(widget); control != nullptr) {
+            controls << control;
+        }
+    }
+    return controls;
+}
+
+/// What a fault calls a control: its name, or that of its action.
+inline QString NameOf(const QWidget& widget)
+{
+    const auto* tool = qobject_cast<const QToolButton*>(&widget);
+    const QString name = tool != nullptr && tool->defaultAction() != nullptr
+                             ? tool->defaultAction()->objectName()
+                             : widget.objectName();
+    return name.isEmpty() ? QString::fromLatin1(widget.metaObject()->className()) : name;
+}
+
+/// Texts in one, so that a test that fails shows them all.
+inline QString Listed(const QStringList& texts)
+{
+    return texts.join(QLatin1String(", "));
+}

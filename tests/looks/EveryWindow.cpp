@@ -1,0 +1,263 @@
+#include "EveryWindow.h"
+
+#include "reports/BuilderTest.h"
+#include "reports/fCustom.h"
+#include "ui/common/SortableList.h"
+#include "ui/entry/fEntry.h"
+#include "ui/help/fHelp.h"
+#include "ui/locations/dlgLocMaint.h"
+#include "ui/locations/fLocs.h"
+#include "ui/main/fSplash.h"
+#include "ui/main/fTarno.h"
+
+#include <QHeaderView>
+#include <QTabWidget>
+#include <QToolBar>
+
+namespace
+{
+
+enum Trip { NewTrip = 0, PlainTrip = 1, TripWithPicture = 22 };
+
+enum Place { NewPlace = 0, PlaceWithPicture = 1 };
+
+using Step = std::function<void(QWidget& window)>;
+
+const Step asOpened = [](QWidget& /*window*/) {};
+
+/// The program over the sample log, pictures included.
+class SampleProgram : public TestProgram
+{
+public:
+    SampleProgram()
+    {
+        UseSample();
+        folder.MakeFolder("pictures");
+        for (const char* picture : {"pittwater", "snapper", "trout"}) {
+            const std::string name = std::string("pictures/") + picture + ".png";
+            folder.Write(name, ReadWholeFile(TARNO_SHIPPED_DATA "/sample/" + name));
+        }
+        Start();
+    }
+};
+
+class EmptyProgram : public TestProgram
+{
+public:
+    EmptyProgram() { Start(); }
+};
+
+void ShowBeside(QWidget& window, const Step& prepare, const Visit& visit)
+{
+    window.show();
+    if (!QTest::qWaitForWindowActive(&window)) {
+        qFatal("%s does not become active", qPrintable(window.objectName()));
+    }
+    prepare(window);
+    QCoreApplication::processEvents(); // what `prepare` changed is laid out
+    visit(window);
+}
+
+/// `open` shows a modal window until it is closed.
+template <typename Open>
+void ShowModally(Open&& open, const Step& prepare, const Visit& visit)
+{
+    WhileOpen(std::forward<Open>(open), [&](QDialog& window) {
+        prepare(window);
+        QCoreApplication::processEvents();
+        visit(window);
+        window.setFocus(); // a refused box would keep the window open
+        window.done(QDialog::Rejected);
+    });
+}
+
+template <typename World>
+std::function<void(const Visit&)> Log(Step prepare = asOpened)
+{
+    return [prepare = std::move(prepare)](const Visit& visit) {
+        World world;
+        fTarno window(world.program);
+        ShowBeside(window, prepare, visit);
+    };
+}
+
+std::function<void(const Visit&)> Splash(void (fSplash::*show)())
+{
+    return [show](const Visit& visit) {
+        QCoreApplication::setApplicationVersion(QStringLiteral("1.0.0"));
+        fSplash window(nullptr);
+        ShowModally([&] { (window.*show)(); },
+                    [](QWidget& shown) {
+                        // it stays for the visit
+                        shown.findChild<QTimer*>(QStringLiteral("tShow"))->stop();
+                    },
+                    visit);
+    };
+}
+
+std::function<void(const Visit&)> Entry(int key, Step prepare)
+{
+    return [key, prepare = std::move(prepare)](const Visit& visit) {
+        SampleProgram world;
+        fEntry window(world.program, nullptr);
+        ShowModally([&] { window.SetData(static_cast<std::int16_t>(key), false); }, prepare, visit);
+    };
+}
+
+std::function<void(const Visit&)> Location(int key, Step prepare)
+{
+    return [key, prepare = std::move(prepare)](const Visit& visit) {
+        SampleProgram world;
+        dlgLocMaint window(world.program, nullptr);
+        ShowModally([&] { window.SetData(static_cast<std::int16_t>(key), false); }, prepare, visit);
+    };
+}
+
+/// One of the windows that are ready when they have been created.
+template <typename Window, typename World = SampleProgram>
+std::function<void(const Visit&)> Plain(Step prepare = asOpened)
+{
+    return [prepare = std::move(prepare)](const Visit& visit) {
+        World world;
+        Window window(world.program, nullptr);
+        ShowBeside(window, prepare, visit);
+    };
+}
+
+/// The preview that the button `name` of a window opens.
+template <typename Window>
+std::function<void(const Visit&)> PreviewBy(const char* name)
+{
+    return [name](const Visit& visit) {
+        SampleProgram world;
+        Window window(world.program, nullptr);
+        ShowModally([&] { Find<QAbstractButton>(window, name).click(); }, asOpened, visit);
+    };
+}
+
+void Manual(const Visit& visit)
+{
+    fHelp window(nullptr);
+    window.setAttribute(Qt::WA_DeleteOnClose, false);
+    window.ShowPageFor(nullptr);
+    ShowBeside(window, asOpened, visit);
+}
+
+Step Page(int index)
+{
+    return [index](QWidget& window) { window.findChild<QTabWidget*>()->setCurrentIndex(index); };
+}
+
+/// Page Comments with the list that the label `name` opens.
+Step PickList(const char* name)
+{
+    return [name](QWidget& window) {
+        Page(2)(window);
+        Click(window, name);
+    };
+}
+
+/// Page General after `text` in the box `name` was refused.
+Step Refused(const char* name, const char* text)
+{
+    return [name, text](QWidget& window) {
+        auto& box = Find<QLineEdit>(window, name);
+        box.setFocus();
+        box.selectAll();
+        box.insert(QLatin1String(text));
+        Press(window, Qt::Key_Tab);
+    };
+}
+
+/// The list sorted by its column `column`, downwards.
+Step Sorted(int column)
+{
+    return [column](QWidget& window) {
+        QHeaderView* header = window.findChild<SortableList*>()->header();
+        for (int click = 0; click < 2; ++click) {
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                              QPoint(header->sectionViewportPosition(column) + 10, header->height() / 2));
+        }
+    };
+}
+
+void OpenSaveFrame(QWidget& builder)
+{
+    Click(builder, "cmdMoveAll"); // only a changed report can be saved
+    Click(builder, "cmdSave");
+}
+
+void UseSavedReport(QWidget& builder)
+{
+    Click(builder, "chkSaved");
+    Choose(builder, "cboSaved", 2);
+}
+
+void TakeAllOff(QWidget& builder)
+{
+    Click(builder, "cmdBackAll");
+}
+
+} // namespace
+
+const std::vector<WindowState>& EveryWindow()
+{
+    static const std::vector<WindowState> states{
+        {"log", Log<SampleProgram>(), 0},
+        {"log, sorted", Log<SampleProgram>(Sorted(7)), 0},
+        {"log, empty", Log<EmptyProgram>(), 0},
+        {"splash", Splash(&fSplash::ShowSplash)},
+        {"about", Splash(&fSplash::ShowAbout)},
+        {"trip, general", Entry(PlainTrip, asOpened)},
+        {"trip, weather", Entry(PlainTrip, Page(1))},
+        {"trip, comments", Entry(PlainTrip, Page(2))},
+        {"trip, pick list of species", Entry(PlainTrip, PickList("lblDDTarget")), 2, false},
+        {"trip, pick list of caught", Entry(PlainTrip, PickList("lblDDCaught")), 2, false},
+        {"trip, pick list of methods", Entry(PlainTrip, PickList("lblDDMethods")), 2, false},
+        {"trip, picture", Entry(TripWithPicture, Page(3))},
+        {"trip, no picture", Entry(PlainTrip, Page(3))},
+        {"trip, refused date", Entry(PlainTrip, Refused("txtStart", "2026-13-45")), 0, false},
+        {"trip, refused time", Entry(PlainTrip, Refused("txtTideLow", "99")), 0, false},
+        {"new trip, general", Entry(NewTrip, asOpened)},
+        {"new trip, weather", Entry(NewTrip, Page(1))},
+        {"new trip, comments", Entry(NewTrip, Page(2))},
+        {"new trip, picture", Entry(NewTrip, Page(3))},
+        {"locations", Plain<fLocs>()},
+        {"locations, sorted", Plain<fLocs>(Sorted(3))},
+        {"locations, empty", Plain<fLocs, EmptyProgram>()},
+        {"location, data", Location(PlaceWithPicture, asOpened)},
+        {"location, picture", Location(PlaceWithPicture, Page(1))},
+        {"new location, data", Location(NewPlace, asOpened)},
+        {"new location, picture", Location(NewPlace, Page(1))},
+        {"log report", Plain<fRptLog>()},
+        {"log report, saved one", Plain<fRptLog>(UseSavedReport)},
+        {"log report, no fields", Plain<fRptLog>(TakeAllOff)},
+        {"log report, saving", Plain<fRptLog>(OpenSaveFrame), 2},
+        {"log report, none saved", Plain<fRptLog, EmptyProgram>()},
+        {"report fields", Plain<fCustom>()},
+        {"manual", Manual, 1, false},
+        {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
+        {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},
+    };
+    return states;
+}
+
+const WindowState& StateOf(const QString& name)
+{
+    for (const WindowState& state : EveryWindow()) {
+        if (name == QLatin1String(state.name)) {
+            return state;
+        }
+    }
+    qFatal("no state %s", qPrintable(name));
+}
+
+void AddEveryWindow(const std::function<bool(const WindowState&)>& wanted)
+{
+    QTest::addColumn<QString>("state");
+    for (const WindowState& state : EveryWindow()) {
+        if (wanted(state)) {
+            QTest::newRow(state.name) << QString::fromLatin1(state.name);
+        }
+    }
+}

@@ -1,0 +1,317 @@
+// Every window without a mouse.
+
+#include "Controls.h"
+#include "EveryWindow.h"
+#include "ui/main/MainTest.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QContextMenuEvent>
+#include <QGroupBox>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QShortcut>
+#include <QTabWidget>
+
+#include <algorithm>
+
+class tst_Keyboard : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void keys_areUnique_data();
+    void keys_areUnique();
+
+    void tab_reachesEveryControlOnce_data();
+    void tab_reachesEveryControlOnce();
+
+    void shiftTab_goesTheSameWayBack_data();
+    void shiftTab_goesTheSameWayBack();
+
+    void tools_haveKeysOrStandInTheMenu_data();
+    void tools_haveKeysOrStandInTheMenu();
+    void menuKey_inTheLog_opensTheMenu();
+
+    void escape_closesTheWindow_data();
+    void escape_closesTheWindow();
+    void escape_inTheLog_asks();
+
+    void lists_findRowsByTyping_data();
+    void lists_findRowsByTyping();
+
+    void choices_areFoundByTyping_data();
+    void choices_areFoundByTyping();
+};
+
+namespace
+{
+
+/// The keys that act in the whole window, each as often as something there claims it.
+QStringList Shortcuts(const QWidget& window)
+{
+    QList<QKeySequence> keys;
+    for (const QWidget* control : Controls(window)) {
+        if (!control->isEnabled()) {
+            continue;
+        }
+        if (const auto* button = qobject_cast<const QAbstractButton*>(control)) {
+            keys << button->shortcut();
+        } else if (const auto* frame = qobject_cast<const QGroupBox*>(control)) {
+            keys << QKeySequence::mnemonic(frame->title());
+        } else if (const auto* label = qobject_cast<const QLabel*>(control)) {
+            keys << (label->buddy() != nullptr ? QKeySequence::mnemonic(label->text()) : QKeySequence());
+        } else if (const auto* tabs = qobject_cast<const QTabBar*>(control)) {
+            for (int tab = 0; tab < tabs->count(); ++tab) {
+                keys << QKeySequence::mnemonic(tabs->tabText(tab));
+            }
+        }
+    }
+    for (const QAction* action : window.findChildren<QAction*>()) {
+        keys << (action->isEnabled() ? action->shortcuts() : QList<QKeySequence>());
+    }
+    for (const QShortcut* shortcut : window.findChildren<QShortcut*>()) {
+        keys << (shortcut->context() == Qt::WidgetShortcut ? QKeySequence() : shortcut->key());
+    }
+    keys.removeAll(QKeySequence());
+    QStringList names;
+    for (const QKeySequence& key : keys) {
+        names << key.toString();
+    }
+    return names;
+}
+
+QStringList Sorted(QStringList texts)
+{
+    texts.sort();
+    return texts;
+}
+
+/// The stop of Tab at which a control stands: itself, or the group of its options.
+QString Stop(const QWidget* control)
+{
+    static const QRegularExpression number(QStringLiteral("_[0-9]+$"));
+    return control != nullptr ? NameOf(*control).remove(number) : QString();
+}
+
+/// The stops at which Tab has to come by, sorted.
+QStringList ExpectedStops(const QWidget& window)
+{
+    QSet<QString> stops;
+    for (const QWidget* control : Controls(window)) {
+        if (control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0 &&
+            control->focusProxy() == nullptr) {
+            stops << Stop(control);
+        }
+    }
+    return Sorted(stops.values());
+}
+
+/// The stops at which `key` comes by, from the control with the focus until it comes there again.
+QStringList StopsBy(const QWidget& window, Qt::Key key)
+{
+    constexpr int more = 100; // than any window has
+    QStringList stops{Stop(window.focusWidget())};
+    for (int step = 0; step < more; ++step) {
+        Press(window, key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+        const QString stop = Stop(window.focusWidget());
+        if (stop == stops.first()) {
+            return stops;
+        }
+        stops << stop;
+    }
+    return stops << QStringLiteral("...");
+}
+
+/// What a user types to find a row: its beginning, as far as it stands on the keyboard.
+QString Typed(const QString& text)
+{
+    static const QRegularExpression beginning(QStringLiteral("^[A-Za-z0-9-]{1,10}"));
+    return beginning.match(text).captured();
+}
+
+/// Types the beginning of the last row of `rows` into `control`; returns it.
+QString TypeLastRow(QWidget& control, const QAbstractItemModel& rows, int column)
+{
+    const QString typed = Typed(rows.index(rows.rowCount() - 1, column).data().toString());
+    control.setFocus();
+    Type(*control.window(), qPrintable(typed));
+    return typed;
+}
+
+bool HasItem(const QMenu& menu, const QString& text)
+{
+    // a menu's item may say that a window comes
+    const QList<QAction*> items = menu.actions();
+    return std::any_of(items.begin(), items.end(), [&](const QAction* item) {
+        return item->text().remove(QLatin1String("...")) == text;
+    });
+}
+
+bool TabGoesRound(const WindowState& state)
+{
+    return state.tabGoesRound;
+}
+
+} // namespace
+
+void tst_Keyboard::keys_areUnique_data()
+{
+    AddEveryWindow();
+}
+
+void tst_Keyboard::keys_areUnique()
+{
+    QFETCH(QString, state);
+    StateOf(state).show([](QWidget& window) {
+        QStringList keys = Sorted(Shortcuts(window));
+        QStringList unique = keys;
+        unique.removeDuplicates();
+        QCOMPARE(Listed(keys), Listed(unique));
+    });
+}
+
+void tst_Keyboard::tab_reachesEveryControlOnce_data()
+{
+    AddEveryWindow(TabGoesRound);
+}
+
+void tst_Keyboard::tab_reachesEveryControlOnce()
+{
+    QFETCH(QString, state);
+    StateOf(state).show([](QWidget& window) {
+        StopsBy(window, Qt::Key_Tab); // a box that is left decides whether there is something to save
+        const QStringList expected = ExpectedStops(window);
+        QVERIFY(!expected.isEmpty());
+        QCOMPARE(Listed(Sorted(StopsBy(window, Qt::Key_Tab))), Listed(expected));
+    });
+}
+
+void tst_Keyboard::shiftTab_goesTheSameWayBack_data()
+{
+    AddEveryWindow(TabGoesRound);
+}
+
+void tst_Keyboard::shiftTab_goesTheSameWayBack()
+{
+    QFETCH(QString, state);
+    StateOf(state).show([](QWidget& window) {
+        StopsBy(window, Qt::Key_Tab);
+        QStringList forth = StopsBy(window, Qt::Key_Tab);
+        const QStringList back = StopsBy(window, Qt::Key_Backtab);
+        std::reverse(forth.begin() + 1, forth.end());
+        QCOMPARE(Listed(back), Listed(forth));
+    });
+}
+
+void tst_Keyboard::tools_haveKeysOrStandInTheMenu_data()
+{
+    AddEveryWindow();
+}
+
+void tst_Keyboard::tools_haveKeysOrStandInTheMenu()
+{
+    QFETCH(QString, state);
+    StateOf(state).show([](QWidget& window) {
+        const auto* menu = window.findChild<QMenu*>(QStringLiteral("popPopup"));
+        QStringList unreachable;
+        for (const QToolButton* tool : ControlsOfKind<QToolButton>(window)) {
+            const QAction* action = tool->defaultAction();
+            QVERIFY(action != nullptr);
+            if (action->shortcut().isEmpty() && (menu == nullptr || !HasItem(*menu, action->text()))) {
+                unreachable << NameOf(*tool);
+            }
+        }
+        QCOMPARE(Listed(unreachable), QString());
+    });
+}
+
+void tst_Keyboard::menuKey_inTheLog_opensTheMenu()
+{
+    TestProgram program;
+    program.UseSample();
+    program.Start();
+    ShownLog window(program);
+    const QPoint place = PointInRow(window, 0);
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, place,
+                              List(window).viewport()->mapToGlobal(place));
+    QApplication::sendEvent(window.focusWidget(), &menuKey);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    QVERIFY(menu != nullptr);
+    QCOMPARE(menu->objectName(), QStringLiteral("popPopup"));
+    QVERIFY(window.frameGeometry().contains(menu->pos()));
+    menu->close();
+}
+
+void tst_Keyboard::escape_closesTheWindow_data()
+{
+    AddEveryWindow([](const WindowState& state) { return state.escapes > 0; });
+}
+
+void tst_Keyboard::escape_closesTheWindow()
+{
+    QFETCH(QString, state);
+    const int escapes = StateOf(state).escapes;
+    StateOf(state).show([escapes](QWidget& window) {
+        for (int escape = 0; escape < escapes; ++escape) {
+            QVERIFY(window.isVisible());
+            Press(window, Qt::Key_Escape);
+        }
+        QVERIFY(!window.isVisible());
+    });
+}
+
+void tst_Keyboard::escape_inTheLog_asks()
+{
+    TestProgram program;
+    program.Start();
+    ShownLog window(program);
+    program.messages.Expect(exitQuestion, Button::No);
+    Press(window, Qt::Key_Escape);
+    QVERIFY(window.isVisible());
+}
+
+void tst_Keyboard::lists_findRowsByTyping_data()
+{
+    AddEveryWindow();
+}
+
+void tst_Keyboard::lists_findRowsByTyping()
+{
+    QFETCH(QString, state);
+    StateOf(state).show([](QWidget& window) {
+        for (QAbstractItemView* list : ControlsOfKind<QAbstractItemView>(window)) {
+            if (!list->isEnabled() || list->model()->rowCount() == 0) {
+                continue;
+            }
+            list->setCurrentIndex(list->model()->index(0, 0));
+            const QString typed = TypeLastRow(*list, *list->model(), 0);
+            QVERIFY(!typed.isEmpty());
+            QVERIFY2(list->currentIndex().data().toString().startsWith(typed), qPrintable(typed));
+        }
+    });
+}
+
+void tst_Keyboard::choices_areFoundByTyping_data()
+{
+    AddEveryWindow();
+}
+
+void tst_Keyboard::choices_areFoundByTyping()
+{
+    QFETCH(QString, state);
+    StateOf(state).show([](QWidget& window) {
+        for (QComboBox* box : ControlsOfKind<QComboBox>(window)) {
+            if (!box->isEnabled() || box->isEditable() || box->count() == 0) {
+                continue;
+            }
+            const QString typed = TypeLastRow(*box, *box->model(), box->modelColumn());
+            QVERIFY(!typed.isEmpty());
+            QVERIFY2(box->currentText().startsWith(typed), qPrintable(typed));
+        }
+    });
+}
+
+QTEST_MAIN(tst_Keyboard)
+#include "tst_Keyboard.moc"
