@@ -13,9 +13,10 @@ on_virtual_display() {
     exec xvfb-run --auto-servernum --server-args="-screen 0 1280x800x24" "$@"
 }
 
-# start <data folder>: starts the window manager and the program, whose settings lie in $out/home
+# start [<data folder>]: starts the window manager and the program, whose settings lie in $out/home; without a
+# folder the program keeps the log in the user's own
 start() {
-    log=$1
+    log=${1:-${XDG_DATA_HOME:-$HOME/.local/share}/Tarno}
     mkdir -p "$out/home"
     chmod 700 "$out/home"
     export XDG_CONFIG_HOME=$PWD/$out/home XDG_RUNTIME_DIR=$PWD/$out/home LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb
@@ -29,7 +30,7 @@ start() {
         [ "$tries" -lt 150 ] || stop "the window manager did not start: $(cat "$out/openbox.log")"
         sleep 0.1
     done
-    "$program" --folder "$log" >"$out/program.log" 2>&1 &
+    "$program" ${1:+--folder "$1"} >"$out/program.log" 2>&1 &
     tarno=$!
     trap 'kill $tarno 2>/dev/null || true' EXIT
 }

@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# What a new user does with the installed program: run by test.sh in the clean root, as that user.
+set -euo pipefail
+cd "$HOME"
+export XDG_RUNTIME_DIR=$HOME/trial
+
+program=/usr/bin/tarno
+out=trial
+source "$(dirname "$0")/hand.sh"
+mkdir -p "$out"
+chmod 700 "$out"
+on_virtual_display bash "$0"
+[ ! -w "$program" ] || stop "the program could be overwritten by this user"
+
+tell "first day, $("$program" --version)"
+start
+window "Where Your Log Lies"
+picture 01-where "where the log lies"
+keys Return
+window "About Tarno Fishing Log"
+keys Return
+window "Tarno Fishing Log"
+picture 02-empty "an empty log"
+for file in /usr/share/tarno/*.*; do
+    cmp "$file" "$log/$(basename "$file")" || stop "$file is not in the user's folder"
+done
+tell "the user's folder holds all files that ship"
+
+click 172 30
+window "Location Listing"
+keys alt+a
+window "Location Maintenance"
+type_text "Granny's Beach"
+keys Tab Tab Tab Tab
+keys minus
+type_text "33.59"
+keys Tab
+type_text "151.32"
+keys Tab
+type_text "10"
+keys Tab
+picture 03-place "the first place"
+keys alt+s
+sleep 0.5
+expect "locations" "$(records location.xml location)" 1
+keys Escape
+window "Location Listing"
+keys Escape
+window "Tarno Fishing Log"
+
+keys ctrl+n
+window "Tarno Log Entry"
+keys ctrl+a
+type_text "2026-11-14"
+keys Tab
+picture 04-trip "the first trip"
+keys alt+s
+sleep 0.5
+expect "trips" "$(records tarno.xml tarno)" 1
+expect "start date" "$(value tarno.xml tarno 1)" 2026-11-14
+[ -n "$(value tarno.xml tarno 12)" ] || stop "the sunrise is missing"
+keys Escape
+window "Tarno Fishing Log"
+leave
+
+tell "second day"
+start
+window "About Tarno Fishing Log"
+keys Return
+window "Tarno Fishing Log"
+picture 05-again "the log with its first trip"
+leave
+
+tell "the sample log"
+cp -r /usr/share/tarno/sample "$out/sample"
+start "$out/sample"
+window "About Tarno Fishing Log"
+keys Return
+window "Tarno Fishing Log"
+picture 06-sample "the sample log"
+for row in $(seq 21); do keys Down; done
+keys Return
+window "Tarno Log Entry"
+keys ctrl+Tab ctrl+Tab ctrl+Tab
+picture 07-picture "the picture of a catch"
+keys Escape
+window "Tarno Fishing Log"
+leave
