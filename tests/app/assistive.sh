@@ -21,7 +21,8 @@ comment="Terns over the reef, read & written without a hand."
 
 start "$out/log"
 before=$(records tarno.xml tarno)
-/usr/bin/python3 -W ignore::DeprecationWarning tests/app/assistive.py "$date" "$comment" | tee -a "$report" || stop "see the last line of $report"
+/usr/bin/python3 -W ignore::DeprecationWarning tests/app/assistive.py "$date" "$comment" | tee -a "$report" ||
+    stop "see the last line of $report"
 wait "$tarno" || stop "the program ended with an error"
 [ ! -e "$log/Tarno.log" ] || stop "errors were logged: $(cat "$log/Tarno.log")"
 
