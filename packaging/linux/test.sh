@@ -79,7 +79,8 @@ inside apt-get update >"$out/apt.log" 2>&1 ||
 say "installing $package"
 install -D --mode=644 "$package" "$root/opt/trial/tarno.deb"
 install_inside /opt/trial/tarno.deb
-said=$(inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/tmp tarno --version 2>/dev/null) || fail "the program does not start"
+said=$(inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/tmp tarno --version 2>/dev/null) ||
+    fail "the program does not start"
 say "it says that it is $said"
 
 say "installing a display for it, and a hand"
