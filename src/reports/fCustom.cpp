@@ -5,6 +5,7 @@
 #include "reports/engine/ReportFonts.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/Strings.h"
+#include "ui/common/TextHeight.h"
 #include "ui_fCustom.h"
 
 #include <QScopeGuard>
@@ -22,6 +23,9 @@ fCustom::fCustom(const Program& program, QWidget* parent)
     : QDialog(parent), m_program(program), m_ui(std::make_unique<Ui::fCustom>())
 {
     m_ui->setupUi(this);
+    new TextHeight(this);
+    constexpr int shownLetters = 30;
+    m_ui->txtDesc->setMinimumWidth(shownLetters * m_ui->txtDesc->fontMetrics().averageCharWidth());
     m_boxes = {{m_ui->txtDesc, FieldField::Desc},
                {m_ui->txtLabel, FieldField::Label},
                {m_ui->txtWidth, FieldField::Width},

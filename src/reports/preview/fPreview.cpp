@@ -33,7 +33,7 @@ fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
 {
     setObjectName(QStringLiteral("fPreview"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    resize(1000, 700);
+    resize(1000, 680);
     m_toolBar->setObjectName(QStringLiteral("tlbPreview"));
     m_view->setObjectName(QStringLiteral("arvPreview"));
     auto* layout = new QVBoxLayout(this);
@@ -58,6 +58,7 @@ void fPreview::ShowReport()
         MakeToolBar();
         ShowPage();
         ShowZoom();
+        resize(size().expandedTo({m_toolBar->sizeHint().width(), 0})); // no tool is hidden at first
         exec();
     }
 }

@@ -5,6 +5,7 @@
 #include "ui/common/BoxWidth.h"
 #include "ui/common/KeyFilter.h"
 #include "ui/common/RecordBinder.h"
+#include "ui/common/TextHeight.h"
 #include "ui_dlgLocMaint.h"
 
 namespace
@@ -18,6 +19,7 @@ dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
     : EditingDialog(program, parent), m_ui(std::make_unique<Ui::dlgLocMaint>())
 {
     m_ui->setupUi(this);
+    new TextHeight(this);
     FitBoxes({m_ui->txtLatt, m_ui->txtLong}, QStringLiteral("-151.123456"));
     FitBoxes({m_ui->txtGMT}, QStringLiteral("-12.75"));
     m_binder = new RecordBinder(this, Edited(), Guard());

@@ -1,0 +1,37 @@
+#include "TextHeight.h"
+
+#include <QEvent>
+#include <QLabel>
+
+namespace
+{
+
+void KeepHeight(QLabel& label)
+{
+    if (label.isVisible()) {
+        label.setMinimumHeight(label.heightForWidth(label.width()));
+    }
+}
+
+} // namespace
+
+TextHeight::TextHeight(QWidget* window) : QObject(window)
+{
+    for (QLabel* label : window->findChildren<QLabel*>()) {
+        if (label->wordWrap()) {
+            label->installEventFilter(this);
+        }
+    }
+}
+
+bool TextHeight::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Show || event->type() == QEvent::Resize ||
+        event->type() == QEvent::FontChange) {
+        // when the window is laid out: on the way there the label has widths that do not count
+        auto* label = static_cast<QLabel*>(watched);
+        QMetaObject::invokeMethod(
+            label, [label] { KeepHeight(*label); }, Qt::QueuedConnection);
+    }
+    return false;
+}
