@@ -47,6 +47,15 @@ public:
     EmptyProgram() { Start(); }
 };
 
+/// Lets the layouts come to rest: one that changes posts events for those around it.
+void Settle()
+{
+    constexpr int nesting = 8; // deeper than any window is built
+    for (int round = 0; round < nesting; ++round) {
+        QCoreApplication::processEvents();
+    }
+}
+
 void ShowBeside(QWidget& window, const Step& prepare, const Visit& visit)
 {
     window.show();
@@ -54,7 +63,7 @@ void ShowBeside(QWidget& window, const Step& prepare, const Visit& visit)
         qFatal("%s does not become active", qPrintable(window.objectName()));
     }
     prepare(window);
-    QCoreApplication::processEvents(); // what `prepare` changed is laid out
+    Settle();
     visit(window);
 }
 
@@ -64,7 +73,7 @@ void ShowModally(Open&& open, const Step& prepare, const Visit& visit)
 {
     WhileOpen(std::forward<Open>(open), [&](QDialog& window) {
         prepare(window);
-        QCoreApplication::processEvents();
+        Settle();
         visit(window);
         window.setFocus(); // a refused box would keep the window open
         window.done(QDialog::Rejected);

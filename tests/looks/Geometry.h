@@ -1,0 +1,214 @@
+#pragma once
+
+#include "Controls.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QStyleOptionComboBox>
+#include <QTabWidget>
+#include <QTreeView>
+
+#include <cstdlib>
+
+// What is wrong with the places and sizes of a window's controls; each fault in words.
+
+inline QString Fault(const QWidget& control, const QString& what)
+{
+    return NameOf(control) + QLatin1Char(' ') + what;
+}
+
+/// The controls that are smaller than what stands in them.
+inline QStringList Clipped(const QWidget& window)
+{
+    QStringList faults;
+    for (const QWidget* control : Controls(window)) {
+        QSize needed;
+        if (const auto* label = qobject_cast<const QLabel*>(control)) {
+            needed = label->wordWrap() ? QSize(0, label->heightForWidth(label->width())) : label->sizeHint();
+        } else if (qobject_cast<const QAbstractButton*>(control) != nullptr) {
+            needed = control->sizeHint();
+        } else if (qobject_cast<const QGroupBox*>(control) != nullptr ||
+                   qobject_cast<const QTabBar*>(control) != nullptr ||
+                   qobject_cast<const QLineEdit*>(control) != nullptr ||
+                   qobject_cast<const QComboBox*>(control) != nullptr) {
+            needed = control->minimumSizeHint();
+        }
+        if (control->objectName() == QLatin1String("qt_toolbar_ext_button")) {
+            faults << QStringLiteral("tools are hidden");
+            continue;
+        }
+        if (control->width() < needed.width() || control->height() < needed.height()) {
+            faults << Fault(*control, QStringLiteral("is %1 x %2, needs %3 x %4")
+                                          .arg(control->width())
+                                          .arg(control->height())
+                                          .arg(needed.width())
+                                          .arg(needed.height()));
+        }
+    }
+    return faults;
+}
+
+/// How much of its width a box has for its text.
+inline int TextWidth(const QLineEdit& box)
+{
+    // beside the text stand a frame and margins, as in the box's hint, which is as wide as 17 letters
+    const int beside = box.sizeHint().width() - 17 * box.fontMetrics().horizontalAdvance(QLatin1Char('x'));
+    return box.width() - beside;
+}
+
+inline int TextWidth(const QComboBox& box)
+{
+    QStyleOptionComboBox option;
+    option.initFrom(&box);
+    return box.style()
+        ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &box)
+        .width();
+}
+
+/// The texts in boxes, tabs and lists for which there is no room.
+inline QStringList Elided(const QWidget& window)
+{
+    QStringList faults;
+    for (const QLineEdit* box : ControlsOfKind<QLineEdit>(window)) {
+        if (box->fontMetrics().horizontalAdvance(box->text()) > TextWidth(*box)) {
+            faults << Fault(*box, box->text());
+        }
+    }
+    for (const QComboBox* box : ControlsOfKind<QComboBox>(window)) {
+        if (box->fontMetrics().horizontalAdvance(box->currentText()) > TextWidth(*box)) {
+            faults << Fault(*box, box->currentText());
+        }
+    }
+    for (const QTabBar* tabs : ControlsOfKind<QTabBar>(window)) {
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            if (!tabs->rect().contains(tabs->tabRect(tab)) ||
+                tabs->tabRect(tab).width() < tabs->fontMetrics().horizontalAdvance(tabs->tabText(tab))) {
+                faults << Fault(*tabs, tabs->tabText(tab));
+            }
+        }
+    }
+    for (const QTreeView* list : ControlsOfKind<QTreeView>(window)) {
+        const QHeaderView* header = list->header();
+        for (int column = 0; column < header->count(); ++column) {
+            const QString heading = list->model()->headerData(column, Qt::Horizontal).toString();
+            if (header->sectionSize(column) < header->sectionSizeHint(column)) {
+                faults << Fault(*list, QStringLiteral("%1: %2 < %3")
+                                           .arg(heading)
+                                           .arg(header->sectionSize(column))
+                                           .arg(header->sectionSizeHint(column)));
+            }
+            for (int row = 0; row < list->model()->rowCount(); ++row) {
+                const QString cell = list->model()->index(row, column).data().toString();
+                const int margins =
+                    2 * (list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1);
+                if (header->sectionResizeMode(column) != QHeaderView::Stretch &&
+                    header->sectionSize(column) < list->fontMetrics().horizontalAdvance(cell) + margins) {
+                    faults << Fault(*list, cell);
+                }
+            }
+        }
+    }
+    return faults;
+}
+
+/// Whether it lies over others on purpose: the open pick list, the frame for saving.
+inline bool StandsAbove(const QWidget& control)
+{
+    return control.objectName() == QLatin1String("lstList") ||
+           control.objectName() == QLatin1String("frSaved");
+}
+
+inline QStringList Overlapping(const QWidget& window)
+{
+    QStringList faults;
+    const QList<QWidget*> controls = Controls(window);
+    for (qsizetype one = 0; one < controls.size(); ++one) {
+        for (qsizetype other = one + 1; other < controls.size(); ++other) {
+            const QWidget& left = *controls[one];
+            const QWidget& right = *controls[other];
+            if (left.parentWidget() == right.parentWidget() && !StandsAbove(left) && !StandsAbove(right) &&
+                left.geometry().intersects(right.geometry())) {
+                faults << NameOf(left) + QStringLiteral(" and ") + NameOf(right);
+            }
+        }
+    }
+    return faults;
+}
+
+/// The controls that stick out of what holds them; a picture may, it is scrolled.
+inline QStringList StickingOut(const QWidget& window)
+{
+    QStringList faults;
+    for (const QWidget* control : Controls(window)) {
+        const QWidget* holder = control->parentWidget();
+        if (holder->objectName() != QLatin1String("frPic") && !holder->rect().contains(control->geometry())) {
+            faults << NameOf(*control);
+        }
+    }
+    return faults;
+}
+
+/// Whether it is one line high and has its text in the middle of it.
+inline bool IsOneLine(const QWidget& control)
+{
+    const auto* label = qobject_cast<const QLabel*>(&control);
+    return (label != nullptr && !label->wordWrap() && !label->text().isEmpty() &&
+            (label->alignment() & Qt::AlignTop) == 0) ||
+           qobject_cast<const QLineEdit*>(&control) != nullptr ||
+           qobject_cast<const QComboBox*>(&control) != nullptr ||
+           qobject_cast<const QCheckBox*>(&control) != nullptr ||
+           qobject_cast<const QRadioButton*>(&control) != nullptr;
+}
+
+/// The neighbours in a row whose middles are not at the same height.
+inline QStringList Uneven(const QWidget& window)
+{
+    constexpr int tolerance = 2;
+    QStringList faults;
+    const QList<QWidget*> controls = Controls(window);
+    for (const QWidget* one : controls) {
+        for (const QWidget* other : controls) {
+            if (one >= other || one->parentWidget() != other->parentWidget() || !IsOneLine(*one) ||
+                !IsOneLine(*other)) {
+                continue;
+            }
+            const QRect a = one->geometry();
+            const QRect b = other->geometry();
+            const int shared = std::min(a.bottom(), b.bottom()) - std::max(a.top(), b.top()) + 1;
+            if (2 * shared > std::min(a.height(), b.height()) &&
+                std::abs(a.center().y() - b.center().y()) > tolerance) {
+                faults << NameOf(*one) + QStringLiteral(" and ") + NameOf(*other);
+            }
+        }
+    }
+    return faults;
+}
+
+/// The layouts whose gaps or margins are no multiples of 4.
+inline QStringList OutOfRhythm(const QWidget& window)
+{
+    QStringList faults;
+    for (const QLayout* layout : window.findChildren<QLayout*>()) {
+        const auto* grid = qobject_cast<const QGridLayout*>(layout);
+        if (layout->objectName().isEmpty() || layout->objectName().startsWith(QLatin1Char('_'))) {
+            continue; // Qt's own, within a window or control
+        }
+        const QMargins margins = layout->contentsMargins();
+        QList<int> gaps{margins.left(), margins.top(), margins.right(), margins.bottom()};
+        gaps << (grid != nullptr ? QList<int>{grid->horizontalSpacing(), grid->verticalSpacing()}
+                                 : QList<int>{layout->count() > 1 ? layout->spacing() : 0});
+        for (const int gap : gaps) {
+            if (gap % 4 != 0) {
+                faults << QStringLiteral("%1: %2").arg(layout->objectName()).arg(gap);
+            }
+        }
+    }
+    faults.removeDuplicates();
+    return faults;
+}

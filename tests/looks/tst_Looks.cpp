@@ -1,0 +1,210 @@
+// The look of every window, with the usual font and with one twice as large.
+
+#include "EveryWindow.h"
+#include "Fashions.h"
+#include "Geometry.h"
+
+#include <QApplication>
+#include <QtTest/QTest>
+
+#include <cmath>
+
+class tst_Looks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+
+    void nothing_isClippedOrElided_data();
+    void nothing_isClippedOrElided();
+    void controls_haveRoomForThemselves_data();
+    void controls_haveRoomForThemselves();
+    void rows_standLevel_data();
+    void rows_standLevel();
+    void gaps_areMultiplesOfFour_data();
+    void gaps_areMultiplesOfFour();
+    void window_fitsASmallScreen_data();
+    void window_fitsASmallScreen();
+    void texts_standOutFromTheirGround_data();
+    void texts_standOutFromTheirGround();
+    void refusedBox_isReadable_data();
+    void refusedBox_isReadable();
+
+private:
+    QFont m_font;
+    QPalette m_light;
+};
+
+namespace
+{
+
+double Linear(double channel)
+{
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double Luminance(const QColor& colour)
+{
+    return 0.2126 * Linear(colour.redF()) + 0.7152 * Linear(colour.greenF()) +
+           0.0722 * Linear(colour.blueF());
+}
+
+/// The contrast of two colours as WCAG 2 defines it, from 1 to 21.
+double Contrast(const QColor& one, const QColor& other)
+{
+    const auto [darker, lighter] = std::minmax(Luminance(one), Luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+constexpr double readable = 4.5;
+
+void AddEveryWindowTwice(const char* column, const char* first, const char* second)
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<bool>(column);
+    for (const WindowState& state : EveryWindow()) {
+        QTest::addRow("%s, %s", state.name, first) << QString::fromLatin1(state.name) << false;
+        QTest::addRow("%s, %s", state.name, second) << QString::fromLatin1(state.name) << true;
+    }
+}
+
+void AddFonts()
+{
+    AddEveryWindowTwice("large", "usual font", "large font");
+}
+
+} // namespace
+
+void tst_Looks::initTestCase()
+{
+    m_font = QApplication::font();
+    m_light = QApplication::palette();
+}
+
+void tst_Looks::cleanup()
+{
+    QApplication::setFont(m_font);
+    QApplication::setPalette(m_light);
+}
+
+void tst_Looks::nothing_isClippedOrElided_data()
+{
+    AddFonts();
+}
+
+void tst_Looks::nothing_isClippedOrElided()
+{
+    QFETCH(QString, state);
+    QFETCH(bool, large);
+    SetFont(m_font, large);
+    StateOf(state).show(
+        [](QWidget& window) { QCOMPARE(Listed(Clipped(window) + Elided(window)), QString()); });
+}
+
+void tst_Looks::controls_haveRoomForThemselves_data()
+{
+    AddFonts();
+}
+
+void tst_Looks::controls_haveRoomForThemselves()
+{
+    QFETCH(QString, state);
+    QFETCH(bool, large);
+    SetFont(m_font, large);
+    StateOf(state).show([](QWidget& window) {
+        QCOMPARE(Listed(Overlapping(window)), QString());
+        QCOMPARE(Listed(StickingOut(window)), QString());
+    });
+}
+
+void tst_Looks::rows_standLevel_data()
+{
+    AddFonts();
+}
+
+void tst_Looks::rows_standLevel()
+{
+    QFETCH(QString, state);
+    QFETCH(bool, large);
+    SetFont(m_font, large);
+    StateOf(state).show([](QWidget& window) { QCOMPARE(Listed(Uneven(window)), QString()); });
+}
+
+void tst_Looks::gaps_areMultiplesOfFour_data()
+{
+    AddEveryWindow();
+}
+
+void tst_Looks::gaps_areMultiplesOfFour()
+{
+    QFETCH(QString, state);
+    StateOf(state).show([](QWidget& window) { QCOMPARE(Listed(OutOfRhythm(window)), QString()); });
+}
+
+void tst_Looks::window_fitsASmallScreen_data()
+{
+    AddEveryWindow();
+}
+
+void tst_Looks::window_fitsASmallScreen()
+{
+    constexpr QSize screen(1280, 720);
+    constexpr int titleBar = 32;
+    QFETCH(QString, state);
+    StateOf(state).show([&](QWidget& window) {
+        const QSize least = window.minimumSizeHint().expandedTo(window.size());
+        QVERIFY2(least.width() <= screen.width() && least.height() + titleBar <= screen.height(),
+                 qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
+    });
+}
+
+void tst_Looks::texts_standOutFromTheirGround_data()
+{
+    AddEveryWindowTwice("dark", "light", "dark");
+}
+
+void tst_Looks::texts_standOutFromTheirGround()
+{
+    QFETCH(QString, state);
+    QFETCH(bool, dark);
+    QApplication::setPalette(dark ? DarkPalette() : m_light);
+    StateOf(state).show([](QWidget& window) {
+        QStringList pale;
+        for (const QWidget* control : Controls(window)) {
+            const QPalette colours = control->palette();
+            if (control->isEnabled() && Contrast(colours.color(control->foregroundRole()),
+                                                 colours.color(control->backgroundRole())) < readable) {
+                pale << NameOf(*control);
+            }
+        }
+        QCOMPARE(Listed(pale), QString());
+    });
+}
+
+void tst_Looks::refusedBox_isReadable_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<bool>("dark");
+    for (const char* state : {"trip, refused date", "trip, refused time"}) {
+        QTest::addRow("%s, light", state) << QString::fromLatin1(state) << false;
+        QTest::addRow("%s, dark", state) << QString::fromLatin1(state) << true;
+    }
+}
+
+void tst_Looks::refusedBox_isReadable()
+{
+    QFETCH(QString, state);
+    QFETCH(bool, dark);
+    QApplication::setPalette(dark ? DarkPalette() : m_light);
+    StateOf(state).show([](QWidget& window) {
+        const QPalette colours = window.focusWidget()->palette();
+        QCOMPARE(colours.color(QPalette::Base), QColor(255, 224, 192));
+        QVERIFY(Contrast(colours.color(QPalette::Text), colours.color(QPalette::Base)) >= readable);
+        QVERIFY(Contrast(colours.color(QPalette::HighlightedText), colours.color(QPalette::Highlight)) >= 3);
+    });
+}
+
+QTEST_MAIN(tst_Looks)
+#include "tst_Looks.moc"
