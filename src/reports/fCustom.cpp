@@ -4,6 +4,7 @@
 #include "core/ErrorLog.h"
 #include "reports/engine/ReportFonts.h"
 #include "store/RecordLayouts.h"
+#include "ui/common/BoxWidth.h"
 #include "ui/common/Strings.h"
 #include "ui/common/TextHeight.h"
 #include "ui_fCustom.h"
@@ -26,6 +27,7 @@ fCustom::fCustom(const Program& program, QWidget* parent)
     new TextHeight(this);
     constexpr int shownLetters = 30;
     m_ui->txtDesc->setMinimumWidth(shownLetters * m_ui->txtDesc->fontMetrics().averageCharWidth());
+    WidenLists({m_ui->lstField}, shownLetters);
     m_boxes = {{m_ui->txtDesc, FieldField::Desc},
                {m_ui->txtLabel, FieldField::Label},
                {m_ui->txtWidth, FieldField::Width},

@@ -7,6 +7,7 @@
 #include "fCustom.h"
 #include "reports/preview/fPreview.h"
 #include "store/RecordLayouts.h"
+#include "ui/common/BoxWidth.h"
 #include "ui/common/Icons.h"
 #include "ui/common/Strings.h"
 #include "ui_fRptLog.h"
@@ -44,6 +45,8 @@ fRptLog::fRptLog(const Program& program, QWidget* parent)
 {
     m_ui->setupUi(this);
     m_ui->frSaved->hide();
+    constexpr int shownLetters = 30; // of a field's description
+    WidenLists({m_ui->lstAvail, m_ui->lstRpt}, shownLetters);
 
     struct Tool {
         QPushButton* button;

@@ -1,6 +1,8 @@
 #include "BoxWidth.h"
 
+#include <QAbstractItemView>
 #include <QLineEdit>
+#include <QScrollBar>
 
 void FitBoxes(std::initializer_list<QLineEdit*> boxes, const QString& sample)
 {
@@ -9,5 +11,13 @@ void FitBoxes(std::initializer_list<QLineEdit*> boxes, const QString& sample)
         const int frame =
             box->sizeHint().width() - 17 * box->fontMetrics().horizontalAdvance(QLatin1Char('x'));
         box->setFixedWidth(box->fontMetrics().horizontalAdvance(sample + QLatin1String("  ")) + frame);
+    }
+}
+
+void WidenLists(std::initializer_list<QAbstractItemView*> lists, int letters)
+{
+    for (QAbstractItemView* list : lists) {
+        list->setMinimumWidth(letters * list->fontMetrics().averageCharWidth() +
+                              list->verticalScrollBar()->sizeHint().width());
     }
 }
