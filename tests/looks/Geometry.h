@@ -9,7 +9,9 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QListView>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QStyleOptionComboBox>
 #include <QTabWidget>
 #include <QTreeView>
@@ -91,6 +93,11 @@ inline QStringList Elided(const QWidget& window)
                 tabs->tabRect(tab).width() < tabs->fontMetrics().horizontalAdvance(tabs->tabText(tab))) {
                 faults << Fault(*tabs, tabs->tabText(tab));
             }
+        }
+    }
+    for (const QListView* list : ControlsOfKind<QListView>(window)) {
+        if (list->horizontalScrollBar()->maximum() > 0) {
+            faults << Fault(*list, QStringLiteral("is too narrow for its rows"));
         }
     }
     for (const QTreeView* list : ControlsOfKind<QTreeView>(window)) {
