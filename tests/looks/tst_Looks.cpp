@@ -5,6 +5,8 @@
 #include "Geometry.h"
 
 #include <QApplication>
+#include <QTextBlock>
+#include <QTextEdit>
 #include <QtTest/QTest>
 
 #include <cmath>
@@ -29,6 +31,8 @@ private Q_SLOTS:
     void window_fitsASmallScreen();
     void texts_standOutFromTheirGround_data();
     void texts_standOutFromTheirGround();
+    void links_standOutFromTheirGround_data();
+    void links_standOutFromTheirGround();
     void refusedBox_isReadable_data();
     void refusedBox_isReadable();
 
@@ -180,6 +184,34 @@ void tst_Looks::texts_standOutFromTheirGround()
             }
         }
         QCOMPARE(Listed(pale), QString());
+    });
+}
+
+void tst_Looks::links_standOutFromTheirGround_data()
+{
+    QTest::addColumn<bool>("dark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+void tst_Looks::links_standOutFromTheirGround()
+{
+    QFETCH(bool, dark);
+    QApplication::setPalette(dark ? DarkPalette() : m_light);
+    StateOf(QStringLiteral("manual")).show([](QWidget& window) {
+        const auto* manual = window.findChild<QTextEdit*>(QStringLiteral("txtManual"));
+        const QColor ground = manual->palette().color(QPalette::Base);
+        int links = 0;
+        for (QTextBlock block = manual->document()->begin(); block.isValid(); block = block.next()) {
+            for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+                const QTextCharFormat format = piece.fragment().charFormat();
+                if (format.isAnchor()) {
+                    ++links;
+                    QVERIFY(Contrast(format.foreground().color(), ground) >= readable);
+                }
+            }
+        }
+        QVERIFY(links > 0);
     });
 }
 

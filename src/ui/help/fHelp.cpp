@@ -31,6 +31,9 @@ fHelp::fHelp(QWidget* parent) : QDialog(parent), m_browser(new QTextBrowser(this
     m_browser->setObjectName(QStringLiteral("txtManual"));
     m_browser->setAccessibleName(QStringLiteral("Manual"));
     m_browser->document()->setDocumentMargin(16);
+    if (palette().color(QPalette::Base).lightness() < 128) { // not every dark desktop has light links
+        m_browser->document()->setDefaultStyleSheet(QStringLiteral("a { color: #7ab8ff; }"));
+    }
 
     auto* contents = new QPushButton(QStringLiteral("C&ontents"), this);
     contents->setObjectName(QStringLiteral("cmdContents"));
