@@ -1,17 +1,11 @@
 // Every window without a mouse.
 
-#include "Controls.h"
 #include "EveryWindow.h"
+#include "KeyboardStops.h"
 #include "ui/main/MainTest.h"
 
-#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QContextMenuEvent>
-#include <QGroupBox>
-#include <QLabel>
-#include <QRegularExpression>
-#include <QShortcut>
-#include <QTabWidget>
 
 #include <algorithm>
 
@@ -44,117 +38,6 @@ private Q_SLOTS:
     void choices_areFoundByTyping_data();
     void choices_areFoundByTyping();
 };
-
-namespace
-{
-
-/// The keys that act in the whole window, each as often as something there claims it.
-QStringList Shortcuts(const QWidget& window)
-{
-    QList<QKeySequence> keys;
-    for (const QWidget* control : Controls(window)) {
-        if (!control->isEnabled()) {
-            continue;
-        }
-        if (const auto* button = qobject_cast<const QAbstractButton*>(control)) {
-            keys << button->shortcut();
-        } else if (const auto* frame = qobject_cast<const QGroupBox*>(control)) {
-            keys << QKeySequence::mnemonic(frame->title());
-        } else if (const auto* label = qobject_cast<const QLabel*>(control)) {
-            keys << (label->buddy() != nullptr ? QKeySequence::mnemonic(label->text()) : QKeySequence());
-        } else if (const auto* tabs = qobject_cast<const QTabBar*>(control)) {
-            for (int tab = 0; tab < tabs->count(); ++tab) {
-                keys << QKeySequence::mnemonic(tabs->tabText(tab));
-            }
-        }
-    }
-    for (const QAction* action : window.findChildren<QAction*>()) {
-        keys << (action->isEnabled() ? action->shortcuts() : QList<QKeySequence>());
-    }
-    for (const QShortcut* shortcut : window.findChildren<QShortcut*>()) {
-        keys << (shortcut->context() == Qt::WidgetShortcut ? QKeySequence() : shortcut->key());
-    }
-    keys.removeAll(QKeySequence());
-    QStringList names;
-    for (const QKeySequence& key : keys) {
-        names << key.toString();
-    }
-    return names;
-}
-
-QStringList Sorted(QStringList texts)
-{
-    texts.sort();
-    return texts;
-}
-
-/// The stop of Tab at which a control stands: itself, or the group of its options.
-QString Stop(const QWidget* control)
-{
-    static const QRegularExpression number(QStringLiteral("_[0-9]+$"));
-    return control != nullptr ? NameOf(*control).remove(number) : QString();
-}
-
-/// The stops at which Tab has to come by, sorted.
-QStringList ExpectedStops(const QWidget& window)
-{
-    QSet<QString> stops;
-    for (const QWidget* control : Controls(window)) {
-        if (control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0 &&
-            control->focusProxy() == nullptr) {
-            stops << Stop(control);
-        }
-    }
-    return Sorted(stops.values());
-}
-
-/// The stops at which `key` comes by, from the control with the focus until it comes there again.
-QStringList StopsBy(const QWidget& window, Qt::Key key)
-{
-    constexpr int more = 100; // than any window has
-    QStringList stops{Stop(window.focusWidget())};
-    for (int step = 0; step < more; ++step) {
-        Press(window, key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
-        const QString stop = Stop(window.focusWidget());
-        if (stop == stops.first()) {
-            return stops;
-        }
-        stops << stop;
-    }
-    return stops << QStringLiteral("...");
-}
-
-/// What a user types to find a row: its beginning, as far as it stands on the keyboard.
-QString Typed(const QString& text)
-{
-    static const QRegularExpression beginning(QStringLiteral("^[A-Za-z0-9-]{1,10}"));
-    return beginning.match(text).captured();
-}
-
-/// Types the beginning of the last row of `rows` into `control`; returns it.
-QString TypeLastRow(QWidget& control, const QAbstractItemModel& rows, int column)
-{
-    const QString typed = Typed(rows.index(rows.rowCount() - 1, column).data().toString());
-    control.setFocus();
-    Type(*control.window(), qPrintable(typed));
-    return typed;
-}
-
-bool HasItem(const QMenu& menu, const QString& text)
-{
-    // a menu's item may say that a window comes
-    const QList<QAction*> items = menu.actions();
-    return std::any_of(items.begin(), items.end(), [&](const QAction* item) {
-        return item->text().remove(QLatin1String("...")) == text;
-    });
-}
-
-bool TabGoesRound(const WindowState& state)
-{
-    return state.tabGoesRound;
-}
-
-} // namespace
 
 void tst_Keyboard::keys_areUnique_data()
 {
