@@ -33,8 +33,7 @@ void EditingDialog::EnableSave()
 void EditingDialog::SaveData()
 {
     Trap(ToUtf8(objectName()), "SaveData", [this] {
-        TakeTyped();
-        if (m_record.IsChanged() && Update(m_record.Record()) == succeeded) {
+        if (TakeTyped() && m_record.IsChanged() && Update(m_record.Record()) == succeeded) {
             m_record.SetChanged(false);
             m_save->setEnabled(false);
         }
@@ -43,15 +42,22 @@ void EditingDialog::SaveData()
 
 void EditingDialog::reject()
 {
-    if (m_guard->Leave()) {
-        Trap(ToUtf8(objectName()), "cmdCancel_Click", [this] { AskAboutChanges(); });
+    bool mayClose = m_guard->Leave();
+    if (mayClose) {
+        Trap(ToUtf8(objectName()), "cmdCancel_Click", [&] {
+            mayClose = TakeTyped();
+            if (mayClose) {
+                AskAboutChanges();
+            }
+        });
+    }
+    if (mayClose) {
         QDialog::reject();
     }
 }
 
 void EditingDialog::AskAboutChanges()
 {
-    TakeTyped();
     if (!m_record.IsChanged()) {
         return;
     }

@@ -37,8 +37,9 @@ protected:
 
     /// Hands the record over to the data access.
     virtual Status Update(Record& record) = 0;
-    /// Takes over into the record what stands in the controls and has not been left yet.
-    virtual void TakeTyped() = 0;
+    /// Takes over into the record what stands in the controls and has not been left yet. Returns false when a
+    /// control holds what it refuses; nothing is saved or closed then.
+    virtual bool TakeTyped() = 0;
 
 private:
     void SaveData();

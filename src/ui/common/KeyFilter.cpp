@@ -1,6 +1,7 @@
 #include "KeyFilter.h"
 
 #include <QLineEdit>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <utility>
@@ -14,6 +15,7 @@ KeyFilter::KeyFilter(QLineEdit* box, QString besidesDigits)
 
 void KeyFilter::Show(QLineEdit* box, const QString& text)
 {
+    const QScopedValueRollback showing(m_showing, true);
     const QValidator* filter = box->validator();
     box->setValidator(nullptr);
     box->setText(text);

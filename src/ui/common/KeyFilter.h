@@ -21,9 +21,13 @@ public:
     /// Puts `text` into `box` past its filter, if it has one.
     static void Show(QLineEdit* box, const QString& text);
 
+    /// Whether a box is changing because of Show, not by the user's hand.
+    static bool IsShowing() { return m_showing; }
+
 private:
     bool Passes(QChar character) const;
 
     QString m_besidesDigits;
+    static inline bool m_showing = false;
     QString m_before; ///< the box's text before what is being put in
 };

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTabWidget>
 
 #include <utility>
 
@@ -72,6 +73,12 @@ void RecordBinder::BindBox(std::size_t position, const char* box, Check check)
     auto* line = m_window->findChild<QLineEdit*>(QLatin1String(box));
     m_boxes[position] = {line, std::move(check)};
     m_guard.Add(line, [this, position] { return Validate(position); });
+    // assistive tools write into a box without going there: nobody will leave it
+    connect(line, &QLineEdit::textChanged, this, [this, line, position] {
+        if (!KeyFilter::IsShowing() && m_window->focusWidget() != line) {
+            Validate(position);
+        }
+    });
 }
 
 void RecordBinder::BindLines(std::size_t position, const char* box)
@@ -158,9 +165,11 @@ bool RecordBinder::ValidateBox(std::size_t position, const LineBox& line)
     std::string text = ToUtf8(line.box->text());
     if (line.check && text != m_record.Text(position) && !line.check(text)) {
         ShowRefused(line.box, true);
+        m_refused.insert(position);
         QApplication::beep();
         return false;
     }
+    m_refused.erase(position);
     if (ToUtf8(line.box->text()) != text) {
         KeyFilter::Show(line.box, FromUtf8(text));
     }
@@ -172,11 +181,31 @@ bool RecordBinder::ValidateBox(std::size_t position, const LineBox& line)
 
 void RecordBinder::Accepted(std::size_t /*position*/) {}
 
-void RecordBinder::WriteLines()
+bool RecordBinder::WriteBack()
 {
     for (const auto& [position, lines] : m_lines) {
         ValidateLines(position, lines);
     }
+    for (const std::size_t position : std::set(m_refused)) {
+        if (!Validate(position)) {
+            GoTo(Box(position));
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Gives `box` the focus, on whichever page it stands.
+void RecordBinder::GoTo(QWidget* box)
+{
+    for (auto* pages : m_window->findChildren<QTabWidget*>()) {
+        for (int page = 0; page < pages->count(); ++page) {
+            if (pages->widget(page)->isAncestorOf(box)) {
+                pages->setCurrentIndex(page);
+            }
+        }
+    }
+    box->setFocus();
 }
 
 void RecordBinder::ValidateLines(std::size_t position, const QPlainTextEdit* lines)

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -54,8 +55,9 @@ public:
 
     /// Takes the text of the box at `position` over as if the user left it; returns whether it was accepted.
     bool Validate(std::size_t position);
-    /// Writes every box of several lines back that differs from the record.
-    void WriteLines();
+    /// Writes every box of several lines back that differs from the record. Returns false, and shows the box,
+    /// when one of a single line still holds a text that was refused.
+    bool WriteBack();
 
 Q_SIGNALS:
     /// A control's value was compared with the record, which may have changed.
@@ -79,12 +81,14 @@ private:
     bool ValidateBox(std::size_t position, const LineBox& line);
     void ValidateLines(std::size_t position, const QPlainTextEdit* lines);
     void Store(std::size_t position, std::string_view text);
+    void GoTo(QWidget* box);
 
     QWidget* m_window;
     EditedRecord& m_record;
     LeaveGuard& m_guard;
     std::string m_module;
     std::map<std::size_t, LineBox> m_boxes;
+    std::set<std::size_t> m_refused; ///< the boxes whose text was refused last
     std::map<std::size_t, QPlainTextEdit*> m_lines;
     std::map<std::size_t, OptionGroup*> m_options;
 };

@@ -141,7 +141,7 @@ void fEntry::ShowExistingEntry()
                                EntryField::Minor2};
     if (std::any_of(peaks.begin(), peaks.end(), [this](auto peak) { return Edited().Text(peak).empty(); })) {
         for (const auto peak : peaks) { // shown together or not at all
-            m_binder->Box(peak)->clear();
+            KeyFilter::Show(m_binder->Box(peak), {});
         }
         m_calculator->DoRiseSet();
     }
@@ -181,10 +181,10 @@ Status fEntry::Update(Record& record)
 }
 
 /// What is picked, and what is typed in a box of several lines, belongs to the entry before it is left.
-void fEntry::TakeTyped()
+bool fEntry::TakeTyped()
 {
     m_pickLists->Close();
-    m_binder->WriteLines();
+    return m_binder->WriteBack();
 }
 
 void fEntry::sstEntry_Click()

@@ -35,7 +35,7 @@ public:
 
 protected:
     Status Update(Record& record) override;
-    void TakeTyped() override;
+    bool TakeTyped() override;
 
 private:
     bool LoadLocations();

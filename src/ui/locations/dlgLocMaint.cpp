@@ -105,7 +105,7 @@ Status dlgLocMaint::Update(Record& record)
     return CurrentProgram().sql.LocationUpdate(record);
 }
 
-void dlgLocMaint::TakeTyped()
+bool dlgLocMaint::TakeTyped()
 {
-    m_binder->WriteLines();
+    return m_binder->WriteBack();
 }

@@ -30,7 +30,7 @@ public:
 
 protected:
     Status Update(Record& record) override;
-    void TakeTyped() override;
+    bool TakeTyped() override;
 
 private:
     void ShowLocation(bool isNew);

@@ -1,0 +1,108 @@
+// What assistive tools write into the editor's boxes, without going there: taken over or refused like what is
+// typed.
+
+#include "EntryTest.h"
+
+#include <QAccessible>
+
+namespace
+{
+
+/// Writes into the box as an assistive tool does.
+void Write(const QWidget& editor, const char* box, const char* text)
+{
+    QAccessibleInterface* access = QAccessible::queryAccessibleInterface(&Find<QWidget>(editor, box));
+    QVERIFY(access != nullptr);
+    access->setText(QAccessible::Value, QString::fromUtf8(text));
+}
+
+std::string StoredAt(const TestProgram& program, std::size_t position)
+{
+    return program.Stored("tarno.xml").at(0).at(position);
+}
+
+} // namespace
+
+class tst_fEntryAssistive : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void box_writtenFromAnotherOne_isStored_data()
+    {
+        QTest::addColumn<QByteArray>("box");
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QByteArray>("stored");
+        QTest::newRow("date") << QByteArray("txtEnd") << int(EntryField::EndDate) << QByteArray("2003-2-9")
+                              << QByteArray("2003-02-09");
+        QTest::newRow("time") << QByteArray("txtTEnd") << int(EntryField::EndTime) << QByteArray("1205")
+                              << QByteArray("12:05");
+        QTest::newRow("text") << QByteArray("txtTideHighHt") << int(EntryField::HighTideHt)
+                              << QByteArray("2 m") << QByteArray("2 m");
+        QTest::newRow("on another page")
+            << QByteArray("txtAirTemp") << int(EntryField::AirTemp) << QByteArray("19") << QByteArray("19");
+    }
+
+    void box_writtenFromAnotherOne_isStored()
+    {
+        QFETCH(QByteArray, box);
+        QFETCH(int, position);
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, stored);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Write(editor, box.constData(), text.constData());
+            QVERIFY(Find<QAbstractButton>(editor, "cmdOK").isEnabled());
+            Find<QAbstractButton>(editor, "cmdOK").click();
+            editor.reject();
+        });
+        QCOMPARE(StoredAt(program, static_cast<std::size_t>(position)), stored.toStdString());
+    }
+
+    void refusedText_isNotSavedAndTheBoxIsShown()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            auto& box = Find<QLineEdit>(editor, "txtEnd");
+            const QColor usual = box.palette().color(QPalette::Base);
+            ClickPage(editor, 1);
+            Enter(editor, "txtAirTemp", "19");
+            Write(editor, "txtEnd", "2003-13-45");
+            QVERIFY(box.palette().color(QPalette::Base) != usual);
+            Click(editor, "cmdOK");
+            QCOMPARE(StoredAt(program, EntryField::AirTemp), "24.5");
+            QCOMPARE(Pages(editor).currentIndex(), 0);
+            QCOMPARE(editor.focusWidget(), &box);
+            editor.reject(); // nor does it close
+            QVERIFY(editor.isVisible());
+            Write(editor, "txtEnd", "2003-02-07");
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(box.palette().color(QPalette::Base), usual);
+            Click(editor, "cmdOK");
+            editor.reject();
+        });
+        QCOMPARE(StoredAt(program, EntryField::EndDate), "2003-02-07");
+        QCOMPARE(StoredAt(program, EntryField::AirTemp), "19");
+    }
+
+    void startDate_written_calculatesAnew()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            ClickPage(editor, 1);
+            Write(editor, "txtStart", "2003-01-01");
+            Find<QAbstractButton>(editor, "cmdOK").click();
+            editor.reject();
+        });
+        QCOMPARE(StoredAt(program, EntryField::StartDate), "2003-01-01");
+        QVERIFY(StoredAt(program, EntryField::SunRise) != "06:11");
+    }
+};
+
+QTEST_MAIN(tst_fEntryAssistive)
+#include "tst_fEntryAssistive.moc"
