@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Takes the tour and puts its pictures into the documents and the manual.
+# Renews the pictures in the documents, from the tour, and in the manual, from the gallery of all windows.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -11,6 +11,19 @@ scripts/tour.sh build/release/src/app/tarno
 for name in log general log-report; do
     cp build/tour/??-"$name".png "docs/pictures/$name.png"
 done
-for name in log general weather comments picture locations location builder customise log-report; do
-    convert build/tour/??-"$name".png -resize 640x -colors 128 "data/manual/pictures/$name.png"
-done
+
+scripts/gallery.sh
+while IFS=: read -r name state; do
+    convert "build/gallery/100/$state (light).png" -resize '640x>' -colors 128 "data/manual/pictures/$name.png"
+done <<STATES
+log:log
+general:trip, general
+weather:trip, weather
+comments:trip, comments
+picture:trip, picture
+locations:locations
+location:location, data
+builder:log report
+customise:report fields
+log-report:preview of the log
+STATES
