@@ -43,7 +43,9 @@ int mStart::Main(const DataFolder& folder)
         if (folder.isNew) {
             messages.Tell(
                 nullptr,
-                QStringLiteral("The folder of the program cannot hold your log. It is kept in\r\n\r\n") +
+                QStringLiteral(
+                    "Welcome. The program's own folder is not for writing, so your log is kept here:"
+                    "\r\n\r\n") +
                     FromUtf8(programFolder.GetAppPath()) +
                     QStringLiteral("\r\n\r\nTo back it up, copy that folder."),
                 QStringLiteral("Where Your Log Lies"));
