@@ -110,7 +110,7 @@ bool IsShallow(const pugi::xml_node& node, int levels)
 /// Empties the document from its leaves on. The library itself would go down level by level on the stack.
 void Dismantle(pugi::xml_document& document)
 {
-    for (pugi::xml_node node = document; node;) {
+    for (pugi::xml_node node = document.root(); node;) {
         if (const pugi::xml_node child = node.first_child(); child) {
             node = child;
         } else {

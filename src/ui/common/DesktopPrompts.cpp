@@ -1,5 +1,6 @@
 #include "DesktopPrompts.h"
 
+#include "Strings.h"
 #include "core/Error.h"
 
 #include <QDir>
@@ -116,7 +117,7 @@ std::optional<QString> DesktopFileDialogs::Save(QWidget* parent, const FileQuest
 void DesktopProgramStarter::Start(const QString& program, const QStringList& arguments)
 {
     if (!QProcess::startDetached(program, arguments, QFileInfo(program).path())) {
-        throw Error(ErrorNumber::FileNotFound);
+        throw Error(ErrorNumber::FileNotFound, "This program could not be started: " + ToUtf8(program));
     }
 }
 
@@ -130,11 +131,15 @@ void DesktopProgramStarter::EditText(const QString& path)
     const bool started = editor.startDetached();
 #else
     // unlike the editor of Windows, the desktop's does not offer to make a file that is missing
+    if (!QFileInfo(path).isFile()) {
+        throw Error(ErrorNumber::FileNotFound, "There is no such file: " + ToUtf8(path));
+    }
     const bool started =
-        QFileInfo(path).isFile() &&
         QProcess::startDetached(QStringLiteral("xdg-open"), {QFileInfo(path).absoluteFilePath()});
 #endif
     if (!started) {
-        throw Error(ErrorNumber::FileNotFound);
+        throw Error(ErrorNumber::FileNotFound,
+                    "No text editor could be started. The file can be changed with any other: " +
+                        ToUtf8(path));
     }
 }

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTabWidget>
+#include <QToolTip>
 
 #include <utility>
 
@@ -68,10 +69,10 @@ std::string RecordBinder::Routine(const QObject* control, const char* event) con
     return ToUtf8(control->objectName()) + event;
 }
 
-void RecordBinder::BindBox(std::size_t position, const char* box, Check check)
+void RecordBinder::BindBox(std::size_t position, const char* box, Check check, const QString& refusal)
 {
     auto* line = m_window->findChild<QLineEdit*>(QLatin1String(box));
-    m_boxes[position] = {line, std::move(check)};
+    m_boxes[position] = {line, std::move(check), refusal};
     m_guard.Add(line, [this, position] { return Validate(position); });
     // assistive tools write into a box without going there: nobody will leave it
     connect(line, &QLineEdit::textChanged, this, [this, line, position] {
@@ -166,10 +167,15 @@ bool RecordBinder::ValidateBox(std::size_t position, const LineBox& line)
     if (line.check && text != m_record.Text(position) && !line.check(text)) {
         ShowRefused(line.box, true);
         m_refused.insert(position);
+        line.box->setAccessibleDescription(line.refusal);
+        QToolTip::showText(line.box->mapToGlobal(line.box->rect().bottomLeft()), line.refusal, line.box);
         QApplication::beep();
         return false;
     }
-    m_refused.erase(position);
+    if (m_refused.erase(position) > 0) {
+        line.box->setAccessibleDescription({});
+        QToolTip::hideText();
+    }
     if (ToUtf8(line.box->text()) != text) {
         KeyFilter::Show(line.box, FromUtf8(text));
     }

@@ -33,8 +33,9 @@ public:
     RecordBinder(QWidget* window, EditedRecord& record, LeaveGuard& guard);
 
     /// Binds a box of one line; without a check any text is taken. A box is not checked while its text
-    /// is the stored one: what was accepted or calculated once holds nobody.
-    void BindBox(std::size_t position, const char* box, Check check = nullptr);
+    /// is the stored one: what was accepted or calculated once holds nobody. `refusal` is said at the box,
+    /// and to assistive tools as its description, while its text is refused.
+    void BindBox(std::size_t position, const char* box, Check check = nullptr, const QString& refusal = {});
     /// Binds a box of several lines, whose line breaks are stored encoded.
     void BindLines(std::size_t position, const char* box);
     /// Binds the option buttons `group`_0, `group`_1, ...; the chosen one's index is stored.
@@ -75,6 +76,7 @@ private:
     struct LineBox {
         QLineEdit* box;
         Check check;
+        QString refusal;
     };
 
     std::string Routine(const QObject* control, const char* event) const;

@@ -108,11 +108,13 @@ void EntryBinder::BindBoxes()
             BindBox(binding.position, binding.box);
             break;
         case BoxRule::Date:
-            BindBox(binding.position, binding.box, CheckWith(CheckDateFormat));
+            BindBox(binding.position, binding.box, CheckWith(CheckDateFormat),
+                    QStringLiteral("There is no such day. Enter year, month and day, as in 2026-11-14."));
             new KeyFilter(Box(binding.position), QStringLiteral("-."));
             break;
         case BoxRule::Time:
-            BindBox(binding.position, binding.box, CheckWith(CheckTimeFormat));
+            BindBox(binding.position, binding.box, CheckWith(CheckTimeFormat),
+                    QStringLiteral("There is no such time. Enter hours and minutes, as in 05:45."));
             new KeyFilter(Box(binding.position), QStringLiteral(":."));
             break;
         case BoxRule::Lines:

@@ -192,12 +192,25 @@ void PickLists::lstList_LostFocus()
     }
 }
 
+/// Goes to the next line that begins with what is being typed. Unlike the list's own way it chooses none.
+void PickLists::GoToLine(const QString& typed)
+{
+    const QItemSelection chosen = m_list->selectionModel()->selection();
+    m_list->keyboardSearch(typed);
+    m_list->selectionModel()->select(chosen, QItemSelectionModel::ClearAndSelect);
+}
+
 bool PickLists::eventFilter(QObject* receiver, QEvent* event)
 {
     if (receiver == m_list && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
+        const auto* press = static_cast<QKeyEvent*>(event);
+        const int key = press->key();
         if (key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter) {
             Close();
+            return true;
+        }
+        if (!press->text().trimmed().isEmpty() && (press->modifiers() & ~Qt::ShiftModifier) == 0) {
+            GoToLine(press->text());
             return true;
         }
     } else if (receiver == m_list && event->type() == QEvent::FocusOut) {

@@ -40,6 +40,7 @@ private:
     void Place(const Binding& binding);
     void lstList_LostFocus();
     QPlainTextEdit* OpenBox() const;
+    void GoToLine(const QString& typed);
 
     QWidget* m_page;
     const Program& m_program;

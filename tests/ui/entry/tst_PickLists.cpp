@@ -122,6 +122,7 @@ private Q_SLOTS:
 
     void click_selectsAndUnselects();
     void space_selectsAndUnselects();
+    void letters_goToALineAndSelectNone();
     void arrows_selectNothing();
 
     void pickedItems_areAppendedInFileOrder();
@@ -501,6 +502,21 @@ void tst_PickLists::space_selectsAndUnselects()
         Press(editor, Qt::Key_Tab);
         QVERIFY(!IsOpen(editor));
         QCOMPARE(LinesText(editor, "txtTarget"), "Bream\nFlathead");
+        SaveAndClose(editor);
+    });
+}
+
+void tst_PickLists::letters_goToALineAndSelectNone()
+{
+    ProgramWithLists program;
+    Edit(program, program.entry, [](QDialog& editor) {
+        GoTo(editor, "lblDDTarget");
+        Pick(editor, "Bream");
+        Type(editor, "fl");
+        QCOMPARE(SelectedItems(editor), QStringList{QStringLiteral("Bream")});
+        Press(editor, Qt::Key_Space);
+        QCOMPARE(SelectedItems(editor), (QStringList{QStringLiteral("Bream"), QStringLiteral("Flathead")}));
+        Press(editor, Qt::Key_Escape);
         SaveAndClose(editor);
     });
 }

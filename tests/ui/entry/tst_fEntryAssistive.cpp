@@ -73,6 +73,8 @@ private Q_SLOTS:
             Enter(editor, "txtAirTemp", "19");
             Write(editor, "txtEnd", "2003-13-45");
             QVERIFY(box.palette().color(QPalette::Base) != usual);
+            QCOMPARE(box.accessibleDescription(),
+                     QStringLiteral("There is no such day. Enter year, month and day, as in 2026-11-14."));
             Click(editor, "cmdOK");
             QCOMPARE(StoredAt(program, EntryField::AirTemp), "24.5");
             QCOMPARE(Pages(editor).currentIndex(), 0);
@@ -82,6 +84,7 @@ private Q_SLOTS:
             Write(editor, "txtEnd", "2003-02-07");
             Press(editor, Qt::Key_Tab);
             QCOMPARE(box.palette().color(QPalette::Base), usual);
+            QCOMPARE(box.accessibleDescription(), QString());
             Click(editor, "cmdOK");
             editor.reject();
         });
