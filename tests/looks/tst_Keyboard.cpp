@@ -2,6 +2,7 @@
 
 #include "EveryWindow.h"
 #include "KeyboardStops.h"
+#include "ui/common/TextTableModel.h"
 #include "ui/main/MainTest.h"
 
 #include <QAbstractItemView>
@@ -168,10 +169,13 @@ void tst_Keyboard::lists_findRowsByTyping()
             if (!list->isEnabled() || list->model()->rowCount() == 0) {
                 continue;
             }
+            const auto* table = qobject_cast<TextTableModel*>(list->model());
+            const int column = table == nullptr ? 0 : table->SortColumn().value_or(0);
             list->setCurrentIndex(list->model()->index(0, 0));
-            const QString typed = TypeLastRow(*list, *list->model(), 0);
+            const QString typed = TypeLastRow(*list, *list->model(), column);
             QVERIFY(!typed.isEmpty());
-            QVERIFY2(list->currentIndex().data().toString().startsWith(typed), qPrintable(typed));
+            QVERIFY2(list->currentIndex().siblingAtColumn(column).data().toString().startsWith(typed),
+                     qPrintable(typed));
         }
     });
 }

@@ -79,6 +79,14 @@ void SortableList::paintEvent(QPaintEvent* event)
     }
 }
 
+void SortableList::keyboardSearch(const QString& typed)
+{
+    // the tree looks in the column of the current cell, which is wherever the mouse was last
+    selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(m_model->SortColumn().value_or(0)),
+                                      QItemSelectionModel::NoUpdate);
+    QTreeView::keyboardSearch(typed);
+}
+
 int SortableList::RowCount() const
 {
     return m_model->rowCount();

@@ -28,6 +28,10 @@ public:
     /// What an empty list says, in the middle; assistive tools read it as the list's description.
     void SetHint(const QString& hint);
 
+    /// Goes to the next row whose text begins so, in the column that the list is sorted by, at first in the
+    /// first.
+    void keyboardSearch(const QString& typed) override;
+
     int RowCount() const;
     /// The key of the selected row; nothing when none is selected.
     std::optional<QString> SelectedKey() const;

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void usable_greysAndComesBack();
     void columns_fitTheirTexts();
     void hint_isShownWhileTheListIsEmpty();
+    void letters_findInTheSortedColumn();
 };
 
 namespace
@@ -322,6 +323,19 @@ void tst_SortableList::hint_isShownWhileTheListIsEmpty()
     list.Show({});
     QCOMPARE(list.accessibleDescription(), QStringLiteral("Nothing again"));
     QVERIFY(looks() != nothing);
+}
+
+void tst_SortableList::letters_findInTheSortedColumn()
+{
+    ShownList list;
+    list.Show({"bream", "3 fish", "a"});             // their numbers are 5, 6 and 1
+    list.setCurrentIndex(list.model()->index(0, 1)); // as a click into the second column does
+    list.keyboardSearch(QStringLiteral("3"));
+    QCOMPARE(list.SelectedKey(), std::optional(QStringLiteral("3 fish")));
+    list.keyboardSearch({});
+    list.ClickHeading(1);
+    list.keyboardSearch(QStringLiteral("1"));
+    QCOMPARE(list.SelectedKey(), std::optional(QStringLiteral("a")));
 }
 
 QTEST_MAIN(tst_SortableList)
