@@ -54,7 +54,7 @@ int mStart::Main(const DataFolder& folder)
         QObject::connect(&window, &fTarno::ExitConfirmed, qApp, &QApplication::quit, Qt::QueuedConnection);
         window.show();
         QApplication::processEvents(); // the window is in its place before the splash stands over it
-        fSplash(&window).ShowSplash();
+        fSplash(FromUtf8(programFolder.GetAppPath()), &window).ShowSplash();
         exitCode = QApplication::exec();
     }
     reporter.Reset();

@@ -73,7 +73,7 @@ void SortableList::paintEvent(QPaintEvent* event)
     if (RowCount() == 0) {
         constexpr int margin = 24;
         QPainter painter(viewport());
-        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.setPen(palette().color(QPalette::Text));
         painter.drawText(viewport()->rect().marginsRemoved({margin, margin, margin, margin}),
                          Qt::AlignCenter | Qt::TextWordWrap, m_hint);
     }

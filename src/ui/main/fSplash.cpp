@@ -17,13 +17,14 @@ constexpr QSize pictureSize(480, 270);
 
 } // namespace
 
-fSplash::fSplash(QWidget* parent)
+fSplash::fSplash(const QString& folder, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::fSplash>()), tShow(new QTimer(this))
 {
     m_ui->setupUi(this);
     m_ui->picAbout->setPixmap(DrawnIcon(QLatin1String("splash")).pixmap(pictureSize, devicePixelRatioF()));
     m_ui->picAbout->setAccessibleName(QStringLiteral("An angler in a boat at dawn"));
     m_ui->lblVersion->setText(QStringLiteral("Version ") + QCoreApplication::applicationVersion());
+    m_ui->lblFolder->setText(QStringLiteral("Your log lies in ") + folder);
     QFont title = font();
     title.setPointSizeF(title.pointSizeF() * 1.75);
     title.setBold(true);

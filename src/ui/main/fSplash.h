@@ -17,7 +17,8 @@ class fSplash : public QDialog
     Q_OBJECT
 
 public:
-    explicit fSplash(QWidget* parent);
+    /// `folder` is where the log lies; the box says so.
+    fSplash(const QString& folder, QWidget* parent);
     fSplash(const fSplash&) = delete;
     fSplash& operator=(const fSplash&) = delete;
     ~fSplash() override;

@@ -241,7 +241,7 @@ void fTarno::Reports()
 
 void fTarno::About()
 {
-    WithListGreyed("About", [this] { fSplash(this).ShowAbout(); });
+    WithListGreyed("About", [this] { fSplash(FromUtf8(m_program.folder.GetAppPath()), this).ShowAbout(); });
 }
 
 void fTarno::Tides()

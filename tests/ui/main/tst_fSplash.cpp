@@ -14,6 +14,7 @@ private Q_SLOTS:
     void version_isThatOfTheProgram();
     void texts_areThere_data();
     void texts_areThere();
+    void folder_isTold();
     void picture_isThere();
     void splash_closesWhenItsTimerFires();
     void splash_closesEarly_data();
@@ -26,6 +27,8 @@ private Q_SLOTS:
 
 namespace
 {
+
+const QString folder = QStringLiteral("/home/<b>angler</b>/log");
 
 QTimer& Timer(const QWidget& window)
 {
@@ -58,14 +61,14 @@ void CloseBy(QDialog& window, int key)
 
 void tst_fSplash::window_hasItsCaption()
 {
-    const fSplash about(nullptr);
+    const fSplash about(folder, nullptr);
     QCOMPARE(ToUtf8(about.windowTitle()), "About Tarno Fishing Log");
 }
 
 void tst_fSplash::version_isThatOfTheProgram()
 {
     QCoreApplication::setApplicationVersion(QStringLiteral("12.3.45"));
-    const fSplash about(nullptr);
+    const fSplash about(folder, nullptr);
     QCOMPARE(ToUtf8(Find<QLabel>(about, "lblVersion").text()), "Version 12.3.45");
 }
 
@@ -80,20 +83,28 @@ void tst_fSplash::texts_areThere_data()
 void tst_fSplash::texts_areThere()
 {
     QFETCH(QString, label);
-    const fSplash about(nullptr);
+    const fSplash about(folder, nullptr);
     QVERIFY(!Find<QLabel>(about, label.toLatin1()).text().isEmpty());
+}
+
+void tst_fSplash::folder_isTold()
+{
+    const fSplash about(folder, nullptr);
+    const auto& label = Find<QLabel>(about, "lblFolder");
+    QCOMPARE(ToUtf8(label.text()), "Your log lies in /home/<b>angler</b>/log");
+    QCOMPARE(label.textFormat(), Qt::PlainText);
 }
 
 void tst_fSplash::picture_isThere()
 {
-    const fSplash about(nullptr);
+    const fSplash about(folder, nullptr);
     QVERIFY(!Find<QLabel>(about, "picAbout").pixmap().isNull());
     QCOMPARE(ToUtf8(Find<QPushButton>(about, "cmdOK").text()), "OK");
 }
 
 void tst_fSplash::splash_closesWhenItsTimerFires()
 {
-    fSplash splash(nullptr);
+    fSplash splash(folder, nullptr);
     bool closed = false;
     WhileOpen([&] { splash.ShowSplash(); },
               [&](QDialog& window) {
@@ -113,13 +124,13 @@ void tst_fSplash::splash_closesEarly_data()
 void tst_fSplash::splash_closesEarly()
 {
     QFETCH(int, key);
-    fSplash splash(nullptr);
+    fSplash splash(folder, nullptr);
     WhileOpen([&] { splash.ShowSplash(); }, [&](QDialog& window) { CloseBy(window, key); });
 }
 
 void tst_fSplash::about_hasNoTimerRunning()
 {
-    fSplash about(nullptr);
+    fSplash about(folder, nullptr);
     WhileOpen([&] { about.ShowAbout(); },
               [](QDialog& window) {
                   QVERIFY(window.isModal());
@@ -136,13 +147,13 @@ void tst_fSplash::about_closes_data()
 void tst_fSplash::about_closes()
 {
     QFETCH(int, key);
-    fSplash about(nullptr);
+    fSplash about(folder, nullptr);
     WhileOpen([&] { about.ShowAbout(); }, [&](QDialog& window) { CloseBy(window, key); });
 }
 
 void tst_fSplash::about_afterASplash_stays()
 {
-    fSplash window(nullptr);
+    fSplash window(folder, nullptr);
     WhileOpen([&] { window.ShowSplash(); }, [](QDialog& splash) { CloseBy(splash, 0); });
     WhileOpen([&] { window.ShowAbout(); },
               [](QDialog& about) {
