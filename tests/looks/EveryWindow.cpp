@@ -94,7 +94,7 @@ std::function<void(const Visit&)> Splash(void (fSplash::*show)())
 {
     return [show](const Visit& visit) {
         QCoreApplication::setApplicationVersion(QStringLiteral("1.0.0"));
-        fSplash window(QStringLiteral("/home/angler/.local/share/Tarno"), nullptr);
+        fSplash window(QStringLiteral("/home/angler/Tarno"), nullptr);
         ShowModally([&] { (window.*show)(); },
                     [](QWidget& shown) {
                         // it stays for the visit

@@ -58,8 +58,9 @@ double Luminance(const QColor& colour)
 /// The contrast of two colours as WCAG 2 defines it, from 1 to 21.
 double Contrast(const QColor& one, const QColor& other)
 {
-    const auto [darker, lighter] = std::minmax(Luminance(one), Luminance(other));
-    return (lighter + 0.05) / (darker + 0.05);
+    const double first = Luminance(one);
+    const double second = Luminance(other);
+    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
 }
 
 constexpr double readable = 4.5;

@@ -24,7 +24,10 @@ fSplash::fSplash(const QString& folder, QWidget* parent)
     m_ui->picAbout->setPixmap(DrawnIcon(QLatin1String("splash")).pixmap(pictureSize, devicePixelRatioF()));
     m_ui->picAbout->setAccessibleName(QStringLiteral("An angler in a boat at dawn"));
     m_ui->lblVersion->setText(QStringLiteral("Version ") + QCoreApplication::applicationVersion());
-    m_ui->lblFolder->setText(QStringLiteral("Your log lies in ") + folder);
+    m_ui->textArea->setFixedWidth(pictureSize.width());
+    m_ui->txtFolder->setText(folder);
+    m_ui->txtFolder->setCursorPosition(0);
+    m_ui->cmdOK->setFocus();
     QFont title = font();
     title.setPointSizeF(title.pointSizeF() * 1.75);
     title.setBold(true);

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QTextBrowser>
 #include <QtTest>
@@ -145,8 +146,8 @@ private Q_SLOTS:
         WhileOpen([&] { dialog.exec(); },
                   [](QDialog& window) {
                       Press(window, Qt::Key_F1);
-                      auto* help = window.findChild<fHelp*>();
-                      QVERIFY(help != nullptr);
+                      const QPointer<fHelp> help = window.findChild<fHelp*>();
+                      QVERIFY(!help.isNull());
                       QVERIFY(QTest::qWaitForWindowActive(help));
                       Click(*help, "cmdContents");
                       QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(),
@@ -155,7 +156,7 @@ private Q_SLOTS:
                       QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(),
                                QStringLiteral("fCustom.html"));
                       Click(*help, "cmdClose");
-                      QVERIFY(!help->isVisible());
+                      QTRY_VERIFY(help.isNull()); // gone with its window
                       window.reject();
                   });
     }
