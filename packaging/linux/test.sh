@@ -84,17 +84,30 @@ said=$(inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/tmp tarno --version
 say "it says that it is $said"
 
 say "installing a display for it, and a hand"
-install_inside "${display_packages[@]}" libxml2-utils
+install_inside "${display_packages[@]}" libxml2-utils poppler-utils
 install --mode=644 --target-directory="$root/opt/trial" scripts/hand.sh packaging/linux/first-days.sh
 inside useradd --create-home --shell /bin/bash angler
 
+# as_angler <command>...: as an ordinary user without a network
+as_angler() {
+    unshare --net chroot --userspec=angler:angler "$root" \
+        env --ignore-environment HOME=/home/angler PATH=/usr/bin:/bin LC_ALL=C.UTF-8 "$@"
+}
+
 say "using it as an ordinary user, without a network"
 tried=yes
-unshare --net chroot --userspec=angler:angler "$root" \
-    env --ignore-environment HOME=/home/angler PATH=/usr/bin:/bin LC_ALL=C.UTF-8 \
-    bash /opt/trial/first-days.sh || tried=
+as_angler bash /opt/trial/first-days.sh || tried=
 cp "$root"/home/angler/trial/{*.png,*.log,report.txt} "$out/" || true
 [ -n "$tried" ] || fail "the program was not usable; see $out"
+
+say "taking the tour with it"
+tree=$root/home/angler/tree
+mkdir "$tree"
+cp --recursive scripts data "$tree/"
+inside chown --recursive angler: /home/angler/tree
+as_angler bash -c 'cd ~/tree && scripts/tour.sh /usr/bin/tarno' >"$out/tour.log" ||
+    fail "the tour failed: $(tail -n 3 "$out/tour.log")"
+cp --recursive "$tree/build/tour" "$out/"
 
 say "removing it"
 log=home/angler/.local/share/Tarno
