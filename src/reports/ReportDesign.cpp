@@ -94,10 +94,13 @@ void AddHeading(ReportSection& header, const Heading& heading)
 void PlacePageNumber(ReportSection& header, const Heading& heading, int width)
 {
     const auto parts = PageNumberParts(heading);
-    int right = width;
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
-        right -= part->width;
-        header.Controls[QLatin1String(part->name)].Left = right;
+    int left = width;
+    for (const PageNumberPart& part : parts) {
+        left -= part.width;
+    }
+    for (const PageNumberPart& part : parts) {
+        header.Controls[QLatin1String(part.name)].Left = left;
+        left += part.width;
     }
 }
 
