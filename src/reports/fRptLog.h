@@ -11,7 +11,6 @@
 #include <string_view>
 
 class QListWidget;
-class QListWidgetItem;
 class QPushButton;
 
 namespace Ui
