@@ -80,7 +80,7 @@ void fCustom::lstField_Click()
             },
             Qt::QueuedConnection);
     });
-    if (!m_loading && m_changed && Save(m_shown) != succeeded) {
+    if (!m_loading && !StoreShown()) {
         return;
     }
     Show(m_ui->lstField->currentRow());
@@ -119,8 +119,14 @@ Status fCustom::Save(int row)
 
 void fCustom::cmdOK_Click()
 {
-    if (m_shown >= 0 && m_changed && Save(m_shown) != succeeded) {
-        return;
+    if (StoreShown()) {
+        accept();
     }
-    accept();
+}
+
+/// Stores the field that the boxes show, if there is one and anything was edited; returns false when that
+/// failed.
+bool fCustom::StoreShown()
+{
+    return m_shown < 0 || !m_changed || Save(m_shown) == succeeded;
 }

@@ -36,6 +36,7 @@ private:
     void cmdOK_Click();
     void Show(int row);
     Status Save(int row);
+    bool StoreShown();
 
     const Program& m_program;
     std::unique_ptr<Ui::fCustom> m_ui;

@@ -100,6 +100,7 @@ private Q_SLOTS:
     void gap_fieldBehindTheEnd_isReported_data();
     void gap_fieldBehindTheEnd_isReported();
     void gap_firstFieldBehindTheEnd_isReported();
+    void gap_typedWithoutAField_isNotStored();
     void fieldNumber_thatIsNone_isReported();
     void fieldWithTooFewValues_isReported();
     void thousandFields_lastIsStored();
@@ -620,6 +621,22 @@ void tst_fCustom::gap_firstFieldBehindTheEnd_isReported()
         Retype(custom, "txtLabel", "Lost");
         Ok(custom);
         QVERIFY(!custom.isVisible());
+    });
+    QCOMPARE(program.folder.Read("field.xml"), before);
+}
+
+void tst_fCustom::gap_typedWithoutAField_isNotStored()
+{
+    TestProgram program;
+    WriteFields(program, {sixFields[5], sixFields[0]});
+    program.Start();
+    const std::string before = program.folder.Read("field.xml");
+    program.reports.Expect("fCustom", "lstField_Click", ErrorNumber::SubscriptOutOfRange);
+    ShowCustom(program, [](QDialog& custom) {
+        Retype(custom, "txtLabel", "Lost");
+        Choose(custom, 1); // number 1: the first in the file
+        QVERIFY(Boxes(custom).starts_with("Tide/"));
+        custom.reject();
     });
     QCOMPARE(program.folder.Read("field.xml"), before);
 }
