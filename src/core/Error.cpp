@@ -17,6 +17,8 @@ std::string_view Describe(ErrorNumber number)
         return "File not found";
     case ErrorNumber::DeviceInputOutput:
         return "Device I/O error";
+    case ErrorNumber::FileAlreadyExists:
+        return "File already exists";
     case ErrorNumber::DiskFull:
         return "Disk full";
     case ErrorNumber::PermissionDenied:

@@ -13,6 +13,7 @@ enum class ErrorNumber {
     TypeMismatch = 13,
     FileNotFound = 53,
     DeviceInputOutput = 57,
+    FileAlreadyExists = 58,
     DiskFull = 61,
     PermissionDenied = 70,
     PathFileAccess = 75,

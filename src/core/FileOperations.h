@@ -36,14 +36,22 @@ public:
     virtual std::string Followed(const std::string& path) = 0;
     /// Throws unless `path` names no file yet or a regular one that may be written.
     virtual void CheckReplaceable(const std::string& path) = 0;
-    /// A new file with the mode of `model`, or the usual one when there is no such file.
+    /// A new file with the mode of `model`, or the usual one when there is no such file. Throws Error
+    /// FileAlreadyExists when there is something of that name.
     virtual std::unique_ptr<WritableFile> Create(const std::string& path, const std::string& model) = 0;
     virtual std::uint64_t Size(const std::string& path) = 0;
     /// Puts `from` in the place of `to` in one step that cannot be seen half done.
     virtual void Replace(const std::string& from, const std::string& to) = 0;
+    /// Puts each of two files in the place of the other in one step, so that whatever stood at `to` can be
+    /// looked at where `from` was. Returns false, nothing having been done, when one of them is not there or
+    /// the file system has no such step.
+    virtual bool Exchange(const std::string& from, const std::string& to) = 0;
     /// Returns when the names in the folder that holds `path` have reached the disk.
     virtual void SyncFolderOf(const std::string& path) = 0;
     virtual void Remove(const std::string& path) = 0;
+    /// Removes a file that Create made and whose writer has ended without Close; one that is still open
+    /// for writing stays.
+    virtual void RemoveAbandoned(const std::string& path) = 0;
     /// Writes `bytes` behind the end of the file, which is created when it does not exist.
     /// Throws Error PermissionDenied when another process holds the file, PathFileAccess when the
     /// user may not write to it. Never waits.

@@ -3,8 +3,10 @@
 #include "Paths.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,6 +28,8 @@ Error ErrorOf(int code)
         return Error(ErrorNumber::PermissionDenied);
     case ENOENT:
         return Error(ErrorNumber::PathNotFound);
+    case EEXIST:
+        return Error(ErrorNumber::FileAlreadyExists);
     case EIO:
         return Error(ErrorNumber::DeviceInputOutput);
     case ENOMEM:
@@ -83,6 +87,10 @@ public:
     /// A file system that keeps no modes refuses this, which is no reason to lose what is to be written.
     void TrySetMode(mode_t mode) const { (void)::fchmod(m_descriptor, mode); }
 
+    /// Marks the file as being written for as long as it is open, whatever ends the process; tells whether
+    /// no other process has done so.
+    bool TryMark() const { return ::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0; }
+
     void CheckRegular() const
     {
         struct stat status {
@@ -139,6 +147,8 @@ public:
         auto file = std::make_unique<PosixFile>(
             ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666));
 
+        file->TryMark();
+
         struct stat status {
         };
 
@@ -162,6 +172,17 @@ public:
         Check(::rename(from.c_str(), to.c_str()) == 0);
     }
 
+    bool Exchange([[maybe_unused]] const std::string& from, [[maybe_unused]] const std::string& to) override
+    {
+#ifdef RENAME_EXCHANGE
+        if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) == 0) {
+            return true;
+        }
+        Check(errno == EINVAL || errno == ENOSYS || errno == ENOENT);
+#endif
+        return false;
+    }
+
     void SyncFolderOf(const std::string& path) override
     {
         const std::string folder = FromPath(ToPath(path).parent_path());
@@ -170,7 +191,19 @@ public:
         opened.Close();
     }
 
-    void Remove(const std::string& path) override { Check(::unlink(path.c_str()) == 0); }
+    void Remove(const std::string& path) override
+    {
+        Check(::unlink(path.c_str()) == 0);
+    }
+
+    void RemoveAbandoned(const std::string& path) override
+    {
+        const PosixFile file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+        file.CheckRegular();
+        if (file.TryMark()) {
+            Remove(path);
+        }
+    }
 
     void Append(const std::string& path, std::string_view bytes) override
     {

@@ -2,6 +2,7 @@
 
 #include "core/FileOperations.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,9 @@
 class SafeWriter
 {
 public:
+    /// Whether bytes found in a file may be replaced without a trace.
+    using IsKnown = std::function<bool(std::string_view bytes)>;
+
     explicit SafeWriter(FileOperations& operations) : m_operations(operations) {}
 
     /// Replaces the contents of `path`, or creates it, through symbolic links and keeping the mode.
@@ -18,11 +22,25 @@ public:
     /// (only a failure to synchronise the folder comes after the new bytes have taken their place).
     void Write(const std::string& path, std::string_view bytes);
 
+    /// As Write, but looks at what the new bytes have taken the place of. What `isKnown` does not know is
+    /// kept as Keep does; returns the path of that file, the empty text when there was no need. Where the
+    /// file system cannot exchange two files in one step nothing is looked at.
+    std::string WriteOver(const std::string& path, std::string_view bytes, const IsKnown& isKnown);
+
+    /// Writes a file of its own for `bytes`, another version of the file at `path`, beside it:
+    /// "tarno-kept-1.xml" for "tarno.xml", or the next number that is free. Returns its path. Throws Error,
+    /// leaving no file.
+    std::string Keep(const std::string& path, std::string_view bytes);
+
+    /// Removes the temporaries that a crash while `path` was written has left beside it, as far as that can
+    /// be done; those that another program is writing stay. Never fails.
+    void RemoveLeftovers(const std::string& path);
+
     /// What the name of every temporary ends with.
     static constexpr std::string_view temporarySuffix = ".tarno-tmp";
 
 private:
-    void WriteTemporary(const std::string& temporary, const std::string& target, std::string_view bytes);
+    std::string Target(const std::string& path);
 
     FileOperations& m_operations;
 };

@@ -143,6 +143,8 @@ std::string UserConfigurationFolder()
 
 std::unique_ptr<SettingsStore> SystemSettingsStore(FileOperations& operations)
 {
-    return std::make_unique<SettingsFile>(UserConfigurationFolder() + "/tarno/settings.xml", operations);
+    const std::string path = UserConfigurationFolder() + "/tarno/settings.xml";
+    SafeWriter(operations).RemoveLeftovers(path);
+    return std::make_unique<SettingsFile>(path, operations);
 }
 #endif

@@ -25,6 +25,9 @@ Error LastError()
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
         return Error(ErrorNumber::PathNotFound);
+    case ERROR_FILE_EXISTS:
+    case ERROR_ALREADY_EXISTS:
+        return Error(ErrorNumber::FileAlreadyExists);
     case ERROR_NOT_ENOUGH_MEMORY:
     case ERROR_OUTOFMEMORY:
         return Error(ErrorNumber::OutOfMemory);
@@ -129,10 +132,25 @@ public:
         Check(::MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0);
     }
 
+    bool Exchange(const std::string& from, const std::string& to) override
+    {
+        const fs::path source = ToPath(from);
+        const fs::path aside = ToPath(from + "-out");
+        if (::ReplaceFileW(ToPath(to).c_str(), source.c_str(), aside.c_str(), 0, nullptr, nullptr) == 0) {
+            Check(::GetLastError() == ERROR_FILE_NOT_FOUND);
+            return false;
+        }
+        Check(::MoveFileExW(aside.c_str(), source.c_str(), MOVEFILE_WRITE_THROUGH) != 0);
+        return true;
+    }
+
     // the file system's own journal keeps names safe; there is nothing to call
     void SyncFolderOf(const std::string& /*path*/) override {}
 
     void Remove(const std::string& path) override { Check(::DeleteFileW(ToPath(path).c_str()) != 0); }
+
+    // a file that is open for writing is not shared for deletion
+    void RemoveAbandoned(const std::string& path) override { Remove(path); }
 
     void Append(const std::string& path, std::string_view bytes) override
     {

@@ -173,3 +173,10 @@ std::string SerializeXml(const pugi::xml_document& document)
     document.save(writer, "\t", pugi::format_indent | pugi::format_no_declaration, pugi::encoding_utf8);
     return std::move(writer.text);
 }
+
+std::string SerializeXml(const pugi::xml_node& node)
+{
+    StringWriter writer;
+    node.print(writer, "", pugi::format_raw, pugi::encoding_utf8);
+    return std::move(writer.text);
+}

@@ -17,3 +17,6 @@ bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document);
 
 /// The document as UTF-8 text, one element a line, without a declaration of our own.
 std::string SerializeXml(const pugi::xml_document& document);
+
+/// One node with all that is in it, on one line: equal texts, equal contents.
+std::string SerializeXml(const pugi::xml_node& node);

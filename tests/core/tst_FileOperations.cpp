@@ -59,11 +59,16 @@ private Q_SLOTS:
     void checkReplaceable_fileThatMayNotBeWritten_isPathFileAccess();
     void create_withModel_takesItsMode();
     void create_withoutModel_takesTheUsualMode();
-    void create_existingFile_isRefusedAndKept();
+    void create_existingFile_isFileAlreadyExistsAndKept();
     void create_linkInItsPlace_isNotFollowed();
     void write_diskFull_takesWhatFitsThenFails();
     void size_ofAFile_isItsBytes();
     void replace_aFile_takesItsPlace();
+    void exchange_twoFiles_changePlaces();
+    void exchange_oneIsNotThere_doesNothing();
+    void removeAbandoned_writerHasEnded_isGone();
+    void removeAbandoned_stillBeingWritten_stays();
+    void removeAbandoned_noRegularFile_stays();
     void syncFolderOf_noSuchFolder_isPathNotFound();
     void remove_aFile_isGone();
     void append_newAndExistingFile_grow();
@@ -164,11 +169,11 @@ void tst_FileOperations::create_withoutModel_takesTheUsualMode()
              perms::owner_read | perms::owner_write | perms::group_read);
 }
 
-void tst_FileOperations::create_existingFile_isRefusedAndKept()
+void tst_FileOperations::create_existingFile_isFileAlreadyExistsAndKept()
 {
     const TemporaryFolder folder;
     folder.Write("file", "old");
-    QCOMPARE(RaisedNumber([&] { m_operations->Create(folder.PathOf("file"), folder.PathOf("file")); }), 75);
+    QCOMPARE(RaisedNumber([&] { m_operations->Create(folder.PathOf("file"), folder.PathOf("file")); }), 58);
     QCOMPARE(folder.Read("file"), "old"s);
 }
 
@@ -176,7 +181,7 @@ void tst_FileOperations::create_linkInItsPlace_isNotFollowed()
 {
     const TemporaryFolder folder;
     folder.MakeLink("link", folder.PathOf("elsewhere"));
-    QCOMPARE(RaisedNumber([&] { m_operations->Create(folder.PathOf("link"), folder.PathOf("none")); }), 75);
+    QCOMPARE(RaisedNumber([&] { m_operations->Create(folder.PathOf("link"), folder.PathOf("none")); }), 58);
     QCOMPARE(folder.Names(), Texts{"link"});
 }
 
@@ -216,6 +221,57 @@ void tst_FileOperations::replace_aFile_takesItsPlace()
     QCOMPARE(folder.Read("to"), "new"s);
     QCOMPARE(RaisedNumber([&] { m_operations->Replace(folder.PathOf("none"), folder.PathOf("to")); }), 76);
     QCOMPARE(folder.Read("to"), "new"s);
+}
+
+void tst_FileOperations::exchange_twoFiles_changePlaces()
+{
+    const TemporaryFolder folder;
+    folder.Write("one", "1");
+    folder.Write("other", "2");
+    QVERIFY(m_operations->Exchange(folder.PathOf("one"), folder.PathOf("other")));
+    QCOMPARE(folder.Read("one"), "2"s);
+    QCOMPARE(folder.Read("other"), "1"s);
+    QCOMPARE(folder.Names(), (Texts{"one", "other"}));
+}
+
+void tst_FileOperations::exchange_oneIsNotThere_doesNothing()
+{
+    const TemporaryFolder folder;
+    folder.Write("one", "1");
+    QVERIFY(!m_operations->Exchange(folder.PathOf("one"), folder.PathOf("other")));
+    QVERIFY(!m_operations->Exchange(folder.PathOf("other"), folder.PathOf("one")));
+    QCOMPARE(folder.Read("one"), "1"s);
+    QCOMPARE(folder.Names(), Texts{"one"});
+}
+
+void tst_FileOperations::removeAbandoned_writerHasEnded_isGone()
+{
+    const TemporaryFolder folder;
+    m_operations->Create(folder.PathOf("half"), folder.PathOf("no model"))->Write("half");
+    m_operations->RemoveAbandoned(folder.PathOf("half"));
+    QCOMPARE(folder.Names(), Texts());
+}
+
+void tst_FileOperations::removeAbandoned_stillBeingWritten_stays()
+{
+    const TemporaryFolder folder;
+    const auto file = m_operations->Create(folder.PathOf("half"), folder.PathOf("no model"));
+    file->Write("half");
+    m_operations->RemoveAbandoned(folder.PathOf("half"));
+    QCOMPARE(folder.Read("half"), "half"s);
+}
+
+void tst_FileOperations::removeAbandoned_noRegularFile_stays()
+{
+    const TemporaryFolder folder;
+    folder.MakeFolder("folder");
+    folder.MakePipe("pipe");
+    folder.Write("file", "mine");
+    folder.MakeLink("link", folder.PathOf("file"));
+    for (const char* name : {"folder", "pipe", "link", "none"}) {
+        QVERIFY(RaisedNumber([&] { m_operations->RemoveAbandoned(folder.PathOf(name)); }) != 0);
+    }
+    QCOMPARE(folder.Names(), (Texts{"file", "folder", "link", "pipe"}));
 }
 
 void tst_FileOperations::syncFolderOf_noSuchFolder_isPathNotFound()

@@ -17,6 +17,22 @@ using std::filesystem::perms;
 
 const Texts allSteps{"follow", "check", "create", "write", "sync", "close", "size", "replace", "sync folder"};
 
+const Texts allStepsOver{"follow", "check", "create",   "write",  "sync",
+                         "close",  "size",  "exchange", "remove", "sync folder"};
+
+bool IsOld(std::string_view bytes)
+{
+    return bytes == "old";
+}
+
+/// Where the version was kept that WriteOver found, "" for nowhere, or the number that it raises.
+std::string WrittenOver(FileOperations& operations, const std::string& path, std::string_view bytes)
+{
+    std::string kept;
+    const int raised = RaisedNumber([&] { kept = SafeWriter(operations).WriteOver(path, bytes, IsOld); });
+    return raised == 0 ? kept : std::to_string(raised);
+}
+
 /// What Write raises, 0 for nothing.
 int Written(FileOperations& operations, const std::string& path, std::string_view bytes)
 {
@@ -55,6 +71,24 @@ private Q_SLOTS:
     void write_noSuchFolder_isPathNotFound();
     void write_readOnlyFile_isPathFileAccess();
     void write_readOnlyFolder_isPathFileAccess();
+    void writeOver_knownVersion_isReplacedStepByStep();
+    void writeOver_newFile_isCreated();
+    void writeOver_otherVersion_isKept();
+    void writeOver_otherVersionInTheLastMoment_isKept();
+    void writeOver_otherVersionCannotBeKept_standsAgain_data();
+    void writeOver_otherVersionCannotBeKept_standsAgain();
+    void writeOver_nothingCanBePutBack_losesNothing();
+    void writeOver_noExchange_replaces();
+    void writeOver_aStepFails_leavesTheOldBytesAndNoTemporary_data();
+    void writeOver_aStepFails_leavesTheOldBytesAndNoTemporary();
+    void writeOver_oldBytesCannotBeRemoved_isNoFailure();
+    void writeOver_symbolicLinkAndMode_areKept();
+    void keep_takesTheNextFreeName();
+    void keep_aStepFails_leavesNoFile_data();
+    void keep_aStepFails_leavesNoFile();
+    void removeLeftovers_onlyOurs_areGone();
+    void removeLeftovers_ofAnotherProgramThatIsWriting_stay();
+    void removeLeftovers_oneCannotBeRemoved_theOthersAreGone();
 };
 
 void tst_SafeWriter::write_existingFile_isReplacedStepByStep()
@@ -338,6 +372,231 @@ void tst_SafeWriter::write_readOnlyFolder_isPathFileAccess()
     QCOMPARE(folder.Read("tarno.xml"), "old"s);
     QCOMPARE(folder.Names(), Texts{"tarno.xml"});
     std::filesystem::permissions(ToPath(folder.Path()), perms::owner_all);
+}
+
+void tst_SafeWriter::writeOver_knownVersion_isReplacedStepByStep()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), ""s);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+    QCOMPARE(operations.Steps(), allStepsOver);
+}
+
+void tst_SafeWriter::writeOver_newFile_isCreated()
+{
+    const TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), ""s);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::writeOver_otherVersion_isKept()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "other");
+    ScriptedFileOperations operations;
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), folder.PathOf("tarno-kept-1.xml"));
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    QCOMPARE(folder.Read("tarno-kept-1.xml"), "other"s);
+    QCOMPARE(folder.Names(), (Texts{"tarno-kept-1.xml", "tarno.xml"}));
+}
+
+void tst_SafeWriter::writeOver_otherVersionInTheLastMoment_isKept()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.BeforeExchange([&] {
+        folder.Write("theirs", "other");
+        std::filesystem::rename(ToPath(folder.PathOf("theirs")), ToPath(folder.PathOf("tarno.xml")));
+    });
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), folder.PathOf("tarno-kept-1.xml"));
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    QCOMPARE(folder.Read("tarno-kept-1.xml"), "other"s);
+    QCOMPARE(folder.Names(), (Texts{"tarno-kept-1.xml", "tarno.xml"}));
+}
+
+void tst_SafeWriter::writeOver_otherVersionCannotBeKept_standsAgain_data()
+{
+    QTest::addColumn<std::string>("step");
+    for (const char* step : {"create", "write", "sync", "close", "size"}) {
+        QTest::newRow(step) << std::string(step);
+    }
+}
+
+void tst_SafeWriter::writeOver_otherVersionCannotBeKept_standsAgain()
+{
+    QFETCH(std::string, step);
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "other");
+    ScriptedFileOperations operations;
+    operations.Fail(step, ErrorNumber::DiskFull, 1, 1);
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), "61"s);
+    QCOMPARE(folder.Read("tarno.xml"), "other"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::writeOver_nothingCanBePutBack_losesNothing()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "other");
+    ScriptedFileOperations operations;
+    operations.Fail("create", ErrorNumber::DiskFull, 1, 1);
+    operations.Fail("exchange", ErrorNumber::DeviceInputOutput, 1, 1);
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), "57"s);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    QCOMPARE(folder.Read(FromPath(ToPath(operations.Created()).filename())), "other"s);
+}
+
+void tst_SafeWriter::writeOver_noExchange_replaces()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.ExchangeNothing();
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), ""s);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::writeOver_aStepFails_leavesTheOldBytesAndNoTemporary_data()
+{
+    QTest::addColumn<std::string>("step");
+    QTest::addColumn<bool>("exchanges");
+    for (const std::string& step : allStepsOver) {
+        if (step != "sync folder" && step != "remove") {
+            QTest::newRow(step.c_str()) << step << true;
+        }
+    }
+    QTest::newRow("replace") << "replace"s << false;
+}
+
+void tst_SafeWriter::writeOver_aStepFails_leavesTheOldBytesAndNoTemporary()
+{
+    QFETCH(std::string, step);
+    QFETCH(bool, exchanges);
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    if (!exchanges) {
+        operations.ExchangeNothing();
+    }
+    operations.Fail(step, ErrorNumber::DeviceInputOutput);
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), "57"s);
+    QCOMPARE(folder.Read("tarno.xml"), "old"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::writeOver_oldBytesCannotBeRemoved_isNoFailure()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.Fail("remove", ErrorNumber::PathFileAccess);
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), ""s);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::writeOver_symbolicLinkAndMode_areKept()
+{
+    const TemporaryFolder folder;
+    folder.MakeFolder("sync");
+    folder.Write("sync/tarno.xml", "other");
+    std::filesystem::permissions(ToPath(folder.PathOf("sync/tarno.xml")), static_cast<perms>(0600));
+    folder.MakeLink("tarno.xml", "sync/tarno.xml");
+    ScriptedFileOperations operations;
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"),
+             folder.PathOf("sync/tarno-kept-1.xml"));
+    QVERIFY(std::filesystem::is_symlink(ToPath(folder.PathOf("tarno.xml"))));
+    for (const char* name : {"sync/tarno.xml", "sync/tarno-kept-1.xml"}) {
+        QCOMPARE(static_cast<int>(std::filesystem::status(ToPath(folder.PathOf(name))).permissions()), 0600);
+    }
+}
+
+void tst_SafeWriter::keep_takesTheNextFreeName()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno-kept-2.xml", "mine");
+    folder.MakeFolder("tarno-kept-3.xml");
+    folder.MakeLink("tarno-kept-4.xml", "nowhere");
+    ScriptedFileOperations operations;
+    SafeWriter writer(operations);
+    QCOMPARE(writer.Keep(folder.PathOf("tarno.xml"), "1"), folder.PathOf("tarno-kept-1.xml"));
+    QCOMPARE(writer.Keep(folder.PathOf("tarno.xml"), "5"), folder.PathOf("tarno-kept-5.xml"));
+    QCOMPARE(folder.Read("tarno-kept-1.xml"), "1"s);
+    QCOMPARE(folder.Read("tarno-kept-2.xml"), "mine"s);
+    QCOMPARE(folder.Read("tarno-kept-5.xml"), "5"s);
+}
+
+void tst_SafeWriter::keep_aStepFails_leavesNoFile_data()
+{
+    QTest::addColumn<std::string>("step");
+    for (const char* step : {"follow", "check", "create", "write", "sync", "close", "size", "sync folder"}) {
+        QTest::newRow(step) << std::string(step);
+    }
+}
+
+void tst_SafeWriter::keep_aStepFails_leavesNoFile()
+{
+    QFETCH(std::string, step);
+    const TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    operations.Fail(step, ErrorNumber::DiskFull);
+    QCOMPARE(RaisedNumber([&] { SafeWriter(operations).Keep(folder.PathOf("tarno.xml"), "bytes"); }), 61);
+    QCOMPARE(folder.Names(), Texts());
+}
+
+void tst_SafeWriter::removeLeftovers_onlyOurs_areGone()
+{
+    const TemporaryFolder folder;
+    const Texts others{"location.xml.12.tarno-tmp", "tarno.xml",
+                       "tarno.xml..tarno-tmp",      "tarno.xml.12",
+                       "tarno.xml.12.tmp",          "tarno.xml.1a.tarno-tmp",
+                       "tarno.xml.tarno-tmp",       "xtarno.xml.1.tarno-tmp"};
+    for (const std::string& name : others) {
+        folder.Write(name, "mine");
+    }
+    folder.Write("tarno.xml.0.tarno-tmp", "half");
+    folder.Write("tarno.xml.4294967295.tarno-tmp", "half");
+    folder.MakeFolder("tarno.xml.1.tarno-tmp");
+    folder.MakeLink("tarno.xml.2.tarno-tmp", "tarno.xml");
+    ScriptedFileOperations operations;
+    SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
+    Texts left = others;
+    left.insert(left.end(), {"tarno.xml.1.tarno-tmp", "tarno.xml.2.tarno-tmp"});
+    std::sort(left.begin(), left.end());
+    QCOMPARE(folder.Names(), left);
+}
+
+void tst_SafeWriter::removeLeftovers_ofAnotherProgramThatIsWriting_stay()
+{
+    const TemporaryFolder folder;
+    ScriptedFileOperations operations;
+    const auto half = operations.Create(folder.PathOf("tarno.xml.12.tarno-tmp"), "");
+    half->Write("half");
+    SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
+    QCOMPARE(folder.Names(), Texts{"tarno.xml.12.tarno-tmp"});
+}
+
+void tst_SafeWriter::removeLeftovers_oneCannotBeRemoved_theOthersAreGone()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml.1.tarno-tmp", "half");
+    folder.Write("tarno.xml.2.tarno-tmp", "half");
+    ScriptedFileOperations operations;
+    operations.Fail("abandoned", ErrorNumber::PathFileAccess);
+    SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
+    QCOMPARE(folder.Names().size(), std::size_t{1});
+    operations.Fail("follow", ErrorNumber::DeviceInputOutput);
+    SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
+    SafeWriter(operations).RemoveLeftovers(folder.PathOf("gone/tarno.xml"));
+    QCOMPARE(folder.Names().size(), std::size_t{1});
 }
 
 QTEST_APPLESS_MAIN(tst_SafeWriter)

@@ -38,6 +38,13 @@ public:
                              "> error raised\r\n" + std::string(Describe(number)));
     }
 
+    /// The next report will be words of `module`.`routine` for the user, no error.
+    void ExpectWords(std::string_view module, std::string_view routine, std::string_view words)
+    {
+        m_expected.push_back("An error has occurred in Tarno in " + std::string(module) + "." +
+                             std::string(routine) + "\r\n" + std::string(words));
+    }
+
 private:
     void Shown(const std::string& text)
     {

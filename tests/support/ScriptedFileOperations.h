@@ -6,9 +6,11 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// The system's own file operations, of which single steps go wrong as a test wishes. What is not in the
@@ -30,7 +32,7 @@ public:
 
     /// The next `times` calls of `step` throw `number` and do nothing, after `before` calls that go well.
     /// The steps are named "follow", "check", "create", "write", "sync", "close", "size", "replace",
-    /// "sync folder", "remove" and "append".
+    /// "exchange", "sync folder", "remove", "abandoned" and "append".
     void Fail(const std::string& step, ErrorNumber number, int times = 1, int before = 0)
     {
         m_failures.push_back({step, number, times, before});
@@ -42,11 +44,24 @@ public:
     /// From now on a write says that it took one byte more than it did.
     void LoseBytes() { m_losesBytes = true; }
 
+    /// From now on no two files can be exchanged in one step, as on some file systems.
+    void ExchangeNothing() { m_exchanges = false; }
+
+    /// `happen` is called right before the next exchange, as if another program were that quick.
+    void BeforeExchange(std::function<void()> happen) { m_beforeExchange = std::move(happen); }
+
     /// The path of the file created last.
     const std::string& Created() const { return m_created; }
 
     /// What was called so far, failed calls included; "drop" is a file given up without Close.
     const std::vector<std::string>& Steps() const { return m_steps; }
+
+    /// Whether anything was done so far that leaves traces.
+    bool HasWritten() const
+    {
+        return std::any_of(m_steps.begin(), m_steps.end(),
+                           [](const std::string& step) { return step != "follow" && step != "check"; });
+    }
 
     std::string Followed(const std::string& path) override
     {
@@ -79,6 +94,15 @@ public:
         m_system->Replace(from, to);
     }
 
+    bool Exchange(const std::string& from, const std::string& to) override
+    {
+        Step("exchange");
+        if (const auto happen = std::exchange(m_beforeExchange, nullptr)) {
+            happen();
+        }
+        return m_exchanges && m_system->Exchange(from, to);
+    }
+
     void SyncFolderOf(const std::string& path) override
     {
         Step("sync folder");
@@ -89,6 +113,12 @@ public:
     {
         Step("remove");
         m_system->Remove(path);
+    }
+
+    void RemoveAbandoned(const std::string& path) override
+    {
+        Step("abandoned");
+        m_system->RemoveAbandoned(path);
     }
 
     void Append(const std::string& path, std::string_view bytes) override
@@ -173,4 +203,6 @@ private:
     std::vector<std::string> m_steps;
     std::size_t m_most = std::string_view::npos;
     bool m_losesBytes = false;
+    bool m_exchanges = true;
+    std::function<void()> m_beforeExchange;
 };
