@@ -4,7 +4,9 @@
 #include "core/Paths.h"
 #include "core/Xml.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <system_error>
 #include <utility>
 
@@ -25,32 +27,71 @@ DataFile::DataFile(std::string name) : m_name(std::move(name)) {}
 
 void DataFile::Load(const ProgramFolder& folder)
 {
-    Release();
     m_path = folder.Existing(m_name);
     try {
-        m_bytes = ReadWholeFile(m_path);
-        if (ParseXmlInPlace(m_bytes, m_document) && m_document.child("data")) {
-            return;
-        }
-    } catch (
-        const Error&) { // NOLINT(bugprone-empty-catch): what cannot be read counts as what cannot be parsed
+        TakeOver(ReadWholeFile(m_path));
+    } catch (const Error&) { // what cannot be read counts as what cannot be parsed
+        Release();
     }
-    Release();
 }
 
-void DataFile::Save(const ProgramFolder& folder, SafeWriter& writer, const std::string& name)
+bool DataFile::TakeOver(std::string bytes)
+{
+    Release();
+    m_bytes = std::move(bytes);
+    m_ours = {FingerprintOf(m_bytes)};
+    if (ParseXmlInPlace(m_bytes, m_document) && m_document.child("data")) {
+        return true;
+    }
+    Release();
+    return false;
+}
+
+std::string DataFile::SavePath(const ProgramFolder& folder, const std::string& name) const
+{
+    std::error_code ignored;
+    return std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.Existing(name);
+}
+
+std::optional<std::string> DataFile::OtherVersion(const std::string& path) const
+{
+    if (m_ours.empty()) {
+        return std::nullopt;
+    }
+    try {
+        std::string bytes = ReadWholeFile(path);
+        return IsOurs(bytes) ? std::nullopt : std::optional(std::move(bytes));
+    } catch (const Error& error) {
+        if (error.Number() != ErrorNumber::FileNotFound) {
+            throw;
+        }
+        return std::nullopt;
+    }
+}
+
+std::string DataFile::Save(const std::string& path, SafeWriter& writer)
 {
     m_unsaved = true;
-    std::error_code ignored;
-    const bool isThere = std::filesystem::exists(ToPath(m_path), ignored);
-    writer.Write(isThere ? m_path : folder.Existing(name), SerializeXml(m_document));
+    const std::string bytes = Bytes();
+    const Fingerprint fingerprint = FingerprintOf(bytes);
+    m_ours.push_back(fingerprint); // before it is known how far the writing comes
+    std::string kept =
+        writer.WriteOver(path, bytes, [this](std::string_view found) { return IsOurs(found); });
+    m_ours = {fingerprint};
     m_unsaved = false;
+    return kept;
+}
+
+std::string DataFile::Bytes() const
+{
+    return SerializeXml(m_document);
 }
 
 void DataFile::Release()
 {
     m_document.reset();
     m_bytes = {};
+    m_ours.clear();
     m_unsaved = false;
 }
 
@@ -62,4 +103,14 @@ pugi::xml_node DataFile::Container() const
 pugi::xml_node DataFile::Data() const
 {
     return Needed(m_document.child("data"));
+}
+
+DataFile::Fingerprint DataFile::FingerprintOf(std::string_view bytes)
+{
+    return std::hash<std::string_view>()(bytes);
+}
+
+bool DataFile::IsOurs(std::string_view bytes) const
+{
+    return std::find(m_ours.begin(), m_ours.end(), FingerprintOf(bytes)) != m_ours.end();
 }

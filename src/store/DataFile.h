@@ -5,9 +5,14 @@
 
 #include <pugixml.hpp>
 
+#include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
-/// One data file, held whole in memory: a document whose element `data` holds the records.
+/// One data file, held whole in memory: a document whose element `data` holds the records. It knows its own
+/// version of the file, the one that was read or written last, from one that another program has put there.
 class DataFile
 {
 public:
@@ -22,10 +27,28 @@ public:
     /// empty: every operation on it then fails, so nothing can be saved over it.
     void Load(const ProgramFolder& folder);
 
-    /// Writes the whole document into the file that was loaded; where that is gone, into the existing file of
-    /// `name`, whatever the case of its letters.
+    /// Holds what `bytes`, another version of the file, say; it is its own version from then on. Returns
+    /// false when they are no data file; the document is empty then.
+    bool TakeOver(std::string bytes);
+
+    /// Where Save writes: the file that was loaded; where that is gone, the existing file of `name`, whatever
+    /// the case of its letters.
+    std::string SavePath(const ProgramFolder& folder, const std::string& name) const;
+
+    /// What the file at `path` holds when another program has written it; nothing when it is our own version,
+    /// when there is no file, or when the document is empty. Throws Error when it cannot be read.
+    std::optional<std::string> OtherVersion(const std::string& path) const;
+
+    /// From now on `bytes`, another version of the file, may be replaced without a trace.
+    void GiveUp(std::string_view bytes) { m_ours.push_back(FingerprintOf(bytes)); }
+
+    /// Writes the whole document to `path`. Another program's version that stands there by then is kept as
+    /// SafeWriter::Keep does; returns the path of that file, otherwise the empty text.
     /// Throws Error; the document then still counts as unsaved.
-    void Save(const ProgramFolder& folder, SafeWriter& writer, const std::string& name);
+    std::string Save(const std::string& path, SafeWriter& writer);
+
+    /// The document as Save writes it.
+    std::string Bytes() const;
 
     void Release();
 
@@ -39,9 +62,16 @@ public:
     bool IsUnsaved() const { return m_unsaved; }
 
 private:
+    /// What tells one version of the file from another.
+    using Fingerprint = std::size_t;
+
+    static Fingerprint FingerprintOf(std::string_view bytes);
+    bool IsOurs(std::string_view bytes) const;
+
     std::string m_name;
     std::string m_path;  ///< of the file that was loaded
     std::string m_bytes; ///< of the file as it was loaded, in which the document's values lie
     pugi::xml_document m_document;
+    std::vector<Fingerprint> m_ours; ///< of what we read or wrote last, and of what we tried to write since
     bool m_unsaved = false;
 };

@@ -2,7 +2,9 @@
 
 #include "core/Conversions.h"
 #include "core/Error.h"
+#include "core/Xml.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace
@@ -81,6 +83,32 @@ RecordView RecordTable::First() const
         throw Error(ErrorNumber::ObjectNotSet);
     }
     return records.front();
+}
+
+bool RecordTable::HoldsAllOf(const RecordTable& other) const
+{
+    const std::vector<std::string> ours = SortedTexts();
+    const std::vector<std::string> theirs = other.SortedTexts();
+    return std::includes(ours.begin(), ours.end(), theirs.begin(), theirs.end());
+}
+
+bool RecordTable::AgreesWith(const RecordTable& other, const std::string& key) const
+{
+    const auto text = [&key](const RecordTable& table) {
+        const auto found = table.m_byKey.find(key);
+        return found == table.m_byKey.end() ? std::string() : SerializeXml(found->second);
+    };
+    return text(*this) == text(other);
+}
+
+std::vector<std::string> RecordTable::SortedTexts() const
+{
+    std::vector<std::string> texts;
+    for (const RecordView& record : List()) {
+        texts.push_back(SerializeXml(record.Node()));
+    }
+    std::sort(texts.begin(), texts.end());
+    return texts;
 }
 
 void RecordTable::Append(Record& record)

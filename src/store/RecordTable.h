@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 /// The records of one data file, found by their key. Entries, locations, field definitions and saved
 /// reports differ only in their names. Nothing here touches the disk; whoever changes a table saves it.
@@ -19,6 +20,8 @@ public:
     };
 
     RecordTable(DataFile& file, Names names) : m_file(file), m_names(names) {}
+
+    const Names& RecordNames() const { return m_names; }
 
     /// To be called when the file was loaded or released.
     void Rebuild();
@@ -34,6 +37,13 @@ public:
     /// The first record of the file. Throws as Get.
     RecordView First() const;
 
+    /// Whether every record of `other` is here too, with the same values.
+    /// Throws Error ObjectNotSet when one of the files could not be read.
+    bool HoldsAllOf(const RecordTable& other) const;
+
+    /// Whether both have the same record under `key`, or neither has one.
+    bool AgreesWith(const RecordTable& other, const std::string& key) const;
+
     /// Appends a copy of `record` under the key of the last record plus one ("1" in an empty file) and
     /// writes the new key into `record`. Throws Error: TypeMismatch or Overflow when the last key is no
     /// 32-bit number that can be counted on, ObjectNotSet when the file could not be read.
@@ -47,6 +57,7 @@ public:
 
 private:
     void Index(const pugi::xml_node& record);
+    std::vector<std::string> SortedTexts() const;
 
     DataFile& m_file;
     Names m_names;

@@ -16,6 +16,24 @@ constexpr RecordTable::Names locationNames{"location", "LocNo"};
 constexpr RecordTable::Names fieldNames{"field", "FieldNo"};
 constexpr RecordTable::Names reportNames{"report", "RptNo"};
 
+constexpr std::string_view newKey = "0"; ///< of a record that has no key yet
+
+std::string KeptNotice(const std::string& file, std::string_view now, const std::string& kept)
+{
+    return "Another program has changed " + file + ". The log is now as " + std::string(now) + " is kept in" +
+           "\r\n" + kept;
+}
+
+std::string OursStays(const std::string& file, const std::string& kept)
+{
+    return KeptNotice(file, "you see it here; the other version", kept);
+}
+
+std::string TheirsIsTaken(const std::string& file, const std::string& kept)
+{
+    return KeptNotice(file, "that program left it, with your change; what you saw here before", kept);
+}
+
 template <typename Body>
 Status Trapped(std::string_view routine, Body&& body)
 {
@@ -44,6 +62,7 @@ Status cSQL::Init()
                                    &m_reports, &m_reportBlank}) {
             document->file.Load(m_folder);
             document->table.Rebuild();
+            m_writer.RemoveLeftovers(m_folder.Existing(document->file.Name()));
         }
     });
 }
@@ -111,10 +130,9 @@ Status cSQL::ReportUpdate(Record& xRpt)
 
 Status cSQL::FieldUpdate(const Record& xFld)
 {
-    return Trapped("FieldUpdate", [&] {
-        m_fields.table.Replace(xFld);
-        m_fields.file.Save(m_folder, m_writer, "Field.xml");
-    });
+    return Change(
+        "FieldUpdate", m_fields, "Field.xml", [&] { return xFld.Text(0); },
+        [&](RecordTable& table) { table.Replace(xFld); });
 }
 
 Status cSQL::EntryDelete(std::int16_t iTarnoNo)
@@ -179,20 +197,60 @@ Status cSQL::Get(std::string_view routine, const Document& from, const Document&
 
 Status cSQL::Update(std::string_view routine, Document& in, Record& record, const char* savedAs)
 {
-    return Trapped(routine, [&] {
-        if (record.Text(0) == "0") {
-            in.table.Append(record);
-        } else {
-            in.table.Replace(record);
-        }
-        in.file.Save(m_folder, m_writer, savedAs);
-    });
+    return Change(
+        routine, in, savedAs, [&] { return record.Text(0); },
+        [&](RecordTable& table) {
+            if (record.Text(0) == newKey) {
+                table.Append(record);
+            } else {
+                table.Replace(record);
+            }
+        });
 }
 
 Status cSQL::Delete(std::string_view routine, Document& in, std::int16_t key, const char* savedAs)
 {
-    return Trapped(routine, [&] {
-        in.table.Remove(std::to_string(key));
-        in.file.Save(m_folder, m_writer, savedAs);
+    return Change(
+        routine, in, savedAs, [&] { return std::to_string(key); },
+        [&](RecordTable& table) { table.Remove(std::to_string(key)); });
+}
+
+template <typename KeyOf, typename TableChange>
+Status cSQL::Change(std::string_view routine, Document& in, const char* savedAs, const KeyOf& keyOf,
+                    const TableChange& change)
+{
+    std::string notice;
+    const Status status = Trapped(routine, [&] {
+        const std::string path = in.file.SavePath(m_folder, savedAs);
+        notice = MeetOtherVersion(in, path, keyOf());
+        change(in.table);
+        if (const std::string kept = in.file.Save(path, m_writer); !kept.empty()) {
+            notice += (notice.empty() ? "" : "\r\n\r\n") + OursStays(in.file.Name(), kept);
+        }
     });
+    if (!notice.empty()) {
+        ErrorLog(module, routine, nullptr, notice);
+    }
+    return status;
+}
+
+std::string cSQL::MeetOtherVersion(Document& in, const std::string& path, const std::string& key)
+{
+    const std::optional<std::string> found = in.file.OtherVersion(path);
+    if (!found) {
+        return {};
+    }
+    Document theirs(in.file.Name(), in.table.RecordNames());
+    const bool isUsable = theirs.file.TakeOver(*found) && theirs.file.Container() == theirs.file.Data();
+    theirs.table.Rebuild();
+    if (!isUsable || in.file.IsUnsaved() || !theirs.table.AgreesWith(in.table, key)) {
+        const std::string kept = m_writer.Keep(path, *found);
+        in.file.GiveUp(*found);
+        return OursStays(in.file.Name(), kept);
+    }
+    const std::string kept =
+        theirs.table.HoldsAllOf(in.table) ? std::string() : m_writer.Keep(path, in.file.Bytes());
+    in.file.TakeOver(*found);
+    in.table.Rebuild();
+    return kept.empty() ? std::string() : TheirsIsTaken(in.file.Name(), kept);
 }

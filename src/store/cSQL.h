@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// What an operation of the data access returns.
@@ -19,7 +20,8 @@ constexpr Status succeeded = 0;
 constexpr Status failed = 1; ///< the error has been reported through ErrorLog
 
 /// The only code that touches the data files. Documents are held whole in memory; every change is written
-/// to its file at once. A change whose saving failed stays in memory and goes with the next save.
+/// to its file at once. A change whose saving failed stays in memory and goes with the next save. Before a
+/// change, what another program has written into the file meanwhile is taken over, or kept beside it.
 ///
 /// A record is handed out as a copy and handed back whole; a key of 0 means the blank template.
 class cSQL
@@ -29,7 +31,7 @@ public:
     cSQL(const ProgramFolder& folder, FileOperations& operations);
 
     /// Loads the seven files. A file that is missing or damaged is no failure here; the operations that
-    /// need it fail.
+    /// need it fail. Temporaries that a crash has left behind are removed.
     Status Init();
     /// Releases the documents; nothing is saved. No operation may follow.
     Status DeInit();
@@ -80,7 +82,10 @@ public:
 private:
     /// One of the seven files with its records.
     struct Document {
-        Document(const char* fileName, RecordTable::Names names) : file(fileName), table(file, names) {}
+        Document(std::string fileName, RecordTable::Names names)
+            : file(std::move(fileName)), table(file, names)
+        {
+        }
 
         DataFile file;
         RecordTable table;
@@ -91,6 +96,16 @@ private:
                       Record& record);
     Status Update(std::string_view routine, Document& in, Record& record, const char* savedAs);
     Status Delete(std::string_view routine, Document& in, std::int16_t key, const char* savedAs);
+
+    /// Runs `change` on the table and saves the file. `keyOf` tells the key of the record that is changed.
+    template <typename KeyOf, typename TableChange>
+    Status Change(std::string_view routine, Document& in, const char* savedAs, const KeyOf& keyOf,
+                  const TableChange& change);
+
+    /// Looks, before the record `key` is changed, whether another program has written the file at `path`.
+    /// What it wrote is taken over where it leaves that record as it is here, otherwise it is kept beside the
+    /// file. Returns words for the user when one of the two versions was kept.
+    std::string MeetOtherVersion(Document& in, const std::string& path, const std::string& key);
 
     const ProgramFolder& m_folder;
     SafeWriter m_writer;

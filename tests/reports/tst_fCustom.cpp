@@ -51,7 +51,7 @@ std::string Stored(const TestProgram& program, std::size_t position)
 std::ptrdiff_t Saves(const TestProgram& program)
 {
     const auto& steps = program.operations.Steps();
-    return std::count(steps.begin(), steps.end(), "replace");
+    return std::count(steps.begin(), steps.end(), "exchange");
 }
 
 } // namespace
@@ -505,7 +505,7 @@ void tst_fCustom::notStored_ok_keepsTheWindow()
     const std::string before = program.folder.Read("field.xml");
     ShowCustom(program, [&](QDialog& custom) {
         Retype(custom, "txtLabel", "Day");
-        program.operations.Fail("replace", ErrorNumber::PermissionDenied);
+        program.operations.Fail("exchange", ErrorNumber::PermissionDenied);
         program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::PermissionDenied);
         Ok(custom);
         QVERIFY(custom.isVisible());

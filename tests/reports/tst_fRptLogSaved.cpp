@@ -805,7 +805,7 @@ void tst_fRptLogSaved::notSaved_keepsTheFrame_data()
     QTest::addColumn<int>("number");
     QTest::newRow("full disk") << QByteArray("write") << int(ErrorNumber::DiskFull);
     QTest::newRow("no room for the file") << QByteArray("create") << int(ErrorNumber::PathFileAccess);
-    QTest::newRow("file held by another") << QByteArray("replace") << int(ErrorNumber::PermissionDenied);
+    QTest::newRow("file held by another") << QByteArray("exchange") << int(ErrorNumber::PermissionDenied);
     QTest::newRow("not synchronised") << QByteArray("sync") << int(ErrorNumber::DeviceInputOutput);
 }
 

@@ -22,7 +22,7 @@ struct Opened {
     /// What Save raises, 0 for nothing.
     int Save(const std::string& name)
     {
-        return RaisedNumber([&] { file.Save(programFolder, writer, name); });
+        return RaisedNumber([&] { file.Save(file.SavePath(programFolder, name), writer); });
     }
 
     bool IsLoaded() const
@@ -160,7 +160,7 @@ void tst_DataFile::save_failed_isUnsavedUntilTheNext()
     test.folder.Write("tarno.xml", "<data/>");
     test.Load();
     test.file.Data().append_child("tarno");
-    test.operations.Fail("replace", ErrorNumber::PathFileAccess);
+    test.operations.Fail("exchange", ErrorNumber::PathFileAccess);
     QCOMPARE(test.Save("tarno.xml"), 75);
     QVERIFY(test.file.IsUnsaved());
     QCOMPARE(test.folder.Read("tarno.xml"), "<data/>"s);

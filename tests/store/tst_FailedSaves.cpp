@@ -36,7 +36,7 @@ void tst_FailedSaves::everyStep_leavesTheFileAndKeepsTheChange_data()
     QTest::addColumn<int>("kind");
     QTest::addColumn<std::string>("step");
     for (int kind = 0; kind < 3; ++kind) {
-        for (const char* step : {"follow", "check", "create", "write", "sync", "close", "size", "replace"}) {
+        for (const char* step : {"follow", "check", "create", "write", "sync", "close", "size", "exchange"}) {
             QTest::addRow("%s, %s", RecordFamilies().at(static_cast<std::size_t>(kind)).name.c_str(), step)
                 << kind << std::string(step);
         }
@@ -78,7 +78,7 @@ void tst_FailedSaves::append_keepsTheNewKey_andIsNotAppendedTwice()
         QCOMPARE(store.sql.Init(), succeeded);
         Record record;
         QCOMPARE((store.sql.*family.get)(0, record), succeeded);
-        store.operations.Fail("replace", ErrorNumber::PathFileAccess);
+        store.operations.Fail("exchange", ErrorNumber::PathFileAccess);
         store.reports.Expect("cSQL", family.name + "Update", ErrorNumber::PathFileAccess);
         QCOMPARE((store.sql.*family.update)(record), failed);
         QCOMPARE(record.Text(0), "1"s);

@@ -36,7 +36,7 @@ struct Table {
     std::string Bytes()
     {
         SafeWriter writer(operations);
-        file.Save(programFolder, writer, "location.xml");
+        file.Save(folder.PathOf("location.xml"), writer);
         return folder.Read("location.xml");
     }
 

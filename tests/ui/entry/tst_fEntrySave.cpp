@@ -244,7 +244,7 @@ void tst_fEntrySave::save_newEntryFailedAndRetried_isThereOnce()
     ProgramWithPlace program;
     Edit(program, 0, [&](QDialog& editor) {
         Enter(editor, "txtTideLowHt", "0.9");
-        program.operations.Fail("replace", ErrorNumber::PermissionDenied);
+        program.operations.Fail("exchange", ErrorNumber::PermissionDenied);
         program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PermissionDenied);
         Save(editor);
         QVERIFY(program.Stored("tarno.xml").empty());
