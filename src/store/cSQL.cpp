@@ -20,8 +20,8 @@ constexpr std::string_view newKey = "0"; ///< of a record that has no key yet
 
 std::string KeptNotice(const std::string& file, std::string_view now, const std::string& kept)
 {
-    return "Another program has changed " + file + ". The log is now as " + std::string(now) + " is kept in" +
-           "\r\n" + kept;
+    return "Another program has changed " + file + ". Nothing is lost: the log is now as " +
+           std::string(now) + " is kept in\r\n" + kept;
 }
 
 std::string OursStays(const std::string& file, const std::string& kept)

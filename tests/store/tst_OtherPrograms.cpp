@@ -27,13 +27,14 @@ struct OtherProgram {
 std::string WordsWhenOursStays(const std::string& file, const std::string& kept)
 {
     return "Another program has changed " + file +
-           ". The log is now as you see it here; the other version is kept in\r\n" + kept;
+           ". Nothing is lost: the log is now as you see it here; the other version is kept in\r\n" + kept;
 }
 
 std::string WordsWhenTheirsIsTaken(const std::string& file, const std::string& kept)
 {
     return "Another program has changed " + file +
-           ". The log is now as that program left it, with your change; what you saw here before is kept "
+           ". Nothing is lost: the log is now as that program left it, with your change; what you saw here "
+           "before is kept "
            "in\r\n" +
            kept;
 }

@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Proves that nothing an angler writes is lost: kills, faults, damaged files, two programs on one log, whatever can
+# be typed. Leaves the whole output in build/safety/.
+#   scripts/safety.sh           the short form, as it runs among all tests; a few minutes
+#   scripts/safety.sh --long    the long form: many more rounds of the same, fuzzing, valgrind, and the proof that
+#                               no check can be taken out unnoticed; an hour or more
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+
+long=
+[ "${1:-}" = --long ] && long=yes
+
+need "${build_packages[@]}" "${run_packages[@]}" "${test_packages[@]}" "${safety_packages[@]}"
+
+say "building"
+cmake --preset dev >/dev/null || fail "the build could not be configured"
+cmake --build --preset dev || fail "the build failed"
+
+if [ -z "$long" ]; then
+    exec ctest --preset dev --label-regex safety
+fi
+
+out=build/safety
+rm -rf "$out"
+mkdir -p "$out"
+failed=
+
+# part <name> <command>...: runs one part of the long form and tells how it went
+part() {
+    local name=$1 started=$SECONDS result=passed
+    shift
+    "$@" >"$out/$name.log" 2>&1 || { result=FAILED && failed="$failed $name"; }
+    printf '%-24s %s, %d s\n' "$name" "$result" $((SECONDS - started)) | tee -a "$out/summary.txt"
+    grep -hE '^(Totals|QINFO|INFO)' "$out/$name.log" | sed 's/^/    /' | tee -a "$out/summary.txt" || true
+}
+
+export TARNO_SAFETY=long QTEST_FUNCTION_TIMEOUT=14400000 QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
+for test in build/dev/tests/safety/*/tst_*; do
+    [ -f "$test" ] && [ -x "$test" ] && part "$(basename "$test")" "$test"
+done
+part valgrind scripts/valgrind.sh
+part fuzz scripts/fuzz.sh 1000000
+part mutants scripts/mutants.sh
+
+[ -z "$failed" ] || fail "not passed:$failed; see $out"
+say "all parts of the long form have passed; see $out/summary.txt"
