@@ -162,8 +162,10 @@ bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
     if (HasUtf16Mark(bytes)) {
         bytes = FromUtf16(bytes);
     }
+    // with the zero behind the text, in whose place the parser would put one: it drops the last character
+    // when that is text behind the root
     return IsParsable(bytes) &&
-           IsAccepted(document.load_buffer_inplace(bytes.data(), bytes.size(), parseOptions, encoding),
+           IsAccepted(document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding),
                       document);
 }
 

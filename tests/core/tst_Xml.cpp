@@ -165,6 +165,7 @@ void tst_Xml::parse_damage_isRefused_data()
     QTest::newRow("two roots") << "<data></data><data></data>"s;
     QTest::newRow("text before") << "x<data/>"s;
     QTest::newRow("text behind") << "<data/>x"s;
+    QTest::newRow("one letter behind a line end") << "<data/>\nx"s;
     QTest::newRow("section behind") << "<data/><![CDATA[x]]>"s;
     QTest::newRow("zeros only") << std::string(64, '\0');
     QTest::newRow("zeros behind") << "<data/>"s + std::string(16, '\0');
@@ -201,6 +202,9 @@ void tst_Xml::parse_damage_isRefused()
 {
     QFETCH(std::string, bytes);
     QCOMPARE(Rewritten(bytes), "refused"s);
+    pugi::xml_document document;
+    QVERIFY(!ParseXmlInPlace(bytes, document));
+    QVERIFY(!document.first_child());
 }
 
 void tst_Xml::parse_levels_areReadTo256()
