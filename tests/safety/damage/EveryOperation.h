@@ -96,11 +96,11 @@ public:
 
     ~OperationTrial() { ErrorReporter::Instance().Reset(); }
 
-    /// Loads the files in `folder` and tries the operations that need `file`, or all of them. Returns what
-    /// goes against the promises that hold for every file, in words; empty when nothing does.
-    std::string Run(const TemporaryFolder& folder, const std::string& file, bool all)
+    /// Loads the files in the folder `folder` and tries the operations that need `file`, or all of them.
+    /// Returns what goes against the promises that hold for every file, in words; empty when nothing does.
+    std::string Run(const std::string& folder, const std::string& file, bool all)
     {
-        const ProgramFolder programFolder(folder.Path());
+        const ProgramFolder programFolder(folder);
         ScriptedFileOperations system;
         cSQL sql(programFolder, system);
         m_reports.clear();
@@ -141,7 +141,7 @@ public:
 
     /// What a file that cannot be read must come to, besides the promises of Run: nothing that needs it
     /// works, all else does.
-    std::string RunOnUnreadable(const TemporaryFolder& folder, const std::string& file, bool all)
+    std::string RunOnUnreadable(const std::string& folder, const std::string& file, bool all)
     {
         std::string broken = Run(folder, file, all);
         if (const std::string working = Routines(file, true); !working.empty()) {
@@ -156,7 +156,7 @@ public:
     }
 
     /// What a file that can be read must come to: everything works.
-    std::string RunOnSound(const TemporaryFolder& folder, const std::string& file, bool all)
+    std::string RunOnSound(const std::string& folder, const std::string& file, bool all)
     {
         const std::string broken = Run(folder, file, all);
         const std::string failing = Routines(file, false);

@@ -248,13 +248,13 @@ void tst_HostileFiles::strangeFile_isReadOrNeverSavedOver()
         std::string broken;
         switch (strangeness.fate) {
         case Fate::Refused:
-            broken = m_trial.RunOnUnreadable(folder, file, all);
+            broken = m_trial.RunOnUnreadable(folder.Path(), file, all);
             break;
         case Fate::Read:
-            broken = m_trial.RunOnSound(folder, file, all);
+            broken = m_trial.RunOnSound(folder.Path(), file, all);
             break;
         case Fate::InPart:
-            broken = m_trial.Run(folder, file, all);
+            broken = m_trial.Run(folder.Path(), file, all);
             break;
         }
         QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
@@ -286,7 +286,7 @@ void tst_HostileFiles::whatIsNoFile_isLeftAlone()
         std::filesystem::remove(ToPath(folder.PathOf(file)));
         Obstacles()[static_cast<std::size_t>(index)].put(folder, file);
         const auto before = Contents(folder);
-        const std::string broken = m_trial.RunOnUnreadable(folder, file, false);
+        const std::string broken = m_trial.RunOnUnreadable(folder.Path(), file, false);
         QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
         QVERIFY2(Contents(folder) == before, (file + ": the folder has changed").c_str());
     }
@@ -315,7 +315,7 @@ void tst_HostileFiles::fileThatMayNotBeRead_isLeftAlone()
                 QSKIP("root may not give up its rights here");
             }
             std::filesystem::permissions(path, static_cast<std::filesystem::perms>(mode));
-            broken = m_trial.RunOnUnreadable(folder, file, false);
+            broken = m_trial.RunOnUnreadable(folder.Path(), file, false);
             QCOMPARE(static_cast<int>(std::filesystem::status(path).permissions()), mode);
             std::filesystem::permissions(path, std::filesystem::perms::owner_all);
         }

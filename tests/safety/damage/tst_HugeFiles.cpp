@@ -1,0 +1,169 @@
+#include "EveryOperation.h"
+#include "safety/Form.h"
+
+#include <QProcess>
+#include <QtTest>
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+// Files far beyond any log: 200 MB in the long form. They are loaded by a process of its own, whose memory is
+// bounded by the size of the file.
+
+namespace
+{
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool memoryCounts = false; // the sanitizer keeps what was given back
+#else
+constexpr bool memoryCounts = true;
+#endif
+
+constexpr std::size_t megabyte = 1024UL * 1024UL;
+const int fileSize = Times(5, 200); // in megabytes
+const std::string file = "tarno.xml";
+
+/// The most memory that this process ever used, in megabytes.
+std::size_t PeakMemory()
+{
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    while (status >> word && word != "VmHWM:") {
+    }
+    std::size_t kilobytes = 0;
+    status >> kilobytes;
+    return kilobytes / 1024;
+}
+
+/// The part of the other process: tries every operation on the log in `folder`, says how much memory that
+/// took and what went against the promises.
+void TryLog(const std::string& folder, bool readable)
+{
+    OperationTrial trial;
+    const std::string broken =
+        readable ? trial.RunOnSound(folder, file, false) : trial.RunOnUnreadable(folder, file, false);
+    std::cout << PeakMemory() << " " << broken;
+}
+
+std::string Repeated(const std::string& text, std::size_t size)
+{
+    std::string bytes;
+    bytes.reserve(size + text.size());
+    while (bytes.size() < size) {
+        bytes += text;
+    }
+    return bytes;
+}
+
+/// A log of one entry over and over.
+std::string HugeLog(std::size_t size)
+{
+    const std::string sample = ShippedFile("sample/tarno.xml");
+    const std::string end = "</tarno>\n";
+    const std::size_t begin = sample.find("\t<tarno>");
+    const std::string record = sample.substr(begin, sample.find(end) + end.size() - begin);
+    return "<data>\n" + Repeated(record, size) + "</data>\n";
+}
+
+std::size_t Occurrences(const std::string& bytes, const std::string& text)
+{
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = bytes.find(text, at)) != std::string::npos; at += text.size()) {
+        ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+class tst_HugeFiles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void hugeFile_isReadOrLeftAloneInBoundedMemory_data();
+    void hugeFile_isReadOrLeftAloneInBoundedMemory();
+    void cleanupTestCase();
+
+private:
+    QStringList m_figures;
+};
+
+void tst_HugeFiles::hugeFile_isReadOrLeftAloneInBoundedMemory_data()
+{
+    const std::size_t size = static_cast<std::size_t>(fileSize) * megabyte;
+    QTest::addColumn<std::string>("bytes");
+    QTest::addColumn<bool>("readable");
+    QTest::addColumn<std::size_t>("timesItsSize"); // memory
+    QTest::newRow("entries") << HugeLog(size) << true << std::size_t(9);
+    QTest::newRow("one text") << "<data><tarno><TarnoNo>1</TarnoNo><Obbos>" + Repeated("Dear diary ", size) +
+                                     "</Obbos></tarno></data>\n"
+                              << true << std::size_t(9);
+    QTest::newRow("zeros") << std::string(size, '\0') << false << std::size_t(2);
+    QTest::newRow("starts of tags") << std::string(size, '<') << false << std::size_t(2);
+    QTest::newRow("ampersands") << "<data>" + std::string(size, '&') << false << std::size_t(2);
+    QTest::newRow("an endless attribute") << "<data a=\"" + std::string(size, 'a') << false << std::size_t(2);
+    QTest::newRow("attributes") << "<data" + Repeated(" a=\"\"", size) + "/" << false << std::size_t(20);
+    QTest::newRow("blanks") << std::string(size, ' ') << false << std::size_t(2);
+    QTest::newRow("levels") << Repeated("<data>", size) << false << std::size_t(20);
+    QTest::newRow("comments") << Repeated("<!---->", size) << false << std::size_t(20);
+    QTest::newRow("comments that are none") << Repeated("<!--&", size) << false << std::size_t(20);
+}
+
+void tst_HugeFiles::hugeFile_isReadOrLeftAloneInBoundedMemory()
+{
+    QFETCH(std::string, bytes);
+    QFETCH(bool, readable);
+    QFETCH(std::size_t, timesItsSize);
+    const TemporaryFolder folder;
+    CopyShipped(folder);
+    folder.Write(file, bytes);
+    const std::vector<std::string> names = folder.Names();
+
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--try-log"), QString::fromStdString(folder.Path()),
+                   readable ? QStringLiteral("readable") : QStringLiteral("unreadable")});
+    QVERIFY(process.waitForFinished(-1));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+    std::istringstream said(process.readAllStandardOutput().toStdString());
+    std::size_t peak = 0;
+    std::string broken;
+    said >> peak;
+    std::getline(said, broken);
+    QCOMPARE(broken, std::string(" "));
+
+    const std::string after = folder.Read(file);
+    if (!readable) {
+        QVERIFY(after == bytes);
+    } else { // one entry came, one went
+        QCOMPARE(Occurrences(after, "<tarno>"), Occurrences(bytes, "<tarno>"));
+        QCOMPARE(ReadXml(after).fault, std::string());
+    }
+    QCOMPARE(folder.Names(), names);
+    const std::size_t most = timesItsSize * bytes.size() / megabyte + 20;
+    m_figures << QStringLiteral("%1 %2 MB").arg(QLatin1String(QTest::currentDataTag())).arg(peak);
+    QVERIFY(peak > bytes.size() / megabyte);
+    QVERIFY2(!memoryCounts || peak <= most, ("more than " + std::to_string(most) + " MB").c_str());
+}
+
+void tst_HugeFiles::cleanupTestCase()
+{
+    qInfo("memory for files of %d MB: %s", fileSize, qPrintable(m_figures.join(QStringLiteral(", "))));
+}
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() == 4 && arguments[1] == QLatin1String("--try-log")) {
+        TryLog(arguments[2].toStdString(), arguments[3] == QLatin1String("readable"));
+        return 0;
+    }
+    tst_HugeFiles test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_HugeFiles.moc"
