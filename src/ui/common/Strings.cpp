@@ -4,25 +4,32 @@
 
 #include <QList>
 
+// A text may begin with U+FEFF like with any other character, which Qt's conversions take for a byte order
+// mark and drop.
+
 QString FromUtf8(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    QString converted = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return text.starts_with("\xEF\xBB\xBF") ? converted.prepend(QChar(QChar::ByteOrderMark)) : converted;
 }
 
 std::string ToUtf8(const QString& text)
 {
-    // by way of UCS-4, whose conversion puts U+FFFD in the place of a lone surrogate
-    const QList<uint> codePoints = text.toUcs4();
-    return QString::fromUcs4(reinterpret_cast<const char32_t*>(codePoints.constData()), codePoints.size())
-        .toStdString();
+    QString whole;
+    whole.reserve(text.size());
+    for (const uint codePoint : text.toUcs4()) { // U+FFFD for a lone surrogate
+        whole += QChar::fromUcs4(codePoint);
+    }
+    return whole.toStdString();
 }
 
 QString ShownLines(std::string_view stored)
 {
     QString lines = FromUtf8(mMain::DecodeLineBreaks(stored));
     lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    for (const QChar lineBreak :
-         {QChar(QLatin1Char('\r')), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)}) {
+    // with the two characters that a text document cannot hold either
+    for (const QChar lineBreak : {QChar(QLatin1Char('\r')), QChar(QChar::LineSeparator),
+                                  QChar(QChar::ParagraphSeparator), QChar(0xFDD0), QChar(0xFDD1)}) {
         lines.replace(lineBreak, QLatin1Char('\n'));
     }
     return lines;

@@ -29,6 +29,8 @@ void tst_Strings::text_comesBack_data()
     QTest::newRow("three bytes") << QByteArray("\xE6\xB5\x9C\xE5\x90\x8D\xE6\xB9\x96");
     QTest::newRow("beyond the first plane") << QByteArray("\xF0\x9F\x90\x9F!");
     QTest::newRow("zero byte") << QByteArray("a\0b", 3);
+    QTest::newRow("byte order marks") << QByteArray("\xEF\xBB\xBF\xEF\xBB\xBFx\xEF\xBB\xBF");
+    QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF");
 }
 
 void tst_Strings::text_comesBack()
@@ -36,7 +38,7 @@ void tst_Strings::text_comesBack()
     QFETCH(QByteArray, text);
     const std::string bytes = text.toStdString();
     QCOMPARE(ToUtf8(FromUtf8(bytes)), bytes);
-    QCOMPARE(FromUtf8(bytes), QString::fromUtf8(text));
+    QCOMPARE(FromUtf8(bytes).toUtf8(), text);
 }
 
 void tst_Strings::toUtf8_loneSurrogate_becomesTheReplacementCharacter_data()
@@ -92,6 +94,8 @@ void tst_Strings::shownLines_everyBreakIsALineFeed_data()
                                              << "a\nb";
     QTest::newRow("separators of Unicode by hand") << "a\u2028b\u2029c"
                                                    << "a\nb\nc";
+    QTest::newRow("characters that become breaks in a box") << "a\uFDD0b\uFDD1c"
+                                                            << "a\nb\nc";
     QTest::newRow("no-break space") << "6\u00A0kg"
                                     << "6\u00A0kg";
     QTest::newRow("half of the code") << "a~CL b"
