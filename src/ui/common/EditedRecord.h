@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Text.h"
 #include "store/Record.h"
 
 #include <cstddef>
@@ -23,11 +24,12 @@ public:
 
     std::string Text(std::size_t position) const { return m_record.Text(position); }
 
-    /// The common write-back: when `text` differs from the value at `position`, replaces it and sets the
-    /// changed flag. Returns whether it did. Throws Error ObjectNotSet when there is no such position.
+    /// The common write-back: when `text`, as it can be kept, differs from the value at `position`, replaces
+    /// it and sets the changed flag. Returns whether it did. Throws Error ObjectNotSet when there is no such
+    /// position.
     bool Store(std::size_t position, std::string_view text)
     {
-        if (m_record.Text(position) == text) {
+        if (m_record.Text(position) == XmlText(text)) {
             return false;
         }
         m_record.SetText(position, text);
