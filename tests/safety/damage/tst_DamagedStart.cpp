@@ -1,0 +1,250 @@
+#include "EveryOperation.h"
+#include "reports/fRptLog.h"
+#include "safety/Form.h"
+#include "ui/entry/EntryTest.h"
+#include "ui/locations/dlgLocMaint.h"
+#include "ui/locations/fLocs.h"
+#include "ui/main/fTarno.h"
+
+#include <QListWidget>
+#include <QtTest>
+
+#include <optional>
+
+// The windows over a log of which one file is damaged: all of them open or say why not, and nothing that is
+// done in them touches the file.
+
+using namespace std::string_literals;
+
+namespace
+{
+
+/// Answers every question as Enter does.
+class Answers final : public MessageBoxes
+{
+public:
+    Button Ask(QWidget* /*parent*/, const Question& question) override { return question.byDefault; }
+};
+
+/// The sample log in a folder of its own, with a user who reads all messages and goes on.
+class DamagedProgram : public TestProgram
+{
+public:
+    DamagedProgram()
+    {
+        UseSample();
+        ErrorReporter::Instance().SetShowMessage(
+            [this](const std::string& text, const std::string& /*title*/) { told.push_back(text); });
+    }
+
+    Answers answers;
+    std::vector<std::string> told;
+    const Program attended{programFolder, sql,   descs,    settings, clock,
+                           answers,       files, programs, printers, operations};
+};
+
+/// Runs `open`, and in each modal window that it opens `steps` before the window is closed.
+template <typename Open, typename Steps>
+void Attended(Open&& open, Steps&& steps)
+{
+    QTimer driver;
+    QObject::connect(&driver, &QTimer::timeout, &driver, [&] {
+        auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (window != nullptr) {
+            driver.stop();
+            if (!QTest::qWaitForWindowActive(window)) {
+                QTest::qFail("the window does not become active", __FILE__, __LINE__);
+            }
+            steps(*window);
+            window->done(QDialog::Rejected);
+            driver.start(0);
+        }
+    });
+    driver.start(0);
+    open();
+}
+
+void TypeAndSave(QWidget& window, const char* box)
+{
+    if (auto* lines = window.findChild<QPlainTextEdit*>(QLatin1String(box)); lines != nullptr) {
+        lines->setPlainText(QStringLiteral("typed"));
+    } else {
+        Find<QLineEdit>(window, box).setText(QStringLiteral("typed"));
+    }
+    Find<QAbstractButton>(window, "cmdOK").click();
+}
+
+/// Goes through the windows, types and saves in all of them.
+void UseEverything(const DamagedProgram& log)
+{
+    fTarno mainWindow(log.attended);
+    mainWindow.show();
+    QVERIFY(QTest::qWaitForWindowActive(&mainWindow));
+    for (const std::int16_t key : {0, 1}) {
+        Attended([&] { fEntry(log.attended, &mainWindow).SetData(key, false); },
+                 [](QWidget& window) { TypeAndSave(window, "txtAirTemp"); });
+        Attended([&] { dlgLocMaint(log.attended, &mainWindow).SetData(key, false); },
+                 [](QWidget& window) { TypeAndSave(window, "txtLocName"); });
+    }
+    fEntry(log.attended, &mainWindow).SetData(2, true);
+    dlgLocMaint(log.attended, &mainWindow).SetData(2, true);
+    Attended([&] { fLocs(log.attended, &mainWindow).exec(); }, [](QWidget&) {});
+    Attended([&] { fRptLog(log.attended, &mainWindow).exec(); },
+             [](QWidget& window) {
+                 for (const char* button : {"cmdMoveAll", "cmdBack", "cmdUp", "cmdSave", "cmdSavedOK"}) {
+                     window.findChild<QAbstractButton*>(QLatin1String(button))->click();
+                     if (auto* name = window.findChild<QLineEdit*>(QStringLiteral("txtSaved"))) {
+                         name->setText(QStringLiteral("typed"));
+                     }
+                 }
+             });
+}
+
+/// Bytes for a file of any kind; none for a folder in its place.
+struct Damage {
+    const char* name;
+    std::optional<std::string> bytes;
+};
+
+const std::vector<Damage>& Damages()
+{
+    static const std::vector<Damage> all{
+        {"zeros", std::string(4096, '\0')},
+        {"empty", ""s},
+        {"cut off", "<data>\n\t<tarno>\n\t\t<TarnoNo>1</Tar"s},
+        {"another root", "<settings2 />\n"s},
+        {"no UTF-8", "<data>\xE9\xFF</data>\n"s},
+        {"one line", std::string(static_cast<std::size_t>(Times(100'000, 10'000'000)), 'x')},
+        {"a folder", std::nullopt},
+    };
+    return all;
+}
+
+void Put(const TemporaryFolder& folder, const std::string& file, const Damage& damage)
+{
+    std::filesystem::remove(ToPath(folder.PathOf(file)));
+    if (damage.bytes) {
+        folder.Write(file, *damage.bytes);
+    } else {
+        folder.MakeFolder(file);
+    }
+}
+
+/// Whether the file is as it was put.
+bool IsUntouched(const TemporaryFolder& folder, const std::string& file, const Damage& damage)
+{
+    return damage.bytes ? folder.Read(file) == *damage.bytes
+                        : std::filesystem::is_empty(ToPath(folder.PathOf(file)));
+}
+
+/// A row for each damage to each of the files, or in the short form for every so many of them.
+void AddDamages(const std::vector<std::string>& files, int stride = 1)
+{
+    QTest::addColumn<std::string>("file");
+    QTest::addColumn<int>("index");
+    int turn = 0;
+    for (const std::string& file : files) {
+        for (int index = 0; index < static_cast<int>(Damages().size()); ++index) {
+            if (turn++ % Times(stride, 1) != 0) {
+                continue;
+            }
+            QTest::newRow((file + ": " + Damages()[static_cast<std::size_t>(index)].name).c_str())
+                << file << index;
+        }
+    }
+}
+
+} // namespace
+
+class tst_DamagedStart : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void damagedDataFile_isToldAndNeverSavedOver_data();
+    void damagedDataFile_isToldAndNeverSavedOver();
+    void damagedPickList_opensOrIsTold_data();
+    void damagedPickList_opensOrIsTold();
+    void damagedSettings_areAsNone_data();
+    void damagedSettings_areAsNone();
+};
+
+void tst_DamagedStart::damagedDataFile_isToldAndNeverSavedOver_data()
+{
+    AddDamages({dataFiles.begin(), dataFiles.end()}, 3);
+}
+
+void tst_DamagedStart::damagedDataFile_isToldAndNeverSavedOver()
+{
+    QFETCH(std::string, file);
+    QFETCH(int, index);
+    const Damage& damage = Damages()[static_cast<std::size_t>(index)];
+    DamagedProgram log;
+    Put(log.folder, file, damage);
+    const std::vector<std::string> names = log.folder.Names();
+    log.Start();
+    UseEverything(log);
+    QVERIFY(!log.told.empty());
+    QVERIFY(IsUntouched(log.folder, file, damage));
+    for (const std::string other : dataFiles) {
+        if (other != file) {
+            QCOMPARE(other + ": " + ReadXml(log.folder.Read(other)).fault, other + ": ");
+        }
+    }
+    QCOMPARE(log.folder.Names(), names);
+}
+
+void tst_DamagedStart::damagedPickList_opensOrIsTold_data()
+{
+    AddDamages({"Bait.txt", "Species.txt", "Methods.txt"}, 2);
+}
+
+void tst_DamagedStart::damagedPickList_opensOrIsTold()
+{
+    QFETCH(std::string, file);
+    QFETCH(int, index);
+    const Damage& damage = Damages()[static_cast<std::size_t>(index)];
+    DamagedProgram log;
+    Put(log.folder, file, damage);
+    log.Start();
+    Attended([&] { fEntry(log.attended, nullptr).SetData(1, false); },
+             [&](QWidget& editor) {
+                 for (const char* label : {"lblDDBait", "lblDDTarget", "lblDDCaught", "lblDDMethods"}) {
+                     GoTo(editor, label);
+                     auto& list = Find<QListWidget>(editor, "lstList");
+                     if (list.isVisible()) {
+                         QVERIFY(list.count() > 0);
+                         Press(editor, Qt::Key_Escape);
+                     }
+                     QVERIFY(!list.isVisible());
+                 }
+                 QVERIFY(editor.isVisible());
+                 TypeAndSave(editor, "txtAirTemp");
+             });
+    QCOMPARE(log.StoredEntry(1, EntryField::AirTemp), "typed"s);
+    QCOMPARE(log.told, std::vector<std::string>());
+    QVERIFY(IsUntouched(log.folder, file, damage));
+}
+
+void tst_DamagedStart::damagedSettings_areAsNone_data()
+{
+    AddDamages({"settings.xml"});
+}
+
+void tst_DamagedStart::damagedSettings_areAsNone()
+{
+    QFETCH(std::string, file);
+    QFETCH(int, index);
+    const Damage& damage = Damages()[static_cast<std::size_t>(index)];
+    DamagedProgram log;
+    Put(log.folder, file, damage);
+    log.Start();
+    log.settings.SaveSetting("KOWRA", "XTidePath", log.folder.PathOf("Bait.txt"));
+    QCOMPARE(log.settings.GetSetting("KOWRA", "XTidePath", "none"), "none"s);
+    UseEverything(log);
+    QCOMPARE(log.told, std::vector<std::string>());
+    QVERIFY(IsUntouched(log.folder, file, damage));
+}
+
+QTEST_MAIN(tst_DamagedStart)
+#include "tst_DamagedStart.moc"
