@@ -169,7 +169,7 @@ QByteArray RtfText(const QString& text)
             rtf += static_cast<char>(unit);
         } else if (unit >= 0x20 && unit < 0x7F) {
             rtf += static_cast<char>(unit);
-        } else if (unit > 0x7F) {
+        } else if (unit >= 0x7F) {
             rtf += Word("u", static_cast<std::int16_t>(unit)) + "?";
         }
     }

@@ -56,7 +56,9 @@ private Q_SLOTS:
         QTest::newRow("Japanese") << QString::fromUtf8("東") << QByteArray("\\u26481?");
         QTest::newRow("highest half") << QString(QChar(0xFFFD)) << QByteArray("\\u-3?");
         QTest::newRow("surrogate pair") << QString::fromUtf8("😀") << QByteArray("\\u-10179?\\u-8704?");
-        QTest::newRow("control characters") << QStringLiteral("a\x01\x07\x0B\x1B\x7Fz") << QByteArray("az");
+        QTest::newRow("control characters") << QStringLiteral("a\x01\x07\x0B\x1Bz") << QByteArray("az");
+        QTest::newRow("a control character that a log can hold")
+            << QStringLiteral("a\x7Fz") << QByteArray("a\\u127?z");
         QTest::newRow("no character 0") << QString(QChar(0)) << QByteArray();
     }
 
