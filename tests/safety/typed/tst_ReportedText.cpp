@@ -1,0 +1,140 @@
+#include "Characters.h"
+#include "reports/LogReport.h"
+#include "reports/ReadRtf.h"
+#include "reports/engine/RtfWriter.h"
+#include "safety/Form.h"
+#include "ui/common/Strings.h"
+
+#include <QtTest>
+
+// What the log holds is on the log report and in the RTF file that it is saved to, character by character.
+
+using namespace std::string_literals;
+
+namespace
+{
+
+constexpr std::size_t columns = 10; // they are the first values of an entry behind its key
+constexpr std::size_t inOneValue = 20;
+
+/// Columns that grow with their texts, named so that nothing is made of the values.
+Columns GrowingColumns()
+{
+    Columns growing;
+    for (std::size_t column = 0; column < columns; ++column) {
+        growing.push_back({.name = "F" + std::to_string(column), .width = "60", .grow = "1"});
+    }
+    return growing;
+}
+
+/// `text` as Qt holds it, each line break a line feed.
+QString Settled(const std::string& text)
+{
+    QString settled = QString::fromStdString("x" + text).mid(1);
+    return settled.replace(QLatin1String("\r\n"), QLatin1String("\n"))
+        .replace(QLatin1Char('\r'), QLatin1Char('\n'));
+}
+
+/// All but the white space, at which lines are broken.
+QString Visible(QString text)
+{
+    return text.removeIf([](QChar character) { return character.isSpace(); });
+}
+
+/// The characters to be tried: the first scripts and in the short form a part of the others.
+std::vector<char32_t> ReportedCharacters()
+{
+    std::vector<char32_t> some;
+    std::size_t at = 0;
+    for (const char32_t character : XmlCharacters()) {
+        constexpr std::size_t stride = 301;
+        const bool special = character < 0x600 || (character >= 0x2000 && character < 0x2070) ||
+                             (character >= 0xFDC0 && character < 0x10000);
+        if (IsLongForm() || special || at++ % stride == 0) {
+            some.push_back(character);
+        }
+    }
+    return some;
+}
+
+/// Puts the texts into a log and looks at its report and at its RTF file.
+void CheckReport(const std::vector<std::string>& texts)
+{
+    LogReport report(GrowingColumns());
+    for (std::size_t at = 0; at < texts.size(); at += columns) {
+        Values entry;
+        for (std::size_t column = 0; column < columns && at + column < texts.size(); ++column) {
+            entry[column + 1] = texts[at + column];
+        }
+        report.program.AddEntry(entry);
+    }
+    report.FillGrid();
+    const Document document = report.Run();
+    const RtfReading rtf = RtfReader::Read(RtfBytes(document));
+    QCOMPARE(rtf.fault, QString());
+    QStringList cells;
+    for (const RtfRow& row : rtf.body) {
+        cells << row.cells;
+    }
+    for (std::size_t at = 0; at < texts.size(); ++at) {
+        const QString expected = Settled(texts[at]);
+        const PlacedText& text =
+            In(document.details.at(at / columns), QStringLiteral("fldF%1").arg(at % columns));
+        QCOMPARE(text.text, expected);
+        QCOMPARE(Visible(LinesOf(text).join(QString())), Visible(expected));
+        QVERIFY2(cells.contains(expected), qPrintable(QStringLiteral("not in the file: ") + expected));
+    }
+}
+
+} // namespace
+
+class tst_ReportedText : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyCharacter_isOnTheReportAndInTheFile();
+    void markupOfEveryKind_isText();
+};
+
+void tst_ReportedText::everyCharacter_isOnTheReportAndInTheFile()
+{
+    const std::vector<char32_t> characters = ReportedCharacters();
+    const std::vector<std::string> texts = Texts(characters, inOneValue);
+    constexpr std::size_t inOneLog = 500;
+    for (std::size_t at = 0; at < texts.size(); at += inOneLog) {
+        const auto first = texts.begin() + static_cast<std::ptrdiff_t>(at);
+        CheckReport({first, first + static_cast<std::ptrdiff_t>(std::min(inOneLog, texts.size() - at))});
+        if (QTest::currentTestFailed()) {
+            return;
+        }
+    }
+    qInfo("%zu characters reported", characters.size());
+}
+
+void tst_ReportedText::markupOfEveryKind_isText()
+{
+    CheckReport({"<b>x</b>",
+                 "<img src='/etc/passwd'>",
+                 "{\\rtf1 {\\field{\\*\\fldinst INCLUDETEXT x}}}",
+                 "\\",
+                 "}}}}}",
+                 "../../x",
+                 "%1 %2 %n",
+                 "&Save && go",
+                 "\\u1234?",
+                 "]]>",
+                 "&lt;",
+                 "\\'41 \\par \\cell",
+                 "{\\object",
+                 "\x7F",
+                 "\xEF\xBB\xBF",
+                 "a\tb",
+                 "~CL",
+                 "'\"`$(touch x)",
+                 "=1+1",
+                 "\\line "});
+}
+
+QTEST_MAIN(tst_ReportedText)
+#include "tst_ReportedText.moc"
