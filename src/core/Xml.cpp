@@ -40,13 +40,26 @@ struct Section {
     std::size_t end;
 };
 
-/// The first comment, CDATA section or processing instruction in `bytes` from `from` on; an empty one at the
-/// end when there is none.
+/// Where the tag that begins at `at` ends; what stands in quotes does not end it.
+std::size_t EndOfTag(std::string_view bytes, std::size_t at)
+{
+    constexpr std::string_view endsAndQuotes = ">[\"'"; // a document type holds further tags behind "["
+    at = bytes.find_first_of(endsAndQuotes, at);
+    while (at != std::string_view::npos && (bytes[at] == '"' || bytes[at] == '\'')) {
+        at = bytes.find(bytes[at], at + 1);
+        at = at == std::string_view::npos ? at : bytes.find_first_of(endsAndQuotes, at + 1);
+    }
+    return at;
+}
+
+/// The first comment, CDATA section or processing instruction in `bytes` from `from` on, where no tag is
+/// open; an empty one at the end when there is none.
 Section NextLiteral(std::string_view bytes, std::size_t from)
 {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kinds{
         {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}}};
-    for (std::size_t at = bytes.find('<', from); at != std::string_view::npos; at = bytes.find('<', at + 1)) {
+    for (std::size_t at = bytes.find('<', from); at != std::string_view::npos;
+         at = bytes.find('<', EndOfTag(bytes, at))) {
         for (const auto& [opening, closing] : kinds) {
             if (bytes.substr(at).starts_with(opening)) {
                 return {at, std::min(bytes.find(closing, at + opening.size()), bytes.size())};
@@ -162,8 +175,7 @@ bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
     if (HasUtf16Mark(bytes)) {
         bytes = FromUtf16(bytes);
     }
-    // with the zero behind the text, in whose place the parser would put one: it drops the last character
-    // when that is text behind the root
+    // with the zero behind them: the parser puts one into the last place and would not see a letter there
     return IsParsable(bytes) &&
            IsAccepted(document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding),
                       document);

@@ -8,11 +8,15 @@ using namespace std::string_literals;
 namespace
 {
 
-/// The document that `bytes` are, written again; "refused" when they are none.
+/// The document that `bytes` are, written again; "refused" when they are none. Both parsers must agree.
 std::string Rewritten(std::string_view bytes)
 {
     pugi::xml_document document;
-    return ParseXml(bytes, document) ? SerializeXml(document) : "refused";
+    const std::string rewritten = ParseXml(bytes, document) ? SerializeXml(document) : "refused";
+    std::string inPlace(bytes);
+    pugi::xml_document same;
+    const std::string also = ParseXmlInPlace(inPlace, same) ? SerializeXml(same) : "refused";
+    return also == rewritten ? rewritten : rewritten + ", but in place " + also;
 }
 
 std::string Utf16(const std::u16string& text, bool littleEndian)
@@ -164,7 +168,8 @@ void tst_Xml::parse_damage_isRefused_data()
     QTest::newRow("end without start") << "</data>"s;
     QTest::newRow("two roots") << "<data></data><data></data>"s;
     QTest::newRow("text before") << "x<data/>"s;
-    QTest::newRow("text behind") << "<data/>x"s;
+    QTest::newRow("text behind") << "<data/>text"s;
+    QTest::newRow("letter behind") << "<data/>x"s;
     QTest::newRow("one letter behind a line end") << "<data/>\nx"s;
     QTest::newRow("section behind") << "<data/><![CDATA[x]]>"s;
     QTest::newRow("zeros only") << std::string(64, '\0');
@@ -191,6 +196,9 @@ void tst_Xml::parse_damage_isRefused_data()
     QTest::newRow("no reference behind a comment that holds none") << "<data><!-- & --><a>&</a></data>"s;
     QTest::newRow("no reference between comments") << "<data><!-- & -->a & b<!-- & --></data>"s;
     QTest::newRow("reference ended in a comment") << "<data>&amp<!-- ; --></data>"s;
+    QTest::newRow("no reference behind what would begin a comment") << "<data a='<!--'>&tide;</data>"s;
+    QTest::newRow("control character behind what would begin an instruction")
+        << "<data a=\"<?'\" b='\"'>&#xF;</data>"s;
     QTest::newRow("reference beyond all length") << "<data>&#" + std::string(1000, '0') + "65;</data>";
     QTest::newRow("257 levels") << Levels(257);
     QTest::newRow("200,000 levels") << Levels(200000);
