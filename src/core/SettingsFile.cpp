@@ -68,6 +68,7 @@ void SettingsFile::Write(std::string_view section, std::string_view name, std::s
     if (!value) {
         value = AppendNamed(found, "value", name);
     }
+    value.remove_children(); // a section of character data would break a text with "]]>" in two
     value.text().set(XmlText(text).c_str());
     Save(document);
 }

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void write_firstValue_createsFoldersAndFile();
     void write_nextValue_keepsWhatOthersPutThere();
     void write_textXmlCannotCarry_becomesTheReplacementCharacter();
+    void write_overASectionOfCharacterData_isReadBackWhole();
     void read_anotherProgramsChange_isSeen();
     void damagedFile_isNeitherReadNorWrittenOver_data();
     void damagedFile_isNeitherReadNorWrittenOver();
@@ -66,6 +67,17 @@ void tst_SettingsFile::write_textXmlCannotCarry_becomesTheReplacementCharacter()
     SettingsFile file(folder.PathOf("settings.xml"), operations);
     file.Write("KOWRA\x01", "XTidePath\xFF", "a\0b"s);
     QCOMPARE(file.Read("KOWRA\uFFFD", "XTidePath\uFFFD").value_or("none"), "a\uFFFDb"s);
+}
+
+void tst_SettingsFile::write_overASectionOfCharacterData_isReadBackWhole()
+{
+    const TemporaryFolder folder;
+    folder.Write("settings.xml", "<settings><section name=\"KOWRA\">"
+                                 "<value name=\"XTidePath\"><![CDATA[x]]></value></section></settings>");
+    ScriptedFileOperations operations;
+    SettingsFile file(folder.PathOf("settings.xml"), operations);
+    file.Write("KOWRA", "XTidePath", "a]]>b");
+    QCOMPARE(file.Read("KOWRA", "XTidePath").value_or("none"), "a]]>b"s);
 }
 
 void tst_SettingsFile::read_anotherProgramsChange_isSeen()
