@@ -13,6 +13,8 @@
 namespace
 {
 
+constexpr int firstYear = 1;
+constexpr int lastYear = 9999;
 constexpr int lastYearOf2000s = 29; // of the years of two digits
 
 /// The whole number in a part of a time; nothing when it is too large to be one.
@@ -83,7 +85,9 @@ std::optional<std::chrono::year_month_day> UserDate(const QString& text, const Q
     const QString form = ShortForm(locale);
     const QString typed = text.trimmed();
     for (const QString& written : {typed, WithCentury(typed, form)}) {
-        if (const QDate date = locale.toDate(written, form); date.isValid()) {
+        // a year may have come with a sign
+        if (const QDate date = locale.toDate(written, form);
+            date.isValid() && date.year() >= firstYear && date.year() <= lastYear) {
             return std::chrono::year(date.year()) / date.month() / date.day();
         }
     }

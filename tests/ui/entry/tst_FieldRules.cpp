@@ -175,6 +175,10 @@ void tst_FieldRules::userDate_noDate_data()
                                          << "29.2.03";
     QTest::newRow("year 0, short") << "de_DE"
                                    << "1.1.0000";
+    QTest::newRow("year with a sign") << "de_DE"
+                                      << "5.2.-2003";
+    QTest::newRow("year with a sign, short") << "de_DE"
+                                             << "5.2.-03";
     QTest::newRow("month 13") << "en_AU"
                               << "1/13/2003";
 }
