@@ -47,7 +47,8 @@ QStringDecoder AnsiDecoder()
 
 QStringList PickListLines(const QByteArray& bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8);
+    // stateless, because bytes that begin a letter at the very end are an error too and not awaited
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8(bytes);
     if (utf8.hasError()) {
         text = AnsiDecoder()(bytes);

@@ -195,6 +195,8 @@ void tst_PickLists::lines_ofInvalidUtf8_areReadInTheAnsiCodePage()
 {
     const QStringList lines{QStringLiteral(u"Nud\u00E9l"), QStringLiteral(u"\u20AC 5 \u2019lure\u2019")};
     QCOMPARE(PickListLines("Nud\xE9l\r\n\x80 5 \x92lure\x92"), lines);
+    // a last letter that in UTF-8 would be the first byte of one
+    QCOMPARE(PickListLines("Paw\xE9"), QStringList(QStringLiteral(u"Paw\u00E9")));
 }
 
 void tst_PickLists::label_hasItsCaptionAndToolTip_data()
