@@ -26,10 +26,13 @@ target_compile_options(tarno_options INTERFACE
 target_compile_definitions(tarno_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS
     QT_NO_FOREACH QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-if(TARNO_SANITIZE)
+if(TARNO_SANITIZE OR TARNO_FUZZ)
     target_compile_options(tarno_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tarno_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(TARNO_FUZZ)
+    target_compile_options(tarno_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # tarno_floor(NAME <name> SOURCES <sorted list> [LINK <libraries>])

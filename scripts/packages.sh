@@ -41,6 +41,12 @@ assistive_packages=(
     gir1.2-atspi-2.0
     python3-gi
 )
+# what looks for faults with made-up input and for faulty use of memory
+safety_packages=(
+    clang-14
+    libclang-rt-14-dev
+    valgrind
+)
 bench_packages=(
     libbenchmark-dev
 )

@@ -1,0 +1,81 @@
+#!/usr/bin/env bash
+# Lets the fuzzers make up inputs: every program of tests/safety/fuzz gets so many of them, at most two programs at
+# once, and must keep its promises under the address and undefined-behaviour sanitizers. What they find on the way
+# stays under build/fuzz/; a crash ends the script with the path of the input that made it.
+#   scripts/fuzz.sh [RUNS [FUZZER...]]    1,000,000 runs of each fuzzer unless said otherwise
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/packages.sh
+
+runs=${1:-1000000}
+[[ $runs =~ ^[0-9]+$ ]] || fail "usage: scripts/fuzz.sh [RUNS [FUZZER...]]"
+shift $(($# > 0))
+sources=tests/safety/fuzz
+build=build/fuzz/$sources
+found=build/fuzz/found
+
+need "${build_packages[@]}" "${safety_packages[@]}"
+say "building"
+cmake --preset fuzz >/dev/null || fail "the build could not be configured"
+cmake --build --preset fuzz || fail "the fuzzers do not build"
+
+fuzzers=("$@")
+[ $# -gt 0 ] || mapfile -t fuzzers < <(cd "$sources" && ls fuzz_*.cpp | sed 's/\.cpp$//')
+
+# the files that a fuzzer writes lie in memory
+TMPDIR=$(mktemp -d -p "$([ -w /dev/shm ] && echo /dev/shm || echo "${TMPDIR:-/tmp}")" tarno-fuzz.XXXXXX)
+trap 'rm -rf "$TMPDIR"' EXIT
+export TMPDIR QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
+# what the sanitizer remembers of freed blocks would grow with the runs
+export ASAN_OPTIONS=malloc_context_size=4:quarantine_size_mb=16
+
+# longest <fuzzer>: bytes of an input; longer ones find no more but take longer
+longest() {
+    case $1 in
+    fuzz_DateTime) echo 32 ;;
+    fuzz_PickList | fuzz_Rtf) echo 128 ;;
+    *) echo 1024 ;;
+    esac
+}
+
+# fuzz <fuzzer>: one line about its runs; fails when one crashes
+fuzz() {
+    local name=$1 out=$found/$1 words=$sources/dictionaries/$1.txt seconds=$SECONDS options=()
+    rm -rf "$out"
+    mkdir -p "$out/corpus"
+    [ ! -e "$words" ] || options+=(-dict="$words")
+    if ! "$build/$name" -runs="$runs" -seed=1 -max_len="$(longest "$name")" -timeout=20 -rss_limit_mb=2048 \
+        -print_final_stats=1 -artifact_prefix="$out/" "${options[@]}" \
+        "$out/corpus" "$sources/corpus/$name" >"$out/log.txt" 2>&1; then
+        grep -m 1 -E '^broken:|ERROR:|runtime error:' "$out/log.txt" >&2 || tail -n 5 "$out/log.txt" >&2
+        printf 'error: %s crashes on %s\n' "$name" \
+            "$(find "$out" -maxdepth 1 -type f ! -name log.txt -print -quit)" >&2
+        return 1
+    fi
+    printf '%-14s %9d runs %6d s %8d a second %6d new inputs %6d places covered\n' "$name" \
+        "$(figure number_of_executed_units)" $((SECONDS - seconds)) "$(figure average_exec_per_sec)" \
+        "$(figure new_units_added)" "$(grep -o 'cov: [0-9]*' "$out/log.txt" | tail -n 1 | cut -d ' ' -f 2)"
+}
+
+# figure <name>: from the log of the fuzzer that is being run
+figure() {
+    sed -n "s/^stat::$1: *//p" "$out/log.txt"
+}
+
+say "$runs runs of ${fuzzers[*]}"
+crashed=0
+running=0
+for name in "${fuzzers[@]}"; do
+    [ -x "$build/$name" ] || fail "there is no fuzzer $name"
+    if [ "$running" -eq 2 ]; then
+        wait -n || crashed=1
+        running=$((running - 1))
+    fi
+    fuzz "$name" &
+    running=$((running + 1))
+done
+while [ "$running" -gt 0 ]; do
+    wait -n || crashed=1
+    running=$((running - 1))
+done
+[ "$crashed" -eq 0 ] || fail "a fuzzer crashed"

@@ -1,0 +1,40 @@
+#include "Promise.h"
+#include "core/Paths.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+int Replay(const char* folder)
+{
+    std::vector<std::string> inputs;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        inputs.push_back(FromPath(entry.path()));
+    }
+    std::sort(inputs.begin(), inputs.end());
+    for (const std::string& input : inputs) {
+        std::fprintf(stderr, "%s\n", input.c_str()); // the last line before a crash tells which one it was
+        const std::string bytes = ReadWholeFile(input);
+        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    }
+    return inputs.empty() ? EXIT_FAILURE : EXIT_SUCCESS;
+}
+
+} // namespace
+
+/// Puts every file of a folder once through the function that a fuzzer calls.
+int main(int argc, char** argv)
+{
+    try {
+        return argc == 2 ? Replay(argv[1]) : EXIT_FAILURE;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return EXIT_FAILURE;
+    }
+}

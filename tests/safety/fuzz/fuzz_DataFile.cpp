@@ -1,0 +1,427 @@
+#include "Promise.h"
+#include "UnsyncedFileOperations.h"
+#include "core/Conversions.h"
+#include "core/Error.h"
+#include "core/Text.h"
+#include "core/Xml.h"
+#include "store/RecordLayouts.h"
+#include "store/cSQL.h"
+#include "support/TemporaryFolder.h"
+
+#include <array>
+#include <functional>
+#include <limits>
+#include <map>
+#include <optional>
+
+namespace
+{
+
+/// One of the files that the program changes, with its operations.
+struct File {
+    std::string name;
+    std::string record;
+    std::string key;
+    std::function<Status(const cSQL&, RecordList&)> list;
+    std::function<Status(cSQL&, Record&)> update;
+    std::function<Status(const cSQL&, std::int16_t, Record&)> get; ///< field definitions have none
+    std::function<Status(cSQL&, std::int16_t)> remove;             ///< likewise
+};
+
+const std::array<File, 4>& Files()
+{
+    static const std::array<File, 4> files{{
+        {"tarno.xml", "tarno", "TarnoNo", &cSQL::EntryList, &cSQL::EntryUpdate, &cSQL::EntryGet,
+         &cSQL::EntryDelete},
+        {"location.xml", "location", "LocNo", &cSQL::LocationList, &cSQL::LocationUpdate, &cSQL::LocationGet,
+         &cSQL::LocationDelete},
+        {"field.xml", "field", "FieldNo", &cSQL::FieldList, &cSQL::FieldUpdate, nullptr, nullptr},
+        {"Rpt.xml", "report", "RptNo", &cSQL::ReportList, &cSQL::ReportUpdate, &cSQL::ReportGet,
+         &cSQL::ReportDelete},
+    }};
+    return files;
+}
+
+/// The shipped files in a folder, laid out once.
+class ShippedFolder
+{
+public:
+    ShippedFolder()
+    {
+        for (const char* name : {"tarno.xml", "field.xml", "location.xml", "tarnoblank.xml",
+                                 "locationblank.xml", "Rpt.xml", "RptBlank.xml"}) {
+            m_shipped[name] = ReadWholeFile(std::string(TARNO_SHIPPED_DATA "/") + name);
+            Restore(name);
+        }
+    }
+
+    std::string Bytes(const std::string& name) const { return ReadWholeFile(folder.PathOf(name)); }
+
+    void Restore(const std::string& name) const { folder.Write(name, m_shipped.at(name)); }
+
+    /// Nothing is there but the shipped files, all but `changed` as they were.
+    void CheckOthers(const std::string& changed) const
+    {
+        Promise(folder.Names().size() == m_shipped.size(), "no file comes or goes");
+        for (const auto& [name, bytes] : m_shipped) {
+            Promise(name == changed || Bytes(name) == bytes, "the other files stay as they are");
+        }
+    }
+
+    TemporaryFolder folder;
+    ProgramFolder programFolder{folder.Path()};
+
+private:
+    std::map<std::string, std::string> m_shipped;
+};
+
+/// What a record holds.
+struct Row {
+    std::string element;
+    std::optional<std::string> key; ///< under which it is found
+    std::vector<std::string> texts;
+
+    bool operator==(const Row&) const = default;
+};
+
+using Rows = std::vector<Row>;
+
+/// What the bytes of a data file hold.
+struct Content {
+    bool listed = false; ///< the records are where they are listed
+    Rows rows;
+    std::vector<std::string> beside; ///< comments and the like around the records
+
+    bool operator==(const Content&) const = default;
+};
+
+Row RowOf(const File& file, const RecordView& record)
+{
+    Row row{record.Node().name(), std::nullopt, {}};
+    if (const pugi::xml_node key = record.Node().child(file.key.c_str()); key) {
+        row.key = TextOf(key);
+    }
+    for (std::size_t position = 0; position < record.Count(); ++position) {
+        row.texts.push_back(record.Text(position));
+    }
+    return row;
+}
+
+std::optional<Content> ContentOf(const File& file, std::string_view bytes)
+{
+    pugi::xml_document document;
+    if (!ParseXml(bytes, document) || !document.child("data")) {
+        return std::nullopt;
+    }
+    const pugi::xml_node data = document.child("data");
+    Content content{data == document.first_child(), {}, {}};
+    for (const pugi::xml_node& parent : {pugi::xml_node(document), data}) {
+        std::string text;
+        for (const pugi::xml_node& child : parent.children()) {
+            if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
+                text += child.value();
+            } else if (child.type() != pugi::node_element) {
+                content.beside.push_back(std::string(child.name()) + '=' + child.value());
+            } else if (parent == data) {
+                content.rows.push_back(RowOf(file, RecordView(child)));
+            }
+        }
+        // blanks stay only where they are all that there is
+        content.beside.push_back(text.find_first_not_of(" \t\r\n") == std::string::npos ? "" : text);
+    }
+    return content;
+}
+
+std::string Rewritten(std::string_view bytes)
+{
+    pugi::xml_document document;
+    ParseXml(bytes, document);
+    return SerializeXml(document);
+}
+
+Content WithoutBlanks(Content content)
+{
+    const auto strip = [](std::string& text) { text = ::WithoutBlanks(std::move(text)); };
+    std::for_each(content.beside.begin(), content.beside.end(), strip);
+    for (Row& row : content.rows) {
+        std::for_each(row.texts.begin(), row.texts.end(), strip);
+        row.key.reset(); // it is one of the texts
+    }
+    return content;
+}
+
+/// The number that the operations take for `key`, if they take one.
+std::optional<std::int16_t> NumberOf(const std::string& key)
+{
+    try {
+        const std::int16_t number = ToInt16(key);
+        return number != 0 && std::to_string(number) == key ? std::optional(number) : std::nullopt;
+    } catch (const Error&) {
+        return std::nullopt;
+    }
+}
+
+/// The program at work on a file with any bytes.
+class Work
+{
+public:
+    Work(const ShippedFolder& folder, const File& file, std::string_view bytes)
+        : m_folder(folder), m_file(file), m_bytes(bytes), m_text(bytes.substr(0, 48))
+    {
+        m_folder.folder.Write(file.name, bytes);
+        Promise(m_sql.Init() == succeeded, "whatever the files are, they are loaded");
+    }
+
+    void Run()
+    {
+        const auto content = ContentOf(m_file, m_bytes);
+        RecordList list;
+        Promise((m_file.list(m_sql, list) == succeeded) == content.has_value(),
+                "records are listed when the file can be read");
+        if (!content) {
+            CheckThatNothingWorks();
+            return;
+        }
+        m_content = *content;
+        CheckList();
+        Read();
+        Promise(OnDisk() == m_bytes, "reading changes nothing");
+        // the program writes none of this, but somebody may have by hand: blanks as references beside a
+        // comment or a section go with the first save, and two hyphens in a comment come apart
+        const auto kept = ContentOf(m_file, Rewritten(m_bytes));
+        Promise(kept && WithoutBlanks(*kept) == WithoutBlanks(m_content),
+                "only blanks go with the first save");
+        if (kept != m_content) {
+            return;
+        }
+        Replace();
+        Append();
+        Remove();
+        CheckReopened();
+    }
+
+private:
+    std::string OnDisk() const { return m_folder.Bytes(m_file.name); }
+
+    void CheckThatNothingWorks()
+    {
+        Record record;
+        Promise(m_sql.EntryGet(0, record) == succeeded, "the templates are files of their own");
+        for (const char* key : {"0", "1"}) {
+            record.SetText(0, key);
+            Promise(m_file.update(m_sql, record) == failed, "an unreadable file takes no record");
+        }
+        if (m_file.get) {
+            Promise(m_file.get(m_sql, 1, record) == failed, "an unreadable file gives no record");
+            Promise(m_file.remove(m_sql, 1) == failed, "nothing is removed from an unreadable file");
+        }
+        ReportLog();
+        Promise(m_sql.UnsavedFiles().empty(), "nothing waits to be saved over an unreadable file");
+        Promise(OnDisk() == m_bytes, "an unreadable file keeps its bytes");
+        m_folder.CheckOthers(m_file.name);
+    }
+
+    /// What the program lists is what was expected.
+    void CheckList() const
+    {
+        RecordList list;
+        Promise(m_file.list(m_sql, list) == succeeded, "a file that was read stays readable");
+        Rows rows;
+        for (const RecordView& record : list) {
+            rows.push_back(RowOf(m_file, record));
+        }
+        Promise(rows == (m_content.listed ? m_content.rows : Rows()), "the records are listed as they are");
+    }
+
+    /// What is on the disk is what was expected.
+    void CheckSaved() const
+    {
+        Promise(m_sql.UnsavedFiles().empty(), "a change is saved at once");
+        Promise(ContentOf(m_file, OnDisk()) == m_content, "what was saved loads again");
+        CheckList();
+    }
+
+    void CheckUnchanged(const std::string& before) const
+    {
+        Promise(OnDisk() == before, "a change that failed leaves the file as it was");
+        CheckList();
+    }
+
+    void Read()
+    {
+        for (const Row& row : m_content.rows) {
+            const std::string key = row.key.value_or("");
+            const auto found = Found(key);
+            if (const auto number = NumberOf(key); m_file.get && number && found != m_content.rows.end()) {
+                Record record;
+                Promise(m_file.get(m_sql, *number, record) == succeeded, "a record is found by its number");
+                Promise(RowOf(m_file, record.View()) == *found, "it is the first one with that number");
+            }
+            if (m_file.name == "location.xml") {
+                const bool named =
+                    found != m_content.rows.end() && found->texts.size() > LocationField::LocName;
+                Promise(m_sql.LocationNameGet(key) == (named ? found->texts[LocationField::LocName] : "1"),
+                        "a location is found by the text of its key");
+            }
+        }
+        ReportLog();
+    }
+
+    void ReportLog()
+    {
+        for (const std::int16_t location : {0, 1}) {
+            const Status status = m_sql.ReportLogData("StartDate,LocNo,MoonPhase,TideStart,FishAction,Obbos",
+                                                      "1,5,16,6,27,31", location);
+            const ReportTable grid = m_sql.ReportGrid();
+            const std::size_t trips = m_content.listed ? m_content.rows.size() : 0;
+            Promise(status == failed || m_file.name != "tarno.xml" || location != 0 ||
+                        grid.size() == std::max<std::size_t>(trips, 1),
+                    "the report has every trip, and a row when there is none");
+            for (const std::size_t column : {0U, 3U}) {
+                if (status == succeeded) {
+                    ReportTable& table = m_sql.ReportGrid();
+                    mMain::ShellSort(table, {.column = column, .descending = column > 0, .mode = 0});
+                    Promise(std::is_permutation(table.begin(), table.end(), grid.begin(), grid.end()),
+                            "sorting loses no row");
+                    Promise(std::is_sorted(table.begin(), table.end(),
+                                           [column](const ReportRow& left, const ReportRow& right) {
+                                               return column > 0 ? left[column] > right[column]
+                                                                 : left[column] < right[column];
+                                           }),
+                            "sorted rows are in order");
+                }
+            }
+        }
+    }
+
+    /// Where the record is that `key` finds.
+    Rows::iterator Found(const std::string& key)
+    {
+        return std::find_if(m_content.rows.begin(), m_content.rows.end(),
+                            [&](const Row& row) { return row.element == m_file.record && row.key == key; });
+    }
+
+    /// Every listed record is changed and handed back.
+    void Replace()
+    {
+        constexpr std::size_t most = 3;
+        RecordList list;
+        m_file.list(m_sql, list);
+        std::vector<Record> records;
+        for (const RecordView& view : list) {
+            if (view.Count() > 0 && view.Text(0) != "0" && records.size() < most) {
+                records.emplace_back(view);
+            }
+        }
+        for (Record& record : records) {
+            if (record.Count() > 1) {
+                Record changed = record;
+                changed.SetText(1, m_text);
+                Promise(changed.Text(1) == XmlText(m_text), "a record takes any text");
+                if (RowOf(m_file, changed.View()).key == RowOf(m_file, record.View()).key) {
+                    record = changed;
+                }
+            }
+            const std::string before = OnDisk();
+            const auto found = Found(record.Text(0));
+            const bool expected = found != m_content.rows.end();
+            Promise((m_file.update(m_sql, record) == succeeded) == expected,
+                    "a record is replaced when its key is there");
+            if (expected) {
+                *found = RowOf(m_file, record.View());
+                CheckSaved();
+            } else {
+                CheckUnchanged(before);
+            }
+        }
+    }
+
+    bool TakesNewRecords() const
+    {
+        if (!m_content.listed || m_content.rows.empty()) {
+            return m_content.listed;
+        }
+        try {
+            const std::vector<std::string>& last = m_content.rows.back().texts;
+            return !last.empty() && ToInt32(last[0]) != std::numeric_limits<std::int32_t>::max();
+        } catch (const Error&) {
+            return false;
+        }
+    }
+
+    /// A new record is added, changed, and found again.
+    void Append()
+    {
+        if (!m_file.get) {
+            return;
+        }
+        Record record;
+        Promise(m_file.get(m_sql, 0, record) == succeeded, "there is always a template");
+        record.SetText(1, m_text);
+        const std::string before = OnDisk();
+        const bool expected = TakesNewRecords();
+        Promise((m_file.update(m_sql, record) == succeeded) == expected,
+                "a record is added behind a last one with a number");
+        if (!expected) {
+            CheckUnchanged(before);
+            return;
+        }
+        const std::int32_t last = m_content.rows.empty() ? 0 : ToInt32(m_content.rows.back().texts[0]);
+        Promise(record.Text(0) == std::to_string(last + 1), "a new record gets the next number");
+        m_content.rows.push_back(RowOf(m_file, record.View()));
+        CheckSaved();
+    }
+
+    /// The first and the last record are removed, and one that does not exist.
+    void Remove()
+    {
+        if (!m_file.remove) {
+            return;
+        }
+        std::vector<std::int16_t> numbers{std::numeric_limits<std::int16_t>::min()};
+        for (std::size_t row = 0; row < m_content.rows.size(); ++row) {
+            const auto number = NumberOf(m_content.rows[row].key.value_or(""));
+            if (number && (row == 0 || row + 1 == m_content.rows.size())) {
+                numbers.push_back(*number);
+            }
+        }
+        for (const std::int16_t number : numbers) {
+            if (const auto found = Found(std::to_string(number)); found != m_content.rows.end()) {
+                m_content.rows.erase(found);
+            }
+            Promise(m_file.remove(m_sql, number) == succeeded, "what is not there is removed all the same");
+            CheckSaved();
+        }
+    }
+
+    /// The next start of the program finds everything.
+    void CheckReopened()
+    {
+        Promise(m_sql.DeInit() == succeeded && m_sql.Init() == succeeded, "the files are loaded again");
+        CheckList();
+        Read();
+        m_folder.CheckOthers(m_file.name);
+    }
+
+    const ShippedFolder& m_folder;
+    const File& m_file;
+    std::string_view m_bytes;
+    std::string m_text; ///< what is written into records
+    Content m_content;  ///< what the file should hold
+    UnsyncedFileOperations m_operations;
+    cSQL m_sql{m_folder.programFolder, m_operations};
+};
+
+} // namespace
+
+/// The first byte chooses a file; the rest is what it holds.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const ShippedFolder folder;
+    if (size > 0) {
+        const File& file = Files()[*data % Files().size()];
+        Work(folder, file, BytesOf(data + 1, size - 1)).Run();
+        folder.Restore(file.name);
+    }
+    return 0;
+}

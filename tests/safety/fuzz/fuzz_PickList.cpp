@@ -1,0 +1,50 @@
+#include "Promise.h"
+#include "core/Text.h"
+#include "ui/common/Strings.h"
+#include "ui/entry/PickLists.h"
+
+namespace
+{
+
+const QByteArray utf8Mark("\xEF\xBB\xBF");
+
+/// Each line of the file is one of the list's, its characters unchanged.
+void CheckLines(const QByteArray& bytes, const QStringList& lines)
+{
+    QByteArray content = bytes;
+    content.replace("\r\n", "\n");
+    Promise(lines.size() == content.count('\n') + 1, "as many lines as the file has");
+    const QString text = lines.join(QLatin1Char('\n'));
+    if (QString::fromUtf8(bytes).toUtf8() == bytes.mid(bytes.startsWith(utf8Mark) ? utf8Mark.size() : 0)) {
+        content.remove(0, content.startsWith(utf8Mark) ? utf8Mark.size() : 0);
+        Promise(text.toUtf8() == content, "a UTF-8 file is read as it is");
+    } else {
+        Promise(text.size() == content.size(), "an ANSI file has one character for each byte");
+    }
+}
+
+/// A line that was picked is stored in an entry and shown again.
+void CheckStoring(const QString& picked)
+{
+    const std::string stored = StoredLines(picked);
+    Promise(IsXmlText(XmlText(stored)), "a picked line can be stored");
+    const QString shown = ShownLines(stored);
+    // "~CL" before a line break is stored as "~CL~CL~", which no reader can tell from a break before "CL~"
+    Promise(shown.contains(QLatin1String("~CL")) || ShownLines(StoredLines(shown)) == shown,
+            "what is shown can be stored and shown again");
+    Promise(!shown.contains(QLatin1Char('\r')), "a box gets line feeds only");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    const QStringList lines = PickListLines(bytes);
+    CheckLines(bytes, lines);
+    for (const QString& line : lines) {
+        Promise(!line.contains(QLatin1Char('\n')), "a line is one line");
+        CheckStoring(line);
+    }
+    return 0;
+}

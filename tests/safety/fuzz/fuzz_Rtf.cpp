@@ -1,0 +1,100 @@
+#include "Promise.h"
+#include "reports/ReadRtf.h"
+#include "reports/engine/RtfWriter.h"
+
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <array>
+
+namespace
+{
+
+constexpr qsizetype mostTexts = 6; // more make it slow and find no more
+constexpr int lineHeight = 200;
+constexpr int columnWidth = 1500;
+
+/// What a reader gets of a text: it has no other control characters than tab and line break.
+QString Readable(QString text)
+{
+    return text.removeIf([](QChar character) {
+        const char16_t unit = character.unicode();
+        return (unit < 0x20 && unit != u'\n' && unit != u'\t') || unit == 0x7F;
+    });
+}
+
+/// Two columns of texts.
+Band BandOf(const QStringList& texts)
+{
+    Band band;
+    for (int index = 0; index < texts.size(); ++index) {
+        PlacedText placed;
+        placed.box = QRect(index % 2 * columnWidth, index / 2 * lineHeight, columnWidth, lineHeight);
+        placed.font = {QStringLiteral("Arial"), 8, index % 3 == 0};
+        placed.alignment = static_cast<Alignment>(index % 3);
+        placed.text = texts[index];
+        band.texts.push_back(placed);
+    }
+    band.height = static_cast<int>(texts.size() + 1) / 2 * lineHeight;
+    return band;
+}
+
+void CheckRows(const QList<RtfRow>& rows, const QStringList& texts)
+{
+    Promise(rows.size() == (texts.size() + 1) / 2, "a row for each line of texts");
+    for (int index = 0; index < texts.size(); ++index) {
+        const QStringList& cells = rows[index / 2].cells;
+        Promise(index % 2 < cells.size() && cells[index % 2] == Readable(texts[index]),
+                "a text is read back");
+    }
+}
+
+/// The texts stand in the details; the first one in the header as well, the last one in the footer.
+void CheckDocument(const QString& title, const QStringList& texts)
+{
+    Document document;
+    document.title = title;
+    document.paper = {11906, 16838};
+    document.margins = {720, 720, 720, 720};
+    document.header = BandOf(texts.first(1));
+    document.footer = BandOf(texts.last(1));
+    const qsizetype half = texts.size() / 2;
+    document.details = {BandOf(texts.first(half)), BandOf(texts.sliced(half))};
+    const RtfReading reading = RtfReader::Read(RtfBytes(document));
+    Promise(reading.fault.isEmpty(), "it is well-formed RTF in plain ASCII");
+    Promise(reading.title == Readable(title), "the title is read back");
+    CheckRows(reading.header, texts.first(1));
+    CheckRows(reading.footer, texts.last(1));
+    const qsizetype firstRows = (half + 1) / 2;
+    Promise(reading.body.size() >= firstRows, "the details are read back");
+    CheckRows(reading.body.first(firstRows), texts.first(half));
+    CheckRows(reading.body.sliced(firstRows), texts.sliced(half));
+}
+
+/// What the families of fonts are looked up with.
+void StartFonts()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int count = 1;
+    static std::array<char, 5> name{"fuzz"};
+    static std::array<char*, 2> arguments{name.data(), nullptr};
+    static const QGuiApplication application(count, arguments.data());
+}
+
+} // namespace
+
+/// Texts with U+0000 between them, of which the first is the title too: in UTF-16 so that lone surrogates
+/// come along, or in UTF-8 when the number of bytes is odd.
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    StartFonts();
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    QString text = QString::fromUtf8(bytes);
+    if (size % 2 == 0) {
+        text.resize(static_cast<qsizetype>(size / 2));
+        std::copy_n(data, size, reinterpret_cast<std::uint8_t*>(text.data()));
+    }
+    const QStringList texts = text.split(QChar());
+    CheckDocument(texts.first(), texts.first(std::min(texts.size(), mostTexts)));
+    return 0;
+}
