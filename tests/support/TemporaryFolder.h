@@ -2,6 +2,7 @@
 
 #include "core/Paths.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
 
@@ -18,7 +19,9 @@
 class TemporaryFolder
 {
 public:
-    TemporaryFolder()
+    TemporaryFolder() : TemporaryFolder(QDir::tempPath()) {}
+
+    explicit TemporaryFolder(const QString& in) : m_folder(in + QStringLiteral("/tarno-test-XXXXXX"))
     {
         if (!m_folder.isValid()) {
             qFatal("no temporary folder: %s", qPrintable(m_folder.errorString()));
