@@ -58,8 +58,10 @@ public:
     /// The document's child `data`, where records are looked up. Throws as Container.
     pugi::xml_node Data() const;
 
-    /// Whether the last Save did not succeed: the document differs from the file.
+    /// Whether the last Save did not succeed, or could not even begin: the document differs from the file.
     bool IsUnsaved() const { return m_unsaved; }
+
+    void CountAsUnsaved() { m_unsaved = true; }
 
 private:
     /// What tells one version of the file from another.

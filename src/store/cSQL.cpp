@@ -222,7 +222,13 @@ Status cSQL::Change(std::string_view routine, Document& in, const char* savedAs,
     std::string notice;
     const Status status = Trapped(routine, [&] {
         const std::string path = in.file.SavePath(m_folder, savedAs);
-        notice = MeetOtherVersion(in, path, keyOf());
+        try {
+            notice = MeetOtherVersion(in, path, keyOf());
+        } catch (...) { // nothing may be written now, but the change goes with the next save
+            change(in.table);
+            in.file.CountAsUnsaved();
+            throw;
+        }
         change(in.table);
         if (const std::string kept = in.file.Save(path, m_writer); !kept.empty()) {
             notice += (notice.empty() ? "" : "\r\n\r\n") + OursStays(in.file.Name(), kept);

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void remove_isWrittenByTheNextSave();
     void fieldUpdate_isReportedAndKept();
     void unsavedFiles_areNamedUntilTheyAreSaved();
+    void otherVersionThatCannotBeKept_leavesItAndKeepsTheChange();
     void deInit_dropsWhatIsUnsaved();
     void readOnlyFile_isReportedAndLeft();
     void readOnlyFolder_isReportedAndLeft();
@@ -149,6 +150,33 @@ void tst_FailedSaves::unsavedFiles_areNamedUntilTheyAreSaved()
     QCOMPARE(store.sql.ReportDelete(1), succeeded);
     QCOMPARE(store.sql.EntryDelete(1), succeeded);
     QCOMPARE(store.sql.UnsavedFiles(), Texts());
+}
+
+void tst_FailedSaves::otherVersionThatCannotBeKept_leavesItAndKeepsTheChange()
+{
+    const RecordFamily& family = RecordFamilies().front();
+    TestStore store;
+    const std::string theirs = RecordFamily::File({family.Made("1", "theirs")});
+    store.folder.Write(family.file, RecordFamily::File({family.Made("1", "old")}));
+    QCOMPARE(store.sql.Init(), succeeded);
+    store.folder.Write(family.file, theirs);
+    Record record;
+    QCOMPARE(store.sql.EntryGet(1, record), succeeded);
+    record.SetText(1, "new");
+    store.operations.Fail("create", ErrorNumber::DiskFull);
+    store.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
+    QCOMPARE(store.sql.EntryUpdate(record), failed);
+    QCOMPARE(store.folder.Read(family.file), theirs);
+    QCOMPARE(store.sql.UnsavedFiles(), Texts{family.file});
+
+    const std::string kept = store.folder.PathOf("tarno-kept-1.xml");
+    store.reports.ExpectWords("cSQL", "EntryDelete",
+                              "Another program has changed tarno.xml. The log is now as you see it here; the "
+                              "other version is kept in\r\n" +
+                                  kept);
+    QCOMPARE(store.sql.EntryDelete(2), succeeded);
+    QCOMPARE(store.folder.Read(family.file), RecordFamily::File({family.Made("1", "new")}));
+    QCOMPARE(store.folder.Read("tarno-kept-1.xml"), theirs);
 }
 
 void tst_FailedSaves::deInit_dropsWhatIsUnsaved()
