@@ -22,13 +22,9 @@ public:
     ScriptedFileOperations(const ScriptedFileOperations&) = delete;
     ScriptedFileOperations& operator=(const ScriptedFileOperations&) = delete;
 
-    ~ScriptedFileOperations() override
-    {
-        for (const Failure& failure : m_failures) {
-            QTest::qFail(("the step that was to fail never came: " + failure.step).c_str(), __FILE__,
-                         __LINE__);
-        }
-    }
+    ~ScriptedFileOperations() override { Heal(); }
+
+    static constexpr int always = -1; ///< times that never come to an end
 
     /// The next `times` calls of `step` throw `number` and do nothing, after `before` calls that go well.
     /// The steps are named "follow", "check", "create", "write", "sync", "close", "size", "replace",
@@ -36,6 +32,18 @@ public:
     void Fail(const std::string& step, ErrorNumber number, int times = 1, int before = 0)
     {
         m_failures.push_back({step, number, times, before});
+    }
+
+    /// From now on no step fails.
+    void Heal()
+    {
+        for (const Failure& failure : m_failures) {
+            if (failure.times >= 0 || failure.before >= 0) {
+                QTest::qFail(("the step that was to fail never came: " + failure.step).c_str(), __FILE__,
+                             __LINE__);
+            }
+        }
+        m_failures.clear();
     }
 
     /// From now on a write takes at most `most` bytes.
