@@ -3,6 +3,7 @@
 #include "Conversions.h"
 #include "Error.h"
 
+#include <algorithm>
 #include <exception>
 #include <fstream>
 #include <system_error>
@@ -35,8 +36,10 @@ std::string ReadWholeFile(const std::string& path)
     if (!file) {
         throw Error(ErrorNumber::PathFileAccess);
     }
-    std::string bytes(fs::file_size(ToPath(path), failure), '\0');
-    if (failure || !file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+    // the size of what was opened: another file may have got the name meanwhile
+    const std::streamoff size = file.seekg(0, std::ios::end).tellg();
+    std::string bytes(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)), '\0');
+    if (size < 0 || !file.seekg(0).read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
         throw Error(ErrorNumber::DeviceInputOutput);
     }
     return bytes;
