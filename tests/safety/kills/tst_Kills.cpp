@@ -1,6 +1,7 @@
 #include "Version.h"
 #include "safety/ChildProgram.h"
 #include "safety/Form.h"
+#include "safety/QuickPlace.h"
 #include "store/RecordLayouts.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
@@ -97,13 +98,6 @@ std::map<std::string, std::string> OtherFiles(const TemporaryFolder& folder)
     return files;
 }
 
-/// Where most of the saves go: a folder in memory, so that a hundred thousand of them take no day. To the
-/// system calls it is a disk as any.
-QString QuickPlace()
-{
-    return QFileInfo(QStringLiteral("/dev/shm")).isWritable() ? QStringLiteral("/dev/shm") : QDir::tempPath();
-}
-
 int NumberIn(const std::string& line)
 {
     return std::stoi(line.substr(line.find(' ')));
@@ -161,7 +155,7 @@ private:
         return count;
     }
 
-    static constexpr int longest = 60000; // milliseconds
+    static constexpr int longest = 20000; // milliseconds
     int m_watch;
     int m_made = 0;
 };
