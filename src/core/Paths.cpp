@@ -34,7 +34,8 @@ std::string ReadWholeFile(const std::string& path)
     }
     std::ifstream file(ToPath(path), std::ios::binary);
     if (!file) {
-        throw Error(ErrorNumber::PathFileAccess);
+        throw Error(fs::exists(ToPath(path), failure) ? ErrorNumber::PathFileAccess
+                                                      : ErrorNumber::FileNotFound);
     }
     // the size of what was opened: another file may have got the name meanwhile
     const std::streamoff size = file.seekg(0, std::ios::end).tellg();

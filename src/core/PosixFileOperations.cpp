@@ -139,7 +139,7 @@ public:
         if (!S_ISREG(status.st_mode)) {
             throw Error(ErrorNumber::PathFileAccess);
         }
-        Check(::access(path.c_str(), W_OK) == 0);
+        Check(::access(path.c_str(), W_OK) == 0 || errno == ENOENT); // gone since
     }
 
     std::unique_ptr<WritableFile> Create(const std::string& path, const std::string& model) override

@@ -104,7 +104,12 @@ std::string SafeWriter::WriteOver(const std::string& path, std::string_view byte
                 const std::string found = ReadWholeFile(temporary.Path());
                 kept = isKnown(found) ? std::string() : Keep(target, found);
             } catch (...) {
-                temporary.Own(m_operations.Exchange(temporary.Path(), target)); // all is as it was
+                // all is as it was, also when somebody has removed our file meanwhile
+                if (m_operations.Exchange(temporary.Path(), target)) {
+                    temporary.Own(true);
+                } else {
+                    m_operations.Replace(temporary.Path(), target);
+                }
                 throw;
             }
             temporary.Own(true);
@@ -119,7 +124,7 @@ std::string SafeWriter::WriteOver(const std::string& path, std::string_view byte
 
 std::string SafeWriter::Keep(const std::string& path, std::string_view bytes)
 {
-    const fs::path target = ToPath(Target(path));
+    const fs::path target = ToPath(m_operations.Followed(path));
     for (int number = 1;; ++number) {
         fs::path name = target.stem();
         name += "-kept-" + std::to_string(number);

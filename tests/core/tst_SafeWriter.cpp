@@ -77,6 +77,8 @@ private Q_SLOTS:
     void writeOver_otherVersionInTheLastMoment_isKept();
     void writeOver_otherVersionCannotBeKept_standsAgain_data();
     void writeOver_otherVersionCannotBeKept_standsAgain();
+    void writeOver_otherVersionCannotBeKeptAndOursIsGone_standsAgain();
+    void writeOver_fileGoneMeanwhile_otherVersionIsKept();
     void writeOver_nothingCanBePutBack_losesNothing();
     void writeOver_noExchange_replaces();
     void writeOver_aStepFails_leavesTheOldBytesAndNoTemporary_data();
@@ -440,6 +442,36 @@ void tst_SafeWriter::writeOver_otherVersionCannotBeKept_standsAgain()
     QCOMPARE(folder.Names(), Texts{"tarno.xml"});
 }
 
+void tst_SafeWriter::writeOver_otherVersionCannotBeKeptAndOursIsGone_standsAgain()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "other");
+    ScriptedFileOperations operations;
+    operations.BeforeExchange([&] {
+        operations.BeforeExchange([&] { std::filesystem::remove(ToPath(folder.PathOf("tarno.xml"))); });
+    });
+    operations.Fail("create", ErrorNumber::DiskFull, 1, 1);
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), "61"s);
+    QCOMPARE(folder.Read("tarno.xml"), "other"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+}
+
+void tst_SafeWriter::writeOver_fileGoneMeanwhile_otherVersionIsKept()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "other");
+    const auto operations = SystemFileOperations();
+    const auto removesIt = [&](std::string_view /*found*/) {
+        std::filesystem::remove(ToPath(folder.PathOf("tarno.xml")));
+        folder.MakeFolder("tarno.xml"); // nor can it be replaced any more
+        return false;
+    };
+    QCOMPARE(SafeWriter(*operations).WriteOver(folder.PathOf("tarno.xml"), "new", removesIt),
+             folder.PathOf("tarno-kept-1.xml"));
+    QCOMPARE(folder.Read("tarno-kept-1.xml"), "other"s);
+    QCOMPARE(folder.Names(), (Texts{"tarno-kept-1.xml", "tarno.xml"}));
+}
+
 void tst_SafeWriter::writeOver_nothingCanBePutBack_losesNothing()
 {
     const TemporaryFolder folder;
@@ -537,7 +569,7 @@ void tst_SafeWriter::keep_takesTheNextFreeName()
 void tst_SafeWriter::keep_aStepFails_leavesNoFile_data()
 {
     QTest::addColumn<std::string>("step");
-    for (const char* step : {"follow", "check", "create", "write", "sync", "close", "size", "sync folder"}) {
+    for (const char* step : {"follow", "create", "write", "sync", "close", "size", "sync folder"}) {
         QTest::newRow(step) << std::string(step);
     }
 }

@@ -30,6 +30,7 @@ public:
     /// Puts a version in the place of the one that is there, or where there is none.
     void Put(const std::string& bytes)
     {
+        std::filesystem::remove(ToPath(Side("new"))); // a program may still be reading it
         m_side.Write("new", bytes);
         if (::renameat2(AT_FDCWD, Side("new").c_str(), AT_FDCWD, m_path.c_str(), RENAME_EXCHANGE) == 0) {
             m_taken.push_back(m_side.Read("new"));
