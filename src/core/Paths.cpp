@@ -25,10 +25,11 @@ std::string ReadWholeFile(const std::string& path)
 {
     std::error_code failure;
     const fs::file_status status = fs::status(ToPath(path), failure);
-    if (!fs::exists(status)) {
+    if (status.type() == fs::file_type::not_found) {
         throw Error(ErrorNumber::FileNotFound);
     }
-    // anything else, a pipe for one, could keep the program waiting for ever
+    // what cannot be looked at may well be there; anything else, a pipe for one, could keep the program
+    // waiting for ever
     if (!fs::is_regular_file(status)) {
         throw Error(ErrorNumber::PathFileAccess);
     }

@@ -3,6 +3,7 @@
 #include "Paths.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
@@ -46,6 +47,24 @@ void Check(bool success)
     }
 }
 
+/// What `call` of the operating system returns; a signal that interrupts it is no failure.
+template <typename Call>
+auto Uninterrupted(const Call& call)
+{
+    auto result = call();
+    while (result < 0 && errno == EINTR) {
+        result = call();
+    }
+    return result;
+}
+
+/// A descriptor of the file that is opened, for PosixFile to check.
+int Opened(const std::string& path, int flags)
+{
+    constexpr mode_t usual = 0666;
+    return Uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, usual); });
+}
+
 class PosixFile final : public WritableFile
 {
 public:
@@ -63,10 +82,8 @@ public:
 
     std::size_t Write(std::string_view bytes) override
     {
-        ssize_t written = 0;
-        do {
-            written = ::write(m_descriptor, bytes.data(), bytes.size());
-        } while (written < 0 && errno == EINTR);
+        const ssize_t written =
+            Uninterrupted([&] { return ::write(m_descriptor, bytes.data(), bytes.size()); });
         Check(written >= 0);
         if (written == 0) {
             throw Error(ErrorNumber::DiskFull);
@@ -75,7 +92,10 @@ public:
     }
 
     // some file systems offer no sync of a folder and say EINVAL
-    void Sync() override { Check(::fsync(m_descriptor) == 0 || errno == EINVAL); }
+    void Sync() override
+    {
+        Check(Uninterrupted([&] { return ::fsync(m_descriptor); }) == 0 || errno == EINVAL);
+    }
 
     void Close() override
     {
@@ -111,6 +131,9 @@ class PosixFileOperations final : public FileOperations
     static constexpr int mostLinks = 40;
 
 public:
+    /// A file that would grow beyond the limit of its size is told like a full disk, and ends nothing.
+    PosixFileOperations() { std::signal(SIGXFSZ, SIG_IGN); }
+
     std::string Followed(const std::string& path) override
     {
         std::error_code failure;
@@ -144,8 +167,7 @@ public:
 
     std::unique_ptr<WritableFile> Create(const std::string& path, const std::string& model) override
     {
-        auto file = std::make_unique<PosixFile>(
-            ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666));
+        auto file = std::make_unique<PosixFile>(Opened(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW));
 
         file->TryMark();
 
@@ -186,7 +208,7 @@ public:
     void SyncFolderOf(const std::string& path) override
     {
         const std::string folder = FromPath(ToPath(path).parent_path());
-        PosixFile opened(::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        PosixFile opened(Opened(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY));
         opened.Sync();
         opened.Close();
     }
@@ -198,7 +220,7 @@ public:
 
     void RemoveAbandoned(const std::string& path) override
     {
-        const PosixFile file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+        const PosixFile file(Opened(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
         file.CheckRegular();
         if (file.TryMark()) {
             Remove(path);
@@ -208,7 +230,7 @@ public:
     void Append(const std::string& path, std::string_view bytes) override
     {
         // a pipe in the file's place must not keep the program waiting
-        PosixFile file(::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, 0666));
+        PosixFile file(Opened(path, O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK));
         file.CheckRegular();
         while (!bytes.empty()) {
             bytes.remove_prefix(file.Write(bytes));

@@ -8,6 +8,8 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace std::string_literals;
 
@@ -62,6 +64,7 @@ private Q_SLOTS:
     void create_existingFile_isFileAlreadyExistsAndKept();
     void create_linkInItsPlace_isNotFollowed();
     void write_diskFull_takesWhatFitsThenFails();
+    void write_beyondTheLimitOfTheFileSize_endsNoProgram();
     void size_ofAFile_isItsBytes();
     void replace_aFile_takesItsPlace();
     void exchange_twoFiles_changePlaces();
@@ -201,6 +204,28 @@ void tst_FileOperations::write_diskFull_takesWhatFitsThenFails()
     QCOMPARE(static_cast<int>(taken), 4);
     QCOMPARE(number, 61);
     QCOMPARE(folder.Read("file"), "1234"s);
+}
+
+void tst_FileOperations::write_beyondTheLimitOfTheFileSize_endsNoProgram()
+{
+    const TemporaryFolder folder;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        // as a program starts, with the system's own answer to the signal
+        std::signal(SIGXFSZ, SIG_DFL);
+        const auto operations = SystemFileOperations();
+        const rlimit limited{4, RLIM_INFINITY};
+        ::setrlimit(RLIMIT_FSIZE, &limited);
+        const auto file = operations->Create(folder.PathOf("file"), folder.PathOf("none"));
+        ::_exit(RaisedNumber([&] {
+            file->Write("1234");
+            file->Write("5");
+        }));
+    }
+    int status = 0;
+    QCOMPARE(::waitpid(child, &status, 0), child);
+    QVERIFY(WIFEXITED(status));
+    QCOMPARE(WEXITSTATUS(status), 61);
 }
 
 void tst_FileOperations::size_ofAFile_isItsBytes()

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void paths_beyondAscii_comeBackAsTheyWere();
     void readWholeFile_anyBytes_areAllThere();
     void readWholeFile_noSuchFile_isFileNotFound();
+    void readWholeFile_folderThatMayNotBeEntered_isPathFileAccess();
     void readWholeFile_noRegularFile_isPathFileAccess();
     void readWholeFile_fileThatMayNotBeRead_isPathFileAccess();
     void fileExist_aFile_exists();
@@ -51,6 +52,27 @@ void tst_Paths::readWholeFile_noSuchFile_isFileNotFound()
         QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf(name)); }), 53);
     }
     QCOMPARE(RaisedNumber([] { ReadWholeFile(""); }), 53);
+}
+
+// what may be there is not taken for missing, and so not written anew
+void tst_Paths::readWholeFile_folderThatMayNotBeEntered_isPathFileAccess()
+{
+    const TemporaryFolder folder;
+    folder.MakeFolder("closed");
+    folder.Write("closed/settings.xml", "<settings/>");
+    std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::none);
+    int number = -1;
+    {
+        const PlainUser user(folder);
+        if (PlainUser::IsPlain()) {
+            number = RaisedNumber([&] { ReadWholeFile(folder.PathOf("closed/settings.xml")); });
+        }
+    }
+    std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::owner_all);
+    if (number == -1) {
+        QSKIP("root may not give up its rights here");
+    }
+    QCOMPARE(number, 75);
 }
 
 void tst_Paths::readWholeFile_noRegularFile_isPathFileAccess()
