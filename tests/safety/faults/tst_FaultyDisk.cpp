@@ -1,0 +1,207 @@
+// Every call to the operating system of a real save fails, in a program of its own.
+
+#include "safety/Form.h"
+#include "store/RecordFamily.h"
+#include "support/TemporaryFolder.h"
+
+#include <QProcess>
+#include <QtTest>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+using namespace std::string_literals;
+
+namespace
+{
+
+using Texts = std::vector<std::string>;
+
+/// What a save on a faulty disk came to.
+struct Outcome {
+    QStringList saves; ///< a line of FaultySaver for each
+    int failures = 0;  ///< of calls
+    QByteArray broken; ///< why there is no outcome
+};
+
+const RecordFamily& Entries()
+{
+    return RecordFamilies().front();
+}
+
+std::string FileWith(const std::string& value)
+{
+    return RecordFamily::File({Entries().Made("1", value), Entries().Made("2", "untouched")});
+}
+
+/// Saves in `folder` while `times` calls fail, from the `number`th on.
+Outcome SaveIn(const TemporaryFolder& folder, const QString& call, int number, int times, int error,
+               int saves)
+{
+    QProcess saver;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(TARNO_FAULTY_DISK));
+    environment.insert(QStringLiteral("TARNO_FAULTY_FOLDER"), QString::fromStdString(folder.Path()));
+    environment.insert(QStringLiteral("TARNO_FAULTY_CALL"), call);
+    environment.insert(QStringLiteral("TARNO_FAULTY_NUMBER"), QString::number(number));
+    environment.insert(QStringLiteral("TARNO_FAULTY_TIMES"), QString::number(times));
+    environment.insert(QStringLiteral("TARNO_FAULTY_ERROR"), QString::number(error));
+    saver.setProcessEnvironment(environment);
+    saver.start(QStringLiteral(TARNO_FAULTY_SAVER),
+                {QString::fromStdString(folder.Path()), QString::number(saves)});
+    Outcome outcome;
+    if (!saver.waitForFinished(20000) || saver.exitStatus() != QProcess::NormalExit ||
+        saver.exitCode() != 0) {
+        outcome.broken = "the saver did not come to its end: " + saver.readAllStandardError();
+        saver.kill();
+        saver.waitForFinished();
+        return outcome;
+    }
+    outcome.saves =
+        QString::fromUtf8(saver.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    outcome.failures = outcome.saves.takeLast().toInt();
+    return outcome;
+}
+
+constexpr int shortWrite = 0;
+
+/// The number that the program knows an error of the operating system by.
+int NumberOf(int error)
+{
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+        return 61;
+    case EIO:
+        return 57;
+    case EBUSY:
+        return 70;
+    default:
+        return 75;
+    }
+}
+
+/// What the failure of a call does to a save.
+enum class Effect { Fails, FailsButIsWritten, GoesUnnoticed };
+
+Effect EffectOf(const QString& call, int error)
+{
+    if (call.endsWith(QLatin1String(" folder"))) {
+        return error == EINTR ? Effect::GoesUnnoticed : Effect::FailsButIsWritten;
+    }
+    if (call == QLatin1String("unlink") || call == QLatin1String("fchmod") ||
+        call == QLatin1String("flock")) {
+        return Effect::GoesUnnoticed;
+    }
+    const bool isTriedAgain = call == QLatin1String("open") || call == QLatin1String("write") ||
+                              call == QLatin1String("fsync") || call == QLatin1String("close");
+    return error == shortWrite || (error == EINTR && isTriedAgain) ? Effect::GoesUnnoticed : Effect::Fails;
+}
+
+constexpr int forEver = 1000000;
+
+} // namespace
+
+class tst_FaultyDisk : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void untouched_savesWhatItSays();
+    void everyCall_isToldAsItIs_data();
+    void everyCall_isToldAsItIs();
+    void cleanupTestCase();
+
+private:
+    int m_saves = 0;
+};
+
+void tst_FaultyDisk::untouched_savesWhatItSays()
+{
+    TemporaryFolder folder;
+    folder.Write("tarno.xml", FileWith("old"));
+    const Outcome outcome = SaveIn(folder, QStringLiteral("none"), 1, 1, EIO, 2);
+    QCOMPARE(outcome.broken, QByteArray());
+    QCOMPARE(outcome.saves, (QStringList{QStringLiteral("0"), QStringLiteral("0")}));
+    QCOMPARE(outcome.failures, 0);
+    QCOMPARE(folder.Read("tarno.xml"), FileWith("new 2"));
+}
+
+void tst_FaultyDisk::everyCall_isToldAsItIs_data()
+{
+    QTest::addColumn<QString>("call");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<int>("times");
+    for (const char* call : {"open", "write", "fsync", "close", "rename", "unlink", "stat", "access", "flock",
+                             "fchmod", "open folder", "fsync folder", "close folder"}) {
+        for (const int error : {ENOSPC, EIO, EDQUOT, EACCES, EBUSY, EINTR, shortWrite}) {
+            if (error == shortWrite && call != "write"s) {
+                continue;
+            }
+            for (const int times : {1, 3, forEver}) {
+                // what is tried again until it goes through may not be interrupted for ever
+                if ((error == EINTR && times == forEver) || (times == 3 && !IsLongForm())) {
+                    continue;
+                }
+                QTest::addRow("%s, %s, %d times", call, error == shortWrite ? "short" : std::strerror(error),
+                              times)
+                    << call << error << times;
+            }
+        }
+    }
+}
+
+void tst_FaultyDisk::everyCall_isToldAsItIs()
+{
+    QFETCH(QString, call);
+    QFETCH(int, error);
+    QFETCH(int, times);
+    const Effect effect = EffectOf(call, error);
+    // where the save is told to have failed, and with which number
+    const QString failure = QStringLiteral("1 %1 tarno.xml").arg(NumberOf(error));
+    for (int number = 1;; ++number) {
+        ++m_saves;
+        TemporaryFolder folder;
+        folder.Write("tarno.xml", FileWith("old"));
+        const Outcome outcome = SaveIn(folder, call, number, times, error, 1);
+        QCOMPARE(outcome.broken, QByteArray());
+        QCOMPARE(outcome.saves.size(), 1);
+        if (outcome.failures == 0) {
+            QVERIFY2(number > 1, "the call never comes");
+            QCOMPARE(outcome.saves.front(), QStringLiteral("0"));
+            break;
+        }
+        const bool isSaved = outcome.saves.front() == QLatin1String("0");
+        if (call == QLatin1String("stat")) {
+            // some of these calls decide nothing; where one does, it is told as an error or as no access
+            QVERIFY2(isSaved || outcome.saves.front() == failure ||
+                         QStringList({QStringLiteral("1 57 tarno.xml"), QStringLiteral("1 75 tarno.xml")})
+                             .contains(outcome.saves.front()),
+                     qPrintable(outcome.saves.front()));
+        } else {
+            QCOMPARE(outcome.saves.front(), effect == Effect::GoesUnnoticed ? QStringLiteral("0") : failure);
+        }
+        const bool isWritten = isSaved || effect == Effect::FailsButIsWritten;
+        QCOMPARE(folder.Read("tarno.xml"), FileWith(isWritten ? "new 1" : "old"));
+        const Texts names = folder.Names();
+        QCOMPARE(static_cast<int>(names.size()), call == QLatin1String("unlink") ? 2 : 1);
+
+        if (times != forEver) { // the fault is over with the next save, or with the one after it
+            TemporaryFolder other;
+            other.Write("tarno.xml", FileWith("old"));
+            const Outcome next = SaveIn(other, call, number, times, error, times + 1);
+            QCOMPARE(next.broken, QByteArray());
+            QCOMPARE(next.saves.back(), QStringLiteral("0"));
+            QCOMPARE(other.Read("tarno.xml"), FileWith("new " + std::to_string(times + 1)));
+        }
+    }
+}
+
+void tst_FaultyDisk::cleanupTestCase()
+{
+    qInfo("%d saves", m_saves);
+}
+
+QTEST_GUILESS_MAIN(tst_FaultyDisk)
+#include "tst_FaultyDisk.moc"
