@@ -7,6 +7,7 @@
 #include <QtTest>
 
 #include <csignal>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -65,6 +66,7 @@ private Q_SLOTS:
     void create_linkInItsPlace_isNotFollowed();
     void write_diskFull_takesWhatFitsThenFails();
     void write_beyondTheLimitOfTheFileSize_endsNoProgram();
+    void close_endsWithTheFile_closesNothingElse();
     void size_ofAFile_isItsBytes();
     void replace_aFile_takesItsPlace();
     void exchange_twoFiles_changePlaces();
@@ -228,6 +230,19 @@ void tst_FileOperations::write_beyondTheLimitOfTheFileSize_endsNoProgram()
     QCOMPARE(WEXITSTATUS(status), 61);
 }
 
+void tst_FileOperations::close_endsWithTheFile_closesNothingElse()
+{
+    const TemporaryFolder folder;
+    auto file = m_operations->Create(folder.PathOf("file"), folder.PathOf("none"));
+    file->Close();
+    const int other =
+        ::open(folder.Path().c_str(), O_RDONLY | O_CLOEXEC); // takes the descriptor that is free
+    file.reset();
+    const bool isOpen = ::fcntl(other, F_GETFD) >= 0;
+    ::close(other);
+    QVERIFY(isOpen);
+}
+
 void tst_FileOperations::size_ofAFile_isItsBytes()
 {
     const TemporaryFolder folder;
@@ -304,6 +319,9 @@ void tst_FileOperations::syncFolderOf_noSuchFolder_isPathNotFound()
     const TemporaryFolder folder;
     QCOMPARE(RaisedNumber([&] { m_operations->SyncFolderOf(folder.PathOf("file")); }), 0);
     QCOMPARE(RaisedNumber([&] { m_operations->SyncFolderOf(folder.PathOf("gone/file")); }), 76);
+    folder.Write("file", "x");
+    QCOMPARE(RaisedNumber([&] { m_operations->SyncFolderOf(folder.PathOf("file/below")); }), 75);
+    QCOMPARE(RaisedNumber([&] { m_operations->SyncFolderOf("bare name"); }), 0);
 }
 
 void tst_FileOperations::remove_aFile_isGone()

@@ -587,10 +587,17 @@ void tst_SafeWriter::keep_aStepFails_leavesNoFile()
 void tst_SafeWriter::removeLeftovers_onlyOurs_areGone()
 {
     const TemporaryFolder folder;
-    const Texts others{"location.xml.12.tarno-tmp", "tarno.xml",
-                       "tarno.xml..tarno-tmp",      "tarno.xml.12",
-                       "tarno.xml.12.tmp",          "tarno.xml.1a.tarno-tmp",
-                       "tarno.xml.tarno-tmp",       "xtarno.xml.1.tarno-tmp"};
+    const Texts others{"field.xml.12.tarno-tmp",
+                       "location.xml.12.tarno-tmp",
+                       "tarno.xml-12.tarno-tmp",
+                       "tarno.xml.12.tarno-bak",
+                       "tarno.xml",
+                       "tarno.xml..tarno-tmp",
+                       "tarno.xml.12",
+                       "tarno.xml.12.tmp",
+                       "tarno.xml.1a.tarno-tmp",
+                       "tarno.xml.tarno-tmp",
+                       "xtarno.xml.1.tarno-tmp"};
     for (const std::string& name : others) {
         folder.Write(name, "mine");
     }

@@ -1,11 +1,12 @@
 // A library that is loaded before the C library: inside one folder, one call of the operating system fails as
 // a broken, full or busy disk makes it fail.
 //   TARNO_FAULTY_FOLDER  the folder, without a "/" at its end
-//   TARNO_FAULTY_CALL    which call: "open", "write", "fsync", "close", "rename", "unlink", "stat", "flock",
+//   TARNO_FAULTY_CALL    which call: "open", "write", "fsync", "close", "exchange", "rename" (no exchange is
+//                        possible then), "unlink", "stat", "flock",
 //                        "fchmod", "access", "open folder", "fsync folder" or "close folder"
 //   TARNO_FAULTY_NUMBER  the first of these calls that fails, counted from 1
 //   TARNO_FAULTY_TIMES   how many of them fail
-//   TARNO_FAULTY_ERROR   the number of the error; 0: a write is short
+//   TARNO_FAULTY_ERROR   the number of the error; 0: a write is short, -1: it takes nothing
 
 #include "FaultyDisk.h"
 
@@ -39,11 +40,16 @@ bool IsInside(const char* path)
            (path[std::strlen(folder)] == '/' || path[std::strlen(folder)] == '\0');
 }
 
+bool IsWanted(const char* call)
+{
+    const char* wanted = std::getenv("TARNO_FAULTY_CALL");
+    return hasBegun && wanted != nullptr && std::strcmp(wanted, call) == 0;
+}
+
 /// The next call of that name fails; errno says how.
 bool Fails(const char* call, const char* path)
 {
-    const char* wanted = std::getenv("TARNO_FAULTY_CALL");
-    if (!hasBegun || wanted == nullptr || std::strcmp(wanted, call) != 0 || !IsInside(path)) {
+    if (!IsWanted(call) || !IsInside(path)) {
         return false;
     }
     ++calls;
@@ -130,8 +136,11 @@ int open64(const char* path, int flags, ...)
 ssize_t write(int descriptor, const void* bytes, size_t count)
 {
     if (Fails("write", PathOf(descriptor))) {
-        if (errno != 0) {
+        if (errno > 0) {
             return -1;
+        }
+        if (errno < 0) {
+            return 0;
         }
         count = (count + 1) / 2;
     }
@@ -161,7 +170,11 @@ int rename(const char* from, const char* to) noexcept
 
 int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned int flags) noexcept
 {
-    return Fails("rename", to) ? -1 : Real(&renameat2, "renameat2")(fromFolder, from, toFolder, to, flags);
+    if (IsWanted("rename") && IsInside(to)) {
+        errno = EINVAL;
+        return -1;
+    }
+    return Fails("exchange", to) ? -1 : Real(&renameat2, "renameat2")(fromFolder, from, toFolder, to, flags);
 }
 
 int unlink(const char* path) noexcept

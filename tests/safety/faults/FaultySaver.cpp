@@ -1,5 +1,6 @@
 // Saves a log as the program does and tells what it was told; the library of faults is loaded before it.
 //   FaultySaver FOLDER SAVES    changes the first entry's value to "new 1", "new 2" ...
+//   FaultySaver FOLDER log      appends "words" to Tarno.log instead and prints the number of the error
 // Faults begin when the log has been loaded. Every save prints a line: 0 or 1 for what was returned, the
 // numbers of the errors that were reported, and what of the log counts as unsaved; the last line says how
 // many calls failed.
@@ -7,6 +8,7 @@
 #include "core/ErrorLog.h"
 #include "core/ProgramFolder.h"
 #include "store/cSQL.h"
+#include "support/RaisedNumber.h"
 
 #include <cstdlib>
 #include <dlfcn.h>
@@ -36,6 +38,9 @@ int main(int count, char* arguments[])
         return 2;
     }
     begin();
+    if (arguments[2] == std::string_view("log")) {
+        std::cout << RaisedNumber([&] { operations->Append(folder.Existing("Tarno.log"), "words"); }) << '\n';
+    }
     const int saves = std::atoi(arguments[2]);
     for (int save = 1; save <= saves; ++save) {
         reported.clear();

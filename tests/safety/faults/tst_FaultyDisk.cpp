@@ -35,9 +35,9 @@ std::string FileWith(const std::string& value)
     return RecordFamily::File({Entries().Made("1", value), Entries().Made("2", "untouched")});
 }
 
-/// Saves in `folder` while `times` calls fail, from the `number`th on.
+/// Saves in `folder` so many times, or appends to its log, while `times` calls fail, from the `number`th on.
 Outcome SaveIn(const TemporaryFolder& folder, const QString& call, int number, int times, int error,
-               int saves)
+               const QString& saves)
 {
     QProcess saver;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -48,8 +48,7 @@ Outcome SaveIn(const TemporaryFolder& folder, const QString& call, int number, i
     environment.insert(QStringLiteral("TARNO_FAULTY_TIMES"), QString::number(times));
     environment.insert(QStringLiteral("TARNO_FAULTY_ERROR"), QString::number(error));
     saver.setProcessEnvironment(environment);
-    saver.start(QStringLiteral(TARNO_FAULTY_SAVER),
-                {QString::fromStdString(folder.Path()), QString::number(saves)});
+    saver.start(QStringLiteral(TARNO_FAULTY_SAVER), {QString::fromStdString(folder.Path()), saves});
     Outcome outcome;
     if (!saver.waitForFinished(20000) || saver.exitStatus() != QProcess::NormalExit ||
         saver.exitCode() != 0) {
@@ -65,6 +64,7 @@ Outcome SaveIn(const TemporaryFolder& folder, const QString& call, int number, i
 }
 
 constexpr int shortWrite = 0;
+constexpr int nothingWritten = -1;
 
 /// The number that the program knows an error of the operating system by.
 int NumberOf(int error)
@@ -72,11 +72,16 @@ int NumberOf(int error)
     switch (error) {
     case ENOSPC:
     case EDQUOT:
+    case nothingWritten:
         return 61;
     case EIO:
         return 57;
     case EBUSY:
+    case ETXTBSY:
+    case EAGAIN:
         return 70;
+    case ENOMEM:
+        return 7;
     default:
         return 75;
     }
@@ -88,10 +93,14 @@ enum class Effect { Fails, FailsButIsWritten, GoesUnnoticed };
 Effect EffectOf(const QString& call, int error)
 {
     if (call.endsWith(QLatin1String(" folder"))) {
-        return error == EINTR ? Effect::GoesUnnoticed : Effect::FailsButIsWritten;
+        return error == EINTR || error == EINVAL ? Effect::GoesUnnoticed : Effect::FailsButIsWritten;
     }
     if (call == QLatin1String("unlink") || call == QLatin1String("fchmod") ||
         call == QLatin1String("flock")) {
+        return Effect::GoesUnnoticed;
+    }
+    // some file systems synchronise nothing, others exchange nothing
+    if ((error == EINVAL && call != QLatin1String("rename")) || error == ENOSYS) {
         return Effect::GoesUnnoticed;
     }
     const bool isTriedAgain = call == QLatin1String("open") || call == QLatin1String("write") ||
@@ -111,6 +120,8 @@ private Q_SLOTS:
     void untouched_savesWhatItSays();
     void everyCall_isToldAsItIs_data();
     void everyCall_isToldAsItIs();
+    void errorLog_everyCall_isTold_data();
+    void errorLog_everyCall_isTold();
     void cleanupTestCase();
 
 private:
@@ -121,7 +132,7 @@ void tst_FaultyDisk::untouched_savesWhatItSays()
 {
     TemporaryFolder folder;
     folder.Write("tarno.xml", FileWith("old"));
-    const Outcome outcome = SaveIn(folder, QStringLiteral("none"), 1, 1, EIO, 2);
+    const Outcome outcome = SaveIn(folder, QStringLiteral("none"), 1, 1, EIO, QStringLiteral("2"));
     QCOMPARE(outcome.broken, QByteArray());
     QCOMPARE(outcome.saves, (QStringList{QStringLiteral("0"), QStringLiteral("0")}));
     QCOMPARE(outcome.failures, 0);
@@ -133,23 +144,30 @@ void tst_FaultyDisk::everyCall_isToldAsItIs_data()
     QTest::addColumn<QString>("call");
     QTest::addColumn<int>("error");
     QTest::addColumn<int>("times");
-    for (const char* call : {"open", "write", "fsync", "close", "rename", "unlink", "stat", "access", "flock",
-                             "fchmod", "open folder", "fsync folder", "close folder"}) {
-        for (const int error : {ENOSPC, EIO, EDQUOT, EACCES, EBUSY, EINTR, shortWrite}) {
-            if (error == shortWrite && call != "write"s) {
-                continue;
-            }
-            for (const int times : {1, 3, forEver}) {
-                // what is tried again until it goes through may not be interrupted for ever
-                if ((error == EINTR && times == forEver) || (times == 3 && !IsLongForm())) {
-                    continue;
-                }
-                QTest::addRow("%s, %s, %d times", call, error == shortWrite ? "short" : std::strerror(error),
-                              times)
-                    << call << error << times;
+    const auto add = [](const char* call, int error) {
+        for (const int times : {1, 3, forEver}) {
+            // what is tried again until it goes through may not be interrupted for ever
+            if ((error != EINTR || times != forEver) && (times != 3 || IsLongForm())) {
+                QTest::addRow("%s, error %d, %d times", call, error, times)
+                    << QString::fromLatin1(call) << error << times;
             }
         }
+    };
+    for (const char* call : {"open", "write", "fsync", "close", "exchange", "rename", "unlink", "stat",
+                             "access", "flock", "fchmod", "open folder", "fsync folder", "close folder"}) {
+        for (const int error : {ENOSPC, EIO, EDQUOT, EACCES, EBUSY, EINTR}) {
+            add(call, error);
+        }
     }
+    for (const int error : {ETXTBSY, EAGAIN, ENOMEM}) {
+        add("open", error);
+    }
+    add("write", shortWrite);
+    add("write", nothingWritten);
+    add("fsync", EINVAL);
+    add("fsync folder", EINVAL);
+    add("exchange", EINVAL);
+    add("exchange", ENOSYS);
 }
 
 void tst_FaultyDisk::everyCall_isToldAsItIs()
@@ -164,7 +182,7 @@ void tst_FaultyDisk::everyCall_isToldAsItIs()
         ++m_saves;
         TemporaryFolder folder;
         folder.Write("tarno.xml", FileWith("old"));
-        const Outcome outcome = SaveIn(folder, call, number, times, error, 1);
+        const Outcome outcome = SaveIn(folder, call, number, times, error, QStringLiteral("1"));
         QCOMPARE(outcome.broken, QByteArray());
         QCOMPARE(outcome.saves.size(), 1);
         if (outcome.failures == 0) {
@@ -190,11 +208,37 @@ void tst_FaultyDisk::everyCall_isToldAsItIs()
         if (times != forEver) { // the fault is over with the next save, or with the one after it
             TemporaryFolder other;
             other.Write("tarno.xml", FileWith("old"));
-            const Outcome next = SaveIn(other, call, number, times, error, times + 1);
+            const Outcome next = SaveIn(other, call, number, times, error, QString::number(times + 1));
             QCOMPARE(next.broken, QByteArray());
             QCOMPARE(next.saves.back(), QStringLiteral("0"));
             QCOMPARE(other.Read("tarno.xml"), FileWith("new " + std::to_string(times + 1)));
         }
+    }
+}
+
+void tst_FaultyDisk::errorLog_everyCall_isTold_data()
+{
+    QTest::addColumn<QString>("call");
+    QTest::addColumn<int>("error");
+    for (const char* call : {"open", "write", "close"}) {
+        for (const int error : {ENOSPC, EIO, EDQUOT, EACCES, EBUSY, EINTR}) {
+            QTest::addRow("%s, error %d", call, error) << QString::fromLatin1(call) << error;
+        }
+    }
+}
+
+void tst_FaultyDisk::errorLog_everyCall_isTold()
+{
+    QFETCH(QString, call);
+    QFETCH(int, error);
+    TemporaryFolder folder;
+    folder.Write("tarno.xml", FileWith("old"));
+    const Outcome outcome = SaveIn(folder, call, 1, 1, error, QStringLiteral("log"));
+    QCOMPARE(outcome.broken, QByteArray());
+    QCOMPARE(outcome.failures, 1);
+    QCOMPARE(outcome.saves, QStringList(QString::number(error == EINTR ? 0 : NumberOf(error))));
+    if (error == EINTR || call == QLatin1String("close")) {
+        QCOMPARE(folder.Read("Tarno.log"), "words"s);
     }
 }
 
