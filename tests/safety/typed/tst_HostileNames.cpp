@@ -1,0 +1,380 @@
+#include "reports/fRptLog.h"
+#include "support/TestProgram.h"
+#include "support/Windows.h"
+#include "ui/common/DesktopPrompts.h"
+#include "ui/common/SortableList.h"
+#include "ui/common/Strings.h"
+#include "ui/entry/fEntry.h"
+#include "ui/locations/dlgLocMaint.h"
+#include "ui/locations/fLocs.h"
+#include "ui/main/fTarno.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTextDocument>
+#include <QtTest>
+
+#include <filesystem>
+#include <map>
+#include <sstream>
+
+// Names and paths that look like commands, markup or other places: they start nothing, write nowhere else and
+// show as what they are.
+
+using namespace std::string_literals;
+
+namespace
+{
+
+const std::vector<std::string> hostileNames{
+    "; touch x",           "$(touch x)", "`touch x`",   "| touch x", "a && touch x", "> x", "line\nend",
+    "\"double\" 'single'", "-option",    "--help",      "%1 %s %n",  "*?[a]",        "~",   "$HOME",
+    "back\\slash",         "<b>x<\\b>",  "http:example"};
+
+/// All that lies in the folder, files with their bytes.
+std::map<std::string, std::string> Tree(const TemporaryFolder& folder)
+{
+    std::map<std::string, std::string> tree;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(ToPath(folder.Path()))) {
+        const std::string name = FromPath(entry.path().lexically_relative(ToPath(folder.Path())));
+        tree[name] = entry.is_regular_file() ? folder.Read(name) : "";
+    }
+    return tree;
+}
+
+/// A row for each of the names.
+void AddNames(const std::vector<std::string>& names)
+{
+    QTest::addColumn<std::string>("name");
+    for (const std::string& name : names) {
+        std::string row = name.substr(0, 40);
+        std::replace(row.begin(), row.end(), '\n', ' ');
+        QTest::newRow(row.c_str()) << name;
+    }
+}
+
+/// The question of the command "Tides" when there is no program yet.
+FileQuestion TideQuestion()
+{
+    QString filter = QStringLiteral("WXTide32 Progam File (WXTide32.exe)");
+#ifndef Q_OS_WIN
+    filter += QStringLiteral(";;All Files (*)");
+#endif
+    return {.title = QStringLiteral("Specify WXTide32 Program Location"),
+            .filter = filter,
+            .folder = {},
+            .fileName = QStringLiteral("WXTide32.exe")};
+}
+
+/// A program that writes down how it was started, in the file "started" beside it.
+void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
+{
+    folder.Write(name, "#!/bin/sh\nfor word in \"$@\"; do printf '%s\\0' \"$word\"; done > \"${0%/*}/.new\"\n"
+                       "mv \"${0%/*}/.new\" \"${0%/*}/started\"\n");
+    std::filesystem::permissions(ToPath(folder.PathOf(name)), std::filesystem::perms::owner_all);
+}
+
+/// The arguments with which the recorder was started; the test fails when it was not.
+std::vector<std::string> Recorded(const TemporaryFolder& folder)
+{
+    const auto path = ToPath(folder.PathOf("started"));
+    if (!QTest::qWaitFor([&] { return std::filesystem::exists(path); })) {
+        QTest::qFail("not started", __FILE__, __LINE__);
+        return {};
+    }
+    std::istringstream words(folder.Read("started"));
+    std::vector<std::string> arguments;
+    for (std::string word; std::getline(words, word, '\0');) {
+        arguments.push_back(word);
+    }
+    return arguments;
+}
+
+/// Counts the questions and answers them as Enter does.
+class Answers final : public MessageBoxes
+{
+public:
+    Button Ask(QWidget* /*parent*/, const Question& question) override
+    {
+        ++count;
+        return question.byDefault;
+    }
+
+    int count = 0;
+};
+
+/// Shows the dialog, takes `steps` in it and closes it without a question.
+template <typename Open, typename Steps>
+void Attended(Open&& open, Steps&& steps)
+{
+    WhileOpen(std::forward<Open>(open), [&](QDialog& dialog) {
+        steps(dialog);
+        dialog.done(QDialog::Rejected);
+    });
+}
+
+/// The first control of the window that would draw `name` as something else than these letters; empty when
+/// there is none.
+QString Interpreter(const QWidget& window, const QString& name)
+{
+    for (const auto* label : window.findChildren<QLabel*>()) {
+        const bool rich = label->textFormat() == Qt::RichText ||
+                          (label->textFormat() == Qt::AutoText && Qt::mightBeRichText(label->text()));
+        if (label->text().contains(name) && (rich || label->buddy() != nullptr)) {
+            return label->objectName();
+        }
+    }
+    for (const auto* widget : window.findChildren<QWidget*>()) {
+        if (widget->toolTip().contains(name) && Qt::mightBeRichText(widget->toolTip())) {
+            return widget->objectName();
+        }
+    }
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+        QString text = button->text();
+        text.remove(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))); // as it should be
+        if (text.contains(name)) {
+            return button->objectName();
+        }
+    }
+    return {};
+}
+
+/// Whether the combo box has an item of exactly that text.
+bool Offers(const QWidget& window, const char* box, const QString& name)
+{
+    return Find<QComboBox>(window, box).findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
+}
+
+/// Whether a cell of the list says exactly that.
+bool Lists(const QWidget& window, const char* list, const QString& name)
+{
+    const QAbstractItemModel* model = Find<SortableList>(window, list).model();
+    for (int row = 0; row < model->rowCount(); ++row) {
+        for (int column = 0; column < model->columnCount(); ++column) {
+            if (model->index(row, column).data().toString() == name) {
+                const QVariant tip = model->index(row, column).data(Qt::ToolTipRole);
+                return !Qt::mightBeRichText(tip.toString());
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+class tst_HostileNames : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tideProgram_thatIsNoFile_isAskedFor_data();
+    void tideProgram_thatIsNoFile_isAskedFor();
+
+    void tideProgram_withAHostileName_isStartedUnderIt_data() { AddNames(hostileNames); }
+
+    void tideProgram_withAHostileName_isStartedUnderIt();
+
+    void starter_handsNothingToAShell_data() { AddNames(hostileNames); }
+
+    void starter_handsNothingToAShell();
+    void starter_ofWhatIsNoProgram_fails_data();
+    void starter_ofWhatIsNoProgram_fails();
+
+    void textEditor_getsTheFileAsOneArgument_data() { AddNames(hostileNames); }
+
+    void textEditor_getsTheFileAsOneArgument();
+    void picturePath_isOnlyEverRead_data();
+    void picturePath_isOnlyEverRead();
+    void names_showAsTheyAre_data();
+    void names_showAsTheyAre();
+};
+
+void tst_HostileNames::tideProgram_thatIsNoFile_isAskedFor_data()
+{
+    std::vector<std::string> names = hostileNames;
+    for (const std::string name :
+         {"folder", "/", ".", "..", "http://example.invalid/tides.exe", "file:///bin/true",
+          "\\\\host\\share\\tides.exe", " ", "gone/tides.exe", "true", "sh -c true"}) {
+        names.push_back(name);
+    }
+    names.push_back(std::string(300, 'x'));
+    names.push_back(std::string(100'000, '/'));
+    AddNames(names);
+}
+
+void tst_HostileNames::tideProgram_thatIsNoFile_isAskedFor()
+{
+    QFETCH(std::string, name);
+    TestProgram program;
+    program.Start();
+    program.folder.MakeFolder("folder");
+    program.settings.SaveSetting("KOWRA", "XTidePath", name == "folder" ? program.folder.PathOf(name) : name);
+    const auto before = Tree(program.folder);
+    fTarno window(program.program);
+    program.files.ExpectOpen(TideQuestion(), std::nullopt);
+    window.findChild<QAction*>(QStringLiteral("icoTides"))->trigger(); // nothing is announced to be started
+    QVERIFY(Tree(program.folder) == before);
+}
+
+void tst_HostileNames::tideProgram_withAHostileName_isStartedUnderIt()
+{
+    QFETCH(std::string, name);
+    TestProgram program;
+    program.Start();
+    program.folder.Write(name, "no program at all");
+    program.settings.SaveSetting("KOWRA", "XTidePath", program.folder.PathOf(name));
+    const auto before = Tree(program.folder);
+    fTarno window(program.program);
+    program.programs.ExpectStart(FromUtf8(program.folder.PathOf(name)));
+    window.findChild<QAction*>(QStringLiteral("icoTides"))->trigger();
+    QVERIFY(Tree(program.folder) == before);
+}
+
+void tst_HostileNames::starter_handsNothingToAShell()
+{
+    QFETCH(std::string, name);
+    const TemporaryFolder folder;
+    WriteRecorder(folder, name);
+    QStringList arguments;
+    for (const std::string& argument : hostileNames) {
+        arguments << FromUtf8(argument);
+    }
+    arguments << QString() << QStringLiteral("two words");
+    DesktopProgramStarter().Start(FromUtf8(folder.PathOf(name)), arguments);
+    std::vector<std::string> expected = hostileNames;
+    expected.insert(expected.end(), {"", "two words"});
+    QCOMPARE(Recorded(folder), expected);
+    QCOMPARE(folder.Names().size(), std::size_t(2));
+}
+
+void tst_HostileNames::starter_ofWhatIsNoProgram_fails_data()
+{
+    AddNames({"folder", "text.txt", "gone", "gone; touch x", "$(touch x)", "http://example.invalid/x"});
+}
+
+void tst_HostileNames::starter_ofWhatIsNoProgram_fails()
+{
+    QFETCH(std::string, name);
+    const TemporaryFolder folder;
+    folder.MakeFolder("folder");
+    folder.Write("text.txt", "touch x\n");
+    const auto before = Tree(folder);
+    try {
+        DesktopProgramStarter().Start(FromUtf8(folder.PathOf(name)), {});
+        QFAIL("started");
+    } catch (const Error& error) {
+        QVERIFY(error.Description().find(name) != std::string::npos);
+    }
+    QVERIFY(Tree(folder) == before);
+}
+
+void tst_HostileNames::textEditor_getsTheFileAsOneArgument()
+{
+    QFETCH(std::string, name);
+    const TemporaryFolder desktop;
+    WriteRecorder(desktop, "xdg-open");
+    const TemporaryFolder folder;
+    folder.Write(name, "Bream\n");
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString(desktop.Path()) + ':' + path);
+    DesktopProgramStarter().EditText(FromUtf8(folder.PathOf(name)));
+    qputenv("PATH", path);
+    QCOMPARE(Recorded(desktop), std::vector<std::string>{folder.PathOf(name)});
+    QCOMPARE(folder.Names(), std::vector<std::string>{name});
+}
+
+void tst_HostileNames::picturePath_isOnlyEverRead_data()
+{
+    std::vector<std::string> names = hostileNames;
+    for (const std::string name :
+         {"../../../../../../../../etc/passwd", "/etc/passwd", "/dev/zero", "/dev/tty", "pipe", "folder", "",
+          "..", "\\\\host\\share\\x.jpg", "//host/share/x.jpg", "http://example.invalid/x.png",
+          "file:///etc/passwd", ":/icons/add", "qrc:/icons/add", "data:image/png;base64,AAAA", "C:\\x.bmp"}) {
+        names.push_back(name);
+    }
+    names.push_back(std::string(300, 'x'));
+    names.push_back(std::string(100'000, 'x') + ".png");
+    AddNames(names);
+}
+
+void tst_HostileNames::picturePath_isOnlyEverRead()
+{
+    QFETCH(std::string, name);
+    TestProgram program;
+    program.Start();
+    program.AddLocation("Pittwater", {{LocationField::LocPicture, name}});
+    program.AddEntry(
+        {{EntryField::LocNo, "1"}, {EntryField::Picture, name}, {EntryField::StartDate, "2003-02-05"}});
+    program.folder.MakeFolder("folder");
+    program.folder.MakePipe("pipe");
+    const auto before = Tree(program.folder);
+    Answers answers;
+    const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
+                           program.clock,         answers,           program.files, program.programs,
+                           program.printers,      program.operations};
+    Attended([&] { fEntry(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
+    Attended([&] { dlgLocMaint(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
+    QVERIFY(Tree(program.folder) == before);
+    QCOMPARE(program.StoredEntry(1, EntryField::Picture), name);
+    const bool isNoPicture = name.ends_with("passwd") || name.starts_with("/dev") || name == "pipe";
+    QCOMPARE(answers.count > 0, isNoPicture && !name.starts_with("file"));
+}
+
+void tst_HostileNames::names_showAsTheyAre_data()
+{
+    AddNames({"<b>x</b>", "<img src=\"/etc/passwd\">", "<a href='http://example.invalid'>x</a>",
+              "<html><script>x</script></html>", "{\\rtf1 x}", "../../x", "%1", "%n", "x&Save y", "&&",
+              "a\tb", "&lt;", "]]>"});
+}
+
+void tst_HostileNames::names_showAsTheyAre()
+{
+    QFETCH(std::string, name);
+    const QString shown = FromUtf8(name);
+    TestProgram program;
+    program.Start();
+    program.AddLocation(name, {{LocationField::LocDirections, name}, {LocationField::LocDescription, name}});
+    program.AddEntry({{EntryField::LocNo, "1"},
+                      {EntryField::StartDate, name},
+                      {EntryField::AirTemp, name},
+                      {EntryField::Obbos, name}});
+    Record report;
+    program.sql.ReportGet(0, report);
+    report.SetText(ReportField::RptName, name);
+    report.SetText(ReportField::FieldKeys, "1");
+    QCOMPARE(program.sql.ReportUpdate(report), succeeded);
+    Record field;
+    RecordList fields;
+    QCOMPARE(program.sql.FieldList(fields), succeeded);
+    field = Record(fields.front());
+    field.SetText(FieldField::Desc, name);
+    QCOMPARE(program.sql.FieldUpdate(field), succeeded);
+    const std::vector<std::string> names = program.folder.Names();
+
+    fTarno window(program.program);
+    QVERIFY(Lists(window, "lvwEntry", shown));
+    QCOMPARE(Interpreter(window, shown), QString());
+    Answers answers; // an entry of that date has things to be calculated anew
+    const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
+                           program.clock,         answers,           program.files, program.programs,
+                           program.printers,      program.operations};
+    Attended([&] { fLocs(attended, nullptr).exec(); },
+             [&](QDialog& dialog) {
+                 QVERIFY(Lists(dialog, "lvwLocs", shown));
+                 QCOMPARE(Interpreter(dialog, shown), QString());
+             });
+    Attended([&] { dlgLocMaint(attended, nullptr).SetData(1, false); },
+             [&](QDialog& dialog) { QCOMPARE(Interpreter(dialog, shown), QString()); });
+    Attended([&] { fRptLog(attended, nullptr).exec(); },
+             [&](QDialog& dialog) {
+                 QVERIFY(Offers(dialog, "cboLocation", shown));
+                 QVERIFY(Offers(dialog, "cboSaved", shown));
+                 QCOMPARE(Interpreter(dialog, shown), QString());
+             });
+    QCOMPARE(program.folder.Names(), names);
+}
+
+QTEST_MAIN(tst_HostileNames)
+#include "tst_HostileNames.moc"
