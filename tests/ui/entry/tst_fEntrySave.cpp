@@ -15,6 +15,7 @@ private Q_SLOTS:
     void save_disabledAndNothingTyped_writesNothing_data();
     void save_disabledAndNothingTyped_writesNothing();
     void save_otherValuesStayByteByByte();
+    void save_controlCharacter_isKeptAsTheReplacementCharacter();
     void save_failed_keepsWindowAndFlag();
     void save_newEntryFailedAndRetried_isThereOnce();
     void save_recordDeletedMeanwhile_isReported();
@@ -217,6 +218,18 @@ void tst_fEntrySave::save_otherValuesStayByteByByte()
     });
     expected[EntryField::LowTideHt] = "0.9";
     QCOMPARE(program.StoredEntry(key), expected);
+}
+
+void tst_fEntrySave::save_controlCharacter_isKeptAsTheReplacementCharacter()
+{
+    ProgramWithPlace program;
+    const int key = program.AddCompleteEntry();
+    Edit(program, key, [](QWidget& editor) {
+        GoTo(editor, "txtAirTemp");
+        Find<QLineEdit>(editor, "txtAirTemp").setText(QStringLiteral("2\x01"));
+        SaveAndClose(editor); // what was saved is no change that is asked about
+    });
+    QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), std::string("2\uFFFD"));
 }
 
 void tst_fEntrySave::save_failed_keepsWindowAndFlag()
