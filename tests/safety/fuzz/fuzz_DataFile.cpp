@@ -115,7 +115,7 @@ std::optional<Content> ContentOf(const File& file, std::string_view bytes)
     }
     const pugi::xml_node data = document.child("data");
     Content content{data == document.first_child(), {}, {}};
-    for (const pugi::xml_node& parent : {pugi::xml_node(document), data}) {
+    for (const pugi::xml_node& parent : {document.root(), data}) {
         std::string text;
         for (const pugi::xml_node& child : parent.children()) {
             if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
@@ -269,7 +269,7 @@ private:
 
     void ReportLog()
     {
-        for (const std::int16_t location : {0, 1}) {
+        for (const std::int16_t location : std::array<std::int16_t, 2>{0, 1}) {
             const Status status = m_sql.ReportLogData("StartDate,LocNo,MoonPhase,TideStart,FishAction,Obbos",
                                                       "1,5,16,6,27,31", location);
             const ReportTable grid = m_sql.ReportGrid();
