@@ -197,6 +197,7 @@ public:
         Replace();
         Append();
         Remove();
+        Read();
         CheckReopened();
     }
 
