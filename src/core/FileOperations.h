@@ -49,9 +49,10 @@ public:
     /// Returns when the names in the folder that holds `path` have reached the disk.
     virtual void SyncFolderOf(const std::string& path) = 0;
     virtual void Remove(const std::string& path) = 0;
-    /// Removes a file that Create made and whose writer has ended without Close; one that is still open
-    /// for writing stays.
-    virtual void RemoveAbandoned(const std::string& path) = 0;
+    /// The number that tells this process from every other one that is running.
+    virtual std::uint32_t ProcessNumber() = 0;
+    /// Whether a process of that number is running.
+    virtual bool IsRunning(std::uint32_t process) = 0;
     /// Writes `bytes` behind the end of the file, which is created when it does not exist.
     /// Throws Error PermissionDenied when another process holds the file, PathFileAccess when the
     /// user may not write to it. Never waits.

@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -107,10 +106,6 @@ public:
     /// A file system that keeps no modes refuses this, which is no reason to lose what is to be written.
     void TrySetMode(mode_t mode) const { (void)::fchmod(m_descriptor, mode); }
 
-    /// Marks the file as being written for as long as it is open, whatever ends the process; tells whether
-    /// no other process has done so.
-    bool TryMark() const { return ::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0; }
-
     void CheckRegular() const
     {
         struct stat status {
@@ -169,8 +164,6 @@ public:
     {
         auto file = std::make_unique<PosixFile>(Opened(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW));
 
-        file->TryMark();
-
         struct stat status {
         };
 
@@ -218,13 +211,15 @@ public:
         Check(::unlink(path.c_str()) == 0);
     }
 
-    void RemoveAbandoned(const std::string& path) override
+    std::uint32_t ProcessNumber() override
     {
-        const PosixFile file(Opened(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
-        file.CheckRegular();
-        if (file.TryMark()) {
-            Remove(path);
-        }
+        return static_cast<std::uint32_t>(::getpid());
+    }
+
+    // the process of another user may not be sent a signal
+    bool IsRunning(std::uint32_t process) override
+    {
+        return ::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM;
     }
 
     void Append(const std::string& path, std::string_view bytes) override

@@ -4,9 +4,12 @@
 #include "Paths.h"
 
 #include <algorithm>
+#include <charconv>
 #include <exception>
 #include <filesystem>
+#include <optional>
 #include <random>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -62,21 +65,32 @@ private:
 };
 
 /// A name of chance, so that what a crash left behind never stands in the way.
-std::string TemporaryFor(const std::string& target)
+std::string TemporaryFor(const std::string& target, std::uint32_t process)
 {
-    return target + '.' + std::to_string(std::random_device()()) + std::string(SafeWriter::temporarySuffix);
+    return target + '.' + std::to_string(process) + '-' + std::to_string(std::random_device()()) +
+           std::string(SafeWriter::temporarySuffix);
 }
 
-/// Whether `name` is one that TemporaryFor gives to the file `target`.
-bool IsTemporaryFor(std::string_view target, std::string_view name)
+std::optional<std::uint32_t> WholeNumber(std::string_view digits)
 {
-    if (!name.starts_with(target) || !name.ends_with(SafeWriter::temporarySuffix)) {
-        return false;
+    std::uint32_t number = 0;
+    const char* end = digits.data() + digits.size();
+    const auto [stop, failure] = std::from_chars(digits.data(), end, number);
+    return failure == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+/// The process that made `name` as TemporaryFor does for the file `target`; nothing when none has.
+std::optional<std::uint32_t> MakerOf(std::string_view name, const std::string& target)
+{
+    const std::string begin = target + '.';
+    if (!name.starts_with(begin) || !name.ends_with(SafeWriter::temporarySuffix)) {
+        return std::nullopt;
     }
-    name.remove_prefix(target.size());
-    name.remove_suffix(std::min(name.size(), SafeWriter::temporarySuffix.size()));
-    return name.size() > 1 && name.front() == '.' &&
-           std::all_of(name.begin() + 1, name.end(), [](char c) { return c >= '0' && c <= '9'; });
+    name.remove_prefix(begin.size());
+    const std::string_view numbers = name.substr(0, name.find(SafeWriter::temporarySuffix));
+    const std::size_t dash = std::min(numbers.find('-'), numbers.size());
+    const std::string_view chance = numbers.substr(std::min(dash + 1, numbers.size()));
+    return WholeNumber(chance) ? WholeNumber(numbers.substr(0, dash)) : std::nullopt;
 }
 
 } // namespace
@@ -84,7 +98,7 @@ bool IsTemporaryFor(std::string_view target, std::string_view name)
 void SafeWriter::Write(const std::string& path, std::string_view bytes)
 {
     const std::string target = Target(path);
-    NewFile temporary(m_operations, TemporaryFor(target));
+    NewFile temporary(m_operations, TemporaryFor(target, m_operations.ProcessNumber()));
     temporary.Write(bytes, target);
     m_operations.Replace(temporary.Path(), target);
     temporary.Own(false);
@@ -96,7 +110,7 @@ std::string SafeWriter::WriteOver(const std::string& path, std::string_view byte
     const std::string target = Target(path);
     std::string kept;
     {
-        NewFile temporary(m_operations, TemporaryFor(target));
+        NewFile temporary(m_operations, TemporaryFor(target, m_operations.ProcessNumber()));
         temporary.Write(bytes, target);
         if (m_operations.Exchange(temporary.Path(), target)) {
             temporary.Own(false); // what lies there now may be nowhere else
@@ -150,7 +164,8 @@ void SafeWriter::RemoveLeftovers(const std::string& path)
     try {
         const fs::path target = ToPath(m_operations.Followed(path));
         for (const auto& entry : fs::directory_iterator(target.parent_path())) {
-            if (IsTemporaryFor(FromPath(target.filename()), FromPath(entry.path().filename()))) {
+            const auto maker = MakerOf(FromPath(entry.path().filename()), FromPath(target.filename()));
+            if (maker && entry.symlink_status().type() == fs::file_type::regular && IsOver(*maker)) {
                 leftovers.push_back(FromPath(entry.path()));
             }
         }
@@ -158,7 +173,7 @@ void SafeWriter::RemoveLeftovers(const std::string& path)
     }
     for (const std::string& leftover : leftovers) {
         try {
-            m_operations.RemoveAbandoned(leftover);
+            m_operations.Remove(leftover);
         } catch (const Error&) { // NOLINT(bugprone-empty-catch): the next start tries again
         }
     }
@@ -169,4 +184,10 @@ std::string SafeWriter::Target(const std::string& path)
     std::string target = m_operations.Followed(path);
     m_operations.CheckReplaceable(target);
     return target;
+}
+
+bool SafeWriter::IsOver(std::uint32_t process)
+{
+    // one of our own number was an earlier one: this one is not writing
+    return process == m_operations.ProcessNumber() || !m_operations.IsRunning(process);
 }

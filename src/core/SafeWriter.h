@@ -33,7 +33,7 @@ public:
     std::string Keep(const std::string& path, std::string_view bytes);
 
     /// Removes the temporaries that a crash while `path` was written has left beside it, as far as that can
-    /// be done; those that another program is writing stay. Never fails.
+    /// be done; those of a process that is still running stay. Never fails.
     void RemoveLeftovers(const std::string& path);
 
     /// What the name of every temporary ends with.
@@ -41,6 +41,7 @@ public:
 
 private:
     std::string Target(const std::string& path);
+    bool IsOver(std::uint32_t process);
 
     FileOperations& m_operations;
 };

@@ -149,8 +149,19 @@ public:
 
     void Remove(const std::string& path) override { Check(::DeleteFileW(ToPath(path).c_str()) != 0); }
 
-    // a file that is open for writing is not shared for deletion
-    void RemoveAbandoned(const std::string& path) override { Remove(path); }
+    std::uint32_t ProcessNumber() override { return ::GetCurrentProcessId(); }
+
+    // the process of another user may not be opened
+    bool IsRunning(std::uint32_t process) override
+    {
+        const HANDLE handle = ::OpenProcess(SYNCHRONIZE, FALSE, process);
+        if (handle == nullptr) {
+            return ::GetLastError() == ERROR_ACCESS_DENIED;
+        }
+        const bool isRunning = ::WaitForSingleObject(handle, 0) == WAIT_TIMEOUT;
+        ::CloseHandle(handle);
+        return isRunning;
+    }
 
     void Append(const std::string& path, std::string_view bytes) override
     {

@@ -71,9 +71,7 @@ private Q_SLOTS:
     void replace_aFile_takesItsPlace();
     void exchange_twoFiles_changePlaces();
     void exchange_oneIsNotThere_doesNothing();
-    void removeAbandoned_writerHasEnded_isGone();
-    void removeAbandoned_stillBeingWritten_stays();
-    void removeAbandoned_noRegularFile_stays();
+    void isRunning_aProcess_untilItHasEnded();
     void syncFolderOf_noSuchFolder_isPathNotFound();
     void remove_aFile_isGone();
     void append_newAndExistingFile_grow();
@@ -284,34 +282,21 @@ void tst_FileOperations::exchange_oneIsNotThere_doesNothing()
     QCOMPARE(folder.Names(), Texts{"one"});
 }
 
-void tst_FileOperations::removeAbandoned_writerHasEnded_isGone()
+void tst_FileOperations::isRunning_aProcess_untilItHasEnded()
 {
-    const TemporaryFolder folder;
-    m_operations->Create(folder.PathOf("half"), folder.PathOf("no model"))->Write("half");
-    m_operations->RemoveAbandoned(folder.PathOf("half"));
-    QCOMPARE(folder.Names(), Texts());
-}
-
-void tst_FileOperations::removeAbandoned_stillBeingWritten_stays()
-{
-    const TemporaryFolder folder;
-    const auto file = m_operations->Create(folder.PathOf("half"), folder.PathOf("no model"));
-    file->Write("half");
-    m_operations->RemoveAbandoned(folder.PathOf("half"));
-    QCOMPARE(folder.Read("half"), "half"s);
-}
-
-void tst_FileOperations::removeAbandoned_noRegularFile_stays()
-{
-    const TemporaryFolder folder;
-    folder.MakeFolder("folder");
-    folder.MakePipe("pipe");
-    folder.Write("file", "mine");
-    folder.MakeLink("link", folder.PathOf("file"));
-    for (const char* name : {"folder", "pipe", "link", "none"}) {
-        QVERIFY(RaisedNumber([&] { m_operations->RemoveAbandoned(folder.PathOf(name)); }) != 0);
+    QCOMPARE(m_operations->ProcessNumber(), static_cast<std::uint32_t>(::getpid()));
+    QVERIFY(m_operations->IsRunning(m_operations->ProcessNumber()));
+    QVERIFY(m_operations->IsRunning(1)); // of another user, for everybody but root
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::pause();
+        ::_exit(0);
     }
-    QCOMPARE(folder.Names(), (Texts{"file", "folder", "link", "pipe"}));
+    QVERIFY(child > 0);
+    QVERIFY(m_operations->IsRunning(static_cast<std::uint32_t>(child)));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    QVERIFY(!m_operations->IsRunning(static_cast<std::uint32_t>(child)));
 }
 
 void tst_FileOperations::syncFolderOf_noSuchFolder_isPathNotFound()

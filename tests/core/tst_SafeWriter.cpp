@@ -7,6 +7,9 @@
 
 #include <QtTest>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace std::string_literals;
 
 namespace
@@ -19,6 +22,16 @@ const Texts allSteps{"follow", "check", "create", "write", "sync", "close", "siz
 
 const Texts allStepsOver{"follow", "check", "create",   "write",  "sync",
                          "close",  "size",  "exchange", "remove", "sync folder"};
+
+std::string NumberOfEndedProcess()
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::_exit(0);
+    }
+    ::waitpid(child, nullptr, 0);
+    return std::to_string(child);
+}
 
 bool IsOld(std::string_view bytes)
 {
@@ -89,7 +102,7 @@ private Q_SLOTS:
     void keep_aStepFails_leavesNoFile_data();
     void keep_aStepFails_leavesNoFile();
     void removeLeftovers_onlyOurs_areGone();
-    void removeLeftovers_ofAnotherProgramThatIsWriting_stay();
+    void removeLeftovers_ofARunningProcess_stay();
     void removeLeftovers_oneCannotBeRemoved_theOthersAreGone();
 };
 
@@ -587,49 +600,61 @@ void tst_SafeWriter::keep_aStepFails_leavesNoFile()
 void tst_SafeWriter::removeLeftovers_onlyOurs_areGone()
 {
     const TemporaryFolder folder;
-    const Texts others{"field.xml.12.tarno-tmp",
-                       "location.xml.12.tarno-tmp",
-                       "tarno.xml-12.tarno-tmp",
-                       "tarno.xml.12.tarno-bak",
+    const std::string ended = NumberOfEndedProcess();
+    const Texts others{"field.xml." + ended + "-12.tarno-tmp",
+                       "location.xml." + ended + "-12.tarno-tmp",
                        "tarno.xml",
+                       "tarno.xml-" + ended + "-12.tarno-tmp",
                        "tarno.xml..tarno-tmp",
-                       "tarno.xml.12",
-                       "tarno.xml.12.tmp",
-                       "tarno.xml.1a.tarno-tmp",
+                       "tarno.xml.-12.tarno-tmp",
+                       "tarno.xml." + ended,
+                       "tarno.xml." + ended + "-.tarno-tmp",
+                       "tarno.xml." + ended + "-12",
+                       "tarno.xml." + ended + "-12.tarno-bak",
+                       "tarno.xml." + ended + "-12.tmp",
+                       "tarno.xml." + ended + "-12a.tarno-tmp",
+                       "tarno.xml." + ended + ".tarno-tmp",
+                       "tarno.xml." + ended + "a-12.tarno-tmp",
+                       "tarno.xml.99999999999-12.tarno-tmp",
                        "tarno.xml.tarno-tmp",
-                       "xtarno.xml.1.tarno-tmp"};
+                       "xtarno.xml." + ended + "-12.tarno-tmp"};
     for (const std::string& name : others) {
         folder.Write(name, "mine");
     }
-    folder.Write("tarno.xml.0.tarno-tmp", "half");
-    folder.Write("tarno.xml.4294967295.tarno-tmp", "half");
-    folder.MakeFolder("tarno.xml.1.tarno-tmp");
-    folder.MakeLink("tarno.xml.2.tarno-tmp", "tarno.xml");
+    folder.Write("tarno.xml." + ended + "-0.tarno-tmp", "half");
+    folder.Write("tarno.xml." + ended + "-4294967295.tarno-tmp", "half");
+    const std::string inTheWay = "tarno.xml." + ended + "-1.tarno-tmp";
+    const std::string link = "tarno.xml." + ended + "-2.tarno-tmp";
+    folder.MakeFolder(inTheWay);
+    folder.MakeLink(link, "tarno.xml");
     ScriptedFileOperations operations;
     SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
     Texts left = others;
-    left.insert(left.end(), {"tarno.xml.1.tarno-tmp", "tarno.xml.2.tarno-tmp"});
+    left.insert(left.end(), {inTheWay, link});
     std::sort(left.begin(), left.end());
     QCOMPARE(folder.Names(), left);
 }
 
-void tst_SafeWriter::removeLeftovers_ofAnotherProgramThatIsWriting_stay()
+void tst_SafeWriter::removeLeftovers_ofARunningProcess_stay()
 {
     const TemporaryFolder folder;
+    const std::string parent = std::to_string(::getppid());
+    const std::string own = std::to_string(::getpid()); // a number that was used before
+    folder.Write("tarno.xml." + parent + "-12.tarno-tmp", "half");
+    folder.Write("tarno.xml." + own + "-12.tarno-tmp", "half");
     ScriptedFileOperations operations;
-    const auto half = operations.Create(folder.PathOf("tarno.xml.12.tarno-tmp"), "");
-    half->Write("half");
     SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
-    QCOMPARE(folder.Names(), Texts{"tarno.xml.12.tarno-tmp"});
+    QCOMPARE(folder.Names(), Texts{"tarno.xml." + parent + "-12.tarno-tmp"});
 }
 
 void tst_SafeWriter::removeLeftovers_oneCannotBeRemoved_theOthersAreGone()
 {
     const TemporaryFolder folder;
-    folder.Write("tarno.xml.1.tarno-tmp", "half");
-    folder.Write("tarno.xml.2.tarno-tmp", "half");
+    const std::string ended = NumberOfEndedProcess();
+    folder.Write("tarno.xml." + ended + "-1.tarno-tmp", "half");
+    folder.Write("tarno.xml." + ended + "-2.tarno-tmp", "half");
     ScriptedFileOperations operations;
-    operations.Fail("abandoned", ErrorNumber::PathFileAccess);
+    operations.Fail("remove", ErrorNumber::PathFileAccess);
     SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
     QCOMPARE(folder.Names().size(), std::size_t{1});
     operations.Fail("follow", ErrorNumber::DeviceInputOutput);

@@ -28,7 +28,7 @@ public:
 
     /// The next `times` calls of `step` throw `number` and do nothing, after `before` calls that go well.
     /// The steps are named "follow", "check", "create", "write", "sync", "close", "size", "replace",
-    /// "exchange", "sync folder", "remove", "abandoned" and "append".
+    /// "exchange", "sync folder", "remove" and "append".
     void Fail(const std::string& step, ErrorNumber number, int times = 1, int before = 0)
     {
         m_failures.push_back({step, number, times, before});
@@ -123,11 +123,9 @@ public:
         m_system->Remove(path);
     }
 
-    void RemoveAbandoned(const std::string& path) override
-    {
-        Step("abandoned");
-        m_system->RemoveAbandoned(path);
-    }
+    std::uint32_t ProcessNumber() override { return m_system->ProcessNumber(); }
+
+    bool IsRunning(std::uint32_t process) override { return m_system->IsRunning(process); }
 
     void Append(const std::string& path, std::string_view bytes) override
     {

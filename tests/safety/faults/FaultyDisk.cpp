@@ -2,7 +2,7 @@
 // a broken, full or busy disk makes it fail.
 //   TARNO_FAULTY_FOLDER  the folder, without a "/" at its end
 //   TARNO_FAULTY_CALL    which call: "open", "write", "fsync", "close", "exchange", "rename" (no exchange is
-//                        possible then), "unlink", "stat", "flock",
+//                        possible then), "unlink", "stat",
 //                        "fchmod", "access", "open folder", "fsync folder" or "close folder"
 //   TARNO_FAULTY_NUMBER  the first of these calls that fails, counted from 1
 //   TARNO_FAULTY_TIMES   how many of them fail
@@ -192,13 +192,6 @@ int stat(const char* path, struct stat* status) noexcept
 int access(const char* path, int mode) noexcept
 {
     return Fails("access", path) ? -1 : Real(&access, "access")(path, mode);
-}
-
-int flock(int descriptor, int operation) noexcept;
-
-int flock(int descriptor, int operation) noexcept
-{
-    return Fails("flock", PathOf(descriptor)) ? -1 : Real(&flock, "flock")(descriptor, operation);
 }
 
 int fchmod(int descriptor, mode_t mode) noexcept

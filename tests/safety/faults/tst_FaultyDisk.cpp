@@ -95,8 +95,7 @@ Effect EffectOf(const QString& call, int error)
     if (call.endsWith(QLatin1String(" folder"))) {
         return error == EINTR || error == EINVAL ? Effect::GoesUnnoticed : Effect::FailsButIsWritten;
     }
-    if (call == QLatin1String("unlink") || call == QLatin1String("fchmod") ||
-        call == QLatin1String("flock")) {
+    if (call == QLatin1String("unlink") || call == QLatin1String("fchmod")) {
         return Effect::GoesUnnoticed;
     }
     // some file systems synchronise nothing, others exchange nothing
@@ -154,7 +153,7 @@ void tst_FaultyDisk::everyCall_isToldAsItIs_data()
         }
     };
     for (const char* call : {"open", "write", "fsync", "close", "exchange", "rename", "unlink", "stat",
-                             "access", "flock", "fchmod", "open folder", "fsync folder", "close folder"}) {
+                             "access", "fchmod", "open folder", "fsync folder", "close folder"}) {
         for (const int error : {ENOSPC, EIO, EDQUOT, EACCES, EBUSY, EINTR}) {
             add(call, error);
         }

@@ -23,9 +23,18 @@ public:
 
     void Replace(const std::string& from, const std::string& to) override { m_system->Replace(from, to); }
 
+    bool Exchange(const std::string& from, const std::string& to) override
+    {
+        return m_system->Exchange(from, to);
+    }
+
     void SyncFolderOf(const std::string& /*path*/) override {}
 
     void Remove(const std::string& path) override { m_system->Remove(path); }
+
+    std::uint32_t ProcessNumber() override { return m_system->ProcessNumber(); }
+
+    bool IsRunning(std::uint32_t process) override { return m_system->IsRunning(process); }
 
     void Append(const std::string& path, std::string_view bytes) override { m_system->Append(path, bytes); }
 

@@ -36,12 +36,14 @@ void AwaitLine()
     std::getline(std::cin, line);
 }
 
-int Hold(const std::string& path)
+int Hold(const std::string& target)
 {
     const auto operations = SystemFileOperations();
+    const std::string name = "." + std::to_string(operations->ProcessNumber()) + "-9.tarno-tmp";
+    const std::string path = target + name;
     const auto file = operations->Create(path, path);
     file->Write("half of a lo");
-    Say("holding");
+    Say("holding " + name);
     AwaitLine();
     return 0;
 }

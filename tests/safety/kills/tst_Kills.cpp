@@ -70,19 +70,17 @@ constexpr std::array<const char*, 7> momentNames{
 
 using Counts = std::map<Moment, int>;
 
-/// Names that look like temporaries and are none that the program may remove.
-constexpr const char* heldName = "tarno.xml.9.tarno-tmp";
-
+/// Names that look like temporaries and are none that the program may remove. No process has that number.
 void MakeDecoys(const TemporaryFolder& folder)
 {
     folder.Write("tarno.xml.12.tmp", "not ours");
-    folder.Write("tarno.xml.abc.tarno-tmp", "not ours either");
+    folder.Write("tarno.xml.4999999-abc.tarno-tmp", "not ours either");
     folder.Write("tarno.xml.tarno-tmp", "nor this");
-    folder.Write("xtarno.xml.5.tarno-tmp", "of another file");
-    folder.MakeFolder("tarno.xml.7.tarno-tmp");
-    folder.Write("tarno.xml.7.tarno-tmp/inside", "of a folder");
+    folder.Write("xtarno.xml.4999999-5.tarno-tmp", "of another file");
+    folder.MakeFolder("tarno.xml.4999999-7.tarno-tmp");
+    folder.Write("tarno.xml.4999999-7.tarno-tmp/inside", "of a folder");
     folder.Write("precious", "behind a link");
-    folder.MakeLink("tarno.xml.8.tarno-tmp", "precious");
+    folder.MakeLink("tarno.xml.4999999-8.tarno-tmp", "precious");
 }
 
 /// Everything in the folder but the log itself, with its bytes.
@@ -194,8 +192,9 @@ public:
         }
         m_folder.Write("tarno.xml", m_log.Version(0));
         MakeDecoys(m_folder);
-        m_holder.emplace(std::vector<std::string>{TARNO_SAVER, "hold", m_folder.PathOf(heldName)});
-        m_holder->Line();
+        m_holder.emplace(std::vector<std::string>{TARNO_SAVER, "hold", m_folder.PathOf("tarno.xml")});
+        const std::string holding = m_holder->Line().value_or("");
+        m_heldName = "tarno.xml" + holding.substr(std::min(holding.size(), std::size_t{8}));
         m_others = OtherFiles(m_folder);
     }
 
@@ -262,7 +261,7 @@ public:
             }
         }
         m_holder->Kill();
-        m_others.erase(heldName);
+        m_others.erase(m_heldName);
         ChildProgram saver = Started();
         return HasTidied(saver);
     }
@@ -386,6 +385,7 @@ private:
     ChangingLog m_log;
     std::mt19937 m_random;
     std::optional<ChildProgram> m_holder;
+    std::string m_heldName; ///< of a temporary whose writer is running
     std::map<std::string, std::string> m_others;
     MadeFiles m_made{m_folder};
     std::map<From, nanoseconds> m_usual;

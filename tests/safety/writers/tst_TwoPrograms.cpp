@@ -20,24 +20,6 @@ constexpr int changes = 100;
 #endif
 
 constexpr unsigned seed = 20260411;
-
-bool Adds(const std::string& task)
-{
-    return task == "add" || task == "restart";
-}
-
-/// Whether the programs started while it lives can lock a folder.
-class Locks
-{
-public:
-    explicit Locks(bool areThere) { qputenv("TARNO_WRITER_LOCKS", areThere ? "yes" : "no"); }
-
-    Locks(const Locks&) = delete;
-    Locks& operator=(const Locks&) = delete;
-
-    ~Locks() { qunsetenv("TARNO_WRITER_LOCKS"); }
-};
-
 /// Where the values ended that the writers were told to be saved.
 struct Figures {
     int saved = 0;
@@ -154,25 +136,17 @@ private Q_SLOTS:
 void tst_TwoPrograms::atTheSameTime_allIsInTheLogOrKept_data()
 {
     QTest::addColumn<Texts>("tasks");
-    QTest::addColumn<bool>("hasLocks");
-    for (const bool hasLocks : {true, false}) {
-        const auto row = [hasLocks](const char* name, const Texts& tasks) {
-            QTest::addRow("%s%s", name, hasLocks ? "" : ", without locks") << tasks << hasLocks;
-        };
-        row("two add", {"add", "add"});
-        row("three add", {"add", "add", "add"});
-        row("one adds, one edits, one deletes", {"add", "edit", "delete"});
-        row("two edit the same entry", {"edit", "edit"});
-        row("one is started again and again", {"add", "restart"});
-        row("two are started again and again", {"add", "add", "restart", "restart"});
-    }
+    QTest::newRow("two add") << Texts{"add", "add"};
+    QTest::newRow("three add") << Texts{"add", "add", "add"};
+    QTest::newRow("one adds, one edits, one deletes") << Texts{"add", "edit", "delete"};
+    QTest::newRow("two edit the same entry") << Texts{"edit", "edit"};
+    QTest::newRow("one is started again and again") << Texts{"add", "restart"};
+    QTest::newRow("two are started again and again") << Texts{"add", "add", "restart", "restart"};
 }
 
 void tst_TwoPrograms::atTheSameTime_allIsInTheLogOrKept()
 {
     QFETCH(Texts, tasks);
-    QFETCH(bool, hasLocks);
-    const Locks locks(hasLocks);
     Figures figures;
     for (int round = Times(1, 20); round > 0; --round) {
         SharedLog log(changes + 1);
@@ -187,10 +161,6 @@ void tst_TwoPrograms::atTheSameTime_allIsInTheLogOrKept()
         }
         const std::string fault = Fault(log, tasks, false, figures);
         QVERIFY2(fault.empty(), fault.c_str());
-        if (hasLocks && std::all_of(tasks.begin(), tasks.end(), Adds)) {
-            QCOMPARE(log.Noted("told"), Texts());
-            QCOMPARE(log.KeptFiles(), Texts());
-        }
     }
     qInfo("%s", qPrintable(figures.Text()));
 }

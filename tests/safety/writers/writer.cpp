@@ -6,8 +6,6 @@
 //       edit    the entry 1 gets those values
 //       delete  the entries COUNT+1 down to 2
 //
-// With TARNO_WRITER_LOCKS=no in the environment it runs as on a file system that knows no locks.
-//
 // What it was told is written into the file NOTES, a line each: "saved NAME-1", "failed NAME-1"; "told" and
 // the words when it would have told the user something.
 
@@ -15,25 +13,12 @@
 #include "store/cSQL.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <iostream>
 #include <memory>
 #include <string>
-#include <sys/file.h>
-#include <sys/syscall.h>
 #include <unistd.h>
-
-/// In the place of the C library's.
-extern "C" int flock(int file, int operation) noexcept
-{
-    if (const char* locks = std::getenv("TARNO_WRITER_LOCKS"); locks != nullptr && locks[0] == 'n') {
-        errno = ENOLCK;
-        return -1;
-    }
-    return static_cast<int>(::syscall(SYS_flock, file, operation));
-}
 
 namespace
 {
