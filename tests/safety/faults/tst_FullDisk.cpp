@@ -187,7 +187,7 @@ void tst_FullDisk::save_sizesAndSpaces_succeedsOrLeavesTheOldBytes_data()
     QTest::addColumn<std::size_t>("oldSize");
     QTest::addColumn<std::size_t>("newSize");
     std::vector<std::size_t> sizes;
-    for (std::size_t kibibytes = 1; kibibytes <= 60; kibibytes += static_cast<std::size_t>(Times(20, 3))) {
+    for (std::size_t kibibytes = 1; kibibytes <= 60; kibibytes += static_cast<std::size_t>(Times(30, 3))) {
         sizes.push_back(kibibytes * 1024);
     }
     sizes.insert(sizes.end(), {page, page + 1, 8 * page + 1}); // about the edges of pages

@@ -33,7 +33,8 @@ struct Fault {
     int times;
 };
 
-/// Every error, once and for ever. Where the short form `isBrief`, one error once.
+/// Every error, once and for ever. In the short form one error is enough for ever, and where it `isBrief` one
+/// once.
 std::vector<Fault> Faults(bool isBrief)
 {
     if (isBrief && !IsLongForm()) {
@@ -43,7 +44,9 @@ std::vector<Fault> Faults(bool isBrief)
     for (const ErrorNumber error : {ErrorNumber::DiskFull, ErrorNumber::DeviceInputOutput,
                                     ErrorNumber::PermissionDenied, ErrorNumber::PathFileAccess}) {
         faults.push_back({error, 1});
-        faults.push_back({error, ScriptedFileOperations::always});
+        if (error == ErrorNumber::DiskFull || IsLongForm()) {
+            faults.push_back({error, ScriptedFileOperations::always});
+        }
     }
     return faults;
 }
@@ -186,6 +189,9 @@ void tst_ScriptedFaults::everyCall_leavesTheOldBytes_andTheNextSaveWritesAll_dat
     for (const RecordFamily& family : AllFamilies()) {
         for (const bool exchanges : {true, false}) {
             for (const int most : {1, 100, 100000}) {
+                if (most == 1 && family.name != "Entry" && !IsLongForm()) {
+                    continue;
+                }
                 QTest::addRow("%s, %s, writes of %d bytes", family.name.c_str(),
                               exchanges ? "exchange" : "replace", most)
                     << family << exchanges << most;
