@@ -111,8 +111,7 @@ public:
         struct stat status {
         };
 
-        Check(::fstat(m_descriptor, &status) == 0);
-        if (!S_ISREG(status.st_mode)) {
+        if (::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
             throw Error(ErrorNumber::PathFileAccess);
         }
     }
@@ -162,7 +161,7 @@ public:
 
     std::unique_ptr<WritableFile> Create(const std::string& path, const std::string& model) override
     {
-        auto file = std::make_unique<PosixFile>(Opened(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW));
+        auto file = std::make_unique<PosixFile>(Opened(path, O_WRONLY | O_CREAT | O_EXCL));
 
         struct stat status {
         };
