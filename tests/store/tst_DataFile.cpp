@@ -54,6 +54,7 @@ private Q_SLOTS:
     void save_fileGone_isCreatedUnderTheNameForSaving();
     void save_fileRenamedMeanwhile_isMetWhateverItsCase();
     void save_failed_isUnsavedUntilTheNext();
+    void save_succeeded_whatStoodThereBeforeIsAnotherVersion();
 };
 
 void tst_DataFile::load_aDataFile_hasItsContainer()
@@ -167,6 +168,20 @@ void tst_DataFile::save_failed_isUnsavedUntilTheNext()
     QCOMPARE(test.Save("tarno.xml"), 0);
     QVERIFY(!test.file.IsUnsaved());
     QCOMPARE(test.folder.Read("tarno.xml"), "<data>\n\t<tarno />\n</data>\n"s);
+}
+
+// as when another program puts a copy from earlier back
+void tst_DataFile::save_succeeded_whatStoodThereBeforeIsAnotherVersion()
+{
+    Opened test("tarno.xml");
+    test.folder.Write("tarno.xml", "<data/>");
+    test.Load();
+    test.file.Data().append_child("tarno");
+    QCOMPARE(test.Save("tarno.xml"), 0);
+    const std::string path = test.folder.PathOf("tarno.xml");
+    QVERIFY(!test.file.OtherVersion(path));
+    test.folder.Write("tarno.xml", "<data/>");
+    QCOMPARE(test.file.OtherVersion(path).value_or("none"), "<data/>"s);
 }
 
 QTEST_APPLESS_MAIN(tst_DataFile)
