@@ -27,6 +27,7 @@ private Q_SLOTS:
     void fieldUpdate_isReportedAndKept();
     void unsavedFiles_areNamedUntilTheyAreSaved();
     void otherVersionThatCannotBeKept_leavesItAndKeepsTheChange();
+    void otherVersionMeetsAnUnsavedChange_theChangeStays();
     void deInit_dropsWhatIsUnsaved();
     void readOnlyFile_isReportedAndLeft();
     void readOnlyFolder_isReportedAndLeft();
@@ -176,6 +177,31 @@ void tst_FailedSaves::otherVersionThatCannotBeKept_leavesItAndKeepsTheChange()
                                   kept);
     QCOMPARE(store.sql.EntryDelete(2), succeeded);
     QCOMPARE(store.folder.Read(family.file), RecordFamily::File({family.Made("1", "new")}));
+    QCOMPARE(store.folder.Read("tarno-kept-1.xml"), theirs);
+}
+
+void tst_FailedSaves::otherVersionMeetsAnUnsavedChange_theChangeStays()
+{
+    const RecordFamily& family = RecordFamilies().front();
+    TestStore store;
+    store.folder.Write(family.file, RecordFamily::File({family.Made("1", "a"), family.Made("2", "b")}));
+    QCOMPARE(store.sql.Init(), succeeded);
+    Record record;
+    QCOMPARE(store.sql.EntryGet(1, record), succeeded);
+    record.SetText(1, "new");
+    store.operations.Fail("exchange", ErrorNumber::DiskFull);
+    store.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
+    QCOMPARE(store.sql.EntryUpdate(record), failed);
+
+    const std::string theirs = RecordFamily::File({family.Made("1", "a"), family.Made("2", "theirs")});
+    store.folder.Write(family.file, theirs);
+    store.reports.ExpectWords("cSQL", "EntryDelete",
+                              "Another program has changed tarno.xml. The log is now as you see it here; the "
+                              "other version is kept in\r\n" +
+                                  store.folder.PathOf("tarno-kept-1.xml"));
+    QCOMPARE(store.sql.EntryDelete(3), succeeded); // a record that neither has changed
+    QCOMPARE(store.folder.Read(family.file),
+             RecordFamily::File({family.Made("1", "new"), family.Made("2", "b")}));
     QCOMPARE(store.folder.Read("tarno-kept-1.xml"), theirs);
 }
 
