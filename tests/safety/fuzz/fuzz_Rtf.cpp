@@ -19,7 +19,7 @@ QString Readable(QString text)
 {
     return text.removeIf([](QChar character) {
         const char16_t unit = character.unicode();
-        return (unit < 0x20 && unit != u'\n' && unit != u'\t') || unit == 0x7F;
+        return (unit < 0x20 && unit != u'\n' && unit != u'\t');
     });
 }
 

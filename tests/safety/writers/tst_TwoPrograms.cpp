@@ -20,6 +20,7 @@ constexpr int changes = 100;
 #endif
 
 constexpr unsigned seed = 20260411;
+
 /// Where the values ended that the writers were told to be saved.
 struct Figures {
     int saved = 0;
