@@ -52,8 +52,16 @@ std::size_t EndOfTag(std::string_view bytes, std::size_t at)
     return at;
 }
 
-/// The first comment, CDATA section or processing instruction in `bytes` from `from` on, where no tag is
-/// open; an empty one at the end when there is none.
+/// Whether an XML declaration, whose values may hold references as an attribute's may, begins at `at`.
+bool IsDeclarationAt(std::string_view bytes, std::size_t at)
+{
+    constexpr std::string_view opening = "<?xml";
+    return EqualIgnoringCase(bytes.substr(at, opening.size()), opening) &&
+           bytes.find_first_of(" \t\r\n?", at + opening.size()) == at + opening.size();
+}
+
+/// The first comment, CDATA section or processing instruction in `bytes` from `from` on, where no tag
+/// or declaration is open; an empty one at the end when there is none.
 Section NextLiteral(std::string_view bytes, std::size_t from)
 {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kinds{
@@ -61,7 +69,7 @@ Section NextLiteral(std::string_view bytes, std::size_t from)
     for (std::size_t at = bytes.find('<', from); at != std::string_view::npos;
          at = bytes.find('<', EndOfTag(bytes, at))) {
         for (const auto& [opening, closing] : kinds) {
-            if (bytes.substr(at).starts_with(opening)) {
+            if (bytes.substr(at).starts_with(opening) && !IsDeclarationAt(bytes, at)) {
                 return {at, std::min(bytes.find(closing, at + opening.size()), bytes.size())};
             }
         }

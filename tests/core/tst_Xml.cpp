@@ -93,6 +93,7 @@ void tst_Xml::rewritten_whatWasThere_staysThere_data()
     QTest::newRow("special signs") << "<data>&lt;a&gt; &amp; \"b\" 'c'</data>\n"s;
     QTest::newRow("beyond ASCII") << "<data>\u9BDB \xF0\x9F\x90\x9F</data>\n"s;
     QTest::newRow("no reference in a comment") << "<data>\n\t<!-- a & b -->\n</data>\n"s;
+    QTest::newRow("no reference in an instruction that begins with xml") << "<?xmls a & b?>\n<data />\n"s;
     QTest::newRow("no reference in an instruction") << "<data>\n\t<?it a & b?>\n</data>\n"s;
     QTest::newRow("reference behind comments that hold none")
         << "<data>\n\t<!-- & -->\n\t<a>&amp;</a>\n\t<!-- && -->\n</data>\n"s;
@@ -199,6 +200,8 @@ void tst_Xml::parse_damage_isRefused_data()
     QTest::newRow("no reference behind what would begin a comment") << "<data a='<!--'>&tide;</data>"s;
     QTest::newRow("control character behind what would begin an instruction")
         << "<data a=\"<?'\" b='\"'>&#xF;</data>"s;
+    QTest::newRow("surrogate as reference in the declaration") << R"(<?xml version="&#xD800;"?><data/>)"s;
+    QTest::newRow("unknown reference in the declaration") << R"(<?XML version="&tide;"?><data/>)"s;
     QTest::newRow("reference beyond all length") << "<data>&#" + std::string(1000, '0') + "65;</data>";
     QTest::newRow("257 levels") << Levels(257);
     QTest::newRow("200,000 levels") << Levels(200000);
