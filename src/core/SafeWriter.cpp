@@ -2,11 +2,13 @@
 
 #include "Error.h"
 #include "Paths.h"
+#include "Text.h"
 
 #include <algorithm>
 #include <charconv>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <random>
 #include <system_error>
@@ -55,6 +57,13 @@ public:
 
     const std::string& Path() const { return m_path; }
 
+    /// Gives the file another name, under which it still goes with the object.
+    void Rename(const std::string& path)
+    {
+        m_operations.Replace(m_path, path);
+        m_path = path;
+    }
+
     /// From now on nothing is removed, or the file of that name after all.
     void Own(bool isOurs) { m_isOurs = isOurs; }
 
@@ -64,72 +73,110 @@ private:
     bool m_isOurs = false;
 };
 
-/// A name of chance, so that what a crash left behind never stands in the way.
-std::string TemporaryFor(const std::string& target, std::uint32_t process)
-{
-    return target + '.' + std::to_string(process) + '-' + std::to_string(std::random_device()()) +
-           std::string(SafeWriter::temporarySuffix);
-}
+constexpr char between = '-';
 
-std::optional<std::uint32_t> WholeNumber(std::string_view digits)
+/// What the name of a temporary tells: "tarno.xml.", the number of the process that made it, a number of
+/// chance, from the exchange on the fingerprints of the versions that nobody will miss, and the suffix.
+struct Temporary {
+    std::uint32_t process = 0;
+    SafeWriter::Fingerprints known;
+};
+
+template <typename Number>
+bool IsNumber(const std::string& digits, Number& number)
 {
-    std::uint32_t number = 0;
     const char* end = digits.data() + digits.size();
     const auto [stop, failure] = std::from_chars(digits.data(), end, number);
-    return failure == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+    return failure == std::errc() && stop == end;
 }
 
-/// The process that made `name` as TemporaryFor does for the file `target`; nothing when none has.
-std::optional<std::uint32_t> MakerOf(std::string_view name, const std::string& target)
+/// What `name` tells when it is that of a temporary for the file `target`, otherwise nothing.
+std::optional<Temporary> AsTemporary(std::string_view name, const std::string& target)
 {
     const std::string begin = target + '.';
     if (!name.starts_with(begin) || !name.ends_with(SafeWriter::temporarySuffix)) {
         return std::nullopt;
     }
     name.remove_prefix(begin.size());
-    const std::string_view numbers = name.substr(0, name.find(SafeWriter::temporarySuffix));
-    const std::size_t dash = std::min(numbers.find('-'), numbers.size());
-    const std::string_view chance = numbers.substr(std::min(dash + 1, numbers.size()));
-    return WholeNumber(chance) ? WholeNumber(numbers.substr(0, dash)) : std::nullopt;
+    const std::vector<std::string> numbers =
+        Split(name.substr(0, name.find(SafeWriter::temporarySuffix)), between);
+    Temporary temporary;
+    std::uint32_t chance = 0;
+    if (numbers.size() < 2 || !IsNumber(numbers[0], temporary.process) || !IsNumber(numbers[1], chance)) {
+        return std::nullopt;
+    }
+    for (std::size_t index = 2; index < numbers.size(); ++index) {
+        if (!IsNumber(numbers[index], temporary.known.emplace_back())) {
+            return std::nullopt;
+        }
+    }
+    return temporary;
+}
+
+std::string WithFingerprints(std::string temporary, const SafeWriter::Fingerprints& known)
+{
+    temporary.resize(temporary.size() - SafeWriter::temporarySuffix.size());
+    for (const SafeWriter::Fingerprint fingerprint : known) {
+        temporary += between + std::to_string(fingerprint);
+    }
+    return temporary + std::string(SafeWriter::temporarySuffix);
+}
+
+std::string NameOf(const std::string& path)
+{
+    return FromPath(ToPath(path).filename());
+}
+
+bool Knows(const SafeWriter::Fingerprints& known, std::string_view bytes)
+{
+    return std::find(known.begin(), known.end(), SafeWriter::FingerprintOf(bytes)) != known.end();
 }
 
 } // namespace
 
+SafeWriter::Fingerprint SafeWriter::FingerprintOf(std::string_view bytes)
+{
+    return std::hash<std::string_view>()(bytes);
+}
+
 void SafeWriter::Write(const std::string& path, std::string_view bytes)
 {
     const std::string target = Target(path);
-    NewFile temporary(m_operations, TemporaryFor(target, m_operations.ProcessNumber()));
+    NewFile temporary(m_operations, TemporaryFor(target));
     temporary.Write(bytes, target);
     m_operations.Replace(temporary.Path(), target);
     temporary.Own(false);
     m_operations.SyncFolderOf(target);
 }
 
-std::string SafeWriter::WriteOver(const std::string& path, std::string_view bytes, const IsKnown& isKnown)
+std::string SafeWriter::WriteOver(const std::string& path, std::string_view bytes, Fingerprints known)
 {
     const std::string target = Target(path);
     std::string kept;
     {
-        NewFile temporary(m_operations, TemporaryFor(target, m_operations.ProcessNumber()));
+        NewFile temporary(m_operations, TemporaryFor(target));
         temporary.Write(bytes, target);
-        if (m_operations.Exchange(temporary.Path(), target)) {
-            temporary.Own(false); // what lies there now may be nowhere else
+        known.push_back(FingerprintOf(bytes));
+        temporary.Rename(WithFingerprints(temporary.Path(), known));
+        const bool isExchanged = m_operations.Exchange(temporary.Path(), target);
+        if (!isExchanged) {
+            m_operations.Replace(temporary.Path(), target);
+        }
+        temporary.Own(false); // what lies there now may be nowhere else
+        if (isExchanged) {
             try {
                 const std::string found = ReadWholeFile(temporary.Path());
-                kept = isKnown(found) ? std::string() : Keep(target, found);
+                kept = Knows(known, found) ? std::string() : Keep(target, found);
+                temporary.Own(true);
             } catch (...) {
                 // all is as it was, also when somebody has removed our file meanwhile
-                if (m_operations.Exchange(temporary.Path(), target)) {
-                    temporary.Own(true);
-                } else {
+                if (!m_operations.Exchange(temporary.Path(), target)) {
                     m_operations.Replace(temporary.Path(), target);
+                } else {
+                    temporary.Own(Knows(known, ReadWholeFile(temporary.Path())));
                 }
                 throw;
             }
-            temporary.Own(true);
-        } else {
-            m_operations.Replace(temporary.Path(), target);
-            temporary.Own(false);
         }
     }
     m_operations.SyncFolderOf(target);
@@ -158,14 +205,17 @@ std::string SafeWriter::Keep(const std::string& path, std::string_view bytes)
     }
 }
 
-void SafeWriter::RemoveLeftovers(const std::string& path)
+std::vector<std::string> SafeWriter::RemoveLeftovers(const std::string& path)
 {
+    std::vector<std::string> kept;
     std::vector<std::string> leftovers;
+    std::string target;
     try {
-        const fs::path target = ToPath(m_operations.Followed(path));
-        for (const auto& entry : fs::directory_iterator(target.parent_path())) {
-            const auto maker = MakerOf(FromPath(entry.path().filename()), FromPath(target.filename()));
-            if (maker && entry.symlink_status().type() == fs::file_type::regular && IsOver(*maker)) {
+        target = m_operations.Followed(path);
+        for (const auto& entry : fs::directory_iterator(ToPath(target).parent_path())) {
+            const auto temporary = AsTemporary(FromPath(entry.path().filename()), NameOf(target));
+            if (temporary && entry.symlink_status().type() == fs::file_type::regular &&
+                IsOver(temporary->process)) {
                 leftovers.push_back(FromPath(entry.path()));
             }
         }
@@ -173,10 +223,25 @@ void SafeWriter::RemoveLeftovers(const std::string& path)
     }
     for (const std::string& leftover : leftovers) {
         try {
-            m_operations.Remove(leftover);
-        } catch (const Error&) { // NOLINT(bugprone-empty-catch): the next start tries again
+            if (std::string path = RemoveLeftover(leftover, target); !path.empty()) {
+                kept.push_back(std::move(path));
+            }
+        } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): the next start tries again
         }
     }
+    return kept;
+}
+
+std::string SafeWriter::RemoveLeftover(const std::string& leftover, const std::string& target)
+{
+    const Fingerprints known = AsTemporary(NameOf(leftover), NameOf(target))->known;
+    std::string kept;
+    if (!known.empty()) { // it was exchanged, or about to be
+        const std::string found = ReadWholeFile(leftover);
+        kept = Knows(known, found) ? std::string() : Keep(target, found);
+    }
+    m_operations.Remove(leftover);
+    return kept;
 }
 
 std::string SafeWriter::Target(const std::string& path)
@@ -184,6 +249,12 @@ std::string SafeWriter::Target(const std::string& path)
     std::string target = m_operations.Followed(path);
     m_operations.CheckReplaceable(target);
     return target;
+}
+
+std::string SafeWriter::TemporaryFor(const std::string& target)
+{
+    return target + '.' + std::to_string(m_operations.ProcessNumber()) + between +
+           std::to_string(std::random_device()()) + std::string(temporarySuffix);
 }
 
 bool SafeWriter::IsOver(std::uint32_t process)

@@ -5,8 +5,8 @@
 #include "core/Xml.h"
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
-#include <functional>
 #include <system_error>
 #include <utility>
 
@@ -30,7 +30,7 @@ void DataFile::Load(const ProgramFolder& folder)
     m_path = folder.Existing(m_name);
     try {
         TakeOver(ReadWholeFile(m_path));
-    } catch (const Error&) { // what cannot be read counts as what cannot be parsed
+    } catch (const std::exception&) { // what cannot be read, or held, counts as what cannot be parsed
         Release();
     }
 }
@@ -39,7 +39,7 @@ bool DataFile::TakeOver(std::string bytes)
 {
     Release();
     m_bytes = std::move(bytes);
-    m_ours = {FingerprintOf(m_bytes)};
+    m_ours = {SafeWriter::FingerprintOf(m_bytes)};
     if (ParseXmlInPlace(m_bytes, m_document) && m_document.child("data")) {
         return true;
     }
@@ -60,7 +60,9 @@ std::optional<std::string> DataFile::OtherVersion(const std::string& path) const
     }
     try {
         std::string bytes = ReadWholeFile(path);
-        return IsOurs(bytes) ? std::nullopt : std::optional(std::move(bytes));
+        const bool isOurs =
+            std::find(m_ours.begin(), m_ours.end(), SafeWriter::FingerprintOf(bytes)) != m_ours.end();
+        return isOurs ? std::nullopt : std::optional(std::move(bytes));
     } catch (const Error& error) {
         if (error.Number() != ErrorNumber::FileNotFound) {
             throw;
@@ -73,11 +75,10 @@ std::string DataFile::Save(const std::string& path, SafeWriter& writer)
 {
     m_unsaved = true;
     const std::string bytes = Bytes();
-    const Fingerprint fingerprint = FingerprintOf(bytes);
-    m_ours.push_back(fingerprint); // before it is known how far the writing comes
-    std::string kept =
-        writer.WriteOver(path, bytes, [this](std::string_view found) { return IsOurs(found); });
-    m_ours = {fingerprint};
+    const SafeWriter::Fingerprints known = m_ours;
+    m_ours.push_back(SafeWriter::FingerprintOf(bytes)); // before it is known how far the writing comes
+    std::string kept = writer.WriteOver(path, bytes, known);
+    m_ours = {m_ours.back()};
     m_unsaved = false;
     return kept;
 }
@@ -103,14 +104,4 @@ pugi::xml_node DataFile::Container() const
 pugi::xml_node DataFile::Data() const
 {
     return Needed(m_document.child("data"));
-}
-
-DataFile::Fingerprint DataFile::FingerprintOf(std::string_view bytes)
-{
-    return std::hash<std::string_view>()(bytes);
-}
-
-bool DataFile::IsOurs(std::string_view bytes) const
-{
-    return std::find(m_ours.begin(), m_ours.end(), FingerprintOf(bytes)) != m_ours.end();
 }

@@ -5,11 +5,9 @@
 
 #include <pugixml.hpp>
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// One data file, held whole in memory: a document whose element `data` holds the records. It knows its own
 /// version of the file, the one that was read or written last, from one that another program has put there.
@@ -40,7 +38,7 @@ public:
     std::optional<std::string> OtherVersion(const std::string& path) const;
 
     /// From now on `bytes`, another version of the file, may be replaced without a trace.
-    void GiveUp(std::string_view bytes) { m_ours.push_back(FingerprintOf(bytes)); }
+    void GiveUp(std::string_view bytes) { m_ours.push_back(SafeWriter::FingerprintOf(bytes)); }
 
     /// Writes the whole document to `path`. Another program's version that stands there by then is kept as
     /// SafeWriter::Keep does; returns the path of that file, otherwise the empty text.
@@ -64,16 +62,10 @@ public:
     void CountAsUnsaved() { m_unsaved = true; }
 
 private:
-    /// What tells one version of the file from another.
-    using Fingerprint = std::size_t;
-
-    static Fingerprint FingerprintOf(std::string_view bytes);
-    bool IsOurs(std::string_view bytes) const;
-
     std::string m_name;
     std::string m_path;  ///< of the file that was loaded
     std::string m_bytes; ///< of the file as it was loaded, in which the document's values lie
     pugi::xml_document m_document;
-    std::vector<Fingerprint> m_ours; ///< of what we read or wrote last, and of what we tried to write since
+    SafeWriter::Fingerprints m_ours; ///< of what we read or wrote last, and of what we tried to write since
     bool m_unsaved = false;
 };

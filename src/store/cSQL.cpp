@@ -34,6 +34,24 @@ std::string TheirsIsTaken(const std::string& file, const std::string& kept)
     return KeptNotice(file, "that program left it, with your change; what you saw here before", kept);
 }
 
+std::string FoundAgain(const std::string& file, const std::string& kept)
+{
+    return "Tarno was ended by force while it wrote " + file +
+           ". Nothing is lost: what another program had written meanwhile is kept in\r\n" + kept;
+}
+
+void AddNotice(std::string& notice, const std::string& more)
+{
+    notice += (notice.empty() ? "" : "\r\n\r\n") + more;
+}
+
+void Tell(std::string_view routine, const std::string& notice)
+{
+    if (!notice.empty()) {
+        ErrorLog(module, routine, nullptr, notice);
+    }
+}
+
 template <typename Body>
 Status Trapped(std::string_view routine, Body&& body)
 {
@@ -57,14 +75,20 @@ cSQL::cSQL(const ProgramFolder& folder, FileOperations& operations)
 
 Status cSQL::Init()
 {
-    return Trapped("Init", [&] {
+    std::string notice;
+    const Status status = Trapped("Init", [&] {
         for (Document* document : {&m_entries, &m_fields, &m_locations, &m_entryBlank, &m_locationBlank,
                                    &m_reports, &m_reportBlank}) {
             document->file.Load(m_folder);
             document->table.Rebuild();
-            m_writer.RemoveLeftovers(m_folder.Existing(document->file.Name()));
+            for (const std::string& kept :
+                 m_writer.RemoveLeftovers(m_folder.Existing(document->file.Name()))) {
+                AddNotice(notice, FoundAgain(document->file.Name(), kept));
+            }
         }
     });
+    Tell("Init", notice);
+    return status;
 }
 
 Status cSQL::DeInit()
@@ -231,12 +255,10 @@ Status cSQL::Change(std::string_view routine, Document& in, const char* savedAs,
         }
         change(in.table);
         if (const std::string kept = in.file.Save(path, m_writer); !kept.empty()) {
-            notice += (notice.empty() ? "" : "\r\n\r\n") + OursStays(in.file.Name(), kept);
+            AddNotice(notice, OursStays(in.file.Name(), kept));
         }
     });
-    if (!notice.empty()) {
-        ErrorLog(module, routine, nullptr, notice);
-    }
+    Tell(routine, notice);
     return status;
 }
 

@@ -20,8 +20,8 @@ using std::filesystem::perms;
 
 const Texts allSteps{"follow", "check", "create", "write", "sync", "close", "size", "replace", "sync folder"};
 
-const Texts allStepsOver{"follow", "check", "create",   "write",  "sync",
-                         "close",  "size",  "exchange", "remove", "sync folder"};
+const Texts allStepsOver{"follow", "check",   "create",   "write",  "sync",       "close",
+                         "size",   "replace", "exchange", "remove", "sync folder"};
 
 std::string NumberOfEndedProcess()
 {
@@ -33,16 +33,17 @@ std::string NumberOfEndedProcess()
     return std::to_string(child);
 }
 
-bool IsOld(std::string_view bytes)
+std::string FingerprintText(std::string_view bytes)
 {
-    return bytes == "old";
+    return std::to_string(SafeWriter::FingerprintOf(bytes));
 }
 
 /// Where the version was kept that WriteOver found, "" for nowhere, or the number that it raises.
 std::string WrittenOver(FileOperations& operations, const std::string& path, std::string_view bytes)
 {
     std::string kept;
-    const int raised = RaisedNumber([&] { kept = SafeWriter(operations).WriteOver(path, bytes, IsOld); });
+    const int raised = RaisedNumber(
+        [&] { kept = SafeWriter(operations).WriteOver(path, bytes, {SafeWriter::FingerprintOf("old")}); });
     return raised == 0 ? kept : std::to_string(raised);
 }
 
@@ -92,6 +93,7 @@ private Q_SLOTS:
     void writeOver_otherVersionCannotBeKept_standsAgain();
     void writeOver_otherVersionCannotBeKeptAndOursIsGone_standsAgain();
     void writeOver_fileGoneMeanwhile_otherVersionIsKept();
+    void writeOver_noExchangeAndNoReplacing_leavesTheOldBytesAndNoTemporary();
     void writeOver_nothingCanBePutBack_losesNothing();
     void writeOver_noExchange_replaces();
     void writeOver_aStepFails_leavesTheOldBytesAndNoTemporary_data();
@@ -104,6 +106,8 @@ private Q_SLOTS:
     void removeLeftovers_onlyOurs_areGone();
     void removeLeftovers_ofARunningProcess_stay();
     void removeLeftovers_oneCannotBeRemoved_theOthersAreGone();
+    void removeLeftovers_exchanged_knownVersionsAreGone();
+    void removeLeftovers_exchanged_whatNobodyKnewIsKept();
 };
 
 void tst_SafeWriter::write_existingFile_isReplacedStepByStep()
@@ -473,16 +477,26 @@ void tst_SafeWriter::writeOver_fileGoneMeanwhile_otherVersionIsKept()
 {
     const TemporaryFolder folder;
     folder.Write("tarno.xml", "other");
-    const auto operations = SystemFileOperations();
-    const auto removesIt = [&](std::string_view /*found*/) {
+    ScriptedFileOperations operations;
+    operations.AfterExchange([&] {
         std::filesystem::remove(ToPath(folder.PathOf("tarno.xml")));
         folder.MakeFolder("tarno.xml"); // nor can it be replaced any more
-        return false;
-    };
-    QCOMPARE(SafeWriter(*operations).WriteOver(folder.PathOf("tarno.xml"), "new", removesIt),
-             folder.PathOf("tarno-kept-1.xml"));
+    });
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), folder.PathOf("tarno-kept-1.xml"));
     QCOMPARE(folder.Read("tarno-kept-1.xml"), "other"s);
     QCOMPARE(folder.Names(), (Texts{"tarno-kept-1.xml", "tarno.xml"}));
+}
+
+void tst_SafeWriter::writeOver_noExchangeAndNoReplacing_leavesTheOldBytesAndNoTemporary()
+{
+    const TemporaryFolder folder;
+    folder.Write("tarno.xml", "old");
+    ScriptedFileOperations operations;
+    operations.ExchangeNothing();
+    operations.Fail("replace", ErrorNumber::PathFileAccess, 1, 1);
+    QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), "75"s);
+    QCOMPARE(folder.Read("tarno.xml"), "old"s);
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
 }
 
 void tst_SafeWriter::writeOver_nothingCanBePutBack_losesNothing()
@@ -494,7 +508,11 @@ void tst_SafeWriter::writeOver_nothingCanBePutBack_losesNothing()
     operations.Fail("exchange", ErrorNumber::DeviceInputOutput, 1, 1);
     QCOMPARE(WrittenOver(operations, folder.PathOf("tarno.xml"), "new"), "57"s);
     QCOMPARE(folder.Read("tarno.xml"), "new"s);
-    QCOMPARE(folder.Read(FromPath(ToPath(operations.Created()).filename())), "other"s);
+    QCOMPARE(folder.Names().size(), std::size_t{2});
+    const Texts kept{folder.PathOf("tarno-kept-1.xml")};
+    QCOMPARE(SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml")), kept);
+    QCOMPARE(folder.Read("tarno-kept-1.xml"), "other"s);
+    QCOMPARE(folder.Names(), (Texts{"tarno-kept-1.xml", "tarno.xml"}));
 }
 
 void tst_SafeWriter::writeOver_noExchange_replaces()
@@ -517,7 +535,7 @@ void tst_SafeWriter::writeOver_aStepFails_leavesTheOldBytesAndNoTemporary_data()
             QTest::newRow(step.c_str()) << step << true;
         }
     }
-    QTest::newRow("replace") << "replace"s << false;
+    QTest::newRow("replace, no exchange") << "replace"s << false;
 }
 
 void tst_SafeWriter::writeOver_aStepFails_leavesTheOldBytesAndNoTemporary()
@@ -661,6 +679,35 @@ void tst_SafeWriter::removeLeftovers_oneCannotBeRemoved_theOthersAreGone()
     SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
     SafeWriter(operations).RemoveLeftovers(folder.PathOf("gone/tarno.xml"));
     QCOMPARE(folder.Names().size(), std::size_t{1});
+}
+
+void tst_SafeWriter::removeLeftovers_exchanged_knownVersionsAreGone()
+{
+    const TemporaryFolder folder;
+    const std::string ended = NumberOfEndedProcess();
+    const std::string begin = "tarno.xml." + ended + "-12-" + FingerprintText("old") + '-';
+    folder.Write(begin + FingerprintText("new") + ".tarno-tmp", "new");
+    folder.Write(begin + FingerprintText("newer") + ".tarno-tmp", "old");
+    folder.Write(begin + "x.tarno-tmp", "mine");
+    ScriptedFileOperations operations;
+    QCOMPARE(SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml")), Texts());
+    QCOMPARE(folder.Names(), Texts{begin + "x.tarno-tmp"});
+}
+
+void tst_SafeWriter::removeLeftovers_exchanged_whatNobodyKnewIsKept()
+{
+    const TemporaryFolder folder;
+    const std::string name =
+        "tarno.xml." + NumberOfEndedProcess() + "-12-" + FingerprintText("old") + ".tarno-tmp";
+    folder.Write(name, "other");
+    ScriptedFileOperations operations;
+    operations.Fail("sync", ErrorNumber::DiskFull);
+    QCOMPARE(SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml")), Texts());
+    QCOMPARE(folder.Names(), Texts{name});
+    QCOMPARE(SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml")),
+             Texts{folder.PathOf("tarno-kept-1.xml")});
+    QCOMPARE(folder.Names(), Texts{"tarno-kept-1.xml"});
+    QCOMPARE(folder.Read("tarno-kept-1.xml"), "other"s);
 }
 
 QTEST_APPLESS_MAIN(tst_SafeWriter)

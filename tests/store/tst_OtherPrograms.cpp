@@ -77,6 +77,7 @@ private Q_SLOTS:
     void savingFailsAfterTakingOver_nextSaveWritesBoth();
     void otherIsQuickerThanTheLook_itsVersionIsKept();
     void bothHappen_bothAreTold();
+    void endedBeforeTheOtherVersionWasKept_nextStartKeepsIt();
 
 private:
     using Get = Status (cSQL::*)(std::int16_t, Record&) const;
@@ -432,6 +433,24 @@ void tst_OtherPrograms::bothHappen_bothAreTold()
     QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 ours"}));
     QCOMPARE(Records(Kept(1)), (Texts{"1 one", "2 theirs"}));
     QCOMPARE(Records(Kept(2)), (Texts{"1 one", "2 theirs again"}));
+}
+
+void tst_OtherPrograms::endedBeforeTheOtherVersionWasKept_nextStartKeepsIt()
+{
+    // what a program leaves that is ended by force right after its exchange
+    const std::string theirs = RecordFamily::File({m_family.Made("3", "theirs")});
+    m_store->folder.Write(m_family.file + '.' + std::to_string(m_store->operations.ProcessNumber()) +
+                              "-12-34.tarno-tmp",
+                          theirs);
+    m_store->reports.ExpectWords(
+        "cSQL", "Init",
+        "Tarno was ended by force while it wrote " + m_family.file +
+            ". Nothing is lost: what another program had written meanwhile is kept in\r\n" +
+            m_store->folder.PathOf(Kept()));
+    QCOMPARE(m_store->sql.Init(), succeeded);
+    QCOMPARE(m_store->folder.Read(Kept()), theirs);
+    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two"}));
+    QCOMPARE(m_store->sql.Init(), succeeded);
 }
 
 QTEST_APPLESS_MAIN(tst_OtherPrograms)

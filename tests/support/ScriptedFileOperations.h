@@ -58,6 +58,9 @@ public:
     /// `happen` is called right before the next exchange, as if another program were that quick.
     void BeforeExchange(std::function<void()> happen) { m_beforeExchange = std::move(happen); }
 
+    /// `happen` is called right after the next exchange.
+    void AfterExchange(std::function<void()> happen) { m_afterExchange = std::move(happen); }
+
     /// The path of the file created last.
     const std::string& Created() const { return m_created; }
 
@@ -108,7 +111,11 @@ public:
         if (const auto happen = std::exchange(m_beforeExchange, nullptr)) {
             happen();
         }
-        return m_exchanges && m_system->Exchange(from, to);
+        const bool isExchanged = m_exchanges && m_system->Exchange(from, to);
+        if (const auto happen = std::exchange(m_afterExchange, nullptr)) {
+            happen();
+        }
+        return isExchanged;
     }
 
     void SyncFolderOf(const std::string& path) override
@@ -211,4 +218,5 @@ private:
     bool m_losesBytes = false;
     bool m_exchanges = true;
     std::function<void()> m_beforeExchange;
+    std::function<void()> m_afterExchange;
 };

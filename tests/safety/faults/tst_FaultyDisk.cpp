@@ -202,7 +202,11 @@ void tst_FaultyDisk::everyCall_isToldAsItIs()
         const bool isWritten = isSaved || effect == Effect::FailsButIsWritten;
         QCOMPARE(folder.Read("tarno.xml"), FileWith(isWritten ? "new 1" : "old"));
         const Texts names = folder.Names();
-        QCOMPARE(static_cast<int>(names.size()), call == QLatin1String("unlink") ? 2 : 1);
+        if (call == QLatin1String("stat") && times == forEver) {
+            QVERIFY(names.size() <= 2); // what cannot be looked at is left to the next start
+        } else {
+            QCOMPARE(static_cast<int>(names.size()), call == QLatin1String("unlink") ? 2 : 1);
+        }
 
         if (times != forEver) { // the fault is over with the next save, or with the one after it
             TemporaryFolder other;
