@@ -9,6 +9,7 @@
 #include <exception>
 #include <filesystem>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <random>
 #include <system_error>
@@ -113,8 +114,14 @@ std::optional<Temporary> AsTemporary(std::string_view name, const std::string& t
     return temporary;
 }
 
-std::string WithFingerprints(std::string temporary, const SafeWriter::Fingerprints& known)
+/// The name `temporary` with what may go without a trace: the version that was known first, which is the one
+/// in the file as a rule, and the last ones, as many as the name of a file can bear.
+std::string WithFingerprints(std::string temporary, SafeWriter::Fingerprints known)
 {
+    constexpr std::ptrdiff_t most = 8;
+    if (std::ssize(known) > most) {
+        known.erase(known.begin() + 1, known.end() - (most - 1));
+    }
     temporary.resize(temporary.size() - SafeWriter::temporarySuffix.size());
     for (const SafeWriter::Fingerprint fingerprint : known) {
         temporary += between + std::to_string(fingerprint);

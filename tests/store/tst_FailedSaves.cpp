@@ -25,6 +25,7 @@ private Q_SLOTS:
     void append_keepsTheNewKey_andIsNotAppendedTwice();
     void remove_isWrittenByTheNextSave();
     void fieldUpdate_isReportedAndKept();
+    void manyFailures_doNotStandInTheWayOfASave();
     void unsavedFiles_areNamedUntilTheyAreSaved();
     void otherVersionThatCannotBeKept_leavesItAndKeepsTheChange();
     void otherVersionMeetsAnUnsavedChange_theChangeStays();
@@ -133,6 +134,22 @@ void tst_FailedSaves::fieldUpdate_isReportedAndKept()
     QCOMPARE(store.sql.FieldUpdate(Record(again.back())), succeeded);
     QVERIFY(store.folder.Read("field.xml").find("a new heading") != std::string::npos);
     QCOMPARE(store.sql.UnsavedFiles(), Texts());
+}
+
+void tst_FailedSaves::manyFailures_doNotStandInTheWayOfASave()
+{
+    TestStore store;
+    QCOMPARE(store.sql.Init(), succeeded);
+    Record record;
+    QCOMPARE(store.sql.EntryGet(0, record), succeeded);
+    for (int failure = 0; failure < 40; ++failure) {
+        record.SetText(1, "attempt " + std::to_string(failure));
+        store.operations.Fail("exchange", ErrorNumber::DeviceInputOutput);
+        store.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DeviceInputOutput);
+        QCOMPARE(store.sql.EntryUpdate(record), failed);
+    }
+    QCOMPARE(store.sql.EntryUpdate(record), succeeded);
+    QVERIFY(store.folder.Read("tarno.xml").find("attempt 39") != std::string::npos);
 }
 
 void tst_FailedSaves::unsavedFiles_areNamedUntilTheyAreSaved()
