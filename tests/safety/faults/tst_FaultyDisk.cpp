@@ -202,7 +202,7 @@ void tst_FaultyDisk::everyCall_isToldAsItIs()
         const bool isWritten = isSaved || effect == Effect::FailsButIsWritten;
         QCOMPARE(folder.Read("tarno.xml"), FileWith(isWritten ? "new 1" : "old"));
         const Texts names = folder.Names();
-        if (call == QLatin1String("stat") && times == forEver) {
+        if (call == QLatin1String("stat") && times > 1) {
             QVERIFY(names.size() <= 2); // what cannot be looked at is left to the next start
         } else {
             QCOMPARE(static_cast<int>(names.size()), call == QLatin1String("unlink") ? 2 : 1);
