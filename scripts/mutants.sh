@@ -9,7 +9,8 @@ list=tests/safety/faults/mutants.txt
 scratch=$PWD/build/mutants
 tree=$scratch/tree
 tests=(tst_SafeWriter tst_FileOperations tst_Paths tst_DataFile tst_FailedSaves tst_cSQL tst_ErrorLog
-    tst_SettingsFile tst_RecordFamilies tst_DamagedFiles tst_ScriptedFaults tst_FaultyDisk tst_FullDisk)
+    tst_SettingsFile tst_OtherPrograms tst_RecordFamilies tst_DamagedFiles tst_ScriptedFaults tst_FaultyDisk
+    tst_FullDisk)
 
 rm -rf "$tree"
 mkdir -p "$tree"

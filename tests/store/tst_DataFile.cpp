@@ -48,6 +48,7 @@ private Q_SLOTS:
     void load_nameInOtherCase_meetsItsFile();
     void load_again_forgetsWhatWasThere();
     void load_firstChildIsNoData_dataIsStillFound();
+    void load_damagedAfterGood_knowsNoOtherVersion();
     void release_everythingIsGone();
     void save_name_intoTheFileThatWasLoaded_data();
     void save_name_intoTheFileThatWasLoaded();
@@ -95,6 +96,21 @@ void tst_DataFile::load_firstChildIsNoData_dataIsStillFound()
     test.Load();
     QCOMPARE(std::string(test.file.Data().name()), "data"s);
     QVERIFY(test.file.Container() != test.file.Data());
+}
+
+void tst_DataFile::load_damagedAfterGood_knowsNoOtherVersion()
+{
+    Opened test("tarno.xml");
+    const std::string path = test.folder.PathOf("tarno.xml");
+    test.folder.Write("tarno.xml", "<data/>");
+    test.Load();
+    test.folder.Write("tarno.xml", "<data><tarno/></data>");
+    QVERIFY(test.file.OtherVersion(path).has_value());
+    test.folder.Write("tarno.xml", "<data>");
+    test.Load();
+    QVERIFY(!test.IsLoaded());
+    test.folder.Write("tarno.xml", "<data><tarno/></data>");
+    QVERIFY(!test.file.OtherVersion(path).has_value());
 }
 
 void tst_DataFile::release_everythingIsGone()
