@@ -41,7 +41,7 @@ std::string ReadWholeFile(const std::string& path)
     // the size of what was opened: another file may have got the name meanwhile
     const std::streamoff size = file.seekg(0, std::ios::end).tellg();
     std::string bytes(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)), '\0');
-    if (size < 0 || !file.seekg(0).read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+    if (!file.seekg(0).read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
         throw Error(ErrorNumber::DeviceInputOutput);
     }
     return bytes;
