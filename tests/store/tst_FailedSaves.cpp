@@ -187,12 +187,8 @@ void tst_FailedSaves::otherVersionThatCannotBeKept_leavesItAndKeepsTheChange()
     QCOMPARE(store.folder.Read(family.file), theirs);
     QCOMPARE(store.sql.UnsavedFiles(), Texts{family.file});
 
-    const std::string kept = store.folder.PathOf("tarno-kept-1.xml");
-    store.reports.ExpectWords(
-        "cSQL", "EntryDelete",
-        "Another program has changed tarno.xml. Nothing is lost: the log is now as you see it here; the "
-        "other version is kept in\r\n" +
-            kept);
+    store.reports.ExpectWords("cSQL", "EntryDelete",
+                              WordsWhenOursStays(family.file, store.folder.PathOf("tarno-kept-1.xml")));
     QCOMPARE(store.sql.EntryDelete(2), succeeded);
     QCOMPARE(store.folder.Read(family.file), RecordFamily::File({family.Made("1", "new")}));
     QCOMPARE(store.folder.Read("tarno-kept-1.xml"), theirs);
@@ -213,11 +209,8 @@ void tst_FailedSaves::otherVersionMeetsAnUnsavedChange_theChangeStays()
 
     const std::string theirs = RecordFamily::File({family.Made("1", "a"), family.Made("2", "theirs")});
     store.folder.Write(family.file, theirs);
-    store.reports.ExpectWords(
-        "cSQL", "EntryDelete",
-        "Another program has changed tarno.xml. Nothing is lost: the log is now as you see it here; the "
-        "other version is kept in\r\n" +
-            store.folder.PathOf("tarno-kept-1.xml"));
+    store.reports.ExpectWords("cSQL", "EntryDelete",
+                              WordsWhenOursStays(family.file, store.folder.PathOf("tarno-kept-1.xml")));
     QCOMPARE(store.sql.EntryDelete(3), succeeded); // a record that neither has changed
     QCOMPARE(store.folder.Read(family.file),
              RecordFamily::File({family.Made("1", "new"), family.Made("2", "b")}));

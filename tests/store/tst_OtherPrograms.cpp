@@ -24,12 +24,6 @@ struct OtherProgram {
     cSQL sql;
 };
 
-std::string WordsWhenOursStays(const std::string& file, const std::string& kept)
-{
-    return "Another program has changed " + file +
-           ". Nothing is lost: the log is now as you see it here; the other version is kept in\r\n" + kept;
-}
-
 std::string WordsWhenTheirsIsTaken(const std::string& file, const std::string& kept)
 {
     return "Another program has changed " + file +
