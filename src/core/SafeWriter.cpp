@@ -139,6 +139,18 @@ bool Knows(const SafeWriter::Fingerprints& known, std::string_view bytes)
     return std::find(known.begin(), known.end(), SafeWriter::FingerprintOf(bytes)) != known.end();
 }
 
+/// Undoes an exchange: what came out of `target` lies there again, also when somebody has removed meanwhile
+/// what went in. Only what nobody will miss goes with `temporary`.
+void PutBack(FileOperations& operations, NewFile& temporary, const std::string& target,
+             const SafeWriter::Fingerprints& known)
+{
+    if (operations.Exchange(temporary.Path(), target)) {
+        temporary.Own(Knows(known, ReadWholeFile(temporary.Path())));
+    } else {
+        operations.Replace(temporary.Path(), target);
+    }
+}
+
 } // namespace
 
 SafeWriter::Fingerprint SafeWriter::FingerprintOf(std::string_view bytes)
@@ -176,12 +188,7 @@ std::string SafeWriter::WriteOver(const std::string& path, std::string_view byte
                 kept = Knows(known, found) ? std::string() : Keep(target, found);
                 temporary.Own(true);
             } catch (...) {
-                // all is as it was, also when somebody has removed our file meanwhile
-                if (!m_operations.Exchange(temporary.Path(), target)) {
-                    m_operations.Replace(temporary.Path(), target);
-                } else {
-                    temporary.Own(Knows(known, ReadWholeFile(temporary.Path())));
-                }
+                PutBack(m_operations, temporary, target, known);
                 throw;
             }
         }
