@@ -6,6 +6,7 @@
 
 #include <QtTest>
 
+#include <array>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -209,6 +210,8 @@ void tst_FileOperations::write_diskFull_takesWhatFitsThenFails()
 void tst_FileOperations::write_beyondTheLimitOfTheFileSize_endsNoProgram()
 {
     const TemporaryFolder folder;
+    std::array<int, 2> pipe{};
+    QCOMPARE(::pipe(pipe.data()), 0);
     const pid_t child = ::fork();
     if (child == 0) {
         // as a program starts, with the system's own answer to the signal
@@ -217,15 +220,20 @@ void tst_FileOperations::write_beyondTheLimitOfTheFileSize_endsNoProgram()
         const rlimit limited{4, RLIM_INFINITY};
         ::setrlimit(RLIMIT_FSIZE, &limited);
         const auto file = operations->Create(folder.PathOf("file"), folder.PathOf("none"));
-        ::_exit(RaisedNumber([&] {
+        const int number = RaisedNumber([&] {
             file->Write("1234");
             file->Write("5");
-        }));
+        });
+        const bool isTold = ::write(pipe[1], &number, sizeof number) == sizeof number;
+        ::_exit(isTold ? 0 : 1);
     }
-    int status = 0;
-    QCOMPARE(::waitpid(child, &status, 0), child);
-    QVERIFY(WIFEXITED(status));
-    QCOMPARE(WEXITSTATUS(status), 61);
+    ::close(pipe[1]);
+    int number = 0;
+    const ssize_t told = ::read(pipe[0], &number, sizeof number); // nothing once a signal has ended the child
+    ::close(pipe[0]);
+    QCOMPARE(::waitpid(child, nullptr, 0), child);
+    QCOMPARE(told, static_cast<ssize_t>(sizeof number));
+    QCOMPARE(number, 61);
 }
 
 void tst_FileOperations::close_endsWithTheFile_closesNothingElse()
