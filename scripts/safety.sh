@@ -32,7 +32,7 @@ part() {
     "$@" >"$out/$name.log" 2>&1 || result=FAILED
     {
         printf '%-24s %s, %d s\n' "$name" "$result" $((SECONDS - started))
-        grep -hE '^(Totals|QINFO)' "$out/$name.log" | sed 's/^/    /'
+        awk '/^(Totals|QINFO)/ { print "    " $0 }' "$out/$name.log"
     } | tee -a "$out/summary.txt"
 }
 

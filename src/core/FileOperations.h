@@ -32,6 +32,9 @@ public:
     FileOperations& operator=(const FileOperations&) = delete;
     virtual ~FileOperations() = default;
 
+    /// See Exchange.
+    static constexpr std::string_view outSuffix = ".out";
+
     /// `path` with every symbolic link in it followed; a file that does not exist yet is no error.
     virtual std::string Followed(const std::string& path) = 0;
     /// Throws unless `path` names no file yet or a regular one that may be written.
@@ -44,7 +47,8 @@ public:
     virtual void Replace(const std::string& from, const std::string& to) = 0;
     /// Puts each of two files in the place of the other in one step, so that whatever stood at `to` can be
     /// looked at where `from` was. Returns false, nothing having been done, when one of them is not there or
-    /// the file system has no such step.
+    /// the file system has no such step. Windows takes three: a process that is killed among them leaves what
+    /// stood at `to` at `from` with outSuffix behind it, and perhaps nothing at `to`.
     virtual bool Exchange(const std::string& from, const std::string& to) = 0;
     /// Returns when the names in the folder that holds `path` have reached the disk.
     virtual void SyncFolderOf(const std::string& path) = 0;

@@ -1,5 +1,3 @@
-// The registry of the current user; built on Windows only.
-
 #include "SettingsStore.h"
 
 #include <array>
@@ -8,12 +6,43 @@
 namespace
 {
 
-std::string KeyPath(std::string_view section)
+/// `text` in another code page; what it cannot say becomes its replacement character.
+std::string Recoded(std::string_view text, UINT from, UINT to)
 {
-    return "Control Panel\\" + std::string(section);
+    if (text.empty() || from == to) {
+        return std::string(text);
+    }
+    const auto size = static_cast<int>(text.size());
+    std::wstring wide(static_cast<std::size_t>(::MultiByteToWideChar(from, 0, text.data(), size, nullptr, 0)),
+                      L'\0');
+    const auto wideSize = static_cast<int>(wide.size());
+    ::MultiByteToWideChar(from, 0, text.data(), size, wide.data(), wideSize);
+    std::string recoded(static_cast<std::size_t>(::WideCharToMultiByte(to, 0, wide.data(), wideSize, nullptr,
+                                                                       0, nullptr, nullptr)),
+                        '\0');
+    ::WideCharToMultiByte(to, 0, wide.data(), wideSize, recoded.data(), static_cast<int>(recoded.size()),
+                          nullptr, nullptr);
+    return recoded;
 }
 
-/// An open key, closed at the end of its scope. Registry texts pass as UTF-8, the program's code page.
+// The texts of the registry functions are in the process's code page, which is UTF-8 since Windows 10.
+
+std::string ToRegistry(std::string_view utf8)
+{
+    return Recoded(utf8, CP_UTF8, ::GetACP());
+}
+
+std::string FromRegistry(std::string_view text)
+{
+    return Recoded(text, ::GetACP(), CP_UTF8);
+}
+
+std::string KeyPath(std::string_view section)
+{
+    return ToRegistry("Control Panel\\" + std::string(section));
+}
+
+/// An open key, closed at the end of its scope.
 class RegistryKey
 {
 public:
@@ -67,7 +96,7 @@ public:
     std::optional<std::string> Read(std::string_view section, std::string_view name) override
     {
         const RegistryKey key(section, KEY_ALL_ACCESS);
-        const std::string value(name);
+        const std::string value = ToRegistry(name);
         DWORD size = 0;
         if (!key ||
             ::RegQueryValueExA(key.Handle(), value.c_str(), nullptr, nullptr, nullptr, &size) !=
@@ -81,15 +110,15 @@ public:
             return std::nullopt;
         }
         text.resize(size);
-        return WithoutTerminator(text);
+        return FromRegistry(WithoutTerminator(text));
     }
 
     void Write(std::string_view section, std::string_view name, std::string_view text) override
     {
         const RegistryKey key(section);
-        const std::string data(text);
+        const std::string data = ToRegistry(text);
         if (key) {
-            ::RegSetValueExA(key.Handle(), std::string(name).c_str(), 0, REG_SZ,
+            ::RegSetValueExA(key.Handle(), ToRegistry(name).c_str(), 0, REG_SZ,
                              reinterpret_cast<const BYTE*>(data.c_str()),
                              static_cast<DWORD>(data.size() + 1));
         }
@@ -116,7 +145,7 @@ public:
                                 reinterpret_cast<BYTE*>(text.data()), &textSize) == ERROR_SUCCESS) {
                 name.resize(nameSize);
                 text.resize(textSize);
-                values.push_back({name, WithoutTerminator(text)});
+                values.push_back({FromRegistry(name), FromRegistry(WithoutTerminator(text))});
             }
         }
         return values;
@@ -125,14 +154,14 @@ public:
     void RemoveSection(std::string_view section) override
     {
         if (const RegistryKey root("", KEY_ALL_ACCESS); root) {
-            ::RegDeleteKeyA(root.Handle(), std::string(section).c_str());
+            ::RegDeleteKeyA(root.Handle(), ToRegistry(section).c_str());
         }
     }
 
     void RemoveValue(std::string_view section, std::string_view name) override
     {
         if (const RegistryKey key(section, KEY_ALL_ACCESS); key) {
-            ::RegDeleteValueA(key.Handle(), std::string(name).c_str());
+            ::RegDeleteValueA(key.Handle(), ToRegistry(name).c_str());
         }
     }
 };

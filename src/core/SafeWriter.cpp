@@ -81,6 +81,7 @@ constexpr char between = '-';
 struct Temporary {
     std::uint32_t process = 0;
     SafeWriter::Fingerprints known;
+    bool isOut = false; ///< on its way out of the target when the process was killed
 };
 
 template <typename Number>
@@ -95,13 +96,17 @@ bool IsNumber(const std::string& digits, Number& number)
 std::optional<Temporary> AsTemporary(std::string_view name, const std::string& target)
 {
     const std::string begin = target + '.';
+    Temporary temporary;
+    temporary.isOut = name.ends_with(FileOperations::outSuffix);
+    if (temporary.isOut) {
+        name.remove_suffix(FileOperations::outSuffix.size());
+    }
     if (!name.starts_with(begin) || !name.ends_with(SafeWriter::temporarySuffix)) {
         return std::nullopt;
     }
     name.remove_prefix(begin.size());
     const std::vector<std::string> numbers =
         Split(name.substr(0, name.find(SafeWriter::temporarySuffix)), between);
-    Temporary temporary;
     std::uint32_t chance = 0;
     if (numbers.size() < 2 || !IsNumber(numbers[0], temporary.process) || !IsNumber(numbers[1], chance)) {
         return std::nullopt;
@@ -248,7 +253,12 @@ std::vector<std::string> SafeWriter::RemoveLeftovers(const std::string& path)
 
 std::string SafeWriter::RemoveLeftover(const std::string& leftover, const std::string& target)
 {
-    const Fingerprints known = AsTemporary(NameOf(leftover), NameOf(target))->known;
+    const auto [process, known, isOut] = *AsTemporary(NameOf(leftover), NameOf(target));
+    std::error_code ignored;
+    if (isOut && !fs::exists(ToPath(target), ignored)) {
+        m_operations.Replace(leftover, target); // nothing has come in its place
+        return {};
+    }
     std::string kept;
     if (!known.empty()) { // it was exchanged, or about to be
         const std::string found = ReadWholeFile(leftover);

@@ -39,7 +39,8 @@ public:
 
     /// Removes the temporaries that a crash while `path` was written has left beside it, as far as that can
     /// be done; those of a process that is still running stay. One that holds what WriteOver would have kept
-    /// is kept; returns the paths of such files. Never fails.
+    /// is kept; returns the paths of such files. What was on its way out and has got no successor goes back.
+    /// Never fails.
     std::vector<std::string> RemoveLeftovers(const std::string& path);
 
     /// What the name of every temporary ends with.

@@ -1,46 +1,22 @@
-// Built on Windows only.
-
 #include "Error.h"
 #include "FileOperations.h"
 #include "Paths.h"
+#include "WindowsHandle.h"
 
-#include <filesystem>
-#include <system_error>
-#include <windows.h>
+#include <algorithm>
 
 namespace
 {
 
-namespace fs = std::filesystem;
-
-Error LastError()
+/// "C:\tarno.xml" for "\\?\C:\tarno.xml", "\\server\log\tarno.xml" for "\\?\UNC\server\log\tarno.xml".
+std::string WithoutPrefix(const std::string& path)
 {
-    switch (::GetLastError()) {
-    case ERROR_DISK_FULL:
-    case ERROR_HANDLE_DISK_FULL:
-        return Error(ErrorNumber::DiskFull);
-    case ERROR_SHARING_VIOLATION:
-    case ERROR_LOCK_VIOLATION:
-        return Error(ErrorNumber::PermissionDenied);
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_PATH_NOT_FOUND:
-        return Error(ErrorNumber::PathNotFound);
-    case ERROR_FILE_EXISTS:
-    case ERROR_ALREADY_EXISTS:
-        return Error(ErrorNumber::FileAlreadyExists);
-    case ERROR_NOT_ENOUGH_MEMORY:
-    case ERROR_OUTOFMEMORY:
-        return Error(ErrorNumber::OutOfMemory);
-    default:
-        return Error(ErrorNumber::PathFileAccess);
+    constexpr std::string_view prefix = R"(\\?\)";
+    constexpr std::string_view server = R"(\\?\UNC\)";
+    if (path.starts_with(server)) {
+        return R"(\\)" + path.substr(server.size());
     }
-}
-
-void Check(bool success)
-{
-    if (!success) {
-        throw LastError();
-    }
+    return path.starts_with(prefix) ? path.substr(prefix.size()) : path;
 }
 
 class WindowsFile final : public WritableFile
@@ -50,43 +26,27 @@ public:
         : m_handle(::CreateFileW(ToPath(path).c_str(), access, FILE_SHARE_READ, nullptr, disposition,
                                  FILE_ATTRIBUTE_NORMAL, nullptr))
     {
-        Check(m_handle != INVALID_HANDLE_VALUE);
-    }
-
-    WindowsFile(const WindowsFile&) = delete;
-    WindowsFile& operator=(const WindowsFile&) = delete;
-
-    ~WindowsFile() override
-    {
-        if (m_handle != INVALID_HANDLE_VALUE) {
-            ::CloseHandle(m_handle);
-        }
+        Check(static_cast<bool>(m_handle));
     }
 
     std::size_t Write(std::string_view bytes) override
     {
         constexpr std::size_t most = 1U << 30U;
         DWORD written = 0;
-        Check(::WriteFile(m_handle, bytes.data(),
-                          static_cast<DWORD>(bytes.size() < most ? bytes.size() : most), &written,
-                          nullptr) != 0);
+        Check(::WriteFile(m_handle.Get(), bytes.data(), static_cast<DWORD>(std::min(bytes.size(), most)),
+                          &written, nullptr) != 0);
         if (written == 0) {
             throw Error(ErrorNumber::DiskFull);
         }
         return written;
     }
 
-    void Sync() override { Check(::FlushFileBuffers(m_handle) != 0); }
+    void Sync() override { Check(::FlushFileBuffers(m_handle.Get()) != 0); }
 
-    void Close() override
-    {
-        const HANDLE handle = m_handle;
-        m_handle = INVALID_HANDLE_VALUE;
-        Check(::CloseHandle(handle) != 0);
-    }
+    void Close() override { Check(::CloseHandle(m_handle.Release()) != 0); }
 
 private:
-    HANDLE m_handle;
+    Handle m_handle;
 };
 
 class WindowsFileOperations final : public FileOperations
@@ -94,9 +54,15 @@ class WindowsFileOperations final : public FileOperations
 public:
     std::string Followed(const std::string& path) override
     {
-        std::error_code failure;
-        const fs::path followed = fs::weakly_canonical(ToPath(path), failure);
-        return failure ? path : FromPath(followed);
+        const Handle file(::CreateFileW(ToPath(path).c_str(), 0, shareAll, nullptr, OPEN_EXISTING,
+                                        FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        if (!file) {
+            return path;
+        }
+        std::wstring name(::GetFinalPathNameByHandleW(file.Get(), nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
+        name.resize(::GetFinalPathNameByHandleW(file.Get(), name.data(), static_cast<DWORD>(name.size()),
+                                                FILE_NAME_NORMALIZED));
+        return name.empty() ? path : WithoutPrefix(FromPath(name));
     }
 
     void CheckReplaceable(const std::string& path) override
@@ -123,24 +89,33 @@ public:
 
     void Replace(const std::string& from, const std::string& to) override
     {
-        const fs::path source = ToPath(from);
-        const fs::path target = ToPath(to);
-        if (::ReplaceFileW(target.c_str(), source.c_str(), nullptr, 0, nullptr, nullptr) != 0) {
-            return;
+        if (Exchange(from, to)) {
+            ::DeleteFileW(ToPath(from).c_str()); // otherwise it goes with the other leftovers
+        } else {
+            Move(from, to);
         }
-        Check(::GetLastError() == ERROR_FILE_NOT_FOUND);
-        Check(::MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0);
     }
 
     bool Exchange(const std::string& from, const std::string& to) override
     {
-        const fs::path source = ToPath(from);
-        const fs::path aside = ToPath(from + "-out");
-        if (::ReplaceFileW(ToPath(to).c_str(), source.c_str(), aside.c_str(), 0, nullptr, nullptr) == 0) {
-            Check(::GetLastError() == ERROR_FILE_NOT_FOUND);
-            return false;
+        const std::string out = from + std::string(outSuffix);
+        if (!TakePlace(from, to, out)) {
+            switch (::GetLastError()) {
+            case ERROR_FILE_NOT_FOUND:
+                return false;
+            case ERROR_UNABLE_TO_MOVE_REPLACEMENT_2: // half done: what stood at `to` has gone out already
+                Move(out, to);
+                throw Error(ErrorNumber::PermissionDenied);
+            default:
+                throw LastError();
+            }
         }
-        Check(::MoveFileExW(aside.c_str(), source.c_str(), MOVEFILE_WRITE_THROUGH) != 0);
+        try {
+            Move(out, from);
+        } catch (const Error&) {
+            TakePlace(out, to, from);
+            throw;
+        }
         return true;
     }
 
@@ -154,13 +129,9 @@ public:
     // the process of another user may not be opened
     bool IsRunning(std::uint32_t process) override
     {
-        const HANDLE handle = ::OpenProcess(SYNCHRONIZE, FALSE, process);
-        if (handle == nullptr) {
-            return ::GetLastError() == ERROR_ACCESS_DENIED;
-        }
-        const bool isRunning = ::WaitForSingleObject(handle, 0) == WAIT_TIMEOUT;
-        ::CloseHandle(handle);
-        return isRunning;
+        const Handle handle(::OpenProcess(SYNCHRONIZE, FALSE, process));
+        return handle ? ::WaitForSingleObject(handle.Get(), 0) == WAIT_TIMEOUT
+                      : ::GetLastError() == ERROR_ACCESS_DENIED;
     }
 
     void Append(const std::string& path, std::string_view bytes) override
@@ -170,6 +141,19 @@ public:
             bytes.remove_prefix(file.Write(bytes));
         }
         file.Close();
+    }
+
+private:
+    /// `from` takes the place of `to`, whose attributes and rights it gets; what stood there goes `out`.
+    static bool TakePlace(const std::string& from, const std::string& to, const std::string& out)
+    {
+        return ::ReplaceFileW(ToPath(to).c_str(), ToPath(from).c_str(), ToPath(out).c_str(), 0, nullptr,
+                              nullptr) != 0;
+    }
+
+    static void Move(const std::string& from, const std::string& to)
+    {
+        Check(::MoveFileExW(ToPath(from).c_str(), ToPath(to).c_str(), MOVEFILE_WRITE_THROUGH) != 0);
     }
 };
 

@@ -1,5 +1,6 @@
 #include "core/SafeWriter.h"
 #include "support/PlainUser.h"
+#include "support/Platform.h"
 #include "support/RaisedNumber.h"
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
@@ -7,8 +8,9 @@
 
 #include <QtTest>
 
-#include <sys/wait.h>
+#ifndef Q_OS_WIN
 #include <unistd.h>
+#endif
 
 using namespace std::string_literals;
 
@@ -23,15 +25,8 @@ const Texts allSteps{"follow", "check", "create", "write", "sync", "close", "siz
 const Texts allStepsOver{"follow", "check",   "create",   "write",  "sync",       "close",
                          "size",   "replace", "exchange", "remove", "sync folder"};
 
-std::string NumberOfEndedProcess()
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::_exit(0);
-    }
-    ::waitpid(child, nullptr, 0);
-    return std::to_string(child);
-}
+/// No process has such a high number.
+const std::string ended = "4999999";
 
 std::string FingerprintText(std::string_view bytes)
 {
@@ -108,6 +103,8 @@ private Q_SLOTS:
     void removeLeftovers_oneCannotBeRemoved_theOthersAreGone();
     void removeLeftovers_exchanged_knownVersionsAreGone();
     void removeLeftovers_exchanged_whatNobodyKnewIsKept();
+    void removeLeftovers_onItsWayOut_goesBackWhenNothingHasCome();
+    void removeLeftovers_onItsWayOut_isALeftoverWhenSomethingHasCome();
 };
 
 void tst_SafeWriter::write_existingFile_isReplacedStepByStep()
@@ -279,6 +276,7 @@ void tst_SafeWriter::write_mode_isKept_data()
 
 void tst_SafeWriter::write_mode_isKept()
 {
+    NOT_ON_WINDOWS("modes of files");
     QFETCH(int, mode);
     const TemporaryFolder folder;
     folder.Write("tarno.xml", "old");
@@ -299,6 +297,7 @@ void tst_SafeWriter::write_symbolicLink_staysALink_data()
 
 void tst_SafeWriter::write_symbolicLink_staysALink()
 {
+    NOT_ON_WINDOWS("links");
     QFETCH(bool, relative);
     const TemporaryFolder folder;
     folder.MakeFolder("sync");
@@ -314,6 +313,7 @@ void tst_SafeWriter::write_symbolicLink_staysALink()
 
 void tst_SafeWriter::write_danglingLink_createsItsTarget()
 {
+    NOT_ON_WINDOWS("links");
     const TemporaryFolder folder;
     folder.MakeFolder("sync");
     folder.MakeLink("tarno.xml", "sync/tarno.xml");
@@ -340,6 +340,7 @@ void tst_SafeWriter::write_targetIsNoFile_isPathFileAccess_data()
 
 void tst_SafeWriter::write_targetIsNoFile_isPathFileAccess()
 {
+    NOT_ON_WINDOWS("links and pipes");
     QFETCH(std::string, name);
     const TemporaryFolder folder;
     folder.MakeFolder("folder");
@@ -369,7 +370,7 @@ void tst_SafeWriter::write_readOnlyFile_isPathFileAccess()
     std::filesystem::permissions(ToPath(folder.PathOf("tarno.xml")), perms::owner_read);
     const PlainUser user(folder);
     if (!PlainUser::IsPlain()) {
-        QSKIP("root may not give up its rights here");
+        QSKIP(PlainUser::whyNot);
     }
     ScriptedFileOperations operations;
     QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 75);
@@ -384,7 +385,7 @@ void tst_SafeWriter::write_readOnlyFolder_isPathFileAccess()
     std::filesystem::permissions(ToPath(folder.Path()), perms::owner_read | perms::owner_exec);
     const PlainUser user(folder);
     if (!PlainUser::IsPlain()) {
-        QSKIP("root may not give up its rights here");
+        QSKIP(PlainUser::whyNot);
     }
     ScriptedFileOperations operations;
     QCOMPARE(Written(operations, folder.PathOf("tarno.xml"), "new"), 75);
@@ -568,6 +569,7 @@ void tst_SafeWriter::writeOver_oldBytesCannotBeRemoved_isNoFailure()
 
 void tst_SafeWriter::writeOver_symbolicLinkAndMode_areKept()
 {
+    NOT_ON_WINDOWS("links");
     const TemporaryFolder folder;
     folder.MakeFolder("sync");
     folder.Write("sync/tarno.xml", "other");
@@ -587,7 +589,11 @@ void tst_SafeWriter::keep_takesTheNextFreeName()
     const TemporaryFolder folder;
     folder.Write("tarno-kept-2.xml", "mine");
     folder.MakeFolder("tarno-kept-3.xml");
-    folder.MakeLink("tarno-kept-4.xml", "nowhere");
+    if constexpr (isWindows) {
+        folder.Write("tarno-kept-4.xml", "mine");
+    } else {
+        folder.MakeLink("tarno-kept-4.xml", "nowhere");
+    }
     ScriptedFileOperations operations;
     SafeWriter writer(operations);
     QCOMPARE(writer.Keep(folder.PathOf("tarno.xml"), "1"), folder.PathOf("tarno-kept-1.xml"));
@@ -618,7 +624,6 @@ void tst_SafeWriter::keep_aStepFails_leavesNoFile()
 void tst_SafeWriter::removeLeftovers_onlyOurs_areGone()
 {
     const TemporaryFolder folder;
-    const std::string ended = NumberOfEndedProcess();
     const Texts others{"field.xml." + ended + "-12.tarno-tmp",
                        "location.xml." + ended + "-12.tarno-tmp",
                        "tarno.xml",
@@ -644,17 +649,22 @@ void tst_SafeWriter::removeLeftovers_onlyOurs_areGone()
     const std::string inTheWay = "tarno.xml." + ended + "-1.tarno-tmp";
     const std::string link = "tarno.xml." + ended + "-2.tarno-tmp";
     folder.MakeFolder(inTheWay);
-    folder.MakeLink(link, "tarno.xml");
+    Texts left = others;
+    left.push_back(inTheWay);
+    if constexpr (!isWindows) {
+        folder.MakeLink(link, "tarno.xml");
+        left.push_back(link);
+    }
     ScriptedFileOperations operations;
     SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
-    Texts left = others;
-    left.insert(left.end(), {inTheWay, link});
     std::sort(left.begin(), left.end());
     QCOMPARE(folder.Names(), left);
 }
 
 void tst_SafeWriter::removeLeftovers_ofARunningProcess_stay()
 {
+    NOT_ON_WINDOWS("a process that is known to run");
+#ifndef Q_OS_WIN
     const TemporaryFolder folder;
     const std::string parent = std::to_string(::getppid());
     const std::string own = std::to_string(::getpid()); // a number that was used before
@@ -663,12 +673,12 @@ void tst_SafeWriter::removeLeftovers_ofARunningProcess_stay()
     ScriptedFileOperations operations;
     SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
     QCOMPARE(folder.Names(), Texts{"tarno.xml." + parent + "-12.tarno-tmp"});
+#endif
 }
 
 void tst_SafeWriter::removeLeftovers_oneCannotBeRemoved_theOthersAreGone()
 {
     const TemporaryFolder folder;
-    const std::string ended = NumberOfEndedProcess();
     folder.Write("tarno.xml." + ended + "-1.tarno-tmp", "half");
     folder.Write("tarno.xml." + ended + "-2.tarno-tmp", "half");
     ScriptedFileOperations operations;
@@ -684,7 +694,6 @@ void tst_SafeWriter::removeLeftovers_oneCannotBeRemoved_theOthersAreGone()
 void tst_SafeWriter::removeLeftovers_exchanged_knownVersionsAreGone()
 {
     const TemporaryFolder folder;
-    const std::string ended = NumberOfEndedProcess();
     const std::string begin = "tarno.xml." + ended + "-12-" + FingerprintText("old") + '-';
     folder.Write(begin + FingerprintText("new") + ".tarno-tmp", "new");
     folder.Write(begin + FingerprintText("newer") + ".tarno-tmp", "old");
@@ -697,8 +706,7 @@ void tst_SafeWriter::removeLeftovers_exchanged_knownVersionsAreGone()
 void tst_SafeWriter::removeLeftovers_exchanged_whatNobodyKnewIsKept()
 {
     const TemporaryFolder folder;
-    const std::string name =
-        "tarno.xml." + NumberOfEndedProcess() + "-12-" + FingerprintText("old") + ".tarno-tmp";
+    const std::string name = "tarno.xml." + ended + "-12-" + FingerprintText("old") + ".tarno-tmp";
     folder.Write(name, "other");
     ScriptedFileOperations operations;
     operations.Fail("sync", ErrorNumber::DiskFull);
@@ -708,6 +716,37 @@ void tst_SafeWriter::removeLeftovers_exchanged_whatNobodyKnewIsKept()
              Texts{folder.PathOf("tarno-kept-1.xml")});
     QCOMPARE(folder.Names(), Texts{"tarno-kept-1.xml"});
     QCOMPARE(folder.Read("tarno-kept-1.xml"), "other"s);
+}
+
+void tst_SafeWriter::removeLeftovers_onItsWayOut_goesBackWhenNothingHasCome()
+{
+    const TemporaryFolder folder;
+    const std::string name = "tarno.xml." + ended + "-12-" + FingerprintText("new") + ".tarno-tmp";
+    folder.Write(name, "new");
+    folder.Write(name + ".out", "old");
+    ScriptedFileOperations operations;
+    operations.Fail("replace", ErrorNumber::PathFileAccess);
+    SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
+    QCOMPARE(folder.Names(), Texts{name + ".out"});
+    SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml"));
+    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+    QCOMPARE(folder.Read("tarno.xml"), "old"s);
+}
+
+void tst_SafeWriter::removeLeftovers_onItsWayOut_isALeftoverWhenSomethingHasCome()
+{
+    const TemporaryFolder folder;
+    const std::string begin = "tarno.xml." + ended + "-12-" + FingerprintText("new");
+    folder.Write("tarno.xml", "new");
+    folder.Write(begin + '-' + FingerprintText("old") + ".tarno-tmp.out", "old");
+    folder.Write(begin + ".tarno-tmp.out", "other");
+    folder.Write(begin + ".tarno-tmp.oui", "mine");
+    ScriptedFileOperations operations;
+    QCOMPARE(SafeWriter(operations).RemoveLeftovers(folder.PathOf("tarno.xml")),
+             Texts{folder.PathOf("tarno-kept-1.xml")});
+    QCOMPARE(folder.Names(), (Texts{"tarno-kept-1.xml", "tarno.xml", begin + ".tarno-tmp.oui"}));
+    QCOMPARE(folder.Read("tarno-kept-1.xml"), "other"s);
+    QCOMPARE(folder.Read("tarno.xml"), "new"s);
 }
 
 QTEST_APPLESS_MAIN(tst_SafeWriter)

@@ -1,5 +1,6 @@
 #include "core/SettingsFile.h"
 #include "support/PlainUser.h"
+#include "support/Platform.h"
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
@@ -135,6 +136,7 @@ void tst_SettingsFile::fileInTheFoldersPlace_changesNothing()
 
 void tst_SettingsFile::pipeInTheFilesPlace_neverHangs()
 {
+    NOT_ON_WINDOWS("pipes");
     const TemporaryFolder folder;
     folder.MakePipe("settings.xml");
     ScriptedFileOperations operations;
@@ -153,7 +155,7 @@ void tst_SettingsFile::fileThatMayNotBeRead_isNotWrittenOver()
     SettingsFile file(folder.PathOf("settings.xml"), operations);
     const PlainUser user(folder);
     if (!PlainUser::IsPlain()) {
-        QSKIP("root may not give up its rights here");
+        QSKIP(PlainUser::whyNot);
     }
     file.Write("KOWRA", "XTidePath", "x");
     QVERIFY(!file.Values("KOWRA"));

@@ -3,6 +3,22 @@
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>
+
+#ifdef Q_OS_WIN
+
+/// Windows has no bits of permission that could be taken away here: a test of them is skipped.
+class PlainUser
+{
+public:
+    explicit PlainUser(const TemporaryFolder& /*folder*/) {}
+
+    static bool IsPlain() { return false; }
+
+    static constexpr const char* whyNot = "not on Windows: bits of permission";
+};
+
+#else
+
 #include <unistd.h>
 
 /// As long as it lives, the process has the rights of a plain user, so that permissions bite: root, whom
@@ -35,8 +51,12 @@ public:
     /// False where root may not give up its rights; a test of permissions has to be skipped then.
     static bool IsPlain() { return ::geteuid() != 0; }
 
+    static constexpr const char* whyNot = "root may not give up its rights here";
+
 private:
     static constexpr uid_t nobody = 65534;
 
     bool m_switched = false;
 };
+
+#endif

@@ -1,0 +1,34 @@
+#include "Error.h"
+#include "Paths.h"
+
+#include <algorithm>
+#include <fstream>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+std::string ReadWholeFile(const std::string& path)
+{
+    std::error_code failure;
+    const fs::file_status status = fs::status(ToPath(path), failure);
+    if (status.type() == fs::file_type::not_found) {
+        throw Error(ErrorNumber::FileNotFound);
+    }
+    // what cannot be looked at may well be there; anything else, a pipe for one, could keep the program
+    // waiting for ever
+    if (!fs::is_regular_file(status)) {
+        throw Error(ErrorNumber::PathFileAccess);
+    }
+    std::ifstream file(ToPath(path), std::ios::binary);
+    if (!file) {
+        throw Error(fs::exists(ToPath(path), failure) ? ErrorNumber::PathFileAccess
+                                                      : ErrorNumber::FileNotFound);
+    }
+    // the size of what was opened: another file may have got the name meanwhile
+    const std::streamoff size = file.seekg(0, std::ios::end).tellg();
+    std::string bytes(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)), '\0');
+    if (!file.seekg(0).read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+        throw Error(ErrorNumber::DeviceInputOutput);
+    }
+    return bytes;
+}
