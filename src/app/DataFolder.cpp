@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 
 namespace
 {
@@ -13,6 +14,12 @@ namespace
 bool HoldsDataFiles(const QDir& folder)
 {
     return folder.exists(QStringLiteral("field.xml"));
+}
+
+/// Tried, because the bits of permission do not tell it everywhere.
+bool CanBeWrittenTo(const QString& folder)
+{
+    return QTemporaryFile(folder + QStringLiteral("/tarno-XXXXXX")).open();
 }
 
 /// Copies the data files; the copies can be written even where the originals cannot.
@@ -48,7 +55,7 @@ DataFolder FindDataFolder(const QString& programFolder, const QString& userFolde
     const QDir own(programFolder);
     const QDir shared(own.filePath(QStringLiteral("../share/tarno")));
     const bool bringsOwn = HoldsDataFiles(own);
-    if ((bringsOwn && QFileInfo(programFolder).isWritable()) || (!bringsOwn && !HoldsDataFiles(shared))) {
+    if ((bringsOwn && CanBeWrittenTo(programFolder)) || (!bringsOwn && !HoldsDataFiles(shared))) {
         return {programFolder};
     }
     const bool isNew = !QFileInfo::exists(userFolder);

@@ -125,9 +125,11 @@ void DesktopProgramStarter::EditText(const QString& path)
 {
 #ifdef Q_OS_WIN
     // one command line, the path without quotation marks
+    std::wstring commandLine = QStringLiteral("notepad.exe %1").arg(path).toStdWString();
     QProcess editor;
     editor.setProgram(QStringLiteral("notepad.exe"));
-    editor.setNativeArguments(path);
+    editor.setCreateProcessArgumentsModifier(
+        [&](QProcess::CreateProcessArguments* process) { process->arguments = commandLine.data(); });
     const bool started = editor.startDetached();
 #else
     // unlike the editor of Windows, the desktop's does not offer to make a file that is missing

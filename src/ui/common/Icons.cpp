@@ -1,5 +1,6 @@
 #include "Icons.h"
 
+#include <QDir>
 #include <QString>
 
 static void InitIcons()
@@ -10,5 +11,9 @@ static void InitIcons()
 QIcon DrawnIcon(QLatin1String name)
 {
     InitIcons();
-    return QIcon(QLatin1String(":/icons/") + name + QLatin1String(".svg"));
+    QIcon icon;
+    for (const QFileInfo& file : QDir(QLatin1String(":/icons/") + name).entryInfoList()) {
+        icon.addFile(file.filePath());
+    }
+    return icon;
 }

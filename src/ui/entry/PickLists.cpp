@@ -18,6 +18,10 @@
 #include <algorithm>
 #include <array>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 struct PickLists::Binding {
     const char* file;
     const char* editLabel;
@@ -33,13 +37,22 @@ constexpr std::string_view module = "fEntry";
 constexpr int gapBelowLabel = FromTwips(40);
 constexpr int overlapOfFrame = FromTwips(100);
 
-QStringDecoder AnsiDecoder()
+/// What the bytes say in the system's ANSI code page.
+QString FromAnsi(const QByteArray& bytes)
 {
 #ifdef Q_OS_WIN
-    return QStringDecoder(QStringDecoder::System);
+    // the code page that was set for the system, not the process's, which is UTF-8
+    DWORD codePage = CP_ACP;
+    ::GetLocaleInfoEx(LOCALE_NAME_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                      reinterpret_cast<wchar_t*>(&codePage), sizeof codePage / sizeof(wchar_t));
+    const auto size = static_cast<int>(bytes.size());
+    QString text(::MultiByteToWideChar(codePage, 0, bytes.data(), size, nullptr, 0), Qt::Uninitialized);
+    ::MultiByteToWideChar(codePage, 0, bytes.data(), size, reinterpret_cast<wchar_t*>(text.data()),
+                          static_cast<int>(text.size()));
+    return text;
 #else
     QStringDecoder decoder("windows-1252");
-    return decoder.isValid() ? std::move(decoder) : QStringDecoder(QStringDecoder::Latin1);
+    return (decoder.isValid() ? std::move(decoder) : QStringDecoder(QStringDecoder::Latin1))(bytes);
 #endif
 }
 
@@ -51,7 +64,7 @@ QStringList PickListLines(const QByteArray& bytes)
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8(bytes);
     if (utf8.hasError()) {
-        text = AnsiDecoder()(bytes);
+        text = FromAnsi(bytes);
     }
     return text.replace(QLatin1String("\r\n"), QLatin1String("\n")).split(QLatin1Char('\n'));
 }

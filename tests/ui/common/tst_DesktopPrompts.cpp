@@ -2,6 +2,7 @@
 // tests stand for.
 
 #include "core/Error.h"
+#include "support/Platform.h"
 #include "support/RaisedNumber.h"
 #include "support/TemporaryFolder.h"
 #include "support/Windows.h"
@@ -195,6 +196,7 @@ private Q_SLOTS:
 
     void program_isStartedInItsFolderAndNotWaitedFor()
     {
+        NOT_ON_WINDOWS("shell scripts");
         const TemporaryFolder folder;
         folder.Write("tides", "#!/bin/sh\npwd > half; mv half started\nexec sleep 1\n");
         QFile::setPermissions(QString::fromStdString(folder.PathOf("tides")),
@@ -204,11 +206,41 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("started"), folder.Path() + "\n");
     }
 
+#ifdef Q_OS_WIN
+    void windowsProgram_isStartedInItsFolderAndNotWaitedFor()
+    {
+        const TemporaryFolder folder;
+        folder.MakeFolder("WX Tide");
+        const QString path = QString::fromStdString(folder.PathOf("WX Tide/h\u0101 tides.exe"));
+        QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() + QStringLiteral("/notepad.exe"), path));
+        DesktopProgramStarter().Start(path, {});
+        QTRY_VERIFY(QFile::exists(QString::fromStdString(folder.PathOf("WX Tide/started.txt"))));
+        const auto record =
+            QString::fromStdString(folder.Read("WX Tide/started.txt")).split(QLatin1Char('\n'));
+        QCOMPARE(record[0], QLatin1Char('"') + QDir::toNativeSeparators(path) + QLatin1Char('"'));
+        QCOMPARE(QDir(record[1]), QFileInfo(path).dir());
+    }
+
+    // a program named so that lies beside the one that starts it is found before that of Windows
+    void notepad_getsTheOneCommandLine()
+    {
+        const QString record = QCoreApplication::applicationDirPath() + QStringLiteral("/started.txt");
+        QFile::remove(record);
+        DesktopProgramStarter().EditText(QStringLiteral("C:\\My \"Log\"\\h\u0101puku & Co\\Bait.txt"));
+        QTRY_VERIFY(QFile::exists(record));
+        QFile file(record);
+        QVERIFY(file.open(QFile::ReadOnly));
+        QCOMPARE(QString::fromUtf8(file.readLine()),
+                 QStringLiteral("notepad.exe C:\\My \"Log\"\\h\u0101puku & Co\\Bait.txt\n"));
+    }
+#endif
+
     void program_thatIsNotThere_isFileNotFound()
     {
         DesktopProgramStarter starter;
         QCOMPARE(RaisedNumber([&] { starter.Start(QStringLiteral("/no/such/program; touch /tmp/x"), {}); }),
                  53);
+        NOT_ON_WINDOWS("an editor that makes no missing file");
         QCOMPARE(RaisedNumber([&] { starter.EditText(QStringLiteral("/no/such/Bait.txt")); }), 53);
     }
 

@@ -1,14 +1,17 @@
 #include "EntryTest.h"
+#include "support/PeakMemory.h"
 #include "support/Pictures.h"
 #include "support/PlainUser.h"
+#include "support/Platform.h"
 #include "support/RaisedNumber.h"
 #include "ui/entry/PictureFile.h"
 
 #include <QScrollBar>
 #include <QSlider>
 
-#include <sys/resource.h>
+#ifndef Q_OS_WIN
 #include <unistd.h>
+#endif
 
 // Files that claim to be pictures. The user is told of a problem or sees a picture, and in any case goes on
 // working; a file that keeps the program reading for ever ends the test program.
@@ -18,25 +21,25 @@ namespace
 
 using namespace std::string_literals;
 
-/// Ends the program when it lives too long.
+/// Ends the program when it lives too long. Windows has to wait for the time limit of the test.
 class HangGuard
 {
 public:
-    HangGuard() { ::alarm(100); }
+    HangGuard() { EndAfter(100); }
 
     HangGuard(const HangGuard&) = delete;
     HangGuard& operator=(const HangGuard&) = delete;
 
-    ~HangGuard() { ::alarm(0); }
-};
+    ~HangGuard() { EndAfter(0); }
 
-/// The most memory that the program has had so far.
-long PeakMegabytes()
-{
-    rusage usage{};
-    ::getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss / 1024;
-}
+private:
+    static void EndAfter([[maybe_unused]] unsigned seconds)
+    {
+#ifndef Q_OS_WIN
+        ::alarm(seconds);
+#endif
+    }
+};
 
 bool IsReadable(const std::string& path)
 {
@@ -269,6 +272,7 @@ void tst_HostilePictures::damagedPicture_isShownOrAProblem()
 
 void tst_HostilePictures::device_isAProblem()
 {
+    NOT_ON_WINDOWS("devices among the files");
     ProgramWithPlace program;
     QVERIFY(!IsReadable("/dev/zero"));
     ShowWithEntry(program, "/dev/zero", false);
@@ -276,6 +280,7 @@ void tst_HostilePictures::device_isAProblem()
 
 void tst_HostilePictures::pipe_isAProblem()
 {
+    NOT_ON_WINDOWS("pipes");
     ProgramWithPlace program;
     program.folder.MakePipe("catch.jpg");
     QVERIFY(!IsReadable(program.folder.PathOf("catch.jpg")));
@@ -289,13 +294,14 @@ void tst_HostilePictures::unreadableFile_isAProblem()
     std::filesystem::permissions(program.folder.PathOf("catch.png"), std::filesystem::perms::none);
     const PlainUser user(program.folder);
     if (!PlainUser::IsPlain()) {
-        QSKIP("permissions do not stop root here");
+        QSKIP(PlainUser::whyNot);
     }
     ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
 }
 
 void tst_HostilePictures::drawing_thatRefersToAPipe_isAProblem()
 {
+    NOT_ON_WINDOWS("pipes");
     ProgramWithPlace program;
     program.folder.MakePipe("pipe.png");
     program.folder.Write("catch.png", "<?xml version=\"1.0\"?><svg xmlns=\"http://www.w3.org/2000/svg\" "

@@ -1,5 +1,6 @@
 #include "EntryTest.h"
 #include "support/PlainUser.h"
+#include "support/Platform.h"
 #include "ui/common/LeaveGuard.h"
 #include "ui/common/Twips.h"
 #include "ui/entry/EntryCommentsPage.h"
@@ -447,7 +448,7 @@ void tst_PickLists::unreadableFile_isReported()
     std::filesystem::permissions(program.folder.PathOf("Bait.txt"), std::filesystem::perms::none);
     const PlainUser user(program.folder);
     if (!PlainUser::IsPlain()) {
-        QSKIP("permissions do not stop root here");
+        QSKIP(PlainUser::whyNot);
     }
     program.reports.Expect("fEntry", "lblDDBait_Click", ErrorNumber::PathFileAccess);
     Edit(program, program.entry, [](QDialog& editor) {
@@ -463,6 +464,7 @@ void tst_PickLists::unreadableFile_isReported()
 
 void tst_PickLists::pipeInPlaceOfTheFile_isReported()
 {
+    NOT_ON_WINDOWS("pipes");
     ProgramWithLists program;
     std::filesystem::remove(program.folder.PathOf("Species.txt"));
     program.folder.MakePipe("Species.txt");
