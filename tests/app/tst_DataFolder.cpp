@@ -111,7 +111,7 @@ private Q_SLOTS:
         machine.Ship("bin");
         const PlainUser plain(machine.folder);
         if (!PlainUser::IsPlain()) {
-            QSKIP("root cannot give up its rights here");
+            QSKIP(PlainUser::whyNot);
         }
         machine.Lock("bin");
         const DataFolder found = machine.Find();
@@ -136,7 +136,7 @@ private Q_SLOTS:
         machine.Ship("share/tarno");
         const PlainUser plain(machine.folder);
         if (!PlainUser::IsPlain()) {
-            QSKIP("root cannot give up its rights here");
+            QSKIP(PlainUser::whyNot);
         }
         QFile::setPermissions(machine.At("share/tarno/tarno.xml"), {});
         QCOMPARE(RaisedNumber([&] { machine.Find(); }), 75);

@@ -4,6 +4,7 @@
 #include "reports/ReadRtf.h"
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/RtfWriter.h"
+#include "support/Platform.h"
 #include "ui/common/Strings.h"
 
 #include <QHash>
@@ -325,6 +326,7 @@ private Q_SLOTS:
 
         QCOMPARE(Shown(InRtf(document, ColumnsOnLines(document))), Shown(rows));
 
+        NOT_ON_WINDOWS("pdftotext");
         Rows withoutBlanks = rows;
         for (QStringList& row : withoutBlanks) {
             std::transform(row.begin(), row.end(), row.begin(), WithoutBlanks);

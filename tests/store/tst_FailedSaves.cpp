@@ -239,7 +239,7 @@ void tst_FailedSaves::readOnlyFile_isReportedAndLeft()
     const std::string before = store.folder.Read("tarno.xml");
     const PlainUser user(store.folder);
     if (!PlainUser::IsPlain()) {
-        QSKIP("root may not give up its rights here");
+        QSKIP(PlainUser::whyNot);
     }
     QCOMPARE(store.sql.Init(), succeeded);
     store.reports.Expect("cSQL", "EntryDelete", ErrorNumber::PathFileAccess);
@@ -254,7 +254,7 @@ void tst_FailedSaves::readOnlyFolder_isReportedAndLeft()
     std::filesystem::permissions(ToPath(store.folder.Path()), perms::owner_read | perms::owner_exec);
     const PlainUser user(store.folder);
     if (!PlainUser::IsPlain()) {
-        QSKIP("root may not give up its rights here");
+        QSKIP(PlainUser::whyNot);
     }
     QCOMPARE(store.sql.Init(), succeeded);
     store.reports.Expect("cSQL", "EntryDelete", ErrorNumber::PathFileAccess);

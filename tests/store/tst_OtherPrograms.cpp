@@ -344,7 +344,7 @@ void tst_OtherPrograms::unreadableVersion_isNeverWrittenOver()
     {
         const PlainUser user(m_store->folder);
         if (!PlainUser::IsPlain()) {
-            QSKIP("root may not give up its rights here");
+            QSKIP(PlainUser::whyNot);
         }
         m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess);
         QCOMPARE(Add(m_store->sql, "ours"), ""s);

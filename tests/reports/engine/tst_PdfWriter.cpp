@@ -2,6 +2,7 @@
 
 #include "reports/RowsReport.h"
 #include "reports/engine/PdfWriter.h"
+#include "support/Platform.h"
 #include "support/TemporaryFolder.h"
 
 #include <QProcess>
@@ -85,6 +86,8 @@ class tst_PdfWriter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void initTestCase() { NOT_ON_WINDOWS("pdftotext and its like"); }
 
     void values_areReadBackInTheirOrder()
     {

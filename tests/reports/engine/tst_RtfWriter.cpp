@@ -3,6 +3,7 @@
 #include "reports/ReadRtf.h"
 #include "reports/RowsReport.h"
 #include "reports/engine/RtfWriter.h"
+#include "support/Platform.h"
 #include "support/TemporaryFolder.h"
 
 #include <QProcess>
@@ -281,6 +282,7 @@ private Q_SLOTS:
 
     void unrtf_readsEveryValue()
     {
+        NOT_ON_WINDOWS("unrtf");
         RowsReport report;
         for (int column = 0; column < 4; ++column) {
             report.AddGrowing(QStringLiteral("column%1").arg(column), {column * 2200, 0, 2200, 300});

@@ -1,10 +1,10 @@
 #include "EveryOperation.h"
 #include "safety/Form.h"
+#include "support/PeakMemory.h"
 
 #include <QProcess>
 #include <QtTest>
 
-#include <fstream>
 #include <iostream>
 #include <sstream>
 
@@ -24,18 +24,6 @@ constexpr std::size_t megabyte = 1024UL * 1024UL;
 const int fileSize = Times(10, 200); // in megabytes
 const std::string file = "tarno.xml";
 
-/// The most memory that this process ever used, in megabytes.
-std::size_t PeakMemory()
-{
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    while (status >> word && word != "VmHWM:") {
-    }
-    std::size_t kilobytes = 0;
-    status >> kilobytes;
-    return kilobytes / 1024;
-}
-
 /// The part of the other process: tries every operation on the log in `folder`, says how much memory that
 /// took and what went against the promises.
 void TryLog(const std::string& folder, bool readable)
@@ -43,7 +31,7 @@ void TryLog(const std::string& folder, bool readable)
     OperationTrial trial;
     const std::string broken =
         readable ? trial.RunOnSound(folder, file, false) : trial.RunOnUnreadable(folder, file, false);
-    std::cout << PeakMemory() << " " << broken;
+    std::cout << PeakMegabytes() << " " << broken;
 }
 
 std::string Repeated(const std::string& text, std::size_t size)
