@@ -115,6 +115,45 @@ export_report() {
     expect "first bytes of the $1" "$(head -c 5 "$out/$2.$suffix")" "$head"
 }
 
+# first_trip: adds the first place and the first trip to an empty log, from its main window
+first_trip() {
+    click 172 30
+    window "Location Listing"
+    keys alt+a
+    window "Location Maintenance"
+    type_text "Granny's Beach"
+    keys Tab Tab Tab Tab
+    keys minus
+    type_text "33.59"
+    keys Tab
+    type_text "151.32"
+    keys Tab
+    type_text "10"
+    keys Tab
+    picture 03-place "the first place"
+    keys alt+s
+    sleep 0.5
+    expect "locations" "$(records location.xml location)" 1
+    keys Escape
+    window "Location Listing"
+    keys Escape
+    window "Tarno Fishing Log"
+
+    keys ctrl+n
+    window "Tarno Log Entry"
+    keys ctrl+a
+    type_text "2026-11-14"
+    keys Tab
+    picture 04-trip "the first trip"
+    keys alt+s
+    sleep 0.5
+    expect "trips" "$(records tarno.xml tarno)" 1
+    expect "start date" "$(value tarno.xml tarno 1)" 2026-11-14
+    [ -n "$(value tarno.xml tarno 12)" ] || stop "the sunrise is missing"
+    keys Escape
+    window "Tarno Fishing Log"
+}
+
 # leave: ends the program from its main window, and fails when it logged an error meanwhile
 leave() {
     keys Escape

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds Tarno with its tests and runs them all: once as usual, once under the address and
-# undefined-behaviour sanitizers, after checking the format of the sources; the last lines are ctest's.
+# undefined-behaviour sanitizers, after checking the format of the sources; the last lines are ctest's. Where the
+# libraries of the Windows program have been built, some of its tests are run too.
 #   scripts/test.sh           everything
-#   scripts/test.sh --quick   without the sanitizers
+#   scripts/test.sh --quick   neither the sanitizers nor Windows
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -22,6 +23,14 @@ if [ -z "$quick" ]; then
     cmake --preset sanitize >/dev/null || fail "the build could not be configured"
     cmake --build --preset sanitize || fail "the sanitizer build failed"
     ctest --preset sanitize || fail "a test failed under the sanitizers"
+
+    source packaging/windows/libraries.sh
+    if have_libraries; then
+        say "testing the Windows program"
+        packaging/windows/test.sh --quick || fail "a test of the Windows program failed"
+    else
+        say "not testing the Windows program: packaging/windows/build.sh has not built its static Qt here"
+    fi
 fi
 
 say "building"

@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
 # Drives the real program on a virtual display by keyboard and mouse through its main job: a trip is added
 # to a copy of the sample log, saved, and found in the list; the locations and the log are printed into PDF and
-# RTF files. Leaves pictures, those files and report.txt in build/tour/, and fails when anything is not in the
-# files afterwards.
+# RTF files. Leaves pictures, those files and report.txt in build/tour/, or where TARNO_TOUR says, and fails when
+# anything is not in the files afterwards.
 #   scripts/tour.sh PROGRAM
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 
 program=$(realpath "${1:?usage: scripts/tour.sh PROGRAM}")
-out=build/tour
+out=${TARNO_TOUR:-build/tour}
 source scripts/hand.sh
 need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils poppler-utils
 on_virtual_display scripts/tour.sh "$program"

@@ -26,41 +26,7 @@ for file in /usr/share/tarno/*.*; do
 done
 tell "the user's folder holds all files that ship"
 
-click 172 30
-window "Location Listing"
-keys alt+a
-window "Location Maintenance"
-type_text "Granny's Beach"
-keys Tab Tab Tab Tab
-keys minus
-type_text "33.59"
-keys Tab
-type_text "151.32"
-keys Tab
-type_text "10"
-keys Tab
-picture 03-place "the first place"
-keys alt+s
-sleep 0.5
-expect "locations" "$(records location.xml location)" 1
-keys Escape
-window "Location Listing"
-keys Escape
-window "Tarno Fishing Log"
-
-keys ctrl+n
-window "Tarno Log Entry"
-keys ctrl+a
-type_text "2026-11-14"
-keys Tab
-picture 04-trip "the first trip"
-keys alt+s
-sleep 0.5
-expect "trips" "$(records tarno.xml tarno)" 1
-expect "start date" "$(value tarno.xml tarno 1)" 2026-11-14
-[ -n "$(value tarno.xml tarno 12)" ] || stop "the sunrise is missing"
-keys Escape
-window "Tarno Fishing Log"
+first_trip
 leave
 
 tell "second day"

@@ -280,8 +280,7 @@ void tst_WindowsFileOperations::longPaths_areFilesAsOthers()
     QCOMPARE(ReadWholeFile(path), "old"s);
     std::string given = path;
     QVERIFY(mMain::FileExist(given));
-    QCOMPARE(ProgramFolder(folder.PathOf(name), '/').Existing("Tarno.xml"),
-             folder.PathOf(name + "/Tarno.xml"));
+    QCOMPARE(ProgramFolder(folder.PathOf(name)).Existing("Tarno.xml"), folder.PathOf(name + "/Tarno.xml"));
     SafeWriter writer(*m_operations);
     QCOMPARE(writer.WriteOver(path, "new", {SafeWriter::FingerprintOf("old")}), ""s);
     QCOMPARE(ReadWholeFile(path), "new"s);

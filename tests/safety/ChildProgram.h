@@ -1,52 +1,40 @@
 #pragma once
 
+#include <QProcess>
+#include <QString>
 #include <QtTest/QTest>
 
-#include <array>
-#include <cerrno>
-#include <csignal>
-#include <cstdio>
-#include <fcntl.h>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
+
+#ifdef Q_OS_LINUX
+#include <csignal>
+#include <sys/prctl.h>
+#endif
 
 /// Another program, whose standard input and output lead here. It ends with the object at the latest.
 class ChildProgram
 {
 public:
-    explicit ChildProgram(std::vector<std::string> command)
+    explicit ChildProgram(const std::vector<std::string>& command)
     {
-        std::vector<char*> words;
-        words.reserve(command.size() + 1);
-        for (std::string& word : command) {
-            words.push_back(word.data());
+        QStringList arguments;
+        for (const std::string& word : command) {
+            arguments << QString::fromStdString(word);
         }
-        words.push_back(nullptr);
-        std::array<int, 2> in{};
-        std::array<int, 2> out{};
-        if (::pipe2(in.data(), O_CLOEXEC) != 0 || ::pipe2(out.data(), O_CLOEXEC) != 0) {
-            qFatal("no pipe");
+        m_process.setProgram(arguments.takeFirst());
+        m_process.setArguments(arguments);
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+#ifdef Q_OS_LINUX
+        // a test that was stopped leaves nobody behind
+        m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+#endif
+        m_process.start();
+        if (!m_process.waitForStarted(-1)) {
+            qFatal("%s: %s", qPrintable(m_process.program()), qPrintable(m_process.errorString()));
         }
-        m_process = ::fork();
-        if (m_process == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL); // a test that was stopped leaves nobody behind
-            ::dup2(in[0], STDIN_FILENO);
-            ::dup2(out[1], STDOUT_FILENO);
-            ::execv(words[0], words.data());
-            ::_exit(127);
-        }
-        if (m_process < 0) {
-            qFatal("no further process");
-        }
-        ::close(in[0]);
-        ::close(out[1]);
-        m_in = in[1];
-        m_out = out[0];
     }
 
     ChildProgram(const ChildProgram&) = delete;
@@ -54,74 +42,49 @@ public:
 
     ~ChildProgram()
     {
-        if (m_process > 0) {
-            Kill();
-        }
-        CloseInput();
-        ::close(m_out);
+        Kill();
     }
 
     /// The child reads `line`. One that has ended does not mind.
-    void Tell(std::string_view line) const
+    void Tell(std::string_view line)
     {
-        const auto before = std::signal(SIGPIPE, SIG_IGN);
-        const std::string ended = std::string(line) + '\n';
-        if (::write(m_in, ended.data(), ended.size()) < 0 && errno != EPIPE) {
-            qFatal("cannot tell the child anything");
-        }
-        std::signal(SIGPIPE, before);
+        m_process.write((std::string(line) + '\n').c_str());
+        m_process.waitForBytesWritten(-1);
     }
 
     /// The child finds the end of its input.
     void CloseInput()
     {
-        if (m_in >= 0) {
-            ::close(m_in);
-            m_in = -1;
-        }
+        m_process.closeWriteChannel();
     }
 
     /// The next line that the child writes; nothing when it has ended.
     std::optional<std::string> Line()
     {
-        for (;;) {
-            if (const auto end = m_read.find('\n', m_at); end != std::string::npos) {
-                std::string line = m_read.substr(m_at, end - m_at);
-                m_at = end + 1;
-                return line;
-            }
-            m_read.erase(0, m_at);
-            m_at = 0;
-            std::array<char, 4096> buffer{};
-            const ssize_t size = ::read(m_out, buffer.data(), buffer.size());
-            if (size == 0 || (size < 0 && errno != EINTR)) {
+        while (!m_process.canReadLine()) {
+            if (!m_process.waitForReadyRead(-1) && !m_process.canReadLine()) {
                 return std::nullopt;
             }
-            m_read.append(buffer.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
         }
+        std::string line = m_process.readLine().toStdString();
+        line.resize(line.find_last_not_of("\r\n") + 1);
+        return line;
     }
 
     /// Ends the child without a warning; what it has written before can still be read.
     void Kill()
     {
-        ::kill(m_process, SIGKILL);
-        Wait();
+        m_process.kill();
+        m_process.waitForFinished(-1);
     }
 
     /// Waits for the child's end; returns its exit code, -1 when it was killed.
     int Wait()
     {
-        int status = 0;
-        while (::waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
-        }
-        m_process = -1;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        m_process.waitForFinished(-1);
+        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
 
 private:
-    pid_t m_process = -1;
-    int m_in = -1;
-    int m_out = -1;
-    std::string m_read;
-    std::size_t m_at = 0;
+    QProcess m_process;
 };

@@ -31,9 +31,12 @@ public:
         }
     }
 
-    std::string Path() const { return m_folder.path().toStdString(); }
+    std::string Path() const { return QDir::toNativeSeparators(m_folder.path()).toStdString(); }
 
-    std::string PathOf(std::string_view name) const { return Path() + '/' + std::string(name); }
+    std::string PathOf(std::string_view name) const
+    {
+        return FromPath(ToPath(Path() + '/' + std::string(name)).make_preferred());
+    }
 
     void Write(std::string_view name, std::string_view bytes) const
     {

@@ -41,10 +41,14 @@ constexpr int overlapOfFrame = FromTwips(100);
 QString FromAnsi(const QByteArray& bytes)
 {
 #ifdef Q_OS_WIN
-    // the code page that was set for the system, not the process's, which is UTF-8
-    DWORD codePage = CP_ACP;
-    ::GetLocaleInfoEx(LOCALE_NAME_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
-                      reinterpret_cast<wchar_t*>(&codePage), sizeof codePage / sizeof(wchar_t));
+    // the code page that was set for the system, not the process's, which is UTF-8; a system may have none
+    DWORD codePage = 0;
+    ::GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                     reinterpret_cast<wchar_t*>(&codePage), sizeof codePage / sizeof(wchar_t));
+    if (codePage == CP_ACP || codePage == CP_UTF8) {
+        constexpr DWORD western = 1252;
+        codePage = western;
+    }
     const auto size = static_cast<int>(bytes.size());
     QString text(::MultiByteToWideChar(codePage, 0, bytes.data(), size, nullptr, 0), Qt::Uninitialized);
     ::MultiByteToWideChar(codePage, 0, bytes.data(), size, reinterpret_cast<wchar_t*>(text.data()),

@@ -384,5 +384,5 @@ void tst_OtherHands::duringSaves_allIsInTheLogOrKept()
         rounds, figures.saved, figures.inLog, figures.failed, figures.put, figures.keptFiles);
 }
 
-QTEST_APPLESS_MAIN(tst_OtherHands)
+QTEST_GUILESS_MAIN(tst_OtherHands)
 #include "tst_OtherHands.moc"

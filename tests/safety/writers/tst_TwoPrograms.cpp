@@ -254,5 +254,5 @@ void tst_TwoPrograms::oneIsKilled_allIsInTheLogOrKept()
     qInfo("%s", qPrintable(figures.Text()));
 }
 
-QTEST_APPLESS_MAIN(tst_TwoPrograms)
+QTEST_GUILESS_MAIN(tst_TwoPrograms)
 #include "tst_TwoPrograms.moc"

@@ -13,25 +13,24 @@
 #include "store/cSQL.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <fcntl.h>
 #include <iostream>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 namespace
 {
 
 /// In one call of the system, so that a kill leaves a whole line or none.
-void WriteLine(int file, std::string line)
+void Note(const std::string& notes, std::string line)
 {
     std::erase(line, '\r');
     std::replace(line.begin(), line.end(), '\n', '|');
-    line += '\n';
-    if (::write(file, line.data(), line.size()) < 0) {
-        std::_Exit(1);
-    }
+    SystemFileOperations()->Append(notes, line + '\n');
+}
+
+void Say(const char* line)
+{
+    std::cout << line << std::endl; // at once
 }
 
 class Writer
@@ -90,16 +89,16 @@ int main(int count, char** words)
     if (count != 6) {
         return 2;
     }
-    const int notes = ::open(words[2], O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    const std::string notes = words[2];
     ErrorReporter::Instance().SetShowMessage(
-        [&](const std::string& text, const std::string& /*title*/) { WriteLine(notes, "told " + text); });
+        [&](const std::string& text, const std::string& /*title*/) { Note(notes, "told " + text); });
     Writer writer(words[1], words[3], words[4], std::stoi(words[5]));
-    WriteLine(STDOUT_FILENO, "ready");
+    Say("ready");
     for (std::string line; std::getline(std::cin, line);) {
         for (int changes = line == "all" ? writer.Left() : 1; changes > 0; --changes) {
-            WriteLine(notes, writer.Next());
+            Note(notes, writer.Next());
         }
-        WriteLine(STDOUT_FILENO, "done");
+        Say("done");
     }
     return 0;
 }

@@ -1,0 +1,50 @@
+#!/usr/bin/env bash
+# Packs the Windows program: build/windows/tarno-<version>-portable.zip, to be unpacked and run with all its data
+# inside, and build/windows/tarno-<version>-setup.exe, an installer for one user. Installs both under Wine and adds a
+# trip in each; pictures and reports stay in build/windows/first-trip/.
+#   packaging/windows/package.sh
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+source packaging/windows/libraries.sh
+
+need nsis unzip zip "${wine_packages[@]}" "${run_packages[@]}" "${display_packages[@]}" libxml2-utils
+packaging/windows/build.sh
+
+out=build/windows
+version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$out/CMakeCache.txt")
+zip=$out/tarno-$version-portable.zip
+setup=$out/tarno-$version-setup.exe
+
+say "packing $zip"
+rm -f "$zip"
+(cd "$out" && zip --quiet --recurse-paths "${zip##*/}" Tarno)
+
+say "packing $setup"
+makensis -V2 "-DVERSION=$version" "-DFROM=$PWD/$out/Tarno" "-DOUT=$PWD/$setup" packaging/windows/tarno.nsi || fail "the installer could not be made"
+
+source packaging/windows/own-wine.sh
+trial=$out/first-trip
+rm -rf "$trial"
+
+say "trying the zip"
+unzip -q "$zip" -d "$WINEPREFIX/drive_c/My Log"
+packaging/windows/first-trip.sh "$WINEPREFIX/drive_c/My Log/Tarno" "$trial/portable"
+
+say "trying the installer"
+packaging/windows/wine.sh "$setup" /S
+installed=$(echo "$WINEPREFIX"/drive_c/users/*/AppData/Local/Programs/Tarno)
+[ -x "$installed/Tarno.exe" ] || fail "the installer has installed nothing"
+compgen -G "$WINEPREFIX/drive_c/users/*/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Tarno.lnk" >/dev/null ||
+    fail "there is no entry in the start menu"
+packaging/windows/first-trip.sh "$installed" "$trial/installed"
+
+say "installing again, and uninstalling"
+log=$(cat "$installed"/*.xml | sha256sum)
+packaging/windows/wine.sh "$setup" /S
+[ "$(cat "$installed"/*.xml | sha256sum)" = "$log" ] || fail "installing again has changed the log"
+packaging/windows/wine.sh "$installed/Uninstall.exe" /S "_?=$(packaging/windows/wine.sh winepath -w "$installed")"
+[ ! -e "$installed/Tarno.exe" ] || fail "the program is still there"
+[ "$(cat "$installed"/*.xml | sha256sum)" = "$log" ] || fail "uninstalling has changed the log"
+
+say "made $zip and $setup"
+ls -l "$zip" "$setup"

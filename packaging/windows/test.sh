@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Runs every test as a Windows program under Wine, with a registry and a drive C: that are thrown away afterwards, and
+# takes the tour through the program on Wine's windows. Tells each difference from the tests on Linux.
+#   packaging/windows/test.sh            everything
+#   packaging/windows/test.sh --quick    the tests of core, store and astro, and those of the main window
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+source packaging/windows/libraries.sh
+
+need "${wine_packages[@]}" "${run_packages[@]}" "${display_packages[@]}" libxml2-utils poppler-utils
+
+if [ "${1:-}" = --quick ]; then
+    packaging/windows/build.sh --target tarno tests/{core,store,astro}/all tst_fTarno
+    source packaging/windows/own-wine.sh
+    names=$(basename --multiple --suffix=.cpp tests/{core,store,astro}/tst_*.cpp | paste --serial --delimiters='|')
+    ctest --preset windows --tests-regex "^($names|tst_fTarno)\$"
+    exit
+fi
+
+packaging/windows/build.sh
+source packaging/windows/own-wine.sh
+failed=
+ctest --preset windows || failed=yes
+
+# what the tests of a build have counted: name, passed, skipped; a program that is no Qt Test counts as one
+counts() {
+    awk '/^[0-9]+\/[0-9]+ Testing: / { name = $3; passed[name] = skipped[name] = 0 }
+        /^Totals: / { passed[name] += $2; skipped[name] += $6 }
+        /^Test Passed\./ { if (!passed[name]) passed[name] = 1 }
+        END { for (name in passed) print name, passed[name], skipped[name] }' \
+        "build/$1/Testing/Temporary/LastTest.log" | sort
+}
+
+if [ ! -e build/dev/Testing/Temporary/LastTest.log ]; then
+    say "running the tests on Linux, to compare"
+    scripts/test.sh --quick || fail "they fail on Linux"
+fi
+say "what differs from Linux"
+join -a 1 -a 2 -e - -o 0,1.2,1.3,2.2,2.3 <(counts dev) <(counts windows) | awk '
+    { linux += $2; linuxSkipped += $3; windows += $4; windowsSkipped += $5 }
+    $4 == "-" { print "    " $1 ": not on Windows (" $2 " passed on Linux)"; next }
+    $2 == "-" { print "    " $1 ": only on Windows (" $4 " passed)"; next }
+    $2 != $4 || $3 != $5 { printf "    %s: %d passed and %d skipped on Linux, %d and %d on Windows\n", $1, $2, $3, $4, $5 }
+    END {
+        printf "    in all %d passed and %d skipped on Linux, %d and %d on Windows\n",
+            linux, linuxSkipped, windows, windowsSkipped
+    }'
+say "why tests were skipped"
+awk '/^[0-9]+\/[0-9]+ Testing: / { name = $3 }
+    /^SKIP/ { line = $0; sub(/^SKIP *: */, "", line); print "    " line }' \
+    build/windows/Testing/Temporary/LastTest.log | tr -d '\r'
+
+say "taking the tour on Wine's windows"
+TARNO_TOUR=build/windows/tour scripts/tour.sh packaging/windows/tarno-under-wine.sh || failed=yes
+[ -z "$failed" ] || fail "not every test has passed"
+say "all tests have passed as Windows programs"
