@@ -126,8 +126,14 @@ void RecordTable::Replace(const Record& record)
     const std::string key = record.Text(0);
     const pugi::xml_node old = Get(key).Node();
     pugi::xml_node data = m_file.Data();
-    m_byKey[key] = Stored(data.insert_copy_after(record.View().Node(), old));
+    const pugi::xml_node stored = Stored(data.insert_copy_after(record.View().Node(), old));
     data.remove_child(old);
+    const pugi::xml_node storedKey = stored.child(m_names.key);
+    if (storedKey && TextOf(storedKey) == key) {
+        m_byKey[key] = stored;
+    } else {
+        Rebuild(); // what stands first in the record is not its key
+    }
 }
 
 void RecordTable::Remove(const std::string& key)

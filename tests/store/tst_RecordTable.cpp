@@ -91,6 +91,7 @@ private Q_SLOTS:
     void append_recordWithoutChildren_isObjectNotSet();
     void replace_aRecord_keepsItsPlace();
     void replace_keyTwice_replacesTheFirst();
+    void replace_byAnotherKey_isFoundUnderThatOne();
     void replace_missingKey_isObjectNotSet();
     void remove_aRecord_onlyThatOne();
     void remove_keyTwice_removesTheFirst();
@@ -284,6 +285,18 @@ void tst_RecordTable::replace_keyTwice_replacesTheFirst()
     test.table.Replace(Made("1", "new"));
     QCOMPARE(test.table.List().at(0).Text(1), "new"s);
     QCOMPARE(test.table.List().at(1).Text(1), "second"s);
+}
+
+void tst_RecordTable::replace_byAnotherKey_isFoundUnderThatOne()
+{
+    Table test(Data(Location("1", "first") + Location("2", "second") +
+                    "<location><Number>1</Number><LocNo>2</LocNo></location>"));
+    test.table.Replace(Record(test.table.List().at(2)));
+    QCOMPARE(test.table.Get("2").Text(0), "1"s);
+    QCOMPARE(RaisedNumber([&] { test.table.Get("1"); }), 91);
+    test.table.Remove("2");
+    QCOMPARE(test.Keys(), (Texts{"2", "1"}));
+    QCOMPARE(test.table.Get("2").Text(1), "second"s);
 }
 
 void tst_RecordTable::replace_missingKey_isObjectNotSet()
