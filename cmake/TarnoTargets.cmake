@@ -46,6 +46,14 @@ function(tarno_floor)
     endif()
 endfunction()
 
+# tarno_offscreen(<program>)
+# The program can run without a display, also where Qt is linked statically.
+function(tarno_offscreen program)
+    if(WIN32)
+        qt_import_plugins(${program} INCLUDE Qt6::QOffscreenIntegrationPlugin)
+    endif()
+endfunction()
+
 # tarno_test(NAME tst_<class> [LINK <floors>] [SOURCES <files besides tst_<class>.cpp>])
 # One Qt Test program; it runs without a display, links its own floor, and may read the files
 # beside its source and the files that ship (TARNO_TEST_DATA, TARNO_SHIPPED_DATA).
@@ -54,6 +62,7 @@ function(tarno_test)
     add_executable(${TEST_NAME} ${TEST_NAME}.cpp ${TEST_SOURCES})
     set_target_properties(${TEST_NAME} PROPERTIES AUTOMOC ON)
     target_link_libraries(${TEST_NAME} PRIVATE ${TEST_LINK} Qt6::Test)
+    tarno_offscreen(${TEST_NAME})
     target_include_directories(${TEST_NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_compile_definitions(${TEST_NAME} PRIVATE
         TARNO_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data"

@@ -28,6 +28,7 @@ qt_options=(
     -DFEATURE_icu=OFF
     -DFEATURE_network=OFF
     -DFEATURE_opengl=OFF
+    -DFEATURE_opengl_dynamic=OFF
     -DFEATURE_pkg_config=OFF
     -DFEATURE_sql=OFF
     -DFEATURE_tabletevent=OFF
@@ -56,10 +57,10 @@ have_libraries() {
 # build_libraries: gets the sources through the package client and builds them; says nothing when that was done before
 build_libraries() {
     have_libraries && return
-    local folder scratch
+    local folder
     folder=$(libraries_folder)
-    scratch=$(mktemp -d)
-    trap 'rm -rf "$scratch"' RETURN
+    scratch=$(mktemp -d) # not local: it goes with the script
+    trap 'rm -rf "$scratch"' EXIT
     say "getting the sources of Qt and pugixml"
     get_sources "$scratch" qt6-base qt6-imageformats pugixml >"$scratch/log" 2>&1 || {
         tail -n 20 "$scratch/log" >&2
