@@ -7,6 +7,12 @@ root=$(realpath "$(dirname "$0")/../..")
 export WINEPREFIX=${WINEPREFIX:-$root/build/windows/wine} WINEDEBUG=${WINEDEBUG:--all}
 # no installers of further parts, no files in the user's menus
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=d"
+# otherwise what a test says goes to the debugger
+export QT_FORCE_STDERR_LOGGING=1
 # the fonts of the offscreen platform; the Windows platform has Wine's
 export QT_QPA_FONTDIR=${QT_QPA_FONTDIR:-/usr/share/fonts/truetype/dejavu}
+# Wine keeps what is meant for Qt on Linux to itself
+for name in "${!QT_@}"; do
+    export "WINE$name=${!name}"
+done
 exec /usr/lib/wine/wine64 "$@"

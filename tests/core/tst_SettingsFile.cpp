@@ -177,6 +177,7 @@ void tst_SettingsFile::write_thatFails_leavesTheSettingAsItWas()
 
 void tst_SettingsFile::systemStore_liesInTheUsersConfigurationFolder()
 {
+    NOT_ON_WINDOWS("a configuration folder");
     const TemporaryFolder folder;
     ScriptedFileOperations operations;
     qputenv("HOME", QByteArray::fromStdString(folder.PathOf("home")));

@@ -49,7 +49,6 @@ private Q_SLOTS:
     void exchange_theWayOutIsBlocked_changesNothing();
     void writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime_data();
     void writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime();
-    void writeOver_hiddenFile_staysHidden();
     void remove_heldFile_isPermissionDenied();
     void append_heldFile_isPermissionDenied();
     void readWholeFile_heldFile_isPermissionDenied();
@@ -186,18 +185,6 @@ void tst_WindowsFileOperations::writeOver_heldFile_isPermissionDeniedAndWrittenT
     QCOMPARE(RaisedNumber(write), 0);
     QCOMPARE(folder.Names(), Texts{"tarno.xml"});
     QCOMPARE(folder.Read("tarno.xml"), "new"s);
-}
-
-void tst_WindowsFileOperations::writeOver_hiddenFile_staysHidden()
-{
-    const TemporaryFolder folder;
-    folder.Write("tarno.xml", "old");
-    const std::wstring path = Native(folder.PathOf("tarno.xml"));
-    QVERIFY(::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN) != 0);
-    SafeWriter(*m_operations)
-        .WriteOver(folder.PathOf("tarno.xml"), "new", {SafeWriter::FingerprintOf("old")});
-    QCOMPARE(folder.Read("tarno.xml"), "new"s);
-    QVERIFY((::GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
 }
 
 void tst_WindowsFileOperations::remove_heldFile_isPermissionDenied()
