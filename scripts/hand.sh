@@ -96,6 +96,13 @@ expect() {
     tell "$1: $2"
 }
 
+# typed_path <path>: as the program wants it; TARNO_DRIVE names the drive under which it sees /
+typed_path() {
+    local path=$1
+    [ -z "${TARNO_DRIVE:-}" ] || path=$TARNO_DRIVE${path//\//\\}
+    printf '%s' "$path"
+}
+
 # export_report <PDF or RTF> <name> [picture]: from the preview, which is the active window, into $out
 export_report() {
     local preview key suffix=pdf head=%PDF-
@@ -108,7 +115,7 @@ export_report() {
     keys "alt+${key,,}"
     window "Save Report to $1"
     keys ctrl+a
-    type_text "$PWD/$out/$2"
+    type_text "$(typed_path "$PWD/$out/$2")"
     [ -z "${3:-}" ] || picture "$3" "where the $1 goes"
     keys Return
     window "$preview"

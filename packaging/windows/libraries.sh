@@ -11,6 +11,7 @@ windows_packages=(
 )
 # what runs Windows programs here
 wine_packages=(
+    fonts-wine
     wine
     wine64
 )

@@ -8,6 +8,7 @@ cd "$(dirname "$0")/../.."
 source packaging/windows/libraries.sh
 
 need nsis unzip zip "${wine_packages[@]}" "${run_packages[@]}" "${display_packages[@]}" libxml2-utils
+source packaging/windows/own-wine.sh
 packaging/windows/build.sh
 
 out=build/windows
@@ -22,7 +23,6 @@ rm -f "$zip"
 say "packing $setup"
 makensis -V2 "-DVERSION=$version" "-DFROM=$PWD/$out/Tarno" "-DOUT=$PWD/$setup" packaging/windows/tarno.nsi || fail "the installer could not be made"
 
-source packaging/windows/own-wine.sh
 trial=$out/first-trip
 rm -rf "$trial"
 

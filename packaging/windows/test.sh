@@ -9,16 +9,16 @@ source packaging/windows/libraries.sh
 
 need "${wine_packages[@]}" "${run_packages[@]}" "${display_packages[@]}" libxml2-utils poppler-utils
 
+source packaging/windows/own-wine.sh
+
 if [ "${1:-}" = --quick ]; then
     packaging/windows/build.sh --target tarno tests/{core,store,astro}/all tst_fTarno
-    source packaging/windows/own-wine.sh
     names=$(basename --multiple --suffix=.cpp tests/{core,store,astro}/tst_*.cpp | paste --serial --delimiters='|')
     ctest --preset windows --tests-regex "^($names|tst_fTarno)\$"
     exit
 fi
 
 packaging/windows/build.sh
-source packaging/windows/own-wine.sh
 failed=
 ctest --preset windows || failed=yes
 
@@ -51,6 +51,6 @@ awk '/^[0-9]+\/[0-9]+ Testing: / { name = $3 }
     build/windows/Testing/Temporary/LastTest.log | tr -d '\r'
 
 say "taking the tour on Wine's windows"
-TARNO_TOUR=build/windows/tour scripts/tour.sh packaging/windows/tarno-under-wine.sh || failed=yes
+TARNO_TOUR=build/windows/tour TARNO_DRIVE=Z: scripts/tour.sh packaging/windows/tarno-under-wine.sh || failed=yes
 [ -z "$failed" ] || fail "not every test has passed"
 say "all tests have passed as Windows programs"

@@ -10,7 +10,7 @@ export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=d"
 # otherwise what a test says goes to the debugger
 export QT_FORCE_STDERR_LOGGING=1
 # the fonts of the offscreen platform; the Windows platform has Wine's
-export QT_QPA_FONTDIR=${QT_QPA_FONTDIR:-/usr/share/fonts/truetype/dejavu}
+export QT_QPA_FONTDIR=${QT_QPA_FONTDIR:-$WINEPREFIX/fonts}
 # Wine keeps what is meant for Qt on Linux to itself
 for name in "${!QT_@}"; do
     export "WINE$name=${!name}"

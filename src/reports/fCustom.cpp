@@ -11,6 +11,9 @@
 
 #include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <algorithm>
 
 namespace
 {
@@ -61,6 +64,11 @@ void fCustom::Form_Load()
         auto* item = new QListWidgetItem(FromUtf8(field.Text(FieldField::Desc)), m_ui->lstField);
         item->setData(numberRole, number);
     }
+    // usual descriptions stand there whole, in any font
+    const int widest =
+        m_ui->lstField->sizeHintForColumn(0) + m_ui->lstField->verticalScrollBar()->sizeHint().width();
+    m_ui->lstField->setMinimumWidth(
+        std::clamp(widest, m_ui->lstField->minimumWidth(), 2 * m_ui->lstField->minimumWidth()));
     m_ui->lstField->setCurrentRow(0);
 }
 

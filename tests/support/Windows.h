@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
@@ -32,6 +33,13 @@ inline QPoint ClickPoint(const QWidget& widget)
     const bool marked = qobject_cast<const QRadioButton*>(&widget) != nullptr ||
                         qobject_cast<const QCheckBox*>(&widget) != nullptr;
     return marked ? QPoint(withinMark, widget.height() / 2) : widget.rect().center();
+}
+
+/// Lets the event loop look whether it is to end: Qt's dispatcher for Windows forgets it when events were
+/// processed within the one that has ended it, and then sleeps on.
+inline void EndLoop()
+{
+    QAbstractEventDispatcher::instance()->wakeUp();
 }
 
 /// Presses and releases a mouse button over `widget`.
@@ -70,15 +78,16 @@ inline void Type(const QWidget& window, const char* text)
 }
 
 /// Runs `open`, which blocks until a modal window is closed, and meanwhile `steps` on that window, which have
-/// to close it. A window that does not open or stays open fails the test.
+/// to close it. A window that does not open or stays open fails the test. It may open over the modal window
+/// `below`.
 template <typename Open, typename Steps>
-void WhileOpen(Open&& open, Steps&& steps)
+void WhileOpen(Open&& open, Steps&& steps, const QWidget* below = nullptr)
 {
     bool opened = false;
     QTimer driver;
     QObject::connect(&driver, &QTimer::timeout, &driver, [&] {
         auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (window == nullptr) {
+        if (window == nullptr || window == below) {
             return;
         }
         opened = true;
@@ -93,6 +102,7 @@ void WhileOpen(Open&& open, Steps&& steps)
             }
             window->done(QDialog::Rejected);
         }
+        EndLoop();
     });
     driver.start(0);
     std::forward<Open>(open)();

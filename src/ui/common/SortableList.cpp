@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 
 #include <utility>
 
@@ -37,12 +38,15 @@ void SortableList::FitColumns(const QStringList& samples, int stretched)
 {
     const int margins = 4 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header()) +
                         style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, header());
+    int widths = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
     for (int column = 0; column < m_model->columnCount(); ++column) {
         const QString heading = m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
         const int width = std::max(fontMetrics().horizontalAdvance(samples.value(column)),
                                    header()->fontMetrics().horizontalAdvance(heading));
         setColumnWidth(column, width + margins);
+        widths += width + margins;
     }
+    setMinimumWidth(widths);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(stretched, QHeaderView::Stretch);
 }

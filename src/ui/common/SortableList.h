@@ -18,7 +18,8 @@ public:
 
     /// To be called once, before rows are set.
     void SetHeadings(const QStringList& headings);
-    /// Fits each column to its heading and a sample text; the column `stretched` takes what is left.
+    /// Fits each column to its heading and a sample text; the column `stretched` takes what is left. The list
+    /// is at least so wide that all of them fit.
     void FitColumns(const QStringList& samples, int stretched);
 
     /// Shows these rows instead. The row selected before, known by its key, is selected again, otherwise

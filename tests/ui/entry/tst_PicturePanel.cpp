@@ -1,5 +1,6 @@
 #include "EntryTest.h"
 #include "support/Pictures.h"
+#include "support/Platform.h"
 
 #include <QScrollBar>
 #include <QSlider>
@@ -579,18 +580,23 @@ void tst_PicturePanel::path_ofAnyValidName_isKept_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("blanks") << " a big  fish .png";
-    QTest::newRow("blank at the end") << "fish.png ";
     QTest::newRow("accents") << QStringLiteral(u"Nud\u00E9l \u00DF.png");
     QTest::newRow("decomposed accent") << QStringLiteral(u"Nude\u0301l.png");
     QTest::newRow("Japanese") << QStringLiteral(u"\u9BDB\u306E\u5199\u771F.png");
     QTest::newRow("beyond the first plane") << QStringLiteral(u"\U0001F41F.png");
-    QTest::newRow("quotes") << "the 'big' \"one\".png";
     QTest::newRow("percent and hash") << "100%20 #1 50%.png";
-    QTest::newRow("markup") << "<b>&amp;.png";
+    QTest::newRow("quotes") << "the 'big' one.png";
+    QTest::newRow("reference") << "&amp;.png";
     QTest::newRow("no suffix") << "fish";
     QTest::newRow("for a dense display") << "fish@2x.png";
-    QTest::newRow("wildcards") << "fish[1]*?.png";
-    QTest::newRow("looks like a resource") << "qrc:fish.png";
+    QTest::newRow("brackets") << "fish[1].png";
+    if constexpr (!isWindows) { // whose files have no such names
+        QTest::newRow("blank at the end") << "fish.png ";
+        QTest::newRow("double quotes") << "the \"one\".png";
+        QTest::newRow("markup") << "<b>.png";
+        QTest::newRow("wildcards") << "fish*?.png";
+        QTest::newRow("looks like a resource") << "qrc:fish.png";
+    }
 }
 
 void tst_PicturePanel::path_ofAnyValidName_isKept()

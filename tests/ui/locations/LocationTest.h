@@ -27,31 +27,7 @@ void EditLocation(TestProgram& program, int key, Steps&& steps)
 template <typename Open, typename Steps>
 void WhileOpenOver(const QWidget& below, Open&& open, Steps&& steps)
 {
-    bool opened = false;
-    QTimer driver;
-    QObject::connect(&driver, &QTimer::timeout, &driver, [&] {
-        auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (window == nullptr || window == &below) {
-            return;
-        }
-        driver.stop();
-        opened = true;
-        if (!QTest::qWaitForWindowActive(window)) {
-            QTest::qFail("the window does not become active", __FILE__, __LINE__);
-        }
-        steps(*window);
-        if (window->isVisible()) {
-            if (!QTest::currentTestFailed()) {
-                QTest::qFail("the window was left open", __FILE__, __LINE__);
-            }
-            window->done(QDialog::Rejected);
-        }
-    });
-    driver.start(0);
-    std::forward<Open>(open)();
-    if (!opened) {
-        QTest::qFail("no window was opened", __FILE__, __LINE__);
-    }
+    WhileOpen(std::forward<Open>(open), std::forward<Steps>(steps), &below);
 }
 
 /// Goes to the box on the page that is shown and replaces its text by typing; the box keeps the focus.
