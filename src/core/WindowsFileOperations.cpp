@@ -99,16 +99,16 @@ public:
     bool Exchange(const std::string& from, const std::string& to) override
     {
         const std::string out = from + std::string(outSuffix);
-        if (!TakePlace(from, to, out)) {
-            switch (::GetLastError()) {
-            case ERROR_FILE_NOT_FOUND:
-                return false;
-            case ERROR_UNABLE_TO_MOVE_REPLACEMENT_2: // half done: what stood at `to` has gone out already
-                Move(out, to);
-                throw Error(ErrorNumber::PermissionDenied);
-            default:
-                throw LastError();
-            }
+        switch (const DWORD failure = TakePlace(from, to, out); failure) {
+        case ERROR_SUCCESS:
+            break;
+        case ERROR_FILE_NOT_FOUND:
+            return false;
+        case ERROR_UNABLE_TO_MOVE_REPLACEMENT_2: // half done: what stood at `to` has gone out already
+            Move(out, to);
+            throw Error(ErrorNumber::PermissionDenied);
+        default:
+            throw ErrorOf(failure);
         }
         try {
             Move(out, from);
@@ -145,10 +145,13 @@ public:
 
 private:
     /// `from` takes the place of `to`, whose attributes and rights it gets; what stood there goes `out`.
-    static bool TakePlace(const std::string& from, const std::string& to, const std::string& out)
+    /// Returns what the operating system says.
+    static DWORD TakePlace(const std::string& from, const std::string& to, const std::string& out)
     {
         return ::ReplaceFileW(ToPath(to).c_str(), ToPath(from).c_str(), ToPath(out).c_str(), 0, nullptr,
-                              nullptr) != 0;
+                              nullptr) != 0
+                   ? ERROR_SUCCESS
+                   : ::GetLastError();
     }
 
     static void Move(const std::string& from, const std::string& to)

@@ -1,8 +1,8 @@
 #include "WindowsHandle.h"
 
-Error LastError()
+Error ErrorOf(DWORD code)
 {
-    switch (::GetLastError()) {
+    switch (code) {
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
         return Error(ErrorNumber::DiskFull);
@@ -28,6 +28,11 @@ Error LastError()
     default:
         return Error(ErrorNumber::PathFileAccess);
     }
+}
+
+Error LastError()
+{
+    return ErrorOf(::GetLastError());
 }
 
 void Check(bool success)

@@ -5,7 +5,10 @@
 #include <utility>
 #include <windows.h>
 
-/// What the last call of the operating system has failed with, as this program counts errors.
+/// What the operating system calls `code`, as this program counts errors.
+Error ErrorOf(DWORD code);
+
+/// What its last call has failed with.
 Error LastError();
 
 /// Throws LastError unless the call went well.
