@@ -2,7 +2,7 @@
 ; folder; what the user may have changed there is never written over and never removed.
 ;   makensis -DVERSION=<version> -DFROM=<folder> -DOUT=<installer> packaging/windows/tarno.nsi
 
-Unicode true
+Target amd64-unicode
 ManifestDPIAware true
 RequestExecutionLevel user
 SetCompressor /SOLID lzma
@@ -12,6 +12,7 @@ SetCompressor /SOLID lzma
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tarno"
 
 Name "Tarno"
+BrandingText "Tarno ${VERSION}"
 OutFile "${OUT}"
 InstallDir "$LOCALAPPDATA\Programs\Tarno"
 InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
