@@ -40,7 +40,11 @@ say "the long form, in two lanes; each part's output lies in $out"
 export TARNO_SAFETY=long QTEST_FUNCTION_TIMEOUT=14400000 QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 {
     for test in build/dev/tests/safety/*/tst_*; do
-        [ ! -f "$test" ] || [ ! -x "$test" ] || part "$(basename "$test")" "$test"
+        [ -f "$test" ] && [ -x "$test" ] || continue
+        # thousands of saves whose synchronising proves nothing: in memory they take minutes; the kills choose themselves
+        place=/dev/shm
+        [[ $test != */kills/* && -w $place ]] || place=/tmp
+        TMPDIR=$place part "$(basename "$test")" "$test"
     done
 } &
 {
