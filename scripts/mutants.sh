@@ -39,7 +39,6 @@ while IFS=$'\t' read -r file expression what; do
     [[ $file != "#"* ]] || continue
     # the tests of the mutated file first: they are the most likely ones
     own=tst_$(basename "${file%.*}")
-    own=${own/PosixFile/File}
     sed -E -i "$expression" "$tree/src/$file"
     red="NOT CAUGHT"
     if cmp -s "src/$file" "$tree/src/$file"; then
