@@ -99,7 +99,14 @@ public:
     bool Exchange(const std::string& from, const std::string& to) override
     {
         const std::string out = from + std::string(outSuffix);
-        switch (const DWORD failure = TakePlace(from, to, out); failure) {
+        DWORD failure = TakePlace(from, to, out);
+        for (int turn = 0; turn < shortTurns && (failure == ERROR_SHARING_VIOLATION ||
+                                                 (failure == ERROR_FILE_NOT_FOUND && ComesBack(to)));
+             ++turn) {
+            ::Sleep(shortTurn);
+            failure = TakePlace(from, to, out);
+        }
+        switch (failure) {
         case ERROR_SUCCESS:
             break;
         case ERROR_FILE_NOT_FOUND:
@@ -144,6 +151,10 @@ public:
     }
 
 private:
+    // another program that reads, scans or exchanges the file is soon done with it
+    static constexpr int shortTurns = 10;
+    static constexpr DWORD shortTurn = 10; // milliseconds
+
     /// `from` takes the place of `to`, whose attributes and rights it gets; what stood there goes `out`.
     /// Returns what the operating system says.
     static DWORD TakePlace(const std::string& from, const std::string& to, const std::string& out)

@@ -3,10 +3,19 @@
 
 #include <algorithm>
 
+static HANDLE Opened(const std::string& path)
+{
+    return ::CreateFileW(ToPath(path).c_str(), GENERIC_READ, shareAll, nullptr, OPEN_EXISTING,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
 std::string ReadWholeFile(const std::string& path)
 {
-    const Handle file(::CreateFileW(ToPath(path).c_str(), GENERIC_READ, shareAll, nullptr, OPEN_EXISTING,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+    HANDLE handle = Opened(path);
+    if (handle == INVALID_HANDLE_VALUE && ::GetLastError() == ERROR_FILE_NOT_FOUND && ComesBack(path)) {
+        handle = Opened(path);
+    }
+    const Handle file(handle);
     if (!file) {
         const Error error = LastError();
         throw error.Number() == ErrorNumber::PathNotFound ? Error(ErrorNumber::FileNotFound) : error;

@@ -1,6 +1,7 @@
 #include "EveryOperation.h"
 #include "safety/Form.h"
 #include "support/PeakMemory.h"
+#include "support/Platform.h"
 
 #include <QProcess>
 #include <QtTest>
@@ -131,7 +132,9 @@ void tst_HugeFiles::hugeFile_isReadOrLeftAloneInBoundedMemory()
         QCOMPARE(ReadXml(after).fault, std::string());
     }
     QCOMPARE(folder.Names(), names);
-    const std::size_t most = timesItsSize * bytes.size() / megabyte + 16;
+    // on Windows the libraries are a part of the program
+    constexpr std::size_t programItself = isWindows ? 40 : 16;
+    const std::size_t most = timesItsSize * bytes.size() / megabyte + programItself;
     m_figures << QStringLiteral("%1 %2 MB").arg(QLatin1String(QTest::currentDataTag())).arg(peak);
     QVERIFY(peak > bytes.size() / megabyte);
     QVERIFY2(!memoryCounts || peak <= most, ("more than " + std::to_string(most) + " MB").c_str());

@@ -268,7 +268,7 @@ void tst_HostileNames::starter_ofWhatIsNoProgram_fails()
         DesktopProgramStarter().Start(FromUtf8(folder.PathOf(name)), {});
         QFAIL("started");
     } catch (const Error& error) {
-        QVERIFY(error.Description().find(name) != std::string::npos);
+        QVERIFY(error.Description().find(folder.PathOf(name)) != std::string::npos);
     }
     QVERIFY(Tree(folder) == before);
 }
@@ -324,7 +324,9 @@ void tst_HostileNames::picturePath_isOnlyEverRead()
     Attended([&] { dlgLocMaint(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
     QVERIFY(Tree(program.folder) == before);
     QCOMPARE(program.StoredEntry(1, EntryField::Picture), name);
-    const bool isNoPicture = name.ends_with("passwd") || name.starts_with("/dev") || name == "pipe";
+    // none of them is there on Windows
+    const bool isNoPicture =
+        !isWindows && (name.ends_with("passwd") || name.starts_with("/dev") || name == "pipe");
     QCOMPARE(answers.count > 0, isNoPicture && !name.starts_with("file"));
 }
 
