@@ -3,16 +3,17 @@
 #include <QtGlobal>
 
 #include <cstddef>
+#include <fstream>
+#include <string>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
 // needs windows.h
 #include <psapi.h>
-#else
-#include <sys/resource.h>
 #endif
 
-/// The most memory that this process ever used, in megabytes.
+/// The most memory that this process ever used, in megabytes; that of the process that started it does not
+/// count.
 inline std::size_t PeakMegabytes()
 {
 #ifdef Q_OS_WIN
@@ -20,8 +21,12 @@ inline std::size_t PeakMegabytes()
     ::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
     return counters.PeakWorkingSetSize / 1024 / 1024;
 #else
-    rusage usage{};
-    ::getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::size_t>(usage.ru_maxrss) / 1024;
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    while (status >> word && word != "VmHWM:") {
+    }
+    std::size_t kilobytes = 0;
+    status >> kilobytes;
+    return kilobytes / 1024;
 #endif
 }
