@@ -8,8 +8,8 @@ cd "$(dirname "$0")/.."
 list=tests/safety/faults/mutants.txt
 scratch=$PWD/build/mutants
 tree=$scratch/tree
-tests=(tst_SafeWriter tst_FileOperations tst_PosixFileOperations tst_Paths tst_DataFile tst_FailedSaves tst_cSQL tst_ErrorLog
-    tst_SettingsFile tst_OtherPrograms tst_RecordFamilies tst_DamagedFiles tst_ScriptedFaults tst_FaultyDisk
+tests=(tst_SafeWriter tst_FileOperations tst_PosixFileOperations tst_Paths tst_DataFile tst_FailedSaves tst_cSQL
+    tst_ErrorLog tst_SettingsFile tst_OtherPrograms tst_RecordFamilies tst_DamagedFiles tst_ScriptedFaults tst_FaultyDisk
     tst_FullDisk)
 
 rm -rf "$tree"

@@ -43,7 +43,7 @@ export TARNO_SAFETY=long QTEST_FUNCTION_TIMEOUT=14400000 QT_QPA_PLATFORM=offscre
         [ -f "$test" ] && [ -x "$test" ] || continue
         # thousands of saves whose synchronising proves nothing: in memory they take minutes; the kills choose themselves
         place=/dev/shm
-        [[ $test != */kills/* && -w $place ]] || place=/tmp
+        [[ $test != */kills/* && -w $place ]] || place=${TMPDIR:-/tmp}
         TMPDIR=$place part "$(basename "$test")" "$test"
     done
 } &

@@ -6,7 +6,6 @@ source scripts/packages.sh
 windows_packages=(
     dpkg-dev
     g++-mingw-w64-x86-64-posix
-    icoutils
     librsvg2-bin
 )
 # what runs Windows programs here

@@ -21,7 +21,8 @@ rm -f "$zip"
 (cd "$out" && zip --quiet --recurse-paths "${zip##*/}" Tarno)
 
 say "packing $setup"
-makensis -V2 "-DVERSION=$version" "-DFROM=$PWD/$out/Tarno" "-DOUT=$PWD/$setup" packaging/windows/tarno.nsi || fail "the installer could not be made"
+makensis -V2 "-DVERSION=$version" "-DFROM=$PWD/$out/Tarno" "-DOUT=$PWD/$setup" packaging/windows/tarno.nsi ||
+    fail "the installer could not be made"
 
 trial=$out/first-trip
 rm -rf "$trial"

@@ -1,6 +1,7 @@
 #include "Error.h"
 #include "FileOperations.h"
 #include "Paths.h"
+#include "WindowsExchange.h"
 #include "WindowsHandle.h"
 
 #include <algorithm>

@@ -2,7 +2,6 @@
 
 #include "Error.h"
 
-#include <string>
 #include <utility>
 #include <windows.h>
 
@@ -43,8 +42,3 @@ private:
 
 /// Whoever reads does not stand in the way of a program that writes, replaces or removes.
 inline constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-/// To be called when there is no file at `path`: an exchange may be under way, or a program may have been
-/// killed amid one. Waits for the file to come, or brings back what went out when that takes too long; false
-/// when the file is really missing.
-bool ComesBack(const std::string& path);

@@ -1,4 +1,5 @@
 #include "Paths.h"
+#include "WindowsExchange.h"
 #include "WindowsHandle.h"
 
 #include <algorithm>

@@ -402,8 +402,13 @@ private:
         std::vector<std::string> temporaries;
         std::string goingOut; // where an exchange takes several steps
         for (const auto& [name, bytes] : others) {
-            if (!m_others.contains(name)) {
-                (name.ends_with(FileOperations::outSuffix) ? goingOut : temporaries.emplace_back()) = name;
+            if (m_others.contains(name)) {
+                continue;
+            }
+            if (name.ends_with(FileOperations::outSuffix)) {
+                goingOut = name;
+            } else {
+                temporaries.push_back(name);
             }
         }
         const bool isAmid =
