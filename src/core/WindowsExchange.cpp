@@ -2,10 +2,52 @@
 
 #include "FileOperations.h"
 #include "Paths.h"
+#include "WindowsHandle.h"
 
-#include <windows.h>
+static DWORD CodeOf(BOOL success)
+{
+    return success != 0 ? ERROR_SUCCESS : ::GetLastError();
+}
 
-bool ComesBack(const std::string& path)
+template <typename Step>
+DWORD WindowsExchange::Patiently(const std::string& to, const Step& step)
+{
+    constexpr int turns = 10;
+    constexpr DWORD milliseconds = 10;
+    DWORD code = step();
+    for (int turn = 0;
+         turn < turns && (code == ERROR_SHARING_VIOLATION || (code == ERROR_FILE_NOT_FOUND && ComesBack(to)));
+         ++turn) {
+        ::Sleep(milliseconds);
+        code = step();
+    }
+    return code;
+}
+
+bool WindowsExchange::Exchange(const std::string& from, const std::string& to)
+{
+    const std::string out = from + std::string(FileOperations::outSuffix);
+    DWORD code = Patiently(to, [&] { return TakePlace(from, to, out); });
+    switch (code) {
+    case ERROR_SUCCESS:
+        break;
+    case ERROR_FILE_NOT_FOUND:
+        return false;
+    case ERROR_UNABLE_TO_MOVE_REPLACEMENT_2: // half done: what stood at `to` has gone out already
+        Patiently(to, [&] { return Move(out, to); });
+        throw Error(ErrorNumber::PermissionDenied);
+    default:
+        throw ErrorOf(code);
+    }
+    code = Patiently(to, [&] { return Move(out, from); });
+    if (code != ERROR_SUCCESS) {
+        Patiently(to, [&] { return TakePlace(out, to, from); });
+        throw ErrorOf(code);
+    }
+    return true;
+}
+
+bool WindowsExchange::ComesBack(const std::string& path)
 {
     const std::wstring target = ToPath(path).wstring();
     const auto isThere = [&] { return ::GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES; };
@@ -26,4 +68,15 @@ bool ComesBack(const std::string& path)
         ::Sleep(milliseconds);
     }
     return true;
+}
+
+DWORD WindowsExchange::TakePlace(const std::string& from, const std::string& to, const std::string& out)
+{
+    return CodeOf(
+        ::ReplaceFileW(ToPath(to).c_str(), ToPath(from).c_str(), ToPath(out).c_str(), 0, nullptr, nullptr));
+}
+
+DWORD WindowsExchange::Move(const std::string& from, const std::string& to)
+{
+    return CodeOf(::MoveFileExW(ToPath(from).c_str(), ToPath(to).c_str(), MOVEFILE_WRITE_THROUGH));
 }

@@ -93,38 +93,13 @@ public:
         if (Exchange(from, to)) {
             ::DeleteFileW(ToPath(from).c_str()); // otherwise it goes with the other leftovers
         } else {
-            Move(from, to);
+            Check(::MoveFileExW(ToPath(from).c_str(), ToPath(to).c_str(), MOVEFILE_WRITE_THROUGH) != 0);
         }
     }
 
     bool Exchange(const std::string& from, const std::string& to) override
     {
-        const std::string out = from + std::string(outSuffix);
-        DWORD failure = TakePlace(from, to, out);
-        for (int turn = 0; turn < shortTurns && (failure == ERROR_SHARING_VIOLATION ||
-                                                 (failure == ERROR_FILE_NOT_FOUND && ComesBack(to)));
-             ++turn) {
-            ::Sleep(shortTurn);
-            failure = TakePlace(from, to, out);
-        }
-        switch (failure) {
-        case ERROR_SUCCESS:
-            break;
-        case ERROR_FILE_NOT_FOUND:
-            return false;
-        case ERROR_UNABLE_TO_MOVE_REPLACEMENT_2: // half done: what stood at `to` has gone out already
-            Move(out, to);
-            throw Error(ErrorNumber::PermissionDenied);
-        default:
-            throw ErrorOf(failure);
-        }
-        try {
-            Move(out, from);
-        } catch (const Error&) {
-            TakePlace(out, to, from);
-            throw;
-        }
-        return true;
+        return WindowsExchange().Exchange(from, to);
     }
 
     // the file system's own journal keeps names safe; there is nothing to call
@@ -149,26 +124,6 @@ public:
             bytes.remove_prefix(file.Write(bytes));
         }
         file.Close();
-    }
-
-private:
-    // another program that reads, scans or exchanges the file is soon done with it
-    static constexpr int shortTurns = 10;
-    static constexpr DWORD shortTurn = 10; // milliseconds
-
-    /// `from` takes the place of `to`, whose attributes and rights it gets; what stood there goes `out`.
-    /// Returns what the operating system says.
-    static DWORD TakePlace(const std::string& from, const std::string& to, const std::string& out)
-    {
-        return ::ReplaceFileW(ToPath(to).c_str(), ToPath(from).c_str(), ToPath(out).c_str(), 0, nullptr,
-                              nullptr) != 0
-                   ? ERROR_SUCCESS
-                   : ::GetLastError();
-    }
-
-    static void Move(const std::string& from, const std::string& to)
-    {
-        Check(::MoveFileExW(ToPath(from).c_str(), ToPath(to).c_str(), MOVEFILE_WRITE_THROUGH) != 0);
     }
 };
 

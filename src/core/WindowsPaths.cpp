@@ -13,7 +13,8 @@ static HANDLE Opened(const std::string& path)
 std::string ReadWholeFile(const std::string& path)
 {
     HANDLE handle = Opened(path);
-    if (handle == INVALID_HANDLE_VALUE && ::GetLastError() == ERROR_FILE_NOT_FOUND && ComesBack(path)) {
+    if (handle == INVALID_HANDLE_VALUE && ::GetLastError() == ERROR_FILE_NOT_FOUND &&
+        WindowsExchange::ComesBack(path)) {
         handle = Opened(path);
     }
     const Handle file(handle);
