@@ -24,4 +24,4 @@ packaging/windows/wine.sh wineboot --init >"$WINEPREFIX/log" 2>&1 || {
 packaging/windows/wine.sh cmd /c "ping -n 100000 127.0.0.1" >/dev/null 2>&1 &
 # the offscreen platform looks for fonts in one folder
 mkdir "$WINEPREFIX/fonts"
-ln -s /usr/share/fonts/truetype/{dejavu/DejaVuS,liberation/}*.ttf /usr/share/wine/fonts/*.ttf "$WINEPREFIX/fonts"
+ln -s /usr/share/fonts/truetype/{dejavu/DejaVuS,liberation/}*.ttf /usr/share/wine/fonts/tahoma*.ttf "$WINEPREFIX/fonts"

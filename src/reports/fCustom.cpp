@@ -65,10 +65,10 @@ void fCustom::Form_Load()
         item->setData(numberRole, number);
     }
     // usual descriptions stand there whole, in any font
+    const QListWidget& list = *m_ui->lstField;
     const int widest =
-        m_ui->lstField->sizeHintForColumn(0) + m_ui->lstField->verticalScrollBar()->sizeHint().width();
-    m_ui->lstField->setMinimumWidth(
-        std::clamp(widest, m_ui->lstField->minimumWidth(), 2 * m_ui->lstField->minimumWidth()));
+        list.sizeHintForColumn(0) + list.verticalScrollBar()->sizeHint().width() + 2 * list.frameWidth();
+    m_ui->lstField->setMinimumWidth(std::clamp(widest, list.minimumWidth(), 2 * list.minimumWidth()));
     m_ui->lstField->setCurrentRow(0);
 }
 
