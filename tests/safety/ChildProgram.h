@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Platform.h"
+
 #include <QProcess>
 #include <QString>
 #include <QtTest/QTest>
@@ -31,9 +33,13 @@ public:
         // a test that was stopped leaves nobody behind
         m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
 #endif
-        m_process.start();
-        if (!m_process.waitForStarted(-1)) {
-            qFatal("%s: %s", qPrintable(m_process.program()), qPrintable(m_process.errorString()));
+        for (int turns = 1; !Starts(); ++turns) {
+            constexpr int most = isWindows ? 20 : 1; // Wine does not always start a process at once
+            if (turns == most) {
+                qFatal("%s: %s", qPrintable(m_process.program()), qPrintable(m_process.errorString()));
+            }
+            qWarning("%s, turn %d", qPrintable(m_process.errorString()), turns);
+            QTest::qSleep(500);
         }
     }
 
@@ -86,5 +92,11 @@ public:
     }
 
 private:
+    bool Starts()
+    {
+        m_process.start();
+        return m_process.waitForStarted(-1);
+    }
+
     QProcess m_process;
 };
