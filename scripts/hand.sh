@@ -118,6 +118,10 @@ export_report() {
     type_text "$(typed_path "$PWD/$out/$2")"
     [ -z "${3:-}" ] || picture "$3" "where the $1 goes"
     keys Return
+    if [ -n "${TARNO_DRIVE:-}" ]; then # Wine leaves the focus with its dialog, which has gone
+        while xdotool search --onlyvisible --name "^Save Report to $1\$" >/dev/null; do sleep 0.1; done
+        xdotool search --onlyvisible --name "^$preview\$" windowactivate
+    fi
     window "$preview"
     expect "first bytes of the $1" "$(head -c 5 "$out/$2.$suffix")" "$head"
 }
