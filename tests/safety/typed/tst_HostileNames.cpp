@@ -21,6 +21,12 @@
 #include <map>
 #include <sstream>
 
+#ifdef Q_OS_WIN
+#include <QtCore/qt_windows.h>
+
+#include <shellapi.h>
+#endif
+
 // Names and paths that look like commands, markup or other places: they start nothing, write nowhere else and
 // show as what they are.
 
@@ -69,29 +75,96 @@ FileQuestion TideQuestion()
             .fileName = QStringLiteral("WXTide32.exe")};
 }
 
-/// A program that writes down how it was started, in the file "started" beside it.
-void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
+/// Waits for that file and returns what it holds; the test fails when it does not come.
+std::string Awaited(const TemporaryFolder& folder, const std::string& name)
 {
-    folder.Write(name, "#!/bin/sh\nfor word in \"$@\"; do printf '%s\\0' \"$word\"; done > \"${0%/*}/.new\"\n"
-                       "mv \"${0%/*}/.new\" \"${0%/*}/started\"\n");
-    std::filesystem::permissions(ToPath(folder.PathOf(name)), std::filesystem::perms::owner_all);
-}
-
-/// The arguments with which the recorder was started; the test fails when it was not.
-std::vector<std::string> Recorded(const TemporaryFolder& folder)
-{
-    const auto path = ToPath(folder.PathOf("started"));
+    const auto path = ToPath(folder.PathOf(name));
     if (!QTest::qWaitFor([&] { return std::filesystem::exists(path); })) {
         QTest::qFail("not started", __FILE__, __LINE__);
         return {};
     }
-    std::istringstream words(folder.Read("started"));
+    return folder.Read(name);
+}
+
+#ifdef Q_OS_WIN
+
+const std::string programSuffix = ".exe";
+const std::string textEditor = "notepad";
+
+/// Whether a file can have that name.
+bool IsFileName(const std::string& name)
+{
+    return name.find_first_of("<>:\"/\\|?*\n") == std::string::npos;
+}
+
+void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
+{
+    std::filesystem::copy_file(TARNO_RECORDER, ToPath(folder.PathOf(name)));
+}
+
+std::wstring CommandLine(const TemporaryFolder& folder)
+{
+    const QString record = FromUtf8(Awaited(folder, "started.txt"));
+    return record.left(record.lastIndexOf(QLatin1Char('\n'))).toStdWString();
+}
+
+std::vector<std::string> Recorded(const TemporaryFolder& folder)
+{
+    int count = 0;
+    wchar_t** words = ::CommandLineToArgvW(CommandLine(folder).c_str(), &count);
+    std::vector<std::string> arguments;
+    for (int index = 1; index < count; ++index) {
+        arguments.push_back(ToUtf8(QString::fromWCharArray(words[index])));
+    }
+    ::LocalFree(words);
+    return arguments;
+}
+
+std::string Edited(const TemporaryFolder& desktop)
+{
+    const std::wstring start = L"notepad.exe "; // and the path without quotation marks
+    const std::wstring commandLine = CommandLine(desktop);
+    return commandLine.starts_with(start) ? ToUtf8(QString::fromStdWString(commandLine.substr(start.size())))
+                                          : "another command line";
+}
+
+#else
+
+const std::string programSuffix;
+const std::string textEditor = "xdg-open";
+
+bool IsFileName(const std::string& /*name*/)
+{
+    return true;
+}
+
+/// A program that writes down how it was started.
+void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
+{
+    folder.Write(name, "#!/bin/sh\nfor word in \"$@\"; do printf '%s\\0' \"$word\"; done > \"${0%/*}/.new\"\n"
+                       "mv \"${0%/*}/.new\" \"${0%/*}/started.txt\"\n");
+    std::filesystem::permissions(ToPath(folder.PathOf(name)), std::filesystem::perms::owner_all);
+}
+
+/// The arguments with which the recorder was started.
+std::vector<std::string> Recorded(const TemporaryFolder& folder)
+{
+    std::istringstream words(Awaited(folder, "started.txt"));
     std::vector<std::string> arguments;
     for (std::string word; std::getline(words, word, '\0');) {
         arguments.push_back(word);
     }
     return arguments;
 }
+
+/// The file with which the text editor was started.
+std::string Edited(const TemporaryFolder& desktop)
+{
+    const std::vector<std::string> arguments = Recorded(desktop);
+    return arguments.size() == 1 ? arguments.front() : "not one argument";
+}
+
+#endif
 
 /// Counts the questions and answers them as Enter does.
 class Answers final : public MessageBoxes
@@ -221,8 +294,10 @@ void tst_HostileNames::tideProgram_thatIsNoFile_isAskedFor()
 
 void tst_HostileNames::tideProgram_withAHostileName_isStartedUnderIt()
 {
-    NOT_ON_WINDOWS("files with such names");
     QFETCH(std::string, name);
+    if (!IsFileName(name)) {
+        NOT_ON_WINDOWS("files with such names");
+    }
     TestProgram program;
     program.Start();
     program.folder.Write(name, "no program at all");
@@ -236,9 +311,12 @@ void tst_HostileNames::tideProgram_withAHostileName_isStartedUnderIt()
 
 void tst_HostileNames::starter_handsNothingToAShell()
 {
-    NOT_ON_WINDOWS("shell scripts");
     QFETCH(std::string, name);
+    if (!IsFileName(name)) {
+        NOT_ON_WINDOWS("files with such names");
+    }
     const TemporaryFolder folder;
+    name += programSuffix;
     WriteRecorder(folder, name);
     QStringList arguments;
     for (const std::string& argument : hostileNames) {
@@ -275,17 +353,22 @@ void tst_HostileNames::starter_ofWhatIsNoProgram_fails()
 
 void tst_HostileNames::textEditor_getsTheFileAsOneArgument()
 {
-    NOT_ON_WINDOWS("shell scripts");
     QFETCH(std::string, name);
+    if (!IsFileName(name)) {
+        NOT_ON_WINDOWS("files with such names");
+    }
     const TemporaryFolder desktop;
-    WriteRecorder(desktop, "xdg-open");
+    WriteRecorder(desktop, textEditor + programSuffix);
     const TemporaryFolder folder;
     folder.Write(name, "Bream\n");
     const QByteArray path = qgetenv("PATH");
+    const QString current = QDir::currentPath();
     qputenv("PATH", QByteArray::fromStdString(desktop.Path()) + ':' + path);
+    QDir::setCurrent(FromUtf8(desktop.Path())); // where Windows looks first
     DesktopProgramStarter().EditText(FromUtf8(folder.PathOf(name)));
+    QDir::setCurrent(current);
     qputenv("PATH", path);
-    QCOMPARE(Recorded(desktop), std::vector<std::string>{folder.PathOf(name)});
+    QCOMPARE(Edited(desktop), folder.PathOf(name));
     QCOMPARE(folder.Names(), std::vector<std::string>{name});
 }
 
