@@ -27,16 +27,17 @@ counts() {
     awk '/^[0-9]+\/[0-9]+ Testing: / { name = $3; passed[name] = skipped[name] = 0 }
         /^Totals: / { passed[name] += $2; skipped[name] += $6 }
         /^Test Passed\./ { if (!passed[name]) passed[name] = 1 }
-        END { for (name in passed) print name, passed[name], skipped[name] }' \
-        "build/$1/Testing/Temporary/LastTest.log" | sort
+        END { for (name in passed) print name, passed[name], skipped[name] }' "$1" | sort
 }
 
-if [ ! -e build/dev/Testing/Temporary/LastTest.log ]; then
+ran=build/windows/Testing/Temporary/LastTest.log
+ranOnLinux=build/dev/AllTests.log
+if [ ! -e $ranOnLinux ]; then
     say "running the tests on Linux, to compare"
     scripts/test.sh --quick || fail "they fail on Linux"
 fi
 say "what differs from Linux"
-join -a 1 -a 2 -e - -o 0,1.2,1.3,2.2,2.3 <(counts dev) <(counts windows) | awk '
+join -a 1 -a 2 -e - -o 0,1.2,1.3,2.2,2.3 <(counts $ranOnLinux) <(counts $ran) | awk '
     { linux += $2; linuxSkipped += $3; windows += $4; windowsSkipped += $5 }
     $4 == "-" { print "    " $1 ": not on Windows (" $2 " passed on Linux)"; next }
     $2 == "-" { print "    " $1 ": only on Windows (" $4 " passed)"; next }
@@ -46,7 +47,7 @@ join -a 1 -a 2 -e - -o 0,1.2,1.3,2.2,2.3 <(counts dev) <(counts windows) | awk '
             linux, linuxSkipped, windows, windowsSkipped
     }'
 say "why tests were skipped"
-sed -n 's/^SKIP *: */    /p' build/windows/Testing/Temporary/LastTest.log | tr -d '\r'
+sed -n 's/^SKIP *: */    /p' $ran | tr -d '\r'
 
 say "taking the tour on Wine's windows"
 TARNO_TOUR=build/windows/tour TARNO_DRIVE=Z: scripts/tour.sh packaging/windows/tarno-under-wine.sh || failed=yes
