@@ -8,9 +8,39 @@
 #include <QDir>
 #include <QStandardPaths>
 
+#ifdef Q_OS_WIN
+#include <QPalette>
+#include <QSettings>
+
+static bool UserWantsDarkPrograms()
+{
+    const QSettings theme(
+        QStringLiteral(
+            "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize"),
+        QSettings::NativeFormat);
+    return theme.value(QStringLiteral("AppsUseLightTheme"), 1).toInt() == 0;
+}
+#endif
+
 int main(int argc, char* argv[])
 {
+#ifdef Q_OS_WIN
+    constexpr const char* platform = "QT_QPA_PLATFORM";
+    const bool isDark = !qEnvironmentVariableIsSet(platform) && UserWantsDarkPrograms();
+    if (isDark) { // Windows' own style is light, Qt's takes any colours
+        qputenv(platform, "windows:darkmode=2");
+        QApplication::setStyle(QStringLiteral("fusion"));
+    }
+#endif
     QApplication application(argc, argv);
+#ifdef Q_OS_WIN
+    if (isDark) {
+        qunsetenv(platform); // it is not for the programs that this one starts
+        QPalette colours = QApplication::palette();
+        colours.setColor(QPalette::AlternateBase, colours.color(QPalette::Window)); // Qt's is a strong blue
+        QApplication::setPalette(colours);
+    }
+#endif
     QApplication::setApplicationName(QStringLiteral("Tarno"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setApplicationVersion(QStringLiteral(TARNO_VERSION));
