@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 source scripts/packages.sh
 
 program=$(realpath "${1:?usage: scripts/tour.sh PROGRAM}")
-out=${TARNO_TOUR:-build/tour}
+out=$(realpath --canonicalize-missing --relative-to=. "${TARNO_TOUR:-build/tour}")
 source scripts/hand.sh
 need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils poppler-utils
 on_virtual_display scripts/tour.sh "$program"

@@ -27,13 +27,12 @@ qt_options=(
     -DFEATURE_glib=OFF
     -DFEATURE_icu=OFF
     -DFEATURE_network=OFF
-    -DFEATURE_opengl=OFF
-    -DFEATURE_opengl_dynamic=OFF
     -DFEATURE_pkg_config=OFF
     -DFEATURE_sql=OFF
     -DFEATURE_tabletevent=OFF
     -DFEATURE_vulkan=OFF
     -DFEATURE_xml=OFF
+    -DINPUT_opengl=no
 )
 
 # The libraries lie outside the tree, in a folder named by all that they depend on.

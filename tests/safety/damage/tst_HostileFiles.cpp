@@ -1,5 +1,6 @@
 #include "EveryOperation.h"
 #include "support/PlainUser.h"
+#include "support/Platform.h"
 
 #include <QtTest>
 
@@ -174,6 +175,7 @@ const std::vector<Strangeness>& Strangenesses()
 struct Obstacle {
     std::string name;
     std::function<void(const TemporaryFolder& folder, const std::string& file)> put;
+    bool isKnownToWindows = false;
 };
 
 const std::vector<Obstacle>& Obstacles()
@@ -181,16 +183,14 @@ const std::vector<Obstacle>& Obstacles()
     using Folder = const TemporaryFolder&;
     using Name = const std::string&;
     static const std::vector<Obstacle> all{
-        {"nothing", [](Folder, Name) {}},
-        {"a folder", [](Folder folder, Name file) { folder.MakeFolder(file); }},
-        {"a full folder", [](Folder folder, Name file) { folder.MakeFolder(file + "/" + file); }},
-#ifndef Q_OS_WIN
+        {"nothing", [](Folder, Name) {}, true},
+        {"a folder", [](Folder folder, Name file) { folder.MakeFolder(file); }, true},
+        {"a full folder", [](Folder folder, Name file) { folder.MakeFolder(file + "/" + file); }, true},
         {"a pipe", [](Folder folder, Name file) { folder.MakePipe(file); }},
         {"a dangling link", [](Folder folder, Name file) { folder.MakeLink(file, "unplugged/" + file); }},
         {"a link to itself", [](Folder folder, Name file) { folder.MakeLink(file, file); }},
         {"a device without end", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/zero"); }},
         {"a device that swallows all", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/null"); }},
-#endif
     };
     return all;
 }
@@ -282,11 +282,15 @@ void tst_HostileFiles::whatIsNoFile_isLeftAlone_data()
 void tst_HostileFiles::whatIsNoFile_isLeftAlone()
 {
     QFETCH(int, index);
+    const Obstacle& obstacle = Obstacles()[static_cast<std::size_t>(index)];
+    if (!obstacle.isKnownToWindows) {
+        NOT_ON_WINDOWS("links, pipes and devices among the files");
+    }
     for (const std::string file : dataFiles) {
         const TemporaryFolder folder;
         CopyShipped(folder);
         std::filesystem::remove(ToPath(folder.PathOf(file)));
-        Obstacles()[static_cast<std::size_t>(index)].put(folder, file);
+        obstacle.put(folder, file);
         const auto before = Contents(folder);
         const std::string broken = m_trial.RunOnUnreadable(folder.Path(), file, false);
         QVERIFY2(broken.empty(), (file + ": " + broken).c_str());

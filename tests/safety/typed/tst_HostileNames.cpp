@@ -91,12 +91,6 @@ std::string Awaited(const TemporaryFolder& folder, const std::string& name)
 const std::string programSuffix = ".exe";
 const std::string textEditor = "notepad";
 
-/// Whether a file can have that name.
-bool IsFileName(const std::string& name)
-{
-    return name.find_first_of("<>:\"/\\|?*\n") == std::string::npos;
-}
-
 void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
 {
     std::filesystem::copy_file(TARNO_RECORDER, ToPath(folder.PathOf(name)));
@@ -132,11 +126,6 @@ std::string Edited(const TemporaryFolder& desktop)
 
 const std::string programSuffix;
 const std::string textEditor = "xdg-open";
-
-bool IsFileName(const std::string& /*name*/)
-{
-    return true;
-}
 
 /// A program that writes down how it was started.
 void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
