@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Packs the Windows program: build/windows/tarno-<version>-portable.zip, to be unpacked and run with all its data
-# inside, and build/windows/tarno-<version>-setup.exe, an installer for one user. Installs both under Wine and adds a
-# trip in each; pictures and reports stay in build/windows/first-trip/.
+# inside, and build/windows/tarno-<version>-setup.exe, an installer for one user. Installs both under Wine, the zip also at
+# the root of a drive, and adds a trip in each; pictures and reports stay in build/windows/first-trip/.
 #   packaging/windows/package.sh
 set -euo pipefail
 cd "$(dirname "$0")/../.."
@@ -30,6 +30,11 @@ rm -rf "$trial"
 say "trying the zip"
 unzip -q "$zip" -d "$WINEPREFIX/drive_c/My Log"
 packaging/windows/first-trip.sh "$WINEPREFIX/drive_c/My Log/Tarno" "$trial/portable"
+
+say "trying it at the root of a drive"
+unzip -q "$zip" -d "$WINEPREFIX/stick"
+ln -s "$WINEPREFIX/stick/Tarno" "$WINEPREFIX/dosdevices/t:"
+packaging/windows/first-trip.sh "$WINEPREFIX/dosdevices/t:" "$trial/root"
 
 say "trying the installer"
 packaging/windows/wine.sh "$setup" /S

@@ -30,6 +30,10 @@ public:
     fCustom& operator=(const fCustom&) = delete;
     ~fCustom() override;
 
+    /// Wrapped labels are kept high enough by TextHeight. Windows makes a window that answers true as high as
+    /// its layout would like to be, beyond the screen.
+    bool hasHeightForWidth() const override { return false; }
+
 private:
     void Form_Load();
     void lstField_Click();

@@ -28,6 +28,10 @@ public:
     /// In delete mode only asks whether to delete it, and does so; the window is not shown then.
     void SetData(std::int16_t locationNumber, bool deleteMode);
 
+    /// Wrapped labels are kept high enough by TextHeight. Windows makes a window that answers true as high as
+    /// its layout would like to be, beyond the screen.
+    bool hasHeightForWidth() const override { return false; }
+
 protected:
     Status Update(Record& record) override;
     bool TakeTyped() override;
