@@ -119,7 +119,12 @@ export_report() {
     [ -z "${3:-}" ] || picture "$3" "where the $1 goes"
     keys Return
     if [ -n "${TARNO_DRIVE:-}" ]; then # Wine leaves the focus with its dialog, which has gone
-        while xdotool search --onlyvisible --name "^Save Report to $1\$" >/dev/null; do sleep 0.1; done
+        local tries
+        for tries in $(seq 150); do
+            xdotool search --onlyvisible --name "^Save Report to $1\$" >/dev/null || break
+            [ "$tries" -lt 150 ] || stop "the dialog for the $1 stays"
+            sleep 0.1
+        done
         xdotool search --onlyvisible --name "^$preview\$" windowactivate
     fi
     window "$preview"

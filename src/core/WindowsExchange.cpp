@@ -2,6 +2,7 @@
 
 #include "FileOperations.h"
 #include "Paths.h"
+#include "SafeWriter.h"
 #include "WindowsHandle.h"
 
 static DWORD CodeOf(BOOL success)
@@ -50,12 +51,13 @@ bool WindowsExchange::Exchange(const std::string& from, const std::string& to)
 bool WindowsExchange::ComesBack(const std::string& path)
 {
     const std::wstring target = ToPath(path).wstring();
+    const std::string outOfIt =
+        path + ".*" + std::string(SafeWriter::temporarySuffix) + std::string(FileOperations::outSuffix);
     const auto isThere = [&] { return ::GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES; };
     constexpr int turns = 200;
     for (int turn = 0; turn < turns && !isThere(); ++turn) {
         WIN32_FIND_DATAW found{};
-        const HANDLE search =
-            ::FindFirstFileW(ToPath(path + ".*" + std::string(FileOperations::outSuffix)).c_str(), &found);
+        const HANDLE search = ::FindFirstFileW(ToPath(outOfIt).c_str(), &found);
         if (search == INVALID_HANDLE_VALUE) {
             return isThere(); // it may just have come
         }

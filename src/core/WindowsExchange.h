@@ -17,8 +17,8 @@ public:
     bool Exchange(const std::string& from, const std::string& to);
 
     /// To be called when there is no file at `path`: an exchange may be under way, or a program may have been
-    /// killed amid one. Waits for the file to come, or brings back what went out when that takes too long;
-    /// false when the file is really missing.
+    /// killed amid one. Waits for the file to come, or brings back the temporary of SafeWriter that went out
+    /// when that takes too long; false when the file is really missing.
     static bool ComesBack(const std::string& path);
 
 protected:

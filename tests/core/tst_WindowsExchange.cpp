@@ -71,6 +71,7 @@ private Q_SLOTS:
     void exchange_theOldFileCannotTakeTheOtherName_isUndone();
     void exchange_theOldFileCannotTakeAnyName_bothAreThere();
     void comesBack_nothingWentOut_isFalseAtOnce();
+    void comesBack_filesOfTheUser_areNotTaken();
     void comesBack_theExchangeGoesOn_waitsForItsEnd();
 
 private:
@@ -189,6 +190,14 @@ void tst_WindowsExchange::comesBack_nothingWentOut_isFalseAtOnce()
     QVERIFY(!WindowsExchange::ComesBack(m_folder->PathOf("tarno.xml")));
     QVERIFY(!WindowsExchange::ComesBack(m_folder->PathOf("gone/tarno.xml")));
     QVERIFY(WindowsExchange::ComesBack(m_folder->PathOf("old")));
+}
+
+void tst_WindowsExchange::comesBack_filesOfTheUser_areNotTaken()
+{
+    m_folder->Write("tarno.xml.old.out", "mine");
+    m_folder->Write("tarno.xml.out", "mine");
+    QVERIFY(!WindowsExchange::ComesBack(m_folder->PathOf("tarno.xml")));
+    QCOMPARE(Files(), (Texts{"new: 2", "old: 1", "tarno.xml.old.out: mine", "tarno.xml.out: mine"}));
 }
 
 void tst_WindowsExchange::comesBack_theExchangeGoesOn_waitsForItsEnd()
