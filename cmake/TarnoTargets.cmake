@@ -10,7 +10,14 @@ endif()
 
 find_program(TARNO_CCACHE ccache)
 if(TARNO_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${TARNO_CCACHE}")
+    # the sloppiness without which ccache does not cache sources with a precompiled header
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${TARNO_CCACHE}")
+endif()
+
+find_program(TARNO_MOLD mold)
+if(TARNO_MOLD AND NOT CMAKE_CROSSCOMPILING)
+    add_link_options(-fuse-ld=mold)
 endif()
 
 if(TARNO_TIDY)
@@ -35,15 +42,16 @@ if(TARNO_FUZZ)
     target_compile_options(tarno_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# tarno_floor(NAME <name> SOURCES <sorted list> [LINK <libraries>])
-# One static library for one folder of src/. Floors link only the floors below them.
-function(tarno_floor)
-    cmake_parse_arguments(FLOOR "" "NAME" "SOURCES;LINK" ${ARGN})
-    add_library(tarno_${FLOOR_NAME} STATIC ${FLOOR_SOURCES})
-    target_link_libraries(tarno_${FLOOR_NAME} PUBLIC tarno_options ${FLOOR_LINK})
-    if("${FLOOR_LINK}" MATCHES "Qt6::|tarno_ui")
-        set_target_properties(tarno_${FLOOR_NAME} PROPERTIES AUTOMOC ON AUTOUIC ON)
+# tarno_layer(NAME <name> SOURCES <sorted list> [LINK <libraries>])
+# One static library for one folder of src/. Layers link only the layers below them.
+function(tarno_layer)
+    cmake_parse_arguments(LAYER "" "NAME" "SOURCES;LINK" ${ARGN})
+    add_library(tarno_${LAYER_NAME} STATIC ${LAYER_SOURCES})
+    target_link_libraries(tarno_${LAYER_NAME} PUBLIC tarno_options ${LAYER_LINK})
+    if("${LAYER_LINK}" MATCHES "Qt6::|tarno_(ui|reports)")
+        set_target_properties(tarno_${LAYER_NAME} PROPERTIES AUTOMOC ON AUTOUIC ON)
     endif()
+    tarno_precompile(tarno_${LAYER_NAME} ${LAYER_LINK})
 endfunction()
 
 # tarno_offscreen(<program>)
@@ -54,24 +62,37 @@ function(tarno_offscreen program)
     endif()
 endfunction()
 
-# tarno_test(NAME tst_<class> [LINK <floors>] [SOURCES <files besides tst_<class>.cpp>])
-# One Qt Test program; it runs without a display, links its own floor, and may read the files
-# beside its source and the files that ship (TARNO_TEST_DATA, TARNO_SHIPPED_DATA).
-function(tarno_test)
-    cmake_parse_arguments(TEST "" "NAME" "LINK;SOURCES" ${ARGN})
-    add_executable(${TEST_NAME} ${TEST_NAME}.cpp ${TEST_SOURCES})
-    set_target_properties(${TEST_NAME} PROPERTIES AUTOMOC ON)
-    target_link_libraries(${TEST_NAME} PRIVATE ${TEST_LINK} Qt6::Test)
-    tarno_offscreen(${TEST_NAME})
+# What every test needs in its environment. Leaks in libraries, which are listed in the file, are not ours.
+set(TARNO_TEST_ENVIRONMENT
+    QT_QPA_PLATFORM=offscreen
+    LC_ALL=C.UTF-8
+    "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt:print_suppressions=0")
+
+# tarno_tests(NAME <folder> CLASSES <tst_...> [LINK <layers>] [SOURCES <other files>] [LABELS <labels>])
+# One test program, tests_<folder>, for one folder of tests/. Each of its classes is a test of ctest, in a process of
+# its own and without a display. It links the layer that it tests, and may read the files beside its sources and the
+# files that ship (TARNO_TEST_DATA, TARNO_SHIPPED_DATA).
+function(tarno_tests)
+    cmake_parse_arguments(TEST "" "NAME" "CLASSES;LINK;SOURCES;LABELS" ${ARGN})
+    set(program tests_${TEST_NAME})
+    set(classSources ${TEST_CLASSES})
+    list(TRANSFORM classSources APPEND .cpp)
+    add_executable(${program} ${classSources} ${TEST_SOURCES} "${PROJECT_SOURCE_DIR}/tests/support/TestMain.cpp")
+    set_target_properties(${program} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${program} PRIVATE ${TEST_LINK} Qt6::Test)
+    tarno_offscreen(${program})
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13 AND WIN32)
         # optimising, GCC 12 sees texts overlap that do not
-        target_compile_options(${TEST_NAME} PRIVATE -Wno-restrict)
+        target_compile_options(${program} PRIVATE -Wno-restrict)
     endif()
-    target_include_directories(${TEST_NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-    target_compile_definitions(${TEST_NAME} PRIVATE
+    target_include_directories(${program} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    tarno_precompile(${program} ${TEST_LINK} Qt6::Test)
+    target_compile_definitions(${program} PRIVATE
         TARNO_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data"
         TARNO_SHIPPED_DATA="${PROJECT_SOURCE_DIR}/data")
-    add_test(NAME ${TEST_NAME} COMMAND ${TEST_NAME})
-    set_tests_properties(${TEST_NAME} PROPERTIES TIMEOUT 300
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;ASAN_OPTIONS=detect_leaks=0")
+    foreach(class IN LISTS TEST_CLASSES)
+        cmake_path(GET class FILENAME name)
+        add_test(NAME ${name} COMMAND ${program} ${name})
+        set_tests_properties(${name} PROPERTIES ENVIRONMENT "${TARNO_TEST_ENVIRONMENT}" LABELS "${TEST_LABELS}")
+    endforeach()
 endfunction()

@@ -16,4 +16,6 @@ public:
     /// Today's date and the time of day as the user's desktop writes them in short, UTF-8.
     virtual std::string ShortDate() const = 0;
     virtual std::string ShortTime() const = 0;
+    /// For measuring how long something takes; never goes back.
+    virtual std::chrono::steady_clock::time_point Now() const = 0;
 };

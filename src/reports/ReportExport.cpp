@@ -73,7 +73,7 @@ void mMain::PDFExport(const Program& program, const Report& report, QWidget* par
         if (!file) {
             return;
         }
-        WaitDialog wait(parent, QStringLiteral("Writing the report..."),
+        WaitDialog wait(program.clock, parent, QStringLiteral("Writing the report..."),
                         static_cast<int>(report.Pages->pages.size()));
         const QByteArray bytes = PdfBytes(*report.Pages, [&wait](int /*pages*/) { return wait.GoesOn(); });
         if (!bytes.isEmpty()) {

@@ -5,10 +5,10 @@
 #include "support/PlainUser.h"
 #include "support/RaisedNumber.h"
 #include "support/TemporaryFolder.h"
+#include "support/TestClass.h"
 
 #include <QDir>
 #include <QFile>
-#include <QtTest>
 
 namespace
 {
@@ -144,5 +144,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_DataFolder)
+TEST_CLASS(tst_DataFolder)
 #include "tst_DataFolder.moc"

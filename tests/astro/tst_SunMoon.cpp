@@ -1,5 +1,6 @@
 #include "AstroTest.h"
 #include "astro/SunMoon.h"
+#include "support/TestClass.h"
 
 #include <cmath>
 
@@ -18,49 +19,45 @@ double Distance(const Equatorial& one, const Equatorial& other)
 
 } // namespace
 
+// The reference places are those of J. Meeus, "Astronomical Algorithms", examples 25.a and 47.a.
+
 class tst_SunMoon : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void miniSun_13October1992_isWithinAnArcMinuteOfTheAlmanac();
-    void miniSun_solstices_standOverTheTropics();
-    void miniMoon_12April1992_isWithinFiveArcMinutesOfTheAlmanac();
-    void bothBodies_fromYear1To9999_stayInTheSky();
-};
 
-// The reference places are those of J. Meeus, "Astronomical Algorithms", examples 25.a and 47.a.
+    void miniSun_13October1992_isWithinAnArcMinuteOfTheAlmanac()
+    {
+        const Equatorial almanac{198.38083 / 15, -7.78507};
+        QVERIFY(Distance(MiniSun(-0.072183436), almanac) < 1 / 60.0);
+    }
 
-void tst_SunMoon::miniSun_13October1992_isWithinAnArcMinuteOfTheAlmanac()
-{
-    const Equatorial almanac{198.38083 / 15, -7.78507};
-    QVERIFY(Distance(MiniSun(-0.072183436), almanac) < 1 / 60.0);
-}
+    void miniSun_solstices_standOverTheTropics()
+    {
+        const double june2003 = (52811 - 51544.5) / 36525; // 21 June 2003
+        const double december2003 = (52995 - 51544.5) / 36525;
+        QVERIFY(std::abs(MiniSun(june2003).dec - 23.44) < 0.02);
+        QVERIFY(std::abs(MiniSun(december2003).dec + 23.44) < 0.02);
+    }
 
-void tst_SunMoon::miniSun_solstices_standOverTheTropics()
-{
-    const double june2003 = (52811 - 51544.5) / 36525; // 21 June 2003
-    const double december2003 = (52995 - 51544.5) / 36525;
-    QVERIFY(std::abs(MiniSun(june2003).dec - 23.44) < 0.02);
-    QVERIFY(std::abs(MiniSun(december2003).dec + 23.44) < 0.02);
-}
+    void miniMoon_12April1992_isWithinFiveArcMinutesOfTheAlmanac()
+    {
+        const Equatorial almanac{134.688470 / 15, 13.768368};
+        QVERIFY(Distance(MiniMoon(-0.077221081451), almanac) < 5 / 60.0);
+    }
 
-void tst_SunMoon::miniMoon_12April1992_isWithinFiveArcMinutesOfTheAlmanac()
-{
-    const Equatorial almanac{134.688470 / 15, 13.768368};
-    QVERIFY(Distance(MiniMoon(-0.077221081451), almanac) < 5 / 60.0);
-}
-
-void tst_SunMoon::bothBodies_fromYear1To9999_stayInTheSky()
-{
-    for (int day = 0; day < 9999 * 365; day += 501) {
-        const double t = -20 + day / 36525.0;
-        for (const Equatorial& place : {MiniSun(t), MiniMoon(t)}) {
-            QVERIFY(place.ra >= 0 && place.ra <= 24);
-            QVERIFY(std::abs(place.dec) < 30);
+    void bothBodies_fromYear1To9999_stayInTheSky()
+    {
+        for (int day = 0; day < 9999 * 365; day += 501) {
+            const double t = -20 + day / 36525.0;
+            for (const Equatorial& place : {MiniSun(t), MiniMoon(t)}) {
+                QVERIFY(place.ra >= 0 && place.ra <= 24);
+                QVERIFY(std::abs(place.dec) < 30);
+            }
         }
     }
-}
+};
 
-QTEST_APPLESS_MAIN(tst_SunMoon)
+TEST_CLASS(tst_SunMoon)
 #include "tst_SunMoon.moc"

@@ -1,5 +1,6 @@
 #include "AstroTest.h"
 #include "astro/mPeakTimes.h"
+#include "support/TestClass.h"
 
 using namespace mPeakTimes;
 using namespace std::string_literals;
@@ -29,207 +30,179 @@ class tst_mPeakTimes : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void peakTimes_rise0100AndSet1300_giveAllFour();
-    void peakTimes_transitAt1150_hasNoSecondMajor();
-    void peakTimes_afternoonTransit_comesSecond();
-    void peakTimes_missingRise_isThatOfTheDayBefore();
-    void peakTimes_missingSet_isThatOfTheDayAfter();
-    void peakTimes_eventMissingOnBothDays_givesNone();
-    void peakTimes_moonUpOrDownAllDay_givesNone();
-    void peakTimes_neighbourUpOrDown_givesNone();
-    void peakTimes_anyMoonTimes_comeInOrder();
-    void moonTransit_setAfterRise_isTheMiddle();
-    void moonTransit_setAfterMidnight_liesOnTheSideOfTheMiddle();
-    void moonTransit_halfMinute_isCut();
-    void moonTransit_arithmetic_isSinglePrecision();
-    void oppositeTransit_later_isHalfALunarDayBefore();
-    void oppositeTransit_earlier_isHalfALunarDayAfter();
-    void oppositeTransit_upToAMinutePastMidnight_countsAsThisDay();
-    void oppositeTransit_moreThanAMinutePastMidnight_isNone();
-    void minorTimes_onlyFirstMajor_liesBetweenThem();
-    void minorTimes_onlySecondMajor_givesOneTimeTwice();
-    void minorTimes_bothMajors_precedeThem();
-    void minorTimes_firstMajorTooEarly_surroundTheSecond();
-    void minorTimes_beyondMidnight_isNone();
-    void timeToHours_minutes_areSixtieths();
-    void timeToHours_noTime_raisesTypeMismatch();
-    void hoursToTime_minutes_areCut();
-};
 
-void tst_mPeakTimes::peakTimes_rise0100AndSet1300_giveAllFour()
-{
-    QCOMPARE(Joined(PeakTimes(Unused, {"01:00", "13:00"}, Unused)), "07:00 19:25 00:47 13:12"s);
-}
-
-void tst_mPeakTimes::peakTimes_transitAt1150_hasNoSecondMajor()
-{
-    QCOMPARE(Joined(PeakTimes(Unused, {"05:50", "17:50"}, Unused)), "11:50 : 05:37 18:02"s);
-}
-
-void tst_mPeakTimes::peakTimes_afternoonTransit_comesSecond()
-{
-    QCOMPARE(Joined(PeakTimes(Unused, {"13:00", "01:00"}, Unused)), "06:34 19:00 00:21 12:47"s);
-}
-
-void tst_mPeakTimes::peakTimes_missingRise_isThatOfTheDayBefore()
-{
-    const Periods wanted = PeakTimes(Unused, {"23:30", "11:30"}, Unused);
-    QCOMPARE(Joined(PeakTimes({"23:30", ":"}, {":", "11:30"}, Unused)), Joined(wanted));
-    QCOMPARE(wanted.major1, "05:30"s);
-}
-
-void tst_mPeakTimes::peakTimes_missingSet_isThatOfTheDayAfter()
-{
-    const Periods wanted = PeakTimes(Unused, {"12:30", "00:30"}, Unused);
-    QCOMPARE(Joined(PeakTimes(Unused, {"12:30", ":"}, {":", "00:30"})), Joined(wanted));
-    QCOMPARE(wanted.major2, "18:30"s);
-}
-
-void tst_mPeakTimes::peakTimes_eventMissingOnBothDays_givesNone()
-{
-    QCOMPARE(Joined(PeakTimes(Nothing, {":", "11:20"}, Unused)), ": : : :"s);
-    QCOMPARE(Joined(PeakTimes(Unused, {"12:30", ":"}, Nothing)), ": : : :"s);
-    QCOMPARE(Joined(PeakTimes(Nothing, Nothing, Nothing)), ": : : :"s);
-}
-
-void tst_mPeakTimes::peakTimes_moonUpOrDownAllDay_givesNone()
-{
-    for (const std::string word : {"up", "down", ""}) {
-        QCOMPARE(Joined(PeakTimes(Unused, {word, word}, Unused)), ": : : :"s);
+    void peakTimes_rise0100AndSet1300_giveAllFour()
+    {
+        QCOMPARE(Joined(PeakTimes(Unused, {"01:00", "13:00"}, Unused)), "07:00 19:25 00:47 13:12"s);
     }
-    for (const std::string word : {"rises", "sets"}) {
-        QCOMPARE(Joined(PeakTimes(Unused, {word, "11:20"}, Unused)), ": : : :"s);
+
+    void peakTimes_transitAt1150_hasNoSecondMajor()
+    {
+        QCOMPARE(Joined(PeakTimes(Unused, {"05:50", "17:50"}, Unused)), "11:50 : 05:37 18:02"s);
     }
-    QCOMPARE(Joined(PeakTimes(Unused, {"11:20", "never"}, Unused)), ": : : :"s);
-}
 
-void tst_mPeakTimes::peakTimes_neighbourUpOrDown_givesNone()
-{
-    QCOMPARE(Joined(PeakTimes({"down", "down"}, {":", "11:20"}, Unused)), ": : : :"s);
-    QCOMPARE(Joined(PeakTimes(Unused, {"12:30", ":"}, {"up", "up"})), ": : : :"s);
-}
+    void peakTimes_afternoonTransit_comesSecond()
+    {
+        QCOMPARE(Joined(PeakTimes(Unused, {"13:00", "01:00"}, Unused)), "06:34 19:00 00:21 12:47"s);
+    }
 
-void tst_mPeakTimes::peakTimes_anyMoonTimes_comeInOrder()
-{
-    for (int rise = 0; rise <= 24 * 60; rise += 7) {
-        for (int set = 0; set <= 24 * 60; ++set) {
-            const auto text = [](int minutes) {
-                return ZeroPadded(minutes / 60, 2).append(":").append(ZeroPadded(minutes % 60, 2));
-            };
-            const Periods periods = PeakTimes(Unused, {text(rise), text(set)}, Unused);
-            QVERIFY(periods.major1 < periods.major2);
-            QVERIFY(periods.minor1 < periods.minor2);
-            QVERIFY(periods.major1 <= "24:00" && periods.minor1 <= "24:00");
-            QVERIFY(periods.major2 <= "24:00" || periods.major2 == ":");
-            QVERIFY(periods.minor2 <= "24:00" || periods.minor2 == ":");
+    void peakTimes_missingRise_isThatOfTheDayBefore()
+    {
+        const Periods wanted = PeakTimes(Unused, {"23:30", "11:30"}, Unused);
+        QCOMPARE(Joined(PeakTimes({"23:30", ":"}, {":", "11:30"}, Unused)), Joined(wanted));
+        QCOMPARE(wanted.major1, "05:30"s);
+    }
+
+    void peakTimes_missingSet_isThatOfTheDayAfter()
+    {
+        const Periods wanted = PeakTimes(Unused, {"12:30", "00:30"}, Unused);
+        QCOMPARE(Joined(PeakTimes(Unused, {"12:30", ":"}, {":", "00:30"})), Joined(wanted));
+        QCOMPARE(wanted.major2, "18:30"s);
+    }
+
+    void peakTimes_eventMissingOnBothDays_givesNone()
+    {
+        QCOMPARE(Joined(PeakTimes(Nothing, {":", "11:20"}, Unused)), ": : : :"s);
+        QCOMPARE(Joined(PeakTimes(Unused, {"12:30", ":"}, Nothing)), ": : : :"s);
+        QCOMPARE(Joined(PeakTimes(Nothing, Nothing, Nothing)), ": : : :"s);
+    }
+
+    void peakTimes_moonUpOrDownAllDay_givesNone()
+    {
+        for (const std::string word : {"up", "down", ""}) {
+            QCOMPARE(Joined(PeakTimes(Unused, {word, word}, Unused)), ": : : :"s);
+        }
+        for (const std::string word : {"rises", "sets"}) {
+            QCOMPARE(Joined(PeakTimes(Unused, {word, "11:20"}, Unused)), ": : : :"s);
+        }
+        QCOMPARE(Joined(PeakTimes(Unused, {"11:20", "never"}, Unused)), ": : : :"s);
+    }
+
+    void peakTimes_neighbourUpOrDown_givesNone()
+    {
+        QCOMPARE(Joined(PeakTimes({"down", "down"}, {":", "11:20"}, Unused)), ": : : :"s);
+        QCOMPARE(Joined(PeakTimes(Unused, {"12:30", ":"}, {"up", "up"})), ": : : :"s);
+    }
+
+    void peakTimes_anyMoonTimes_comeInOrder()
+    {
+        for (int rise = 0; rise <= 24 * 60; rise += 7) {
+            for (int set = 0; set <= 24 * 60; ++set) {
+                const auto text = [](int minutes) {
+                    return ZeroPadded(minutes / 60, 2).append(":").append(ZeroPadded(minutes % 60, 2));
+                };
+                const Periods periods = PeakTimes(Unused, {text(rise), text(set)}, Unused);
+                QVERIFY(periods.major1 < periods.major2);
+                QVERIFY(periods.minor1 < periods.minor2);
+                QVERIFY(periods.major1 <= "24:00" && periods.minor1 <= "24:00");
+                QVERIFY(periods.major2 <= "24:00" || periods.major2 == ":");
+                QVERIFY(periods.minor2 <= "24:00" || periods.minor2 == ":");
+            }
         }
     }
-}
 
-void tst_mPeakTimes::moonTransit_setAfterRise_isTheMiddle()
-{
-    QCOMPARE(MoonTransit("01:00", "13:00"), "07:00"s);
-    QCOMPARE(MoonTransit("08:30", "08:30"), "08:30"s);
-    QCOMPARE(MoonTransit("00:00", "24:00"), "12:00"s);
-}
-
-void tst_mPeakTimes::moonTransit_setAfterMidnight_liesOnTheSideOfTheMiddle()
-{
-    QCOMPARE(MoonTransit("20:00", "06:00"), "01:00"s);
-    QCOMPARE(MoonTransit("16:00", "04:00"), "22:00"s);
-    QCOMPARE(MoonTransit("18:00", "06:00"), "00:00"s);
-}
-
-void tst_mPeakTimes::moonTransit_halfMinute_isCut()
-{
-    QCOMPARE(MoonTransit("01:00", "13:01"), "07:00"s);
-}
-
-void tst_mPeakTimes::moonTransit_arithmetic_isSinglePrecision()
-{
-    QCOMPARE(MoonTransit("23:40", "11:20"), "05:29"s);
-    QCOMPARE(MoonTransit("00:01", "00:05"), "00:03"s);
-    QCOMPARE(MoonTransit("00:01", "00:31"), "00:15"s);
-}
-
-void tst_mPeakTimes::oppositeTransit_later_isHalfALunarDayBefore()
-{
-    QCOMPARE(OppositeTransit("19:00"), "06:34"s);
-    QCOMPARE(OppositeTransit("12:26"), "00:00"s);
-}
-
-void tst_mPeakTimes::oppositeTransit_earlier_isHalfALunarDayAfter()
-{
-    QCOMPARE(OppositeTransit("07:00"), "19:25"s);
-    QCOMPARE(OppositeTransit("00:00"), "12:25"s);
-    QCOMPARE(OppositeTransit("11:30"), "23:55"s);
-}
-
-void tst_mPeakTimes::oppositeTransit_upToAMinutePastMidnight_countsAsThisDay()
-{
-    QCOMPARE(OppositeTransit("11:34"), "23:59"s);
-    QCOMPARE(OppositeTransit("11:35"), "00:00"s);
-    QCOMPARE(OppositeTransit("11:36"), "00:01"s);
-}
-
-void tst_mPeakTimes::oppositeTransit_moreThanAMinutePastMidnight_isNone()
-{
-    QCOMPARE(OppositeTransit("11:37"), ":"s);
-    QCOMPARE(OppositeTransit("11:50"), ":"s);
-    QCOMPARE(OppositeTransit("12:25"), ":"s);
-}
-
-void tst_mPeakTimes::minorTimes_onlyFirstMajor_liesBetweenThem()
-{
-    QCOMPARE(Joined(MinorTimes("11:50", ":")), "05:37 18:02"s);
-}
-
-void tst_mPeakTimes::minorTimes_onlySecondMajor_givesOneTimeTwice()
-{
-    QCOMPARE(Joined(MinorTimes(":", "11:50")), "05:37 05:37"s);
-}
-
-void tst_mPeakTimes::minorTimes_bothMajors_precedeThem()
-{
-    QCOMPARE(Joined(MinorTimes("07:00", "19:25")), "00:47 13:12"s);
-    QCOMPARE(Joined(MinorTimes("06:13", "18:38")), "00:00 12:25"s);
-}
-
-void tst_mPeakTimes::minorTimes_firstMajorTooEarly_surroundTheSecond()
-{
-    QCOMPARE(Joined(MinorTimes("05:00", "17:25")), "11:12 23:37"s);
-    QCOMPARE(Joined(MinorTimes("06:12", "18:37")), "12:24 :"s);
-}
-
-void tst_mPeakTimes::minorTimes_beyondMidnight_isNone()
-{
-    QCOMPARE(Joined(MinorTimes("05:22", "17:47")), "11:34 23:59"s);
-    QCOMPARE(Joined(MinorTimes("05:23", "17:48")), "11:35 :"s);
-    QCOMPARE(Joined(MinorTimes("05:00", ":")), ": 11:12"s);
-}
-
-void tst_mPeakTimes::timeToHours_minutes_areSixtieths()
-{
-    QCOMPARE(TimeToHours("06:30"), 6.5F);
-    QCOMPARE(TimeToHours("00:00"), 0.0F);
-    QCOMPARE(TimeToHours("24:00"), 24.0F);
-    QCOMPARE(TimeToHours("11:36"), 11.6F);
-}
-
-void tst_mPeakTimes::timeToHours_noTime_raisesTypeMismatch()
-{
-    for (const char* text : {"", ":", "up", "12", "12:", ":30", "ab:cd"}) {
-        QVERIFY(ErrorOf([text] { TimeToHours(text); }) == ErrorNumber::TypeMismatch);
+    void moonTransit_setAfterRise_isTheMiddle()
+    {
+        QCOMPARE(MoonTransit("01:00", "13:00"), "07:00"s);
+        QCOMPARE(MoonTransit("08:30", "08:30"), "08:30"s);
+        QCOMPARE(MoonTransit("00:00", "24:00"), "12:00"s);
     }
-}
 
-void tst_mPeakTimes::hoursToTime_minutes_areCut()
-{
-    QCOMPARE(HoursToTime(7.9999F), "07:59"s);
-    QCOMPARE(HoursToTime(0), "00:00"s);
-    QCOMPARE(HoursToTime(12.75F), "12:45"s);
-    QCOMPARE(HoursToTime(24), "24:00"s);
-}
+    void moonTransit_setAfterMidnight_liesOnTheSideOfTheMiddle()
+    {
+        QCOMPARE(MoonTransit("20:00", "06:00"), "01:00"s);
+        QCOMPARE(MoonTransit("16:00", "04:00"), "22:00"s);
+        QCOMPARE(MoonTransit("18:00", "06:00"), "00:00"s);
+    }
 
-QTEST_APPLESS_MAIN(tst_mPeakTimes)
+    void moonTransit_halfMinute_isCut() { QCOMPARE(MoonTransit("01:00", "13:01"), "07:00"s); }
+
+    void moonTransit_arithmetic_isSinglePrecision()
+    {
+        QCOMPARE(MoonTransit("23:40", "11:20"), "05:29"s);
+        QCOMPARE(MoonTransit("00:01", "00:05"), "00:03"s);
+        QCOMPARE(MoonTransit("00:01", "00:31"), "00:15"s);
+    }
+
+    void oppositeTransit_later_isHalfALunarDayBefore()
+    {
+        QCOMPARE(OppositeTransit("19:00"), "06:34"s);
+        QCOMPARE(OppositeTransit("12:26"), "00:00"s);
+    }
+
+    void oppositeTransit_earlier_isHalfALunarDayAfter()
+    {
+        QCOMPARE(OppositeTransit("07:00"), "19:25"s);
+        QCOMPARE(OppositeTransit("00:00"), "12:25"s);
+        QCOMPARE(OppositeTransit("11:30"), "23:55"s);
+    }
+
+    void oppositeTransit_upToAMinutePastMidnight_countsAsThisDay()
+    {
+        QCOMPARE(OppositeTransit("11:34"), "23:59"s);
+        QCOMPARE(OppositeTransit("11:35"), "00:00"s);
+        QCOMPARE(OppositeTransit("11:36"), "00:01"s);
+    }
+
+    void oppositeTransit_moreThanAMinutePastMidnight_isNone()
+    {
+        QCOMPARE(OppositeTransit("11:37"), ":"s);
+        QCOMPARE(OppositeTransit("11:50"), ":"s);
+        QCOMPARE(OppositeTransit("12:25"), ":"s);
+    }
+
+    void minorTimes_onlyFirstMajor_liesBetweenThem()
+    {
+        QCOMPARE(Joined(MinorTimes("11:50", ":")), "05:37 18:02"s);
+    }
+
+    void minorTimes_onlySecondMajor_givesOneTimeTwice()
+    {
+        QCOMPARE(Joined(MinorTimes(":", "11:50")), "05:37 05:37"s);
+    }
+
+    void minorTimes_bothMajors_precedeThem()
+    {
+        QCOMPARE(Joined(MinorTimes("07:00", "19:25")), "00:47 13:12"s);
+        QCOMPARE(Joined(MinorTimes("06:13", "18:38")), "00:00 12:25"s);
+    }
+
+    void minorTimes_firstMajorTooEarly_surroundTheSecond()
+    {
+        QCOMPARE(Joined(MinorTimes("05:00", "17:25")), "11:12 23:37"s);
+        QCOMPARE(Joined(MinorTimes("06:12", "18:37")), "12:24 :"s);
+    }
+
+    void minorTimes_beyondMidnight_isNone()
+    {
+        QCOMPARE(Joined(MinorTimes("05:22", "17:47")), "11:34 23:59"s);
+        QCOMPARE(Joined(MinorTimes("05:23", "17:48")), "11:35 :"s);
+        QCOMPARE(Joined(MinorTimes("05:00", ":")), ": 11:12"s);
+    }
+
+    void timeToHours_minutes_areSixtieths()
+    {
+        QCOMPARE(TimeToHours("06:30"), 6.5F);
+        QCOMPARE(TimeToHours("00:00"), 0.0F);
+        QCOMPARE(TimeToHours("24:00"), 24.0F);
+        QCOMPARE(TimeToHours("11:36"), 11.6F);
+    }
+
+    void timeToHours_noTime_raisesTypeMismatch()
+    {
+        for (const char* text : {"", ":", "up", "12", "12:", ":30", "ab:cd"}) {
+            QVERIFY(ErrorOf([text] { TimeToHours(text); }) == ErrorNumber::TypeMismatch);
+        }
+    }
+
+    void hoursToTime_minutes_areCut()
+    {
+        QCOMPARE(HoursToTime(7.9999F), "07:59"s);
+        QCOMPARE(HoursToTime(0), "00:00"s);
+        QCOMPARE(HoursToTime(12.75F), "12:45"s);
+        QCOMPARE(HoursToTime(24), "24:00"s);
+    }
+};
+
+TEST_CLASS(tst_mPeakTimes)
 #include "tst_mPeakTimes.moc"

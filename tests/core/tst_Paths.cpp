@@ -4,8 +4,7 @@
 #include "support/RaisedNumber.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 using namespace std::string_literals;
 
@@ -14,167 +13,155 @@ class tst_Paths : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void paths_beyondAscii_comeBackAsTheyWere();
-    void readWholeFile_anyBytes_areAllThere();
-    void readWholeFile_noSuchFile_isFileNotFound();
-    void readWholeFile_folderThatMayNotBeEntered_isPathFileAccess();
-    void readWholeFile_noRegularFile_isPathFileAccess();
-    void readWholeFile_fileThatMayNotBeRead_isPathFileAccess();
-    void fileExist_aFile_exists();
-    void fileExist_blanksAround_areTakenOffInTheCallersTextAsWell();
-    void fileExist_aFolder_doesNot();
-    void fileExist_nothingThere_doesNot_data();
-    void fileExist_nothingThere_doesNot();
-    void fileExist_linksAndPipes_areFollowedNotOpened();
-};
 
-void tst_Paths::paths_beyondAscii_comeBackAsTheyWere()
-{
-    const std::string path = "/tmp/p\u0101tiki \u9BDB.jpg";
-    QCOMPARE(FromPath(ToPath(path)), path);
-    QCOMPARE(FromPath(ToPath("")), ""s);
-}
-
-void tst_Paths::readWholeFile_anyBytes_areAllThere()
-{
-    const TemporaryFolder folder;
-    const std::string bytes = "\r\n\0\xFF\x1A end\n"s;
-    folder.Write("tipar\u0101.txt", bytes);
-    folder.Write("empty.txt", "");
-    QCOMPARE(ReadWholeFile(folder.PathOf("tipar\u0101.txt")), bytes);
-    QCOMPARE(ReadWholeFile(folder.PathOf("empty.txt")), ""s);
-}
-
-void tst_Paths::readWholeFile_noSuchFile_isFileNotFound()
-{
-    const TemporaryFolder folder;
-    if constexpr (!isWindows) {
-        folder.MakeLink("dangling", folder.PathOf("missing"));
-    }
-    for (const char* name : {"missing", "no folder/missing", "dangling"}) {
-        QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf(name)); }), 53);
-    }
-    QCOMPARE(RaisedNumber([] { ReadWholeFile(""); }), 53);
-}
-
-// what may be there is not taken for missing, and so not written anew
-void tst_Paths::readWholeFile_folderThatMayNotBeEntered_isPathFileAccess()
-{
-    const TemporaryFolder folder;
-    folder.MakeFolder("closed");
-    folder.Write("closed/settings.xml", "<settings/>");
-    std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::none);
-    int number = -1;
+    void paths_beyondAscii_comeBackAsTheyWere()
     {
+        const std::string path = "/tmp/p\u0101tiki \u9BDB.jpg";
+        QCOMPARE(FromPath(ToPath(path)), path);
+        QCOMPARE(FromPath(ToPath("")), ""s);
+    }
+
+    void readWholeFile_anyBytes_areAllThere()
+    {
+        const TemporaryFolder folder;
+        const std::string bytes = "\r\n\0\xFF\x1A end\n"s;
+        folder.Write("tipar\u0101.txt", bytes);
+        folder.Write("empty.txt", "");
+        QCOMPARE(ReadWholeFile(folder.PathOf("tipar\u0101.txt")), bytes);
+        QCOMPARE(ReadWholeFile(folder.PathOf("empty.txt")), ""s);
+    }
+
+    void readWholeFile_noSuchFile_isFileNotFound()
+    {
+        const TemporaryFolder folder;
+        if constexpr (!isWindows) {
+            folder.MakeLink("dangling", folder.PathOf("missing"));
+        }
+        for (const char* name : {"missing", "no folder/missing", "dangling"}) {
+            QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf(name)); }), 53);
+        }
+        QCOMPARE(RaisedNumber([] { ReadWholeFile(""); }), 53);
+    }
+
+    // what may be there is not taken for missing, and so not written anew
+    void readWholeFile_folderThatMayNotBeEntered_isPathFileAccess()
+    {
+        const TemporaryFolder folder;
+        folder.MakeFolder("closed");
+        folder.Write("closed/settings.xml", "<settings/>");
+        std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::none);
+        int number = -1;
+        {
+            const PlainUser user(folder);
+            if (PlainUser::IsPlain()) {
+                number = RaisedNumber([&] { ReadWholeFile(folder.PathOf("closed/settings.xml")); });
+            }
+        }
+        std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::owner_all);
+        if (number == -1) {
+            QSKIP(PlainUser::whyNot);
+        }
+        QCOMPARE(number, 75);
+    }
+
+    void readWholeFile_noRegularFile_isPathFileAccess()
+    {
+        const TemporaryFolder folder;
+        folder.MakeFolder("folder");
+        QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("folder")); }), 75);
+        NOT_ON_WINDOWS("pipes");
+        folder.MakePipe("pipe");
+        QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("pipe")); }), 75);
+    }
+
+    void readWholeFile_fileThatMayNotBeRead_isPathFileAccess()
+    {
+        const TemporaryFolder folder;
+        folder.Write("secret", "spot X");
+        std::filesystem::permissions(ToPath(folder.PathOf("secret")), std::filesystem::perms::none);
         const PlainUser user(folder);
-        if (PlainUser::IsPlain()) {
-            number = RaisedNumber([&] { ReadWholeFile(folder.PathOf("closed/settings.xml")); });
+        if (!PlainUser::IsPlain()) {
+            QSKIP(PlainUser::whyNot);
+        }
+        QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("secret")); }), 75);
+    }
+
+    void fileExist_aFile_exists()
+    {
+        const TemporaryFolder folder;
+        for (const char* name : {"plain.jpg", ".hidden", "two words.jpg", "h\u0101puku.jpg"}) {
+            folder.Write(name, "x");
+            std::string path = folder.PathOf(name);
+            QVERIFY(mMain::FileExist(path));
+            QCOMPARE(path, folder.PathOf(name));
         }
     }
-    std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::owner_all);
-    if (number == -1) {
-        QSKIP(PlainUser::whyNot);
-    }
-    QCOMPARE(number, 75);
-}
 
-void tst_Paths::readWholeFile_noRegularFile_isPathFileAccess()
-{
-    const TemporaryFolder folder;
-    folder.MakeFolder("folder");
-    QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("folder")); }), 75);
-    NOT_ON_WINDOWS("pipes");
-    folder.MakePipe("pipe");
-    QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("pipe")); }), 75);
-}
-
-void tst_Paths::readWholeFile_fileThatMayNotBeRead_isPathFileAccess()
-{
-    const TemporaryFolder folder;
-    folder.Write("secret", "spot X");
-    std::filesystem::permissions(ToPath(folder.PathOf("secret")), std::filesystem::perms::none);
-    const PlainUser user(folder);
-    if (!PlainUser::IsPlain()) {
-        QSKIP(PlainUser::whyNot);
-    }
-    QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("secret")); }), 75);
-}
-
-void tst_Paths::fileExist_aFile_exists()
-{
-    const TemporaryFolder folder;
-    for (const char* name : {"plain.jpg", ".hidden", "two words.jpg", "h\u0101puku.jpg"}) {
-        folder.Write(name, "x");
-        std::string path = folder.PathOf(name);
+    void fileExist_blanksAround_areTakenOffInTheCallersTextAsWell()
+    {
+        const TemporaryFolder folder;
+        folder.Write("catch.jpg", "x");
+        std::string path = "  " + folder.PathOf("catch.jpg") + " ";
         QVERIFY(mMain::FileExist(path));
-        QCOMPARE(path, folder.PathOf(name));
+        QCOMPARE(path, folder.PathOf("catch.jpg"));
+
+        std::string missing = " " + folder.PathOf("missing.jpg") + "  ";
+        QVERIFY(!mMain::FileExist(missing));
+        QCOMPARE(missing, folder.PathOf("missing.jpg"));
     }
-}
 
-void tst_Paths::fileExist_blanksAround_areTakenOffInTheCallersTextAsWell()
-{
-    const TemporaryFolder folder;
-    folder.Write("catch.jpg", "x");
-    std::string path = "  " + folder.PathOf("catch.jpg") + " ";
-    QVERIFY(mMain::FileExist(path));
-    QCOMPARE(path, folder.PathOf("catch.jpg"));
+    void fileExist_aFolder_doesNot()
+    {
+        const TemporaryFolder folder;
+        folder.MakeFolder("folder");
+        for (const std::string& name : {folder.PathOf("folder"), folder.PathOf("folder/"), "/"s}) {
+            std::string path = name;
+            QVERIFY(!mMain::FileExist(path));
+        }
+    }
 
-    std::string missing = " " + folder.PathOf("missing.jpg") + "  ";
-    QVERIFY(!mMain::FileExist(missing));
-    QCOMPARE(missing, folder.PathOf("missing.jpg"));
-}
+    void fileExist_nothingThere_doesNot_data()
+    {
+        QTest::addColumn<std::string>("name");
+        QTest::newRow("missing") << "missing.jpg"s;
+        QTest::newRow("any file") << "*"s;
+        QTest::newRow("any letter") << "catch.jp?"s;
+        QTest::newRow("below a file") << "catch.jpg/more"s;
+        QTest::newRow("too long") << std::string(5000, 'a');
+        QTest::newRow("dangling link") << "dangling"s;
+        QTest::newRow("link to itself") << "circle"s;
+    }
 
-void tst_Paths::fileExist_aFolder_doesNot()
-{
-    const TemporaryFolder folder;
-    folder.MakeFolder("folder");
-    for (const std::string& name : {folder.PathOf("folder"), folder.PathOf("folder/"), "/"s}) {
-        std::string path = name;
+    void fileExist_nothingThere_doesNot()
+    {
+        QFETCH(std::string, name);
+        const TemporaryFolder folder;
+        folder.Write("catch.jpg", "x");
+        if constexpr (!isWindows) {
+            folder.MakeLink("dangling", folder.PathOf("gone.jpg"));
+            folder.MakeLink("circle", folder.PathOf("circle"));
+        }
+        std::string path = folder.PathOf(name);
         QVERIFY(!mMain::FileExist(path));
+        for (std::string nothing : {"", "   "}) {
+            QVERIFY(!mMain::FileExist(nothing));
+            QCOMPARE(nothing, ""s);
+        }
     }
-}
 
-void tst_Paths::fileExist_nothingThere_doesNot_data()
-{
-    QTest::addColumn<std::string>("name");
-    QTest::newRow("missing") << "missing.jpg"s;
-    QTest::newRow("any file") << "*"s;
-    QTest::newRow("any letter") << "catch.jp?"s;
-    QTest::newRow("below a file") << "catch.jpg/more"s;
-    QTest::newRow("too long") << std::string(5000, 'a');
-    QTest::newRow("dangling link") << "dangling"s;
-    QTest::newRow("link to itself") << "circle"s;
-}
-
-void tst_Paths::fileExist_nothingThere_doesNot()
-{
-    QFETCH(std::string, name);
-    const TemporaryFolder folder;
-    folder.Write("catch.jpg", "x");
-    if constexpr (!isWindows) {
-        folder.MakeLink("dangling", folder.PathOf("gone.jpg"));
-        folder.MakeLink("circle", folder.PathOf("circle"));
+    void fileExist_linksAndPipes_areFollowedNotOpened()
+    {
+        NOT_ON_WINDOWS("links");
+        const TemporaryFolder folder;
+        folder.Write("catch.jpg", "x");
+        folder.MakeLink("link.jpg", folder.PathOf("catch.jpg"));
+        folder.MakePipe("pipe");
+        std::string link = folder.PathOf("link.jpg");
+        QVERIFY(mMain::FileExist(link));
+        std::string pipe = folder.PathOf("pipe");
+        QVERIFY(mMain::FileExist(pipe));
     }
-    std::string path = folder.PathOf(name);
-    QVERIFY(!mMain::FileExist(path));
-    for (std::string nothing : {"", "   "}) {
-        QVERIFY(!mMain::FileExist(nothing));
-        QCOMPARE(nothing, ""s);
-    }
-}
+};
 
-void tst_Paths::fileExist_linksAndPipes_areFollowedNotOpened()
-{
-    NOT_ON_WINDOWS("links");
-    const TemporaryFolder folder;
-    folder.Write("catch.jpg", "x");
-    folder.MakeLink("link.jpg", folder.PathOf("catch.jpg"));
-    folder.MakePipe("pipe");
-    std::string link = folder.PathOf("link.jpg");
-    QVERIFY(mMain::FileExist(link));
-    std::string pipe = folder.PathOf("pipe");
-    QVERIFY(mMain::FileExist(pipe));
-}
-
-QTEST_APPLESS_MAIN(tst_Paths)
+TEST_CLASS(tst_Paths)
 #include "tst_Paths.moc"

@@ -2,8 +2,7 @@
 #include "support/Platform.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 using namespace std::string_literals;
 
@@ -12,81 +11,74 @@ class tst_ProgramFolder : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void getAppPath_rootOfADrive_losesItsSeparator();
-    void getAppPath_anyOtherFolder_staysAsItIs();
-    void addressed_aName_standsBehindTheSeparator();
-    void existing_theNameItself_comesFirst();
-    void existing_aNameThatDiffersInCase_meetsItsFile_data();
-    void existing_aNameThatDiffersInCase_meetsItsFile();
-    void existing_noSuchFile_isTheAddressedPath();
+
+    void getAppPath_rootOfADrive_losesItsSeparator()
+    {
+        const ProgramFolder drive("C:\\", '\\');
+        QCOMPARE(drive.GetAppPath(), "C:"s);
+        QCOMPARE(drive.Addressed("tarno.xml"), "C:\\tarno.xml"s);
+        const ProgramFolder root("/", '/');
+        QCOMPARE(root.GetAppPath(), ""s);
+        QCOMPARE(root.Addressed("tarno.xml"), "/tarno.xml"s);
+    }
+
+    void getAppPath_anyOtherFolder_staysAsItIs()
+    {
+        QCOMPARE(ProgramFolder("C:\\Fishing Log", '\\').GetAppPath(), "C:\\Fishing Log"s);
+        QCOMPARE(ProgramFolder("/opt/tarno", '/').GetAppPath(), "/opt/tarno"s);
+        QCOMPARE(ProgramFolder("/opt/tarno\\", '/').GetAppPath(), "/opt/tarno\\"s);
+    }
+
+    void addressed_aName_standsBehindTheSeparator()
+    {
+        QCOMPARE(ProgramFolder("C:\\Log", '\\').Addressed("Rpt.xml"), "C:\\Log\\Rpt.xml"s);
+        const TemporaryFolder folder;
+        QCOMPARE(ProgramFolder(folder.Path()).Addressed("Rpt.xml"), folder.PathOf("Rpt.xml"));
+    }
+
+    void existing_theNameItself_comesFirst()
+    {
+        const TemporaryFolder folder;
+        for (const char* name : {"FIELD.XML", "Field.xml", "field.xml"}) {
+            folder.Write(name, name);
+        }
+        QCOMPARE(ProgramFolder(folder.Path()).Existing("Field.xml"), folder.PathOf("Field.xml"));
+        QCOMPARE(ProgramFolder(folder.Path()).Existing("field.xml"), folder.PathOf("field.xml"));
+    }
+
+    void existing_aNameThatDiffersInCase_meetsItsFile_data()
+    {
+        QTest::addColumn<std::string>("stored");
+        QTest::addColumn<std::string>("asked");
+        QTest::newRow("field.xml") << "field.xml"s
+                                   << "Field.xml"s;
+        QTest::newRow("Rpt.xml") << "Rpt.xml"s
+                                 << "rpt.xml"s;
+        QTest::newRow("RPTBLANK.XML") << "RPTBLANK.XML"s
+                                      << "RptBlank.xml"s;
+    }
+
+    void existing_aNameThatDiffersInCase_meetsItsFile()
+    {
+        QFETCH(std::string, stored);
+        QFETCH(std::string, asked);
+        const TemporaryFolder folder;
+        folder.Write("other.xml", "x");
+        folder.Write(stored, "y");
+        QCOMPARE(ReadWholeFile(ProgramFolder(folder.Path()).Existing(asked)), "y"s);
+        NOT_ON_WINDOWS("names of files that differ in case");
+        QCOMPARE(ProgramFolder(folder.Path()).Existing(asked), folder.PathOf(stored));
+        QCOMPARE(ProgramFolder(folder.Path() + '/').Existing(asked), folder.PathOf(stored));
+    }
+
+    void existing_noSuchFile_isTheAddressedPath()
+    {
+        const TemporaryFolder folder;
+        folder.Write("field.xml.bak", "x");
+        QCOMPARE(ProgramFolder(folder.Path()).Existing("Field.xml"), folder.PathOf("Field.xml"));
+        QCOMPARE(ProgramFolder(folder.PathOf("gone")).Existing("Field.xml"), folder.PathOf("gone/Field.xml"));
+    }
 };
 
-void tst_ProgramFolder::getAppPath_rootOfADrive_losesItsSeparator()
-{
-    const ProgramFolder drive("C:\\", '\\');
-    QCOMPARE(drive.GetAppPath(), "C:"s);
-    QCOMPARE(drive.Addressed("tarno.xml"), "C:\\tarno.xml"s);
-    const ProgramFolder root("/", '/');
-    QCOMPARE(root.GetAppPath(), ""s);
-    QCOMPARE(root.Addressed("tarno.xml"), "/tarno.xml"s);
-}
-
-void tst_ProgramFolder::getAppPath_anyOtherFolder_staysAsItIs()
-{
-    QCOMPARE(ProgramFolder("C:\\Fishing Log", '\\').GetAppPath(), "C:\\Fishing Log"s);
-    QCOMPARE(ProgramFolder("/opt/tarno", '/').GetAppPath(), "/opt/tarno"s);
-    QCOMPARE(ProgramFolder("/opt/tarno\\", '/').GetAppPath(), "/opt/tarno\\"s);
-}
-
-void tst_ProgramFolder::addressed_aName_standsBehindTheSeparator()
-{
-    QCOMPARE(ProgramFolder("C:\\Log", '\\').Addressed("Rpt.xml"), "C:\\Log\\Rpt.xml"s);
-    const TemporaryFolder folder;
-    QCOMPARE(ProgramFolder(folder.Path()).Addressed("Rpt.xml"), folder.PathOf("Rpt.xml"));
-}
-
-void tst_ProgramFolder::existing_theNameItself_comesFirst()
-{
-    const TemporaryFolder folder;
-    for (const char* name : {"FIELD.XML", "Field.xml", "field.xml"}) {
-        folder.Write(name, name);
-    }
-    QCOMPARE(ProgramFolder(folder.Path()).Existing("Field.xml"), folder.PathOf("Field.xml"));
-    QCOMPARE(ProgramFolder(folder.Path()).Existing("field.xml"), folder.PathOf("field.xml"));
-}
-
-void tst_ProgramFolder::existing_aNameThatDiffersInCase_meetsItsFile_data()
-{
-    QTest::addColumn<std::string>("stored");
-    QTest::addColumn<std::string>("asked");
-    QTest::newRow("field.xml") << "field.xml"s
-                               << "Field.xml"s;
-    QTest::newRow("Rpt.xml") << "Rpt.xml"s
-                             << "rpt.xml"s;
-    QTest::newRow("RPTBLANK.XML") << "RPTBLANK.XML"s
-                                  << "RptBlank.xml"s;
-}
-
-void tst_ProgramFolder::existing_aNameThatDiffersInCase_meetsItsFile()
-{
-    QFETCH(std::string, stored);
-    QFETCH(std::string, asked);
-    const TemporaryFolder folder;
-    folder.Write("other.xml", "x");
-    folder.Write(stored, "y");
-    QCOMPARE(ReadWholeFile(ProgramFolder(folder.Path()).Existing(asked)), "y"s);
-    NOT_ON_WINDOWS("names of files that differ in case");
-    QCOMPARE(ProgramFolder(folder.Path()).Existing(asked), folder.PathOf(stored));
-    QCOMPARE(ProgramFolder(folder.Path() + '/').Existing(asked), folder.PathOf(stored));
-}
-
-void tst_ProgramFolder::existing_noSuchFile_isTheAddressedPath()
-{
-    const TemporaryFolder folder;
-    folder.Write("field.xml.bak", "x");
-    QCOMPARE(ProgramFolder(folder.Path()).Existing("Field.xml"), folder.PathOf("Field.xml"));
-    QCOMPARE(ProgramFolder(folder.PathOf("gone")).Existing("Field.xml"), folder.PathOf("gone/Field.xml"));
-}
-
-QTEST_APPLESS_MAIN(tst_ProgramFolder)
+TEST_CLASS(tst_ProgramFolder)
 #include "tst_ProgramFolder.moc"

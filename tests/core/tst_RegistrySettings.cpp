@@ -1,8 +1,7 @@
 #include "core/FileOperations.h"
 #include "core/SettingsStore.h"
 #include "support/StdStrings.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 #include <windows.h>
 
@@ -37,14 +36,86 @@ private Q_SLOTS:
 
     void cleanupTestCase() { m_store->RemoveSection(m_section); }
 
-    void nothingWritten_isNothing();
-    void written_isReadAgain_data();
-    void written_isReadAgain();
-    void written_liesInTheRegistryAsText();
-    void values_areListedWithTheirNames();
-    void value_removed_isGone();
-    void section_removed_isGoneWithItsValues();
-    void valueOfAnotherType_isReadAsItsBytes();
+    void nothingWritten_isNothing()
+    {
+        QVERIFY(!m_store->Read(m_section, "XTidePath"));
+        QVERIFY(!m_store->Values(m_section));
+        m_store->RemoveValue(m_section, "XTidePath");
+        m_store->RemoveSection(m_section);
+        QVERIFY(!m_store->Values(m_section)); // reading and removing make no section
+    }
+
+    void written_isReadAgain_data()
+    {
+        QTest::addColumn<std::string>("text");
+        QTest::newRow("a path") << R"(C:\Program Files\WXTide32\WXTide32.exe)"s;
+        QTest::newRow("beyond ASCII") << "C:\\caf\u00E9\\tides.exe"s;
+        QTest::newRow("nothing") << ""s;
+        QTest::newRow("blanks") << "  "s;
+        QTest::newRow("long") << std::string(20'000, 'x');
+    }
+
+    void written_isReadAgain()
+    {
+        QFETCH(std::string, text);
+        m_store->Write(m_section, "XTidePath", "before");
+        m_store->Write(m_section, "XTidePath", text);
+        QCOMPARE(m_store->Read(m_section, "XTidePath"), std::optional(text));
+    }
+
+    void written_liesInTheRegistryAsText()
+    {
+        m_store->Write(m_section, "XTidePath", "C:\\caf\u00E9\\tides.exe");
+        QCOMPARE(InRegistry(m_section, L"XTidePath"),
+                 std::optional(QStringLiteral("C:\\caf\u00E9\\tides.exe")));
+    }
+
+    void values_areListedWithTheirNames()
+    {
+        m_store->Write(m_section, "one", "1");
+        m_store->Write(m_section, "two \u00E9", "zw\u00F6lf");
+        m_store->Write(m_section, "none", "");
+        const auto values = m_store->Values(m_section);
+        QVERIFY(values);
+        std::map<std::string, std::string> listed;
+        for (const auto& value : *values) {
+            listed[value.name] = value.text;
+        }
+        const std::map<std::string, std::string> expected{
+            {"one", "1"}, {"two \u00E9", "zw\u00F6lf"}, {"none", ""}};
+        QVERIFY(listed == expected);
+    }
+
+    void value_removed_isGone()
+    {
+        m_store->Write(m_section, "one", "1");
+        m_store->Write(m_section, "two", "2");
+        m_store->RemoveValue(m_section, "one");
+        QVERIFY(!m_store->Read(m_section, "one"));
+        QCOMPARE(m_store->Read(m_section, "two"), std::optional("2"s));
+    }
+
+    void section_removed_isGoneWithItsValues()
+    {
+        m_store->Write(m_section, "one", "1");
+        m_store->RemoveSection(m_section);
+        QVERIFY(!m_store->Read(m_section, "one"));
+        QVERIFY(!m_store->Values(m_section));
+        QVERIFY(!InRegistry(m_section, L"one"));
+    }
+
+    void valueOfAnotherType_isReadAsItsBytes()
+    {
+        m_store->Write(m_section, "one", "1");
+        const std::wstring key = L"Control Panel\\" + QString::fromStdString(m_section).toStdWString();
+        const DWORD number = 0;
+        QCOMPARE(
+            ::RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), L"number", REG_DWORD, &number, sizeof number),
+            0L);
+        const auto read = m_store->Read(m_section, "number");
+        QVERIFY(read);
+        QCOMPARE(*read, std::string(3, '\0')); // as from a text, its last byte counts as the end
+    }
 
 private:
     std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
@@ -52,84 +123,5 @@ private:
     const std::string m_section = "TarnoTest" + std::to_string(::GetCurrentProcessId());
 };
 
-void tst_RegistrySettings::nothingWritten_isNothing()
-{
-    QVERIFY(!m_store->Read(m_section, "XTidePath"));
-    QVERIFY(!m_store->Values(m_section));
-    m_store->RemoveValue(m_section, "XTidePath");
-    m_store->RemoveSection(m_section);
-    QVERIFY(!m_store->Values(m_section)); // reading and removing make no section
-}
-
-void tst_RegistrySettings::written_isReadAgain_data()
-{
-    QTest::addColumn<std::string>("text");
-    QTest::newRow("a path") << R"(C:\Program Files\WXTide32\WXTide32.exe)"s;
-    QTest::newRow("beyond ASCII") << "C:\\caf\u00E9\\tides.exe"s;
-    QTest::newRow("nothing") << ""s;
-    QTest::newRow("blanks") << "  "s;
-    QTest::newRow("long") << std::string(20'000, 'x');
-}
-
-void tst_RegistrySettings::written_isReadAgain()
-{
-    QFETCH(std::string, text);
-    m_store->Write(m_section, "XTidePath", "before");
-    m_store->Write(m_section, "XTidePath", text);
-    QCOMPARE(m_store->Read(m_section, "XTidePath"), std::optional(text));
-}
-
-void tst_RegistrySettings::written_liesInTheRegistryAsText()
-{
-    m_store->Write(m_section, "XTidePath", "C:\\caf\u00E9\\tides.exe");
-    QCOMPARE(InRegistry(m_section, L"XTidePath"), std::optional(QStringLiteral("C:\\caf\u00E9\\tides.exe")));
-}
-
-void tst_RegistrySettings::values_areListedWithTheirNames()
-{
-    m_store->Write(m_section, "one", "1");
-    m_store->Write(m_section, "two \u00E9", "zw\u00F6lf");
-    m_store->Write(m_section, "none", "");
-    const auto values = m_store->Values(m_section);
-    QVERIFY(values);
-    std::map<std::string, std::string> listed;
-    for (const auto& value : *values) {
-        listed[value.name] = value.text;
-    }
-    const std::map<std::string, std::string> expected{
-        {"one", "1"}, {"two \u00E9", "zw\u00F6lf"}, {"none", ""}};
-    QVERIFY(listed == expected);
-}
-
-void tst_RegistrySettings::value_removed_isGone()
-{
-    m_store->Write(m_section, "one", "1");
-    m_store->Write(m_section, "two", "2");
-    m_store->RemoveValue(m_section, "one");
-    QVERIFY(!m_store->Read(m_section, "one"));
-    QCOMPARE(m_store->Read(m_section, "two"), std::optional("2"s));
-}
-
-void tst_RegistrySettings::section_removed_isGoneWithItsValues()
-{
-    m_store->Write(m_section, "one", "1");
-    m_store->RemoveSection(m_section);
-    QVERIFY(!m_store->Read(m_section, "one"));
-    QVERIFY(!m_store->Values(m_section));
-    QVERIFY(!InRegistry(m_section, L"one"));
-}
-
-void tst_RegistrySettings::valueOfAnotherType_isReadAsItsBytes()
-{
-    m_store->Write(m_section, "one", "1");
-    const std::wstring key = L"Control Panel\\" + QString::fromStdString(m_section).toStdWString();
-    const DWORD number = 0;
-    QCOMPARE(::RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), L"number", REG_DWORD, &number, sizeof number),
-             0L);
-    const auto read = m_store->Read(m_section, "number");
-    QVERIFY(read);
-    QCOMPARE(*read, std::string(3, '\0')); // as from a text, its last byte counts as the end
-}
-
-QTEST_APPLESS_MAIN(tst_RegistrySettings)
+TEST_CLASS(tst_RegistrySettings)
 #include "tst_RegistrySettings.moc"

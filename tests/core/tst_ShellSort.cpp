@@ -1,8 +1,7 @@
 #include "core/ShellSort.h"
 #include "support/RaisedNumber.h"
 #include "support/StdStrings.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 #include <map>
 
@@ -62,191 +61,176 @@ class tst_ShellSort : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noRowAndOneRow_stay();
-    void twoRows_standInOrder();
-    void descending_turnsTheOrderAround();
-    void texts_compareByBytes();
-    void equalRows_moveAsTheGapsSay_data();
-    void equalRows_moveAsTheGapsSay();
-    void strictMode_equalRows_areTurnedAroundAtEachPass_data();
-    void strictMode_equalRows_areTurnedAroundAtEachPass();
-    void strictMode_differentRows_areSortedAllTheSame();
-    void anyOtherMode_movesNothing();
-    void anotherColumn_decides();
-    void thousandRows_areSortedAndStayWhole_data();
-    void thousandRows_areSortedAndStayWhole();
-    void rows_areMovedNotCopied();
-    void aShortRow_isSubscriptOutOfRangeAndNothingMoves();
+
+    void noRowAndOneRow_stay()
+    {
+        ReportTable none;
+        mMain::ShellSort(none, {});
+        QVERIFY(none.empty());
+        ReportTable one = Numbered({"b"});
+        mMain::ShellSort(one, {.mode = -1});
+        QCOMPARE(Column(one, 0), Texts{"b"});
+    }
+
+    void twoRows_standInOrder()
+    {
+        for (const Texts& keys : {Texts{"a", "b"}, Texts{"b", "a"}}) {
+            ReportTable table = Numbered(keys);
+            mMain::ShellSort(table, {});
+            QCOMPARE(Column(table, 0), (Texts{"a", "b"}));
+        }
+    }
+
+    void descending_turnsTheOrderAround()
+    {
+        ReportTable table = Numbered({"b", "d", "a", "e", "c"});
+        mMain::ShellSort(table, {.descending = true});
+        QCOMPARE(Column(table, 0), (Texts{"e", "d", "c", "b", "a"}));
+        QCOMPARE(Column(table, 1), (Texts{"4", "2", "5", "1", "3"}));
+    }
+
+    void texts_compareByBytes()
+    {
+        ReportTable table = Numbered({"\u00E9", "9", ":", "a", "10", "Z", ""});
+        mMain::ShellSort(table, {});
+        QCOMPARE(Column(table, 0), (Texts{"", "10", "9", ":", "Z", "a", "\u00E9"}));
+    }
+
+    // The first row belongs at the end. Each gap carries it on and draws the rows that it passes forward,
+    // beyond their equals, so the result tells which gaps there were: 4 from five rows on, 13 from fourteen,
+    // 40 from forty-one.
+    void equalRows_moveAsTheGapsSay_data()
+    {
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<Texts>("numbers");
+        QTest::newRow("4: gap 1") << 4 << Texts{"2", "3", "4", "1"};
+        QTest::newRow("5: gap 4") << 5 << Texts{"5", "2", "3", "4", "1"};
+        QTest::newRow("13: gaps 4 in three steps") << 13 << Rotated(13, {1, 5, 9, 13});
+        QTest::newRow("14: gap 13") << 14 << Rotated(14, {1, 14});
+        QTest::newRow("40: gap 13 in three steps") << 40 << Rotated(40, {1, 14, 27, 40});
+        QTest::newRow("41: gap 40") << 41 << Rotated(41, {1, 41});
+    }
+
+    void equalRows_moveAsTheGapsSay()
+    {
+        QFETCH(int, rows);
+        QFETCH(Texts, numbers);
+        ReportTable ascending = FirstApart("b", static_cast<std::size_t>(rows));
+        mMain::ShellSort(ascending, {});
+        QCOMPARE(Column(ascending, 1), numbers);
+        ReportTable descending = FirstApart("A", static_cast<std::size_t>(rows));
+        mMain::ShellSort(descending, {.descending = true});
+        QCOMPARE(Column(descending, 1), numbers);
+    }
+
+    // With equal rows counted as out of order, a pass turns the rows a gap apart around; gap 1 comes twice.
+    void strictMode_equalRows_areTurnedAroundAtEachPass_data()
+    {
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<Texts>("numbers");
+        QTest::newRow("2") << 2 << Texts{"1", "2"};
+        QTest::newRow("3") << 3 << Texts{"1", "2", "3"};
+        QTest::newRow("4") << 4 << Texts{"1", "2", "3", "4"};
+        QTest::newRow("5") << 5 << Texts{"5", "2", "3", "4", "1"};
+        QTest::newRow("6") << 6 << Texts{"5", "6", "3", "4", "1", "2"};
+        QTest::newRow("14") << 14 << Texts{"13", "1", "11", "12", "9", "10", "7",
+                                           "8",  "5", "6",  "3",  "4", "14", "2"};
+    }
+
+    void strictMode_equalRows_areTurnedAroundAtEachPass()
+    {
+        QFETCH(int, rows);
+        for (const bool descending : {false, true}) {
+            ReportTable table = FirstApart("a", static_cast<std::size_t>(rows));
+            mMain::ShellSort(table, {.descending = descending, .mode = -1});
+            QTEST(Column(table, 1), "numbers");
+        }
+    }
+
+    void strictMode_differentRows_areSortedAllTheSame()
+    {
+        ReportTable table = Numbered({"d", "b", "f", "a", "e", "c"});
+        mMain::ShellSort(table, {.mode = -1});
+        QCOMPARE(Column(table, 0), (Texts{"a", "b", "c", "d", "e", "f"}));
+    }
+
+    void anyOtherMode_movesNothing()
+    {
+        ReportTable table = Numbered({"c", "b", "a"});
+        mMain::ShellSort(table, {.mode = 1});
+        QCOMPARE(Column(table, 1), (Texts{"1", "2", "3"}));
+    }
+
+    void anotherColumn_decides()
+    {
+        ReportTable table{{"1", "z", "x"}, {"2", "y", "w"}, {"3", "x", "y"}};
+        mMain::ShellSort(table, {.column = 2});
+        QCOMPARE(Column(table, 0), (Texts{"2", "1", "3"}));
+        QCOMPARE(Column(table, 1), (Texts{"y", "z", "x"}));
+    }
+
+    void thousandRows_areSortedAndStayWhole_data()
+    {
+        QTest::addColumn<bool>("descending");
+        QTest::addColumn<int>("mode");
+        QTest::newRow("ascending") << false << 0;
+        QTest::newRow("descending") << true << 0;
+        QTest::newRow("ascending, strict") << false << -1;
+        QTest::newRow("descending, strict") << true << -1;
+    }
+
+    void thousandRows_areSortedAndStayWhole()
+    {
+        QFETCH(bool, descending);
+        QFETCH(int, mode);
+        Texts keys;
+        std::uint32_t number = 1;
+        for (int row = 0; row < 1000; ++row) {
+            number = number * 1664525U + 1013904223U;
+            keys.push_back(std::to_string((number >> 16U) % 500)); // each key about twice
+        }
+        ReportTable table = Numbered(keys);
+        const ReportTable before = table;
+        mMain::ShellSort(table, {.descending = descending, .mode = static_cast<std::int16_t>(mode)});
+
+        Texts sorted = keys;
+        std::sort(sorted.begin(), sorted.end());
+        if (descending) {
+            std::reverse(sorted.begin(), sorted.end());
+        }
+        QCOMPARE(Column(table, 0), sorted);
+        ReportTable byNumber = table;
+        std::sort(byNumber.begin(), byNumber.end(), [](const ReportRow& left, const ReportRow& right) {
+            return std::stoi(left.at(1)) < std::stoi(right.at(1));
+        });
+        QVERIFY(byNumber == before);
+    }
+
+    void rows_areMovedNotCopied()
+    {
+        ReportTable table = Numbered({"e", "c", "a", "d", "b", "f", "c"});
+        std::map<std::string, const std::string*> cells;
+        for (const ReportRow& row : table) {
+            cells[row.at(1)] = row.data();
+        }
+        mMain::ShellSort(table, {});
+        QCOMPARE(Column(table, 0), (Texts{"a", "b", "c", "c", "d", "e", "f"}));
+        for (const ReportRow& row : table) {
+            QVERIFY(row.data() == cells.at(row.at(1)));
+        }
+    }
+
+    void aShortRow_isSubscriptOutOfRangeAndNothingMoves()
+    {
+        ReportTable table = Numbered({"c", "b", "a"});
+        table.push_back({"only one cell"});
+        const ReportTable before = table;
+        QCOMPARE(RaisedNumber([&] { mMain::ShellSort(table, {.column = 1}); }), 9);
+        QVERIFY(table == before);
+        ReportTable single{{"a"}};
+        QCOMPARE(RaisedNumber([&] { mMain::ShellSort(single, {.column = 1}); }), 9);
+    }
 };
 
-void tst_ShellSort::noRowAndOneRow_stay()
-{
-    ReportTable none;
-    mMain::ShellSort(none, {});
-    QVERIFY(none.empty());
-    ReportTable one = Numbered({"b"});
-    mMain::ShellSort(one, {.mode = -1});
-    QCOMPARE(Column(one, 0), Texts{"b"});
-}
-
-void tst_ShellSort::twoRows_standInOrder()
-{
-    for (const Texts& keys : {Texts{"a", "b"}, Texts{"b", "a"}}) {
-        ReportTable table = Numbered(keys);
-        mMain::ShellSort(table, {});
-        QCOMPARE(Column(table, 0), (Texts{"a", "b"}));
-    }
-}
-
-void tst_ShellSort::descending_turnsTheOrderAround()
-{
-    ReportTable table = Numbered({"b", "d", "a", "e", "c"});
-    mMain::ShellSort(table, {.descending = true});
-    QCOMPARE(Column(table, 0), (Texts{"e", "d", "c", "b", "a"}));
-    QCOMPARE(Column(table, 1), (Texts{"4", "2", "5", "1", "3"}));
-}
-
-void tst_ShellSort::texts_compareByBytes()
-{
-    ReportTable table = Numbered({"\u00E9", "9", ":", "a", "10", "Z", ""});
-    mMain::ShellSort(table, {});
-    QCOMPARE(Column(table, 0), (Texts{"", "10", "9", ":", "Z", "a", "\u00E9"}));
-}
-
-// The first row belongs at the end. Each gap carries it on and draws the rows that it passes forward,
-// beyond their equals, so the result tells which gaps there were: 4 from five rows on, 13 from fourteen,
-// 40 from forty-one.
-void tst_ShellSort::equalRows_moveAsTheGapsSay_data()
-{
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<Texts>("numbers");
-    QTest::newRow("4: gap 1") << 4 << Texts{"2", "3", "4", "1"};
-    QTest::newRow("5: gap 4") << 5 << Texts{"5", "2", "3", "4", "1"};
-    QTest::newRow("13: gaps 4 in three steps") << 13 << Rotated(13, {1, 5, 9, 13});
-    QTest::newRow("14: gap 13") << 14 << Rotated(14, {1, 14});
-    QTest::newRow("40: gap 13 in three steps") << 40 << Rotated(40, {1, 14, 27, 40});
-    QTest::newRow("41: gap 40") << 41 << Rotated(41, {1, 41});
-}
-
-void tst_ShellSort::equalRows_moveAsTheGapsSay()
-{
-    QFETCH(int, rows);
-    QFETCH(Texts, numbers);
-    ReportTable ascending = FirstApart("b", static_cast<std::size_t>(rows));
-    mMain::ShellSort(ascending, {});
-    QCOMPARE(Column(ascending, 1), numbers);
-    ReportTable descending = FirstApart("A", static_cast<std::size_t>(rows));
-    mMain::ShellSort(descending, {.descending = true});
-    QCOMPARE(Column(descending, 1), numbers);
-}
-
-// With equal rows counted as out of order, a pass turns the rows a gap apart around; gap 1 comes twice.
-void tst_ShellSort::strictMode_equalRows_areTurnedAroundAtEachPass_data()
-{
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<Texts>("numbers");
-    QTest::newRow("2") << 2 << Texts{"1", "2"};
-    QTest::newRow("3") << 3 << Texts{"1", "2", "3"};
-    QTest::newRow("4") << 4 << Texts{"1", "2", "3", "4"};
-    QTest::newRow("5") << 5 << Texts{"5", "2", "3", "4", "1"};
-    QTest::newRow("6") << 6 << Texts{"5", "6", "3", "4", "1", "2"};
-    QTest::newRow("14") << 14
-                        << Texts{"13", "1", "11", "12", "9", "10", "7", "8", "5", "6", "3", "4", "14", "2"};
-}
-
-void tst_ShellSort::strictMode_equalRows_areTurnedAroundAtEachPass()
-{
-    QFETCH(int, rows);
-    for (const bool descending : {false, true}) {
-        ReportTable table = FirstApart("a", static_cast<std::size_t>(rows));
-        mMain::ShellSort(table, {.descending = descending, .mode = -1});
-        QTEST(Column(table, 1), "numbers");
-    }
-}
-
-void tst_ShellSort::strictMode_differentRows_areSortedAllTheSame()
-{
-    ReportTable table = Numbered({"d", "b", "f", "a", "e", "c"});
-    mMain::ShellSort(table, {.mode = -1});
-    QCOMPARE(Column(table, 0), (Texts{"a", "b", "c", "d", "e", "f"}));
-}
-
-void tst_ShellSort::anyOtherMode_movesNothing()
-{
-    ReportTable table = Numbered({"c", "b", "a"});
-    mMain::ShellSort(table, {.mode = 1});
-    QCOMPARE(Column(table, 1), (Texts{"1", "2", "3"}));
-}
-
-void tst_ShellSort::anotherColumn_decides()
-{
-    ReportTable table{{"1", "z", "x"}, {"2", "y", "w"}, {"3", "x", "y"}};
-    mMain::ShellSort(table, {.column = 2});
-    QCOMPARE(Column(table, 0), (Texts{"2", "1", "3"}));
-    QCOMPARE(Column(table, 1), (Texts{"y", "z", "x"}));
-}
-
-void tst_ShellSort::thousandRows_areSortedAndStayWhole_data()
-{
-    QTest::addColumn<bool>("descending");
-    QTest::addColumn<int>("mode");
-    QTest::newRow("ascending") << false << 0;
-    QTest::newRow("descending") << true << 0;
-    QTest::newRow("ascending, strict") << false << -1;
-    QTest::newRow("descending, strict") << true << -1;
-}
-
-void tst_ShellSort::thousandRows_areSortedAndStayWhole()
-{
-    QFETCH(bool, descending);
-    QFETCH(int, mode);
-    Texts keys;
-    std::uint32_t number = 1;
-    for (int row = 0; row < 1000; ++row) {
-        number = number * 1664525U + 1013904223U;
-        keys.push_back(std::to_string((number >> 16U) % 500)); // each key about twice
-    }
-    ReportTable table = Numbered(keys);
-    const ReportTable before = table;
-    mMain::ShellSort(table, {.descending = descending, .mode = static_cast<std::int16_t>(mode)});
-
-    Texts sorted = keys;
-    std::sort(sorted.begin(), sorted.end());
-    if (descending) {
-        std::reverse(sorted.begin(), sorted.end());
-    }
-    QCOMPARE(Column(table, 0), sorted);
-    ReportTable byNumber = table;
-    std::sort(byNumber.begin(), byNumber.end(), [](const ReportRow& left, const ReportRow& right) {
-        return std::stoi(left.at(1)) < std::stoi(right.at(1));
-    });
-    QVERIFY(byNumber == before);
-}
-
-void tst_ShellSort::rows_areMovedNotCopied()
-{
-    ReportTable table = Numbered({"e", "c", "a", "d", "b", "f", "c"});
-    std::map<std::string, const std::string*> cells;
-    for (const ReportRow& row : table) {
-        cells[row.at(1)] = row.data();
-    }
-    mMain::ShellSort(table, {});
-    QCOMPARE(Column(table, 0), (Texts{"a", "b", "c", "c", "d", "e", "f"}));
-    for (const ReportRow& row : table) {
-        QVERIFY(row.data() == cells.at(row.at(1)));
-    }
-}
-
-void tst_ShellSort::aShortRow_isSubscriptOutOfRangeAndNothingMoves()
-{
-    ReportTable table = Numbered({"c", "b", "a"});
-    table.push_back({"only one cell"});
-    const ReportTable before = table;
-    QCOMPARE(RaisedNumber([&] { mMain::ShellSort(table, {.column = 1}); }), 9);
-    QVERIFY(table == before);
-    ReportTable single{{"a"}};
-    QCOMPARE(RaisedNumber([&] { mMain::ShellSort(single, {.column = 1}); }), 9);
-}
-
-QTEST_APPLESS_MAIN(tst_ShellSort)
+TEST_CLASS(tst_ShellSort)
 #include "tst_ShellSort.moc"

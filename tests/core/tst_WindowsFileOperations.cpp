@@ -5,9 +5,9 @@
 #include "support/RaisedNumber.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
+#include "support/TestClass.h"
 
 #include <QProcess>
-#include <QtTest>
 
 using namespace std::string_literals;
 
@@ -39,242 +39,216 @@ class tst_WindowsFileOperations : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void followed_isAPathAsOthers();
-    void checkReplaceable_readOnlyFile_isPathFileAccess();
-    void replace_heldFile_isPermissionDenied_data();
-    void replace_heldFile_isPermissionDenied();
-    void exchange_heldFile_isPermissionDenied_data();
-    void exchange_heldFile_isPermissionDenied();
-    void exchange_fileThatIsRead_succeeds();
-    void exchange_theWayOutIsBlocked_changesNothing();
-    void writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime_data();
-    void writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime();
-    void remove_heldFile_isPermissionDenied();
-    void append_heldFile_isPermissionDenied();
-    void readWholeFile_heldFile_isPermissionDenied();
-    void readWholeFile_device_isNoFile();
-    void isRunning_aProcess_untilItHasEnded();
-    void removeLeftovers_ofARunningProcess_stay();
-    void longPaths_areFilesAsOthers();
+
+    void followed_isAPathAsOthers()
+    {
+        const TemporaryFolder folder;
+        folder.Write("Tarno.XML", "x");
+        const std::string followed = m_operations->Followed(folder.PathOf("tarno.xml"));
+        QVERIFY2(followed.size() > 3 && followed.substr(1, 2) == ":\\", followed.c_str());
+        QVERIFY2(followed.ends_with("\\Tarno.XML"), followed.c_str());
+    }
+
+    void checkReplaceable_readOnlyFile_isPathFileAccess()
+    {
+        const TemporaryFolder folder;
+        folder.Write("file", "x");
+        const std::wstring path = Native(folder.PathOf("file"));
+        QVERIFY(::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY) != 0);
+        const int number = RaisedNumber([&] { m_operations->CheckReplaceable(folder.PathOf("file")); });
+        ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+        QCOMPARE(number, 75);
+    }
+
+    void replace_heldFile_isPermissionDenied_data() { AddShares(); }
+
+    void replace_heldFile_isPermissionDenied()
+    {
+        QFETCH(DWORD, share);
+        const TemporaryFolder folder;
+        folder.Write("old", "old");
+        folder.Write("new", "new");
+        const auto replace = [&] { m_operations->Replace(folder.PathOf("new"), folder.PathOf("old")); };
+        {
+            const Handle held = Held(folder.PathOf("old"), share);
+            QCOMPARE(RaisedNumber(replace), 70);
+        }
+        QCOMPARE(folder.Names(), (Texts{"new", "old"}));
+        QCOMPARE(folder.Read("old"), "old"s);
+        QCOMPARE(folder.Read("new"), "new"s);
+        QCOMPARE(RaisedNumber(replace), 0);
+        QCOMPARE(folder.Names(), Texts{"old"});
+        QCOMPARE(folder.Read("old"), "new"s);
+    }
+
+    void exchange_heldFile_isPermissionDenied_data() { AddShares(); }
+
+    void exchange_heldFile_isPermissionDenied()
+    {
+        QFETCH(DWORD, share);
+        const TemporaryFolder folder;
+        folder.Write("old", "old");
+        folder.Write("new", "new");
+        const auto exchange = [&] { m_operations->Exchange(folder.PathOf("new"), folder.PathOf("old")); };
+        for (const char* name : {"old", "new"}) {
+            const Handle held = Held(folder.PathOf(name), share);
+            QCOMPARE(RaisedNumber(exchange), 70);
+        }
+        QCOMPARE(folder.Names(), (Texts{"new", "old"}));
+        QCOMPARE(folder.Read("old"), "old"s);
+        QCOMPARE(folder.Read("new"), "new"s);
+        QCOMPARE(RaisedNumber(exchange), 0);
+        QCOMPARE(folder.Read("old"), "new"s);
+        QCOMPARE(folder.Read("new"), "old"s);
+    }
+
+    void exchange_fileThatIsRead_succeeds()
+    {
+        const TemporaryFolder folder;
+        folder.Write("old", "old");
+        folder.Write("new", "new");
+        const Handle held = Held(folder.PathOf("old"), shareAll);
+        QVERIFY(m_operations->Exchange(folder.PathOf("new"), folder.PathOf("old")));
+        QCOMPARE(folder.Read("old"), "new"s);
+        QCOMPARE(folder.Read("new"), "old"s);
+        QCOMPARE(folder.Names(), (Texts{"new", "old"}));
+    }
+
+    void exchange_theWayOutIsBlocked_changesNothing()
+    {
+        const TemporaryFolder folder;
+        folder.Write("old", "old");
+        folder.Write("new", "new");
+        folder.MakeFolder("new.out");
+        QVERIFY(RaisedNumber([&] { m_operations->Exchange(folder.PathOf("new"), folder.PathOf("old")); }) !=
+                0);
+        QCOMPARE(folder.Names(), (Texts{"new", "new.out", "old"}));
+        QCOMPARE(folder.Read("old"), "old"s);
+        QCOMPARE(folder.Read("new"), "new"s);
+    }
+
+    void writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime_data() { AddShares(); }
+
+    void writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime()
+    {
+        QFETCH(DWORD, share);
+        const TemporaryFolder folder;
+        folder.Write("tarno.xml", "old");
+        const auto write = [&] {
+            SafeWriter(*m_operations)
+                .WriteOver(folder.PathOf("tarno.xml"), "new", {SafeWriter::FingerprintOf("old")});
+        };
+        {
+            const Handle held = Held(folder.PathOf("tarno.xml"), share);
+            QCOMPARE(RaisedNumber(write), 70);
+        }
+        QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+        QCOMPARE(folder.Read("tarno.xml"), "old"s);
+        QCOMPARE(RaisedNumber(write), 0);
+        QCOMPARE(folder.Names(), Texts{"tarno.xml"});
+        QCOMPARE(folder.Read("tarno.xml"), "new"s);
+    }
+
+    void remove_heldFile_isPermissionDenied()
+    {
+        const TemporaryFolder folder;
+        folder.Write("file", "x");
+        const Handle held = Held(folder.PathOf("file"), shareReading);
+        QCOMPARE(RaisedNumber([&] { m_operations->Remove(folder.PathOf("file")); }), 70);
+    }
+
+    void append_heldFile_isPermissionDenied()
+    {
+        const TemporaryFolder folder;
+        folder.Write("Tarno.log", "old");
+        {
+            const Handle held = Held(folder.PathOf("Tarno.log"), FILE_SHARE_READ);
+            QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("Tarno.log"), "x"); }), 70);
+        }
+        QCOMPARE(folder.Read("Tarno.log"), "old"s);
+    }
+
+    void readWholeFile_heldFile_isPermissionDenied()
+    {
+        const TemporaryFolder folder;
+        folder.Write("file", "x");
+        {
+            const Handle held = Held(folder.PathOf("file"), 0);
+            QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("file")); }), 70);
+        }
+        const Handle held = Held(folder.PathOf("file"), shareReading);
+        QCOMPARE(ReadWholeFile(folder.PathOf("file")), "x"s);
+    }
+
+    void readWholeFile_device_isNoFile()
+    {
+        QCOMPARE(RaisedNumber([] { ReadWholeFile("NUL"); }), 75);
+    }
+
+    void isRunning_aProcess_untilItHasEnded()
+    {
+        QCOMPARE(m_operations->ProcessNumber(), static_cast<std::uint32_t>(::GetCurrentProcessId()));
+        QVERIFY(m_operations->IsRunning(m_operations->ProcessNumber()));
+        QProcess other;
+        other.start(QStringLiteral("cmd.exe"), QStringList());
+        QVERIFY(other.waitForStarted());
+        const auto number = static_cast<std::uint32_t>(other.processId());
+        QVERIFY(m_operations->IsRunning(number));
+        other.kill();
+        QVERIFY(other.waitForFinished(-1));
+        QVERIFY(!m_operations->IsRunning(number));
+    }
+
+    void removeLeftovers_ofARunningProcess_stay()
+    {
+        const TemporaryFolder folder;
+        QProcess other;
+        other.start(QStringLiteral("cmd.exe"), QStringList());
+        QVERIFY(other.waitForStarted());
+        const std::string name = "tarno.xml." + std::to_string(other.processId()) + "-12.tarno-tmp";
+        folder.Write(name, "half");
+        SafeWriter writer(*m_operations);
+        writer.RemoveLeftovers(folder.PathOf("tarno.xml"));
+        QCOMPARE(folder.Names(), Texts{name});
+        other.kill();
+        QVERIFY(other.waitForFinished(-1));
+        writer.RemoveLeftovers(folder.PathOf("tarno.xml"));
+        QCOMPARE(folder.Names(), Texts());
+    }
+
+    void longPaths_areFilesAsOthers()
+    {
+        const TemporaryFolder folder;
+        std::string name = "Mein Angelbuch \u00FCber alles";
+        while (folder.PathOf(name).size() < 300) {
+            name += "/" + std::string(50, 'x');
+        }
+        folder.MakeFolder(name);
+        const std::string path = folder.PathOf(name + "/tarno.xml");
+        folder.Write(name + "/tarno.xml", "old");
+        QCOMPARE(ReadWholeFile(path), "old"s);
+        std::string given = path;
+        QVERIFY(mMain::FileExist(given));
+        QCOMPARE(ProgramFolder(folder.PathOf(name)).Existing("Tarno.xml"),
+                 folder.PathOf(name + "/Tarno.xml"));
+        SafeWriter writer(*m_operations);
+        QCOMPARE(writer.WriteOver(path, "new", {SafeWriter::FingerprintOf("old")}), ""s);
+        QCOMPARE(ReadWholeFile(path), "new"s);
+        const std::string kept = writer.Keep(path, "other");
+        QVERIFY2(kept.ends_with("tarno-kept-1.xml"), kept.c_str());
+        QCOMPARE(ReadWholeFile(kept), "other"s);
+    }
 
 private:
-    static void AddShares();
+    static void AddShares()
+    {
+        QTest::addColumn<DWORD>("share");
+        QTest::newRow("by one who shares nothing") << DWORD{0};
+        QTest::newRow("by one who lets others read and write") << shareReading;
+    }
 
     std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
 };
 
-void tst_WindowsFileOperations::AddShares()
-{
-    QTest::addColumn<DWORD>("share");
-    QTest::newRow("by one who shares nothing") << DWORD{0};
-    QTest::newRow("by one who lets others read and write") << shareReading;
-}
-
-void tst_WindowsFileOperations::followed_isAPathAsOthers()
-{
-    const TemporaryFolder folder;
-    folder.Write("Tarno.XML", "x");
-    const std::string followed = m_operations->Followed(folder.PathOf("tarno.xml"));
-    QVERIFY2(followed.size() > 3 && followed.substr(1, 2) == ":\\", followed.c_str());
-    QVERIFY2(followed.ends_with("\\Tarno.XML"), followed.c_str());
-}
-
-void tst_WindowsFileOperations::checkReplaceable_readOnlyFile_isPathFileAccess()
-{
-    const TemporaryFolder folder;
-    folder.Write("file", "x");
-    const std::wstring path = Native(folder.PathOf("file"));
-    QVERIFY(::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY) != 0);
-    const int number = RaisedNumber([&] { m_operations->CheckReplaceable(folder.PathOf("file")); });
-    ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    QCOMPARE(number, 75);
-}
-
-void tst_WindowsFileOperations::replace_heldFile_isPermissionDenied_data()
-{
-    AddShares();
-}
-
-void tst_WindowsFileOperations::replace_heldFile_isPermissionDenied()
-{
-    QFETCH(DWORD, share);
-    const TemporaryFolder folder;
-    folder.Write("old", "old");
-    folder.Write("new", "new");
-    const auto replace = [&] { m_operations->Replace(folder.PathOf("new"), folder.PathOf("old")); };
-    {
-        const Handle held = Held(folder.PathOf("old"), share);
-        QCOMPARE(RaisedNumber(replace), 70);
-    }
-    QCOMPARE(folder.Names(), (Texts{"new", "old"}));
-    QCOMPARE(folder.Read("old"), "old"s);
-    QCOMPARE(folder.Read("new"), "new"s);
-    QCOMPARE(RaisedNumber(replace), 0);
-    QCOMPARE(folder.Names(), Texts{"old"});
-    QCOMPARE(folder.Read("old"), "new"s);
-}
-
-void tst_WindowsFileOperations::exchange_heldFile_isPermissionDenied_data()
-{
-    AddShares();
-}
-
-void tst_WindowsFileOperations::exchange_heldFile_isPermissionDenied()
-{
-    QFETCH(DWORD, share);
-    const TemporaryFolder folder;
-    folder.Write("old", "old");
-    folder.Write("new", "new");
-    const auto exchange = [&] { m_operations->Exchange(folder.PathOf("new"), folder.PathOf("old")); };
-    for (const char* name : {"old", "new"}) {
-        const Handle held = Held(folder.PathOf(name), share);
-        QCOMPARE(RaisedNumber(exchange), 70);
-    }
-    QCOMPARE(folder.Names(), (Texts{"new", "old"}));
-    QCOMPARE(folder.Read("old"), "old"s);
-    QCOMPARE(folder.Read("new"), "new"s);
-    QCOMPARE(RaisedNumber(exchange), 0);
-    QCOMPARE(folder.Read("old"), "new"s);
-    QCOMPARE(folder.Read("new"), "old"s);
-}
-
-void tst_WindowsFileOperations::exchange_fileThatIsRead_succeeds()
-{
-    const TemporaryFolder folder;
-    folder.Write("old", "old");
-    folder.Write("new", "new");
-    const Handle held = Held(folder.PathOf("old"), shareAll);
-    QVERIFY(m_operations->Exchange(folder.PathOf("new"), folder.PathOf("old")));
-    QCOMPARE(folder.Read("old"), "new"s);
-    QCOMPARE(folder.Read("new"), "old"s);
-    QCOMPARE(folder.Names(), (Texts{"new", "old"}));
-}
-
-void tst_WindowsFileOperations::exchange_theWayOutIsBlocked_changesNothing()
-{
-    const TemporaryFolder folder;
-    folder.Write("old", "old");
-    folder.Write("new", "new");
-    folder.MakeFolder("new.out");
-    QVERIFY(RaisedNumber([&] { m_operations->Exchange(folder.PathOf("new"), folder.PathOf("old")); }) != 0);
-    QCOMPARE(folder.Names(), (Texts{"new", "new.out", "old"}));
-    QCOMPARE(folder.Read("old"), "old"s);
-    QCOMPARE(folder.Read("new"), "new"s);
-}
-
-void tst_WindowsFileOperations::writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime_data()
-{
-    AddShares();
-}
-
-void tst_WindowsFileOperations::writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime()
-{
-    QFETCH(DWORD, share);
-    const TemporaryFolder folder;
-    folder.Write("tarno.xml", "old");
-    const auto write = [&] {
-        SafeWriter(*m_operations)
-            .WriteOver(folder.PathOf("tarno.xml"), "new", {SafeWriter::FingerprintOf("old")});
-    };
-    {
-        const Handle held = Held(folder.PathOf("tarno.xml"), share);
-        QCOMPARE(RaisedNumber(write), 70);
-    }
-    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
-    QCOMPARE(folder.Read("tarno.xml"), "old"s);
-    QCOMPARE(RaisedNumber(write), 0);
-    QCOMPARE(folder.Names(), Texts{"tarno.xml"});
-    QCOMPARE(folder.Read("tarno.xml"), "new"s);
-}
-
-void tst_WindowsFileOperations::remove_heldFile_isPermissionDenied()
-{
-    const TemporaryFolder folder;
-    folder.Write("file", "x");
-    const Handle held = Held(folder.PathOf("file"), shareReading);
-    QCOMPARE(RaisedNumber([&] { m_operations->Remove(folder.PathOf("file")); }), 70);
-}
-
-void tst_WindowsFileOperations::append_heldFile_isPermissionDenied()
-{
-    const TemporaryFolder folder;
-    folder.Write("Tarno.log", "old");
-    {
-        const Handle held = Held(folder.PathOf("Tarno.log"), FILE_SHARE_READ);
-        QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("Tarno.log"), "x"); }), 70);
-    }
-    QCOMPARE(folder.Read("Tarno.log"), "old"s);
-}
-
-void tst_WindowsFileOperations::readWholeFile_heldFile_isPermissionDenied()
-{
-    const TemporaryFolder folder;
-    folder.Write("file", "x");
-    {
-        const Handle held = Held(folder.PathOf("file"), 0);
-        QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("file")); }), 70);
-    }
-    const Handle held = Held(folder.PathOf("file"), shareReading);
-    QCOMPARE(ReadWholeFile(folder.PathOf("file")), "x"s);
-}
-
-void tst_WindowsFileOperations::readWholeFile_device_isNoFile()
-{
-    QCOMPARE(RaisedNumber([] { ReadWholeFile("NUL"); }), 75);
-}
-
-void tst_WindowsFileOperations::isRunning_aProcess_untilItHasEnded()
-{
-    QCOMPARE(m_operations->ProcessNumber(), static_cast<std::uint32_t>(::GetCurrentProcessId()));
-    QVERIFY(m_operations->IsRunning(m_operations->ProcessNumber()));
-    QProcess other;
-    other.start(QStringLiteral("cmd.exe"), QStringList());
-    QVERIFY(other.waitForStarted());
-    const auto number = static_cast<std::uint32_t>(other.processId());
-    QVERIFY(m_operations->IsRunning(number));
-    other.kill();
-    QVERIFY(other.waitForFinished());
-    QVERIFY(!m_operations->IsRunning(number));
-}
-
-void tst_WindowsFileOperations::removeLeftovers_ofARunningProcess_stay()
-{
-    const TemporaryFolder folder;
-    QProcess other;
-    other.start(QStringLiteral("cmd.exe"), QStringList());
-    QVERIFY(other.waitForStarted());
-    const std::string name = "tarno.xml." + std::to_string(other.processId()) + "-12.tarno-tmp";
-    folder.Write(name, "half");
-    SafeWriter writer(*m_operations);
-    writer.RemoveLeftovers(folder.PathOf("tarno.xml"));
-    QCOMPARE(folder.Names(), Texts{name});
-    other.kill();
-    QVERIFY(other.waitForFinished());
-    writer.RemoveLeftovers(folder.PathOf("tarno.xml"));
-    QCOMPARE(folder.Names(), Texts());
-}
-
-void tst_WindowsFileOperations::longPaths_areFilesAsOthers()
-{
-    const TemporaryFolder folder;
-    std::string name = "Mein Angelbuch \u00FCber alles";
-    while (folder.PathOf(name).size() < 300) {
-        name += "/" + std::string(50, 'x');
-    }
-    folder.MakeFolder(name);
-    const std::string path = folder.PathOf(name + "/tarno.xml");
-    folder.Write(name + "/tarno.xml", "old");
-    QCOMPARE(ReadWholeFile(path), "old"s);
-    std::string given = path;
-    QVERIFY(mMain::FileExist(given));
-    QCOMPARE(ProgramFolder(folder.PathOf(name)).Existing("Tarno.xml"), folder.PathOf(name + "/Tarno.xml"));
-    SafeWriter writer(*m_operations);
-    QCOMPARE(writer.WriteOver(path, "new", {SafeWriter::FingerprintOf("old")}), ""s);
-    QCOMPARE(ReadWholeFile(path), "new"s);
-    const std::string kept = writer.Keep(path, "other");
-    QVERIFY2(kept.ends_with("tarno-kept-1.xml"), kept.c_str());
-    QCOMPARE(ReadWholeFile(kept), "other"s);
-}
-
-QTEST_MAIN(tst_WindowsFileOperations)
+TEST_CLASS(tst_WindowsFileOperations)
 #include "tst_WindowsFileOperations.moc"

@@ -7,8 +7,7 @@
 #include "support/ExpectedReports.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 #include <cmath>
 #include <map>
@@ -16,44 +15,6 @@
 #include <set>
 
 // The files that a user gets with the program, and the sample log.
-
-class tst_ShippedData : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void template_holdsOneEmptyRecord_data();
-    void template_holdsOneEmptyRecord();
-    void entryTemplate_isInTheOrderOfTheLayout();
-    void locationTemplate_isInTheOrderOfTheLayout();
-    void reportTemplate_isInTheOrderOfTheLayout();
-    void emptyFiles_holdNothing_data();
-    void emptyFiles_holdNothing();
-    void everyFile_startsWithItsData_data();
-    void everyFile_startsWithItsData();
-
-    void fields_areNumberedWithoutAGap();
-    void fields_areNamedAsTheEntrysValues();
-    void fields_haveNumbersWhereNumbersAreNeeded();
-    void fields_ofTheDefaultReport_fitOnThePage();
-    void fields_haveWords();
-
-    void pickList_endsItsLinesAsWindowsDoes_data();
-    void pickList_endsItsLinesAsWindowsDoes();
-
-    void sample_keysAreGapless_data();
-    void sample_keysAreGapless();
-    void sample_isLargeEnoughToShowTheProgram();
-    void sample_locations_areDifferentKinds();
-    void sample_codes_areInTheirGroups();
-    void sample_dates_areDatesInOrder();
-    void sample_times_areTimes();
-    void sample_pictures_areThere();
-    void sample_calculatedValues_areTheProgramsOwn();
-    void sample_savedReports_nameTheirColumns();
-    void sample_savedAgain_isTheSameFile_data();
-    void sample_savedAgain_isTheSameFile();
-};
 
 namespace
 {
@@ -165,389 +126,398 @@ bool IsTime(const std::string& text)
 
 } // namespace
 
-void tst_ShippedData::template_holdsOneEmptyRecord_data()
+class tst_ShippedData : public QObject
 {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<int>("count");
-    QTest::newRow("entry") << "tarnoblank.xml" << 37;
-    QTest::newRow("location") << "locationblank.xml" << 10;
-    QTest::newRow("report") << "RptBlank.xml" << 5;
-}
+    Q_OBJECT
 
-void tst_ShippedData::template_holdsOneEmptyRecord()
-{
-    QFETCH(QString, file);
-    QFETCH(int, count);
-    const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
-    pugi::xml_document document;
-    QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full));
-    const auto records = document.child("data").children();
-    QCOMPARE(std::distance(records.begin(), records.end()), 1);
-    const RecordView record(*records.begin());
-    QCOMPARE(record.Count(), static_cast<std::size_t>(count));
-    QCOMPARE(record.Text(0), "0");
-    for (std::size_t position = 1; position < record.Count(); ++position) {
-        QCOMPARE(record.Text(position), "");
+private Q_SLOTS:
+
+    void template_holdsOneEmptyRecord_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<int>("count");
+        QTest::newRow("entry") << "tarnoblank.xml" << 37;
+        QTest::newRow("location") << "locationblank.xml" << 10;
+        QTest::newRow("report") << "RptBlank.xml" << 5;
     }
-}
 
-void tst_ShippedData::entryTemplate_isInTheOrderOfTheLayout()
-{
-    const Shipped shipped;
-    Record entry;
-    QCOMPARE(shipped.sql.EntryGet(0, entry), succeeded);
-    QCOMPARE(entry.Count(), std::size_t(EntryField::Count));
-    QCOMPARE(Names(entry.View()), entryNames);
-}
-
-void tst_ShippedData::locationTemplate_isInTheOrderOfTheLayout()
-{
-    const Shipped shipped;
-    Record location;
-    QCOMPARE(shipped.sql.LocationGet(0, location), succeeded);
-    QCOMPARE(location.Count(), std::size_t(LocationField::Count));
-    QCOMPARE(Names(location.View()),
-             (Texts{"LocNo", "LocName", "LocDirections", "LocDescription", "LocAccess", "LocLatt", "LocLong",
-                    "LocGMT", "LocDST", "LocPicture"}));
-}
-
-void tst_ShippedData::reportTemplate_isInTheOrderOfTheLayout()
-{
-    const Shipped shipped;
-    Record report;
-    QCOMPARE(shipped.sql.ReportGet(0, report), succeeded);
-    QCOMPARE(report.Count(), std::size_t(ReportField::Count));
-    QCOMPARE(Names(report.View()), (Texts{"RptNo", "RptName", "Fields", "FieldKeys", "Options"}));
-}
-
-void tst_ShippedData::emptyFiles_holdNothing_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::newRow("entries") << "tarno.xml";
-    QTest::newRow("locations") << "location.xml";
-    QTest::newRow("reports") << "Rpt.xml";
-}
-
-void tst_ShippedData::emptyFiles_holdNothing()
-{
-    QFETCH(QString, file);
-    const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
-    pugi::xml_document document;
-    QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full));
-    QCOMPARE(std::string(document.first_child().name()), "data");
-    QVERIFY(document.first_child().first_child().empty());
-}
-
-void tst_ShippedData::everyFile_startsWithItsData_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("record");
-    for (const char* folder : {"", "sample/"}) {
-        QTest::addRow("%sentries", folder) << (QLatin1String(folder) + QLatin1String("tarno.xml")) << "tarno";
-        QTest::addRow("%slocations", folder)
-            << (QLatin1String(folder) + QLatin1String("location.xml")) << "location";
-        QTest::addRow("%sreports", folder) << (QLatin1String(folder) + QLatin1String("Rpt.xml")) << "report";
-    }
-    QTest::newRow("fields") << "field.xml"
-                            << "field";
-    QTest::newRow("blank entry") << "tarnoblank.xml"
-                                 << "tarno";
-    QTest::newRow("blank location") << "locationblank.xml"
-                                    << "location";
-    QTest::newRow("blank report") << "RptBlank.xml"
-                                  << "report";
-}
-
-void tst_ShippedData::everyFile_startsWithItsData()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, record);
-    const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
-    QVERIFY(IsXmlText(bytes));
-    pugi::xml_document document;
-    QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full, pugi::encoding_utf8));
-    QCOMPARE(std::string(document.first_child().name()), "data"); // no declaration in front of it
-    QVERIFY(document.first_child().next_sibling().empty());
-    for (const pugi::xml_node& child : document.first_child().children()) {
-        QCOMPARE(std::string(child.name()), record.toStdString());
-    }
-}
-
-void tst_ShippedData::fields_areNumberedWithoutAGap()
-{
-    const Shipped shipped;
-    const RecordList fields = shipped.Fields();
-    QCOMPARE(fields.size(), 36U);
-    for (std::size_t index = 0; index < fields.size(); ++index) {
-        QCOMPARE(fields[index].Text(FieldField::FieldNo), std::to_string(index + 1));
-        QCOMPARE(Names(fields[index]),
-                 (Texts{"FieldNo", "FieldName", "Desc", "Label", "Width", "Font", "Grow", "DefaultFlag"}));
-    }
-}
-
-void tst_ShippedData::fields_areNamedAsTheEntrysValues()
-{
-    const Shipped shipped;
-    Texts names{"TarnoNo"}; // the key is no column
-    for (const RecordView& field : shipped.Fields()) {
-        names.push_back(field.Text(FieldField::FieldName));
-    }
-    QCOMPARE(names, entryNames);
-}
-
-void tst_ShippedData::fields_haveNumbersWhereNumbersAreNeeded()
-{
-    const Shipped shipped;
-    for (const RecordView& field : shipped.Fields()) {
-        const auto isWhole = [&field](FieldField::Position position) {
-            return std::to_string(ToInt16(field.Text(position))) == field.Text(position);
-        };
-        for (const auto position :
-             {FieldField::Width, FieldField::Font, FieldField::Grow, FieldField::DefaultFlag}) {
-            QVERIFY2(isWhole(position), field.Text(FieldField::FieldName).c_str());
-        }
-        QVERIFY(ToInt16(field.Text(FieldField::Width)) > 0);
-        QVERIFY(ToInt16(field.Text(FieldField::Font)) >= 6);
-        for (const auto position : {FieldField::Grow, FieldField::DefaultFlag}) {
-            QVERIFY(field.Text(position) == "0" || field.Text(position) == "1");
+    void template_holdsOneEmptyRecord()
+    {
+        QFETCH(QString, file);
+        QFETCH(int, count);
+        const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
+        pugi::xml_document document;
+        QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full));
+        const auto records = document.child("data").children();
+        QCOMPARE(std::distance(records.begin(), records.end()), 1);
+        const RecordView record(*records.begin());
+        QCOMPARE(record.Count(), static_cast<std::size_t>(count));
+        QCOMPARE(record.Text(0), "0");
+        for (std::size_t position = 1; position < record.Count(); ++position) {
+            QCOMPARE(record.Text(position), "");
         }
     }
-}
 
-void tst_ShippedData::fields_ofTheDefaultReport_fitOnThePage()
-{
-    // Letter, turned, between margins of 20 mm; a report counts 57 twips to the millimetre
-    constexpr int roomInMillimetres = 238;
-    const Shipped shipped;
-    int width = 0;
-    int columns = 0;
-    for (const RecordView& field : shipped.Fields()) {
-        if (field.Text(FieldField::DefaultFlag) != "0") {
-            width += ToInt16(field.Text(FieldField::Width));
-            ++columns;
-        }
-    }
-    QVERIFY(columns > 0);
-    QVERIFY2(width <= roomInMillimetres, std::to_string(width).c_str());
-}
-
-void tst_ShippedData::fields_haveWords()
-{
-    const Shipped shipped;
-    std::set<std::string> descriptions;
-    for (const RecordView& field : shipped.Fields()) {
-        QVERIFY(!field.Text(FieldField::Desc).empty());
-        QVERIFY(!field.Text(FieldField::Label).empty());
-        descriptions.insert(field.Text(FieldField::Desc));
-    }
-    QCOMPARE(descriptions.size(), shipped.Fields().size()); // the user tells them apart by it
-}
-
-void tst_ShippedData::pickList_endsItsLinesAsWindowsDoes_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::newRow("baits") << "Bait.txt";
-    QTest::newRow("species") << "Species.txt";
-    QTest::newRow("methods") << "Methods.txt";
-}
-
-void tst_ShippedData::pickList_endsItsLinesAsWindowsDoes()
-{
-    QFETCH(QString, file);
-    const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
-    QVERIFY(IsXmlText(bytes));
-    QVERIFY(bytes.ends_with("\r\n"));
-    std::set<std::string> lines;
-    std::size_t count = 0;
-    for (std::size_t begin = 0; begin < bytes.size(); ++count) {
-        const std::size_t end = bytes.find('\n', begin);
-        QVERIFY(end != std::string::npos && end > begin && bytes[end - 1] == '\r');
-        const std::string line = bytes.substr(begin, end - 1 - begin);
-        QVERIFY(!line.empty() && line == Trimmed(line));
-        lines.insert(line);
-        begin = end + 1;
-    }
-    QVERIFY(count >= 10);
-    QCOMPARE(lines.size(), count); // each once
-}
-
-void tst_ShippedData::sample_keysAreGapless_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::newRow("entries") << "entries";
-    QTest::newRow("locations") << "locations";
-    QTest::newRow("reports") << "reports";
-}
-
-void tst_ShippedData::sample_keysAreGapless()
-{
-    QFETCH(QString, file);
-    const Shipped sample(true);
-    const RecordList records = file == QLatin1String("entries")     ? sample.Entries()
-                               : file == QLatin1String("locations") ? sample.Locations()
-                                                                    : sample.Reports();
-    QVERIFY(!records.empty());
-    for (std::size_t index = 0; index < records.size(); ++index) {
-        QCOMPARE(records[index].Text(0), std::to_string(index + 1));
-    }
-}
-
-void tst_ShippedData::sample_isLargeEnoughToShowTheProgram()
-{
-    const Shipped sample(true);
-    QVERIFY(sample.Entries().size() >= 60);
-    QCOMPARE(sample.Locations().size(), 6U);
-    std::set<std::string> visited;
-    for (const RecordView& entry : sample.Entries()) {
+    void entryTemplate_isInTheOrderOfTheLayout()
+    {
+        const Shipped shipped;
+        Record entry;
+        QCOMPARE(shipped.sql.EntryGet(0, entry), succeeded);
         QCOMPARE(entry.Count(), std::size_t(EntryField::Count));
-        QCOMPARE(Names(entry), entryNames);
-        visited.insert(entry.Text(EntryField::LocNo));
+        QCOMPARE(Names(entry.View()), entryNames);
     }
-    QCOMPARE(visited, (std::set<std::string>{"1", "2", "3", "4", "5", "6"}));
-}
 
-void tst_ShippedData::sample_locations_areDifferentKinds()
-{
-    const Shipped sample(true);
-    int withoutDaylightSaving = 0;
-    int halfHours = 0;
-    for (const RecordView& location : sample.Locations()) {
-        QVERIFY(std::abs(ToDouble(location.Text(LocationField::LocLatt))) <= 90);
-        QVERIFY(std::abs(ToDouble(location.Text(LocationField::LocLong))) <= 180);
-        const double hours = ToDouble(location.Text(LocationField::LocGMT));
-        QVERIFY(std::abs(hours) <= 14);
-        halfHours += hours != std::trunc(hours) ? 1 : 0;
-        const std::string flag = location.Text(LocationField::LocDST);
-        QVERIFY(flag == "0" || flag == "1");
-        withoutDaylightSaving += flag == "0" ? 1 : 0;
-        QVERIFY((std::set<std::string>{"0", "1", "2"}.contains(location.Text(LocationField::LocAccess))));
+    void locationTemplate_isInTheOrderOfTheLayout()
+    {
+        const Shipped shipped;
+        Record location;
+        QCOMPARE(shipped.sql.LocationGet(0, location), succeeded);
+        QCOMPARE(location.Count(), std::size_t(LocationField::Count));
+        QCOMPARE(Names(location.View()),
+                 (Texts{"LocNo", "LocName", "LocDirections", "LocDescription", "LocAccess", "LocLatt",
+                        "LocLong", "LocGMT", "LocDST", "LocPicture"}));
     }
-    QVERIFY(withoutDaylightSaving >= 1);
-    QVERIFY(halfHours >= 1);
-}
 
-void tst_ShippedData::sample_codes_areInTheirGroups()
-{
-    const std::map<std::size_t, int> counts{
-        {EntryField::TideStart, 4},    {EntryField::TideEnd, 4},      {EntryField::Prediction, 4},
-        {EntryField::WindDir, 8},      {EntryField::WindStrength, 4}, {EntryField::Weather, 7},
-        {EntryField::WaterClarity, 3}, {EntryField::FishAction, 4},   {EntryField::AirPressure, 2}};
-    const Shipped sample(true);
-    for (const RecordView& entry : sample.Entries()) {
-        for (const auto& [position, count] : counts) {
-            const std::string code = entry.Text(position);
-            QVERIFY2(code.empty() || (code.size() == 1 && code[0] >= '0' && code[0] < '0' + count),
-                     (entry.Text(0) + ' ' + entryNames.at(position)).c_str());
+    void reportTemplate_isInTheOrderOfTheLayout()
+    {
+        const Shipped shipped;
+        Record report;
+        QCOMPARE(shipped.sql.ReportGet(0, report), succeeded);
+        QCOMPARE(report.Count(), std::size_t(ReportField::Count));
+        QCOMPARE(Names(report.View()), (Texts{"RptNo", "RptName", "Fields", "FieldKeys", "Options"}));
+    }
+
+    void emptyFiles_holdNothing_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("entries") << "tarno.xml";
+        QTest::newRow("locations") << "location.xml";
+        QTest::newRow("reports") << "Rpt.xml";
+    }
+
+    void emptyFiles_holdNothing()
+    {
+        QFETCH(QString, file);
+        const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
+        pugi::xml_document document;
+        QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full));
+        QCOMPARE(std::string(document.first_child().name()), "data");
+        QVERIFY(document.first_child().first_child().empty());
+    }
+
+    void everyFile_startsWithItsData_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("record");
+        for (const char* folder : {"", "sample/"}) {
+            QTest::addRow("%sentries", folder)
+                << (QLatin1String(folder) + QLatin1String("tarno.xml")) << "tarno";
+            QTest::addRow("%slocations", folder)
+                << (QLatin1String(folder) + QLatin1String("location.xml")) << "location";
+            QTest::addRow("%sreports", folder)
+                << (QLatin1String(folder) + QLatin1String("Rpt.xml")) << "report";
+        }
+        QTest::newRow("fields") << "field.xml"
+                                << "field";
+        QTest::newRow("blank entry") << "tarnoblank.xml"
+                                     << "tarno";
+        QTest::newRow("blank location") << "locationblank.xml"
+                                        << "location";
+        QTest::newRow("blank report") << "RptBlank.xml"
+                                      << "report";
+    }
+
+    void everyFile_startsWithItsData()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, record);
+        const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
+        QVERIFY(IsXmlText(bytes));
+        pugi::xml_document document;
+        QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full, pugi::encoding_utf8));
+        QCOMPARE(std::string(document.first_child().name()), "data"); // no declaration in front of it
+        QVERIFY(document.first_child().next_sibling().empty());
+        for (const pugi::xml_node& child : document.first_child().children()) {
+            QCOMPARE(std::string(child.name()), record.toStdString());
         }
     }
-}
 
-void tst_ShippedData::sample_dates_areDatesInOrder()
-{
-    const Shipped sample(true);
-    for (const RecordView& entry : sample.Entries()) {
-        const auto start = ToDate(entry.Text(EntryField::StartDate));
-        const auto end = ToDate(entry.Text(EntryField::EndDate));
-        QCOMPARE(FromDate(start), entry.Text(EntryField::StartDate));
-        QCOMPARE(FromDate(end), entry.Text(EntryField::EndDate));
-        QVERIFY2(start <= end, entry.Text(0).c_str());
-    }
-}
-
-void tst_ShippedData::sample_times_areTimes()
-{
-    const Shipped sample(true);
-    for (const RecordView& entry : sample.Entries()) {
-        QVERIFY2(IsTime(entry.Text(EntryField::StartTime)), entry.Text(0).c_str());
-        QVERIFY2(IsTime(entry.Text(EntryField::EndTime)), entry.Text(0).c_str());
-        for (const auto position : {EntryField::HighTide, EntryField::LowTide}) {
-            QVERIFY2(entry.Text(position).empty() || IsTime(entry.Text(position)), entry.Text(0).c_str());
+    void fields_areNumberedWithoutAGap()
+    {
+        const Shipped shipped;
+        const RecordList fields = shipped.Fields();
+        QCOMPARE(fields.size(), 36U);
+        for (std::size_t index = 0; index < fields.size(); ++index) {
+            QCOMPARE(fields[index].Text(FieldField::FieldNo), std::to_string(index + 1));
+            QCOMPARE(Names(fields[index]), (Texts{"FieldNo", "FieldName", "Desc", "Label", "Width", "Font",
+                                                  "Grow", "DefaultFlag"}));
         }
     }
-}
 
-void tst_ShippedData::sample_pictures_areThere()
-{
-    const Shipped sample(true);
-    Texts pictures;
-    for (const RecordView& entry : sample.Entries()) {
-        pictures.push_back(entry.Text(EntryField::Picture));
+    void fields_areNamedAsTheEntrysValues()
+    {
+        const Shipped shipped;
+        Texts names{"TarnoNo"}; // the key is no column
+        for (const RecordView& field : shipped.Fields()) {
+            names.push_back(field.Text(FieldField::FieldName));
+        }
+        QCOMPARE(names, entryNames);
     }
-    for (const RecordView& location : sample.Locations()) {
-        pictures.push_back(location.Text(LocationField::LocPicture));
-    }
-    std::erase(pictures, std::string());
-    QVERIFY(pictures.size() >= 3);
-    for (const std::string& picture : pictures) {
-        const std::string bytes = ReadWholeFile(InShipped("sample/" + picture));
-        QVERIFY2(bytes.starts_with("\x89PNG"), picture.c_str());
-    }
-}
 
-void tst_ShippedData::sample_calculatedValues_areTheProgramsOwn()
-{
-    const Shipped sample(true);
-    Texts overwritten;
-    for (const RecordView& entry : sample.Entries()) {
-        for (const auto& [position, text] : Calculated(sample.sql, entry)) {
-            if (entry.Text(position) != text) {
-                overwritten.push_back(entry.Text(0) + ' ' + entryNames.at(position));
+    void fields_haveNumbersWhereNumbersAreNeeded()
+    {
+        const Shipped shipped;
+        for (const RecordView& field : shipped.Fields()) {
+            const auto isWhole = [&field](FieldField::Position position) {
+                return std::to_string(ToInt16(field.Text(position))) == field.Text(position);
+            };
+            for (const auto position :
+                 {FieldField::Width, FieldField::Font, FieldField::Grow, FieldField::DefaultFlag}) {
+                QVERIFY2(isWhole(position), field.Text(FieldField::FieldName).c_str());
+            }
+            QVERIFY(ToInt16(field.Text(FieldField::Width)) > 0);
+            QVERIFY(ToInt16(field.Text(FieldField::Font)) >= 6);
+            for (const auto position : {FieldField::Grow, FieldField::DefaultFlag}) {
+                QVERIFY(field.Text(position) == "0" || field.Text(position) == "1");
             }
         }
     }
-    // what the angler of the sample put right by hand
-    QCOMPARE(overwritten, (Texts{"2 SunRise", "2 SunSet", "30 Prediction", "58 Major2"}));
-}
 
-void tst_ShippedData::sample_savedReports_nameTheirColumns()
-{
-    const Shipped sample(true);
-    std::map<std::string, std::string> nameOfKey;
-    for (const RecordView& field : sample.Fields()) {
-        nameOfKey[field.Text(FieldField::FieldNo)] = field.Text(FieldField::FieldName);
-    }
-    for (const RecordView& report : sample.Reports()) {
-        QVERIFY(!report.Text(ReportField::RptName).empty());
-        Texts names;
-        for (const std::string& key : Split(report.Text(ReportField::FieldKeys))) {
-            names.push_back(nameOfKey[key]);
+    void fields_ofTheDefaultReport_fitOnThePage()
+    {
+        // Letter, turned, between margins of 20 mm; a report counts 57 twips to the millimetre
+        constexpr int roomInMillimetres = 238;
+        const Shipped shipped;
+        int width = 0;
+        int columns = 0;
+        for (const RecordView& field : shipped.Fields()) {
+            if (field.Text(FieldField::DefaultFlag) != "0") {
+                width += ToInt16(field.Text(FieldField::Width));
+                ++columns;
+            }
         }
-        QVERIFY(!names.empty());
-        QCOMPARE(names, Split(report.Text(ReportField::Fields)));
+        QVERIFY(columns > 0);
+        QVERIFY2(width <= roomInMillimetres, std::to_string(width).c_str());
     }
-}
 
-void tst_ShippedData::sample_savedAgain_isTheSameFile_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::newRow("entries") << "tarno.xml";
-    QTest::newRow("locations") << "location.xml";
-    QTest::newRow("reports") << "Rpt.xml";
-    QTest::newRow("fields") << "field.xml";
-}
-
-void tst_ShippedData::sample_savedAgain_isTheSameFile()
-{
-    QFETCH(QString, file);
-    const std::string name = file.toStdString();
-    Shipped sample(true);
-    const std::string before = sample.folder.Read(name);
-    sample.folder.Write(name, before + "\n");
-    Record record;
-    if (name == "tarno.xml") {
-        sample.sql.EntryGet(30, record);
-        sample.sql.EntryUpdate(record);
-    } else if (name == "location.xml") {
-        sample.sql.LocationGet(3, record);
-        sample.sql.LocationUpdate(record);
-    } else if (name == "Rpt.xml") {
-        sample.sql.ReportGet(2, record);
-        sample.sql.ReportUpdate(record);
-    } else {
-        sample.sql.FieldUpdate(Record(sample.Fields().at(5)));
+    void fields_haveWords()
+    {
+        const Shipped shipped;
+        std::set<std::string> descriptions;
+        for (const RecordView& field : shipped.Fields()) {
+            QVERIFY(!field.Text(FieldField::Desc).empty());
+            QVERIFY(!field.Text(FieldField::Label).empty());
+            descriptions.insert(field.Text(FieldField::Desc));
+        }
+        QCOMPARE(descriptions.size(), shipped.Fields().size()); // the user tells them apart by it
     }
-    QVERIFY(sample.folder.Read(name) == before);
-}
 
-QTEST_APPLESS_MAIN(tst_ShippedData)
+    void pickList_endsItsLinesAsWindowsDoes_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("baits") << "Bait.txt";
+        QTest::newRow("species") << "Species.txt";
+        QTest::newRow("methods") << "Methods.txt";
+    }
+
+    void pickList_endsItsLinesAsWindowsDoes()
+    {
+        QFETCH(QString, file);
+        const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
+        QVERIFY(IsXmlText(bytes));
+        QVERIFY(bytes.ends_with("\r\n"));
+        std::set<std::string> lines;
+        std::size_t count = 0;
+        for (std::size_t begin = 0; begin < bytes.size(); ++count) {
+            const std::size_t end = bytes.find('\n', begin);
+            QVERIFY(end != std::string::npos && end > begin && bytes[end - 1] == '\r');
+            const std::string line = bytes.substr(begin, end - 1 - begin);
+            QVERIFY(!line.empty() && line == Trimmed(line));
+            lines.insert(line);
+            begin = end + 1;
+        }
+        QVERIFY(count >= 10);
+        QCOMPARE(lines.size(), count); // each once
+    }
+
+    void sample_keysAreGapless_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("entries") << "entries";
+        QTest::newRow("locations") << "locations";
+        QTest::newRow("reports") << "reports";
+    }
+
+    void sample_keysAreGapless()
+    {
+        QFETCH(QString, file);
+        const Shipped sample(true);
+        const RecordList records = file == QLatin1String("entries")     ? sample.Entries()
+                                   : file == QLatin1String("locations") ? sample.Locations()
+                                                                        : sample.Reports();
+        QVERIFY(!records.empty());
+        for (std::size_t index = 0; index < records.size(); ++index) {
+            QCOMPARE(records[index].Text(0), std::to_string(index + 1));
+        }
+    }
+
+    void sample_isLargeEnoughToShowTheProgram()
+    {
+        const Shipped sample(true);
+        QVERIFY(sample.Entries().size() >= 60);
+        QCOMPARE(sample.Locations().size(), 6U);
+        std::set<std::string> visited;
+        for (const RecordView& entry : sample.Entries()) {
+            QCOMPARE(entry.Count(), std::size_t(EntryField::Count));
+            QCOMPARE(Names(entry), entryNames);
+            visited.insert(entry.Text(EntryField::LocNo));
+        }
+        QCOMPARE(visited, (std::set<std::string>{"1", "2", "3", "4", "5", "6"}));
+    }
+
+    void sample_locations_areDifferentKinds()
+    {
+        const Shipped sample(true);
+        int withoutDaylightSaving = 0;
+        int halfHours = 0;
+        for (const RecordView& location : sample.Locations()) {
+            QVERIFY(std::abs(ToDouble(location.Text(LocationField::LocLatt))) <= 90);
+            QVERIFY(std::abs(ToDouble(location.Text(LocationField::LocLong))) <= 180);
+            const double hours = ToDouble(location.Text(LocationField::LocGMT));
+            QVERIFY(std::abs(hours) <= 14);
+            halfHours += hours != std::trunc(hours) ? 1 : 0;
+            const std::string flag = location.Text(LocationField::LocDST);
+            QVERIFY(flag == "0" || flag == "1");
+            withoutDaylightSaving += flag == "0" ? 1 : 0;
+            QVERIFY((std::set<std::string>{"0", "1", "2"}.contains(location.Text(LocationField::LocAccess))));
+        }
+        QVERIFY(withoutDaylightSaving >= 1);
+        QVERIFY(halfHours >= 1);
+    }
+
+    void sample_codes_areInTheirGroups()
+    {
+        const std::map<std::size_t, int> counts{
+            {EntryField::TideStart, 4},    {EntryField::TideEnd, 4},      {EntryField::Prediction, 4},
+            {EntryField::WindDir, 8},      {EntryField::WindStrength, 4}, {EntryField::Weather, 7},
+            {EntryField::WaterClarity, 3}, {EntryField::FishAction, 4},   {EntryField::AirPressure, 2}};
+        const Shipped sample(true);
+        for (const RecordView& entry : sample.Entries()) {
+            for (const auto& [position, count] : counts) {
+                const std::string code = entry.Text(position);
+                QVERIFY2(code.empty() || (code.size() == 1 && code[0] >= '0' && code[0] < '0' + count),
+                         (entry.Text(0) + ' ' + entryNames.at(position)).c_str());
+            }
+        }
+    }
+
+    void sample_dates_areDatesInOrder()
+    {
+        const Shipped sample(true);
+        for (const RecordView& entry : sample.Entries()) {
+            const auto start = ToDate(entry.Text(EntryField::StartDate));
+            const auto end = ToDate(entry.Text(EntryField::EndDate));
+            QCOMPARE(FromDate(start), entry.Text(EntryField::StartDate));
+            QCOMPARE(FromDate(end), entry.Text(EntryField::EndDate));
+            QVERIFY2(start <= end, entry.Text(0).c_str());
+        }
+    }
+
+    void sample_times_areTimes()
+    {
+        const Shipped sample(true);
+        for (const RecordView& entry : sample.Entries()) {
+            QVERIFY2(IsTime(entry.Text(EntryField::StartTime)), entry.Text(0).c_str());
+            QVERIFY2(IsTime(entry.Text(EntryField::EndTime)), entry.Text(0).c_str());
+            for (const auto position : {EntryField::HighTide, EntryField::LowTide}) {
+                QVERIFY2(entry.Text(position).empty() || IsTime(entry.Text(position)), entry.Text(0).c_str());
+            }
+        }
+    }
+
+    void sample_pictures_areThere()
+    {
+        const Shipped sample(true);
+        Texts pictures;
+        for (const RecordView& entry : sample.Entries()) {
+            pictures.push_back(entry.Text(EntryField::Picture));
+        }
+        for (const RecordView& location : sample.Locations()) {
+            pictures.push_back(location.Text(LocationField::LocPicture));
+        }
+        std::erase(pictures, std::string());
+        QVERIFY(pictures.size() >= 3);
+        for (const std::string& picture : pictures) {
+            const std::string bytes = ReadWholeFile(InShipped("sample/" + picture));
+            QVERIFY2(bytes.starts_with("\x89PNG"), picture.c_str());
+        }
+    }
+
+    void sample_calculatedValues_areTheProgramsOwn()
+    {
+        const Shipped sample(true);
+        Texts overwritten;
+        for (const RecordView& entry : sample.Entries()) {
+            for (const auto& [position, text] : Calculated(sample.sql, entry)) {
+                if (entry.Text(position) != text) {
+                    overwritten.push_back(entry.Text(0) + ' ' + entryNames.at(position));
+                }
+            }
+        }
+        // what the angler of the sample put right by hand
+        QCOMPARE(overwritten, (Texts{"2 SunRise", "2 SunSet", "30 Prediction", "58 Major2"}));
+    }
+
+    void sample_savedReports_nameTheirColumns()
+    {
+        const Shipped sample(true);
+        std::map<std::string, std::string> nameOfKey;
+        for (const RecordView& field : sample.Fields()) {
+            nameOfKey[field.Text(FieldField::FieldNo)] = field.Text(FieldField::FieldName);
+        }
+        for (const RecordView& report : sample.Reports()) {
+            QVERIFY(!report.Text(ReportField::RptName).empty());
+            Texts names;
+            for (const std::string& key : Split(report.Text(ReportField::FieldKeys))) {
+                names.push_back(nameOfKey[key]);
+            }
+            QVERIFY(!names.empty());
+            QCOMPARE(names, Split(report.Text(ReportField::Fields)));
+        }
+    }
+
+    void sample_savedAgain_isTheSameFile_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("entries") << "tarno.xml";
+        QTest::newRow("locations") << "location.xml";
+        QTest::newRow("reports") << "Rpt.xml";
+        QTest::newRow("fields") << "field.xml";
+    }
+
+    void sample_savedAgain_isTheSameFile()
+    {
+        QFETCH(QString, file);
+        const std::string name = file.toStdString();
+        Shipped sample(true);
+        const std::string before = sample.folder.Read(name);
+        sample.folder.Write(name, before + "\n");
+        Record record;
+        if (name == "tarno.xml") {
+            sample.sql.EntryGet(30, record);
+            sample.sql.EntryUpdate(record);
+        } else if (name == "location.xml") {
+            sample.sql.LocationGet(3, record);
+            sample.sql.LocationUpdate(record);
+        } else if (name == "Rpt.xml") {
+            sample.sql.ReportGet(2, record);
+            sample.sql.ReportUpdate(record);
+        } else {
+            sample.sql.FieldUpdate(Record(sample.Fields().at(5)));
+        }
+        QVERIFY(sample.folder.Read(name) == before);
+    }
+};
+
+TEST_CLASS(tst_ShippedData)
 #include "tst_ShippedData.moc"

@@ -59,19 +59,17 @@ void Settle()
 void ShowBeside(QWidget& window, const Step& prepare, const Visit& visit)
 {
     window.show();
-    if (!QTest::qWaitForWindowActive(&window)) {
-        qFatal("%s does not become active", qPrintable(window.objectName()));
-    }
+    AwaitActive(window);
     prepare(window);
     Settle();
     visit(window);
 }
 
-/// `open` shows a modal window until it is closed.
+/// `open` shows the modal window `name` until it is closed.
 template <typename Open>
-void ShowModally(Open&& open, const Step& prepare, const Visit& visit)
+void ShowModally(const char* name, Open&& open, const Step& prepare, const Visit& visit)
 {
-    WhileOpen(std::forward<Open>(open), [&](QDialog& window) {
+    WhileOpen(name, std::forward<Open>(open), [&](QDialog& window) {
         prepare(window);
         Settle();
         visit(window);
@@ -95,12 +93,9 @@ std::function<void(const Visit&)> Splash(void (fSplash::*show)())
     return [show](const Visit& visit) {
         QCoreApplication::setApplicationVersion(QStringLiteral("1.0.0"));
         fSplash window(QStringLiteral("/home/angler/Tarno"), nullptr);
-        ShowModally([&] { (window.*show)(); },
-                    [](QWidget& shown) {
-                        // it stays for the visit
-                        shown.findChild<QTimer*>(QStringLiteral("tShow"))->stop();
-                    },
-                    visit);
+        Find<QTimer>(window, "tShow").setInterval(patience); // it stays open for the visit
+        ShowModally(
+            "fSplash", [&] { (window.*show)(); }, asOpened, visit);
     };
 }
 
@@ -109,7 +104,8 @@ std::function<void(const Visit&)> Entry(int key, Step prepare)
     return [key, prepare = std::move(prepare)](const Visit& visit) {
         SampleProgram world;
         fEntry window(world.program, nullptr);
-        ShowModally([&] { window.SetData(static_cast<std::int16_t>(key), false); }, prepare, visit);
+        ShowModally(
+            "fEntry", [&] { window.SetData(static_cast<std::int16_t>(key), false); }, prepare, visit);
     };
 }
 
@@ -118,7 +114,8 @@ std::function<void(const Visit&)> Location(int key, Step prepare)
     return [key, prepare = std::move(prepare)](const Visit& visit) {
         SampleProgram world;
         dlgLocMaint window(world.program, nullptr);
-        ShowModally([&] { window.SetData(static_cast<std::int16_t>(key), false); }, prepare, visit);
+        ShowModally(
+            "dlgLocMaint", [&] { window.SetData(static_cast<std::int16_t>(key), false); }, prepare, visit);
     };
 }
 
@@ -140,7 +137,8 @@ std::function<void(const Visit&)> PreviewBy(const char* name)
     return [name](const Visit& visit) {
         SampleProgram world;
         Window window(world.program, nullptr);
-        ShowModally([&] { Find<QAbstractButton>(window, name).click(); }, asOpened, visit);
+        ShowModally(
+            "fPreview", [&] { Find<QAbstractButton>(window, name).click(); }, asOpened, visit);
     };
 }
 

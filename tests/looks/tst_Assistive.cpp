@@ -2,6 +2,7 @@
 
 #include "Controls.h"
 #include "EveryWindow.h"
+#include "support/TestClass.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -13,32 +14,8 @@
 #include <QRegularExpression>
 #include <QSlider>
 #include <QTabWidget>
-#include <QtTest/QTest>
 
 #include <algorithm>
-
-class tst_Assistive : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void window_hasAName_data();
-    void window_hasAName();
-    void controls_haveNames_data();
-    void controls_haveNames();
-    void names_areWordsWithoutMarks_data();
-    void names_areWordsWithoutMarks();
-    void focusStops_haveDifferentNames_data();
-    void focusStops_haveDifferentNames();
-    void boxes_haveALabelOrAName_data();
-    void boxes_haveALabelOrAName();
-    void cells_areReadable_data();
-    void cells_areReadable();
-    void tabs_areReadable_data();
-    void tabs_areReadable();
-    void tools_haveToolTips_data();
-    void tools_haveToolTips();
-};
 
 namespace
 {
@@ -77,168 +54,151 @@ bool IsLabelled(const QWidget& window, const QWidget& box)
 
 } // namespace
 
-void tst_Assistive::window_hasAName_data()
+class tst_Assistive : public QObject
 {
-    AddEveryWindow();
-}
+    Q_OBJECT
 
-void tst_Assistive::window_hasAName()
-{
-    QFETCH(QString, state);
-    StateOf(state).show([](QWidget& window) { QVERIFY(!SpokenName(window).isEmpty()); });
-}
+private Q_SLOTS:
 
-void tst_Assistive::controls_haveNames_data()
-{
-    AddEveryWindow();
-}
+    void window_hasAName_data() { AddEveryWindow(); }
 
-void tst_Assistive::controls_haveNames()
-{
-    QFETCH(QString, state);
-    StateOf(state).show([](QWidget& window) {
-        QStringList nameless;
-        for (QWidget* control : Controls(window)) {
-            if (NeedsAName(*control) && !IsNamedByItsParts(*control) && SpokenName(*control).isEmpty()) {
-                nameless << NameOf(*control);
-            }
-        }
-        QCOMPARE(Listed(nameless), QString());
-    });
-}
+    void window_hasAName()
+    {
+        QFETCH(QString, state);
+        StateOf(state).show([](QWidget& window) { QVERIFY(!SpokenName(window).isEmpty()); });
+    }
 
-void tst_Assistive::names_areWordsWithoutMarks_data()
-{
-    AddEveryWindow();
-}
+    void controls_haveNames_data() { AddEveryWindow(); }
 
-void tst_Assistive::names_areWordsWithoutMarks()
-{
-    QFETCH(QString, state);
-    static const QRegularExpression word(QStringLiteral("\\w"));
-    StateOf(state).show([](QWidget& window) {
-        QStringList odd;
-        for (QWidget* control : Controls(window)) {
-            const QString name = SpokenName(*control);
-            if (!name.isEmpty() && (!name.contains(word) || name.contains(QLatin1Char('&')))) {
-                odd << NameOf(*control) + QStringLiteral(": ") + name;
-            }
-        }
-        QCOMPARE(Listed(odd), QString());
-    });
-}
-
-void tst_Assistive::focusStops_haveDifferentNames_data()
-{
-    AddEveryWindow();
-}
-
-void tst_Assistive::focusStops_haveDifferentNames()
-{
-    QFETCH(QString, state);
-    StateOf(state).show([](QWidget& window) {
-        QStringList names;
-        for (QWidget* control : Controls(window)) {
-            const bool isOption = control->objectName().startsWith(QLatin1String("opt"));
-            if (control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0 && !isOption &&
-                !IsNamedByItsParts(*control)) {
-                names << SpokenName(*control);
-            }
-        }
-        names.sort();
-        QStringList different = names;
-        different.removeDuplicates();
-        QCOMPARE(Listed(names), Listed(different));
-    });
-}
-
-void tst_Assistive::boxes_haveALabelOrAName_data()
-{
-    AddEveryWindow();
-}
-
-void tst_Assistive::boxes_haveALabelOrAName()
-{
-    QFETCH(QString, state);
-    StateOf(state).show([](QWidget& window) {
-        QStringList unlabelled;
-        for (const QWidget* control : Controls(window)) {
-            const bool isBox = qobject_cast<const QLineEdit*>(control) != nullptr ||
-                               qobject_cast<const QComboBox*>(control) != nullptr ||
-                               qobject_cast<const QAbstractSpinBox*>(control) != nullptr ||
-                               qobject_cast<const QPlainTextEdit*>(control) != nullptr ||
-                               qobject_cast<const QAbstractItemView*>(control) != nullptr;
-            if (isBox && !IsLabelled(window, *control)) {
-                unlabelled << NameOf(*control);
-            }
-        }
-        QCOMPARE(Listed(unlabelled), QString());
-    });
-}
-
-void tst_Assistive::cells_areReadable_data()
-{
-    AddEveryWindow();
-}
-
-void tst_Assistive::cells_areReadable()
-{
-    QFETCH(QString, state);
-    StateOf(state).show([](QWidget& window) {
-        for (QAbstractItemView* list : ControlsOfKind<QAbstractItemView>(window)) {
-            QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(list);
-            QAccessibleTableInterface* table = spoken->tableInterface();
-            QVERIFY2(table != nullptr, qPrintable(list->objectName()));
-            const QAbstractItemModel* model = list->model();
-            QCOMPARE(table->rowCount(), model->rowCount());
-            QCOMPARE(table->columnCount(), model->columnCount());
-            for (int row = 0; row < model->rowCount(); ++row) {
-                for (int column = 0; column < model->columnCount(); ++column) {
-                    QCOMPARE(table->cellAt(row, column)->text(QAccessible::Name),
-                             model->index(row, column).data().toString());
+    void controls_haveNames()
+    {
+        QFETCH(QString, state);
+        StateOf(state).show([](QWidget& window) {
+            QStringList nameless;
+            for (QWidget* control : Controls(window)) {
+                if (NeedsAName(*control) && !IsNamedByItsParts(*control) && SpokenName(*control).isEmpty()) {
+                    nameless << NameOf(*control);
                 }
             }
-        }
-    });
-}
+            QCOMPARE(Listed(nameless), QString());
+        });
+    }
 
-void tst_Assistive::tabs_areReadable_data()
-{
-    AddEveryWindow();
-}
+    void names_areWordsWithoutMarks_data() { AddEveryWindow(); }
 
-void tst_Assistive::tabs_areReadable()
-{
-    QFETCH(QString, state);
-    StateOf(state).show([](QWidget& window) {
-        for (QTabBar* tabs : ControlsOfKind<QTabBar>(window)) {
-            const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(tabs);
-            for (int tab = 0; tab < tabs->count(); ++tab) {
-                QVERIFY(!tabs->tabText(tab).isEmpty());
-                QCOMPARE(spoken->child(tab)->text(QAccessible::Name), tabs->tabText(tab));
+    void names_areWordsWithoutMarks()
+    {
+        QFETCH(QString, state);
+        static const QRegularExpression word(QStringLiteral("\\w"));
+        StateOf(state).show([](QWidget& window) {
+            QStringList odd;
+            for (QWidget* control : Controls(window)) {
+                const QString name = SpokenName(*control);
+                if (!name.isEmpty() && (!name.contains(word) || name.contains(QLatin1Char('&')))) {
+                    odd << NameOf(*control) + QStringLiteral(": ") + name;
+                }
             }
-        }
-    });
-}
+            QCOMPARE(Listed(odd), QString());
+        });
+    }
 
-void tst_Assistive::tools_haveToolTips_data()
-{
-    AddEveryWindow();
-}
+    void focusStops_haveDifferentNames_data() { AddEveryWindow(); }
 
-void tst_Assistive::tools_haveToolTips()
-{
-    QFETCH(QString, state);
-    StateOf(state).show([](QWidget& window) {
-        QStringList without;
-        for (const QToolButton* tool : ControlsOfKind<QToolButton>(window)) {
-            if (tool->toolTip().isEmpty() || tool->toolTip().contains(QLatin1Char('&'))) {
-                without << NameOf(*tool);
+    void focusStops_haveDifferentNames()
+    {
+        QFETCH(QString, state);
+        StateOf(state).show([](QWidget& window) {
+            QStringList names;
+            for (QWidget* control : Controls(window)) {
+                const bool isOption = control->objectName().startsWith(QLatin1String("opt"));
+                if (control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0 && !isOption &&
+                    !IsNamedByItsParts(*control)) {
+                    names << SpokenName(*control);
+                }
             }
-        }
-        QCOMPARE(Listed(without), QString());
-    });
-}
+            names.sort();
+            QStringList different = names;
+            different.removeDuplicates();
+            QCOMPARE(Listed(names), Listed(different));
+        });
+    }
 
-QTEST_MAIN(tst_Assistive)
+    void boxes_haveALabelOrAName_data() { AddEveryWindow(); }
+
+    void boxes_haveALabelOrAName()
+    {
+        QFETCH(QString, state);
+        StateOf(state).show([](QWidget& window) {
+            QStringList unlabelled;
+            for (const QWidget* control : Controls(window)) {
+                const bool isBox = qobject_cast<const QLineEdit*>(control) != nullptr ||
+                                   qobject_cast<const QComboBox*>(control) != nullptr ||
+                                   qobject_cast<const QAbstractSpinBox*>(control) != nullptr ||
+                                   qobject_cast<const QPlainTextEdit*>(control) != nullptr ||
+                                   qobject_cast<const QAbstractItemView*>(control) != nullptr;
+                if (isBox && !IsLabelled(window, *control)) {
+                    unlabelled << NameOf(*control);
+                }
+            }
+            QCOMPARE(Listed(unlabelled), QString());
+        });
+    }
+
+    void cells_areReadable_data() { AddEveryWindow(); }
+
+    void cells_areReadable()
+    {
+        QFETCH(QString, state);
+        StateOf(state).show([](QWidget& window) {
+            for (QAbstractItemView* list : ControlsOfKind<QAbstractItemView>(window)) {
+                QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(list);
+                QAccessibleTableInterface* table = spoken->tableInterface();
+                QVERIFY2(table != nullptr, qPrintable(list->objectName()));
+                const QAbstractItemModel* model = list->model();
+                QCOMPARE(table->rowCount(), model->rowCount());
+                QCOMPARE(table->columnCount(), model->columnCount());
+                for (int row = 0; row < model->rowCount(); ++row) {
+                    for (int column = 0; column < model->columnCount(); ++column) {
+                        QCOMPARE(table->cellAt(row, column)->text(QAccessible::Name),
+                                 model->index(row, column).data().toString());
+                    }
+                }
+            }
+        });
+    }
+
+    void tabs_areReadable_data() { AddEveryWindow(); }
+
+    void tabs_areReadable()
+    {
+        QFETCH(QString, state);
+        StateOf(state).show([](QWidget& window) {
+            for (QTabBar* tabs : ControlsOfKind<QTabBar>(window)) {
+                const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(tabs);
+                for (int tab = 0; tab < tabs->count(); ++tab) {
+                    QVERIFY(!tabs->tabText(tab).isEmpty());
+                    QCOMPARE(spoken->child(tab)->text(QAccessible::Name), tabs->tabText(tab));
+                }
+            }
+        });
+    }
+
+    void tools_haveToolTips_data() { AddEveryWindow(); }
+
+    void tools_haveToolTips()
+    {
+        QFETCH(QString, state);
+        StateOf(state).show([](QWidget& window) {
+            QStringList without;
+            for (const QToolButton* tool : ControlsOfKind<QToolButton>(window)) {
+                if (tool->toolTip().isEmpty() || tool->toolTip().contains(QLatin1Char('&'))) {
+                    without << NameOf(*tool);
+                }
+            }
+            QCOMPARE(Listed(without), QString());
+        });
+    }
+};
+
+TEST_CLASS(tst_Assistive)
 #include "tst_Assistive.moc"

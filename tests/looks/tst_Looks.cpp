@@ -3,43 +3,13 @@
 #include "EveryWindow.h"
 #include "Fashions.h"
 #include "Geometry.h"
+#include "support/TestClass.h"
 
 #include <QApplication>
 #include <QTextBlock>
 #include <QTextEdit>
-#include <QtTest/QTest>
 
 #include <cmath>
-
-class tst_Looks : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void cleanup();
-
-    void nothing_isClippedOrElided_data();
-    void nothing_isClippedOrElided();
-    void controls_haveRoomForThemselves_data();
-    void controls_haveRoomForThemselves();
-    void rows_standLevel_data();
-    void rows_standLevel();
-    void gaps_areMultiplesOfFour_data();
-    void gaps_areMultiplesOfFour();
-    void window_fitsASmallScreen_data();
-    void window_fitsASmallScreen();
-    void texts_standOutFromTheirGround_data();
-    void texts_standOutFromTheirGround();
-    void links_standOutFromTheirGround_data();
-    void links_standOutFromTheirGround();
-    void refusedBox_isReadable_data();
-    void refusedBox_isReadable();
-
-private:
-    QFont m_font;
-    QPalette m_light;
-};
 
 namespace
 {
@@ -82,164 +52,158 @@ void AddFonts()
 
 } // namespace
 
-void tst_Looks::initTestCase()
+class tst_Looks : public QObject
 {
-    m_font = QApplication::font();
-    m_light = QApplication::palette();
-}
+    Q_OBJECT
 
-void tst_Looks::cleanup()
-{
-    QApplication::setFont(m_font);
-    QApplication::setPalette(m_light);
-}
+private Q_SLOTS:
 
-void tst_Looks::nothing_isClippedOrElided_data()
-{
-    AddFonts();
-}
+    void initTestCase()
+    {
+        m_font = QApplication::font();
+        m_light = QApplication::palette();
+    }
 
-void tst_Looks::nothing_isClippedOrElided()
-{
-    QFETCH(QString, state);
-    QFETCH(bool, large);
-    SetFont(m_font, large);
-    StateOf(state).show(
-        [](QWidget& window) { QCOMPARE(Listed(Clipped(window) + Elided(window)), QString()); });
-}
+    void cleanup()
+    {
+        QApplication::setFont(m_font);
+        QApplication::setPalette(m_light);
+    }
 
-void tst_Looks::controls_haveRoomForThemselves_data()
-{
-    AddFonts();
-}
+    void nothing_isClippedOrElided_data() { AddFonts(); }
 
-void tst_Looks::controls_haveRoomForThemselves()
-{
-    QFETCH(QString, state);
-    QFETCH(bool, large);
-    SetFont(m_font, large);
-    StateOf(state).show([](QWidget& window) {
-        QCOMPARE(Listed(Overlapping(window)), QString());
-        QCOMPARE(Listed(StickingOut(window)), QString());
-    });
-}
+    void nothing_isClippedOrElided()
+    {
+        QFETCH(QString, state);
+        QFETCH(bool, large);
+        SetFont(m_font, large);
+        StateOf(state).show(
+            [](QWidget& window) { QCOMPARE(Listed(Clipped(window) + Elided(window)), QString()); });
+    }
 
-void tst_Looks::rows_standLevel_data()
-{
-    AddFonts();
-}
+    void controls_haveRoomForThemselves_data() { AddFonts(); }
 
-void tst_Looks::rows_standLevel()
-{
-    QFETCH(QString, state);
-    QFETCH(bool, large);
-    SetFont(m_font, large);
-    StateOf(state).show([](QWidget& window) { QCOMPARE(Listed(Uneven(window)), QString()); });
-}
+    void controls_haveRoomForThemselves()
+    {
+        QFETCH(QString, state);
+        QFETCH(bool, large);
+        SetFont(m_font, large);
+        StateOf(state).show([](QWidget& window) {
+            QCOMPARE(Listed(Overlapping(window)), QString());
+            QCOMPARE(Listed(StickingOut(window)), QString());
+        });
+    }
 
-void tst_Looks::gaps_areMultiplesOfFour_data()
-{
-    AddEveryWindow();
-}
+    void rows_standLevel_data() { AddFonts(); }
 
-void tst_Looks::gaps_areMultiplesOfFour()
-{
-    QFETCH(QString, state);
-    StateOf(state).show([](QWidget& window) { QCOMPARE(Listed(OutOfRhythm(window)), QString()); });
-}
+    void rows_standLevel()
+    {
+        QFETCH(QString, state);
+        QFETCH(bool, large);
+        SetFont(m_font, large);
+        StateOf(state).show([](QWidget& window) { QCOMPARE(Listed(Uneven(window)), QString()); });
+    }
 
-void tst_Looks::window_fitsASmallScreen_data()
-{
-    AddEveryWindow();
-}
+    void gaps_areMultiplesOfFour_data() { AddEveryWindow(); }
 
-void tst_Looks::window_fitsASmallScreen()
-{
-    constexpr QSize screen(1280, 720);
-    constexpr int titleBar = 32;
-    QFETCH(QString, state);
-    StateOf(state).show([&](QWidget& window) {
-        // Windows makes a window at least as high as that
-        const int wanted = window.hasHeightForWidth() ? window.heightForWidth(window.width()) : 0;
-        const QSize least = window.minimumSizeHint().expandedTo(window.size()).expandedTo({0, wanted});
-        QVERIFY2(least.width() <= screen.width() && least.height() + titleBar <= screen.height(),
-                 qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
-    });
-}
+    void gaps_areMultiplesOfFour()
+    {
+        QFETCH(QString, state);
+        StateOf(state).show([](QWidget& window) { QCOMPARE(Listed(OutOfRhythm(window)), QString()); });
+    }
 
-void tst_Looks::texts_standOutFromTheirGround_data()
-{
-    AddEveryWindowTwice("dark", "light", "dark");
-}
+    void window_fitsASmallScreen_data() { AddEveryWindow(); }
 
-void tst_Looks::texts_standOutFromTheirGround()
-{
-    QFETCH(QString, state);
-    QFETCH(bool, dark);
-    QApplication::setPalette(dark ? DarkPalette() : m_light);
-    StateOf(state).show([](QWidget& window) {
-        QStringList pale;
-        for (const QWidget* control : Controls(window)) {
-            const QPalette colours = control->palette();
-            if (control->isEnabled() && Contrast(colours.color(control->foregroundRole()),
-                                                 colours.color(control->backgroundRole())) < readable) {
-                pale << NameOf(*control);
-            }
-        }
-        QCOMPARE(Listed(pale), QString());
-    });
-}
+    void window_fitsASmallScreen()
+    {
+        constexpr QSize screen(1280, 720);
+        constexpr int titleBar = 32;
+        QFETCH(QString, state);
+        StateOf(state).show([&](QWidget& window) {
+            // Windows makes a window at least as high as that
+            const int wanted = window.hasHeightForWidth() ? window.heightForWidth(window.width()) : 0;
+            const QSize least = window.minimumSizeHint().expandedTo(window.size()).expandedTo({0, wanted});
+            QVERIFY2(least.width() <= screen.width() && least.height() + titleBar <= screen.height(),
+                     qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
+        });
+    }
 
-void tst_Looks::links_standOutFromTheirGround_data()
-{
-    QTest::addColumn<bool>("dark");
-    QTest::newRow("light") << false;
-    QTest::newRow("dark") << true;
-}
+    void texts_standOutFromTheirGround_data() { AddEveryWindowTwice("dark", "light", "dark"); }
 
-void tst_Looks::links_standOutFromTheirGround()
-{
-    QFETCH(bool, dark);
-    QApplication::setPalette(dark ? DarkPalette() : m_light);
-    StateOf(QStringLiteral("manual")).show([](QWidget& window) {
-        const auto* manual = window.findChild<QTextEdit*>(QStringLiteral("txtManual"));
-        const QColor ground = manual->palette().color(QPalette::Base);
-        int links = 0;
-        for (QTextBlock block = manual->document()->begin(); block.isValid(); block = block.next()) {
-            for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
-                const QTextCharFormat format = piece.fragment().charFormat();
-                if (format.isAnchor()) {
-                    ++links;
-                    QVERIFY(Contrast(format.foreground().color(), ground) >= readable);
+    void texts_standOutFromTheirGround()
+    {
+        QFETCH(QString, state);
+        QFETCH(bool, dark);
+        QApplication::setPalette(dark ? DarkPalette() : m_light);
+        StateOf(state).show([](QWidget& window) {
+            QStringList pale;
+            for (const QWidget* control : Controls(window)) {
+                const QPalette colours = control->palette();
+                if (control->isEnabled() && Contrast(colours.color(control->foregroundRole()),
+                                                     colours.color(control->backgroundRole())) < readable) {
+                    pale << NameOf(*control);
                 }
             }
-        }
-        QVERIFY(links > 0);
-    });
-}
-
-void tst_Looks::refusedBox_isReadable_data()
-{
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<bool>("dark");
-    for (const char* state : {"trip, refused date", "trip, refused time"}) {
-        QTest::addRow("%s, light", state) << QString::fromLatin1(state) << false;
-        QTest::addRow("%s, dark", state) << QString::fromLatin1(state) << true;
+            QCOMPARE(Listed(pale), QString());
+        });
     }
-}
 
-void tst_Looks::refusedBox_isReadable()
-{
-    QFETCH(QString, state);
-    QFETCH(bool, dark);
-    QApplication::setPalette(dark ? DarkPalette() : m_light);
-    StateOf(state).show([](QWidget& window) {
-        const QPalette colours = window.focusWidget()->palette();
-        QCOMPARE(colours.color(QPalette::Base), QColor(255, 224, 192));
-        QVERIFY(Contrast(colours.color(QPalette::Text), colours.color(QPalette::Base)) >= readable);
-        QVERIFY(Contrast(colours.color(QPalette::HighlightedText), colours.color(QPalette::Highlight)) >= 3);
-    });
-}
+    void links_standOutFromTheirGround_data()
+    {
+        QTest::addColumn<bool>("dark");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
+    }
 
-QTEST_MAIN(tst_Looks)
+    void links_standOutFromTheirGround()
+    {
+        QFETCH(bool, dark);
+        QApplication::setPalette(dark ? DarkPalette() : m_light);
+        StateOf(QStringLiteral("manual")).show([](QWidget& window) {
+            const auto* manual = window.findChild<QTextEdit*>(QStringLiteral("txtManual"));
+            const QColor ground = manual->palette().color(QPalette::Base);
+            int links = 0;
+            for (QTextBlock block = manual->document()->begin(); block.isValid(); block = block.next()) {
+                for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+                    const QTextCharFormat format = piece.fragment().charFormat();
+                    if (format.isAnchor()) {
+                        ++links;
+                        QVERIFY(Contrast(format.foreground().color(), ground) >= readable);
+                    }
+                }
+            }
+            QVERIFY(links > 0);
+        });
+    }
+
+    void refusedBox_isReadable_data()
+    {
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<bool>("dark");
+        for (const char* state : {"trip, refused date", "trip, refused time"}) {
+            QTest::addRow("%s, light", state) << QString::fromLatin1(state) << false;
+            QTest::addRow("%s, dark", state) << QString::fromLatin1(state) << true;
+        }
+    }
+
+    void refusedBox_isReadable()
+    {
+        QFETCH(QString, state);
+        QFETCH(bool, dark);
+        QApplication::setPalette(dark ? DarkPalette() : m_light);
+        StateOf(state).show([](QWidget& window) {
+            const QPalette colours = window.focusWidget()->palette();
+            QCOMPARE(colours.color(QPalette::Base), QColor(255, 224, 192));
+            QVERIFY(Contrast(colours.color(QPalette::Text), colours.color(QPalette::Base)) >= readable);
+            QVERIFY(Contrast(colours.color(QPalette::HighlightedText), colours.color(QPalette::Highlight)) >=
+                    3);
+        });
+    }
+
+private:
+    QFont m_font;
+    QPalette m_light;
+};
+
+TEST_CLASS(tst_Looks)
 #include "tst_Looks.moc"

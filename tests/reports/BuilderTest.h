@@ -86,9 +86,7 @@ void ShowBuilder(TestProgram& program, Steps&& steps)
 {
     fRptLog builder(program.program, nullptr);
     builder.show();
-    if (!QTest::qWaitForWindowActive(&builder)) {
-        QTest::qFail("the builder does not become active", __FILE__, __LINE__);
-    }
+    AwaitActive(builder);
     steps(builder);
 }
 
@@ -154,19 +152,19 @@ inline void Choose(const QWidget& window, const char* name, int row)
     }
     box.showPopup();
     QAbstractItemView* list = box.view();
-    if (!QTest::qWaitForWindowExposed(list->window())) {
+    if (!QTest::qWaitForWindowExposed(list->window(), patience)) {
         QTest::qFail("the list does not open", __FILE__, __LINE__);
     }
     const QModelIndex index = box.model()->index(row, box.modelColumn());
     list->scrollTo(index);
     // a click that comes at once belongs to the press that opened the list
-    if (!QTest::qWaitFor([&] {
+    Await(
+        [&] {
             QTest::mouseMove(list->viewport(), list->visualRect(index).center());
             QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(index).center());
             return !list->isVisible();
-        })) {
-        QTest::qFail("the list stays open", __FILE__, __LINE__);
-    }
+        },
+        "the list stays open");
 }
 
 /// The selected item of a combo box; "(none)" without one.
@@ -247,9 +245,7 @@ inline void PressShortcut(const QWidget& window, Qt::Key key, Qt::KeyboardModifi
                           const char* button)
 {
     Press(window, key, modifiers);
-    if (!QTest::qWaitFor([&] { return !Find<QAbstractButton>(window, button).isDown(); })) {
-        QTest::qFail("the button stays down", __FILE__, __LINE__);
-    }
+    Await([&] { return !Find<QAbstractButton>(window, button).isDown(); }, "the button stays down");
 }
 
 /// The name of the control that has the focus.

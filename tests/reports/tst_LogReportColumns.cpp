@@ -4,11 +4,11 @@
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/RtfWriter.h"
 #include "reports/preview/fPreview.h"
+#include "support/TestClass.h"
 #include "support/Windows.h"
 #include "ui/common/Strings.h"
 
 #include <QAction>
-#include <QtTest/QTest>
 
 using namespace std::string_literals;
 
@@ -302,14 +302,15 @@ private Q_SLOTS:
         letter.setPageSize(QPageSize(QPageSize::Letter));
         data.program.printers.ExpectSetUpPage(letter);
         QStringList places;
-        WhileOpen([&] { fPreview(data.program.program, report, nullptr).ShowReport(); },
-                  [&](QDialog& preview) {
-                      places << Joined(Places(*report.Pages, 3));
-                      Find<QAction>(preview, "tolPageSetup").trigger();
-                      places << Joined(Places(*report.Pages, 3));
-                      QVERIFY(report.Pages->paper.width() > report.Pages->paper.height());
-                      preview.close();
-                  });
+        WhileOpen(
+            "fPreview", [&] { fPreview(data.program.program, report, nullptr).ShowReport(); },
+            [&](QDialog& preview) {
+                places << Joined(Places(*report.Pages, 3));
+                Find<QAction>(preview, "tolPageSetup").trigger();
+                places << Joined(Places(*report.Pages, 3));
+                QVERIFY(report.Pages->paper.width() > report.Pages->paper.height());
+                preview.close();
+            });
         QCOMPARE(places, (QStringList{QStringLiteral("0,0 120,0 238,0"), QStringLiteral("0,0 120,0 0,1")}));
     }
 
@@ -383,5 +384,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_LogReportColumns)
+TEST_CLASS(tst_LogReportColumns)
 #include "tst_LogReportColumns.moc"

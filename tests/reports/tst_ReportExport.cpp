@@ -3,10 +3,9 @@
 #include "reports/ReadRtf.h"
 #include "reports/ReportExport.h"
 #include "reports/RowsReport.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "ui/common/Strings.h"
-
-#include <QtTest/QTest>
 
 namespace
 {
@@ -266,5 +265,5 @@ private:
     }
 };
 
-QTEST_MAIN(tst_ReportExport)
+TEST_CLASS(tst_ReportExport)
 #include "tst_ReportExport.moc"

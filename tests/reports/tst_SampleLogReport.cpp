@@ -5,11 +5,11 @@
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/RtfWriter.h"
 #include "support/Platform.h"
+#include "support/TestClass.h"
 #include "ui/common/Strings.h"
 
 #include <QHash>
 #include <QProcess>
-#include <QtTest/QTest>
 #include <pugixml.hpp>
 
 #include <algorithm>
@@ -177,7 +177,7 @@ std::vector<std::vector<Word>> WordsOf(const QByteArray& pdf)
     QProcess process;
     process.start(QStringLiteral("pdftotext"),
                   {QStringLiteral("-bbox"), FromUtf8(folder.PathOf("report.pdf")), QStringLiteral("-")});
-    if (!process.waitForFinished() || process.exitCode() != 0) {
+    if (!process.waitForFinished(-1) || process.exitCode() != 0) {
         qFatal("pdftotext: %s", process.readAllStandardError().constData());
     }
     const QByteArray boxes = process.readAllStandardOutput();
@@ -379,5 +379,5 @@ private:
     }
 };
 
-QTEST_MAIN(tst_SampleLogReport)
+TEST_CLASS(tst_SampleLogReport)
 #include "tst_SampleLogReport.moc"

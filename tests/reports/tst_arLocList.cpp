@@ -5,9 +5,8 @@
 #include "reports/engine/LayOut.h"
 #include "reports/engine/ReportFonts.h"
 #include "support/RaisedNumber.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
-
-#include <QtTest/QTest>
 
 namespace
 {
@@ -357,5 +356,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_arLocList)
+TEST_CLASS(tst_arLocList)
 #include "tst_arLocList.moc"

@@ -3,9 +3,8 @@
 #include "reports/LogReport.h"
 #include "reports/PaintedPage.h"
 #include "reports/ReportDesign.h"
+#include "support/TestClass.h"
 #include "ui/common/Strings.h"
-
-#include <QtTest/QTest>
 
 using namespace std::string_literals;
 
@@ -281,5 +280,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_arLogList)
+TEST_CLASS(tst_arLogList)
 #include "tst_arLogList.moc"

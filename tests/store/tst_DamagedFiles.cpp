@@ -1,8 +1,7 @@
 #include "RecordFamily.h"
 #include "support/Platform.h"
+#include "support/TestClass.h"
 #include "support/TestStore.h"
-
-#include <QtTest>
 
 using namespace std::string_literals;
 
@@ -61,162 +60,151 @@ class tst_DamagedFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void damagedFile_isNeverWrittenOver_data();
-    void damagedFile_isNeverWrittenOver();
-    void missingFile_isNotCreatedFromItsTemplate();
-    void folderInTheFilesPlace_failsEveryOperation();
-    void pipeInTheFilesPlace_neverHangs();
-    void danglingLink_failsEveryOperation();
-    void fileRepaired_isReadByTheNextInit();
-    void somethingBeforeData_breaksListingAndNewKeysOnly_data();
-    void somethingBeforeData_breaksListingAndNewKeysOnly();
-    void otherEncodings_areReadAndSavedAsUtf8_data();
-    void otherEncodings_areReadAndSavedAsUtf8();
+
+    void damagedFile_isNeverWrittenOver_data()
+    {
+        QTest::addColumn<std::string>("bytes");
+        QTest::newRow("empty") << ""s;
+        QTest::newRow("truncated") << good.substr(0, good.size() - 10);
+        QTest::newRow("truncated in a value") << good.substr(0, 40);
+        QTest::newRow("two roots") << good + good;
+        QTest::newRow("zeros") << std::string(good.size(), '\0');
+        QTest::newRow("zeros behind") << good + std::string(512, '\0');
+        QTest::newRow("garbage behind") << good + "garbage";
+        QTest::newRow("end tag behind") << good + "</data>";
+        QTest::newRow("other root") << "<log>" + good + "</log>";
+        QTest::newRow("root in other case") << "<Data/>"s;
+        QTest::newRow("no XML") << "Dear diary"s;
+        QTest::newRow("no UTF-8")
+            << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>\xE9</StartDate></tarno></data>"s;
+        QTest::newRow("control character")
+            << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>\x02</StartDate></tarno></data>"s;
+        QTest::newRow("unknown reference")
+            << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>&tide;</StartDate></tarno></data>"s;
+        QTest::newRow("truncated UTF-16") << Utf16(good).substr(0, 2 * good.size() - 20);
+        QTest::newRow("UTF-16 without its mark") << Utf16(good).substr(2);
+    }
+
+    void damagedFile_isNeverWrittenOver()
+    {
+        QFETCH(std::string, bytes);
+        TestStore store;
+        store.folder.Write("tarno.xml", bytes);
+        CheckThatNothingWorks(store);
+        QCOMPARE(store.folder.Read("tarno.xml"), bytes);
+    }
+
+    void missingFile_isNotCreatedFromItsTemplate()
+    {
+        TestStore store;
+        std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
+        CheckThatNothingWorks(store);
+        QVERIFY(!std::filesystem::exists(ToPath(store.folder.PathOf("tarno.xml"))));
+    }
+
+    void folderInTheFilesPlace_failsEveryOperation()
+    {
+        TestStore store;
+        std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
+        store.folder.MakeFolder("tarno.xml");
+        CheckThatNothingWorks(store);
+    }
+
+    void pipeInTheFilesPlace_neverHangs()
+    {
+        NOT_ON_WINDOWS("pipes");
+        TestStore store;
+        std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
+        store.folder.MakePipe("tarno.xml");
+        CheckThatNothingWorks(store);
+        QVERIFY(std::filesystem::is_fifo(ToPath(store.folder.PathOf("tarno.xml"))));
+    }
+
+    void danglingLink_failsEveryOperation()
+    {
+        NOT_ON_WINDOWS("links");
+        TestStore store;
+        std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
+        store.folder.MakeLink("tarno.xml", "unplugged/tarno.xml");
+        CheckThatNothingWorks(store);
+        QVERIFY(std::filesystem::is_symlink(ToPath(store.folder.PathOf("tarno.xml"))));
+    }
+
+    void fileRepaired_isReadByTheNextInit()
+    {
+        TestStore store;
+        store.folder.Write("tarno.xml", good.substr(0, 40));
+        CheckThatNothingWorks(store);
+        store.folder.Write("tarno.xml", good);
+        QCOMPARE(store.sql.Init(), succeeded);
+        Record entry;
+        QCOMPARE(store.sql.EntryGet(1, entry), succeeded);
+        QCOMPARE(entry.Text(1), "2003-02-05"s);
+    }
+
+    void somethingBeforeData_breaksListingAndNewKeysOnly_data()
+    {
+        QTest::addColumn<std::string>("before");
+        QTest::newRow("declaration") << R"(<?xml version="1.0"?>)"s;
+        QTest::newRow("comment") << "<!-- mine -->"s;
+        QTest::newRow("instruction") << "<?mine it?>"s;
+    }
+
+    void somethingBeforeData_breaksListingAndNewKeysOnly()
+    {
+        QFETCH(std::string, before);
+        TestStore store;
+        store.folder.Write("tarno.xml", before + good);
+        QCOMPARE(store.sql.Init(), succeeded);
+        RecordList entries;
+        QCOMPARE(store.sql.EntryList(entries), succeeded);
+        QVERIFY(entries.empty());
+
+        Record entry;
+        QCOMPARE(store.sql.EntryGet(0, entry), succeeded);
+        store.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::ObjectNotSet);
+        QCOMPARE(store.sql.EntryUpdate(entry), failed);
+        QCOMPARE(entry.Text(0), "0"s);
+        QVERIFY(!store.operations.HasWritten());
+        QCOMPARE(store.folder.Read("tarno.xml"), before + good);
+
+        // what looks the records up by name still meets them
+        QCOMPARE(store.sql.EntryGet(1, entry), succeeded);
+        entry.SetText(1, "2003-02-06");
+        QCOMPARE(store.sql.EntryUpdate(entry), succeeded);
+        QCOMPARE(store.folder.Read("tarno.xml"),
+                 before + "\n<data>\n\t<tarno>\n\t\t<TarnoNo>1</TarnoNo>\n"
+                          "\t\t<StartDate>2003-02-06</StartDate>\n\t</tarno>\n</data>\n");
+        QCOMPARE(store.sql.EntryDelete(1), succeeded);
+        QCOMPARE(store.folder.Read("tarno.xml"), before + "\n<data />\n");
+    }
+
+    void otherEncodings_areReadAndSavedAsUtf8_data()
+    {
+        QTest::addColumn<std::string>("bytes");
+        QTest::newRow("byte order mark") << "\xEF\xBB\xBF" + good;
+        QTest::newRow("UTF-16") << Utf16(good);
+        QTest::newRow("Windows line ends") << "<data>\r\n<tarno>\r\n<TarnoNo>1</TarnoNo>\r\n"
+                                              "<StartDate>2003-02-05</StartDate>\r\n</tarno>\r\n</data>\r\n"s;
+    }
+
+    void otherEncodings_areReadAndSavedAsUtf8()
+    {
+        QFETCH(std::string, bytes);
+        TestStore store;
+        store.folder.Write("tarno.xml", bytes);
+        QCOMPARE(store.sql.Init(), succeeded);
+        RecordList entries;
+        QCOMPARE(store.sql.EntryList(entries), succeeded);
+        QCOMPARE(KeysOf(entries), Texts{"1"});
+        Record entry(entries.front());
+        entry.SetText(1, "Sn\u0101pper");
+        QCOMPARE(store.sql.EntryUpdate(entry), succeeded);
+        QCOMPARE(store.folder.Read("tarno.xml"),
+                 "<data>\n\t<tarno>\n\t\t<TarnoNo>1</TarnoNo>\n"
+                 "\t\t<StartDate>Sn\u0101pper</StartDate>\n\t</tarno>\n</data>\n"s);
+    }
 };
 
-void tst_DamagedFiles::damagedFile_isNeverWrittenOver_data()
-{
-    QTest::addColumn<std::string>("bytes");
-    QTest::newRow("empty") << ""s;
-    QTest::newRow("truncated") << good.substr(0, good.size() - 10);
-    QTest::newRow("truncated in a value") << good.substr(0, 40);
-    QTest::newRow("two roots") << good + good;
-    QTest::newRow("zeros") << std::string(good.size(), '\0');
-    QTest::newRow("zeros behind") << good + std::string(512, '\0');
-    QTest::newRow("garbage behind") << good + "garbage";
-    QTest::newRow("end tag behind") << good + "</data>";
-    QTest::newRow("other root") << "<log>" + good + "</log>";
-    QTest::newRow("root in other case") << "<Data/>"s;
-    QTest::newRow("no XML") << "Dear diary"s;
-    QTest::newRow("no UTF-8")
-        << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>\xE9</StartDate></tarno></data>"s;
-    QTest::newRow("control character")
-        << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>\x02</StartDate></tarno></data>"s;
-    QTest::newRow("unknown reference")
-        << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>&tide;</StartDate></tarno></data>"s;
-    QTest::newRow("truncated UTF-16") << Utf16(good).substr(0, 2 * good.size() - 20);
-    QTest::newRow("UTF-16 without its mark") << Utf16(good).substr(2);
-}
-
-void tst_DamagedFiles::damagedFile_isNeverWrittenOver()
-{
-    QFETCH(std::string, bytes);
-    TestStore store;
-    store.folder.Write("tarno.xml", bytes);
-    CheckThatNothingWorks(store);
-    QCOMPARE(store.folder.Read("tarno.xml"), bytes);
-}
-
-void tst_DamagedFiles::missingFile_isNotCreatedFromItsTemplate()
-{
-    TestStore store;
-    std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
-    CheckThatNothingWorks(store);
-    QVERIFY(!std::filesystem::exists(ToPath(store.folder.PathOf("tarno.xml"))));
-}
-
-void tst_DamagedFiles::folderInTheFilesPlace_failsEveryOperation()
-{
-    TestStore store;
-    std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
-    store.folder.MakeFolder("tarno.xml");
-    CheckThatNothingWorks(store);
-}
-
-void tst_DamagedFiles::pipeInTheFilesPlace_neverHangs()
-{
-    NOT_ON_WINDOWS("pipes");
-    TestStore store;
-    std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
-    store.folder.MakePipe("tarno.xml");
-    CheckThatNothingWorks(store);
-    QVERIFY(std::filesystem::is_fifo(ToPath(store.folder.PathOf("tarno.xml"))));
-}
-
-void tst_DamagedFiles::danglingLink_failsEveryOperation()
-{
-    NOT_ON_WINDOWS("links");
-    TestStore store;
-    std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
-    store.folder.MakeLink("tarno.xml", "unplugged/tarno.xml");
-    CheckThatNothingWorks(store);
-    QVERIFY(std::filesystem::is_symlink(ToPath(store.folder.PathOf("tarno.xml"))));
-}
-
-void tst_DamagedFiles::fileRepaired_isReadByTheNextInit()
-{
-    TestStore store;
-    store.folder.Write("tarno.xml", good.substr(0, 40));
-    CheckThatNothingWorks(store);
-    store.folder.Write("tarno.xml", good);
-    QCOMPARE(store.sql.Init(), succeeded);
-    Record entry;
-    QCOMPARE(store.sql.EntryGet(1, entry), succeeded);
-    QCOMPARE(entry.Text(1), "2003-02-05"s);
-}
-
-void tst_DamagedFiles::somethingBeforeData_breaksListingAndNewKeysOnly_data()
-{
-    QTest::addColumn<std::string>("before");
-    QTest::newRow("declaration") << R"(<?xml version="1.0"?>)"s;
-    QTest::newRow("comment") << "<!-- mine -->"s;
-    QTest::newRow("instruction") << "<?mine it?>"s;
-}
-
-void tst_DamagedFiles::somethingBeforeData_breaksListingAndNewKeysOnly()
-{
-    QFETCH(std::string, before);
-    TestStore store;
-    store.folder.Write("tarno.xml", before + good);
-    QCOMPARE(store.sql.Init(), succeeded);
-    RecordList entries;
-    QCOMPARE(store.sql.EntryList(entries), succeeded);
-    QVERIFY(entries.empty());
-
-    Record entry;
-    QCOMPARE(store.sql.EntryGet(0, entry), succeeded);
-    store.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::ObjectNotSet);
-    QCOMPARE(store.sql.EntryUpdate(entry), failed);
-    QCOMPARE(entry.Text(0), "0"s);
-    QVERIFY(!store.operations.HasWritten());
-    QCOMPARE(store.folder.Read("tarno.xml"), before + good);
-
-    // what looks the records up by name still meets them
-    QCOMPARE(store.sql.EntryGet(1, entry), succeeded);
-    entry.SetText(1, "2003-02-06");
-    QCOMPARE(store.sql.EntryUpdate(entry), succeeded);
-    QCOMPARE(store.folder.Read("tarno.xml"),
-             before + "\n<data>\n\t<tarno>\n\t\t<TarnoNo>1</TarnoNo>\n"
-                      "\t\t<StartDate>2003-02-06</StartDate>\n\t</tarno>\n</data>\n");
-    QCOMPARE(store.sql.EntryDelete(1), succeeded);
-    QCOMPARE(store.folder.Read("tarno.xml"), before + "\n<data />\n");
-}
-
-void tst_DamagedFiles::otherEncodings_areReadAndSavedAsUtf8_data()
-{
-    QTest::addColumn<std::string>("bytes");
-    QTest::newRow("byte order mark") << "\xEF\xBB\xBF" + good;
-    QTest::newRow("UTF-16") << Utf16(good);
-    QTest::newRow("Windows line ends") << "<data>\r\n<tarno>\r\n<TarnoNo>1</TarnoNo>\r\n"
-                                          "<StartDate>2003-02-05</StartDate>\r\n</tarno>\r\n</data>\r\n"s;
-}
-
-void tst_DamagedFiles::otherEncodings_areReadAndSavedAsUtf8()
-{
-    QFETCH(std::string, bytes);
-    TestStore store;
-    store.folder.Write("tarno.xml", bytes);
-    QCOMPARE(store.sql.Init(), succeeded);
-    RecordList entries;
-    QCOMPARE(store.sql.EntryList(entries), succeeded);
-    QCOMPARE(KeysOf(entries), Texts{"1"});
-    Record entry(entries.front());
-    entry.SetText(1, "Sn\u0101pper");
-    QCOMPARE(store.sql.EntryUpdate(entry), succeeded);
-    QCOMPARE(store.folder.Read("tarno.xml"),
-             "<data>\n\t<tarno>\n\t\t<TarnoNo>1</TarnoNo>\n"
-             "\t\t<StartDate>Sn\u0101pper</StartDate>\n\t</tarno>\n</data>\n"s);
-}
-
-QTEST_APPLESS_MAIN(tst_DamagedFiles)
+TEST_CLASS(tst_DamagedFiles)
 #include "tst_DamagedFiles.moc"

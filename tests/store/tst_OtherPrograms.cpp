@@ -1,8 +1,7 @@
 #include "RecordFamily.h"
 #include "support/PlainUser.h"
+#include "support/TestClass.h"
 #include "support/TestStore.h"
-
-#include <QtTest>
 
 using namespace std::string_literals;
 
@@ -45,33 +44,293 @@ private Q_SLOTS:
 
     void initTestCase_data() { AddRecordFamilies(); }
 
-    void init();
+    void init()
+    {
+        QFETCH_GLOBAL(RecordFamily, family);
+        m_family = family;
+        m_store = std::make_unique<TestStore>();
+        m_store->folder.Write(m_family.file,
+                              RecordFamily::File({m_family.Made("1", "one"), m_family.Made("2", "two")}));
+        QCOMPARE(m_store->sql.Init(), succeeded);
+    }
 
     void cleanup() { m_store.reset(); }
 
-    void bothAdd_bothAreThere();
-    void bothAddInTurns_allAreThereInOrder();
-    void bothChangeDifferentRecords_bothChangesAreThere();
-    void bothChangeTheSameRecord_theOtherVersionIsKept();
-    void changeOfARemovedRecord_theOtherVersionIsKept();
-    void removalOfAChangedRecord_theOtherVersionIsKept();
-    void removalOfARemovedRecord_isNoQuarrel();
-    void otherRemovesARecord_whatStoodHereIsKept();
-    void olderVersionPutBack_whatStoodHereIsKept();
-    void unusableVersion_isKeptAndWrittenOver_data();
-    void unusableVersion_isKeptAndWrittenOver();
-    void sameBytesWrittenAnew_areNoOtherVersion();
-    void otherLayoutOfTheSameRecords_isTakenOver();
-    void fileRemoved_isWrittenAnew();
-    void folderInItsPlace_failsAndKeepsTheChange();
-    void unreadableVersion_isNeverWrittenOver();
-    void failedSaveBefore_otherVersionIsKept();
-    void failedFolderSync_isNoOtherVersion();
-    void keepingFails_nothingIsWritten();
-    void savingFailsAfterTakingOver_nextSaveWritesBoth();
-    void otherIsQuickerThanTheLook_itsVersionIsKept();
-    void bothHappen_bothAreTold();
-    void endedBeforeTheOtherVersionWasKept_nextStartKeepsIt();
+    void bothAdd_bothAreThere()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Add(other.sql, "theirs"), "3"s);
+        QCOMPARE(Add(m_store->sql, "ours"), "4"s);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs", "4 ours"}));
+        QCOMPARE(Held(m_store->sql), Records(m_family.file));
+        QVERIFY(!IsAnythingKept());
+    }
+
+    void bothAddInTurns_allAreThereInOrder()
+    {
+        OtherProgram other(*m_store);
+        Texts expected{"1 one", "2 two"};
+        for (int key = 3; key <= 12; ++key) {
+            const std::string value = "value " + std::to_string(key);
+            QCOMPARE(Add(key % 2 == 0 ? other.sql : m_store->sql, value), std::to_string(key));
+            expected.push_back(std::to_string(key) + ' ' + value);
+        }
+        QCOMPARE(Records(m_family.file), expected);
+        QVERIFY(!IsAnythingKept());
+    }
+
+    void bothChangeDifferentRecords_bothChangesAreThere()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Change(other.sql, 1, "theirs"), succeeded);
+        ExpectTheirsIsTaken("Update");
+        QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 theirs", "2 ours"}));
+        QCOMPARE(Held(m_store->sql), Records(m_family.file));
+        QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two"}));
+
+        // once is enough
+        QCOMPARE(Change(m_store->sql, 2, "again"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 theirs", "2 again"}));
+    }
+
+    void bothChangeTheSameRecord_theOtherVersionIsKept()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
+        ExpectOursStays("Update");
+        QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 ours"}));
+        QCOMPARE(Records(Kept()), (Texts{"1 one", "2 theirs"}));
+        QCOMPARE(Change(m_store->sql, 2, "again"), succeeded);
+    }
+
+    void changeOfARemovedRecord_theOtherVersionIsKept()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Remove(other.sql, 2), succeeded);
+        ExpectOursStays("Update");
+        QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 ours"}));
+        QCOMPARE(Records(Kept()), Texts{"1 one"});
+    }
+
+    void removalOfAChangedRecord_theOtherVersionIsKept()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
+        ExpectOursStays("Delete");
+        QCOMPARE(Remove(m_store->sql, 2), succeeded);
+        QCOMPARE(Records(m_family.file), Texts{"1 one"});
+        QCOMPARE(Records(Kept()), (Texts{"1 one", "2 theirs"}));
+    }
+
+    void removalOfARemovedRecord_isNoQuarrel()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Add(other.sql, "theirs"), "3"s);
+        QCOMPARE(Remove(m_store->sql, 7), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs"}));
+        QVERIFY(!IsAnythingKept());
+    }
+
+    void otherRemovesARecord_whatStoodHereIsKept()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Remove(other.sql, 1), succeeded);
+        ExpectTheirsIsTaken("Update");
+        QCOMPARE(Add(m_store->sql, "ours"), "3"s);
+        QCOMPARE(Records(m_family.file), (Texts{"2 two", "3 ours"}));
+        QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two"}));
+    }
+
+    void olderVersionPutBack_whatStoodHereIsKept()
+    {
+        const std::string older = m_store->folder.Read(m_family.file);
+        QCOMPARE(Add(m_store->sql, "ours"), "3"s);
+        WriteOther(older);
+        ExpectTheirsIsTaken("Update");
+        QCOMPARE(Add(m_store->sql, "more"), "3"s);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 more"}));
+        QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two", "3 ours"}));
+    }
+
+    void unusableVersion_isKeptAndWrittenOver_data()
+    {
+        QTest::addColumn<std::string>("bytes");
+        QTest::newRow("empty") << ""s;
+        QTest::newRow("cut off") << "<data><tarno>"s;
+        QTest::newRow("other root") << "<log/>"s;
+        QTest::newRow("zeros") << std::string(200, '\0');
+        QTest::newRow("declaration before the root")
+            << "<?xml version=\"1.0\"?>"s + RecordFamily::File({m_family.Made("1", "one")});
+    }
+
+    void unusableVersion_isKeptAndWrittenOver()
+    {
+        QFETCH(std::string, bytes);
+        WriteOther(bytes);
+        ExpectOursStays("Update");
+        QCOMPARE(Add(m_store->sql, "ours"), "3"s);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 ours"}));
+        QCOMPARE(m_store->folder.Read(Kept()), bytes);
+    }
+
+    void sameBytesWrittenAnew_areNoOtherVersion()
+    {
+        WriteOther(m_store->folder.Read(m_family.file));
+        QCOMPARE(Add(m_store->sql, "ours"), "3"s);
+        WriteOther(m_store->folder.Read(m_family.file));
+        QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two", "3 ours"}));
+        QVERIFY(!IsAnythingKept());
+    }
+
+    void otherLayoutOfTheSameRecords_isTakenOver()
+    {
+        const std::string bytes = m_store->folder.Read(m_family.file);
+        std::string onOneLine;
+        std::copy_if(bytes.begin(), bytes.end(), std::back_inserter(onOneLine),
+                     [](char c) { return c != '\n' && c != '\t'; });
+        WriteOther("\xEF\xBB\xBF" + onOneLine.substr(0, 6) + "<!-- by hand -->" + onOneLine.substr(6));
+        QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
+        QCOMPARE(Held(m_store->sql), (Texts{"1 ours", "2 two"}));
+        QVERIFY(m_store->folder.Read(m_family.file).find("by hand") != std::string::npos);
+        QVERIFY(!IsAnythingKept());
+    }
+
+    void fileRemoved_isWrittenAnew()
+    {
+        std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file)));
+        QCOMPARE(Add(m_store->sql, "ours"), "3"s);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 ours"}));
+        QVERIFY(!IsAnythingKept());
+    }
+
+    void folderInItsPlace_failsAndKeepsTheChange()
+    {
+        std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file)));
+        m_store->folder.MakeFolder(m_family.file);
+        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess);
+        QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
+        std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file)));
+        QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two"}));
+    }
+
+    void unreadableVersion_isNeverWrittenOver()
+    {
+        m_store->operations.ExchangeNothing(); // nor would it be looked at afterwards
+        WriteOther("<data/>");
+        std::filesystem::permissions(ToPath(m_store->folder.PathOf(m_family.file)),
+                                     std::filesystem::perms::owner_write);
+        {
+            const PlainUser user(m_store->folder);
+            if (!PlainUser::IsPlain()) {
+                QSKIP(PlainUser::whyNot);
+            }
+            m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess);
+            QCOMPARE(Add(m_store->sql, "ours"), ""s);
+        }
+        std::filesystem::permissions(ToPath(m_store->folder.PathOf(m_family.file)),
+                                     std::filesystem::perms::owner_all);
+        QCOMPARE(m_store->folder.Read(m_family.file), "<data/>"s);
+    }
+
+    void failedSaveBefore_otherVersionIsKept()
+    {
+        m_store->operations.Fail("write", ErrorNumber::DiskFull);
+        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DiskFull);
+        QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
+        OtherProgram other(*m_store);
+        QCOMPARE(Add(other.sql, "theirs"), "3"s);
+        ExpectOursStays("Update");
+        QCOMPARE(Change(m_store->sql, 2, "ours too"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 ours too"}));
+        QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two", "3 theirs"}));
+    }
+
+    void failedFolderSync_isNoOtherVersion()
+    {
+        m_store->operations.Fail("sync folder", ErrorNumber::DeviceInputOutput);
+        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DeviceInputOutput);
+        QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
+        QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two"}));
+        QCOMPARE(Change(m_store->sql, 1, "again"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 again", "2 two"}));
+        QVERIFY(!IsAnythingKept());
+    }
+
+    void keepingFails_nothingIsWritten()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
+        m_store->operations.Fail("write", ErrorNumber::DiskFull);
+        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DiskFull);
+        QCOMPARE(Change(m_store->sql, 2, "ours"), failed);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 theirs"}));
+        QVERIFY(!IsAnythingKept());
+        ExpectOursStays("Update");
+        QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
+        QCOMPARE(Records(Kept()), (Texts{"1 one", "2 theirs"}));
+    }
+
+    void savingFailsAfterTakingOver_nextSaveWritesBoth()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Add(other.sql, "theirs"), "3"s);
+        m_store->operations.Fail("sync", ErrorNumber::DiskFull);
+        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DiskFull);
+        QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs"}));
+        QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two", "3 theirs"}));
+        QVERIFY(!IsAnythingKept());
+    }
+
+    void otherIsQuickerThanTheLook_itsVersionIsKept()
+    {
+        OtherProgram other(*m_store);
+        m_store->operations.BeforeExchange([&] { QCOMPARE(Add(other.sql, "theirs"), "3"s); });
+        ExpectOursStays("Update");
+        QCOMPARE(Add(m_store->sql, "ours"), "3"s);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 ours"}));
+        QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two", "3 theirs"}));
+    }
+
+    void bothHappen_bothAreTold()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
+        m_store->operations.BeforeExchange(
+            [&] { QCOMPARE(Change(other.sql, 2, "theirs again"), succeeded); });
+        m_store->reports.ExpectWords("cSQL", Routine("Update"),
+                                     WordsWhenOursStays(m_family.file, m_store->folder.PathOf(Kept(1))) +
+                                         "\r\n\r\n" +
+                                         WordsWhenOursStays(m_family.file, m_store->folder.PathOf(Kept(2))));
+        QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 ours"}));
+        QCOMPARE(Records(Kept(1)), (Texts{"1 one", "2 theirs"}));
+        QCOMPARE(Records(Kept(2)), (Texts{"1 one", "2 theirs again"}));
+    }
+
+    void endedBeforeTheOtherVersionWasKept_nextStartKeepsIt()
+    {
+        // what a program leaves that is ended by force right after its exchange
+        const std::string theirs = RecordFamily::File({m_family.Made("3", "theirs")});
+        m_store->folder.Write(m_family.file + '.' + std::to_string(m_store->operations.ProcessNumber()) +
+                                  "-12-34.tarno-tmp",
+                              theirs);
+        m_store->reports.ExpectWords(
+            "cSQL", "Init",
+            "Tarno was ended by force while it wrote " + m_family.file +
+                ". Nothing is lost: what another program had written meanwhile is kept in\r\n" +
+                m_store->folder.PathOf(Kept()));
+        QCOMPARE(m_store->sql.Init(), succeeded);
+        QCOMPARE(m_store->folder.Read(Kept()), theirs);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two"}));
+        QCOMPARE(m_store->sql.Init(), succeeded);
+    }
 
 private:
     using Get = Status (cSQL::*)(std::int16_t, Record&) const;
@@ -163,290 +422,5 @@ private:
     std::unique_ptr<TestStore> m_store;
 };
 
-void tst_OtherPrograms::init()
-{
-    QFETCH_GLOBAL(RecordFamily, family);
-    m_family = family;
-    m_store = std::make_unique<TestStore>();
-    m_store->folder.Write(m_family.file,
-                          RecordFamily::File({m_family.Made("1", "one"), m_family.Made("2", "two")}));
-    QCOMPARE(m_store->sql.Init(), succeeded);
-}
-
-void tst_OtherPrograms::bothAdd_bothAreThere()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Add(other.sql, "theirs"), "3"s);
-    QCOMPARE(Add(m_store->sql, "ours"), "4"s);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs", "4 ours"}));
-    QCOMPARE(Held(m_store->sql), Records(m_family.file));
-    QVERIFY(!IsAnythingKept());
-}
-
-void tst_OtherPrograms::bothAddInTurns_allAreThereInOrder()
-{
-    OtherProgram other(*m_store);
-    Texts expected{"1 one", "2 two"};
-    for (int key = 3; key <= 12; ++key) {
-        const std::string value = "value " + std::to_string(key);
-        QCOMPARE(Add(key % 2 == 0 ? other.sql : m_store->sql, value), std::to_string(key));
-        expected.push_back(std::to_string(key) + ' ' + value);
-    }
-    QCOMPARE(Records(m_family.file), expected);
-    QVERIFY(!IsAnythingKept());
-}
-
-void tst_OtherPrograms::bothChangeDifferentRecords_bothChangesAreThere()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Change(other.sql, 1, "theirs"), succeeded);
-    ExpectTheirsIsTaken("Update");
-    QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 theirs", "2 ours"}));
-    QCOMPARE(Held(m_store->sql), Records(m_family.file));
-    QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two"}));
-
-    // once is enough
-    QCOMPARE(Change(m_store->sql, 2, "again"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 theirs", "2 again"}));
-}
-
-void tst_OtherPrograms::bothChangeTheSameRecord_theOtherVersionIsKept()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
-    ExpectOursStays("Update");
-    QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 ours"}));
-    QCOMPARE(Records(Kept()), (Texts{"1 one", "2 theirs"}));
-    QCOMPARE(Change(m_store->sql, 2, "again"), succeeded);
-}
-
-void tst_OtherPrograms::changeOfARemovedRecord_theOtherVersionIsKept()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Remove(other.sql, 2), succeeded);
-    ExpectOursStays("Update");
-    QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 ours"}));
-    QCOMPARE(Records(Kept()), Texts{"1 one"});
-}
-
-void tst_OtherPrograms::removalOfAChangedRecord_theOtherVersionIsKept()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
-    ExpectOursStays("Delete");
-    QCOMPARE(Remove(m_store->sql, 2), succeeded);
-    QCOMPARE(Records(m_family.file), Texts{"1 one"});
-    QCOMPARE(Records(Kept()), (Texts{"1 one", "2 theirs"}));
-}
-
-void tst_OtherPrograms::removalOfARemovedRecord_isNoQuarrel()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Add(other.sql, "theirs"), "3"s);
-    QCOMPARE(Remove(m_store->sql, 7), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs"}));
-    QVERIFY(!IsAnythingKept());
-}
-
-void tst_OtherPrograms::otherRemovesARecord_whatStoodHereIsKept()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Remove(other.sql, 1), succeeded);
-    ExpectTheirsIsTaken("Update");
-    QCOMPARE(Add(m_store->sql, "ours"), "3"s);
-    QCOMPARE(Records(m_family.file), (Texts{"2 two", "3 ours"}));
-    QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two"}));
-}
-
-void tst_OtherPrograms::olderVersionPutBack_whatStoodHereIsKept()
-{
-    const std::string older = m_store->folder.Read(m_family.file);
-    QCOMPARE(Add(m_store->sql, "ours"), "3"s);
-    WriteOther(older);
-    ExpectTheirsIsTaken("Update");
-    QCOMPARE(Add(m_store->sql, "more"), "3"s);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 more"}));
-    QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two", "3 ours"}));
-}
-
-void tst_OtherPrograms::unusableVersion_isKeptAndWrittenOver_data()
-{
-    QTest::addColumn<std::string>("bytes");
-    QTest::newRow("empty") << ""s;
-    QTest::newRow("cut off") << "<data><tarno>"s;
-    QTest::newRow("other root") << "<log/>"s;
-    QTest::newRow("zeros") << std::string(200, '\0');
-    QTest::newRow("declaration before the root")
-        << "<?xml version=\"1.0\"?>"s + RecordFamily::File({m_family.Made("1", "one")});
-}
-
-void tst_OtherPrograms::unusableVersion_isKeptAndWrittenOver()
-{
-    QFETCH(std::string, bytes);
-    WriteOther(bytes);
-    ExpectOursStays("Update");
-    QCOMPARE(Add(m_store->sql, "ours"), "3"s);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 ours"}));
-    QCOMPARE(m_store->folder.Read(Kept()), bytes);
-}
-
-void tst_OtherPrograms::sameBytesWrittenAnew_areNoOtherVersion()
-{
-    WriteOther(m_store->folder.Read(m_family.file));
-    QCOMPARE(Add(m_store->sql, "ours"), "3"s);
-    WriteOther(m_store->folder.Read(m_family.file));
-    QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two", "3 ours"}));
-    QVERIFY(!IsAnythingKept());
-}
-
-void tst_OtherPrograms::otherLayoutOfTheSameRecords_isTakenOver()
-{
-    const std::string bytes = m_store->folder.Read(m_family.file);
-    std::string onOneLine;
-    std::copy_if(bytes.begin(), bytes.end(), std::back_inserter(onOneLine),
-                 [](char c) { return c != '\n' && c != '\t'; });
-    WriteOther("\xEF\xBB\xBF" + onOneLine.substr(0, 6) + "<!-- by hand -->" + onOneLine.substr(6));
-    QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
-    QCOMPARE(Held(m_store->sql), (Texts{"1 ours", "2 two"}));
-    QVERIFY(m_store->folder.Read(m_family.file).find("by hand") != std::string::npos);
-    QVERIFY(!IsAnythingKept());
-}
-
-void tst_OtherPrograms::fileRemoved_isWrittenAnew()
-{
-    std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file)));
-    QCOMPARE(Add(m_store->sql, "ours"), "3"s);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 ours"}));
-    QVERIFY(!IsAnythingKept());
-}
-
-void tst_OtherPrograms::folderInItsPlace_failsAndKeepsTheChange()
-{
-    std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file)));
-    m_store->folder.MakeFolder(m_family.file);
-    m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess);
-    QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
-    std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file)));
-    QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two"}));
-}
-
-void tst_OtherPrograms::unreadableVersion_isNeverWrittenOver()
-{
-    m_store->operations.ExchangeNothing(); // nor would it be looked at afterwards
-    WriteOther("<data/>");
-    std::filesystem::permissions(ToPath(m_store->folder.PathOf(m_family.file)),
-                                 std::filesystem::perms::owner_write);
-    {
-        const PlainUser user(m_store->folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
-        }
-        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess);
-        QCOMPARE(Add(m_store->sql, "ours"), ""s);
-    }
-    std::filesystem::permissions(ToPath(m_store->folder.PathOf(m_family.file)),
-                                 std::filesystem::perms::owner_all);
-    QCOMPARE(m_store->folder.Read(m_family.file), "<data/>"s);
-}
-
-void tst_OtherPrograms::failedSaveBefore_otherVersionIsKept()
-{
-    m_store->operations.Fail("write", ErrorNumber::DiskFull);
-    m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DiskFull);
-    QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
-    OtherProgram other(*m_store);
-    QCOMPARE(Add(other.sql, "theirs"), "3"s);
-    ExpectOursStays("Update");
-    QCOMPARE(Change(m_store->sql, 2, "ours too"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 ours too"}));
-    QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two", "3 theirs"}));
-}
-
-void tst_OtherPrograms::failedFolderSync_isNoOtherVersion()
-{
-    m_store->operations.Fail("sync folder", ErrorNumber::DeviceInputOutput);
-    m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DeviceInputOutput);
-    QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
-    QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two"}));
-    QCOMPARE(Change(m_store->sql, 1, "again"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 again", "2 two"}));
-    QVERIFY(!IsAnythingKept());
-}
-
-void tst_OtherPrograms::keepingFails_nothingIsWritten()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
-    m_store->operations.Fail("write", ErrorNumber::DiskFull);
-    m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DiskFull);
-    QCOMPARE(Change(m_store->sql, 2, "ours"), failed);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 theirs"}));
-    QVERIFY(!IsAnythingKept());
-    ExpectOursStays("Update");
-    QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
-    QCOMPARE(Records(Kept()), (Texts{"1 one", "2 theirs"}));
-}
-
-void tst_OtherPrograms::savingFailsAfterTakingOver_nextSaveWritesBoth()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Add(other.sql, "theirs"), "3"s);
-    m_store->operations.Fail("sync", ErrorNumber::DiskFull);
-    m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DiskFull);
-    QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs"}));
-    QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two", "3 theirs"}));
-    QVERIFY(!IsAnythingKept());
-}
-
-void tst_OtherPrograms::otherIsQuickerThanTheLook_itsVersionIsKept()
-{
-    OtherProgram other(*m_store);
-    m_store->operations.BeforeExchange([&] { QCOMPARE(Add(other.sql, "theirs"), "3"s); });
-    ExpectOursStays("Update");
-    QCOMPARE(Add(m_store->sql, "ours"), "3"s);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 ours"}));
-    QCOMPARE(Records(Kept()), (Texts{"1 one", "2 two", "3 theirs"}));
-}
-
-void tst_OtherPrograms::bothHappen_bothAreTold()
-{
-    OtherProgram other(*m_store);
-    QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
-    m_store->operations.BeforeExchange([&] { QCOMPARE(Change(other.sql, 2, "theirs again"), succeeded); });
-    m_store->reports.ExpectWords("cSQL", Routine("Update"),
-                                 WordsWhenOursStays(m_family.file, m_store->folder.PathOf(Kept(1))) +
-                                     "\r\n\r\n" +
-                                     WordsWhenOursStays(m_family.file, m_store->folder.PathOf(Kept(2))));
-    QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 ours"}));
-    QCOMPARE(Records(Kept(1)), (Texts{"1 one", "2 theirs"}));
-    QCOMPARE(Records(Kept(2)), (Texts{"1 one", "2 theirs again"}));
-}
-
-void tst_OtherPrograms::endedBeforeTheOtherVersionWasKept_nextStartKeepsIt()
-{
-    // what a program leaves that is ended by force right after its exchange
-    const std::string theirs = RecordFamily::File({m_family.Made("3", "theirs")});
-    m_store->folder.Write(m_family.file + '.' + std::to_string(m_store->operations.ProcessNumber()) +
-                              "-12-34.tarno-tmp",
-                          theirs);
-    m_store->reports.ExpectWords(
-        "cSQL", "Init",
-        "Tarno was ended by force while it wrote " + m_family.file +
-            ". Nothing is lost: what another program had written meanwhile is kept in\r\n" +
-            m_store->folder.PathOf(Kept()));
-    QCOMPARE(m_store->sql.Init(), succeeded);
-    QCOMPARE(m_store->folder.Read(Kept()), theirs);
-    QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two"}));
-    QCOMPARE(m_store->sql.Init(), succeeded);
-}
-
-QTEST_APPLESS_MAIN(tst_OtherPrograms)
+TEST_CLASS(tst_OtherPrograms)
 #include "tst_OtherPrograms.moc"

@@ -4,8 +4,7 @@
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 using namespace std::string_literals;
 
@@ -71,296 +70,270 @@ class tst_RecordTable : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void list_elementsOnly_inFileOrder();
-    void list_emptyData_isEmpty();
-    void list_behindADeclaration_isEmpty();
-    void get_aKey_isTextNotNumber();
-    void get_keyTwice_isTheFirst();
-    void get_onlyRecordsOfItsKind_count();
-    void get_keyInPieces_isWhole();
-    void get_keyOfOddSigns_isNoQuery();
-    void first_isTheFirstElement();
-    void append_emptyFile_getsKeyOne_data();
-    void append_emptyFile_getsKeyOne();
-    void append_lastRecordDecides_data();
-    void append_lastRecordDecides();
-    void append_lastKeyThatCannotBeCountedOn_changesNothing_data();
-    void append_lastKeyThatCannotBeCountedOn_changesNothing();
-    void append_behindADeclaration_changesNothing();
-    void append_aRecord_isCopiedIn();
-    void append_recordWithoutChildren_isObjectNotSet();
-    void replace_aRecord_keepsItsPlace();
-    void replace_keyTwice_replacesTheFirst();
-    void replace_byAnotherKey_isFoundUnderThatOne();
-    void replace_missingKey_isObjectNotSet();
-    void remove_aRecord_onlyThatOne();
-    void remove_keyTwice_removesTheFirst();
-    void remove_missingKey_changesNothing();
-    void comments_betweenRecords_surviveEveryChange();
-    void unreadableFile_everyOperationIsObjectNotSet();
-};
 
-void tst_RecordTable::list_elementsOnly_inFileOrder()
-{
-    const Table test(Data("<!-- c -->" + Location("3", "a") + "<?in it?>text" + Location("1", "b") +
-                          "<![CDATA[x]]>" + Location("2", "c") + "<!-- d -->"));
-    QCOMPARE(test.Keys(), (Texts{"3", "1", "2"}));
-}
-
-void tst_RecordTable::list_emptyData_isEmpty()
-{
-    for (const char* bytes :
-         {"<data/>", "<data></data>", "<data>\r\n</data>", "<data><!-- none --></data>"}) {
-        QVERIFY(Table(bytes).table.List().empty());
+    void list_elementsOnly_inFileOrder()
+    {
+        const Table test(Data("<!-- c -->" + Location("3", "a") + "<?in it?>text" + Location("1", "b") +
+                              "<![CDATA[x]]>" + Location("2", "c") + "<!-- d -->"));
+        QCOMPARE(test.Keys(), (Texts{"3", "1", "2"}));
     }
-}
 
-void tst_RecordTable::list_behindADeclaration_isEmpty()
-{
-    for (const char* before :
-         {"<?xml version=\"1.0\"?>", "<!-- mine -->", "<?mine it?>", "<!DOCTYPE data>"}) {
-        const Table test(before + Data(Location("1", "a")));
+    void list_emptyData_isEmpty()
+    {
+        for (const char* bytes :
+             {"<data/>", "<data></data>", "<data>\r\n</data>", "<data><!-- none --></data>"}) {
+            QVERIFY(Table(bytes).table.List().empty());
+        }
+    }
+
+    void list_behindADeclaration_isEmpty()
+    {
+        for (const char* before :
+             {"<?xml version=\"1.0\"?>", "<!-- mine -->", "<?mine it?>", "<!DOCTYPE data>"}) {
+            const Table test(before + Data(Location("1", "a")));
+            QVERIFY(test.table.List().empty());
+            QCOMPARE(test.table.Get("1").Text(1), "a"s);
+        }
+    }
+
+    void get_aKey_isTextNotNumber()
+    {
+        const Table test(Data(Location("12", "a") + Location("007", "b") + Location(" 8", "c")));
+        QCOMPARE(test.table.Get("12").Text(1), "a"s);
+        QCOMPARE(test.table.Get("007").Text(1), "b"s);
+        for (const char* key : {"012", " 12", "12 ", "7", "8", "", "0"}) {
+            QCOMPARE(RaisedNumber([&] { test.table.Get(key); }), 91);
+        }
+    }
+
+    void get_keyTwice_isTheFirst()
+    {
+        const Table test(Data(Location("1", "first") + Location("1", "second")));
+        QCOMPARE(test.table.Get("1").Text(1), "first"s);
+    }
+
+    void get_onlyRecordsOfItsKind_count()
+    {
+        const Table test(Data("<tarno><LocNo>1</LocNo></tarno><location><Other>2</Other></location>"));
+        QCOMPARE(RaisedNumber([&] { test.table.Get("1"); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Get("2"); }), 91);
+        QCOMPARE(test.Keys(), (Texts{"1", "2"}));
+    }
+
+    void get_keyInPieces_isWhole()
+    {
+        const Table test(Data("<location><LocNo>1<!-- c -->2</LocNo><LocName>a</LocName></location>"
+                              "<location><LocNo><![CDATA[3]]></LocNo><LocName>b</LocName></location>"));
+        QCOMPARE(test.table.Get("12").Text(1), "a"s);
+        QCOMPARE(test.table.Get("3").Text(1), "b"s);
+    }
+
+    void get_keyOfOddSigns_isNoQuery()
+    {
+        const Table test(Data(Location("1", "a") + Location("x' or '1'='1", "b")));
+        QCOMPARE(test.table.Get("x' or '1'='1").Text(1), "b"s);
+        QCOMPARE(RaisedNumber([&] { test.table.Get("' or '1'='1"); }), 91);
+    }
+
+    void first_isTheFirstElement()
+    {
+        QCOMPARE(
+            Table(Data("<!-- c -->" + Location("0", "blank") + Location("1", "b"))).table.First().Text(1),
+            "blank"s);
+        QCOMPARE(RaisedNumber([] { Table("<data/>").table.First(); }), 91);
+    }
+
+    void append_emptyFile_getsKeyOne_data()
+    {
+        QTest::addColumn<std::string>("bytes");
+        QTest::newRow("nothing in it") << "<data/>"s;
+        QTest::newRow("a line end in it") << "<data>\r\n</data>"s;
+        QTest::newRow("a comment in it") << "<data><!-- none --></data>"s;
+    }
+
+    void append_emptyFile_getsKeyOne()
+    {
+        QFETCH(std::string, bytes);
+        Table test(bytes);
+        Record record = Made("0", "new");
+        test.table.Append(record);
+        QCOMPARE(record.Text(0), "1"s);
+        QCOMPARE(test.Keys(), Texts{"1"});
+        QCOMPARE(test.table.Get("1").Text(1), "new"s);
+        QVERIFY(test.Bytes().ends_with("<location>\n\t\t<LocNo>1</LocNo>\n\t\t<LocName>new</LocName>\n"
+                                       "\t</location>\n</data>\n"));
+    }
+
+    void append_lastRecordDecides_data()
+    {
+        QTest::addColumn<Texts>("keys");
+        QTest::addColumn<std::string>("next");
+        QTest::newRow("in order") << Texts{"1", "2", "3"} << "4"s;
+        QTest::newRow("a larger key before") << Texts{"9", "2"} << "3"s;
+        QTest::newRow("above 16 bits") << Texts{"32767"} << "32768"s;
+        QTest::newRow("negative") << Texts{"-1"} << "0"s;
+        QTest::newRow("blanks around") << Texts{" 4 "} << "5"s;
+        QTest::newRow("one before the last number") << Texts{"2147483646"} << "2147483647"s;
+    }
+
+    void append_lastRecordDecides()
+    {
+        QFETCH(Texts, keys);
+        QFETCH(std::string, next);
+        std::string records;
+        for (const std::string& key : keys) {
+            records += Location(key, "old");
+        }
+        Table test(Data(records + "<!-- behind -->"));
+        Record record = Made("0", "new");
+        test.table.Append(record);
+        QCOMPARE(record.Text(0), next);
+        QCOMPARE(test.table.Get(next).Text(1), "new"s);
+        keys.push_back(next);
+        QCOMPARE(test.Keys(), keys);
+    }
+
+    void append_lastKeyThatCannotBeCountedOn_changesNothing_data()
+    {
+        QTest::addColumn<std::string>("key");
+        QTest::addColumn<int>("number");
+        QTest::newRow("no number") << "abc"s << 13;
+        QTest::newRow("empty") << ""s << 13;
+        QTest::newRow("the last number") << "2147483647"s << 6;
+        QTest::newRow("above 32 bits") << "2147483648"s << 6;
+    }
+
+    void append_lastKeyThatCannotBeCountedOn_changesNothing()
+    {
+        QFETCH(std::string, key);
+        Table test(Data(Location("1", "a") + Location(key, "b")));
+        Record record = Made("0", "new");
+        QTEST(RaisedNumber([&] { test.table.Append(record); }), "number");
+        QCOMPARE(record.Text(0), "0"s);
+        QCOMPARE(test.Keys(), (Texts{"1", key}));
+    }
+
+    void append_behindADeclaration_changesNothing()
+    {
+        Table test("<?xml version=\"1.0\"?>" + Data(Location("1", "a")));
+        Record record = Made("0", "new");
+        QCOMPARE(RaisedNumber([&] { test.table.Append(record); }), 91);
+        QCOMPARE(record.Text(0), "0"s);
+        QVERIFY(test.Bytes().find("new") == std::string::npos);
+    }
+
+    void append_aRecord_isCopiedIn()
+    {
+        Table test("<data/>");
+        Record record = Made("0", "new");
+        test.table.Append(record);
+        record.SetText(1, "changed later");
+        QCOMPARE(test.table.Get("1").Text(1), "new"s);
+    }
+
+    void append_recordWithoutChildren_isObjectNotSet()
+    {
+        Table test("<data/>");
+        Record record;
+        QCOMPARE(RaisedNumber([&] { test.table.Append(record); }), 91);
         QVERIFY(test.table.List().empty());
+    }
+
+    void replace_aRecord_keepsItsPlace()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b") + Location("3", "c")));
+        Record record(test.table.Get("2"));
+        record.SetText(1, "new");
+        test.table.Replace(record);
+        record.SetText(1, "changed later");
+        QCOMPARE(test.Keys(), (Texts{"1", "2", "3"}));
+        QCOMPARE(test.table.Get("2").Text(1), "new"s);
+        QCOMPARE(test.table.List().at(1).Text(1), "new"s);
+    }
+
+    void replace_keyTwice_replacesTheFirst()
+    {
+        Table test(Data(Location("1", "first") + Location("1", "second")));
+        test.table.Replace(Made("1", "new"));
+        QCOMPARE(test.table.List().at(0).Text(1), "new"s);
+        QCOMPARE(test.table.List().at(1).Text(1), "second"s);
+    }
+
+    void replace_byAnotherKey_isFoundUnderThatOne()
+    {
+        Table test(Data(Location("1", "first") + Location("2", "second") +
+                        "<location><Number>1</Number><LocNo>2</LocNo></location>"));
+        test.table.Replace(Record(test.table.List().at(2)));
+        QCOMPARE(test.table.Get("2").Text(0), "1"s);
+        QCOMPARE(RaisedNumber([&] { test.table.Get("1"); }), 91);
+        test.table.Remove("2");
+        QCOMPARE(test.Keys(), (Texts{"2", "1"}));
+        QCOMPARE(test.table.Get("2").Text(1), "second"s);
+    }
+
+    void replace_missingKey_isObjectNotSet()
+    {
+        Table test(Data(Location("1", "a")));
+        QCOMPARE(RaisedNumber([&] { test.table.Replace(Made("01", "new")); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Replace(Made("2", "new")); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Replace(Record()); }), 91);
         QCOMPARE(test.table.Get("1").Text(1), "a"s);
     }
-}
 
-void tst_RecordTable::get_aKey_isTextNotNumber()
-{
-    const Table test(Data(Location("12", "a") + Location("007", "b") + Location(" 8", "c")));
-    QCOMPARE(test.table.Get("12").Text(1), "a"s);
-    QCOMPARE(test.table.Get("007").Text(1), "b"s);
-    for (const char* key : {"012", " 12", "12 ", "7", "8", "", "0"}) {
-        QCOMPARE(RaisedNumber([&] { test.table.Get(key); }), 91);
+    void remove_aRecord_onlyThatOne()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b") + Location("3", "c")));
+        test.table.Remove("2");
+        QCOMPARE(test.Keys(), (Texts{"1", "3"}));
+        QCOMPARE(RaisedNumber([&] { test.table.Get("2"); }), 91);
+        QCOMPARE(test.table.Get("3").Text(1), "c"s);
     }
-}
 
-void tst_RecordTable::get_keyTwice_isTheFirst()
-{
-    const Table test(Data(Location("1", "first") + Location("1", "second")));
-    QCOMPARE(test.table.Get("1").Text(1), "first"s);
-}
-
-void tst_RecordTable::get_onlyRecordsOfItsKind_count()
-{
-    const Table test(Data("<tarno><LocNo>1</LocNo></tarno><location><Other>2</Other></location>"));
-    QCOMPARE(RaisedNumber([&] { test.table.Get("1"); }), 91);
-    QCOMPARE(RaisedNumber([&] { test.table.Get("2"); }), 91);
-    QCOMPARE(test.Keys(), (Texts{"1", "2"}));
-}
-
-void tst_RecordTable::get_keyInPieces_isWhole()
-{
-    const Table test(Data("<location><LocNo>1<!-- c -->2</LocNo><LocName>a</LocName></location>"
-                          "<location><LocNo><![CDATA[3]]></LocNo><LocName>b</LocName></location>"));
-    QCOMPARE(test.table.Get("12").Text(1), "a"s);
-    QCOMPARE(test.table.Get("3").Text(1), "b"s);
-}
-
-void tst_RecordTable::get_keyOfOddSigns_isNoQuery()
-{
-    const Table test(Data(Location("1", "a") + Location("x' or '1'='1", "b")));
-    QCOMPARE(test.table.Get("x' or '1'='1").Text(1), "b"s);
-    QCOMPARE(RaisedNumber([&] { test.table.Get("' or '1'='1"); }), 91);
-}
-
-void tst_RecordTable::first_isTheFirstElement()
-{
-    QCOMPARE(Table(Data("<!-- c -->" + Location("0", "blank") + Location("1", "b"))).table.First().Text(1),
-             "blank"s);
-    QCOMPARE(RaisedNumber([] { Table("<data/>").table.First(); }), 91);
-}
-
-void tst_RecordTable::append_emptyFile_getsKeyOne_data()
-{
-    QTest::addColumn<std::string>("bytes");
-    QTest::newRow("nothing in it") << "<data/>"s;
-    QTest::newRow("a line end in it") << "<data>\r\n</data>"s;
-    QTest::newRow("a comment in it") << "<data><!-- none --></data>"s;
-}
-
-void tst_RecordTable::append_emptyFile_getsKeyOne()
-{
-    QFETCH(std::string, bytes);
-    Table test(bytes);
-    Record record = Made("0", "new");
-    test.table.Append(record);
-    QCOMPARE(record.Text(0), "1"s);
-    QCOMPARE(test.Keys(), Texts{"1"});
-    QCOMPARE(test.table.Get("1").Text(1), "new"s);
-    QVERIFY(test.Bytes().ends_with("<location>\n\t\t<LocNo>1</LocNo>\n\t\t<LocName>new</LocName>\n"
-                                   "\t</location>\n</data>\n"));
-}
-
-void tst_RecordTable::append_lastRecordDecides_data()
-{
-    QTest::addColumn<Texts>("keys");
-    QTest::addColumn<std::string>("next");
-    QTest::newRow("in order") << Texts{"1", "2", "3"} << "4"s;
-    QTest::newRow("a larger key before") << Texts{"9", "2"} << "3"s;
-    QTest::newRow("above 16 bits") << Texts{"32767"} << "32768"s;
-    QTest::newRow("negative") << Texts{"-1"} << "0"s;
-    QTest::newRow("blanks around") << Texts{" 4 "} << "5"s;
-    QTest::newRow("one before the last number") << Texts{"2147483646"} << "2147483647"s;
-}
-
-void tst_RecordTable::append_lastRecordDecides()
-{
-    QFETCH(Texts, keys);
-    QFETCH(std::string, next);
-    std::string records;
-    for (const std::string& key : keys) {
-        records += Location(key, "old");
+    void remove_keyTwice_removesTheFirst()
+    {
+        Table test(Data(Location("1", "first") + Location("1", "second")));
+        test.table.Remove("1");
+        QCOMPARE(test.Keys(), Texts{"1"});
+        QCOMPARE(test.table.Get("1").Text(1), "second"s);
     }
-    Table test(Data(records + "<!-- behind -->"));
-    Record record = Made("0", "new");
-    test.table.Append(record);
-    QCOMPARE(record.Text(0), next);
-    QCOMPARE(test.table.Get(next).Text(1), "new"s);
-    keys.push_back(next);
-    QCOMPARE(test.Keys(), keys);
-}
 
-void tst_RecordTable::append_lastKeyThatCannotBeCountedOn_changesNothing_data()
-{
-    QTest::addColumn<std::string>("key");
-    QTest::addColumn<int>("number");
-    QTest::newRow("no number") << "abc"s << 13;
-    QTest::newRow("empty") << ""s << 13;
-    QTest::newRow("the last number") << "2147483647"s << 6;
-    QTest::newRow("above 32 bits") << "2147483648"s << 6;
-}
+    void remove_missingKey_changesNothing()
+    {
+        Table test(Data(Location("1", "a")));
+        test.table.Remove("2");
+        test.table.Remove("01");
+        QCOMPARE(test.Keys(), Texts{"1"});
+    }
 
-void tst_RecordTable::append_lastKeyThatCannotBeCountedOn_changesNothing()
-{
-    QFETCH(std::string, key);
-    Table test(Data(Location("1", "a") + Location(key, "b")));
-    Record record = Made("0", "new");
-    QTEST(RaisedNumber([&] { test.table.Append(record); }), "number");
-    QCOMPARE(record.Text(0), "0"s);
-    QCOMPARE(test.Keys(), (Texts{"1", key}));
-}
+    void comments_betweenRecords_surviveEveryChange()
+    {
+        Table test(Data("<!-- top -->" + Location("1", "a") + "<!-- below 1 --><?mine it?>" +
+                        Location("2", "b") + Location("3", "c") + "<!-- end -->"));
+        Record record = Made("0", "d");
+        test.table.Append(record);
+        test.table.Replace(Made("1", "new"));
+        test.table.Remove("2");
+        const auto location = [](const char* key, const char* name) {
+            return "\t<location>\n\t\t<LocNo>"s + key + "</LocNo>\n\t\t<LocName>" + name +
+                   "</LocName>\n\t</location>\n";
+        };
+        QCOMPARE(test.Bytes(), "<data>\n\t<!-- top -->\n" + location("1", "new") +
+                                   "\t<!-- below 1 -->\n\t<?mine it?>\n" + location("3", "c") +
+                                   "\t<!-- end -->\n" + location("4", "d") + "</data>\n");
+    }
 
-void tst_RecordTable::append_behindADeclaration_changesNothing()
-{
-    Table test("<?xml version=\"1.0\"?>" + Data(Location("1", "a")));
-    Record record = Made("0", "new");
-    QCOMPARE(RaisedNumber([&] { test.table.Append(record); }), 91);
-    QCOMPARE(record.Text(0), "0"s);
-    QVERIFY(test.Bytes().find("new") == std::string::npos);
-}
+    void unreadableFile_everyOperationIsObjectNotSet()
+    {
+        Table test("<data><location>");
+        Record record = Made("0", "new");
+        QCOMPARE(RaisedNumber([&] { test.table.List(); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Get("1"); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.First(); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Append(record); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Replace(Made("1", "new")); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Remove("1"); }), 91);
+    }
+};
 
-void tst_RecordTable::append_aRecord_isCopiedIn()
-{
-    Table test("<data/>");
-    Record record = Made("0", "new");
-    test.table.Append(record);
-    record.SetText(1, "changed later");
-    QCOMPARE(test.table.Get("1").Text(1), "new"s);
-}
-
-void tst_RecordTable::append_recordWithoutChildren_isObjectNotSet()
-{
-    Table test("<data/>");
-    Record record;
-    QCOMPARE(RaisedNumber([&] { test.table.Append(record); }), 91);
-    QVERIFY(test.table.List().empty());
-}
-
-void tst_RecordTable::replace_aRecord_keepsItsPlace()
-{
-    Table test(Data(Location("1", "a") + Location("2", "b") + Location("3", "c")));
-    Record record(test.table.Get("2"));
-    record.SetText(1, "new");
-    test.table.Replace(record);
-    record.SetText(1, "changed later");
-    QCOMPARE(test.Keys(), (Texts{"1", "2", "3"}));
-    QCOMPARE(test.table.Get("2").Text(1), "new"s);
-    QCOMPARE(test.table.List().at(1).Text(1), "new"s);
-}
-
-void tst_RecordTable::replace_keyTwice_replacesTheFirst()
-{
-    Table test(Data(Location("1", "first") + Location("1", "second")));
-    test.table.Replace(Made("1", "new"));
-    QCOMPARE(test.table.List().at(0).Text(1), "new"s);
-    QCOMPARE(test.table.List().at(1).Text(1), "second"s);
-}
-
-void tst_RecordTable::replace_byAnotherKey_isFoundUnderThatOne()
-{
-    Table test(Data(Location("1", "first") + Location("2", "second") +
-                    "<location><Number>1</Number><LocNo>2</LocNo></location>"));
-    test.table.Replace(Record(test.table.List().at(2)));
-    QCOMPARE(test.table.Get("2").Text(0), "1"s);
-    QCOMPARE(RaisedNumber([&] { test.table.Get("1"); }), 91);
-    test.table.Remove("2");
-    QCOMPARE(test.Keys(), (Texts{"2", "1"}));
-    QCOMPARE(test.table.Get("2").Text(1), "second"s);
-}
-
-void tst_RecordTable::replace_missingKey_isObjectNotSet()
-{
-    Table test(Data(Location("1", "a")));
-    QCOMPARE(RaisedNumber([&] { test.table.Replace(Made("01", "new")); }), 91);
-    QCOMPARE(RaisedNumber([&] { test.table.Replace(Made("2", "new")); }), 91);
-    QCOMPARE(RaisedNumber([&] { test.table.Replace(Record()); }), 91);
-    QCOMPARE(test.table.Get("1").Text(1), "a"s);
-}
-
-void tst_RecordTable::remove_aRecord_onlyThatOne()
-{
-    Table test(Data(Location("1", "a") + Location("2", "b") + Location("3", "c")));
-    test.table.Remove("2");
-    QCOMPARE(test.Keys(), (Texts{"1", "3"}));
-    QCOMPARE(RaisedNumber([&] { test.table.Get("2"); }), 91);
-    QCOMPARE(test.table.Get("3").Text(1), "c"s);
-}
-
-void tst_RecordTable::remove_keyTwice_removesTheFirst()
-{
-    Table test(Data(Location("1", "first") + Location("1", "second")));
-    test.table.Remove("1");
-    QCOMPARE(test.Keys(), Texts{"1"});
-    QCOMPARE(test.table.Get("1").Text(1), "second"s);
-}
-
-void tst_RecordTable::remove_missingKey_changesNothing()
-{
-    Table test(Data(Location("1", "a")));
-    test.table.Remove("2");
-    test.table.Remove("01");
-    QCOMPARE(test.Keys(), Texts{"1"});
-}
-
-void tst_RecordTable::comments_betweenRecords_surviveEveryChange()
-{
-    Table test(Data("<!-- top -->" + Location("1", "a") + "<!-- below 1 --><?mine it?>" + Location("2", "b") +
-                    Location("3", "c") + "<!-- end -->"));
-    Record record = Made("0", "d");
-    test.table.Append(record);
-    test.table.Replace(Made("1", "new"));
-    test.table.Remove("2");
-    const auto location = [](const char* key, const char* name) {
-        return "\t<location>\n\t\t<LocNo>"s + key + "</LocNo>\n\t\t<LocName>" + name +
-               "</LocName>\n\t</location>\n";
-    };
-    QCOMPARE(test.Bytes(), "<data>\n\t<!-- top -->\n" + location("1", "new") +
-                               "\t<!-- below 1 -->\n\t<?mine it?>\n" + location("3", "c") +
-                               "\t<!-- end -->\n" + location("4", "d") + "</data>\n");
-}
-
-void tst_RecordTable::unreadableFile_everyOperationIsObjectNotSet()
-{
-    Table test("<data><location>");
-    Record record = Made("0", "new");
-    QCOMPARE(RaisedNumber([&] { test.table.List(); }), 91);
-    QCOMPARE(RaisedNumber([&] { test.table.Get("1"); }), 91);
-    QCOMPARE(RaisedNumber([&] { test.table.First(); }), 91);
-    QCOMPARE(RaisedNumber([&] { test.table.Append(record); }), 91);
-    QCOMPARE(RaisedNumber([&] { test.table.Replace(Made("1", "new")); }), 91);
-    QCOMPARE(RaisedNumber([&] { test.table.Remove("1"); }), 91);
-}
-
-QTEST_APPLESS_MAIN(tst_RecordTable)
+TEST_CLASS(tst_RecordTable)
 #include "tst_RecordTable.moc"

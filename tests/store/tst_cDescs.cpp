@@ -1,8 +1,7 @@
 #include "store/cDescs.h"
 #include "support/RaisedNumber.h"
 #include "support/StdStrings.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 using namespace std::string_literals;
 
@@ -19,109 +18,102 @@ class tst_cDescs : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aCode_readsItsWord_data();
-    void aCode_readsItsWord();
-    void anyOtherText_readsNotSet_data();
-    void anyOtherText_readsNotSet();
-    void moonPhase_aPercentage_readsWaxingOrWaning_data();
-    void moonPhase_aPercentage_readsWaxingOrWaning();
-    void moonPhase_noNumber_isTypeMismatch();
-    void moonPhase_noShortInteger_isOverflow();
+
+    void aCode_readsItsWord_data()
+    {
+        const Words tides{"Top", "Run Out", "Bottom", "Run In"};
+        QTest::addColumn<Description>("describe");
+        QTest::addColumn<Words>("words");
+        QTest::newRow("tide at the start") << &cDescs::TideStartDesc << tides;
+        QTest::newRow("tide at the end") << &cDescs::TideEndDesc << tides;
+        QTest::newRow("action") << &cDescs::FishActionDesc << Words{"Slow", "Fair", "Good", "Hot!"};
+        QTest::newRow("prediction") << &cDescs::PredictionDesc << Words{"Poor", "Fair", "Good", "Best"};
+        QTest::newRow("weather") << &cDescs::WeatherDesc
+                                 << Words{"Stormy", "Rainy",      "Showery", "Overcast",
+                                          "Cloudy", "Few Clouds", "Clear"};
+        QTest::newRow("clarity") << &cDescs::WaterClarityDesc << Words{"Clear", "Cloudy", "Muddy"};
+        QTest::newRow("wind strength")
+            << &cDescs::WindStrengthDesc << Words{"Calm", "Light", "Moderate", "Strong"};
+        QTest::newRow("wind direction")
+            << &cDescs::WindDirDesc << Words{"N", "NE", "E", "SE", "S", "SW", "W", "NW"};
+        QTest::newRow("pressure") << &cDescs::AirPressureDesc << Words{"Rising", "Falling"};
+    }
+
+    void aCode_readsItsWord()
+    {
+        QFETCH(Description, describe);
+        QFETCH(Words, words);
+        const cDescs descs;
+        Words described;
+        for (std::size_t code = 0; code < words.size(); ++code) {
+            described.push_back((descs.*describe)(std::to_string(code)));
+        }
+        QCOMPARE(described, words);
+        QCOMPARE((descs.*describe)(std::to_string(words.size())), "Not Set"s);
+    }
+
+    void anyOtherText_readsNotSet_data()
+    {
+        QTest::addColumn<std::string>("text");
+        for (const char* text : {"", "-1", "9", "/", ":", " 1", "1 ", "01", "+1", "1.0", "10", "x", "Top"}) {
+            QTest::addRow("\"%s\"", text) << std::string(text);
+        }
+    }
+
+    void anyOtherText_readsNotSet()
+    {
+        QFETCH(std::string, text);
+        const cDescs descs;
+        for (const Description describe :
+             {&cDescs::TideStartDesc, &cDescs::TideEndDesc, &cDescs::FishActionDesc, &cDescs::PredictionDesc,
+              &cDescs::WeatherDesc, &cDescs::WaterClarityDesc, &cDescs::WindStrengthDesc,
+              &cDescs::WindDirDesc, &cDescs::AirPressureDesc}) {
+            QCOMPARE((descs.*describe)(text), "Not Set"s);
+        }
+    }
+
+    void moonPhase_aPercentage_readsWaxingOrWaning_data()
+    {
+        QTest::addColumn<std::string>("stored");
+        QTest::addColumn<std::string>("shown");
+        const auto row = [](const char* stored, const char* shown) {
+            QTest::addRow("\"%s\"", stored) << std::string(stored) << std::string(shown);
+        };
+        row("", "Not Set");
+        row("-45", "Waning, 45%");
+        row("7", "Waxing, 07%");
+        row("0", "Waxing, 00%");
+        row("-0", "Waning, 00%");
+        row("100", "Waxing, 00%");
+        row("-100", "Waning, 00%");
+        row("-3", "Waning, 03%");
+        row("99", "Waxing, 99%");
+        row("045", "Waxing, 45%");
+        row("2.5", "Waxing, 02%");
+        row(" -45", "Waxing, 45%"); // the first character is what counts
+    }
+
+    void moonPhase_aPercentage_readsWaxingOrWaning()
+    {
+        QFETCH(std::string, stored);
+        QTEST(cDescs().MoonPhaseDesc(stored), "shown");
+    }
+
+    void moonPhase_noNumber_isTypeMismatch()
+    {
+        for (const char* text : {"full", "-", " ", "45%"}) {
+            QCOMPARE(RaisedNumber([&] { cDescs().MoonPhaseDesc(text); }), 13);
+        }
+    }
+
+    void moonPhase_noShortInteger_isOverflow()
+    {
+        QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("32768"); }), 6);
+        QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("-40000"); }), 6);
+        QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("-32768"); }), 6);
+        QCOMPARE(cDescs().MoonPhaseDesc("-32767"), "Waning, 67%");
+    }
 };
 
-void tst_cDescs::aCode_readsItsWord_data()
-{
-    const Words tides{"Top", "Run Out", "Bottom", "Run In"};
-    QTest::addColumn<Description>("describe");
-    QTest::addColumn<Words>("words");
-    QTest::newRow("tide at the start") << &cDescs::TideStartDesc << tides;
-    QTest::newRow("tide at the end") << &cDescs::TideEndDesc << tides;
-    QTest::newRow("action") << &cDescs::FishActionDesc << Words{"Slow", "Fair", "Good", "Hot!"};
-    QTest::newRow("prediction") << &cDescs::PredictionDesc << Words{"Poor", "Fair", "Good", "Best"};
-    QTest::newRow("weather") << &cDescs::WeatherDesc << Words{"Stormy", "Rainy",      "Showery", "Overcast",
-                                                              "Cloudy", "Few Clouds", "Clear"};
-    QTest::newRow("clarity") << &cDescs::WaterClarityDesc << Words{"Clear", "Cloudy", "Muddy"};
-    QTest::newRow("wind strength") << &cDescs::WindStrengthDesc
-                                   << Words{"Calm", "Light", "Moderate", "Strong"};
-    QTest::newRow("wind direction") << &cDescs::WindDirDesc
-                                    << Words{"N", "NE", "E", "SE", "S", "SW", "W", "NW"};
-    QTest::newRow("pressure") << &cDescs::AirPressureDesc << Words{"Rising", "Falling"};
-}
-
-void tst_cDescs::aCode_readsItsWord()
-{
-    QFETCH(Description, describe);
-    QFETCH(Words, words);
-    const cDescs descs;
-    Words described;
-    for (std::size_t code = 0; code < words.size(); ++code) {
-        described.push_back((descs.*describe)(std::to_string(code)));
-    }
-    QCOMPARE(described, words);
-    QCOMPARE((descs.*describe)(std::to_string(words.size())), "Not Set"s);
-}
-
-void tst_cDescs::anyOtherText_readsNotSet_data()
-{
-    QTest::addColumn<std::string>("text");
-    for (const char* text : {"", "-1", "9", "/", ":", " 1", "1 ", "01", "+1", "1.0", "10", "x", "Top"}) {
-        QTest::addRow("\"%s\"", text) << std::string(text);
-    }
-}
-
-void tst_cDescs::anyOtherText_readsNotSet()
-{
-    QFETCH(std::string, text);
-    const cDescs descs;
-    for (const Description describe :
-         {&cDescs::TideStartDesc, &cDescs::TideEndDesc, &cDescs::FishActionDesc, &cDescs::PredictionDesc,
-          &cDescs::WeatherDesc, &cDescs::WaterClarityDesc, &cDescs::WindStrengthDesc, &cDescs::WindDirDesc,
-          &cDescs::AirPressureDesc}) {
-        QCOMPARE((descs.*describe)(text), "Not Set"s);
-    }
-}
-
-void tst_cDescs::moonPhase_aPercentage_readsWaxingOrWaning_data()
-{
-    QTest::addColumn<std::string>("stored");
-    QTest::addColumn<std::string>("shown");
-    const auto row = [](const char* stored, const char* shown) {
-        QTest::addRow("\"%s\"", stored) << std::string(stored) << std::string(shown);
-    };
-    row("", "Not Set");
-    row("-45", "Waning, 45%");
-    row("7", "Waxing, 07%");
-    row("0", "Waxing, 00%");
-    row("-0", "Waning, 00%");
-    row("100", "Waxing, 00%");
-    row("-100", "Waning, 00%");
-    row("-3", "Waning, 03%");
-    row("99", "Waxing, 99%");
-    row("045", "Waxing, 45%");
-    row("2.5", "Waxing, 02%");
-    row(" -45", "Waxing, 45%"); // the first character is what counts
-}
-
-void tst_cDescs::moonPhase_aPercentage_readsWaxingOrWaning()
-{
-    QFETCH(std::string, stored);
-    QTEST(cDescs().MoonPhaseDesc(stored), "shown");
-}
-
-void tst_cDescs::moonPhase_noNumber_isTypeMismatch()
-{
-    for (const char* text : {"full", "-", " ", "45%"}) {
-        QCOMPARE(RaisedNumber([&] { cDescs().MoonPhaseDesc(text); }), 13);
-    }
-}
-
-void tst_cDescs::moonPhase_noShortInteger_isOverflow()
-{
-    QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("32768"); }), 6);
-    QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("-40000"); }), 6);
-    QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("-32768"); }), 6);
-    QCOMPARE(cDescs().MoonPhaseDesc("-32767"), "Waning, 67%");
-}
-
-QTEST_APPLESS_MAIN(tst_cDescs)
+TEST_CLASS(tst_cDescs)
 #include "tst_cDescs.moc"

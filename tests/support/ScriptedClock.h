@@ -2,7 +2,7 @@
 
 #include "core/Clock.h"
 
-/// A clock that stands still.
+/// A clock that moves only when a test sets it.
 class ScriptedClock final : public Clock
 {
 public:
@@ -12,7 +12,10 @@ public:
 
     std::string ShortTime() const override { return shortTime; }
 
+    std::chrono::steady_clock::time_point Now() const override { return now; }
+
     std::chrono::year_month_day today{std::chrono::year(2003), std::chrono::month(2), std::chrono::day(5)};
     std::string shortDate = "5/02/2003";
     std::string shortTime = "9:07 PM";
+    std::chrono::steady_clock::time_point now;
 };

@@ -10,10 +10,33 @@
 #include <QWindow>
 #include <QtTest/QTest>
 
+#include <string>
 #include <utility>
 
 // Windows from outside: found by the names of their controls, driven through the window system, so that an
 // event takes the way that it takes when a user raises it.
+
+/// How long a test waits, in ms, before it fails: so long that no machine is too slow or too busy.
+inline constexpr int patience = 300'000;
+
+/// Processes events until `isTrue` returns true; fails the test with `what` if that never happens.
+template <typename Predicate>
+bool Await(Predicate&& isTrue, const char* what)
+{
+    const bool happened = QTest::qWaitFor(std::forward<Predicate>(isTrue), patience);
+    if (!happened) {
+        QTest::qFail(what, __FILE__, __LINE__);
+    }
+    return happened;
+}
+
+/// Waits until `window` is the active one.
+inline void AwaitActive(QWidget& window)
+{
+    if (!QTest::qWaitForWindowActive(&window, patience)) {
+        QTest::qFail("the window does not become active", __FILE__, __LINE__);
+    }
+}
 
 /// The control `name` of `window`; the test ends when there is none.
 template <typename Control>
@@ -64,9 +87,7 @@ inline void Press(const QWidget& window, Qt::Key key, Qt::KeyboardModifiers modi
 inline void PressMnemonic(const QWidget& window, Qt::Key key, const char* button)
 {
     Press(window, key, Qt::AltModifier);
-    if (!QTest::qWaitFor([&] { return !Find<QAbstractButton>(window, button).isDown(); })) {
-        QTest::qFail("the button stays down", __FILE__, __LINE__);
-    }
+    Await([&] { return !Find<QAbstractButton>(window, button).isDown(); }, "the button stays down");
 }
 
 /// Types into the control that has the focus.
@@ -77,37 +98,57 @@ inline void Type(const QWidget& window, const char* text)
     }
 }
 
-/// Runs `open`, which blocks until a modal window is closed, and meanwhile `steps` on that window, which have
-/// to close it. A window that does not open or stays open fails the test. It may open over the modal window
-/// `below`.
-template <typename Open, typename Steps>
-void WhileOpen(Open&& open, Steps&& steps, const QWidget* below = nullptr)
+/// Whether `name` is the object name or the class of `window`.
+inline bool IsNamed(const QWidget& window, const char* name)
 {
-    bool opened = false;
+    return window.objectName() == QLatin1String(name) || window.inherits(name);
+}
+
+/// Fails the test because the modal `window` should not be open, and closes it.
+inline void RejectWindow(QDialog& window, const char* what)
+{
+    if (!QTest::currentTestFailed()) {
+        const QString name = window.objectName().isEmpty() ? QLatin1String(window.metaObject()->className())
+                                                           : window.objectName();
+        QTest::qFail(
+            qPrintable(QStringLiteral("%1 (\"%2\") %3").arg(name, window.windowTitle(), QLatin1String(what))),
+            __FILE__, __LINE__);
+    }
+    window.done(QDialog::Rejected);
+}
+
+/// Runs `open`, which blocks until the modal window `name` (its object name or class) is closed, and runs
+/// `steps` on that window, which have to close it. If it does not open, stays open, or another modal window
+/// opens, the test fails and the window is closed.
+template <typename Open, typename Steps>
+void WhileOpen(const char* name, Open&& open, Steps&& steps)
+{
+    const QWidget* below = QApplication::activeModalWidget();
+    bool isDone = false;
     QTimer driver;
     QObject::connect(&driver, &QTimer::timeout, &driver, [&] {
         auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (window == nullptr || window == below) {
             return;
         }
-        opened = true;
-        driver.stop();
-        if (!QTest::qWaitForWindowActive(window)) {
-            QTest::qFail("the window does not become active", __FILE__, __LINE__);
+        if (isDone || !IsNamed(*window, name)) {
+            RejectWindow(*window, "should not be open");
+            return;
         }
+        isDone = true;
+        driver.stop(); // the steps watch over the windows that they open
+        AwaitActive(*window);
         steps(*window);
         if (window->isVisible()) {
-            if (!QTest::currentTestFailed()) {
-                QTest::qFail("the window was left open", __FILE__, __LINE__);
-            }
-            window->done(QDialog::Rejected);
+            RejectWindow(*window, "was left open");
         }
         EndLoop();
+        driver.start(0);
     });
     driver.start(0);
     std::forward<Open>(open)();
-    if (!opened) {
-        QTest::qFail("no window was opened", __FILE__, __LINE__);
+    if (!isDone && !QTest::currentTestFailed()) {
+        QTest::qFail((std::string(name) + " was not opened").c_str(), __FILE__, __LINE__);
     }
 }
 
@@ -118,8 +159,7 @@ void WithoutWindow(Body&& body)
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &watch, [] {
         if (auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget()); window != nullptr) {
-            QTest::qFail("a window was opened", __FILE__, __LINE__);
-            window->done(QDialog::Rejected);
+            RejectWindow(*window, "should not be open");
         }
     });
     watch.start(0);

@@ -1,8 +1,7 @@
 #include "IncludeWalk.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 using namespace std::string_literals;
 
@@ -45,84 +44,80 @@ class tst_FloorOrder : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void sources_includeOnlyFloorsBelow();
-    void goodTree_hasNoViolation();
-    void badInclude_isFound_data();
-    void badInclude_isFound();
-    void fileOnNoFloor_isFound();
+
+    void sources_includeOnlyFloorsBelow()
+    {
+        const IncludeWalk walk = WalkIncludes(TARNO_SOURCES);
+        for (const char* file :
+             {"core/Error.h", "store/cSQL.cpp", "astro/Forecast.h", "ui/entry/fEntry.ui"}) {
+            QVERIFY2(std::find(walk.files.begin(), walk.files.end(), file) != walk.files.end(), file);
+        }
+        QCOMPARE(walk.violations, Texts());
+    }
+
+    void goodTree_hasNoViolation()
+    {
+        const MadeUpTree tree;
+        QCOMPARE(tree.Violations(), Texts());
+        QCOMPARE(static_cast<int>(WalkIncludes(tree.folder.Path()).files.size()), 9);
+    }
+
+    void badInclude_isFound_data()
+    {
+        QTest::addColumn<std::string>("file");
+        QTest::addColumn<std::string>("line");
+        QTest::addColumn<std::string>("fault");
+        const auto row = [](const char* name, const char* file, const char* line, const char* fault) {
+            QTest::newRow(name) << std::string(file) << std::string(line) << std::string(fault);
+        };
+        row("upwards", "core/Text.h", "#include \"store/cSQL.h\"", "store/cSQL.h runs upwards");
+        row("upwards among the windows", "ui/entry/Page.h", "#include \"ui/locations/fLocs.h\"",
+            "ui/locations/fLocs.h runs upwards");
+        row("upwards from the engine", "reports/engine/Page.h", "#include \"reports/preview/dlgPreview.h\"",
+            "reports/preview/dlgPreview.h runs upwards");
+        row("upwards with blanks", "store/Record.cpp", "\t # include  \"ui/entry/fEntry.h\" // why",
+            "ui/entry/fEntry.h runs upwards");
+        row("upwards from a form", "ui/entry/Page.ui", "   <header>ui/locations/fLocs.h</header>",
+            "ui/locations/fLocs.h runs upwards");
+        row("crossing without its path", "store/Record.h", "#include \"Error.h\"",
+            "Error.h is not written with its full path");
+        row("crossing by a way round", "store/Record.h", "#include \"../core/Error.h\"",
+            "../core/Error.h is not written with its full path");
+        row("crossing by half a path", "ui/main/fTarno.h", "#include \"entry/fEntry.h\"",
+            "entry/fEntry.h is not written with its full path");
+        row("no such file", "store/Record.h", "#include \"core/Missing.h\"",
+            "core/Missing.h is not written with its full path");
+        row("own header in brackets", "store/Record.h", "#include <core/Error.h>",
+            "core/Error.h is no foreign header");
+        row("Qt in the core", "core/Text.h", "#include <QString>", "QString is Qt");
+        row("Qt by its module", "astro/Forecast.h", "#include <QtCore/QString>", "QtCore/QString is Qt");
+        row("Qt in small letters", "store/Record.h", "#include <qstring.h>", "qstring.h is Qt");
+        row("widget in the engine", "reports/engine/Page.h", "#include <QWidget>",
+            "QWidget is not known to be in Qt Core or Qt Gui");
+        row("printer in the engine", "reports/engine/Page.h", "#include <QtPrintSupport/QPrinter>",
+            "QtPrintSupport/QPrinter is not known to be in Qt Core or Qt Gui");
+    }
+
+    void badInclude_isFound()
+    {
+        QFETCH(std::string, file);
+        QFETCH(std::string, line);
+        QFETCH(std::string, fault);
+        const MadeUpTree tree;
+        tree.folder.Write(file, "#include <string>\n" + line + "\n");
+        QCOMPARE(tree.Violations(), Texts{file + ": " + fault});
+    }
+
+    void fileOnNoFloor_isFound()
+    {
+        const MadeUpTree tree;
+        tree.folder.MakeFolder("helpers");
+        tree.folder.Write("helpers/Misc.h", "");
+        tree.folder.Write("main.cpp", "");
+        QCOMPARE(tree.Violations(),
+                 (Texts{"helpers/Misc.h: stands on no floor", "main.cpp: stands on no floor"}));
+    }
 };
 
-void tst_FloorOrder::sources_includeOnlyFloorsBelow()
-{
-    const IncludeWalk walk = WalkIncludes(TARNO_SOURCES);
-    for (const char* file : {"core/Error.h", "store/cSQL.cpp", "astro/Forecast.h", "ui/entry/fEntry.ui"}) {
-        QVERIFY2(std::find(walk.files.begin(), walk.files.end(), file) != walk.files.end(), file);
-    }
-    QCOMPARE(walk.violations, Texts());
-}
-
-void tst_FloorOrder::goodTree_hasNoViolation()
-{
-    const MadeUpTree tree;
-    QCOMPARE(tree.Violations(), Texts());
-    QCOMPARE(static_cast<int>(WalkIncludes(tree.folder.Path()).files.size()), 9);
-}
-
-void tst_FloorOrder::badInclude_isFound_data()
-{
-    QTest::addColumn<std::string>("file");
-    QTest::addColumn<std::string>("line");
-    QTest::addColumn<std::string>("fault");
-    const auto row = [](const char* name, const char* file, const char* line, const char* fault) {
-        QTest::newRow(name) << std::string(file) << std::string(line) << std::string(fault);
-    };
-    row("upwards", "core/Text.h", "#include \"store/cSQL.h\"", "store/cSQL.h runs upwards");
-    row("upwards among the windows", "ui/entry/Page.h", "#include \"ui/locations/fLocs.h\"",
-        "ui/locations/fLocs.h runs upwards");
-    row("upwards from the engine", "reports/engine/Page.h", "#include \"reports/preview/dlgPreview.h\"",
-        "reports/preview/dlgPreview.h runs upwards");
-    row("upwards with blanks", "store/Record.cpp", "\t # include  \"ui/entry/fEntry.h\" // why",
-        "ui/entry/fEntry.h runs upwards");
-    row("upwards from a form", "ui/entry/Page.ui", "   <header>ui/locations/fLocs.h</header>",
-        "ui/locations/fLocs.h runs upwards");
-    row("crossing without its path", "store/Record.h", "#include \"Error.h\"",
-        "Error.h is not written with its full path");
-    row("crossing by a way round", "store/Record.h", "#include \"../core/Error.h\"",
-        "../core/Error.h is not written with its full path");
-    row("crossing by half a path", "ui/main/fTarno.h", "#include \"entry/fEntry.h\"",
-        "entry/fEntry.h is not written with its full path");
-    row("no such file", "store/Record.h", "#include \"core/Missing.h\"",
-        "core/Missing.h is not written with its full path");
-    row("own header in brackets", "store/Record.h", "#include <core/Error.h>",
-        "core/Error.h is no foreign header");
-    row("Qt in the core", "core/Text.h", "#include <QString>", "QString is Qt");
-    row("Qt by its module", "astro/Forecast.h", "#include <QtCore/QString>", "QtCore/QString is Qt");
-    row("Qt in small letters", "store/Record.h", "#include <qstring.h>", "qstring.h is Qt");
-    row("widget in the engine", "reports/engine/Page.h", "#include <QWidget>",
-        "QWidget is not known to be in Qt Core or Qt Gui");
-    row("printer in the engine", "reports/engine/Page.h", "#include <QtPrintSupport/QPrinter>",
-        "QtPrintSupport/QPrinter is not known to be in Qt Core or Qt Gui");
-}
-
-void tst_FloorOrder::badInclude_isFound()
-{
-    QFETCH(std::string, file);
-    QFETCH(std::string, line);
-    QFETCH(std::string, fault);
-    const MadeUpTree tree;
-    tree.folder.Write(file, "#include <string>\n" + line + "\n");
-    QCOMPARE(tree.Violations(), Texts{file + ": " + fault});
-}
-
-void tst_FloorOrder::fileOnNoFloor_isFound()
-{
-    const MadeUpTree tree;
-    tree.folder.MakeFolder("helpers");
-    tree.folder.Write("helpers/Misc.h", "");
-    tree.folder.Write("main.cpp", "");
-    QCOMPARE(tree.Violations(),
-             (Texts{"helpers/Misc.h: stands on no floor", "main.cpp: stands on no floor"}));
-}
-
-QTEST_APPLESS_MAIN(tst_FloorOrder)
+TEST_CLASS(tst_FloorOrder)
 #include "tst_FloorOrder.moc"

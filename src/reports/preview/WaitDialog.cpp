@@ -2,33 +2,37 @@
 
 #include <QCoreApplication>
 
+#include <limits>
+
+using namespace std::chrono_literals;
+
 namespace
 {
 
-constexpr int moment = 500; // milliseconds before the dialog appears
-constexpr int rhythm = 50;  // milliseconds between two looks at the user
+constexpr auto delay = 500ms;         // before the dialog appears
+constexpr auto updateInterval = 50ms; // between event-loop passes while it is visible
 
 } // namespace
 
-WaitDialog::WaitDialog(QWidget* parent, const QString& text, int steps)
-    : m_dialog(text, QStringLiteral("Cancel"), 0, steps, parent)
+WaitDialog::WaitDialog(const Clock& clock, QWidget* parent, const QString& text, int steps)
+    : m_clock(clock), m_lastUpdate(clock.Now()), m_dialog(text, QStringLiteral("Cancel"), 0, steps, parent)
 {
     m_dialog.setObjectName(QStringLiteral("dlgWait"));
     m_dialog.setWindowTitle(QStringLiteral("Tarno"));
     m_dialog.setWindowModality(Qt::ApplicationModal);
-    m_dialog.setMinimumDuration(moment);
+    m_dialog.setMinimumDuration(std::numeric_limits<int>::max()); // GoesOn shows it
     m_dialog.reset();
-    m_sinceShown.start();
 }
 
 bool WaitDialog::GoesOn()
 {
     ++m_step;
-    if (m_sinceShown.elapsed() >= (m_dialog.isVisible() ? rhythm : moment)) {
+    const auto now = m_clock.Now();
+    if (now - m_lastUpdate >= (m_dialog.isVisible() ? updateInterval : delay)) {
         m_dialog.show();
         m_dialog.setValue(m_dialog.maximum() > 0 ? m_step : 0);
         QCoreApplication::processEvents();
-        m_sinceShown.restart();
+        m_lastUpdate = now;
     }
     return !m_dialog.wasCanceled();
 }

@@ -1,21 +1,23 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include "core/Clock.h"
+
 #include <QProgressDialog>
 
-/// Keeps the user company during work that may last: after a moment a dialog appears that shows that the
-/// program works and lets the user cancel.
+/// Shows a progress dialog with Cancel for work that takes longer than half a second.
 class WaitDialog
 {
 public:
-    /// `steps` is how often GoesOn will be called; 0 when that is not known.
-    WaitDialog(QWidget* parent, const QString& text, int steps = 0);
+    /// `steps` is how often GoesOn will be called, or 0 if that is not known. `clock` must outlive the
+    /// dialog.
+    WaitDialog(const Clock& clock, QWidget* parent, const QString& text, int steps = 0);
 
-    /// To be called after each step of the work; returns false when the user cancelled.
+    /// Call it after each step of the work. Returns false if the user cancelled.
     bool GoesOn();
 
 private:
+    const Clock& m_clock;
+    std::chrono::steady_clock::time_point m_lastUpdate;
     QProgressDialog m_dialog;
-    QElapsedTimer m_sinceShown;
     int m_step = 0;
 };

@@ -66,7 +66,7 @@ void fPreview::ShowReport()
 /// Lays the report out anew; returns false, the old pages still there, when the user cancelled it.
 bool fPreview::Prepare()
 {
-    WaitDialog wait(parentWidget(), QStringLiteral("Laying out the report..."));
+    WaitDialog wait(m_program.clock, parentWidget(), QStringLiteral("Laying out the report..."));
     std::optional<Document> document = LayOut(m_report, [&wait](int /*rows*/) { return wait.GoesOn(); });
     if (!document) {
         return false;

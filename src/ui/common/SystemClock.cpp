@@ -21,3 +21,8 @@ std::string SystemClock::ShortTime() const
 {
     return ToUtf8(QLocale::system().toString(QTime::currentTime(), QLocale::ShortFormat));
 }
+
+std::chrono::steady_clock::time_point SystemClock::Now() const
+{
+    return std::chrono::steady_clock::now();
+}

@@ -9,4 +9,5 @@ public:
     std::chrono::year_month_day Today() const override;
     std::string ShortDate() const override;
     std::string ShortTime() const override;
+    std::chrono::steady_clock::time_point Now() const override;
 };

@@ -4,8 +4,7 @@
 #include "reports/PaintedPage.h"
 #include "reports/RowsReport.h"
 #include "support/RaisedNumber.h"
-
-#include <QtTest/QTest>
+#include "support/TestClass.h"
 
 namespace
 {
@@ -610,5 +609,5 @@ private:
     }
 };
 
-QTEST_MAIN(tst_LayOut)
+TEST_CLASS(tst_LayOut)
 #include "tst_LayOut.moc"

@@ -2,8 +2,7 @@
 
 #include "reports/PaintedPage.h"
 #include "reports/RowsReport.h"
-
-#include <QtTest/QTest>
+#include "support/TestClass.h"
 
 namespace
 {
@@ -306,5 +305,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_Paging)
+TEST_CLASS(tst_Paging)
 #include "tst_Paging.moc"

@@ -4,10 +4,10 @@
 #include "reports/engine/PdfWriter.h"
 #include "support/Platform.h"
 #include "support/TemporaryFolder.h"
+#include "support/TestClass.h"
 
 #include <QProcess>
 #include <QRegularExpression>
-#include <QtTest/QTest>
 
 namespace
 {
@@ -60,7 +60,7 @@ private:
     {
         QProcess process;
         process.start(tool, arguments);
-        if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit ||
+        if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit ||
             process.exitCode() != 0) {
             qFatal("%s: %s", qPrintable(tool), process.readAllStandardError().constData());
         }
@@ -264,5 +264,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_PdfWriter)
+TEST_CLASS(tst_PdfWriter)
 #include "tst_PdfWriter.moc"

@@ -2,8 +2,7 @@
 
 #include "reports/engine/Report.h"
 #include "support/RaisedNumber.h"
-
-#include <QtTest/QTest>
+#include "support/TestClass.h"
 
 using Kind = ReportControl::Kind;
 
@@ -117,5 +116,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_ReportControl)
+TEST_CLASS(tst_ReportControl)
 #include "tst_ReportControl.moc"

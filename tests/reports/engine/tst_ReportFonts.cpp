@@ -2,10 +2,10 @@
 
 #include "reports/PaintedPage.h"
 #include "reports/RowsReport.h"
+#include "support/TestClass.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>
-#include <QtTest/QTest>
 
 class tst_ReportFonts : public QObject
 {
@@ -140,5 +140,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_ReportFonts)
+TEST_CLASS(tst_ReportFonts)
 #include "tst_ReportFonts.moc"

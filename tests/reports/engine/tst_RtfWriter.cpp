@@ -5,9 +5,9 @@
 #include "reports/engine/RtfWriter.h"
 #include "support/Platform.h"
 #include "support/TemporaryFolder.h"
+#include "support/TestClass.h"
 
 #include <QProcess>
-#include <QtTest/QTest>
 
 namespace
 {
@@ -29,7 +29,7 @@ QString Unrtf(const QByteArray& rtf)
     QProcess process;
     process.start(QStringLiteral("unrtf"),
                   {QStringLiteral("--text"), QString::fromStdString(folder.PathOf("report.rtf"))});
-    if (!process.waitForFinished() || process.exitCode() != 0) {
+    if (!process.waitForFinished(-1) || process.exitCode() != 0) {
         qFatal("unrtf: %s", process.readAllStandardError().constData());
     }
     return QString::fromUtf8(process.readAllStandardOutput());
@@ -302,5 +302,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_RtfWriter)
+TEST_CLASS(tst_RtfWriter)
 #include "tst_RtfWriter.moc"

@@ -3,13 +3,13 @@
 #include "reports/PaintedPage.h"
 #include "reports/preview/PreviewView.h"
 #include "reports/preview/fPreview.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Windows.h"
 #include "ui/locations/fLocs.h"
 
 #include <QAction>
 #include <QPushButton>
-#include <QtTest/QTest>
 
 class tst_PrintedLocations : public QObject
 {
@@ -29,16 +29,17 @@ private Q_SLOTS:
         window.show();
         program.printers.ExpectPrint(QStringLiteral("Tarno Locations Listing"), 1);
         QStringList texts;
-        WhileOpen([&] { Find<QPushButton>(window, "cmdPrint").click(); },
-                  [&](QDialog& preview) {
-                      QVERIFY(qobject_cast<fPreview*>(&preview) != nullptr);
-                      QCOMPARE(preview.windowTitle(), QStringLiteral("Tarno Locations Listing"));
-                      Find<QAction>(preview, "tolPrint").trigger();
-                      const PaintedPage page(
-                          [&](QPainter& painter) { program.printers.lastJob->paint(painter, 0); });
-                      texts = page.Texts();
-                      preview.close();
-                  });
+        WhileOpen(
+            "fPreview", [&] { Find<QPushButton>(window, "cmdPrint").click(); },
+            [&](QDialog& preview) {
+                QVERIFY(qobject_cast<fPreview*>(&preview) != nullptr);
+                QCOMPARE(preview.windowTitle(), QStringLiteral("Tarno Locations Listing"));
+                Find<QAction>(preview, "tolPrint").trigger();
+                const PaintedPage page(
+                    [&](QPainter& painter) { program.printers.lastJob->paint(painter, 0); });
+                texts = page.Texts();
+                preview.close();
+            });
         QVERIFY(texts.contains(QStringLiteral("Printed on 7/03/2003 at 6:45 AM")));
         QVERIFY(texts.indexOf(QStringLiteral("Clifton Gardens")) <
                 texts.indexOf(QStringLiteral("Apple Bay")));
@@ -60,13 +61,14 @@ private Q_SLOTS:
         };
         expectSave("RTF", "Rich Text Format (*.rtf)", ".rtf");
         expectSave("PDF", "PDF Documents (*.pdf)", ".pdf");
-        WhileOpen([&] { Find<QPushButton>(window, "cmdPrint").click(); },
-                  [&](QDialog& preview) {
-                      Find<QAction>(preview, "&RTF Export").trigger();
-                      Find<QAction>(preview, "&PDF Export").trigger();
-                      QVERIFY(preview.isVisible());
-                      preview.close();
-                  });
+        WhileOpen(
+            "fPreview", [&] { Find<QPushButton>(window, "cmdPrint").click(); },
+            [&](QDialog& preview) {
+                Find<QAction>(preview, "&RTF Export").trigger();
+                Find<QAction>(preview, "&PDF Export").trigger();
+                QVERIFY(preview.isVisible());
+                preview.close();
+            });
         QVERIFY(program.folder.Read("RTF.pdf").starts_with("{\\rtf1"));
         QVERIFY(program.folder.Read("PDF.pdf").starts_with("%PDF-"));
     }
@@ -85,5 +87,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_PrintedLocations)
+TEST_CLASS(tst_PrintedLocations)
 #include "tst_PrintedLocations.moc"

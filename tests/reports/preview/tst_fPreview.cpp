@@ -6,6 +6,7 @@
 #include "reports/preview/PreviewView.h"
 #include "reports/preview/fPreview.h"
 #include "support/RaisedNumber.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Windows.h"
 
@@ -17,7 +18,6 @@
 #include <QSpinBox>
 #include <QToolBar>
 #include <QWheelEvent>
-#include <QtTest/QTest>
 
 namespace
 {
@@ -37,12 +37,13 @@ public:
     /// Shows the report and takes `steps` on its window, which is closed afterwards.
     void Show(const std::function<void()>& steps)
     {
-        WhileOpen([this] { fPreview(program.program, report, nullptr).ShowReport(); },
-                  [&](QDialog& shown) {
-                      m_window = &shown;
-                      steps();
-                      shown.close();
-                  });
+        WhileOpen(
+            "fPreview", [this] { fPreview(program.program, report, nullptr).ShowReport(); },
+            [&](QDialog& shown) {
+                m_window = &shown;
+                steps();
+                shown.close();
+            });
         m_window = nullptr;
     }
 
@@ -317,7 +318,7 @@ private Q_SLOTS:
             QVERIFY(PageAt(preview.View().Zoom() + 6).width() > room - 32);
             const int zoom = preview.View().Zoom();
             preview.Window().resize(preview.Window().width() / 2, preview.Window().height());
-            QVERIFY(QTest::qWaitFor([&] { return preview.View().Zoom() < zoom; }));
+            Await([&] { return preview.View().Zoom() < zoom; }, "the zoom stays");
         });
     }
 
@@ -590,5 +591,5 @@ private:
     }
 };
 
-QTEST_MAIN(tst_fPreview)
+TEST_CLASS(tst_fPreview)
 #include "tst_fPreview.moc"

@@ -1,13 +1,13 @@
 #include "EveryOperation.h"
 #include "reports/fRptLog.h"
 #include "safety/Form.h"
+#include "support/TestClass.h"
 #include "ui/entry/EntryTest.h"
 #include "ui/locations/dlgLocMaint.h"
 #include "ui/locations/fLocs.h"
 #include "ui/main/fTarno.h"
 
 #include <QListWidget>
-#include <QtTest>
 
 #include <optional>
 
@@ -52,9 +52,7 @@ void Attended(Open&& open, Steps&& steps)
         auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (window != nullptr) {
             driver.stop();
-            if (!QTest::qWaitForWindowActive(window)) {
-                QTest::qFail("the window does not become active", __FILE__, __LINE__);
-            }
+            AwaitActive(*window);
             steps(*window);
             window->done(QDialog::Rejected);
             driver.start(0);
@@ -79,7 +77,7 @@ void UseEverything(const DamagedProgram& log)
 {
     fTarno mainWindow(log.attended);
     mainWindow.show();
-    QVERIFY(QTest::qWaitForWindowActive(&mainWindow));
+    AwaitActive(mainWindow);
     for (const std::int16_t key : {0, 1}) {
         Attended([&] { fEntry(log.attended, &mainWindow).SetData(key, false); },
                  [](QWidget& window) { TypeAndSave(window, "txtAirTemp"); });
@@ -161,90 +159,78 @@ class tst_DamagedStart : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void damagedDataFile_isToldAndNeverSavedOver_data();
-    void damagedDataFile_isToldAndNeverSavedOver();
-    void damagedPickList_opensOrIsTold_data();
-    void damagedPickList_opensOrIsTold();
-    void damagedSettings_areAsNone_data();
-    void damagedSettings_areAsNone();
+
+    void damagedDataFile_isToldAndNeverSavedOver_data()
+    {
+        AddDamages({dataFiles.begin(), dataFiles.end()}, 3);
+    }
+
+    void damagedDataFile_isToldAndNeverSavedOver()
+    {
+        QFETCH(std::string, file);
+        QFETCH(int, index);
+        const Damage& damage = Damages()[static_cast<std::size_t>(index)];
+        DamagedProgram log;
+        Put(log.folder, file, damage);
+        const std::vector<std::string> names = log.folder.Names();
+        log.Start();
+        UseEverything(log);
+        QVERIFY(!log.told.empty());
+        QVERIFY(IsUntouched(log.folder, file, damage));
+        for (const std::string other : dataFiles) {
+            if (other != file) {
+                QCOMPARE(other + ": " + ReadXml(log.folder.Read(other)).fault, other + ": ");
+            }
+        }
+        QCOMPARE(log.folder.Names(), names);
+    }
+
+    void damagedPickList_opensOrIsTold_data() { AddDamages({"Bait.txt", "Species.txt", "Methods.txt"}, 2); }
+
+    void damagedPickList_opensOrIsTold()
+    {
+        QFETCH(std::string, file);
+        QFETCH(int, index);
+        const Damage& damage = Damages()[static_cast<std::size_t>(index)];
+        DamagedProgram log;
+        Put(log.folder, file, damage);
+        log.Start();
+        Attended([&] { fEntry(log.attended, nullptr).SetData(1, false); },
+                 [&](QWidget& editor) {
+                     for (const char* label : {"lblDDBait", "lblDDTarget", "lblDDCaught", "lblDDMethods"}) {
+                         GoTo(editor, label);
+                         auto& list = Find<QListWidget>(editor, "lstList");
+                         if (list.isVisible()) {
+                             QVERIFY(list.count() > 0);
+                             Press(editor, Qt::Key_Escape);
+                         }
+                         QVERIFY(!list.isVisible());
+                     }
+                     QVERIFY(editor.isVisible());
+                     TypeAndSave(editor, "txtAirTemp");
+                 });
+        QCOMPARE(log.StoredEntry(1, EntryField::AirTemp), "typed"s);
+        QCOMPARE(log.told, std::vector<std::string>());
+        QVERIFY(IsUntouched(log.folder, file, damage));
+    }
+
+    void damagedSettings_areAsNone_data() { AddDamages({"settings.xml"}); }
+
+    void damagedSettings_areAsNone()
+    {
+        QFETCH(std::string, file);
+        QFETCH(int, index);
+        const Damage& damage = Damages()[static_cast<std::size_t>(index)];
+        DamagedProgram log;
+        Put(log.folder, file, damage);
+        log.Start();
+        log.settings.SaveSetting("KOWRA", "XTidePath", log.folder.PathOf("Bait.txt"));
+        QCOMPARE(log.settings.GetSetting("KOWRA", "XTidePath", "none"), "none"s);
+        UseEverything(log);
+        QCOMPARE(log.told, std::vector<std::string>());
+        QVERIFY(IsUntouched(log.folder, file, damage));
+    }
 };
 
-void tst_DamagedStart::damagedDataFile_isToldAndNeverSavedOver_data()
-{
-    AddDamages({dataFiles.begin(), dataFiles.end()}, 3);
-}
-
-void tst_DamagedStart::damagedDataFile_isToldAndNeverSavedOver()
-{
-    QFETCH(std::string, file);
-    QFETCH(int, index);
-    const Damage& damage = Damages()[static_cast<std::size_t>(index)];
-    DamagedProgram log;
-    Put(log.folder, file, damage);
-    const std::vector<std::string> names = log.folder.Names();
-    log.Start();
-    UseEverything(log);
-    QVERIFY(!log.told.empty());
-    QVERIFY(IsUntouched(log.folder, file, damage));
-    for (const std::string other : dataFiles) {
-        if (other != file) {
-            QCOMPARE(other + ": " + ReadXml(log.folder.Read(other)).fault, other + ": ");
-        }
-    }
-    QCOMPARE(log.folder.Names(), names);
-}
-
-void tst_DamagedStart::damagedPickList_opensOrIsTold_data()
-{
-    AddDamages({"Bait.txt", "Species.txt", "Methods.txt"}, 2);
-}
-
-void tst_DamagedStart::damagedPickList_opensOrIsTold()
-{
-    QFETCH(std::string, file);
-    QFETCH(int, index);
-    const Damage& damage = Damages()[static_cast<std::size_t>(index)];
-    DamagedProgram log;
-    Put(log.folder, file, damage);
-    log.Start();
-    Attended([&] { fEntry(log.attended, nullptr).SetData(1, false); },
-             [&](QWidget& editor) {
-                 for (const char* label : {"lblDDBait", "lblDDTarget", "lblDDCaught", "lblDDMethods"}) {
-                     GoTo(editor, label);
-                     auto& list = Find<QListWidget>(editor, "lstList");
-                     if (list.isVisible()) {
-                         QVERIFY(list.count() > 0);
-                         Press(editor, Qt::Key_Escape);
-                     }
-                     QVERIFY(!list.isVisible());
-                 }
-                 QVERIFY(editor.isVisible());
-                 TypeAndSave(editor, "txtAirTemp");
-             });
-    QCOMPARE(log.StoredEntry(1, EntryField::AirTemp), "typed"s);
-    QCOMPARE(log.told, std::vector<std::string>());
-    QVERIFY(IsUntouched(log.folder, file, damage));
-}
-
-void tst_DamagedStart::damagedSettings_areAsNone_data()
-{
-    AddDamages({"settings.xml"});
-}
-
-void tst_DamagedStart::damagedSettings_areAsNone()
-{
-    QFETCH(std::string, file);
-    QFETCH(int, index);
-    const Damage& damage = Damages()[static_cast<std::size_t>(index)];
-    DamagedProgram log;
-    Put(log.folder, file, damage);
-    log.Start();
-    log.settings.SaveSetting("KOWRA", "XTidePath", log.folder.PathOf("Bait.txt"));
-    QCOMPARE(log.settings.GetSetting("KOWRA", "XTidePath", "none"), "none"s);
-    UseEverything(log);
-    QCOMPARE(log.told, std::vector<std::string>());
-    QVERIFY(IsUntouched(log.folder, file, damage));
-}
-
-QTEST_MAIN(tst_DamagedStart)
+TEST_CLASS(tst_DamagedStart)
 #include "tst_DamagedStart.moc"

@@ -1,8 +1,7 @@
 #include "EveryOperation.h"
 #include "support/PlainUser.h"
 #include "support/Platform.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 // Each of the seven data files in turn is replaced by something that is no data file, by one that is strange
 // but sound, or by something that is no file at all; then every operation is tried.
@@ -215,120 +214,114 @@ class tst_HostileFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void strangeFile_isReadOrNeverSavedOver_data();
-    void strangeFile_isReadOrNeverSavedOver();
-    void whatIsNoFile_isLeftAlone_data();
-    void whatIsNoFile_isLeftAlone();
-    void fileThatMayNotBeRead_isLeftAlone_data();
-    void fileThatMayNotBeRead_isLeftAlone();
+
+    void strangeFile_isReadOrNeverSavedOver_data()
+    {
+        QTest::addColumn<int>("index");
+        int index = 0;
+        for (const Strangeness& strangeness : Strangenesses()) {
+            QTest::newRow(strangeness.name.c_str()) << index++;
+        }
+    }
+
+    void strangeFile_isReadOrNeverSavedOver()
+    {
+        QFETCH(int, index);
+        const Strangeness& strangeness = Strangenesses()[static_cast<std::size_t>(index)];
+        std::size_t turn = 0;
+        for (const std::string file : dataFiles) {
+            const bool all = turn++ == static_cast<std::size_t>(index) % dataFiles.size();
+            const TemporaryFolder folder;
+            CopyShipped(folder);
+            const std::string strange = strangeness.make(FileWithRecords(file));
+            folder.Write(file, strange);
+            const std::vector<std::string> names = folder.Names();
+            std::string broken;
+            switch (strangeness.fate) {
+            case Fate::Refused:
+                broken = m_trial.RunOnUnreadable(folder.Path(), file, all);
+                break;
+            case Fate::Read:
+                broken = m_trial.RunOnSound(folder.Path(), file, all);
+                break;
+            case Fate::InPart:
+                broken = m_trial.Run(folder.Path(), file, all);
+                break;
+            }
+            QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
+            const std::string after = folder.Read(file);
+            if (strangeness.fate == Fate::Refused) {
+                QVERIFY2(after == strange, (file + ": changed").c_str());
+            } else if (after != strange) {
+                QCOMPARE(file + ": " + ReadXml(after).fault, file + ": ");
+            }
+            QCOMPARE(folder.Names(), names);
+        }
+    }
+
+    void whatIsNoFile_isLeftAlone_data()
+    {
+        QTest::addColumn<int>("index");
+        int index = 0;
+        for (const Obstacle& obstacle : Obstacles()) {
+            QTest::newRow(obstacle.name.c_str()) << index++;
+        }
+    }
+
+    void whatIsNoFile_isLeftAlone()
+    {
+        QFETCH(int, index);
+        const Obstacle& obstacle = Obstacles()[static_cast<std::size_t>(index)];
+        if (!obstacle.isKnownToWindows) {
+            NOT_ON_WINDOWS("links, pipes and devices among the files");
+        }
+        for (const std::string file : dataFiles) {
+            const TemporaryFolder folder;
+            CopyShipped(folder);
+            std::filesystem::remove(ToPath(folder.PathOf(file)));
+            obstacle.put(folder, file);
+            const auto before = Contents(folder);
+            const std::string broken = m_trial.RunOnUnreadable(folder.Path(), file, false);
+            QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
+            QVERIFY2(Contents(folder) == before, (file + ": the folder has changed").c_str());
+        }
+    }
+
+    void fileThatMayNotBeRead_isLeftAlone_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::newRow("no right") << 0000;
+        QTest::newRow("only to write") << 0200;
+    }
+
+    void fileThatMayNotBeRead_isLeftAlone()
+    {
+        QFETCH(int, mode);
+        for (const std::string file : dataFiles) {
+            const TemporaryFolder folder;
+            CopyShipped(folder);
+            const std::string sound = FileWithRecords(file);
+            folder.Write(file, sound);
+            const auto path = ToPath(folder.PathOf(file));
+            std::string broken;
+            {
+                const PlainUser user(folder);
+                if (!PlainUser::IsPlain()) {
+                    QSKIP(PlainUser::whyNot);
+                }
+                std::filesystem::permissions(path, static_cast<std::filesystem::perms>(mode));
+                broken = m_trial.RunOnUnreadable(folder.Path(), file, false);
+                QCOMPARE(static_cast<int>(std::filesystem::status(path).permissions()), mode);
+                std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+            }
+            QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
+            QVERIFY2(folder.Read(file) == sound, (file + ": changed").c_str());
+        }
+    }
 
 private:
     OperationTrial m_trial;
 };
 
-void tst_HostileFiles::strangeFile_isReadOrNeverSavedOver_data()
-{
-    QTest::addColumn<int>("index");
-    int index = 0;
-    for (const Strangeness& strangeness : Strangenesses()) {
-        QTest::newRow(strangeness.name.c_str()) << index++;
-    }
-}
-
-void tst_HostileFiles::strangeFile_isReadOrNeverSavedOver()
-{
-    QFETCH(int, index);
-    const Strangeness& strangeness = Strangenesses()[static_cast<std::size_t>(index)];
-    std::size_t turn = 0;
-    for (const std::string file : dataFiles) {
-        const bool all = turn++ == static_cast<std::size_t>(index) % dataFiles.size();
-        const TemporaryFolder folder;
-        CopyShipped(folder);
-        const std::string strange = strangeness.make(FileWithRecords(file));
-        folder.Write(file, strange);
-        const std::vector<std::string> names = folder.Names();
-        std::string broken;
-        switch (strangeness.fate) {
-        case Fate::Refused:
-            broken = m_trial.RunOnUnreadable(folder.Path(), file, all);
-            break;
-        case Fate::Read:
-            broken = m_trial.RunOnSound(folder.Path(), file, all);
-            break;
-        case Fate::InPart:
-            broken = m_trial.Run(folder.Path(), file, all);
-            break;
-        }
-        QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
-        const std::string after = folder.Read(file);
-        if (strangeness.fate == Fate::Refused) {
-            QVERIFY2(after == strange, (file + ": changed").c_str());
-        } else if (after != strange) {
-            QCOMPARE(file + ": " + ReadXml(after).fault, file + ": ");
-        }
-        QCOMPARE(folder.Names(), names);
-    }
-}
-
-void tst_HostileFiles::whatIsNoFile_isLeftAlone_data()
-{
-    QTest::addColumn<int>("index");
-    int index = 0;
-    for (const Obstacle& obstacle : Obstacles()) {
-        QTest::newRow(obstacle.name.c_str()) << index++;
-    }
-}
-
-void tst_HostileFiles::whatIsNoFile_isLeftAlone()
-{
-    QFETCH(int, index);
-    const Obstacle& obstacle = Obstacles()[static_cast<std::size_t>(index)];
-    if (!obstacle.isKnownToWindows) {
-        NOT_ON_WINDOWS("links, pipes and devices among the files");
-    }
-    for (const std::string file : dataFiles) {
-        const TemporaryFolder folder;
-        CopyShipped(folder);
-        std::filesystem::remove(ToPath(folder.PathOf(file)));
-        obstacle.put(folder, file);
-        const auto before = Contents(folder);
-        const std::string broken = m_trial.RunOnUnreadable(folder.Path(), file, false);
-        QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
-        QVERIFY2(Contents(folder) == before, (file + ": the folder has changed").c_str());
-    }
-}
-
-void tst_HostileFiles::fileThatMayNotBeRead_isLeftAlone_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::newRow("no right") << 0000;
-    QTest::newRow("only to write") << 0200;
-}
-
-void tst_HostileFiles::fileThatMayNotBeRead_isLeftAlone()
-{
-    QFETCH(int, mode);
-    for (const std::string file : dataFiles) {
-        const TemporaryFolder folder;
-        CopyShipped(folder);
-        const std::string sound = FileWithRecords(file);
-        folder.Write(file, sound);
-        const auto path = ToPath(folder.PathOf(file));
-        std::string broken;
-        {
-            const PlainUser user(folder);
-            if (!PlainUser::IsPlain()) {
-                QSKIP(PlainUser::whyNot);
-            }
-            std::filesystem::permissions(path, static_cast<std::filesystem::perms>(mode));
-            broken = m_trial.RunOnUnreadable(folder.Path(), file, false);
-            QCOMPARE(static_cast<int>(std::filesystem::status(path).permissions()), mode);
-            std::filesystem::permissions(path, std::filesystem::perms::owner_all);
-        }
-        QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
-        QVERIFY2(folder.Read(file) == sound, (file + ": changed").c_str());
-    }
-}
-
-QTEST_APPLESS_MAIN(tst_HostileFiles)
+TEST_CLASS(tst_HostileFiles)
 #include "tst_HostileFiles.moc"

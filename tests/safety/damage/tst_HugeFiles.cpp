@@ -1,10 +1,9 @@
 #include "EveryOperation.h"
 #include "safety/Form.h"
-#include "support/PeakMemory.h"
 #include "support/Platform.h"
+#include "support/TestClass.h"
 
 #include <QProcess>
-#include <QtTest>
 
 #include <iostream>
 #include <sstream>
@@ -24,16 +23,6 @@ constexpr bool memoryCounts = true;
 constexpr std::size_t megabyte = 1024UL * 1024UL;
 const int fileSize = Times(10, 200); // in megabytes
 const std::string file = "tarno.xml";
-
-/// The part of the other process: tries every operation on the log in `folder`, says how much memory that
-/// took and what went against the promises.
-void TryLog(const std::string& folder, bool readable)
-{
-    OperationTrial trial;
-    const std::string broken =
-        readable ? trial.RunOnSound(folder, file, false) : trial.RunOnUnreadable(folder, file, false);
-    std::cout << PeakMegabytes() << " " << broken;
-}
 
 std::string Repeated(const std::string& text, std::size_t size)
 {
@@ -71,90 +60,77 @@ class tst_HugeFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void hugeFile_isReadOrLeftAloneInBoundedMemory_data();
-    void hugeFile_isReadOrLeftAloneInBoundedMemory();
-    void cleanupTestCase();
+
+    void hugeFile_isReadOrLeftAloneInBoundedMemory_data()
+    {
+        const std::size_t size = static_cast<std::size_t>(fileSize) * megabyte;
+        QTest::addColumn<std::string>("bytes");
+        QTest::addColumn<bool>("readable");
+        QTest::addColumn<std::size_t>("timesItsSize"); // memory
+        QTest::newRow("entries") << HugeLog(size) << true << std::size_t(9);
+        QTest::newRow("one text") << "<data><tarno><TarnoNo>1</TarnoNo><Obbos>" +
+                                         Repeated("Dear diary ", size) + "</Obbos></tarno></data>\n"
+                                  << true << std::size_t(4);
+        QTest::newRow("zeros") << std::string(size, '\0') << false << std::size_t(1);
+        QTest::newRow("starts of tags") << std::string(size, '<') << false << std::size_t(1);
+        QTest::newRow("ampersands") << "<data>" + std::string(size, '&') << false << std::size_t(1);
+        QTest::newRow("an endless attribute")
+            << "<data a=\"" + std::string(size, 'a') << false << std::size_t(1);
+        QTest::newRow("attributes") << "<data" + Repeated(" a=\"\"", size) + "/" << false << std::size_t(10);
+        QTest::newRow("blanks") << std::string(size, ' ') << false << std::size_t(1);
+        QTest::newRow("levels") << Repeated("<data>", size) << false << std::size_t(13);
+        QTest::newRow("comments") << Repeated("<!---->", size) << false << std::size_t(12);
+        QTest::newRow("comments that are none") << Repeated("<!--&", size) << false << std::size_t(1);
+    }
+
+    void hugeFile_isReadOrLeftAloneInBoundedMemory()
+    {
+        QFETCH(std::string, bytes);
+        QFETCH(bool, readable);
+        QFETCH(std::size_t, timesItsSize);
+        const TemporaryFolder folder;
+        CopyShipped(folder);
+        folder.Write(file, bytes);
+        const std::vector<std::string> names = folder.Names();
+
+        QProcess process;
+        process.start(QStringLiteral(TARNO_TRIAL),
+                      {readable ? QStringLiteral("readable") : QStringLiteral("unreadable"),
+                       QString::fromStdString(folder.Path()), QString::fromStdString(file)});
+        QVERIFY(process.waitForFinished(-1));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        std::istringstream said(process.readAllStandardOutput().toStdString());
+        std::size_t peak = 0;
+        std::string broken;
+        said >> peak;
+        std::getline(said, broken);
+        QCOMPARE(broken, std::string(" "));
+
+        const std::string after = folder.Read(file);
+        if (!readable) {
+            QVERIFY(after == bytes);
+        } else { // one entry came, one went
+            QCOMPARE(Occurrences(after, "<tarno>"), Occurrences(bytes, "<tarno>"));
+            QCOMPARE(ReadXml(after).fault, std::string());
+        }
+        QCOMPARE(folder.Names(), names);
+        // on Windows the libraries are a part of the program
+        constexpr std::size_t programItself = isWindows ? 40 : 16;
+        const std::size_t most = timesItsSize * bytes.size() / megabyte + programItself;
+        m_figures << QStringLiteral("%1 %2 MB").arg(QLatin1String(QTest::currentDataTag())).arg(peak);
+        QVERIFY(peak > bytes.size() / megabyte);
+        QVERIFY2(!memoryCounts || peak <= most, ("more than " + std::to_string(most) + " MB").c_str());
+    }
+
+    void cleanupTestCase()
+    {
+        qInfo("memory for files of %d MB: %s", fileSize, qPrintable(m_figures.join(QStringLiteral(", "))));
+    }
 
 private:
     QStringList m_figures;
 };
 
-void tst_HugeFiles::hugeFile_isReadOrLeftAloneInBoundedMemory_data()
-{
-    const std::size_t size = static_cast<std::size_t>(fileSize) * megabyte;
-    QTest::addColumn<std::string>("bytes");
-    QTest::addColumn<bool>("readable");
-    QTest::addColumn<std::size_t>("timesItsSize"); // memory
-    QTest::newRow("entries") << HugeLog(size) << true << std::size_t(9);
-    QTest::newRow("one text") << "<data><tarno><TarnoNo>1</TarnoNo><Obbos>" + Repeated("Dear diary ", size) +
-                                     "</Obbos></tarno></data>\n"
-                              << true << std::size_t(4);
-    QTest::newRow("zeros") << std::string(size, '\0') << false << std::size_t(1);
-    QTest::newRow("starts of tags") << std::string(size, '<') << false << std::size_t(1);
-    QTest::newRow("ampersands") << "<data>" + std::string(size, '&') << false << std::size_t(1);
-    QTest::newRow("an endless attribute") << "<data a=\"" + std::string(size, 'a') << false << std::size_t(1);
-    QTest::newRow("attributes") << "<data" + Repeated(" a=\"\"", size) + "/" << false << std::size_t(10);
-    QTest::newRow("blanks") << std::string(size, ' ') << false << std::size_t(1);
-    QTest::newRow("levels") << Repeated("<data>", size) << false << std::size_t(13);
-    QTest::newRow("comments") << Repeated("<!---->", size) << false << std::size_t(12);
-    QTest::newRow("comments that are none") << Repeated("<!--&", size) << false << std::size_t(1);
-}
-
-void tst_HugeFiles::hugeFile_isReadOrLeftAloneInBoundedMemory()
-{
-    QFETCH(std::string, bytes);
-    QFETCH(bool, readable);
-    QFETCH(std::size_t, timesItsSize);
-    const TemporaryFolder folder;
-    CopyShipped(folder);
-    folder.Write(file, bytes);
-    const std::vector<std::string> names = folder.Names();
-
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(),
-                  {QStringLiteral("--try-log"), QString::fromStdString(folder.Path()),
-                   readable ? QStringLiteral("readable") : QStringLiteral("unreadable")});
-    QVERIFY(process.waitForFinished(-1));
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 0);
-    std::istringstream said(process.readAllStandardOutput().toStdString());
-    std::size_t peak = 0;
-    std::string broken;
-    said >> peak;
-    std::getline(said, broken);
-    QCOMPARE(broken, std::string(" "));
-
-    const std::string after = folder.Read(file);
-    if (!readable) {
-        QVERIFY(after == bytes);
-    } else { // one entry came, one went
-        QCOMPARE(Occurrences(after, "<tarno>"), Occurrences(bytes, "<tarno>"));
-        QCOMPARE(ReadXml(after).fault, std::string());
-    }
-    QCOMPARE(folder.Names(), names);
-    // on Windows the libraries are a part of the program
-    constexpr std::size_t programItself = isWindows ? 40 : 16;
-    const std::size_t most = timesItsSize * bytes.size() / megabyte + programItself;
-    m_figures << QStringLiteral("%1 %2 MB").arg(QLatin1String(QTest::currentDataTag())).arg(peak);
-    QVERIFY(peak > bytes.size() / megabyte);
-    QVERIFY2(!memoryCounts || peak <= most, ("more than " + std::to_string(most) + " MB").c_str());
-}
-
-void tst_HugeFiles::cleanupTestCase()
-{
-    qInfo("memory for files of %d MB: %s", fileSize, qPrintable(m_figures.join(QStringLiteral(", "))));
-}
-
-int main(int argc, char** argv)
-{
-    const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() == 4 && arguments[1] == QLatin1String("--try-log")) {
-        TryLog(arguments[2].toStdString(), arguments[3] == QLatin1String("readable"));
-        return 0;
-    }
-    tst_HugeFiles test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+TEST_CLASS(tst_HugeFiles)
 #include "tst_HugeFiles.moc"

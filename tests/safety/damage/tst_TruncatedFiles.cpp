@@ -1,27 +1,11 @@
 #include "EveryOperation.h"
 #include "safety/Form.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 #include <set>
 
 // Each file that ships, cut off at each byte: what a full disk, a stick pulled too early or a broken copy
 // leaves behind.
-
-class tst_TruncatedFiles : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void truncated_anywhere_isNeverSavedOver_data();
-    void truncated_anywhere_isNeverSavedOver();
-    void cleanupTestCase();
-
-private:
-    OperationTrial m_trial;
-    int m_unreadable = 0;
-    int m_readable = 0;
-};
 
 namespace
 {
@@ -45,52 +29,64 @@ std::set<std::size_t> Lengths(std::size_t size)
 
 } // namespace
 
-void tst_TruncatedFiles::truncated_anywhere_isNeverSavedOver_data()
+class tst_TruncatedFiles : public QObject
 {
-    QTest::addColumn<std::string>("shipped");
-    QTest::addColumn<std::string>("file");
-    for (const std::string name : dataFiles) {
-        QTest::newRow(name.c_str()) << name << name;
-    }
-    for (const std::string name : {"tarno.xml", "location.xml", "Rpt.xml"}) {
-        QTest::newRow(("sample " + name).c_str()) << "sample/" + name << name;
-    }
-}
+    Q_OBJECT
 
-void tst_TruncatedFiles::truncated_anywhere_isNeverSavedOver()
-{
-    QFETCH(std::string, shipped);
-    QFETCH(std::string, file);
-    const std::string whole = ShippedFile(shipped);
-    const std::size_t readableFrom = whole.rfind('>') + 1; // behind it there is nothing but a line end
-    const TemporaryFolder folder;
-    CopyShipped(folder);
-    const std::vector<std::string> names = folder.Names();
-    int turn = 0;
-    for (const std::size_t length : Lengths(whole.size())) {
-        const std::string cut = whole.substr(0, length);
-        const bool all = ++turn % 500 == 0;
-        if (all) {
-            CopyShipped(folder);
+private Q_SLOTS:
+
+    void truncated_anywhere_isNeverSavedOver_data()
+    {
+        QTest::addColumn<std::string>("shipped");
+        QTest::addColumn<std::string>("file");
+        for (const std::string name : dataFiles) {
+            QTest::newRow(name.c_str()) << name << name;
         }
-        folder.Write(file, cut);
-        const bool readable = length >= readableFrom;
-        const std::string broken = readable ? m_trial.RunOnSound(folder.Path(), file, all)
-                                            : m_trial.RunOnUnreadable(folder.Path(), file, all);
-        const std::string after = folder.Read(file);
-        const std::string fault = readable ? ReadXml(after).fault : after == cut ? "" : "changed";
-        ++(readable ? m_readable : m_unreadable);
-        if (!broken.empty() || !fault.empty() || folder.Names() != names) {
-            QFAIL(("cut to " + std::to_string(length) + " bytes: " + broken + fault).c_str());
+        for (const std::string name : {"tarno.xml", "location.xml", "Rpt.xml"}) {
+            QTest::newRow(("sample " + name).c_str()) << "sample/" + name << name;
         }
     }
-}
 
-void tst_TruncatedFiles::cleanupTestCase()
-{
-    qInfo("%d cut files that cannot be read, %d that can, %d operations", m_unreadable, m_readable,
-          m_trial.Count());
-}
+    void truncated_anywhere_isNeverSavedOver()
+    {
+        QFETCH(std::string, shipped);
+        QFETCH(std::string, file);
+        const std::string whole = ShippedFile(shipped);
+        const std::size_t readableFrom = whole.rfind('>') + 1; // behind it there is nothing but a line end
+        const TemporaryFolder folder;
+        CopyShipped(folder);
+        const std::vector<std::string> names = folder.Names();
+        int turn = 0;
+        for (const std::size_t length : Lengths(whole.size())) {
+            const std::string cut = whole.substr(0, length);
+            const bool all = ++turn % 500 == 0;
+            if (all) {
+                CopyShipped(folder);
+            }
+            folder.Write(file, cut);
+            const bool readable = length >= readableFrom;
+            const std::string broken = readable ? m_trial.RunOnSound(folder.Path(), file, all)
+                                                : m_trial.RunOnUnreadable(folder.Path(), file, all);
+            const std::string after = folder.Read(file);
+            const std::string fault = readable ? ReadXml(after).fault : after == cut ? "" : "changed";
+            ++(readable ? m_readable : m_unreadable);
+            if (!broken.empty() || !fault.empty() || folder.Names() != names) {
+                QFAIL(("cut to " + std::to_string(length) + " bytes: " + broken + fault).c_str());
+            }
+        }
+    }
 
-QTEST_APPLESS_MAIN(tst_TruncatedFiles)
+    void cleanupTestCase()
+    {
+        qInfo("%d cut files that cannot be read, %d that can, %d operations", m_unreadable, m_readable,
+              m_trial.Count());
+    }
+
+private:
+    OperationTrial m_trial;
+    int m_unreadable = 0;
+    int m_readable = 0;
+};
+
+TEST_CLASS(tst_TruncatedFiles)
 #include "tst_TruncatedFiles.moc"

@@ -7,8 +7,7 @@
 #include "support/RaisedNumber.h"
 #include "support/ScriptedClock.h"
 #include "support/TemporaryFolder.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 #include <algorithm>
 #include <csignal>
@@ -32,7 +31,7 @@ using Texts = std::vector<std::string>;
 /// Whether this program has got file systems of its own, which vanish with it.
 bool hasOwnFileSystems = false;
 
-/// To be called before there is a second thread.
+/// Works only while the process has a single thread.
 void TakeOwnFileSystems()
 {
     const uid_t user = ::geteuid();
@@ -158,221 +157,206 @@ class tst_FullDisk : public QObject
 {
     Q_OBJECT
 
+public:
+    static void initMain() { TakeOwnFileSystems(); }
+
 private Q_SLOTS:
-    void initTestCase();
-    void save_sizesAndSpaces_succeedsOrLeavesTheOldBytes_data();
-    void save_sizesAndSpaces_succeedsOrLeavesTheOldBytes();
-    void save_otherVersion_nothingOfEitherSideIsLost();
-    void export_onAFullDisk_leavesTheOldFile();
-    void settings_onAFullDisk_stayAsTheyWere();
-    void errorLog_onAFullDisk_neitherHangsNorLosesTheMessage();
-    void limitOfTheFileSize_isToldAndLeavesTheOldBytes_data();
-    void limitOfTheFileSize_isToldAndLeavesTheOldBytes();
-    void cleanupTestCase();
+
+    void initTestCase()
+    {
+        if (!hasOwnFileSystems) {
+            QSKIP("this machine lets no program mount a disk of its own");
+        }
+    }
+
+    void save_sizesAndSpaces_succeedsOrLeavesTheOldBytes_data()
+    {
+        QTest::addColumn<std::size_t>("oldSize");
+        QTest::addColumn<std::size_t>("newSize");
+        std::vector<std::size_t> sizes;
+        for (std::size_t kibibytes = 1; kibibytes <= 60;
+             kibibytes += static_cast<std::size_t>(Times(30, 3))) {
+            sizes.push_back(kibibytes * 1024);
+        }
+        sizes.insert(sizes.end(), {page, page + 1, 8 * page + 1}); // about the edges of pages
+        for (const std::size_t oldSize : sizes) {
+            for (const std::size_t newSize : sizes) {
+                QTest::addRow("%d over %d bytes", static_cast<int>(newSize), static_cast<int>(oldSize))
+                    << oldSize << newSize;
+            }
+        }
+    }
+
+    void save_sizesAndSpaces_succeedsOrLeavesTheOldBytes()
+    {
+        QFETCH(std::size_t, oldSize);
+        QFETCH(std::size_t, newSize);
+        for (std::size_t left = 0; left <= pages; ++left) {
+            const SmallDisk disk;
+            disk.Folder().Write("tarno.xml", FileOfSize(oldSize, 'o'));
+            if (!disk.FillUntil(left)) {
+                break; // the old file leaves no more room
+            }
+            const Texts names = disk.Folder().Names();
+            const ProgramFolder folder(disk.Folder().Path());
+            const auto operations = SystemFileOperations();
+            Shown shown;
+            cSQL sql(folder, *operations);
+            QCOMPARE(sql.Init(), succeeded);
+            const bool fits = PagesOf(newSize) <= left;
+            const Status told = SaveSize(sql, newSize, 'n');
+            QCOMPARE(told, fits ? succeeded : failed);
+            QCOMPARE(shown.texts, fits ? Texts() : Texts{diskFull});
+            QVERIFY(disk.Folder().Read("tarno.xml") ==
+                    (fits ? FileOfSize(newSize, 'n') : FileOfSize(oldSize, 'o')));
+            QCOMPARE(disk.Folder().Names(), names);
+            QCOMPARE(sql.UnsavedFiles().empty(), fits);
+            ++(fits ? m_saved : m_refused);
+
+            if (!fits) {
+                disk.Clear();
+                const bool fitsNow = PagesOf(newSize) <= disk.Free();
+                QCOMPARE(SaveSize(sql, newSize, 'm'), fitsNow ? succeeded : failed);
+                QVERIFY(disk.Folder().Read("tarno.xml") ==
+                        (fitsNow ? FileOfSize(newSize, 'm') : FileOfSize(oldSize, 'o')));
+                QCOMPARE(disk.Folder().Names(), Texts{"tarno.xml"});
+            }
+        }
+    }
+
+    void save_otherVersion_nothingOfEitherSideIsLost()
+    {
+        const std::size_t size = 2 * page;
+        for (std::size_t left = 0; left <= 8; ++left) {
+            const SmallDisk disk;
+            disk.Folder().Write("tarno.xml", FileOfSize(size, 'o'));
+            const ProgramFolder folder(disk.Folder().Path());
+            const auto operations = SystemFileOperations();
+            Shown shown;
+            cSQL sql(folder, *operations);
+            QCOMPARE(sql.Init(), succeeded);
+            disk.Folder().Write("tarno.xml", FileOfSize(size, 't'));
+            QVERIFY(disk.FillUntil(left));
+            // two pages for the other version that is kept, two for ours
+            const bool fits = left >= 4;
+            QCOMPARE(SaveSize(sql, size, 'n'), fits ? succeeded : failed);
+            if (!fits) {
+                QVERIFY(disk.Folder().Read("tarno.xml") == FileOfSize(size, 't'));
+                QCOMPARE(shown.texts.front(), diskFull);
+                // the words about the version that is kept, if there was room for it
+                QCOMPARE(static_cast<int>(shown.texts.size()), left >= 2 ? 2 : 1);
+                QCOMPARE(sql.UnsavedFiles(), Texts{"tarno.xml"});
+                disk.Clear();
+                QCOMPARE(SaveSize(sql, size, 'n'), succeeded);
+            }
+            QVERIFY(disk.Folder().Read("tarno.xml") == FileOfSize(size, 'n'));
+            QVERIFY(disk.Folder().Read("tarno-kept-1.xml") == FileOfSize(size, 't'));
+            QVERIFY(!std::filesystem::exists(ToPath(disk.Folder().PathOf("tarno-kept-2.xml"))));
+        }
+    }
+
+    void export_onAFullDisk_leavesTheOldFile()
+    {
+        const SmallDisk disk;
+        disk.Folder().Write("report.pdf", "older");
+        QVERIFY(disk.FillUntil(3));
+        const auto operations = SystemFileOperations();
+        const std::string path = disk.Folder().PathOf("report.pdf");
+        const std::string report(4 * page, 'r');
+        QCOMPARE(RaisedNumber([&] { SafeWriter(*operations).Write(path, report); }), 61);
+        QCOMPARE(disk.Folder().Read("report.pdf"), "older"s);
+        QCOMPARE(disk.Folder().Names(), (Texts{"other files", "report.pdf"}));
+        disk.Clear();
+        QCOMPARE(RaisedNumber([&] { SafeWriter(*operations).Write(path, report); }), 0);
+        QVERIFY(disk.Folder().Read("report.pdf") == report);
+    }
+
+    void settings_onAFullDisk_stayAsTheyWere()
+    {
+        const SmallDisk disk;
+        const auto operations = SystemFileOperations();
+        SettingsFile settings(disk.Folder().PathOf("settings.xml"), *operations);
+        settings.Write("Window", "Left", "100");
+        const std::string before = disk.Folder().Read("settings.xml");
+        QVERIFY(disk.FillUntil(0));
+        settings.Write("Window", "Left", "200");
+        settings.RemoveSection("Window");
+        QCOMPARE(disk.Folder().Read("settings.xml"), before);
+        QCOMPARE(disk.Folder().Names(), (Texts{"other files", "settings.xml"}));
+        QCOMPARE(settings.Read("Window", "Left").value_or("none"), "100"s);
+        disk.Clear();
+        settings.Write("Window", "Left", "200");
+        QCOMPARE(settings.Read("Window", "Left").value_or("none"), "200"s);
+    }
+
+    void errorLog_onAFullDisk_neitherHangsNorLosesTheMessage()
+    {
+        const SmallDisk disk;
+        const ProgramFolder folder(disk.Folder().Path());
+        const auto operations = SystemFileOperations();
+        const ScriptedClock clock;
+        Shown shown;
+        ErrorReporter::Instance().SetLog(folder, *operations, clock);
+        const Error error(ErrorNumber::DiskFull);
+        const std::string old(page - 50, '.');
+        disk.Folder().Write("Tarno.log", old);
+        QVERIFY(disk.FillUntil(0));
+        for (int message = 1; message <= 3; ++message) {
+            ErrorLog("cSQL", "EntryUpdate", &error);
+            QCOMPARE(shown.texts, Texts(static_cast<std::size_t>(message), diskFull));
+        }
+        // what there was room for, behind what stood there
+        const std::string log = disk.Folder().Read("Tarno.log");
+        QVERIFY(log.starts_with(old));
+        QVERIFY(log.size() <= page);
+        disk.Clear();
+        ErrorLog("cSQL", "EntryUpdate", &error);
+        QVERIFY(disk.Folder().Read("Tarno.log").ends_with("Vb<61> error raised\r\nDisk full\r\n"));
+    }
+
+    void limitOfTheFileSize_isToldAndLeavesTheOldBytes_data()
+    {
+        QTest::addColumn<bool>("ignored");
+        QTest::newRow("signal ignored") << true;
+        QTest::newRow("signal as it is") << false;
+    }
+
+    void limitOfTheFileSize_isToldAndLeavesTheOldBytes()
+    {
+        QFETCH(bool, ignored);
+        const std::size_t size = 10000;
+        for (const std::size_t limit : {std::size_t{0}, std::size_t{1}, page, size - 1, size}) {
+            const TemporaryFolder files;
+            files.Write("tarno.xml", FileOfSize(size, 'o'));
+            const pid_t child = ::fork();
+            if (child == 0) {
+                std::signal(SIGXFSZ, ignored ? SIG_IGN : SIG_DFL);
+                const ProgramFolder folder(files.Path());
+                const auto operations = SystemFileOperations();
+                const Shown shown;
+                cSQL sql(folder, *operations);
+                sql.Init();
+                const rlimit most{limit, RLIM_INFINITY};
+                ::setrlimit(RLIMIT_FSIZE, &most);
+                const Status told = SaveSize(sql, size, 'n');
+                ::_exit(told == succeeded ? 0 : shown.texts == Texts{diskFull} ? 61 : 1);
+            }
+            int status = 0;
+            QCOMPARE(::waitpid(child, &status, 0), child);
+            QVERIFY2(WIFEXITED(status), "the limit has ended the program");
+            const bool fits = limit >= size;
+            QCOMPARE(WEXITSTATUS(status), fits ? 0 : 61);
+            QVERIFY(files.Read("tarno.xml") == FileOfSize(size, fits ? 'n' : 'o'));
+            QCOMPARE(files.Names(), Texts{"tarno.xml"});
+        }
+    }
+
+    void cleanupTestCase() { qInfo("%d saves that fitted, %d that did not", m_saved, m_refused); }
 
 private:
     int m_saved = 0;
     int m_refused = 0;
 };
 
-void tst_FullDisk::initTestCase()
-{
-    if (!hasOwnFileSystems) {
-        QSKIP("this machine lets no program mount a disk of its own");
-    }
-}
-
-void tst_FullDisk::save_sizesAndSpaces_succeedsOrLeavesTheOldBytes_data()
-{
-    QTest::addColumn<std::size_t>("oldSize");
-    QTest::addColumn<std::size_t>("newSize");
-    std::vector<std::size_t> sizes;
-    for (std::size_t kibibytes = 1; kibibytes <= 60; kibibytes += static_cast<std::size_t>(Times(30, 3))) {
-        sizes.push_back(kibibytes * 1024);
-    }
-    sizes.insert(sizes.end(), {page, page + 1, 8 * page + 1}); // about the edges of pages
-    for (const std::size_t oldSize : sizes) {
-        for (const std::size_t newSize : sizes) {
-            QTest::addRow("%d over %d bytes", static_cast<int>(newSize), static_cast<int>(oldSize))
-                << oldSize << newSize;
-        }
-    }
-}
-
-void tst_FullDisk::save_sizesAndSpaces_succeedsOrLeavesTheOldBytes()
-{
-    QFETCH(std::size_t, oldSize);
-    QFETCH(std::size_t, newSize);
-    for (std::size_t left = 0; left <= pages; ++left) {
-        const SmallDisk disk;
-        disk.Folder().Write("tarno.xml", FileOfSize(oldSize, 'o'));
-        if (!disk.FillUntil(left)) {
-            break; // the old file leaves no more room
-        }
-        const Texts names = disk.Folder().Names();
-        const ProgramFolder folder(disk.Folder().Path());
-        const auto operations = SystemFileOperations();
-        Shown shown;
-        cSQL sql(folder, *operations);
-        QCOMPARE(sql.Init(), succeeded);
-        const bool fits = PagesOf(newSize) <= left;
-        const Status told = SaveSize(sql, newSize, 'n');
-        QCOMPARE(told, fits ? succeeded : failed);
-        QCOMPARE(shown.texts, fits ? Texts() : Texts{diskFull});
-        QVERIFY(disk.Folder().Read("tarno.xml") ==
-                (fits ? FileOfSize(newSize, 'n') : FileOfSize(oldSize, 'o')));
-        QCOMPARE(disk.Folder().Names(), names);
-        QCOMPARE(sql.UnsavedFiles().empty(), fits);
-        ++(fits ? m_saved : m_refused);
-
-        if (!fits) {
-            disk.Clear();
-            const bool fitsNow = PagesOf(newSize) <= disk.Free();
-            QCOMPARE(SaveSize(sql, newSize, 'm'), fitsNow ? succeeded : failed);
-            QVERIFY(disk.Folder().Read("tarno.xml") ==
-                    (fitsNow ? FileOfSize(newSize, 'm') : FileOfSize(oldSize, 'o')));
-            QCOMPARE(disk.Folder().Names(), Texts{"tarno.xml"});
-        }
-    }
-}
-
-void tst_FullDisk::save_otherVersion_nothingOfEitherSideIsLost()
-{
-    const std::size_t size = 2 * page;
-    for (std::size_t left = 0; left <= 8; ++left) {
-        const SmallDisk disk;
-        disk.Folder().Write("tarno.xml", FileOfSize(size, 'o'));
-        const ProgramFolder folder(disk.Folder().Path());
-        const auto operations = SystemFileOperations();
-        Shown shown;
-        cSQL sql(folder, *operations);
-        QCOMPARE(sql.Init(), succeeded);
-        disk.Folder().Write("tarno.xml", FileOfSize(size, 't'));
-        QVERIFY(disk.FillUntil(left));
-        // two pages for the other version that is kept, two for ours
-        const bool fits = left >= 4;
-        QCOMPARE(SaveSize(sql, size, 'n'), fits ? succeeded : failed);
-        if (!fits) {
-            QVERIFY(disk.Folder().Read("tarno.xml") == FileOfSize(size, 't'));
-            QCOMPARE(shown.texts.front(), diskFull);
-            // the words about the version that is kept, if there was room for it
-            QCOMPARE(static_cast<int>(shown.texts.size()), left >= 2 ? 2 : 1);
-            QCOMPARE(sql.UnsavedFiles(), Texts{"tarno.xml"});
-            disk.Clear();
-            QCOMPARE(SaveSize(sql, size, 'n'), succeeded);
-        }
-        QVERIFY(disk.Folder().Read("tarno.xml") == FileOfSize(size, 'n'));
-        QVERIFY(disk.Folder().Read("tarno-kept-1.xml") == FileOfSize(size, 't'));
-        QVERIFY(!std::filesystem::exists(ToPath(disk.Folder().PathOf("tarno-kept-2.xml"))));
-    }
-}
-
-void tst_FullDisk::export_onAFullDisk_leavesTheOldFile()
-{
-    const SmallDisk disk;
-    disk.Folder().Write("report.pdf", "older");
-    QVERIFY(disk.FillUntil(3));
-    const auto operations = SystemFileOperations();
-    const std::string path = disk.Folder().PathOf("report.pdf");
-    const std::string report(4 * page, 'r');
-    QCOMPARE(RaisedNumber([&] { SafeWriter(*operations).Write(path, report); }), 61);
-    QCOMPARE(disk.Folder().Read("report.pdf"), "older"s);
-    QCOMPARE(disk.Folder().Names(), (Texts{"other files", "report.pdf"}));
-    disk.Clear();
-    QCOMPARE(RaisedNumber([&] { SafeWriter(*operations).Write(path, report); }), 0);
-    QVERIFY(disk.Folder().Read("report.pdf") == report);
-}
-
-void tst_FullDisk::settings_onAFullDisk_stayAsTheyWere()
-{
-    const SmallDisk disk;
-    const auto operations = SystemFileOperations();
-    SettingsFile settings(disk.Folder().PathOf("settings.xml"), *operations);
-    settings.Write("Window", "Left", "100");
-    const std::string before = disk.Folder().Read("settings.xml");
-    QVERIFY(disk.FillUntil(0));
-    settings.Write("Window", "Left", "200");
-    settings.RemoveSection("Window");
-    QCOMPARE(disk.Folder().Read("settings.xml"), before);
-    QCOMPARE(disk.Folder().Names(), (Texts{"other files", "settings.xml"}));
-    QCOMPARE(settings.Read("Window", "Left").value_or("none"), "100"s);
-    disk.Clear();
-    settings.Write("Window", "Left", "200");
-    QCOMPARE(settings.Read("Window", "Left").value_or("none"), "200"s);
-}
-
-void tst_FullDisk::errorLog_onAFullDisk_neitherHangsNorLosesTheMessage()
-{
-    const SmallDisk disk;
-    const ProgramFolder folder(disk.Folder().Path());
-    const auto operations = SystemFileOperations();
-    const ScriptedClock clock;
-    Shown shown;
-    ErrorReporter::Instance().SetLog(folder, *operations, clock);
-    const Error error(ErrorNumber::DiskFull);
-    const std::string old(page - 50, '.');
-    disk.Folder().Write("Tarno.log", old);
-    QVERIFY(disk.FillUntil(0));
-    for (int message = 1; message <= 3; ++message) {
-        ErrorLog("cSQL", "EntryUpdate", &error);
-        QCOMPARE(shown.texts, Texts(static_cast<std::size_t>(message), diskFull));
-    }
-    // what there was room for, behind what stood there
-    const std::string log = disk.Folder().Read("Tarno.log");
-    QVERIFY(log.starts_with(old));
-    QVERIFY(log.size() <= page);
-    disk.Clear();
-    ErrorLog("cSQL", "EntryUpdate", &error);
-    QVERIFY(disk.Folder().Read("Tarno.log").ends_with("Vb<61> error raised\r\nDisk full\r\n"));
-}
-
-void tst_FullDisk::limitOfTheFileSize_isToldAndLeavesTheOldBytes_data()
-{
-    QTest::addColumn<bool>("ignored");
-    QTest::newRow("signal ignored") << true;
-    QTest::newRow("signal as it is") << false;
-}
-
-void tst_FullDisk::limitOfTheFileSize_isToldAndLeavesTheOldBytes()
-{
-    QFETCH(bool, ignored);
-    const std::size_t size = 10000;
-    for (const std::size_t limit : {std::size_t{0}, std::size_t{1}, page, size - 1, size}) {
-        const TemporaryFolder files;
-        files.Write("tarno.xml", FileOfSize(size, 'o'));
-        const pid_t child = ::fork();
-        if (child == 0) {
-            std::signal(SIGXFSZ, ignored ? SIG_IGN : SIG_DFL);
-            const ProgramFolder folder(files.Path());
-            const auto operations = SystemFileOperations();
-            const Shown shown;
-            cSQL sql(folder, *operations);
-            sql.Init();
-            const rlimit most{limit, RLIM_INFINITY};
-            ::setrlimit(RLIMIT_FSIZE, &most);
-            const Status told = SaveSize(sql, size, 'n');
-            ::_exit(told == succeeded ? 0 : shown.texts == Texts{diskFull} ? 61 : 1);
-        }
-        int status = 0;
-        QCOMPARE(::waitpid(child, &status, 0), child);
-        QVERIFY2(WIFEXITED(status), "the limit has ended the program");
-        const bool fits = limit >= size;
-        QCOMPARE(WEXITSTATUS(status), fits ? 0 : 61);
-        QVERIFY(files.Read("tarno.xml") == FileOfSize(size, fits ? 'n' : 'o'));
-        QCOMPARE(files.Names(), Texts{"tarno.xml"});
-    }
-}
-
-void tst_FullDisk::cleanupTestCase()
-{
-    qInfo("%d saves that fitted, %d that did not", m_saved, m_refused);
-}
-
-int main(int count, char* arguments[])
-{
-    TakeOwnFileSystems();
-    tst_FullDisk test;
-    return QTest::qExec(&test, count, arguments);
-}
-
+TEST_CLASS(tst_FullDisk)
 #include "tst_FullDisk.moc"

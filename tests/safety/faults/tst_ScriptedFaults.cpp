@@ -2,9 +2,8 @@
 
 #include "safety/Form.h"
 #include "store/RecordFamily.h"
+#include "support/TestClass.h"
 #include "support/TestStore.h"
-
-#include <QtTest>
 
 #include <functional>
 #include <optional>
@@ -162,138 +161,6 @@ void AddFamilies()
     }
 }
 
-} // namespace
-
-class tst_ScriptedFaults : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void everyCall_leavesTheOldBytes_andTheNextSaveWritesAll_data();
-    void everyCall_leavesTheOldBytes_andTheNextSaveWritesAll();
-    void everyCallAndItsRemoving_leavesALeftoverThatTheNextStartTakesAway_data();
-    void everyCallAndItsRemoving_leavesALeftoverThatTheNextStartTakesAway();
-    void otherVersion_everyCall_losesNothingOfEitherSide_data();
-    void otherVersion_everyCall_losesNothingOfEitherSide();
-    void cleanupTestCase();
-
-private:
-    int m_faults = 0;
-};
-
-void tst_ScriptedFaults::everyCall_leavesTheOldBytes_andTheNextSaveWritesAll_data()
-{
-    QTest::addColumn<RecordFamily>("family");
-    QTest::addColumn<bool>("exchanges");
-    QTest::addColumn<int>("most");
-    for (const RecordFamily& family : AllFamilies()) {
-        for (const bool exchanges : {true, false}) {
-            for (const int most : {1, 100, 100000}) {
-                if (most == 1 && family.name != "Entry" && !IsLongForm()) {
-                    continue;
-                }
-                QTest::addRow("%s, %s, writes of %d bytes", family.name.c_str(),
-                              exchanges ? "exchange" : "replace", most)
-                    << family << exchanges << most;
-            }
-        }
-    }
-}
-
-void tst_ScriptedFaults::everyCall_leavesTheOldBytes_andTheNextSaveWritesAll()
-{
-    QFETCH(RecordFamily, family);
-    QFETCH(bool, exchanges);
-    QFETCH(int, most);
-    const auto prepare = [&](Log& log) {
-        log.operations.TakeAtMost(static_cast<std::size_t>(most));
-        if (!exchanges) {
-            log.operations.ExchangeNothing();
-        }
-    };
-    std::vector<Call> calls;
-    {
-        Log log(family);
-        prepare(log);
-        const std::size_t before = log.operations.Steps().size();
-        QCOMPARE(log.Change(0, changed), succeeded);
-        const Texts& steps = log.operations.Steps();
-        calls = CallsOf({steps.begin() + static_cast<std::ptrdiff_t>(before), steps.end()});
-        QCOMPARE(log.OnDisk(), log.File());
-    }
-    int atWrite = 0;
-    for (const Call& call : calls) {
-        // single bytes: the first few, then ever fewer of them
-        if (most == 1 && call.step == "write" && call.before > 2 && ++atWrite % Times(50, 5) != 0) {
-            continue;
-        }
-        for (const auto& [error, times] : Faults(family.name != "Entry" || most < 1000)) {
-            ++m_faults;
-            Log log(family);
-            prepare(log);
-            const std::string old = log.OnDisk();
-            const int tries = times == 1 ? 1 : 2;
-            // the script counts from now on: what came before the save has been done
-            log.operations.Fail(call.step, error, times, call.before);
-            const bool isWritten = call.step == "sync folder" || call.step == "remove";
-            for (int tried = 0; tried < tries; ++tried) {
-                if (call.step != "remove") {
-                    log.ExpectReport(error);
-                }
-                QCOMPARE(log.Change(0, changed), call.step == "remove" ? succeeded : failed);
-                QCOMPARE(log.OnDisk(), isWritten ? log.File() : old);
-                QCOMPARE(log.IsUnsaved(), call.step != "remove");
-                QCOMPARE(log.InMemory(), log.Values());
-                QCOMPARE(log.Others().size(), call.step == "remove" ? std::size_t(tried + 1) : 0U);
-            }
-            log.operations.Heal();
-            QCOMPARE(log.Change(1, changed), succeeded);
-            QCOMPARE(log.OnDisk(), log.File());
-            QCOMPARE(log.sql.UnsavedFiles(), Texts());
-            QCOMPARE(log.sql.Init(), succeeded);
-            QCOMPARE(log.InMemory(), log.Values());
-            QCOMPARE(log.Others(), Texts());
-        }
-    }
-}
-
-void tst_ScriptedFaults::everyCallAndItsRemoving_leavesALeftoverThatTheNextStartTakesAway_data()
-{
-    QTest::addColumn<RecordFamily>("family");
-    AddFamilies();
-}
-
-void tst_ScriptedFaults::everyCallAndItsRemoving_leavesALeftoverThatTheNextStartTakesAway()
-{
-    QFETCH(RecordFamily, family);
-    for (const char* step : {"write", "sync", "close", "size", "exchange", "replace"}) {
-        for (const auto& [error, times] : Faults(family.name != "Entry")) {
-            ++m_faults;
-            Log log(family);
-            if (step == "replace"s) {
-                log.operations.ExchangeNothing();
-            }
-            const std::string old = log.OnDisk();
-            log.operations.Fail(step, error, times);
-            log.operations.Fail("remove", ErrorNumber::PathFileAccess);
-            log.ExpectReport(error); // the first failure, not the second
-            QCOMPARE(log.Change(2, changed), failed);
-            QCOMPARE(log.OnDisk(), old);
-            QCOMPARE(log.Others().size(), std::size_t{1});
-            QVERIFY(log.Others().front().ends_with(SafeWriter::temporarySuffix));
-            log.operations.Heal();
-            QCOMPARE(log.Change(1, changed), succeeded);
-            QCOMPARE(log.OnDisk(), log.File());
-            QCOMPARE(log.sql.Init(), succeeded);
-            QCOMPARE(log.Others(), Texts());
-            QCOMPARE(log.InMemory(), log.Values());
-        }
-    }
-}
-
-namespace
-{
-
 /// A way in which another program's version meets ours.
 struct Meeting {
     const char* name;
@@ -397,90 +264,208 @@ private:
 
 } // namespace
 
-void tst_ScriptedFaults::otherVersion_everyCall_losesNothingOfEitherSide_data()
+class tst_ScriptedFaults : public QObject
 {
-    QTest::addColumn<RecordFamily>("family");
-    QTest::addColumn<int>("meeting");
-    for (const RecordFamily& family : AllFamilies()) {
-        for (std::size_t meeting = 0; meeting < meetings.size(); ++meeting) {
-            QTest::addRow("%s, %s", family.name.c_str(), meetings[meeting].name)
-                << family << static_cast<int>(meeting);
-        }
-    }
-}
+    Q_OBJECT
 
-void tst_ScriptedFaults::otherVersion_everyCall_losesNothingOfEitherSide()
-{
-    QFETCH(RecordFamily, family);
-    QFETCH(int, meeting);
-    const Meeting& met = meetings[static_cast<std::size_t>(meeting)];
-    bool hasCome = false;
-    const auto prepare = [&](Log& log) {
-        const std::string theirs = met.theirs(log);
-        if (!met.exchanges) {
-            log.operations.ExchangeNothing();
-        }
-        if (met.atTheLastMoment) {
-            log.operations.BeforeExchange([&, theirs] {
-                log.folder.Write(log.Family().file, theirs);
-                hasCome = true;
-            });
-        } else {
-            log.folder.Write(log.Family().file, theirs);
-        }
-        hasCome = !met.atTheLastMoment;
-        return theirs;
-    };
-    std::vector<Call> calls;
+private Q_SLOTS:
+
+    void everyCall_leavesTheOldBytes_andTheNextSaveWritesAll_data()
     {
-        Log log(family);
-        const AnyReports reports;
-        const std::string theirs = prepare(log);
-        const std::size_t before = log.operations.Steps().size();
-        QCOMPARE(log.Change(0, changed), succeeded);
-        const Texts& steps = log.operations.Steps();
-        calls = CallsOf({steps.begin() + static_cast<std::ptrdiff_t>(before), steps.end()});
-        QCOMPARE(reports.Failures(), 0);
+        QTest::addColumn<RecordFamily>("family");
+        QTest::addColumn<bool>("exchanges");
+        QTest::addColumn<int>("most");
+        for (const RecordFamily& family : AllFamilies()) {
+            for (const bool exchanges : {true, false}) {
+                for (const int most : {1, 100, 100000}) {
+                    if (most == 1 && family.name != "Entry" && !IsLongForm()) {
+                        continue;
+                    }
+                    QTest::addRow("%s, %s, writes of %d bytes", family.name.c_str(),
+                                  exchanges ? "exchange" : "replace", most)
+                        << family << exchanges << most;
+                }
+            }
+        }
     }
-    for (const Call& call : calls) {
-        for (const auto& [error, times] : Faults(family.name != "Entry")) {
-            ++m_faults;
+
+    void everyCall_leavesTheOldBytes_andTheNextSaveWritesAll()
+    {
+        QFETCH(RecordFamily, family);
+        QFETCH(bool, exchanges);
+        QFETCH(int, most);
+        const auto prepare = [&](Log& log) {
+            log.operations.TakeAtMost(static_cast<std::size_t>(most));
+            if (!exchanges) {
+                log.operations.ExchangeNothing();
+            }
+        };
+        std::vector<Call> calls;
+        {
+            Log log(family);
+            prepare(log);
+            const std::size_t before = log.operations.Steps().size();
+            QCOMPARE(log.Change(0, changed), succeeded);
+            const Texts& steps = log.operations.Steps();
+            calls = CallsOf({steps.begin() + static_cast<std::ptrdiff_t>(before), steps.end()});
+            QCOMPARE(log.OnDisk(), log.File());
+        }
+        int atWrite = 0;
+        for (const Call& call : calls) {
+            // single bytes: the first few, then ever fewer of them
+            if (most == 1 && call.step == "write" && call.before > 2 && ++atWrite % Times(50, 5) != 0) {
+                continue;
+            }
+            for (const auto& [error, times] : Faults(family.name != "Entry" || most < 1000)) {
+                ++m_faults;
+                Log log(family);
+                prepare(log);
+                const std::string old = log.OnDisk();
+                const int tries = times == 1 ? 1 : 2;
+                // the script counts from now on: what came before the save has been done
+                log.operations.Fail(call.step, error, times, call.before);
+                const bool isWritten = call.step == "sync folder" || call.step == "remove";
+                for (int tried = 0; tried < tries; ++tried) {
+                    if (call.step != "remove") {
+                        log.ExpectReport(error);
+                    }
+                    QCOMPARE(log.Change(0, changed), call.step == "remove" ? succeeded : failed);
+                    QCOMPARE(log.OnDisk(), isWritten ? log.File() : old);
+                    QCOMPARE(log.IsUnsaved(), call.step != "remove");
+                    QCOMPARE(log.InMemory(), log.Values());
+                    QCOMPARE(log.Others().size(), call.step == "remove" ? std::size_t(tried + 1) : 0U);
+                }
+                log.operations.Heal();
+                QCOMPARE(log.Change(1, changed), succeeded);
+                QCOMPARE(log.OnDisk(), log.File());
+                QCOMPARE(log.sql.UnsavedFiles(), Texts());
+                QCOMPARE(log.sql.Init(), succeeded);
+                QCOMPARE(log.InMemory(), log.Values());
+                QCOMPARE(log.Others(), Texts());
+            }
+        }
+    }
+
+    void everyCallAndItsRemoving_leavesALeftoverThatTheNextStartTakesAway_data()
+    {
+        QTest::addColumn<RecordFamily>("family");
+        AddFamilies();
+    }
+
+    void everyCallAndItsRemoving_leavesALeftoverThatTheNextStartTakesAway()
+    {
+        QFETCH(RecordFamily, family);
+        for (const char* step : {"write", "sync", "close", "size", "exchange", "replace"}) {
+            for (const auto& [error, times] : Faults(family.name != "Entry")) {
+                ++m_faults;
+                Log log(family);
+                if (step == "replace"s) {
+                    log.operations.ExchangeNothing();
+                }
+                const std::string old = log.OnDisk();
+                log.operations.Fail(step, error, times);
+                log.operations.Fail("remove", ErrorNumber::PathFileAccess);
+                log.ExpectReport(error); // the first failure, not the second
+                QCOMPARE(log.Change(2, changed), failed);
+                QCOMPARE(log.OnDisk(), old);
+                QCOMPARE(log.Others().size(), std::size_t{1});
+                QVERIFY(log.Others().front().ends_with(SafeWriter::temporarySuffix));
+                log.operations.Heal();
+                QCOMPARE(log.Change(1, changed), succeeded);
+                QCOMPARE(log.OnDisk(), log.File());
+                QCOMPARE(log.sql.Init(), succeeded);
+                QCOMPARE(log.Others(), Texts());
+                QCOMPARE(log.InMemory(), log.Values());
+            }
+        }
+    }
+
+    void otherVersion_everyCall_losesNothingOfEitherSide_data()
+    {
+        QTest::addColumn<RecordFamily>("family");
+        QTest::addColumn<int>("meeting");
+        for (const RecordFamily& family : AllFamilies()) {
+            for (std::size_t meeting = 0; meeting < meetings.size(); ++meeting) {
+                QTest::addRow("%s, %s", family.name.c_str(), meetings[meeting].name)
+                    << family << static_cast<int>(meeting);
+            }
+        }
+    }
+
+    void otherVersion_everyCall_losesNothingOfEitherSide()
+    {
+        QFETCH(RecordFamily, family);
+        QFETCH(int, meeting);
+        const Meeting& met = meetings[static_cast<std::size_t>(meeting)];
+        bool hasCome = false;
+        const auto prepare = [&](Log& log) {
+            const std::string theirs = met.theirs(log);
+            if (!met.exchanges) {
+                log.operations.ExchangeNothing();
+            }
+            if (met.atTheLastMoment) {
+                log.operations.BeforeExchange([&, theirs] {
+                    log.folder.Write(log.Family().file, theirs);
+                    hasCome = true;
+                });
+            } else {
+                log.folder.Write(log.Family().file, theirs);
+            }
+            hasCome = !met.atTheLastMoment;
+            return theirs;
+        };
+        std::vector<Call> calls;
+        {
             Log log(family);
             const AnyReports reports;
-            const Texts ours = log.Values();
             const std::string theirs = prepare(log);
-            log.operations.Fail(call.step, error, times, call.before);
-            const Status told = log.Change(0, changed);
-            const std::string where = call.step + " " + std::to_string(call.before) + ", error " +
-                                      std::to_string(static_cast<int>(error)) + (times < 0 ? " always" : "");
-            const auto lost = [&](const Texts& wanted, const Texts& others = {}) {
-                const std::string texts = Lost(log, wanted, others);
-                return texts.empty() ? texts : where + ": " + texts;
-            };
-            // what is damaged has to be kept as it is, of anything else every record
-            const bool isWhole = theirs.find("</data>") != std::string::npos;
-            const std::string word = isWhole ? theirWord : theirs;
-            QCOMPARE(lost(hasCome ? Texts{word} : Texts()), ""s);
-            QCOMPARE(lost({changed, ours[1], ours[2]}, log.InMemory()), ""s);
-            QCOMPARE(told == succeeded, call.step == "remove");
-            QCOMPARE(reports.Failures(), told == succeeded ? 0 : 1);
-            QCOMPARE(log.IsUnsaved(), told == failed);
-
-            log.operations.Heal();
+            const std::size_t before = log.operations.Steps().size();
             QCOMPARE(log.Change(0, changed), succeeded);
-            QCOMPARE(log.sql.UnsavedFiles(), Texts());
-            QCOMPARE(lost({word, changed, ours[1], ours[2]}), ""s);
-            QCOMPARE(log.sql.Init(), succeeded); // as at the next start
-            QCOMPARE(lost({word, changed, ours[1], ours[2]}), ""s);
-            QCOMPARE(log.InMemory().at(0), changed);
+            const Texts& steps = log.operations.Steps();
+            calls = CallsOf({steps.begin() + static_cast<std::ptrdiff_t>(before), steps.end()});
+            QCOMPARE(reports.Failures(), 0);
+        }
+        for (const Call& call : calls) {
+            for (const auto& [error, times] : Faults(family.name != "Entry")) {
+                ++m_faults;
+                Log log(family);
+                const AnyReports reports;
+                const Texts ours = log.Values();
+                const std::string theirs = prepare(log);
+                log.operations.Fail(call.step, error, times, call.before);
+                const Status told = log.Change(0, changed);
+                const std::string where = call.step + " " + std::to_string(call.before) + ", error " +
+                                          std::to_string(static_cast<int>(error)) +
+                                          (times < 0 ? " always" : "");
+                const auto lost = [&](const Texts& wanted, const Texts& others = {}) {
+                    const std::string texts = Lost(log, wanted, others);
+                    return texts.empty() ? texts : where + ": " + texts;
+                };
+                // what is damaged has to be kept as it is, of anything else every record
+                const bool isWhole = theirs.find("</data>") != std::string::npos;
+                const std::string word = isWhole ? theirWord : theirs;
+                QCOMPARE(lost(hasCome ? Texts{word} : Texts()), ""s);
+                QCOMPARE(lost({changed, ours[1], ours[2]}, log.InMemory()), ""s);
+                QCOMPARE(told == succeeded, call.step == "remove");
+                QCOMPARE(reports.Failures(), told == succeeded ? 0 : 1);
+                QCOMPARE(log.IsUnsaved(), told == failed);
+
+                log.operations.Heal();
+                QCOMPARE(log.Change(0, changed), succeeded);
+                QCOMPARE(log.sql.UnsavedFiles(), Texts());
+                QCOMPARE(lost({word, changed, ours[1], ours[2]}), ""s);
+                QCOMPARE(log.sql.Init(), succeeded); // as at the next start
+                QCOMPARE(lost({word, changed, ours[1], ours[2]}), ""s);
+                QCOMPARE(log.InMemory().at(0), changed);
+            }
         }
     }
-}
 
-void tst_ScriptedFaults::cleanupTestCase()
-{
-    qInfo("%d faults", m_faults);
-}
+    void cleanupTestCase() { qInfo("%d faults", m_faults); }
 
-QTEST_APPLESS_MAIN(tst_ScriptedFaults)
+private:
+    int m_faults = 0;
+};
+
+TEST_CLASS(tst_ScriptedFaults)
 #include "tst_ScriptedFaults.moc"

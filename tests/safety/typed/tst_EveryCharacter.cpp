@@ -1,9 +1,8 @@
 #include "Characters.h"
 #include "safety/Form.h"
 #include "store/RecordFamily.h"
+#include "support/TestClass.h"
 #include "support/TestStore.h"
-
-#include <QtTest>
 
 #include <set>
 
@@ -125,87 +124,80 @@ class tst_EveryCharacter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase_data();
-    void everyXmlCharacter_comesBack();
-    void character_aloneInItsValue_comesBack();
-    void everyOtherCharacter_becomesTheReplacementCharacter();
-};
 
-void tst_EveryCharacter::initTestCase_data()
-{
-    AddRecordFamilies();
-}
+    void initTestCase_data() { AddRecordFamilies(); }
 
-void tst_EveryCharacter::everyXmlCharacter_comesBack()
-{
-    QFETCH_GLOBAL(RecordFamily, family);
-    const std::vector<char32_t> characters = XmlCharacters();
-    QCOMPARE(characters.size(), std::size_t(1'112'033));
-    TestStore store;
-    QCOMPARE(store.sql.Init(), succeeded);
-    constexpr std::size_t inOneValue = 4000;
-    const auto stored = Stored(store, family, Texts(characters, inOneValue));
-    QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
-    QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
-    QVERIFY(IsSteady(store, family));
-    qInfo("%s: %zu characters in %zu records", family.name.c_str(), characters.size(), stored.size());
-}
-
-void tst_EveryCharacter::character_aloneInItsValue_comesBack()
-{
-    QFETCH_GLOBAL(RecordFamily, family);
-    const std::vector<std::string> texts = Texts(AloneCharacters(family), 1);
-    constexpr std::size_t inOneFile = 720;
-    for (std::size_t at = 0; at < texts.size(); at += inOneFile) {
-        const auto first = texts.begin() + static_cast<std::ptrdiff_t>(at);
-        const auto count = std::min(inOneFile, texts.size() - at);
+    void everyXmlCharacter_comesBack()
+    {
+        QFETCH_GLOBAL(RecordFamily, family);
+        const std::vector<char32_t> characters = XmlCharacters();
+        QCOMPARE(characters.size(), std::size_t(1'112'033));
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);
-        const auto stored = Stored(store, family, {first, first + static_cast<std::ptrdiff_t>(count)});
+        constexpr std::size_t inOneValue = 4000;
+        const auto stored = Stored(store, family, Texts(characters, inOneValue));
+        QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
+        QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
+        QVERIFY(IsSteady(store, family));
+        qInfo("%s: %zu characters in %zu records", family.name.c_str(), characters.size(), stored.size());
+    }
+
+    void character_aloneInItsValue_comesBack()
+    {
+        QFETCH_GLOBAL(RecordFamily, family);
+        const std::vector<std::string> texts = Texts(AloneCharacters(family), 1);
+        constexpr std::size_t inOneFile = 720;
+        for (std::size_t at = 0; at < texts.size(); at += inOneFile) {
+            const auto first = texts.begin() + static_cast<std::ptrdiff_t>(at);
+            const auto count = std::min(inOneFile, texts.size() - at);
+            TestStore store;
+            QCOMPARE(store.sql.Init(), succeeded);
+            const auto stored = Stored(store, family, {first, first + static_cast<std::ptrdiff_t>(count)});
+            QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
+            QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
+            QVERIFY(IsSteady(store, family));
+        }
+        qInfo("%s: %zu characters alone", family.name.c_str(), texts.size());
+    }
+
+    void everyOtherCharacter_becomesTheReplacementCharacter()
+    {
+        QFETCH_GLOBAL(RecordFamily, family);
+        const std::vector<char32_t> allowed = XmlCharacters();
+        const std::set<char32_t> isAllowed(allowed.begin(), allowed.end());
+        std::vector<std::string> texts;
+        for (char32_t character = 0; character <= lastCharacter; ++character) {
+            if (isAllowed.count(character) == 0) {
+                texts.push_back("a" + Utf8(character) + "b" + Utf8(character));
+            }
+        }
+        QCOMPARE(texts.size(), std::size_t(lastCharacter + 1 - 1'112'033));
+        // a value holds many: one for each would take a file of two thousand records
+        std::vector<std::string> joined;
+        std::vector<std::string> expected;
+        constexpr std::size_t together = 40;
+        for (std::size_t at = 0; at < texts.size(); ++at) {
+            if (at % together == 0) {
+                joined.emplace_back();
+                expected.emplace_back();
+            }
+            joined.back() += texts[at];
+            expected.back() += "a" + replacementCharacter + "b" + replacementCharacter;
+        }
+        TestStore store;
+        QCOMPARE(store.sql.Init(), succeeded);
+        std::vector<Values> stored = Stored(store, family, joined);
+        std::size_t at = 0;
+        for (Values& values : stored) {
+            for (std::size_t position = 1; position < values.size() && at < expected.size(); ++position) {
+                values[position] = expected[at++];
+            }
+        }
         QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
         QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
         QVERIFY(IsSteady(store, family));
     }
-    qInfo("%s: %zu characters alone", family.name.c_str(), texts.size());
-}
+};
 
-void tst_EveryCharacter::everyOtherCharacter_becomesTheReplacementCharacter()
-{
-    QFETCH_GLOBAL(RecordFamily, family);
-    const std::vector<char32_t> allowed = XmlCharacters();
-    const std::set<char32_t> isAllowed(allowed.begin(), allowed.end());
-    std::vector<std::string> texts;
-    for (char32_t character = 0; character <= lastCharacter; ++character) {
-        if (isAllowed.count(character) == 0) {
-            texts.push_back("a" + Utf8(character) + "b" + Utf8(character));
-        }
-    }
-    QCOMPARE(texts.size(), std::size_t(lastCharacter + 1 - 1'112'033));
-    // a value holds many: one for each would take a file of two thousand records
-    std::vector<std::string> joined;
-    std::vector<std::string> expected;
-    constexpr std::size_t together = 40;
-    for (std::size_t at = 0; at < texts.size(); ++at) {
-        if (at % together == 0) {
-            joined.emplace_back();
-            expected.emplace_back();
-        }
-        joined.back() += texts[at];
-        expected.back() += "a" + replacementCharacter + "b" + replacementCharacter;
-    }
-    TestStore store;
-    QCOMPARE(store.sql.Init(), succeeded);
-    std::vector<Values> stored = Stored(store, family, joined);
-    std::size_t at = 0;
-    for (Values& values : stored) {
-        for (std::size_t position = 1; position < values.size() && at < expected.size(); ++position) {
-            values[position] = expected[at++];
-        }
-    }
-    QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
-    QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
-    QVERIFY(IsSteady(store, family));
-}
-
-QTEST_APPLESS_MAIN(tst_EveryCharacter)
+TEST_CLASS(tst_EveryCharacter)
 #include "tst_EveryCharacter.moc"

@@ -1,5 +1,6 @@
 #include "reports/fRptLog.h"
 #include "support/Platform.h"
+#include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Windows.h"
 #include "ui/common/DesktopPrompts.h"
@@ -15,7 +16,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTextDocument>
-#include <QtTest>
 
 #include <filesystem>
 #include <map>
@@ -79,11 +79,8 @@ FileQuestion TideQuestion()
 std::string Awaited(const TemporaryFolder& folder, const std::string& name)
 {
     const auto path = ToPath(folder.PathOf(name));
-    if (!QTest::qWaitFor([&] { return std::filesystem::exists(path); })) {
-        QTest::qFail("not started", __FILE__, __LINE__);
-        return {};
-    }
-    return folder.Read(name);
+    return Await([&] { return std::filesystem::exists(path); }, "not started") ? folder.Read(name)
+                                                                               : std::string();
 }
 
 #ifdef Q_OS_WIN
@@ -168,11 +165,11 @@ public:
     int count = 0;
 };
 
-/// Shows the dialog, takes `steps` in it and closes it without a question.
+/// Shows the dialog `name`, takes `steps` in it and closes it without a question.
 template <typename Open, typename Steps>
-void Attended(Open&& open, Steps&& steps)
+void Attended(const char* name, Open&& open, Steps&& steps)
 {
-    WhileOpen(std::forward<Open>(open), [&](QDialog& dialog) {
+    WhileOpen(name, std::forward<Open>(open), [&](QDialog& dialog) {
         steps(dialog);
         dialog.done(QDialog::Rejected);
     });
@@ -232,229 +229,224 @@ class tst_HostileNames : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void tideProgram_thatIsNoFile_isAskedFor_data();
-    void tideProgram_thatIsNoFile_isAskedFor();
+
+    void tideProgram_thatIsNoFile_isAskedFor_data()
+    {
+        std::vector<std::string> names = hostileNames;
+        for (const std::string name :
+             {"folder", "/", ".", "..", "http://example.invalid/tides.exe", "file:///bin/true",
+              "\\\\host\\share\\tides.exe", " ", "gone/tides.exe", "true", "sh -c true"}) {
+            names.push_back(name);
+        }
+        names.push_back(std::string(300, 'x'));
+        names.push_back(std::string(100'000, '/'));
+        AddNames(names);
+    }
+
+    void tideProgram_thatIsNoFile_isAskedFor()
+    {
+        QFETCH(std::string, name);
+        TestProgram program;
+        program.Start();
+        program.folder.MakeFolder("folder");
+        program.settings.SaveSetting("KOWRA", "XTidePath",
+                                     name == "folder" ? program.folder.PathOf(name) : name);
+        const auto before = Tree(program.folder);
+        fTarno window(program.program);
+        program.files.ExpectOpen(TideQuestion(), std::nullopt);
+        window.findChild<QAction*>(QStringLiteral("icoTides"))
+            ->trigger(); // nothing is announced to be started
+        QVERIFY(Tree(program.folder) == before);
+    }
 
     void tideProgram_withAHostileName_isStartedUnderIt_data() { AddNames(hostileNames); }
 
-    void tideProgram_withAHostileName_isStartedUnderIt();
+    void tideProgram_withAHostileName_isStartedUnderIt()
+    {
+        QFETCH(std::string, name);
+        if (!IsFileName(name)) {
+            NOT_ON_WINDOWS("files with such names");
+        }
+        TestProgram program;
+        program.Start();
+        program.folder.Write(name, "no program at all");
+        program.settings.SaveSetting("KOWRA", "XTidePath", program.folder.PathOf(name));
+        const auto before = Tree(program.folder);
+        fTarno window(program.program);
+        program.programs.ExpectStart(FromUtf8(program.folder.PathOf(name)));
+        window.findChild<QAction*>(QStringLiteral("icoTides"))->trigger();
+        QVERIFY(Tree(program.folder) == before);
+    }
 
     void starter_handsNothingToAShell_data() { AddNames(hostileNames); }
 
-    void starter_handsNothingToAShell();
-    void starter_ofWhatIsNoProgram_fails_data();
-    void starter_ofWhatIsNoProgram_fails();
+    void starter_handsNothingToAShell()
+    {
+        QFETCH(std::string, name);
+        if (!IsFileName(name)) {
+            NOT_ON_WINDOWS("files with such names");
+        }
+        const TemporaryFolder folder;
+        name += programSuffix;
+        WriteRecorder(folder, name);
+        QStringList arguments;
+        for (const std::string& argument : hostileNames) {
+            arguments << FromUtf8(argument);
+        }
+        arguments << QString() << QStringLiteral("two words");
+        DesktopProgramStarter().Start(FromUtf8(folder.PathOf(name)), arguments);
+        std::vector<std::string> expected = hostileNames;
+        expected.insert(expected.end(), {"", "two words"});
+        QCOMPARE(Recorded(folder), expected);
+        QCOMPARE(folder.Names().size(), std::size_t(2));
+    }
+
+    void starter_ofWhatIsNoProgram_fails_data()
+    {
+        AddNames({"folder", "text.txt", "gone", "gone; touch x", "$(touch x)", "http://example.invalid/x"});
+    }
+
+    void starter_ofWhatIsNoProgram_fails()
+    {
+        QFETCH(std::string, name);
+        const TemporaryFolder folder;
+        folder.MakeFolder("folder");
+        folder.Write("text.txt", "touch x\n");
+        const auto before = Tree(folder);
+        try {
+            DesktopProgramStarter().Start(FromUtf8(folder.PathOf(name)), {});
+            QFAIL("started");
+        } catch (const Error& error) {
+            QVERIFY(error.Description().find(folder.PathOf(name)) != std::string::npos);
+        }
+        QVERIFY(Tree(folder) == before);
+    }
 
     void textEditor_getsTheFileAsOneArgument_data() { AddNames(hostileNames); }
 
-    void textEditor_getsTheFileAsOneArgument();
-    void picturePath_isOnlyEverRead_data();
-    void picturePath_isOnlyEverRead();
-    void names_showAsTheyAre_data();
-    void names_showAsTheyAre();
+    void textEditor_getsTheFileAsOneArgument()
+    {
+        QFETCH(std::string, name);
+        if (!IsFileName(name)) {
+            NOT_ON_WINDOWS("files with such names");
+        }
+        const TemporaryFolder desktop;
+        WriteRecorder(desktop, textEditor + programSuffix);
+        const TemporaryFolder folder;
+        folder.Write(name, "Bream\n");
+        const QByteArray path = qgetenv("PATH");
+        const QString current = QDir::currentPath();
+        qputenv("PATH", QByteArray::fromStdString(desktop.Path()) + ':' + path);
+        QDir::setCurrent(FromUtf8(desktop.Path())); // where Windows looks first
+        DesktopProgramStarter().EditText(FromUtf8(folder.PathOf(name)));
+        QDir::setCurrent(current);
+        qputenv("PATH", path);
+        QCOMPARE(Edited(desktop), folder.PathOf(name));
+        QCOMPARE(folder.Names(), std::vector<std::string>{name});
+    }
+
+    void picturePath_isOnlyEverRead_data()
+    {
+        std::vector<std::string> names = hostileNames;
+        for (const std::string name :
+             {"../../../../../../../../etc/passwd", "/etc/passwd", "/dev/zero", "/dev/tty", "pipe", "folder",
+              "", "..", "\\\\host\\share\\x.jpg", "//host/share/x.jpg", "http://example.invalid/x.png",
+              "file:///etc/passwd", ":/icons/add", "qrc:/icons/add", "data:image/png;base64,AAAA",
+              "C:\\x.bmp"}) {
+            names.push_back(name);
+        }
+        names.push_back(std::string(300, 'x'));
+        names.push_back(std::string(100'000, 'x') + ".png");
+        AddNames(names);
+    }
+
+    void picturePath_isOnlyEverRead()
+    {
+        QFETCH(std::string, name);
+        TestProgram program;
+        program.Start();
+        program.AddLocation("Pittwater", {{LocationField::LocPicture, name}});
+        program.AddEntry(
+            {{EntryField::LocNo, "1"}, {EntryField::Picture, name}, {EntryField::StartDate, "2003-02-05"}});
+        program.folder.MakeFolder("folder");
+        if constexpr (!isWindows) {
+            program.folder.MakePipe("pipe");
+        }
+        const auto before = Tree(program.folder);
+        Answers answers;
+        const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
+                               program.clock,         answers,           program.files, program.programs,
+                               program.printers,      program.operations};
+        Attended(
+            "fEntry", [&] { fEntry(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
+        Attended(
+            "dlgLocMaint", [&] { dlgLocMaint(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
+        QVERIFY(Tree(program.folder) == before);
+        QCOMPARE(program.StoredEntry(1, EntryField::Picture), name);
+        // none of them is there on Windows
+        const bool isNoPicture =
+            !isWindows && (name.ends_with("passwd") || name.starts_with("/dev") || name == "pipe");
+        QCOMPARE(answers.count > 0, isNoPicture && !name.starts_with("file"));
+    }
+
+    void names_showAsTheyAre_data()
+    {
+        AddNames({"<b>x</b>", "<img src=\"/etc/passwd\">", "<a href='http://example.invalid'>x</a>",
+                  "<html><script>x</script></html>", "{\\rtf1 x}", "../../x", "%1", "%n", "x&Save y", "&&",
+                  "a\tb", "&lt;", "]]>"});
+    }
+
+    void names_showAsTheyAre()
+    {
+        QFETCH(std::string, name);
+        const QString shown = FromUtf8(name);
+        TestProgram program;
+        program.Start();
+        program.AddLocation(name,
+                            {{LocationField::LocDirections, name}, {LocationField::LocDescription, name}});
+        program.AddEntry({{EntryField::LocNo, "1"},
+                          {EntryField::StartDate, "2003-02-05"},
+                          {EntryField::AirTemp, name},
+                          {EntryField::Obbos, name}});
+        Record report;
+        program.sql.ReportGet(0, report);
+        report.SetText(ReportField::RptName, name);
+        report.SetText(ReportField::FieldKeys, "1");
+        QCOMPARE(program.sql.ReportUpdate(report), succeeded);
+        Record field;
+        RecordList fields;
+        QCOMPARE(program.sql.FieldList(fields), succeeded);
+        field = Record(fields.front());
+        field.SetText(FieldField::Desc, name);
+        QCOMPARE(program.sql.FieldUpdate(field), succeeded);
+        const std::vector<std::string> names = program.folder.Names();
+
+        fTarno window(program.program);
+        QVERIFY(Lists(window, "lvwEntry", shown));
+        QCOMPARE(Interpreter(window, shown), QString());
+        Answers answers;
+        const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
+                               program.clock,         answers,           program.files, program.programs,
+                               program.printers,      program.operations};
+        Attended(
+            "fLocs", [&] { fLocs(attended, nullptr).exec(); },
+            [&](QDialog& dialog) {
+                QVERIFY(Lists(dialog, "lvwLocs", shown));
+                QCOMPARE(Interpreter(dialog, shown), QString());
+            });
+        Attended(
+            "dlgLocMaint", [&] { dlgLocMaint(attended, nullptr).SetData(1, false); },
+            [&](QDialog& dialog) { QCOMPARE(Interpreter(dialog, shown), QString()); });
+        Attended(
+            "fRptLog", [&] { fRptLog(attended, nullptr).exec(); },
+            [&](QDialog& dialog) {
+                QVERIFY(Offers(dialog, "cboLocation", shown));
+                QVERIFY(Offers(dialog, "cboSaved", shown));
+                QCOMPARE(Interpreter(dialog, shown), QString());
+            });
+        QCOMPARE(program.folder.Names(), names);
+    }
 };
 
-void tst_HostileNames::tideProgram_thatIsNoFile_isAskedFor_data()
-{
-    std::vector<std::string> names = hostileNames;
-    for (const std::string name :
-         {"folder", "/", ".", "..", "http://example.invalid/tides.exe", "file:///bin/true",
-          "\\\\host\\share\\tides.exe", " ", "gone/tides.exe", "true", "sh -c true"}) {
-        names.push_back(name);
-    }
-    names.push_back(std::string(300, 'x'));
-    names.push_back(std::string(100'000, '/'));
-    AddNames(names);
-}
-
-void tst_HostileNames::tideProgram_thatIsNoFile_isAskedFor()
-{
-    QFETCH(std::string, name);
-    TestProgram program;
-    program.Start();
-    program.folder.MakeFolder("folder");
-    program.settings.SaveSetting("KOWRA", "XTidePath", name == "folder" ? program.folder.PathOf(name) : name);
-    const auto before = Tree(program.folder);
-    fTarno window(program.program);
-    program.files.ExpectOpen(TideQuestion(), std::nullopt);
-    window.findChild<QAction*>(QStringLiteral("icoTides"))->trigger(); // nothing is announced to be started
-    QVERIFY(Tree(program.folder) == before);
-}
-
-void tst_HostileNames::tideProgram_withAHostileName_isStartedUnderIt()
-{
-    QFETCH(std::string, name);
-    if (!IsFileName(name)) {
-        NOT_ON_WINDOWS("files with such names");
-    }
-    TestProgram program;
-    program.Start();
-    program.folder.Write(name, "no program at all");
-    program.settings.SaveSetting("KOWRA", "XTidePath", program.folder.PathOf(name));
-    const auto before = Tree(program.folder);
-    fTarno window(program.program);
-    program.programs.ExpectStart(FromUtf8(program.folder.PathOf(name)));
-    window.findChild<QAction*>(QStringLiteral("icoTides"))->trigger();
-    QVERIFY(Tree(program.folder) == before);
-}
-
-void tst_HostileNames::starter_handsNothingToAShell()
-{
-    QFETCH(std::string, name);
-    if (!IsFileName(name)) {
-        NOT_ON_WINDOWS("files with such names");
-    }
-    const TemporaryFolder folder;
-    name += programSuffix;
-    WriteRecorder(folder, name);
-    QStringList arguments;
-    for (const std::string& argument : hostileNames) {
-        arguments << FromUtf8(argument);
-    }
-    arguments << QString() << QStringLiteral("two words");
-    DesktopProgramStarter().Start(FromUtf8(folder.PathOf(name)), arguments);
-    std::vector<std::string> expected = hostileNames;
-    expected.insert(expected.end(), {"", "two words"});
-    QCOMPARE(Recorded(folder), expected);
-    QCOMPARE(folder.Names().size(), std::size_t(2));
-}
-
-void tst_HostileNames::starter_ofWhatIsNoProgram_fails_data()
-{
-    AddNames({"folder", "text.txt", "gone", "gone; touch x", "$(touch x)", "http://example.invalid/x"});
-}
-
-void tst_HostileNames::starter_ofWhatIsNoProgram_fails()
-{
-    QFETCH(std::string, name);
-    const TemporaryFolder folder;
-    folder.MakeFolder("folder");
-    folder.Write("text.txt", "touch x\n");
-    const auto before = Tree(folder);
-    try {
-        DesktopProgramStarter().Start(FromUtf8(folder.PathOf(name)), {});
-        QFAIL("started");
-    } catch (const Error& error) {
-        QVERIFY(error.Description().find(folder.PathOf(name)) != std::string::npos);
-    }
-    QVERIFY(Tree(folder) == before);
-}
-
-void tst_HostileNames::textEditor_getsTheFileAsOneArgument()
-{
-    QFETCH(std::string, name);
-    if (!IsFileName(name)) {
-        NOT_ON_WINDOWS("files with such names");
-    }
-    const TemporaryFolder desktop;
-    WriteRecorder(desktop, textEditor + programSuffix);
-    const TemporaryFolder folder;
-    folder.Write(name, "Bream\n");
-    const QByteArray path = qgetenv("PATH");
-    const QString current = QDir::currentPath();
-    qputenv("PATH", QByteArray::fromStdString(desktop.Path()) + ':' + path);
-    QDir::setCurrent(FromUtf8(desktop.Path())); // where Windows looks first
-    DesktopProgramStarter().EditText(FromUtf8(folder.PathOf(name)));
-    QDir::setCurrent(current);
-    qputenv("PATH", path);
-    QCOMPARE(Edited(desktop), folder.PathOf(name));
-    QCOMPARE(folder.Names(), std::vector<std::string>{name});
-}
-
-void tst_HostileNames::picturePath_isOnlyEverRead_data()
-{
-    std::vector<std::string> names = hostileNames;
-    for (const std::string name :
-         {"../../../../../../../../etc/passwd", "/etc/passwd", "/dev/zero", "/dev/tty", "pipe", "folder", "",
-          "..", "\\\\host\\share\\x.jpg", "//host/share/x.jpg", "http://example.invalid/x.png",
-          "file:///etc/passwd", ":/icons/add", "qrc:/icons/add", "data:image/png;base64,AAAA", "C:\\x.bmp"}) {
-        names.push_back(name);
-    }
-    names.push_back(std::string(300, 'x'));
-    names.push_back(std::string(100'000, 'x') + ".png");
-    AddNames(names);
-}
-
-void tst_HostileNames::picturePath_isOnlyEverRead()
-{
-    QFETCH(std::string, name);
-    TestProgram program;
-    program.Start();
-    program.AddLocation("Pittwater", {{LocationField::LocPicture, name}});
-    program.AddEntry(
-        {{EntryField::LocNo, "1"}, {EntryField::Picture, name}, {EntryField::StartDate, "2003-02-05"}});
-    program.folder.MakeFolder("folder");
-    if constexpr (!isWindows) {
-        program.folder.MakePipe("pipe");
-    }
-    const auto before = Tree(program.folder);
-    Answers answers;
-    const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
-                           program.clock,         answers,           program.files, program.programs,
-                           program.printers,      program.operations};
-    Attended([&] { fEntry(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
-    Attended([&] { dlgLocMaint(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
-    QVERIFY(Tree(program.folder) == before);
-    QCOMPARE(program.StoredEntry(1, EntryField::Picture), name);
-    // none of them is there on Windows
-    const bool isNoPicture =
-        !isWindows && (name.ends_with("passwd") || name.starts_with("/dev") || name == "pipe");
-    QCOMPARE(answers.count > 0, isNoPicture && !name.starts_with("file"));
-}
-
-void tst_HostileNames::names_showAsTheyAre_data()
-{
-    AddNames({"<b>x</b>", "<img src=\"/etc/passwd\">", "<a href='http://example.invalid'>x</a>",
-              "<html><script>x</script></html>", "{\\rtf1 x}", "../../x", "%1", "%n", "x&Save y", "&&",
-              "a\tb", "&lt;", "]]>"});
-}
-
-void tst_HostileNames::names_showAsTheyAre()
-{
-    QFETCH(std::string, name);
-    const QString shown = FromUtf8(name);
-    TestProgram program;
-    program.Start();
-    program.AddLocation(name, {{LocationField::LocDirections, name}, {LocationField::LocDescription, name}});
-    program.AddEntry({{EntryField::LocNo, "1"},
-                      {EntryField::StartDate, "2003-02-05"},
-                      {EntryField::AirTemp, name},
-                      {EntryField::Obbos, name}});
-    Record report;
-    program.sql.ReportGet(0, report);
-    report.SetText(ReportField::RptName, name);
-    report.SetText(ReportField::FieldKeys, "1");
-    QCOMPARE(program.sql.ReportUpdate(report), succeeded);
-    Record field;
-    RecordList fields;
-    QCOMPARE(program.sql.FieldList(fields), succeeded);
-    field = Record(fields.front());
-    field.SetText(FieldField::Desc, name);
-    QCOMPARE(program.sql.FieldUpdate(field), succeeded);
-    const std::vector<std::string> names = program.folder.Names();
-
-    fTarno window(program.program);
-    QVERIFY(Lists(window, "lvwEntry", shown));
-    QCOMPARE(Interpreter(window, shown), QString());
-    Answers answers;
-    const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
-                           program.clock,         answers,           program.files, program.programs,
-                           program.printers,      program.operations};
-    Attended([&] { fLocs(attended, nullptr).exec(); },
-             [&](QDialog& dialog) {
-                 QVERIFY(Lists(dialog, "lvwLocs", shown));
-                 QCOMPARE(Interpreter(dialog, shown), QString());
-             });
-    Attended([&] { dlgLocMaint(attended, nullptr).SetData(1, false); },
-             [&](QDialog& dialog) { QCOMPARE(Interpreter(dialog, shown), QString()); });
-    Attended([&] { fRptLog(attended, nullptr).exec(); },
-             [&](QDialog& dialog) {
-                 QVERIFY(Offers(dialog, "cboLocation", shown));
-                 QVERIFY(Offers(dialog, "cboSaved", shown));
-                 QCOMPARE(Interpreter(dialog, shown), QString());
-             });
-    QCOMPARE(program.folder.Names(), names);
-}
-
-QTEST_MAIN(tst_HostileNames)
+TEST_CLASS(tst_HostileNames)
 #include "tst_HostileNames.moc"

@@ -1,9 +1,8 @@
 #include "Characters.h"
 #include "safety/Form.h"
 #include "store/RecordFamily.h"
+#include "support/TestClass.h"
 #include "support/TestStore.h"
-
-#include <QtTest>
 
 #include <random>
 
@@ -215,30 +214,29 @@ class tst_RandomRecords : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void changes_inAnyOrder_areThoseOfAPlainList();
+
+    void changes_inAnyOrder_areThoseOfAPlainList()
+    {
+        const int wanted = Times(2'000, 100'000);
+        constexpr int changesBetweenStarts = 40;
+        constexpr int startsOfOneLog = 3;
+        int written = 0;
+        int starts = 0;
+        for (unsigned seed = 1; written < wanted; ++seed) {
+            ModelledLog log(seed);
+            for (int start = 0; start < startsOfOneLog; ++start, ++starts) {
+                for (int change = 0; change < changesBetweenStarts; ++change) {
+                    const RecordFamily& family = RecordFamilies().at(static_cast<std::size_t>(change) % 3);
+                    QVERIFY2(log.Change(family), ("seed " + std::to_string(seed)).c_str());
+                }
+                const std::string fault = log.Fault();
+                QVERIFY2(fault.empty(), ("seed " + std::to_string(seed) + ": " + fault).c_str());
+            }
+            written += log.written;
+        }
+        qInfo("%d records written, the files read %d times", written, starts);
+    }
 };
 
-void tst_RandomRecords::changes_inAnyOrder_areThoseOfAPlainList()
-{
-    const int wanted = Times(2'000, 100'000);
-    constexpr int changesBetweenStarts = 40;
-    constexpr int startsOfOneLog = 3;
-    int written = 0;
-    int starts = 0;
-    for (unsigned seed = 1; written < wanted; ++seed) {
-        ModelledLog log(seed);
-        for (int start = 0; start < startsOfOneLog; ++start, ++starts) {
-            for (int change = 0; change < changesBetweenStarts; ++change) {
-                const RecordFamily& family = RecordFamilies().at(static_cast<std::size_t>(change) % 3);
-                QVERIFY2(log.Change(family), ("seed " + std::to_string(seed)).c_str());
-            }
-            const std::string fault = log.Fault();
-            QVERIFY2(fault.empty(), ("seed " + std::to_string(seed) + ": " + fault).c_str());
-        }
-        written += log.written;
-    }
-    qInfo("%d records written, the files read %d times", written, starts);
-}
-
-QTEST_APPLESS_MAIN(tst_RandomRecords)
+TEST_CLASS(tst_RandomRecords)
 #include "tst_RandomRecords.moc"

@@ -3,9 +3,8 @@
 #include "reports/ReadRtf.h"
 #include "reports/engine/RtfWriter.h"
 #include "safety/Form.h"
+#include "support/TestClass.h"
 #include "ui/common/Strings.h"
-
-#include <QtTest>
 
 // What the log holds is on the log report and in the RTF file that it is saved to, character by character.
 
@@ -93,48 +92,46 @@ class tst_ReportedText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyCharacter_isOnTheReportAndInTheFile();
-    void markupOfEveryKind_isText();
+
+    void everyCharacter_isOnTheReportAndInTheFile()
+    {
+        const std::vector<char32_t> characters = ReportedCharacters();
+        const std::vector<std::string> texts = Texts(characters, inOneValue);
+        constexpr std::size_t inOneLog = 500;
+        for (std::size_t at = 0; at < texts.size(); at += inOneLog) {
+            const auto first = texts.begin() + static_cast<std::ptrdiff_t>(at);
+            CheckReport({first, first + static_cast<std::ptrdiff_t>(std::min(inOneLog, texts.size() - at))});
+            if (QTest::currentTestFailed()) {
+                return;
+            }
+        }
+        qInfo("%zu characters reported", characters.size());
+    }
+
+    void markupOfEveryKind_isText()
+    {
+        CheckReport({"<b>x</b>",
+                     "<img src='/etc/passwd'>",
+                     "{\\rtf1 {\\field{\\*\\fldinst INCLUDETEXT x}}}",
+                     "\\",
+                     "}}}}}",
+                     "../../x",
+                     "%1 %2 %n",
+                     "&Save && go",
+                     "\\u1234?",
+                     "]]>",
+                     "&lt;",
+                     "\\'41 \\par \\cell",
+                     "{\\object",
+                     "\x7F",
+                     "\xEF\xBB\xBF",
+                     "a\tb",
+                     "~CL",
+                     "'\"`$(touch x)",
+                     "=1+1",
+                     "\\line "});
+    }
 };
 
-void tst_ReportedText::everyCharacter_isOnTheReportAndInTheFile()
-{
-    const std::vector<char32_t> characters = ReportedCharacters();
-    const std::vector<std::string> texts = Texts(characters, inOneValue);
-    constexpr std::size_t inOneLog = 500;
-    for (std::size_t at = 0; at < texts.size(); at += inOneLog) {
-        const auto first = texts.begin() + static_cast<std::ptrdiff_t>(at);
-        CheckReport({first, first + static_cast<std::ptrdiff_t>(std::min(inOneLog, texts.size() - at))});
-        if (QTest::currentTestFailed()) {
-            return;
-        }
-    }
-    qInfo("%zu characters reported", characters.size());
-}
-
-void tst_ReportedText::markupOfEveryKind_isText()
-{
-    CheckReport({"<b>x</b>",
-                 "<img src='/etc/passwd'>",
-                 "{\\rtf1 {\\field{\\*\\fldinst INCLUDETEXT x}}}",
-                 "\\",
-                 "}}}}}",
-                 "../../x",
-                 "%1 %2 %n",
-                 "&Save && go",
-                 "\\u1234?",
-                 "]]>",
-                 "&lt;",
-                 "\\'41 \\par \\cell",
-                 "{\\object",
-                 "\x7F",
-                 "\xEF\xBB\xBF",
-                 "a\tb",
-                 "~CL",
-                 "'\"`$(touch x)",
-                 "=1+1",
-                 "\\line "});
-}
-
-QTEST_MAIN(tst_ReportedText)
+TEST_CLASS(tst_ReportedText)
 #include "tst_ReportedText.moc"

@@ -1,9 +1,9 @@
 #include "Characters.h"
 #include "safety/Form.h"
+#include "support/TestClass.h"
 #include "ui/locations/LocationTest.h"
 
 #include <QClipboard>
-#include <QtTest>
 
 #include <array>
 #include <utility>
@@ -147,124 +147,121 @@ class tst_TypedText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyCharacter_isSavedAndShownAgain();
-    void everyOtherCharacter_becomesTheReplacementCharacter();
-    void firstAndLastCharacter_areKept();
-    void valueWrittenByHand_staysWhileOthersAreEdited();
-    void location_isSavedAndShownAgain();
-};
 
-void tst_TypedText::everyCharacter_isSavedAndShownAgain()
-{
-    const std::vector<char32_t> characters = Characters();
-    constexpr std::size_t inOneBox = 500;
-    const std::vector<std::string> texts = Texts(characters, inOneBox);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    for (std::size_t at = 0; at < texts.size(); at += lineBoxes.size()) {
-        const auto first = texts.begin() + static_cast<std::ptrdiff_t>(at);
-        const auto count = std::min(lineBoxes.size(), texts.size() - at);
-        CheckEntry(program, key, {first, first + static_cast<std::ptrdiff_t>(count)});
-        if (QTest::currentTestFailed()) {
-            return;
+    void everyCharacter_isSavedAndShownAgain()
+    {
+        const std::vector<char32_t> characters = Characters();
+        constexpr std::size_t inOneBox = 500;
+        const std::vector<std::string> texts = Texts(characters, inOneBox);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        for (std::size_t at = 0; at < texts.size(); at += lineBoxes.size()) {
+            const auto first = texts.begin() + static_cast<std::ptrdiff_t>(at);
+            const auto count = std::min(lineBoxes.size(), texts.size() - at);
+            CheckEntry(program, key, {first, first + static_cast<std::ptrdiff_t>(count)});
+            if (QTest::currentTestFailed()) {
+                return;
+            }
+            QCOMPARE(XmllintFault(program.folder.PathOf("tarno.xml")), ""s);
         }
+        qInfo("%zu characters typed", characters.size());
+    }
+
+    void everyOtherCharacter_becomesTheReplacementCharacter()
+    {
+        QString text;
+        std::string kept;
+        for (char32_t character = 0; character <= 0xFFFF; ++character) {
+            const bool control =
+                character < 0x20 && character != '\t' && character != '\n' && character != '\r';
+            const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
+            if (control || surrogate || character >= 0xFFFE) {
+                text += QChar(static_cast<char16_t>(character));
+                text += QLatin1Char('a'); // so that no two surrogates meet
+                kept += replacementCharacter + "a";
+            }
+        }
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QWidget& editor) {
+            GoTo(editor, "txtObbos");
+            Paste<QPlainTextEdit>(editor, "txtObbos", text);
+            GoTo(editor, "txtAirTemp");
+            Paste<QLineEdit>(editor, "txtAirTemp", text);
+            SaveAndClose(editor); // there is nothing to ask: all is saved
+        });
+        QCOMPARE(StoredEntry(program, key).at(EntryField::Obbos), kept);
+        QCOMPARE(StoredEntry(program, key).at(EntryField::AirTemp), kept);
         QCOMPARE(XmllintFault(program.folder.PathOf("tarno.xml")), ""s);
     }
-    qInfo("%zu characters typed", characters.size());
-}
 
-void tst_TypedText::everyOtherCharacter_becomesTheReplacementCharacter()
-{
-    QString text;
-    std::string kept;
-    for (char32_t character = 0; character <= 0xFFFF; ++character) {
-        const bool control = character < 0x20 && character != '\t' && character != '\n' && character != '\r';
-        const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
-        if (control || surrogate || character >= 0xFFFE) {
-            text += QChar(static_cast<char16_t>(character));
-            text += QLatin1Char('a'); // so that no two surrogates meet
-            kept += replacementCharacter + "a";
-        }
-    }
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QWidget& editor) {
-        GoTo(editor, "txtObbos");
-        Paste<QPlainTextEdit>(editor, "txtObbos", text);
-        GoTo(editor, "txtAirTemp");
-        Paste<QLineEdit>(editor, "txtAirTemp", text);
-        SaveAndClose(editor); // there is nothing to ask: all is saved
-    });
-    QCOMPARE(StoredEntry(program, key).at(EntryField::Obbos), kept);
-    QCOMPARE(StoredEntry(program, key).at(EntryField::AirTemp), kept);
-    QCOMPARE(XmllintFault(program.folder.PathOf("tarno.xml")), ""s);
-}
-
-void tst_TypedText::firstAndLastCharacter_areKept()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    for (const std::string edge : {" ", "\t", "\u00A0", "\uFEFF", "\u200B", "\u200F", "\u3000", "\uFFFC",
-                                   "\n", "\r", "\r\n", "\u2028", "&", "<", "~", "]]>", "\U0001F41F"}) {
-        CheckEntry(program, key, {edge, edge + edge, edge + "a" + edge, "a" + edge, edge + "a"});
-        if (QTest::currentTestFailed()) {
-            return;
-        }
-    }
-}
-
-void tst_TypedText::valueWrittenByHand_staysWhileOthersAreEdited()
-{
-    // as no box of several lines can hold it
-    const std::string byHand = "\uFEFFa\r\nb\rc\nd\u2028e\u2029f\uFDD0g\uFDD1h~CL~i ";
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::Obbos, byHand}, {EntryField::AirTemp, byHand}});
-    Edit(program, key, [](QWidget& editor) {
-        GoTo(editor, "txtObbos");
-        GoTo(editor, "txtAirTemp");
-        Enter(editor, "txtWaterTemp", "21.5");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(StoredEntry(program, key).at(EntryField::WaterTemp), "21.5"s);
-    QCOMPARE(StoredEntry(program, key).at(EntryField::Obbos), byHand);
-    QCOMPARE(StoredEntry(program, key).at(EntryField::AirTemp), byHand);
-}
-
-void tst_TypedText::location_isSavedAndShownAgain()
-{
-    constexpr std::array boxes{BoundBox{"txtLocName", LocationField::LocName},
-                               BoundBox{"txtDirections", LocationField::LocDirections},
-                               BoundBox{"txtDescription", LocationField::LocDescription}};
-    std::vector<char32_t> characters;
-    for (const char32_t character : XmlCharacters()) {
-        if (character < 0x180 || (character >= 0x2000 && character < 0x2070) || character >= 0x10FF00 ||
-            (character >= 0xFDC0 && character < 0x10000)) {
-            characters.push_back(character);
-        }
-    }
-    ProgramWithPlace program;
-    const std::vector<std::string> texts = Texts(characters, 400);
-    for (std::size_t at = 0; at < texts.size(); ++at) {
-        const auto textOf = [&](std::size_t box) { return texts[(at + box) % texts.size()]; };
-        EditLocation(program, 1, [&](QWidget& editor) {
-            for (std::size_t box = 0; box < boxes.size(); ++box) {
-                Click(editor, boxes[box].name);
-                Paste<QPlainTextEdit>(editor, boxes[box].name, Unicode(textOf(box)));
+    void firstAndLastCharacter_areKept()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        for (const std::string edge : {" ", "\t", "\u00A0", "\uFEFF", "\u200B", "\u200F", "\u3000", "\uFFFC",
+                                       "\n", "\r", "\r\n", "\u2028", "&", "<", "~", "]]>", "\U0001F41F"}) {
+            CheckEntry(program, key, {edge, edge + edge, edge + "a" + edge, "a" + edge, edge + "a"});
+            if (QTest::currentTestFailed()) {
+                return;
             }
+        }
+    }
+
+    void valueWrittenByHand_staysWhileOthersAreEdited()
+    {
+        // as no box of several lines can hold it
+        const std::string byHand = "\uFEFFa\r\nb\rc\nd\u2028e\u2029f\uFDD0g\uFDD1h~CL~i ";
+        ProgramWithPlace program;
+        const int key =
+            program.AddCompleteEntry({{EntryField::Obbos, byHand}, {EntryField::AirTemp, byHand}});
+        Edit(program, key, [](QWidget& editor) {
+            GoTo(editor, "txtObbos");
+            GoTo(editor, "txtAirTemp");
+            Enter(editor, "txtWaterTemp", "21.5");
             SaveAndClose(editor);
         });
-        for (std::size_t box = 0; box < boxes.size(); ++box) {
-            QCOMPARE(StoredLocation(program, 1)[boxes[box].position], Broken(textOf(box), "~CL~"));
-        }
-        EditLocation(program, 1, [&](QWidget& editor) {
-            for (std::size_t box = 0; box < boxes.size(); ++box) {
-                QCOMPARE(Shown(Find<QPlainTextEdit>(editor, boxes[box].name)), Broken(textOf(box), "\n"));
-            }
-            Close(editor);
-        });
-        QCOMPARE(XmllintFault(program.folder.PathOf("location.xml")), ""s);
+        QCOMPARE(StoredEntry(program, key).at(EntryField::WaterTemp), "21.5"s);
+        QCOMPARE(StoredEntry(program, key).at(EntryField::Obbos), byHand);
+        QCOMPARE(StoredEntry(program, key).at(EntryField::AirTemp), byHand);
     }
-}
 
-QTEST_MAIN(tst_TypedText)
+    void location_isSavedAndShownAgain()
+    {
+        constexpr std::array boxes{BoundBox{"txtLocName", LocationField::LocName},
+                                   BoundBox{"txtDirections", LocationField::LocDirections},
+                                   BoundBox{"txtDescription", LocationField::LocDescription}};
+        std::vector<char32_t> characters;
+        for (const char32_t character : XmlCharacters()) {
+            if (character < 0x180 || (character >= 0x2000 && character < 0x2070) || character >= 0x10FF00 ||
+                (character >= 0xFDC0 && character < 0x10000)) {
+                characters.push_back(character);
+            }
+        }
+        ProgramWithPlace program;
+        const std::vector<std::string> texts = Texts(characters, 400);
+        for (std::size_t at = 0; at < texts.size(); ++at) {
+            const auto textOf = [&](std::size_t box) { return texts[(at + box) % texts.size()]; };
+            EditLocation(program, 1, [&](QWidget& editor) {
+                for (std::size_t box = 0; box < boxes.size(); ++box) {
+                    Click(editor, boxes[box].name);
+                    Paste<QPlainTextEdit>(editor, boxes[box].name, Unicode(textOf(box)));
+                }
+                SaveAndClose(editor);
+            });
+            for (std::size_t box = 0; box < boxes.size(); ++box) {
+                QCOMPARE(StoredLocation(program, 1)[boxes[box].position], Broken(textOf(box), "~CL~"));
+            }
+            EditLocation(program, 1, [&](QWidget& editor) {
+                for (std::size_t box = 0; box < boxes.size(); ++box) {
+                    QCOMPARE(Shown(Find<QPlainTextEdit>(editor, boxes[box].name)), Broken(textOf(box), "\n"));
+                }
+                Close(editor);
+            });
+            QCOMPARE(XmllintFault(program.folder.PathOf("location.xml")), ""s);
+        }
+    }
+};
+
+TEST_CLASS(tst_TypedText)
 #include "tst_TypedText.moc"

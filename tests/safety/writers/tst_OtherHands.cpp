@@ -1,7 +1,6 @@
 #include "SharedLog.h"
 #include "safety/Form.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 #include <chrono>
 #include <fcntl.h>
@@ -177,212 +176,202 @@ class tst_OtherHands : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void betweenTwoSaves_sameBytes_nothingIsSaid_data();
-    void betweenTwoSaves_sameBytes_nothingIsSaid();
-    void betweenTwoSaves_oneMore_isTakenOverAndNothingIsSaid();
-    void betweenTwoSaves_deleted_allIsThereAgain();
-    void betweenTwoSaves_olderCopy_oursIsKept();
-    void betweenTwoSaves_noLog_isKept_data();
-    void betweenTwoSaves_noLog_isKept();
-    void betweenTwoSaves_aFolder_isSaidAndLeft();
-    void duringSaves_allIsInTheLogOrKept_data();
-    void duringSaves_allIsInTheLogOrKept();
-};
 
-void tst_OtherHands::betweenTwoSaves_sameBytes_nothingIsSaid_data()
-{
-    using Action = std::function<void(const SharedLog&, Hand&)>;
-    QTest::addColumn<Action>("action");
-    QTest::newRow("touched") << Action([](const SharedLog&, Hand& hand) { hand.Touch(); });
-    QTest::newRow("another file") << Action(
-        [](const SharedLog& log, Hand& hand) { hand.Put(log.folder.Read("tarno.xml")); });
-    QTest::newRow("written anew in place") << Action(
-        [](const SharedLog& log, Hand&) { log.folder.Write("tarno.xml", log.folder.Read("tarno.xml")); });
-}
-
-void tst_OtherHands::betweenTwoSaves_sameBytes_nothingIsSaid()
-{
-    using Action = std::function<void(const SharedLog&, Hand&)>;
-    QFETCH(Action, action);
-    SharedLog log(oldEntries);
-    Hand hand(log);
-    log.Start("add", 1);
-    for (int save = 0; save < 3; ++save) {
-        OneMore(log);
-        action(log, hand);
+    void betweenTwoSaves_sameBytes_nothingIsSaid_data()
+    {
+        using Action = std::function<void(const SharedLog&, Hand&)>;
+        QTest::addColumn<Action>("action");
+        QTest::newRow("touched") << Action([](const SharedLog&, Hand& hand) { hand.Touch(); });
+        QTest::newRow("another file")
+            << Action([](const SharedLog& log, Hand& hand) { hand.Put(log.folder.Read("tarno.xml")); });
+        QTest::newRow("written anew in place") << Action(
+            [](const SharedLog& log, Hand&) { log.folder.Write("tarno.xml", log.folder.Read("tarno.xml")); });
     }
-    OneMore(log);
-    QCOMPARE(log.Noted("told"), Texts());
-    QCOMPARE(log.KeptFiles(), Texts());
-    QCOMPARE(log.Noted("saved"), (Texts{"A-1", "A-2", "A-3", "A-4"}));
-    Figures figures;
-    QCOMPARE(Fault(log, hand, figures), ""s);
-    QCOMPARE(figures.inLog, oldEntries + 4);
-}
 
-void tst_OtherHands::betweenTwoSaves_oneMore_isTakenOverAndNothingIsSaid()
-{
-    SharedLog log(oldEntries);
-    Hand hand(log);
-    log.Start("add", 1);
-    OneMore(log);
-    hand.PutOneMore();
-    OneMore(log);
-    hand.PutOneMore();
-    hand.PutOneMore();
-    OneMore(log);
-    QCOMPARE(log.Noted("told"), Texts());
-    QCOMPARE(log.KeptFiles(), Texts());
-    const auto entries = SharedLog::Entries(log.folder.Read("tarno.xml"));
-    QVERIFY(entries.has_value());
-    Texts added;
-    for (std::size_t at = oldEntries; at < entries->size(); ++at) {
-        added.push_back(entries->at(at).key + ' ' + entries->at(at).value);
-    }
-    QCOMPARE(added, (Texts{"21 A-1", "22 hand-1", "23 A-2", "24 hand-2", "25 hand-3", "26 A-3"}));
-}
-
-void tst_OtherHands::betweenTwoSaves_deleted_allIsThereAgain()
-{
-    SharedLog log(oldEntries);
-    Hand hand(log);
-    log.Start("add", 1);
-    OneMore(log);
-    hand.Delete();
-    OneMore(log);
-    QCOMPARE(log.Noted("told"), Texts());
-    Figures figures;
-    QCOMPARE(Fault(log, hand, figures), ""s);
-    QCOMPARE(figures.inLog, oldEntries + 2);
-}
-
-void tst_OtherHands::betweenTwoSaves_olderCopy_oursIsKept()
-{
-    SharedLog log(oldEntries);
-    Hand hand(log);
-    log.Start("add", 1);
-    OneMore(log);
-    const std::string older = log.folder.Read("tarno.xml");
-    OneMore(log);
-    const std::string ours = log.folder.Read("tarno.xml");
-    hand.Put(older);
-    OneMore(log);
-    QCOMPARE(log.Noted("told").size(), std::size_t{1});
-    QCOMPARE(log.KeptFiles(), Texts{"tarno-kept-1.xml"});
-    QCOMPARE(log.folder.Read("tarno-kept-1.xml"), ours);
-    Figures figures;
-    QCOMPARE(Fault(log, hand, figures), ""s);
-    QCOMPARE(figures.inLog, oldEntries + 2); // A-2 is the one that is kept
-}
-
-void tst_OtherHands::betweenTwoSaves_noLog_isKept_data()
-{
-    QTest::addColumn<std::string>("bytes");
-    QTest::newRow("empty") << ""s;
-    QTest::newRow("torn") << "<data>\n\t<tarno>\n\t\t<TarnoNo>1</Tar"s;
-    QTest::newRow("zero bytes") << std::string(4096, '\0');
-    QTest::newRow("of another program") << "<html><body/></html>"s;
-}
-
-void tst_OtherHands::betweenTwoSaves_noLog_isKept()
-{
-    QFETCH(std::string, bytes);
-    SharedLog log(oldEntries);
-    Hand hand(log);
-    log.Start("add", 1);
-    OneMore(log);
-    hand.Put(bytes);
-    OneMore(log);
-    OneMore(log);
-    QCOMPARE(log.Noted("told").size(), std::size_t{1});
-    QCOMPARE(log.KeptFiles(), Texts{"tarno-kept-1.xml"});
-    QCOMPARE(log.folder.Read("tarno-kept-1.xml"), bytes);
-    Figures figures;
-    QCOMPARE(Fault(log, hand, figures), ""s);
-    QCOMPARE(figures.inLog, oldEntries + 3);
-}
-
-void tst_OtherHands::betweenTwoSaves_aFolder_isSaidAndLeft()
-{
-    SharedLog log(oldEntries);
-    Hand hand(log);
-    log.Start("add", 1);
-    OneMore(log);
-    hand.Delete();
-    log.folder.Write("inside", "precious");
-    log.folder.MakeFolder("tarno.xml");
-    std::filesystem::rename(ToPath(log.folder.PathOf("inside")),
-                            ToPath(log.folder.PathOf("tarno.xml/inside")));
-    OneMore(log);
-    QCOMPARE(log.Noted("failed"), Texts{"A-2"});
-    QCOMPARE(log.Noted("told").size(), std::size_t{1});
-    QCOMPARE(log.folder.Read("tarno.xml/inside"), "precious"s);
-    QVERIFY(log.Names("", ".tarno-tmp").empty());
-    std::filesystem::remove_all(ToPath(log.folder.PathOf("tarno.xml")));
-    OneMore(log);
-    QCOMPARE(log.Noted("saved"), (Texts{"A-1", "A-3"}));
-    Figures figures;
-    QCOMPARE(Fault(log, hand, figures), ""s);
-}
-
-void tst_OtherHands::duringSaves_allIsInTheLogOrKept_data()
-{
-    QTest::addColumn<Texts>("tasks");
-    QTest::newRow("one program") << Texts{"add"};
-    QTest::newRow("two programs") << Texts{"add", "add"};
-}
-
-void tst_OtherHands::duringSaves_allIsInTheLogOrKept()
-{
-    QFETCH(Texts, tasks);
-    constexpr int changes = 60;
-    constexpr int longestPause = 1500; // microseconds, some saves
-    std::mt19937 random(seed);
-    Figures figures;
-#ifdef __SANITIZE_ADDRESS__
-    const int rounds = 5;
-#else
-    const int rounds = Times(25, 1000);
-#endif
-    for (int round = 0; round < rounds; ++round) {
+    void betweenTwoSaves_sameBytes_nothingIsSaid()
+    {
+        using Action = std::function<void(const SharedLog&, Hand&)>;
+        QFETCH(Action, action);
         SharedLog log(oldEntries);
         Hand hand(log);
-        const std::vector<std::function<void()>> actions{
-            [&] { hand.PutOneMore(); },     [&] { hand.PutOneMore(); }, [&] { hand.PutDamaged(); },
-            [&] { hand.PutOlder(random); }, [&] { hand.PutEmpty(); },   [&] { hand.Touch(); },
-            [&] { hand.Delete(); }};
-        for (const std::string& task : tasks) {
-            log.Start(task, changes);
+        log.Start("add", 1);
+        for (int save = 0; save < 3; ++save) {
+            OneMore(log);
+            action(log, hand);
         }
-        for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
-            log.Writer(writer).Tell("all");
-        }
-        for (bool areSaving = true; areSaving;) {
-            actions[std::uniform_int_distribution<std::size_t>(0, actions.size() - 1)(random)]();
-            const auto end =
-                std::chrono::steady_clock::now() +
-                std::chrono::microseconds(std::uniform_int_distribution(0, longestPause)(random));
-            while (std::chrono::steady_clock::now() < end) {
-            }
-            areSaving = log.Noted("saved").size() + log.Noted("failed").size() < changes * tasks.size();
-        }
-        for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
-            QCOMPARE(log.Writer(writer).Line().value_or("ended"), "done"s);
-        }
-        for (std::size_t writer = 0; writer < tasks.size(); ++writer) { // the hand rests now
-            log.Writer(writer).Tell("one");
-            QCOMPARE(log.Writer(writer).Line().value_or("ended"), "done"s);
-        }
-        const std::string fault = Fault(log, hand, figures);
-        QVERIFY2(fault.empty(), qPrintable(QStringLiteral("seed %1, round %2: %3")
-                                               .arg(seed)
-                                               .arg(round)
-                                               .arg(QString::fromStdString(fault))));
+        OneMore(log);
+        QCOMPARE(log.Noted("told"), Texts());
+        QCOMPARE(log.KeptFiles(), Texts());
+        QCOMPARE(log.Noted("saved"), (Texts{"A-1", "A-2", "A-3", "A-4"}));
+        Figures figures;
+        QCOMPARE(Fault(log, hand, figures), ""s);
+        QCOMPARE(figures.inLog, oldEntries + 4);
     }
-    qInfo(
-        "%d rounds: %d to be found, %d of them in the log; %d failed; %d versions by the hand; %d kept files",
-        rounds, figures.saved, figures.inLog, figures.failed, figures.put, figures.keptFiles);
-}
 
-QTEST_GUILESS_MAIN(tst_OtherHands)
+    void betweenTwoSaves_oneMore_isTakenOverAndNothingIsSaid()
+    {
+        SharedLog log(oldEntries);
+        Hand hand(log);
+        log.Start("add", 1);
+        OneMore(log);
+        hand.PutOneMore();
+        OneMore(log);
+        hand.PutOneMore();
+        hand.PutOneMore();
+        OneMore(log);
+        QCOMPARE(log.Noted("told"), Texts());
+        QCOMPARE(log.KeptFiles(), Texts());
+        const auto entries = SharedLog::Entries(log.folder.Read("tarno.xml"));
+        QVERIFY(entries.has_value());
+        Texts added;
+        for (std::size_t at = oldEntries; at < entries->size(); ++at) {
+            added.push_back(entries->at(at).key + ' ' + entries->at(at).value);
+        }
+        QCOMPARE(added, (Texts{"21 A-1", "22 hand-1", "23 A-2", "24 hand-2", "25 hand-3", "26 A-3"}));
+    }
+
+    void betweenTwoSaves_deleted_allIsThereAgain()
+    {
+        SharedLog log(oldEntries);
+        Hand hand(log);
+        log.Start("add", 1);
+        OneMore(log);
+        hand.Delete();
+        OneMore(log);
+        QCOMPARE(log.Noted("told"), Texts());
+        Figures figures;
+        QCOMPARE(Fault(log, hand, figures), ""s);
+        QCOMPARE(figures.inLog, oldEntries + 2);
+    }
+
+    void betweenTwoSaves_olderCopy_oursIsKept()
+    {
+        SharedLog log(oldEntries);
+        Hand hand(log);
+        log.Start("add", 1);
+        OneMore(log);
+        const std::string older = log.folder.Read("tarno.xml");
+        OneMore(log);
+        const std::string ours = log.folder.Read("tarno.xml");
+        hand.Put(older);
+        OneMore(log);
+        QCOMPARE(log.Noted("told").size(), std::size_t{1});
+        QCOMPARE(log.KeptFiles(), Texts{"tarno-kept-1.xml"});
+        QCOMPARE(log.folder.Read("tarno-kept-1.xml"), ours);
+        Figures figures;
+        QCOMPARE(Fault(log, hand, figures), ""s);
+        QCOMPARE(figures.inLog, oldEntries + 2); // A-2 is the one that is kept
+    }
+
+    void betweenTwoSaves_noLog_isKept_data()
+    {
+        QTest::addColumn<std::string>("bytes");
+        QTest::newRow("empty") << ""s;
+        QTest::newRow("torn") << "<data>\n\t<tarno>\n\t\t<TarnoNo>1</Tar"s;
+        QTest::newRow("zero bytes") << std::string(4096, '\0');
+        QTest::newRow("of another program") << "<html><body/></html>"s;
+    }
+
+    void betweenTwoSaves_noLog_isKept()
+    {
+        QFETCH(std::string, bytes);
+        SharedLog log(oldEntries);
+        Hand hand(log);
+        log.Start("add", 1);
+        OneMore(log);
+        hand.Put(bytes);
+        OneMore(log);
+        OneMore(log);
+        QCOMPARE(log.Noted("told").size(), std::size_t{1});
+        QCOMPARE(log.KeptFiles(), Texts{"tarno-kept-1.xml"});
+        QCOMPARE(log.folder.Read("tarno-kept-1.xml"), bytes);
+        Figures figures;
+        QCOMPARE(Fault(log, hand, figures), ""s);
+        QCOMPARE(figures.inLog, oldEntries + 3);
+    }
+
+    void betweenTwoSaves_aFolder_isSaidAndLeft()
+    {
+        SharedLog log(oldEntries);
+        Hand hand(log);
+        log.Start("add", 1);
+        OneMore(log);
+        hand.Delete();
+        log.folder.Write("inside", "precious");
+        log.folder.MakeFolder("tarno.xml");
+        std::filesystem::rename(ToPath(log.folder.PathOf("inside")),
+                                ToPath(log.folder.PathOf("tarno.xml/inside")));
+        OneMore(log);
+        QCOMPARE(log.Noted("failed"), Texts{"A-2"});
+        QCOMPARE(log.Noted("told").size(), std::size_t{1});
+        QCOMPARE(log.folder.Read("tarno.xml/inside"), "precious"s);
+        QVERIFY(log.Names("", ".tarno-tmp").empty());
+        std::filesystem::remove_all(ToPath(log.folder.PathOf("tarno.xml")));
+        OneMore(log);
+        QCOMPARE(log.Noted("saved"), (Texts{"A-1", "A-3"}));
+        Figures figures;
+        QCOMPARE(Fault(log, hand, figures), ""s);
+    }
+
+    void duringSaves_allIsInTheLogOrKept_data()
+    {
+        QTest::addColumn<Texts>("tasks");
+        QTest::newRow("one program") << Texts{"add"};
+        QTest::newRow("two programs") << Texts{"add", "add"};
+    }
+
+    void duringSaves_allIsInTheLogOrKept()
+    {
+        QFETCH(Texts, tasks);
+        constexpr int changes = 60;
+        constexpr int longestPause = 1500; // microseconds, some saves
+        std::mt19937 random(seed);
+        Figures figures;
+#ifdef __SANITIZE_ADDRESS__
+        const int rounds = 5;
+#else
+        const int rounds = Times(25, 1000);
+#endif
+        for (int round = 0; round < rounds; ++round) {
+            SharedLog log(oldEntries);
+            Hand hand(log);
+            const std::vector<std::function<void()>> actions{
+                [&] { hand.PutOneMore(); },     [&] { hand.PutOneMore(); }, [&] { hand.PutDamaged(); },
+                [&] { hand.PutOlder(random); }, [&] { hand.PutEmpty(); },   [&] { hand.Touch(); },
+                [&] { hand.Delete(); }};
+            for (const std::string& task : tasks) {
+                log.Start(task, changes);
+            }
+            for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
+                log.Writer(writer).Tell("all");
+            }
+            for (bool areSaving = true; areSaving;) {
+                actions[std::uniform_int_distribution<std::size_t>(0, actions.size() - 1)(random)]();
+                const auto end =
+                    std::chrono::steady_clock::now() +
+                    std::chrono::microseconds(std::uniform_int_distribution(0, longestPause)(random));
+                while (std::chrono::steady_clock::now() < end) {
+                }
+                areSaving = log.Noted("saved").size() + log.Noted("failed").size() < changes * tasks.size();
+            }
+            for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
+                QCOMPARE(log.Writer(writer).Line().value_or("ended"), "done"s);
+            }
+            for (std::size_t writer = 0; writer < tasks.size(); ++writer) { // the hand rests now
+                log.Writer(writer).Tell("one");
+                QCOMPARE(log.Writer(writer).Line().value_or("ended"), "done"s);
+            }
+            const std::string fault = Fault(log, hand, figures);
+            QVERIFY2(fault.empty(), qPrintable(QStringLiteral("seed %1, round %2: %3")
+                                                   .arg(seed)
+                                                   .arg(round)
+                                                   .arg(QString::fromStdString(fault))));
+        }
+        qInfo("%d rounds: %d to be found, %d of them in the log; %d failed; %d versions by the hand; %d kept "
+              "files",
+              rounds, figures.saved, figures.inLog, figures.failed, figures.put, figures.keptFiles);
+    }
+};
+
+TEST_CLASS(tst_OtherHands)
 #include "tst_OtherHands.moc"

@@ -1,7 +1,6 @@
 #include "SharedLog.h"
 #include "safety/Form.h"
-
-#include <QtTest>
+#include "support/TestClass.h"
 
 #include <chrono>
 #include <random>
@@ -143,119 +142,114 @@ class tst_TwoPrograms : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void atTheSameTime_allIsInTheLogOrKept_data();
-    void atTheSameTime_allIsInTheLogOrKept();
-    void takingTurns_additions_areAllInTheLogAndNothingIsSaid();
-    void takingTurns_editsAndDeletions_leaveTheAdditionsInTheLog();
-    void oneIsKilled_allIsInTheLogOrKept_data();
-    void oneIsKilled_allIsInTheLogOrKept();
+
+    void atTheSameTime_allIsInTheLogOrKept_data()
+    {
+        QTest::addColumn<Texts>("tasks");
+        QTest::newRow("two add") << Texts{"add", "add"};
+        QTest::newRow("three add") << Texts{"add", "add", "add"};
+        QTest::newRow("one adds, one edits, one deletes") << Texts{"add", "edit", "delete"};
+        QTest::newRow("two edit the same entry") << Texts{"edit", "edit"};
+        QTest::newRow("one is started again and again") << Texts{"add", "restart"};
+        QTest::newRow("two are started again and again") << Texts{"add", "add", "restart", "restart"};
+    }
+
+    void atTheSameTime_allIsInTheLogOrKept()
+    {
+        QFETCH(Texts, tasks);
+        Figures figures;
+        for (int round = Times(1, 20); round > 0; --round) {
+            SharedLog log(changes + 1);
+            for (const std::string& task : tasks) {
+                log.Start(task, changes);
+            }
+            for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
+                log.Writer(writer).Tell("all");
+            }
+            for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
+                QCOMPARE(log.Writer(writer).Line().value_or("ended"), "done"s);
+            }
+            const std::string fault = Fault(log, tasks, false, figures);
+            QVERIFY2(fault.empty(), fault.c_str());
+        }
+        qInfo("%s", qPrintable(figures.Text()));
+    }
+
+    void takingTurns_additions_areAllInTheLogAndNothingIsSaid()
+    {
+        const Texts tasks{"add", "add", "restart"};
+        SharedLog log(changes + 1);
+        TakeTurns(log, tasks);
+        if (QTest::currentTestFailed()) {
+            return;
+        }
+        Figures figures;
+        QCOMPARE(Fault(log, tasks, false, figures), ""s);
+        QCOMPARE(log.Noted("told"), Texts());
+        QCOMPARE(figures.inLog, static_cast<int>(tasks.size()) * changes);
+        QCOMPARE(log.KeptFiles(), Texts());
+    }
+
+    void takingTurns_editsAndDeletions_leaveTheAdditionsInTheLog()
+    {
+        const Texts tasks{"add", "edit", "delete"};
+        SharedLog log(changes + 1);
+        TakeTurns(log, tasks);
+        if (QTest::currentTestFailed()) {
+            return;
+        }
+        Figures figures;
+        QCOMPARE(Fault(log, tasks, false, figures), ""s);
+        QCOMPARE(figures.failed, 0);
+        QCOMPARE(figures.inLog, changes + 1);
+        QCOMPARE(SharedLog::Entries(log.folder.Read("tarno.xml"))->size(),
+                 static_cast<std::size_t>(changes) + 1);
+    }
+
+    void oneIsKilled_allIsInTheLogOrKept_data()
+    {
+        QTest::addColumn<Texts>("tasks");
+        QTest::newRow("of two that add") << Texts{"add", "add"};
+        QTest::newRow("of three that add") << Texts{"add", "add", "add"};
+        QTest::newRow("beside one that edits") << Texts{"add", "edit"};
+    }
+
+    void oneIsKilled_allIsInTheLogOrKept()
+    {
+        QFETCH(Texts, tasks);
+        constexpr int changesOfOne = 20;
+        constexpr int longest = 8000; // microseconds, some saves
+        Figures figures;
+        std::mt19937 random(seed);
+        for (int round = Times(20, 400); round > 0; --round) {
+            SharedLog log(changes + 1);
+            for (const std::string& task : tasks) {
+                log.Start(task, changesOfOne);
+            }
+            for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
+                log.Writer(writer).Tell("all");
+            }
+            const auto end = std::chrono::steady_clock::now() +
+                             std::chrono::microseconds(std::uniform_int_distribution(0, longest)(random));
+            while (std::chrono::steady_clock::now() < end) {
+            }
+            log.Writer(0).Kill();
+            for (std::size_t writer = 1; writer < tasks.size(); ++writer) {
+                QCOMPARE(log.Writer(writer).Line().value_or("ended"), "done"s);
+            }
+            Texts all = tasks;
+            all.emplace_back("add");
+            log.Start(all.back(), 1).Tell("one"); // what was killed is started again
+            QCOMPARE(log.Writer(tasks.size()).Line().value_or("ended"), "done"s);
+            const std::string fault = Fault(log, all, true, figures);
+            QVERIFY2(fault.empty(), qPrintable(QStringLiteral("seed %1, %2 rounds before the last: %3")
+                                                   .arg(seed)
+                                                   .arg(round)
+                                                   .arg(QString::fromStdString(fault))));
+        }
+        qInfo("%s", qPrintable(figures.Text()));
+    }
 };
 
-void tst_TwoPrograms::atTheSameTime_allIsInTheLogOrKept_data()
-{
-    QTest::addColumn<Texts>("tasks");
-    QTest::newRow("two add") << Texts{"add", "add"};
-    QTest::newRow("three add") << Texts{"add", "add", "add"};
-    QTest::newRow("one adds, one edits, one deletes") << Texts{"add", "edit", "delete"};
-    QTest::newRow("two edit the same entry") << Texts{"edit", "edit"};
-    QTest::newRow("one is started again and again") << Texts{"add", "restart"};
-    QTest::newRow("two are started again and again") << Texts{"add", "add", "restart", "restart"};
-}
-
-void tst_TwoPrograms::atTheSameTime_allIsInTheLogOrKept()
-{
-    QFETCH(Texts, tasks);
-    Figures figures;
-    for (int round = Times(1, 20); round > 0; --round) {
-        SharedLog log(changes + 1);
-        for (const std::string& task : tasks) {
-            log.Start(task, changes);
-        }
-        for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
-            log.Writer(writer).Tell("all");
-        }
-        for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
-            QCOMPARE(log.Writer(writer).Line().value_or("ended"), "done"s);
-        }
-        const std::string fault = Fault(log, tasks, false, figures);
-        QVERIFY2(fault.empty(), fault.c_str());
-    }
-    qInfo("%s", qPrintable(figures.Text()));
-}
-
-void tst_TwoPrograms::takingTurns_additions_areAllInTheLogAndNothingIsSaid()
-{
-    const Texts tasks{"add", "add", "restart"};
-    SharedLog log(changes + 1);
-    TakeTurns(log, tasks);
-    if (QTest::currentTestFailed()) {
-        return;
-    }
-    Figures figures;
-    QCOMPARE(Fault(log, tasks, false, figures), ""s);
-    QCOMPARE(log.Noted("told"), Texts());
-    QCOMPARE(figures.inLog, static_cast<int>(tasks.size()) * changes);
-    QCOMPARE(log.KeptFiles(), Texts());
-}
-
-void tst_TwoPrograms::takingTurns_editsAndDeletions_leaveTheAdditionsInTheLog()
-{
-    const Texts tasks{"add", "edit", "delete"};
-    SharedLog log(changes + 1);
-    TakeTurns(log, tasks);
-    if (QTest::currentTestFailed()) {
-        return;
-    }
-    Figures figures;
-    QCOMPARE(Fault(log, tasks, false, figures), ""s);
-    QCOMPARE(figures.failed, 0);
-    QCOMPARE(figures.inLog, changes + 1);
-    QCOMPARE(SharedLog::Entries(log.folder.Read("tarno.xml"))->size(), static_cast<std::size_t>(changes) + 1);
-}
-
-void tst_TwoPrograms::oneIsKilled_allIsInTheLogOrKept_data()
-{
-    QTest::addColumn<Texts>("tasks");
-    QTest::newRow("of two that add") << Texts{"add", "add"};
-    QTest::newRow("of three that add") << Texts{"add", "add", "add"};
-    QTest::newRow("beside one that edits") << Texts{"add", "edit"};
-}
-
-void tst_TwoPrograms::oneIsKilled_allIsInTheLogOrKept()
-{
-    QFETCH(Texts, tasks);
-    constexpr int changesOfOne = 20;
-    constexpr int longest = 8000; // microseconds, some saves
-    Figures figures;
-    std::mt19937 random(seed);
-    for (int round = Times(20, 400); round > 0; --round) {
-        SharedLog log(changes + 1);
-        for (const std::string& task : tasks) {
-            log.Start(task, changesOfOne);
-        }
-        for (std::size_t writer = 0; writer < tasks.size(); ++writer) {
-            log.Writer(writer).Tell("all");
-        }
-        const auto end = std::chrono::steady_clock::now() +
-                         std::chrono::microseconds(std::uniform_int_distribution(0, longest)(random));
-        while (std::chrono::steady_clock::now() < end) {
-        }
-        log.Writer(0).Kill();
-        for (std::size_t writer = 1; writer < tasks.size(); ++writer) {
-            QCOMPARE(log.Writer(writer).Line().value_or("ended"), "done"s);
-        }
-        Texts all = tasks;
-        all.emplace_back("add");
-        log.Start(all.back(), 1).Tell("one"); // what was killed is started again
-        QCOMPARE(log.Writer(tasks.size()).Line().value_or("ended"), "done"s);
-        const std::string fault = Fault(log, all, true, figures);
-        QVERIFY2(fault.empty(), qPrintable(QStringLiteral("seed %1, %2 rounds before the last: %3")
-                                               .arg(seed)
-                                               .arg(round)
-                                               .arg(QString::fromStdString(fault))));
-    }
-    qInfo("%s", qPrintable(figures.Text()));
-}
-
-QTEST_GUILESS_MAIN(tst_TwoPrograms)
+TEST_CLASS(tst_TwoPrograms)
 #include "tst_TwoPrograms.moc"

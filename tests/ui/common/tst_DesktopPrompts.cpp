@@ -5,6 +5,7 @@
 #include "support/Platform.h"
 #include "support/RaisedNumber.h"
 #include "support/TemporaryFolder.h"
+#include "support/TestClass.h"
 #include "support/Windows.h"
 #include "ui/common/DesktopPrompts.h"
 #include "ui/common/SystemClock.h"
@@ -12,7 +13,6 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QtTest>
 
 #include <map>
 #include <optional>
@@ -35,12 +35,13 @@ template <typename Steps>
 Button Asked(const Question& question, Steps&& steps)
 {
     Button answer = Button::Ok;
-    WhileOpen([&] { answer = DesktopMessageBoxes().Ask(nullptr, question); },
-              [&](QDialog& dialog) {
-                  auto* box = qobject_cast<QMessageBox*>(&dialog);
-                  QVERIFY(box != nullptr);
-                  steps(*box);
-              });
+    WhileOpen(
+        "QMessageBox", [&] { answer = DesktopMessageBoxes().Ask(nullptr, question); },
+        [&](QDialog& dialog) {
+            auto* box = qobject_cast<QMessageBox*>(&dialog);
+            QVERIFY(box != nullptr);
+            steps(*box);
+        });
     return answer;
 }
 
@@ -141,6 +142,7 @@ private Q_SLOTS:
         const QString path = QString::fromStdString(folder.PathOf("catch.png"));
         std::optional<QString> chosen;
         WhileOpen(
+            "QFileDialog",
             [&] {
                 chosen = DesktopFileDialogs().Open(
                     nullptr, {.title = QStringLiteral("Select"),
@@ -168,6 +170,7 @@ private Q_SLOTS:
         folder.Write("log.rtf", "old");
         std::optional<QString> chosen;
         WhileOpen(
+            "QFileDialog",
             [&] {
                 chosen = DesktopFileDialogs().Save(nullptr, {.title = QStringLiteral("Save"),
                                                              .filter = QStringLiteral("Rich Text (*.rtf)"),
@@ -190,10 +193,12 @@ private Q_SLOTS:
         const FileQuestion nothing{.title = {}, .filter = {}, .folder = {}, .fileName = {}};
         std::optional<QString> chosen = QStringLiteral("something");
         const auto escape = [](QDialog& dialog) { Press(dialog, Qt::Key_Escape); };
-        WhileOpen([&] { chosen = DesktopFileDialogs().Open(nullptr, nothing); }, escape);
+        WhileOpen(
+            "QFileDialog", [&] { chosen = DesktopFileDialogs().Open(nullptr, nothing); }, escape);
         QVERIFY(!chosen);
         chosen = QStringLiteral("something");
-        WhileOpen([&] { chosen = DesktopFileDialogs().Save(nullptr, nothing); }, escape);
+        WhileOpen(
+            "QFileDialog", [&] { chosen = DesktopFileDialogs().Save(nullptr, nothing); }, escape);
         QVERIFY(!chosen);
     }
 
@@ -205,7 +210,7 @@ private Q_SLOTS:
         QFile::setPermissions(QString::fromStdString(folder.PathOf("tides")),
                               QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
         DesktopProgramStarter().Start(QString::fromStdString(folder.PathOf("tides")), {});
-        QTRY_VERIFY(QFile::exists(QString::fromStdString(folder.PathOf("started"))));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("started"))), patience);
         QCOMPARE(folder.Read("started"), folder.Path() + "\n");
     }
 
@@ -217,7 +222,8 @@ private Q_SLOTS:
         const QString path = QString::fromStdString(folder.PathOf("WX Tide/h\u0101 tides.exe"));
         QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() + QStringLiteral("/notepad.exe"), path));
         DesktopProgramStarter().Start(path, {});
-        QTRY_VERIFY(QFile::exists(QString::fromStdString(folder.PathOf("WX Tide/started.txt"))));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("WX Tide/started.txt"))),
+                                 patience);
         const auto record =
             QString::fromStdString(folder.Read("WX Tide/started.txt")).split(QLatin1Char('\n'));
         QCOMPARE(record[0].trimmed(), QLatin1Char('"') + QDir::toNativeSeparators(path) + QLatin1Char('"'));
@@ -230,7 +236,7 @@ private Q_SLOTS:
         const QString record = QCoreApplication::applicationDirPath() + QStringLiteral("/started.txt");
         QFile::remove(record);
         DesktopProgramStarter().EditText(QStringLiteral("C:\\My \"Log\"\\h\u0101puku & Co\\Bait.txt"));
-        QTRY_VERIFY(QFile::exists(record));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(record), patience);
         QFile file(record);
         QVERIFY(file.open(QFile::ReadOnly));
         QCOMPARE(QString::fromUtf8(file.readLine()),
@@ -262,5 +268,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_DesktopPrompts)
+TEST_CLASS(tst_DesktopPrompts)
 #include "tst_DesktopPrompts.moc"

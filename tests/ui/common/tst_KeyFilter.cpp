@@ -1,25 +1,8 @@
+#include "support/TestClass.h"
 #include "ui/common/KeyFilter.h"
 
 #include <QClipboard>
 #include <QLineEdit>
-#include <QtTest>
-
-class tst_KeyFilter : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void typed_onlyWhatPassesAppears();
-    void typed_inTheMiddle_theCursorStaysBehindIt();
-    void typed_overASelection_replacesIt();
-    void typed_refusedOverASelection_keepsIt();
-    void pasted_whatPassesIsLeft();
-    void pasted_intoTheMiddle_theRestStays();
-    void pasted_digitsLikeTheirNeighbours_areAllThere();
-    void shown_passesAsItIs();
-    void shown_besides_canBeTakenAway();
-    void show_aBoxWithoutFilter_justShows();
-};
 
 namespace
 {
@@ -51,89 +34,96 @@ public:
 
 } // namespace
 
-void tst_KeyFilter::typed_onlyWhatPassesAppears()
+class tst_KeyFilter : public QObject
 {
-    Filtered box;
-    QCOMPARE(box.Typed("a1 2-:x3."), QStringLiteral("12:3"));
-}
+    Q_OBJECT
 
-void tst_KeyFilter::typed_inTheMiddle_theCursorStaysBehindIt()
-{
-    Filtered box;
-    box.Typed("1:2");
-    box.setCursorPosition(1);
-    QCOMPARE(box.Typed("x9y"), QStringLiteral("19:2"));
-    QCOMPARE(box.cursorPosition(), 2);
-}
+private Q_SLOTS:
 
-void tst_KeyFilter::typed_overASelection_replacesIt()
-{
-    Filtered box;
-    box.Typed("12:34");
-    box.setSelection(0, 2);
-    QCOMPARE(box.Typed("5"), QStringLiteral("5:34"));
-}
+    void typed_onlyWhatPassesAppears()
+    {
+        Filtered box;
+        QCOMPARE(box.Typed("a1 2-:x3."), QStringLiteral("12:3"));
+    }
 
-void tst_KeyFilter::typed_refusedOverASelection_keepsIt()
-{
-    Filtered box;
-    box.Typed("12:34");
-    box.setSelection(0, 2);
-    QCOMPARE(box.Typed("x"), QStringLiteral("12:34"));
-}
+    void typed_inTheMiddle_theCursorStaysBehindIt()
+    {
+        Filtered box;
+        box.Typed("1:2");
+        box.setCursorPosition(1);
+        QCOMPARE(box.Typed("x9y"), QStringLiteral("19:2"));
+        QCOMPARE(box.cursorPosition(), 2);
+    }
 
-void tst_KeyFilter::pasted_whatPassesIsLeft()
-{
-    Filtered box;
-    QCOMPARE(box.Pasted("at 06:45 pm"), QStringLiteral("06:45"));
-    box.clear();
-    QCOMPARE(box.Pasted("noon"), QString());
-}
+    void typed_overASelection_replacesIt()
+    {
+        Filtered box;
+        box.Typed("12:34");
+        box.setSelection(0, 2);
+        QCOMPARE(box.Typed("5"), QStringLiteral("5:34"));
+    }
 
-void tst_KeyFilter::pasted_intoTheMiddle_theRestStays()
-{
-    Filtered box;
-    box.Typed("1:2");
-    box.setCursorPosition(1);
-    QCOMPARE(box.Pasted("x0y0z"), QStringLiteral("100:2"));
-    QCOMPARE(box.cursorPosition(), 3);
-}
+    void typed_refusedOverASelection_keepsIt()
+    {
+        Filtered box;
+        box.Typed("12:34");
+        box.setSelection(0, 2);
+        QCOMPARE(box.Typed("x"), QStringLiteral("12:34"));
+    }
 
-void tst_KeyFilter::pasted_digitsLikeTheirNeighbours_areAllThere()
-{
-    Filtered box;
-    box.Typed("11");
-    box.setCursorPosition(1);
-    QCOMPARE(box.Pasted("1a1"), QStringLiteral("1111"));
-}
+    void pasted_whatPassesIsLeft()
+    {
+        Filtered box;
+        QCOMPARE(box.Pasted("at 06:45 pm"), QStringLiteral("06:45"));
+        box.clear();
+        QCOMPARE(box.Pasted("noon"), QString());
+    }
 
-void tst_KeyFilter::shown_passesAsItIs()
-{
-    Filtered box;
-    KeyFilter::Show(&box, QStringLiteral("never"));
-    QCOMPARE(box.text(), QStringLiteral("never"));
-    QVERIFY(box.hasAcceptableInput());
-    QVERIFY(box.validator() != nullptr);
-}
+    void pasted_intoTheMiddle_theRestStays()
+    {
+        Filtered box;
+        box.Typed("1:2");
+        box.setCursorPosition(1);
+        QCOMPARE(box.Pasted("x0y0z"), QStringLiteral("100:2"));
+        QCOMPARE(box.cursorPosition(), 3);
+    }
 
-void tst_KeyFilter::shown_besides_canBeTakenAway()
-{
-    Filtered box;
-    KeyFilter::Show(&box, QStringLiteral("never"));
-    QTest::keyClick(&box, Qt::Key_Backspace);
-    QCOMPARE(box.text(), QStringLiteral("neve"));
-    QCOMPARE(box.Typed("r1"), QStringLiteral("neve1"));
-    box.selectAll();
-    QCOMPARE(box.Typed("6"), QStringLiteral("6"));
-}
+    void pasted_digitsLikeTheirNeighbours_areAllThere()
+    {
+        Filtered box;
+        box.Typed("11");
+        box.setCursorPosition(1);
+        QCOMPARE(box.Pasted("1a1"), QStringLiteral("1111"));
+    }
 
-void tst_KeyFilter::show_aBoxWithoutFilter_justShows()
-{
-    QLineEdit box;
-    KeyFilter::Show(&box, QStringLiteral("anything"));
-    QCOMPARE(box.text(), QStringLiteral("anything"));
-    QVERIFY(box.validator() == nullptr);
-}
+    void shown_passesAsItIs()
+    {
+        Filtered box;
+        KeyFilter::Show(&box, QStringLiteral("never"));
+        QCOMPARE(box.text(), QStringLiteral("never"));
+        QVERIFY(box.hasAcceptableInput());
+        QVERIFY(box.validator() != nullptr);
+    }
 
-QTEST_MAIN(tst_KeyFilter)
+    void shown_besides_canBeTakenAway()
+    {
+        Filtered box;
+        KeyFilter::Show(&box, QStringLiteral("never"));
+        QTest::keyClick(&box, Qt::Key_Backspace);
+        QCOMPARE(box.text(), QStringLiteral("neve"));
+        QCOMPARE(box.Typed("r1"), QStringLiteral("neve1"));
+        box.selectAll();
+        QCOMPARE(box.Typed("6"), QStringLiteral("6"));
+    }
+
+    void show_aBoxWithoutFilter_justShows()
+    {
+        QLineEdit box;
+        KeyFilter::Show(&box, QStringLiteral("anything"));
+        QCOMPARE(box.text(), QStringLiteral("anything"));
+        QVERIFY(box.validator() == nullptr);
+    }
+};
+
+TEST_CLASS(tst_KeyFilter)
 #include "tst_KeyFilter.moc"

@@ -1,4 +1,5 @@
 #include "support/StdStrings.h"
+#include "support/TestClass.h"
 #include "support/Windows.h"
 #include "ui/common/LeaveGuard.h"
 #include "ui/common/Strings.h"
@@ -13,32 +14,6 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <QWheelEvent>
-
-class tst_LeaveGuard : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void action_refused_isSwallowed_data();
-    void action_refused_isSwallowed();
-    void action_allowed_happensAfterTheCheck_data();
-    void action_allowed_happensAfterTheCheck();
-    void action_elsewhere_runsNoCheck();
-    void keyOfTheBox_runsNoCheck();
-    void shortcutOfTheBox_runsNoCheck();
-    void enter_inABoxOfSeveralLines_isALineBreak();
-    void clickIntoTheBoxItself_runsNoCheck();
-    void clickOnALabel_runsNoCheck();
-    void clickOnADisabledBox_runsNoCheck();
-    void wakened_disabledButton_countsWhenTheCheckEnabledIt_data();
-    void wakened_disabledButton_countsWhenTheCheckEnabledIt();
-    void wakened_disabledButton_refused_typesNothing();
-    void wheel_overATabRefused_keepsThePage();
-    void wheel_overAListWithoutFocus_changesNothing();
-    void leave_runsTheCheckOfTheFocusedBoxOnly();
-    void anotherWindow_isNotGuarded();
-    void hiddenWindow_isNotGuarded();
-};
 
 namespace
 {
@@ -69,9 +44,7 @@ public:
             });
         }
         show();
-        if (!QTest::qWaitForWindowActive(this)) {
-            QTest::qFail("the window does not become active", __FILE__, __LINE__);
-        }
+        AwaitActive(*this);
         box.setFocus();
     }
 
@@ -132,11 +105,11 @@ void AddActions()
     row("click on a page tab", [](Guarded& window) { window.ClickTab(1); });
     row("mnemonic", [](Guarded& window) {
         Press(window, Qt::Key_G, Qt::AltModifier);
-        QVERIFY(QTest::qWaitFor([&] { return !window.button.isDown(); }));
+        Await([&] { return !window.button.isDown(); }, "the button stays down");
     });
     row("shortcut of a button", [](Guarded& window) {
         Press(window, Qt::Key_F5);
-        QVERIFY(QTest::qWaitFor([&] { return !window.again.isDown(); }));
+        Await([&] { return !window.again.isDown(); }, "the button stays down");
     });
     row("close box", [](Guarded& window) { window.close(); });
 }
@@ -145,220 +118,222 @@ void AddActions()
 
 Q_DECLARE_METATYPE(Action)
 
-void tst_LeaveGuard::action_refused_isSwallowed_data()
+class tst_LeaveGuard : public QObject
 {
-    AddActions();
-}
+    Q_OBJECT
 
-void tst_LeaveGuard::action_refused_isSwallowed()
-{
-    QFETCH(Action, action);
-    Guarded window;
-    window.allows = false;
-    const std::string before = window.Outcome();
-    action(window);
-    QCOMPARE(window.Outcome(), before);
-    QVERIFY(window.checks > 0);
-    QVERIFY(window.box.hasFocus());
-    QVERIFY(QApplication::activePopupWidget() == nullptr);
-}
+private Q_SLOTS:
 
-void tst_LeaveGuard::action_allowed_happensAfterTheCheck_data()
-{
-    AddActions();
-}
+    void action_refused_isSwallowed_data() { AddActions(); }
 
-void tst_LeaveGuard::action_allowed_happensAfterTheCheck()
-{
-    QFETCH(Action, action);
-    Guarded window;
-    const std::string before = window.Outcome();
-    action(window);
-    QVERIFY(window.Outcome() != before);
-    QVERIFY(window.checks > 0);
-    window.list.hidePopup();
-}
+    void action_refused_isSwallowed()
+    {
+        QFETCH(Action, action);
+        Guarded window;
+        window.allows = false;
+        const std::string before = window.Outcome();
+        action(window);
+        QCOMPARE(window.Outcome(), before);
+        QVERIFY(window.checks > 0);
+        QVERIFY(window.box.hasFocus());
+        QVERIFY(QApplication::activePopupWidget() == nullptr);
+    }
 
-void tst_LeaveGuard::action_elsewhere_runsNoCheck()
-{
-    Guarded window;
-    window.other.setFocus();
-    window.allows = false;
-    Click(window.button);
-    Press(window, Qt::Key_Tab);
-    window.ClickTab(1);
-    QCOMPARE(window.checks, 0);
-    QCOMPARE(window.clicks, 1);
-    QCOMPARE(window.pages.currentIndex(), 1);
-}
+    void action_allowed_happensAfterTheCheck_data() { AddActions(); }
 
-void tst_LeaveGuard::keyOfTheBox_runsNoCheck()
-{
-    Guarded window;
-    window.allows = false;
-    Type(window, "abc");
-    Press(window, Qt::Key_Left);
-    Press(window, Qt::Key_Backspace);
-    QCOMPARE(ToUtf8(window.box.text()), "ac");
-    QCOMPARE(window.checks, 0);
-}
+    void action_allowed_happensAfterTheCheck()
+    {
+        QFETCH(Action, action);
+        Guarded window;
+        const std::string before = window.Outcome();
+        action(window);
+        QVERIFY(window.Outcome() != before);
+        QVERIFY(window.checks > 0);
+        window.list.hidePopup();
+    }
 
-void tst_LeaveGuard::shortcutOfTheBox_runsNoCheck()
-{
-    Guarded window;
-    window.allows = false;
-    int steps = 0;
-    QShortcut up(QKeySequence(Qt::Key_Up), &window.box, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(&up, &QShortcut::activated, this, [&] { ++steps; });
-    Press(window, Qt::Key_Up);
-    QCOMPARE(steps, 1);
-    QCOMPARE(window.checks, 0);
-}
+    void action_elsewhere_runsNoCheck()
+    {
+        Guarded window;
+        window.other.setFocus();
+        window.allows = false;
+        Click(window.button);
+        Press(window, Qt::Key_Tab);
+        window.ClickTab(1);
+        QCOMPARE(window.checks, 0);
+        QCOMPARE(window.clicks, 1);
+        QCOMPARE(window.pages.currentIndex(), 1);
+    }
 
-void tst_LeaveGuard::enter_inABoxOfSeveralLines_isALineBreak()
-{
-    Guarded window;
-    window.lines.setFocus();
-    window.allows = false;
-    Type(window, "a");
-    Press(window, Qt::Key_Return);
-    Press(window, Qt::Key_Enter);
-    QCOMPARE(ToUtf8(window.lines.toPlainText()), "a\n\n");
-    QCOMPARE(window.checks, 0);
-    window.box.setFocus();
-    Press(window, Qt::Key_Return); // in the other box Enter would press a button
-    QCOMPARE(window.checks, 1);
-}
+    void keyOfTheBox_runsNoCheck()
+    {
+        Guarded window;
+        window.allows = false;
+        Type(window, "abc");
+        Press(window, Qt::Key_Left);
+        Press(window, Qt::Key_Backspace);
+        QCOMPARE(ToUtf8(window.box.text()), "ac");
+        QCOMPARE(window.checks, 0);
+    }
 
-void tst_LeaveGuard::clickIntoTheBoxItself_runsNoCheck()
-{
-    Guarded window;
-    window.allows = false;
-    Click(window.box);
-    window.lines.setFocus();
-    Click(window.lines); // its viewport is what is hit
-    QCOMPARE(window.checks, 0);
-}
+    void shortcutOfTheBox_runsNoCheck()
+    {
+        Guarded window;
+        window.allows = false;
+        int steps = 0;
+        QShortcut up(QKeySequence(Qt::Key_Up), &window.box, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(&up, &QShortcut::activated, this, [&] { ++steps; });
+        Press(window, Qt::Key_Up);
+        QCOMPARE(steps, 1);
+        QCOMPARE(window.checks, 0);
+    }
 
-void tst_LeaveGuard::clickOnALabel_runsNoCheck()
-{
-    Guarded window;
-    window.allows = false;
-    Click(window.label);
-    QCOMPARE(window.checks, 0);
-}
+    void enter_inABoxOfSeveralLines_isALineBreak()
+    {
+        Guarded window;
+        window.lines.setFocus();
+        window.allows = false;
+        Type(window, "a");
+        Press(window, Qt::Key_Return);
+        Press(window, Qt::Key_Enter);
+        QCOMPARE(ToUtf8(window.lines.toPlainText()), "a\n\n");
+        QCOMPARE(window.checks, 0);
+        window.box.setFocus();
+        Press(window, Qt::Key_Return); // in the other box Enter would press a button
+        QCOMPARE(window.checks, 1);
+    }
 
-void tst_LeaveGuard::clickOnADisabledBox_runsNoCheck()
-{
-    Guarded window;
-    window.allows = false;
-    window.other.setEnabled(false);
-    Click(window.other);
-    QCOMPARE(window.checks, 0);
-}
+    void clickIntoTheBoxItself_runsNoCheck()
+    {
+        Guarded window;
+        window.allows = false;
+        Click(window.box);
+        window.lines.setFocus();
+        Click(window.lines); // its viewport is what is hit
+        QCOMPARE(window.checks, 0);
+    }
 
-void tst_LeaveGuard::wakened_disabledButton_countsWhenTheCheckEnabledIt_data()
-{
-    QTest::addColumn<bool>("byMnemonic");
-    QTest::newRow("click") << false;
-    QTest::newRow("mnemonic") << true;
-}
+    void clickOnALabel_runsNoCheck()
+    {
+        Guarded window;
+        window.allows = false;
+        Click(window.label);
+        QCOMPARE(window.checks, 0);
+    }
 
-void tst_LeaveGuard::wakened_disabledButton_countsWhenTheCheckEnabledIt()
-{
-    QFETCH(bool, byMnemonic);
-    for (const bool enables : {true, false}) {
+    void clickOnADisabledBox_runsNoCheck()
+    {
+        Guarded window;
+        window.allows = false;
+        window.other.setEnabled(false);
+        Click(window.other);
+        QCOMPARE(window.checks, 0);
+    }
+
+    void wakened_disabledButton_countsWhenTheCheckEnabledIt_data()
+    {
+        QTest::addColumn<bool>("byMnemonic");
+        QTest::newRow("click") << false;
+        QTest::newRow("mnemonic") << true;
+    }
+
+    void wakened_disabledButton_countsWhenTheCheckEnabledIt()
+    {
+        QFETCH(bool, byMnemonic);
+        for (const bool enables : {true, false}) {
+            Guarded window;
+            window.guard.AddWakened(&window.button);
+            window.guard.Add(&window.box, [&] {
+                window.button.setEnabled(enables);
+                return true;
+            });
+            window.button.setEnabled(false);
+            if (byMnemonic) {
+                Press(window, Qt::Key_G, Qt::AltModifier);
+                Await([&] { return !window.button.isDown(); }, "the button stays down");
+            } else {
+                Click(window.button);
+            }
+            QCOMPARE(window.clicks, enables ? 1 : 0);
+        }
+    }
+
+    void wakened_disabledButton_refused_typesNothing()
+    {
         Guarded window;
         window.guard.AddWakened(&window.button);
-        window.guard.Add(&window.box, [&] {
-            window.button.setEnabled(enables);
-            return true;
-        });
         window.button.setEnabled(false);
-        if (byMnemonic) {
-            Press(window, Qt::Key_G, Qt::AltModifier);
-            QVERIFY(QTest::qWaitFor([&] { return !window.button.isDown(); }));
-        } else {
-            Click(window.button);
-        }
-        QCOMPARE(window.clicks, enables ? 1 : 0);
+        window.allows = false;
+        Press(window, Qt::Key_G, Qt::AltModifier);
+        QCOMPARE(ToUtf8(window.box.text()), "");
+        QCOMPARE(window.clicks, 0);
+        QVERIFY(window.checks > 0);
+        Type(window, "g"); // later keys are the box's again
+        QCOMPARE(ToUtf8(window.box.text()), "g");
     }
-}
 
-void tst_LeaveGuard::wakened_disabledButton_refused_typesNothing()
-{
-    Guarded window;
-    window.guard.AddWakened(&window.button);
-    window.button.setEnabled(false);
-    window.allows = false;
-    Press(window, Qt::Key_G, Qt::AltModifier);
-    QCOMPARE(ToUtf8(window.box.text()), "");
-    QCOMPARE(window.clicks, 0);
-    QVERIFY(window.checks > 0);
-    Type(window, "g"); // later keys are the box's again
-    QCOMPARE(ToUtf8(window.box.text()), "g");
-}
+    void wheel_overATabRefused_keepsThePage()
+    {
+        Guarded window;
+        const QPoint overTabs =
+            window.pages.tabBar()->mapTo(&window, window.pages.tabBar()->tabRect(0).center());
+        window.allows = false;
+        window.Wheel(overTabs);
+        QCOMPARE(window.pages.currentIndex(), 0);
+        window.allows = true;
+        window.Wheel(overTabs);
+        QCOMPARE(window.pages.currentIndex(), 1);
+    }
 
-void tst_LeaveGuard::wheel_overATabRefused_keepsThePage()
-{
-    Guarded window;
-    const QPoint overTabs = window.pages.tabBar()->mapTo(&window, window.pages.tabBar()->tabRect(0).center());
-    window.allows = false;
-    window.Wheel(overTabs);
-    QCOMPARE(window.pages.currentIndex(), 0);
-    window.allows = true;
-    window.Wheel(overTabs);
-    QCOMPARE(window.pages.currentIndex(), 1);
-}
+    void wheel_overAListWithoutFocus_changesNothing()
+    {
+        Guarded window;
+        const QPoint overList = window.list.mapTo(&window, window.list.rect().center());
+        window.Wheel(overList);
+        QCOMPARE(window.list.currentIndex(), 0);
+        window.list.setFocus();
+        window.Wheel(overList);
+        QCOMPARE(window.list.currentIndex(), 1);
+    }
 
-void tst_LeaveGuard::wheel_overAListWithoutFocus_changesNothing()
-{
-    Guarded window;
-    const QPoint overList = window.list.mapTo(&window, window.list.rect().center());
-    window.Wheel(overList);
-    QCOMPARE(window.list.currentIndex(), 0);
-    window.list.setFocus();
-    window.Wheel(overList);
-    QCOMPARE(window.list.currentIndex(), 1);
-}
+    void leave_runsTheCheckOfTheFocusedBoxOnly()
+    {
+        Guarded window;
+        QVERIFY(window.guard.Leave());
+        QCOMPARE(window.checks, 1);
+        window.allows = false;
+        QVERIFY(!window.guard.Leave());
+        window.other.setFocus();
+        QVERIFY(window.guard.Leave());
+        QCOMPARE(window.checks, 2);
+    }
 
-void tst_LeaveGuard::leave_runsTheCheckOfTheFocusedBoxOnly()
-{
-    Guarded window;
-    QVERIFY(window.guard.Leave());
-    QCOMPARE(window.checks, 1);
-    window.allows = false;
-    QVERIFY(!window.guard.Leave());
-    window.other.setFocus();
-    QVERIFY(window.guard.Leave());
-    QCOMPARE(window.checks, 2);
-}
+    void anotherWindow_isNotGuarded()
+    {
+        Guarded window;
+        window.allows = false;
+        QPushButton elsewhere(QStringLiteral("Elsewhere"));
+        int clicks = 0;
+        connect(&elsewhere, &QPushButton::clicked, this, [&] { ++clicks; });
+        elsewhere.show();
+        AwaitActive(elsewhere);
+        QTest::mouseClick(elsewhere.windowHandle(), Qt::LeftButton, {}, elsewhere.rect().center());
+        elsewhere.close();
+        QCOMPARE(clicks, 1);
+        QVERIFY(!elsewhere.isVisible());
+        QCOMPARE(window.checks, 0);
+    }
 
-void tst_LeaveGuard::anotherWindow_isNotGuarded()
-{
-    Guarded window;
-    window.allows = false;
-    QPushButton elsewhere(QStringLiteral("Elsewhere"));
-    int clicks = 0;
-    connect(&elsewhere, &QPushButton::clicked, this, [&] { ++clicks; });
-    elsewhere.show();
-    QVERIFY(QTest::qWaitForWindowActive(&elsewhere));
-    QTest::mouseClick(elsewhere.windowHandle(), Qt::LeftButton, {}, elsewhere.rect().center());
-    elsewhere.close();
-    QCOMPARE(clicks, 1);
-    QVERIFY(!elsewhere.isVisible());
-    QCOMPARE(window.checks, 0);
-}
+    void hiddenWindow_isNotGuarded()
+    {
+        Guarded window;
+        window.allows = false;
+        window.hide();
+        window.close();
+        QTest::keyClick(&window.box, Qt::Key_Tab);
+        QCOMPARE(window.checks, 0);
+    }
+};
 
-void tst_LeaveGuard::hiddenWindow_isNotGuarded()
-{
-    Guarded window;
-    window.allows = false;
-    window.hide();
-    window.close();
-    QTest::keyClick(&window.box, Qt::Key_Tab);
-    QCOMPARE(window.checks, 0);
-}
-
-QTEST_MAIN(tst_LeaveGuard)
+TEST_CLASS(tst_LeaveGuard)
 #include "tst_LeaveGuard.moc"

@@ -1,26 +1,10 @@
+#include "support/TestClass.h"
+#include "support/Windows.h"
 #include "ui/common/OptionGroup.h"
 
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QVBoxLayout>
-#include <QtTest>
-
-class tst_OptionGroup : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void buttons_areFoundByTheirNames();
-    void buttons_ofAnotherGroupBesides_areNotTouched();
-    void choose_oneAtATime();
-    void choose_none_letsTheLastGo();
-    void choose_noSuchButton_isNone_data();
-    void choose_noSuchButton_isNone();
-    void choose_isNoClick();
-    void click_tellsTheIndex();
-    void click_afterNone_tellsTheFirst();
-    void arrowKey_tellsTheIndex();
-};
 
 namespace
 {
@@ -48,122 +32,129 @@ const QString weather = QStringLiteral("optWeather");
 
 } // namespace
 
-void tst_OptionGroup::buttons_areFoundByTheirNames()
+class tst_OptionGroup : public QObject
 {
-    Options window;
-    QCOMPARE(OptionGroup(&window, wind).Count(), 3);
-    QCOMPARE(OptionGroup(&window, weather).Count(), 2);
-    QCOMPARE(OptionGroup(&window, QStringLiteral("optTide")).Count(), 0);
-}
+    Q_OBJECT
 
-void tst_OptionGroup::buttons_ofAnotherGroupBesides_areNotTouched()
-{
-    Options window;
-    OptionGroup winds(&window, wind);
-    OptionGroup weathers(&window, weather);
-    winds.Choose(2);
-    weathers.Choose(0);
-    QCOMPARE(winds.Chosen(), std::optional(2));
-    QCOMPARE(weathers.Chosen(), std::optional(0));
-    winds.Choose(std::nullopt);
-    QCOMPARE(weathers.Chosen(), std::optional(0));
-}
+private Q_SLOTS:
 
-void tst_OptionGroup::choose_oneAtATime()
-{
-    Options window;
-    OptionGroup group(&window, wind);
-    QCOMPARE(group.Chosen(), std::optional<int>());
-    for (const int index : {0, 2, 1}) {
-        group.Choose(index);
-        QCOMPARE(group.Chosen(), std::optional(index));
-        QCOMPARE(window.Button("optWind_0").isChecked() + window.Button("optWind_1").isChecked() +
-                     window.Button("optWind_2").isChecked(),
-                 1);
+    void buttons_areFoundByTheirNames()
+    {
+        Options window;
+        QCOMPARE(OptionGroup(&window, wind).Count(), 3);
+        QCOMPARE(OptionGroup(&window, weather).Count(), 2);
+        QCOMPARE(OptionGroup(&window, QStringLiteral("optTide")).Count(), 0);
     }
-}
 
-void tst_OptionGroup::choose_none_letsTheLastGo()
-{
-    Options window;
-    OptionGroup group(&window, wind);
-    group.Choose(std::nullopt);
-    QCOMPARE(group.Chosen(), std::optional<int>());
-    group.Choose(1);
-    group.Choose(std::nullopt);
-    QCOMPARE(group.Chosen(), std::optional<int>());
-    QVERIFY(!window.Button("optWind_1").isChecked());
-    group.Choose(2); // and one excludes the other as before
-    group.Choose(0);
-    QVERIFY(!window.Button("optWind_2").isChecked());
-}
+    void buttons_ofAnotherGroupBesides_areNotTouched()
+    {
+        Options window;
+        OptionGroup winds(&window, wind);
+        OptionGroup weathers(&window, weather);
+        winds.Choose(2);
+        weathers.Choose(0);
+        QCOMPARE(winds.Chosen(), std::optional(2));
+        QCOMPARE(weathers.Chosen(), std::optional(0));
+        winds.Choose(std::nullopt);
+        QCOMPARE(weathers.Chosen(), std::optional(0));
+    }
 
-void tst_OptionGroup::choose_noSuchButton_isNone_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::newRow("behind the last") << 3;
-    QTest::newRow("negative") << -1;
-    QTest::newRow("what the group numbers by itself") << -2;
-    QTest::newRow("far away") << 32767;
-}
+    void choose_oneAtATime()
+    {
+        Options window;
+        OptionGroup group(&window, wind);
+        QCOMPARE(group.Chosen(), std::optional<int>());
+        for (const int index : {0, 2, 1}) {
+            group.Choose(index);
+            QCOMPARE(group.Chosen(), std::optional(index));
+            QCOMPARE(window.Button("optWind_0").isChecked() + window.Button("optWind_1").isChecked() +
+                         window.Button("optWind_2").isChecked(),
+                     1);
+        }
+    }
 
-void tst_OptionGroup::choose_noSuchButton_isNone()
-{
-    QFETCH(int, index);
-    Options window;
-    OptionGroup group(&window, wind);
-    group.Choose(1);
-    group.Choose(index);
-    QCOMPARE(group.Chosen(), std::optional<int>());
-}
+    void choose_none_letsTheLastGo()
+    {
+        Options window;
+        OptionGroup group(&window, wind);
+        group.Choose(std::nullopt);
+        QCOMPARE(group.Chosen(), std::optional<int>());
+        group.Choose(1);
+        group.Choose(std::nullopt);
+        QCOMPARE(group.Chosen(), std::optional<int>());
+        QVERIFY(!window.Button("optWind_1").isChecked());
+        group.Choose(2); // and one excludes the other as before
+        group.Choose(0);
+        QVERIFY(!window.Button("optWind_2").isChecked());
+    }
 
-void tst_OptionGroup::choose_isNoClick()
-{
-    Options window;
-    OptionGroup group(&window, wind);
-    const QSignalSpy clicks(&group, &OptionGroup::Clicked);
-    group.Choose(1);
-    group.Choose(std::nullopt);
-    QCOMPARE(clicks.size(), 0);
-}
+    void choose_noSuchButton_isNone_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::newRow("behind the last") << 3;
+        QTest::newRow("negative") << -1;
+        QTest::newRow("what the group numbers by itself") << -2;
+        QTest::newRow("far away") << 32767;
+    }
 
-void tst_OptionGroup::click_tellsTheIndex()
-{
-    Options window;
-    OptionGroup group(&window, wind);
-    const QSignalSpy clicks(&group, &OptionGroup::Clicked);
-    window.Button("optWind_2").click();
-    window.Button("optWind_2").click(); // once more on the chosen one
-    window.Button("optWeather_0").click();
-    QCOMPARE(clicks.size(), 2);
-    QCOMPARE(clicks.at(0).at(0).toInt(), 2);
-    QCOMPARE(group.Chosen(), std::optional(2));
-}
+    void choose_noSuchButton_isNone()
+    {
+        QFETCH(int, index);
+        Options window;
+        OptionGroup group(&window, wind);
+        group.Choose(1);
+        group.Choose(index);
+        QCOMPARE(group.Chosen(), std::optional<int>());
+    }
 
-void tst_OptionGroup::click_afterNone_tellsTheFirst()
-{
-    Options window;
-    OptionGroup group(&window, wind);
-    group.Choose(0);
-    group.Choose(std::nullopt);
-    const QSignalSpy clicks(&group, &OptionGroup::Clicked);
-    window.Button("optWind_0").click();
-    QCOMPARE(clicks.size(), 1);
-    QCOMPARE(group.Chosen(), std::optional(0));
-}
+    void choose_isNoClick()
+    {
+        Options window;
+        OptionGroup group(&window, wind);
+        const QSignalSpy clicks(&group, &OptionGroup::Clicked);
+        group.Choose(1);
+        group.Choose(std::nullopt);
+        QCOMPARE(clicks.size(), 0);
+    }
 
-void tst_OptionGroup::arrowKey_tellsTheIndex()
-{
-    Options window;
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    OptionGroup group(&window, wind);
-    group.Choose(0);
-    const QSignalSpy clicks(&group, &OptionGroup::Clicked);
-    window.Button("optWind_0").setFocus();
-    QTest::keyClick(&window.Button("optWind_0"), Qt::Key_Down);
-    QCOMPARE(clicks.size(), 1);
-    QCOMPARE(group.Chosen(), std::optional(1));
-}
+    void click_tellsTheIndex()
+    {
+        Options window;
+        OptionGroup group(&window, wind);
+        const QSignalSpy clicks(&group, &OptionGroup::Clicked);
+        window.Button("optWind_2").click();
+        window.Button("optWind_2").click(); // once more on the chosen one
+        window.Button("optWeather_0").click();
+        QCOMPARE(clicks.size(), 2);
+        QCOMPARE(clicks.at(0).at(0).toInt(), 2);
+        QCOMPARE(group.Chosen(), std::optional(2));
+    }
 
-QTEST_MAIN(tst_OptionGroup)
+    void click_afterNone_tellsTheFirst()
+    {
+        Options window;
+        OptionGroup group(&window, wind);
+        group.Choose(0);
+        group.Choose(std::nullopt);
+        const QSignalSpy clicks(&group, &OptionGroup::Clicked);
+        window.Button("optWind_0").click();
+        QCOMPARE(clicks.size(), 1);
+        QCOMPARE(group.Chosen(), std::optional(0));
+    }
+
+    void arrowKey_tellsTheIndex()
+    {
+        Options window;
+        AwaitActive(window);
+        OptionGroup group(&window, wind);
+        group.Choose(0);
+        const QSignalSpy clicks(&group, &OptionGroup::Clicked);
+        window.Button("optWind_0").setFocus();
+        QTest::keyClick(&window.Button("optWind_0"), Qt::Key_Down);
+        QCOMPARE(clicks.size(), 1);
+        QCOMPARE(group.Chosen(), std::optional(1));
+    }
+};
+
+TEST_CLASS(tst_OptionGroup)
 #include "tst_OptionGroup.moc"

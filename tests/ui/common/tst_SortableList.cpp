@@ -1,39 +1,12 @@
 #include "support/StdStrings.h"
+#include "support/TestClass.h"
+#include "support/Windows.h"
 #include "ui/common/SortableList.h"
 #include "ui/common/Strings.h"
 
 #include <QAbstractItemModelTester>
 #include <QHeaderView>
 #include <QSignalSpy>
-#include <QtTest>
-
-class tst_SortableList : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void model_isWellBehaved();
-    void rows_standAsGivenBeforeTheFirstClick();
-    void heading_clicked_sortsAndReverses();
-    void rows_equal_keepTheirOrderBothWays();
-    void rows_new_keepTheOrderChosen();
-    void selection_firstRowAtFirst();
-    void selection_isKeptByKey();
-    void selection_rowGone_goesToTheFirst();
-    void selection_rowsGone_isNone();
-    void selection_keysDifferingInCase_areNotMixedUp();
-    void selection_keysThatBeginAlike_areNotMixedUp();
-    void pressed_tellsButtonAndSelectsTheRowFirst_data();
-    void pressed_tellsButtonAndSelectsTheRowFirst();
-    void pressed_onEmptySpace_keepsTheSelection();
-    void openRequested_data();
-    void openRequested();
-    void openRequested_nothingSelected_isNotAsked();
-    void usable_greysAndComesBack();
-    void columns_fitTheirTexts();
-    void hint_isShownWhileTheListIsEmpty();
-    void letters_findInTheSortedColumn();
-};
 
 namespace
 {
@@ -49,9 +22,7 @@ public:
         SetHeadings({QStringLiteral("Name"), QStringLiteral("Number")});
         resize(400, 300);
         show();
-        if (!QTest::qWaitForWindowActive(this)) {
-            QTest::qFail("the list does not become active", __FILE__, __LINE__);
-        }
+        AwaitActive(*this);
     }
 
     /// Rows whose keys and names are `names`; the number is the length of the name.
@@ -88,255 +59,262 @@ public:
 
 } // namespace
 
-void tst_SortableList::model_isWellBehaved()
+class tst_SortableList : public QObject
 {
-    ShownList list;
-    const QAbstractItemModelTester tester(list.model(),
-                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
-    list.Show({"b", "c", "a"});
-    list.ClickHeading(0);
-    list.ClickHeading(0);
-    list.Show({"d", "e"});
-    list.Show({});
-    QCOMPARE(list.RowCount(), 0);
-}
+    Q_OBJECT
 
-void tst_SortableList::rows_standAsGivenBeforeTheFirstClick()
-{
-    ShownList list;
-    list.Show({"b", "c", "a"});
-    QCOMPARE(list.RowCount(), 3);
-    QCOMPARE(list.Names(), (Texts{"b", "c", "a"}));
-    list.Show({"z", "y"});
-    QCOMPARE(list.Names(), (Texts{"z", "y"}));
-}
+private Q_SLOTS:
 
-void tst_SortableList::heading_clicked_sortsAndReverses()
-{
-    ShownList list;
-    list.Show({"b", "c", "a"});
-    list.ClickHeading(0);
-    QCOMPARE(list.Names(), (Texts{"a", "b", "c"}));
-    list.ClickHeading(0);
-    QCOMPARE(list.Names(), (Texts{"c", "b", "a"}));
-    list.ClickHeading(0);
-    QCOMPARE(list.Names(), (Texts{"a", "b", "c"}));
-}
-
-void tst_SortableList::rows_equal_keepTheirOrderBothWays()
-{
-    ShownList list;
-    list.Show({"b", "ccc", "a", "dd"});
-    list.ClickHeading(1);
-    QCOMPARE(list.Names(), (Texts{"b", "a", "dd", "ccc"}));
-    list.ClickHeading(1);
-    QCOMPARE(list.Names(), (Texts{"ccc", "dd", "b", "a"}));
-}
-
-void tst_SortableList::rows_new_keepTheOrderChosen()
-{
-    ShownList list;
-    list.Show({"b", "c", "a"});
-    list.ClickHeading(0);
-    list.ClickHeading(0);
-    list.Show({"e", "g", "f"});
-    QCOMPARE(list.Names(), (Texts{"g", "f", "e"}));
-    list.ClickHeading(0);
-    QCOMPARE(list.Names(), (Texts{"e", "f", "g"}));
-}
-
-void tst_SortableList::selection_firstRowAtFirst()
-{
-    ShownList list;
-    QCOMPARE(list.Selected(), "(none)");
-    list.Show({"b", "c", "a"});
-    QCOMPARE(list.Selected(), "b");
-}
-
-void tst_SortableList::selection_isKeptByKey()
-{
-    ShownList list;
-    list.Show({"b", "c", "a"});
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(2));
-    QCOMPARE(list.Selected(), "a");
-    list.ClickHeading(0);
-    QCOMPARE(list.Selected(), "a");
-    list.Show({"0", "c", "a", "b"});
-    QCOMPARE(list.Selected(), "a");
-}
-
-void tst_SortableList::selection_rowGone_goesToTheFirst()
-{
-    ShownList list;
-    list.Show({"b", "c", "a"});
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(2));
-    list.ClickHeading(0);
-    list.ClickHeading(0);
-    list.Show({"b", "c"});
-    QCOMPARE(list.Selected(), "c"); // the first as it stands there
-}
-
-void tst_SortableList::selection_rowsGone_isNone()
-{
-    ShownList list;
-    list.Show({"b"});
-    list.Show({});
-    QCOMPARE(list.Selected(), "(none)");
-    list.Show({"x"});
-    QCOMPARE(list.Selected(), "x");
-}
-
-void tst_SortableList::selection_keysDifferingInCase_areNotMixedUp()
-{
-    ShownList list;
-    list.Show({"k1", "K1"});
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
-    list.Show({"k1", "K1"});
-    QCOMPARE(list.Selected(), "K1");
-}
-
-void tst_SortableList::selection_keysThatBeginAlike_areNotMixedUp()
-{
-    ShownList list;
-    list.Show({"K1"});
-    list.Show({"K11", "K10", "K1"});
-    QCOMPARE(list.Selected(), "K1");
-}
-
-void tst_SortableList::pressed_tellsButtonAndSelectsTheRowFirst_data()
-{
-    QTest::addColumn<Qt::MouseButton>("button");
-    QTest::newRow("left") << Qt::LeftButton;
-    QTest::newRow("right") << Qt::RightButton;
-}
-
-void tst_SortableList::pressed_tellsButtonAndSelectsTheRowFirst()
-{
-    QFETCH(Qt::MouseButton, button);
-    ShownList list;
-    list.Show({"b", "c", "a"});
-    std::string selectedThen;
-    Qt::MouseButton told = Qt::NoButton;
-    connect(&list, &SortableList::Pressed, this, [&](Qt::MouseButton pressed) {
-        selectedThen = list.Selected();
-        told = pressed;
-    });
-    QTest::mouseClick(list.viewport(), button, {}, list.PointIn(1));
-    QCOMPARE(selectedThen, "c");
-    QCOMPARE(told, button);
-}
-
-void tst_SortableList::pressed_onEmptySpace_keepsTheSelection()
-{
-    ShownList list;
-    list.Show({"b", "c", "a"});
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
-    const QSignalSpy presses(&list, &SortableList::Pressed);
-    QTest::mouseClick(list.viewport(), Qt::RightButton, {}, list.EmptySpace());
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.EmptySpace());
-    QCOMPARE(presses.size(), 2);
-    QCOMPARE(list.Selected(), "c");
-}
-
-void tst_SortableList::openRequested_data()
-{
-    QTest::addColumn<QString>("way");
-    QTest::addColumn<int>("times");
-    QTest::newRow("double click") << "double" << 1;
-    QTest::newRow("double click of the right button") << "double right" << 0;
-    QTest::newRow("click") << "click" << 0;
-    QTest::newRow("Return") << "return" << 1;
-    QTest::newRow("Enter") << "enter" << 1;
-    QTest::newRow("another key") << "a" << 0;
-}
-
-void tst_SortableList::openRequested()
-{
-    QFETCH(QString, way);
-    QFETCH(int, times);
-    ShownList list;
-    list.Show({"b", "c", "a"});
-    const QSignalSpy requests(&list, &SortableList::OpenRequested);
-    if (way == QLatin1String("double")) {
-        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
-    } else if (way == QLatin1String("double right")) {
-        QTest::mouseDClick(list.viewport(), Qt::RightButton, {}, list.PointIn(1));
-    } else if (way == QLatin1String("click")) {
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
-    } else if (way == QLatin1String("return")) {
-        QTest::keyClick(&list, Qt::Key_Return);
-    } else if (way == QLatin1String("enter")) {
-        QTest::keyClick(&list, Qt::Key_Enter);
-    } else {
-        QTest::keyClick(&list, Qt::Key_A);
+    void model_isWellBehaved()
+    {
+        ShownList list;
+        const QAbstractItemModelTester tester(list.model(),
+                                              QAbstractItemModelTester::FailureReportingMode::QtTest);
+        list.Show({"b", "c", "a"});
+        list.ClickHeading(0);
+        list.ClickHeading(0);
+        list.Show({"d", "e"});
+        list.Show({});
+        QCOMPARE(list.RowCount(), 0);
     }
-    QCOMPARE(requests.size(), times);
-}
 
-void tst_SortableList::openRequested_nothingSelected_isNotAsked()
-{
-    ShownList list;
-    const QSignalSpy requests(&list, &SortableList::OpenRequested);
-    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.EmptySpace());
-    QTest::keyClick(&list, Qt::Key_Return);
-    QCOMPARE(requests.size(), 0);
-}
+    void rows_standAsGivenBeforeTheFirstClick()
+    {
+        ShownList list;
+        list.Show({"b", "c", "a"});
+        QCOMPARE(list.RowCount(), 3);
+        QCOMPARE(list.Names(), (Texts{"b", "c", "a"}));
+        list.Show({"z", "y"});
+        QCOMPARE(list.Names(), (Texts{"z", "y"}));
+    }
 
-void tst_SortableList::usable_greysAndComesBack()
-{
-    ShownList list;
-    const QColor usual = list.palette().color(QPalette::Base);
-    const QColor greyed = list.palette().color(QPalette::Window);
-    QVERIFY(usual != greyed);
-    list.SetUsable(false);
-    QVERIFY(!list.isEnabled());
-    QCOMPARE(list.palette().color(QPalette::Base), greyed);
-    QCOMPARE(list.palette().color(QPalette::AlternateBase), greyed);
-    list.SetUsable(true);
-    QVERIFY(list.isEnabled());
-    QCOMPARE(list.palette().color(QPalette::Base), usual);
-}
+    void heading_clicked_sortsAndReverses()
+    {
+        ShownList list;
+        list.Show({"b", "c", "a"});
+        list.ClickHeading(0);
+        QCOMPARE(list.Names(), (Texts{"a", "b", "c"}));
+        list.ClickHeading(0);
+        QCOMPARE(list.Names(), (Texts{"c", "b", "a"}));
+        list.ClickHeading(0);
+        QCOMPARE(list.Names(), (Texts{"a", "b", "c"}));
+    }
 
-void tst_SortableList::columns_fitTheirTexts()
-{
-    ShownList list;
-    const QString wide = QStringLiteral("a number as wide as a barn door");
-    list.FitColumns({{}, wide}, 0);
-    QVERIFY(list.columnWidth(1) > list.fontMetrics().horizontalAdvance(wide));
-    QCOMPARE(list.columnWidth(0) + list.columnWidth(1), list.viewport()->width());
-}
+    void rows_equal_keepTheirOrderBothWays()
+    {
+        ShownList list;
+        list.Show({"b", "ccc", "a", "dd"});
+        list.ClickHeading(1);
+        QCOMPARE(list.Names(), (Texts{"b", "a", "dd", "ccc"}));
+        list.ClickHeading(1);
+        QCOMPARE(list.Names(), (Texts{"ccc", "dd", "b", "a"}));
+    }
 
-void tst_SortableList::hint_isShownWhileTheListIsEmpty()
-{
-    ShownList list;
-    const auto looks = [&list] { return list.viewport()->grab().toImage(); };
-    const QImage nothing = looks();
-    list.SetHint(QStringLiteral("Nothing here yet"));
-    QVERIFY(looks() != nothing);
-    QCOMPARE(list.accessibleDescription(), QStringLiteral("Nothing here yet"));
-    list.Show({"a"});
-    const QImage one = looks();
-    QCOMPARE(list.accessibleDescription(), QString());
-    list.SetHint(QString());
-    QCOMPARE(looks(), one);
-    list.SetHint(QStringLiteral("Nothing again"));
-    list.Show({});
-    QCOMPARE(list.accessibleDescription(), QStringLiteral("Nothing again"));
-    QVERIFY(looks() != nothing);
-}
+    void rows_new_keepTheOrderChosen()
+    {
+        ShownList list;
+        list.Show({"b", "c", "a"});
+        list.ClickHeading(0);
+        list.ClickHeading(0);
+        list.Show({"e", "g", "f"});
+        QCOMPARE(list.Names(), (Texts{"g", "f", "e"}));
+        list.ClickHeading(0);
+        QCOMPARE(list.Names(), (Texts{"e", "f", "g"}));
+    }
 
-void tst_SortableList::letters_findInTheSortedColumn()
-{
-    ShownList list;
-    list.Show({"bream", "3 fish", "a"});             // their numbers are 5, 6 and 1
-    list.setCurrentIndex(list.model()->index(0, 1)); // as a click into the second column does
-    list.keyboardSearch(QStringLiteral("3"));
-    QCOMPARE(list.SelectedKey(), std::optional(QStringLiteral("3 fish")));
-    list.keyboardSearch({});
-    list.ClickHeading(1);
-    list.keyboardSearch(QStringLiteral("1"));
-    QCOMPARE(list.SelectedKey(), std::optional(QStringLiteral("a")));
-}
+    void selection_firstRowAtFirst()
+    {
+        ShownList list;
+        QCOMPARE(list.Selected(), "(none)");
+        list.Show({"b", "c", "a"});
+        QCOMPARE(list.Selected(), "b");
+    }
 
-QTEST_MAIN(tst_SortableList)
+    void selection_isKeptByKey()
+    {
+        ShownList list;
+        list.Show({"b", "c", "a"});
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(2));
+        QCOMPARE(list.Selected(), "a");
+        list.ClickHeading(0);
+        QCOMPARE(list.Selected(), "a");
+        list.Show({"0", "c", "a", "b"});
+        QCOMPARE(list.Selected(), "a");
+    }
+
+    void selection_rowGone_goesToTheFirst()
+    {
+        ShownList list;
+        list.Show({"b", "c", "a"});
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(2));
+        list.ClickHeading(0);
+        list.ClickHeading(0);
+        list.Show({"b", "c"});
+        QCOMPARE(list.Selected(), "c"); // the first as it stands there
+    }
+
+    void selection_rowsGone_isNone()
+    {
+        ShownList list;
+        list.Show({"b"});
+        list.Show({});
+        QCOMPARE(list.Selected(), "(none)");
+        list.Show({"x"});
+        QCOMPARE(list.Selected(), "x");
+    }
+
+    void selection_keysDifferingInCase_areNotMixedUp()
+    {
+        ShownList list;
+        list.Show({"k1", "K1"});
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
+        list.Show({"k1", "K1"});
+        QCOMPARE(list.Selected(), "K1");
+    }
+
+    void selection_keysThatBeginAlike_areNotMixedUp()
+    {
+        ShownList list;
+        list.Show({"K1"});
+        list.Show({"K11", "K10", "K1"});
+        QCOMPARE(list.Selected(), "K1");
+    }
+
+    void pressed_tellsButtonAndSelectsTheRowFirst_data()
+    {
+        QTest::addColumn<Qt::MouseButton>("button");
+        QTest::newRow("left") << Qt::LeftButton;
+        QTest::newRow("right") << Qt::RightButton;
+    }
+
+    void pressed_tellsButtonAndSelectsTheRowFirst()
+    {
+        QFETCH(Qt::MouseButton, button);
+        ShownList list;
+        list.Show({"b", "c", "a"});
+        std::string selectedThen;
+        Qt::MouseButton told = Qt::NoButton;
+        connect(&list, &SortableList::Pressed, this, [&](Qt::MouseButton pressed) {
+            selectedThen = list.Selected();
+            told = pressed;
+        });
+        QTest::mouseClick(list.viewport(), button, {}, list.PointIn(1));
+        QCOMPARE(selectedThen, "c");
+        QCOMPARE(told, button);
+    }
+
+    void pressed_onEmptySpace_keepsTheSelection()
+    {
+        ShownList list;
+        list.Show({"b", "c", "a"});
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
+        const QSignalSpy presses(&list, &SortableList::Pressed);
+        QTest::mouseClick(list.viewport(), Qt::RightButton, {}, list.EmptySpace());
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.EmptySpace());
+        QCOMPARE(presses.size(), 2);
+        QCOMPARE(list.Selected(), "c");
+    }
+
+    void openRequested_data()
+    {
+        QTest::addColumn<QString>("way");
+        QTest::addColumn<int>("times");
+        QTest::newRow("double click") << "double" << 1;
+        QTest::newRow("double click of the right button") << "double right" << 0;
+        QTest::newRow("click") << "click" << 0;
+        QTest::newRow("Return") << "return" << 1;
+        QTest::newRow("Enter") << "enter" << 1;
+        QTest::newRow("another key") << "a" << 0;
+    }
+
+    void openRequested()
+    {
+        QFETCH(QString, way);
+        QFETCH(int, times);
+        ShownList list;
+        list.Show({"b", "c", "a"});
+        const QSignalSpy requests(&list, &SortableList::OpenRequested);
+        if (way == QLatin1String("double")) {
+            QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
+        } else if (way == QLatin1String("double right")) {
+            QTest::mouseDClick(list.viewport(), Qt::RightButton, {}, list.PointIn(1));
+        } else if (way == QLatin1String("click")) {
+            QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
+        } else if (way == QLatin1String("return")) {
+            QTest::keyClick(&list, Qt::Key_Return);
+        } else if (way == QLatin1String("enter")) {
+            QTest::keyClick(&list, Qt::Key_Enter);
+        } else {
+            QTest::keyClick(&list, Qt::Key_A);
+        }
+        QCOMPARE(requests.size(), times);
+    }
+
+    void openRequested_nothingSelected_isNotAsked()
+    {
+        ShownList list;
+        const QSignalSpy requests(&list, &SortableList::OpenRequested);
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.EmptySpace());
+        QTest::keyClick(&list, Qt::Key_Return);
+        QCOMPARE(requests.size(), 0);
+    }
+
+    void usable_greysAndComesBack()
+    {
+        ShownList list;
+        const QColor usual = list.palette().color(QPalette::Base);
+        const QColor greyed = list.palette().color(QPalette::Window);
+        QVERIFY(usual != greyed);
+        list.SetUsable(false);
+        QVERIFY(!list.isEnabled());
+        QCOMPARE(list.palette().color(QPalette::Base), greyed);
+        QCOMPARE(list.palette().color(QPalette::AlternateBase), greyed);
+        list.SetUsable(true);
+        QVERIFY(list.isEnabled());
+        QCOMPARE(list.palette().color(QPalette::Base), usual);
+    }
+
+    void columns_fitTheirTexts()
+    {
+        ShownList list;
+        const QString wide = QStringLiteral("a number as wide as a barn door");
+        list.FitColumns({{}, wide}, 0);
+        QVERIFY(list.columnWidth(1) > list.fontMetrics().horizontalAdvance(wide));
+        QCOMPARE(list.columnWidth(0) + list.columnWidth(1), list.viewport()->width());
+    }
+
+    void hint_isShownWhileTheListIsEmpty()
+    {
+        ShownList list;
+        const auto looks = [&list] { return list.viewport()->grab().toImage(); };
+        const QImage nothing = looks();
+        list.SetHint(QStringLiteral("Nothing here yet"));
+        QVERIFY(looks() != nothing);
+        QCOMPARE(list.accessibleDescription(), QStringLiteral("Nothing here yet"));
+        list.Show({"a"});
+        const QImage one = looks();
+        QCOMPARE(list.accessibleDescription(), QString());
+        list.SetHint(QString());
+        QCOMPARE(looks(), one);
+        list.SetHint(QStringLiteral("Nothing again"));
+        list.Show({});
+        QCOMPARE(list.accessibleDescription(), QStringLiteral("Nothing again"));
+        QVERIFY(looks() != nothing);
+    }
+
+    void letters_findInTheSortedColumn()
+    {
+        ShownList list;
+        list.Show({"bream", "3 fish", "a"});             // their numbers are 5, 6 and 1
+        list.setCurrentIndex(list.model()->index(0, 1)); // as a click into the second column does
+        list.keyboardSearch(QStringLiteral("3"));
+        QCOMPARE(list.SelectedKey(), std::optional(QStringLiteral("3 fish")));
+        list.keyboardSearch({});
+        list.ClickHeading(1);
+        list.keyboardSearch(QStringLiteral("1"));
+        QCOMPARE(list.SelectedKey(), std::optional(QStringLiteral("a")));
+    }
+};
+
+TEST_CLASS(tst_SortableList)
 #include "tst_SortableList.moc"

@@ -1,144 +1,134 @@
 #include "support/StdStrings.h"
+#include "support/TestClass.h"
 #include "ui/common/Strings.h"
-
-#include <QtTest>
 
 class tst_Strings : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void text_comesBack_data();
-    void text_comesBack();
-    void toUtf8_loneSurrogate_becomesTheReplacementCharacter_data();
-    void toUtf8_loneSurrogate_becomesTheReplacementCharacter();
-    void fromUtf8_noUtf8_becomesTheReplacementCharacter();
-    void shownLines_everyBreakIsALineFeed_data();
-    void shownLines_everyBreakIsALineFeed();
-    void storedLines_everyLineFeedIsEncoded_data();
-    void storedLines_everyLineFeedIsEncoded();
-    void shownInOneLine_breaksAreBlanks();
+
+    void text_comesBack_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("letters") << QByteArray("Pittwater");
+        QTest::newRow("two bytes") << QByteArray("Bod\xC3\xB8");
+        QTest::newRow("three bytes") << QByteArray("\xE6\xB5\x9C\xE5\x90\x8D\xE6\xB9\x96");
+        QTest::newRow("beyond the first plane") << QByteArray("\xF0\x9F\x90\x9F!");
+        QTest::newRow("zero byte") << QByteArray("a\0b", 3);
+        QTest::newRow("byte order marks") << QByteArray("\xEF\xBB\xBF\xEF\xBB\xBFx\xEF\xBB\xBF");
+        QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF");
+    }
+
+    void text_comesBack()
+    {
+        QFETCH(QByteArray, text);
+        const std::string bytes = text.toStdString();
+        QCOMPARE(ToUtf8(FromUtf8(bytes)), bytes);
+        QCOMPARE(FromUtf8(bytes).toUtf8(), text);
+    }
+
+    void toUtf8_loneSurrogate_becomesTheReplacementCharacter_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QByteArray>("utf8");
+        const QChar high(0xD83D);
+        const QChar low(0xDC1F);
+        const QString a(QLatin1Char('a'));
+        QTest::newRow("high alone") << QString(high) << QByteArray("\xEF\xBF\xBD");
+        QTest::newRow("low alone") << QString(low) << QByteArray("\xEF\xBF\xBD");
+        QTest::newRow("high before a letter") << (QString(high) + a)
+                                              << QByteArray("\xEF\xBF\xBD"
+                                                            "a");
+        QTest::newRow("low behind a letter") << (a + low) << QByteArray("a\xEF\xBF\xBD");
+        QTest::newRow("the wrong way round")
+            << (QString(low) + high) << QByteArray("\xEF\xBF\xBD\xEF\xBF\xBD");
+        QTest::newRow("a pair") << (QString(high) + low) << QByteArray("\xF0\x9F\x90\x9F");
+    }
+
+    void toUtf8_loneSurrogate_becomesTheReplacementCharacter()
+    {
+        QFETCH(QString, text);
+        QFETCH(QByteArray, utf8);
+        QCOMPARE(ToUtf8(text), utf8.toStdString());
+    }
+
+    void fromUtf8_noUtf8_becomesTheReplacementCharacter()
+    {
+        QCOMPARE(FromUtf8("a\xFF"
+                          "b"),
+                 QString(QLatin1Char('a')) + QChar(0xFFFD) + QLatin1Char('b'));
+    }
+
+    void shownLines_everyBreakIsALineFeed_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("nothing") << ""
+                                 << "";
+        QTest::newRow("one line") << "a"
+                                  << "a";
+        QTest::newRow("encoded") << "a~CL~b"
+                                 << "a\nb";
+        QTest::newRow("at both ends") << "~CL~a~CL~"
+                                      << "\na\n";
+        QTest::newRow("empty lines") << "a~CL~~CL~b"
+                                     << "a\n\nb";
+        QTest::newRow("carriage return and line feed by hand") << "a\r\nb"
+                                                               << "a\nb";
+        QTest::newRow("line feed by hand") << "a\nb"
+                                           << "a\nb";
+        QTest::newRow("carriage return by hand") << "a\rb"
+                                                 << "a\nb";
+        QTest::newRow("separators of Unicode by hand") << "a\u2028b\u2029c"
+                                                       << "a\nb\nc";
+        QTest::newRow("characters that become breaks in a box") << "a\uFDD0b\uFDD1c"
+                                                                << "a\nb\nc";
+        QTest::newRow("no-break space") << "6\u00A0kg"
+                                        << "6\u00A0kg";
+        QTest::newRow("half of the code") << "a~CL b"
+                                          << "a~CL b";
+        QTest::newRow("letter case") << "a~cl~b"
+                                     << "a~cl~b";
+    }
+
+    void shownLines_everyBreakIsALineFeed()
+    {
+        QFETCH(QString, stored);
+        QFETCH(QString, shown);
+        QCOMPARE(ShownLines(ToUtf8(stored)), shown);
+    }
+
+    void storedLines_everyLineFeedIsEncoded_data()
+    {
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("nothing") << ""
+                                 << "";
+        QTest::newRow("one line") << "a"
+                                  << "a";
+        QTest::newRow("two lines") << "a\nb"
+                                   << "a~CL~b";
+        QTest::newRow("at both ends") << "\na\n"
+                                      << "~CL~a~CL~";
+        QTest::newRow("empty lines") << "a\n\n\nb"
+                                     << "a~CL~~CL~~CL~b";
+    }
+
+    void storedLines_everyLineFeedIsEncoded()
+    {
+        QFETCH(QString, shown);
+        QFETCH(QString, stored);
+        QCOMPARE(StoredLines(shown), ToUtf8(stored));
+        QCOMPARE(ShownLines(ToUtf8(stored)), shown);
+    }
+
+    void shownInOneLine_breaksAreBlanks()
+    {
+        QCOMPARE(ToUtf8(ShownInOneLine("Victor Harbor~CL~Granite\nIsland")), "Victor Harbor Granite Island");
+    }
 };
 
-void tst_Strings::text_comesBack_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("nothing") << QByteArray();
-    QTest::newRow("letters") << QByteArray("Pittwater");
-    QTest::newRow("two bytes") << QByteArray("Bod\xC3\xB8");
-    QTest::newRow("three bytes") << QByteArray("\xE6\xB5\x9C\xE5\x90\x8D\xE6\xB9\x96");
-    QTest::newRow("beyond the first plane") << QByteArray("\xF0\x9F\x90\x9F!");
-    QTest::newRow("zero byte") << QByteArray("a\0b", 3);
-    QTest::newRow("byte order marks") << QByteArray("\xEF\xBB\xBF\xEF\xBB\xBFx\xEF\xBB\xBF");
-    QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF");
-}
-
-void tst_Strings::text_comesBack()
-{
-    QFETCH(QByteArray, text);
-    const std::string bytes = text.toStdString();
-    QCOMPARE(ToUtf8(FromUtf8(bytes)), bytes);
-    QCOMPARE(FromUtf8(bytes).toUtf8(), text);
-}
-
-void tst_Strings::toUtf8_loneSurrogate_becomesTheReplacementCharacter_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QByteArray>("utf8");
-    const QChar high(0xD83D);
-    const QChar low(0xDC1F);
-    const QString a(QLatin1Char('a'));
-    QTest::newRow("high alone") << QString(high) << QByteArray("\xEF\xBF\xBD");
-    QTest::newRow("low alone") << QString(low) << QByteArray("\xEF\xBF\xBD");
-    QTest::newRow("high before a letter") << (QString(high) + a)
-                                          << QByteArray("\xEF\xBF\xBD"
-                                                        "a");
-    QTest::newRow("low behind a letter") << (a + low) << QByteArray("a\xEF\xBF\xBD");
-    QTest::newRow("the wrong way round") << (QString(low) + high) << QByteArray("\xEF\xBF\xBD\xEF\xBF\xBD");
-    QTest::newRow("a pair") << (QString(high) + low) << QByteArray("\xF0\x9F\x90\x9F");
-}
-
-void tst_Strings::toUtf8_loneSurrogate_becomesTheReplacementCharacter()
-{
-    QFETCH(QString, text);
-    QFETCH(QByteArray, utf8);
-    QCOMPARE(ToUtf8(text), utf8.toStdString());
-}
-
-void tst_Strings::fromUtf8_noUtf8_becomesTheReplacementCharacter()
-{
-    QCOMPARE(FromUtf8("a\xFF"
-                      "b"),
-             QString(QLatin1Char('a')) + QChar(0xFFFD) + QLatin1Char('b'));
-}
-
-void tst_Strings::shownLines_everyBreakIsALineFeed_data()
-{
-    QTest::addColumn<QString>("stored");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("nothing") << ""
-                             << "";
-    QTest::newRow("one line") << "a"
-                              << "a";
-    QTest::newRow("encoded") << "a~CL~b"
-                             << "a\nb";
-    QTest::newRow("at both ends") << "~CL~a~CL~"
-                                  << "\na\n";
-    QTest::newRow("empty lines") << "a~CL~~CL~b"
-                                 << "a\n\nb";
-    QTest::newRow("carriage return and line feed by hand") << "a\r\nb"
-                                                           << "a\nb";
-    QTest::newRow("line feed by hand") << "a\nb"
-                                       << "a\nb";
-    QTest::newRow("carriage return by hand") << "a\rb"
-                                             << "a\nb";
-    QTest::newRow("separators of Unicode by hand") << "a\u2028b\u2029c"
-                                                   << "a\nb\nc";
-    QTest::newRow("characters that become breaks in a box") << "a\uFDD0b\uFDD1c"
-                                                            << "a\nb\nc";
-    QTest::newRow("no-break space") << "6\u00A0kg"
-                                    << "6\u00A0kg";
-    QTest::newRow("half of the code") << "a~CL b"
-                                      << "a~CL b";
-    QTest::newRow("letter case") << "a~cl~b"
-                                 << "a~cl~b";
-}
-
-void tst_Strings::shownLines_everyBreakIsALineFeed()
-{
-    QFETCH(QString, stored);
-    QFETCH(QString, shown);
-    QCOMPARE(ShownLines(ToUtf8(stored)), shown);
-}
-
-void tst_Strings::storedLines_everyLineFeedIsEncoded_data()
-{
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QString>("stored");
-    QTest::newRow("nothing") << ""
-                             << "";
-    QTest::newRow("one line") << "a"
-                              << "a";
-    QTest::newRow("two lines") << "a\nb"
-                               << "a~CL~b";
-    QTest::newRow("at both ends") << "\na\n"
-                                  << "~CL~a~CL~";
-    QTest::newRow("empty lines") << "a\n\n\nb"
-                                 << "a~CL~~CL~~CL~b";
-}
-
-void tst_Strings::storedLines_everyLineFeedIsEncoded()
-{
-    QFETCH(QString, shown);
-    QFETCH(QString, stored);
-    QCOMPARE(StoredLines(shown), ToUtf8(stored));
-    QCOMPARE(ShownLines(ToUtf8(stored)), shown);
-}
-
-void tst_Strings::shownInOneLine_breaksAreBlanks()
-{
-    QCOMPARE(ToUtf8(ShownInOneLine("Victor Harbor~CL~Granite\nIsland")), "Victor Harbor Granite Island");
-}
-
-QTEST_APPLESS_MAIN(tst_Strings)
+TEST_CLASS(tst_Strings)
 #include "tst_Strings.moc"

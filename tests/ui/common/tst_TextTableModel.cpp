@@ -1,30 +1,11 @@
+#include "support/TestClass.h"
 #include "ui/common/TextTableModel.h"
 
 #include <QAbstractItemModelTester>
 #include <QIcon>
 #include <QSignalSpy>
-#include <QtTest>
 
 #include <optional>
-
-class tst_TextTableModel : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void cleanup();
-
-    void rows_areAsTheyWereSet();
-    void rows_setAgain_replaceTheOldOnes();
-    void rows_shorterThanTheHeadings_areFilledWithNothing();
-    void cell_hasNoOtherRoles();
-    void headings_areShown();
-    void sortIcon_isInOneHeadingOnly();
-    void sort_isCaseBlindAndKeepsTheOrderOfEqualRows();
-    void sort_followsTheUsersLanguage();
-    void sort_holdsForNewRows();
-    void sort_movesPersistentIndexesWithTheirRows();
-};
 
 namespace
 {
@@ -58,145 +39,150 @@ QStringList List(const char* texts)
 
 } // namespace
 
-void tst_TextTableModel::cleanup()
+class tst_TextTableModel : public QObject
 {
-    QLocale::setDefault(QLocale::c());
-}
+    Q_OBJECT
 
-void tst_TextTableModel::rows_areAsTheyWereSet()
-{
-    TextTableModel model(headings, nullptr);
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    QCOMPARE(model.rowCount(), 0);
-    QCOMPARE(model.columnCount(), 2);
-    model.SetRows({Row("K1", "b", "10:00"), Row("K2", "a", "9:00")});
-    QCOMPARE(model.rowCount(), 2);
-    QCOMPARE(Cell(model, 0, 0), QStringLiteral("b"));
-    QCOMPARE(Cell(model, 1, 1), QStringLiteral("9:00"));
-    QCOMPARE(model.index(1, 0).data(TextTableModel::KeyRole).toString(), QStringLiteral("K2"));
-    QCOMPARE(model.index(1, 1).data(TextTableModel::KeyRole).toString(), QStringLiteral("K2"));
-}
+private Q_SLOTS:
 
-void tst_TextTableModel::rows_setAgain_replaceTheOldOnes()
-{
-    TextTableModel model(headings, nullptr);
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    model.SetRows({Row("K1", "b", ""), Row("K2", "a", "")});
-    const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
-    model.SetRows({Row("K3", "c", "")});
-    QCOMPARE(resets.size(), 1);
-    QCOMPARE(model.rowCount(), 1);
-    QCOMPARE(Cell(model, 0, 0), QStringLiteral("c"));
-    model.SetRows({});
-    QCOMPARE(model.rowCount(), 0);
-}
+    void cleanup() { QLocale::setDefault(QLocale::c()); }
 
-void tst_TextTableModel::rows_shorterThanTheHeadings_areFilledWithNothing()
-{
-    TextTableModel model(headings, nullptr);
-    model.SetRows({{QStringLiteral("K1"), {QStringLiteral("only")}}});
-    QCOMPARE(Cell(model, 0, 1), QString());
-    model.sort(1);
-    QCOMPARE(Cell(model, 0, 0), QStringLiteral("only"));
-}
-
-void tst_TextTableModel::cell_hasNoOtherRoles()
-{
-    TextTableModel model(headings, nullptr);
-    model.SetRows({Row("K1", "b", "")});
-    QVERIFY(!model.index(0, 0).data(Qt::EditRole).isValid());
-    QVERIFY(!model.index(0, 0).data(Qt::CheckStateRole).isValid());
-    QVERIFY(!model.data({}, Qt::DisplayRole).isValid());
-    QVERIFY((model.index(0, 0).flags() & Qt::ItemIsEditable) == 0);
-}
-
-void tst_TextTableModel::headings_areShown()
-{
-    const TextTableModel model(headings, nullptr);
-    QCOMPARE(model.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("Time"));
-    QVERIFY(!model.headerData(0, Qt::Vertical, Qt::DisplayRole).isValid());
-    QVERIFY(!model.headerData(0, Qt::Horizontal, Qt::DecorationRole).isValid());
-}
-
-void tst_TextTableModel::sortIcon_isInOneHeadingOnly()
-{
-    TextTableModel model(headings, nullptr);
-    const QSignalSpy changes(&model, &QAbstractItemModel::headerDataChanged);
-    const auto icon = [&model](int column) {
-        return model.headerData(column, Qt::Horizontal, Qt::DecorationRole).value<QIcon>();
-    };
-    model.SetRows({Row("K1", "b", "")});
-    model.ShowSortIcon();
-    QVERIFY(icon(0).isNull() && icon(1).isNull());
-    model.sort(1, Qt::AscendingOrder);
-    QVERIFY(icon(1).isNull());
-    model.ShowSortIcon();
-    QVERIFY(icon(0).isNull());
-    const QImage ascending = icon(1).pixmap(16).toImage();
-    QVERIFY(!ascending.isNull());
-    model.sort(1, Qt::DescendingOrder);
-    model.ShowSortIcon();
-    QVERIFY(icon(1).pixmap(16).toImage() != ascending);
-    model.sort(0, Qt::AscendingOrder);
-    model.ShowSortIcon();
-    QCOMPARE(icon(0).pixmap(16).toImage(), ascending);
-    QVERIFY(icon(1).isNull());
-    QCOMPARE(changes.size(), 4);
-}
-
-void tst_TextTableModel::sort_isCaseBlindAndKeepsTheOrderOfEqualRows()
-{
-    TextTableModel model(headings, nullptr);
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    model.SetRows({Row("1", "b", ""), Row("2", "A", ""), Row("3", "a", ""), Row("4", "B", "")});
-    QVERIFY(!model.SortColumn());
-    model.sort(0);
-    QCOMPARE(model.SortColumn(), std::optional(0));
-    QCOMPARE(Texts(model), List("A a b B"));
-    model.sort(0, Qt::DescendingOrder);
-    QCOMPARE(model.SortOrder(), Qt::DescendingOrder);
-    QCOMPARE(Texts(model), List("b B A a"));
-    model.sort(1);
-    QCOMPARE(Texts(model), List("b A a B"));
-    QCOMPARE(model.index(1, 0).data(TextTableModel::KeyRole).toString(), QStringLiteral("2"));
-}
-
-void tst_TextTableModel::sort_followsTheUsersLanguage()
-{
-    const auto sorted = [](QLocale::Language language) {
-        QLocale::setDefault(QLocale(language));
+    void rows_areAsTheyWereSet()
+    {
         TextTableModel model(headings, nullptr);
-        model.SetRows({Row("1", "Z", ""), Row("2", "\xC3\x96", ""), Row("3", "P", ""), Row("4", "O", "")});
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QCOMPARE(model.rowCount(), 0);
+        QCOMPARE(model.columnCount(), 2);
+        model.SetRows({Row("K1", "b", "10:00"), Row("K2", "a", "9:00")});
+        QCOMPARE(model.rowCount(), 2);
+        QCOMPARE(Cell(model, 0, 0), QStringLiteral("b"));
+        QCOMPARE(Cell(model, 1, 1), QStringLiteral("9:00"));
+        QCOMPARE(model.index(1, 0).data(TextTableModel::KeyRole).toString(), QStringLiteral("K2"));
+        QCOMPARE(model.index(1, 1).data(TextTableModel::KeyRole).toString(), QStringLiteral("K2"));
+    }
+
+    void rows_setAgain_replaceTheOldOnes()
+    {
+        TextTableModel model(headings, nullptr);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.SetRows({Row("K1", "b", ""), Row("K2", "a", "")});
+        const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        model.SetRows({Row("K3", "c", "")});
+        QCOMPARE(resets.size(), 1);
+        QCOMPARE(model.rowCount(), 1);
+        QCOMPARE(Cell(model, 0, 0), QStringLiteral("c"));
+        model.SetRows({});
+        QCOMPARE(model.rowCount(), 0);
+    }
+
+    void rows_shorterThanTheHeadings_areFilledWithNothing()
+    {
+        TextTableModel model(headings, nullptr);
+        model.SetRows({{QStringLiteral("K1"), {QStringLiteral("only")}}});
+        QCOMPARE(Cell(model, 0, 1), QString());
+        model.sort(1);
+        QCOMPARE(Cell(model, 0, 0), QStringLiteral("only"));
+    }
+
+    void cell_hasNoOtherRoles()
+    {
+        TextTableModel model(headings, nullptr);
+        model.SetRows({Row("K1", "b", "")});
+        QVERIFY(!model.index(0, 0).data(Qt::EditRole).isValid());
+        QVERIFY(!model.index(0, 0).data(Qt::CheckStateRole).isValid());
+        QVERIFY(!model.data({}, Qt::DisplayRole).isValid());
+        QVERIFY((model.index(0, 0).flags() & Qt::ItemIsEditable) == 0);
+    }
+
+    void headings_areShown()
+    {
+        const TextTableModel model(headings, nullptr);
+        QCOMPARE(model.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("Time"));
+        QVERIFY(!model.headerData(0, Qt::Vertical, Qt::DisplayRole).isValid());
+        QVERIFY(!model.headerData(0, Qt::Horizontal, Qt::DecorationRole).isValid());
+    }
+
+    void sortIcon_isInOneHeadingOnly()
+    {
+        TextTableModel model(headings, nullptr);
+        const QSignalSpy changes(&model, &QAbstractItemModel::headerDataChanged);
+        const auto icon = [&model](int column) {
+            return model.headerData(column, Qt::Horizontal, Qt::DecorationRole).value<QIcon>();
+        };
+        model.SetRows({Row("K1", "b", "")});
+        model.ShowSortIcon();
+        QVERIFY(icon(0).isNull() && icon(1).isNull());
+        model.sort(1, Qt::AscendingOrder);
+        QVERIFY(icon(1).isNull());
+        model.ShowSortIcon();
+        QVERIFY(icon(0).isNull());
+        const QImage ascending = icon(1).pixmap(16).toImage();
+        QVERIFY(!ascending.isNull());
+        model.sort(1, Qt::DescendingOrder);
+        model.ShowSortIcon();
+        QVERIFY(icon(1).pixmap(16).toImage() != ascending);
+        model.sort(0, Qt::AscendingOrder);
+        model.ShowSortIcon();
+        QCOMPARE(icon(0).pixmap(16).toImage(), ascending);
+        QVERIFY(icon(1).isNull());
+        QCOMPARE(changes.size(), 4);
+    }
+
+    void sort_isCaseBlindAndKeepsTheOrderOfEqualRows()
+    {
+        TextTableModel model(headings, nullptr);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.SetRows({Row("1", "b", ""), Row("2", "A", ""), Row("3", "a", ""), Row("4", "B", "")});
+        QVERIFY(!model.SortColumn());
         model.sort(0);
-        return Texts(model);
-    };
-    QCOMPARE(sorted(QLocale::German), List("O \xC3\x96 P Z"));
-    QCOMPARE(sorted(QLocale::Swedish), List("O P Z \xC3\x96"));
-}
+        QCOMPARE(model.SortColumn(), std::optional(0));
+        QCOMPARE(Texts(model), List("A a b B"));
+        model.sort(0, Qt::DescendingOrder);
+        QCOMPARE(model.SortOrder(), Qt::DescendingOrder);
+        QCOMPARE(Texts(model), List("b B A a"));
+        model.sort(1);
+        QCOMPARE(Texts(model), List("b A a B"));
+        QCOMPARE(model.index(1, 0).data(TextTableModel::KeyRole).toString(), QStringLiteral("2"));
+    }
 
-void tst_TextTableModel::sort_holdsForNewRows()
-{
-    TextTableModel model(headings, nullptr);
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    model.SetRows({Row("1", "a", ""), Row("2", "b", "")});
-    model.sort(0, Qt::DescendingOrder);
-    QCOMPARE(Texts(model), List("b a"));
-    model.SetRows({Row("1", "d", ""), Row("2", "c", ""), Row("3", "e", "")});
-    QCOMPARE(Texts(model), List("e d c"));
-}
+    void sort_followsTheUsersLanguage()
+    {
+        const auto sorted = [](QLocale::Language language) {
+            QLocale::setDefault(QLocale(language));
+            TextTableModel model(headings, nullptr);
+            model.SetRows(
+                {Row("1", "Z", ""), Row("2", "\xC3\x96", ""), Row("3", "P", ""), Row("4", "O", "")});
+            model.sort(0);
+            return Texts(model);
+        };
+        QCOMPARE(sorted(QLocale::German), List("O \xC3\x96 P Z"));
+        QCOMPARE(sorted(QLocale::Swedish), List("O P Z \xC3\x96"));
+    }
 
-void tst_TextTableModel::sort_movesPersistentIndexesWithTheirRows()
-{
-    TextTableModel model(headings, nullptr);
-    model.SetRows({Row("1", "c", ""), Row("2", "a", ""), Row("3", "b", "")});
-    const QPersistentModelIndex first = model.index(0, 1);
-    model.sort(0);
-    QCOMPARE(first.row(), 2);
-    QCOMPARE(first.column(), 1);
-    model.sort(0, Qt::DescendingOrder);
-    QCOMPARE(first.row(), 0);
-    QCOMPARE(first.data(TextTableModel::KeyRole).toString(), QStringLiteral("1"));
-}
+    void sort_holdsForNewRows()
+    {
+        TextTableModel model(headings, nullptr);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.SetRows({Row("1", "a", ""), Row("2", "b", "")});
+        model.sort(0, Qt::DescendingOrder);
+        QCOMPARE(Texts(model), List("b a"));
+        model.SetRows({Row("1", "d", ""), Row("2", "c", ""), Row("3", "e", "")});
+        QCOMPARE(Texts(model), List("e d c"));
+    }
 
-QTEST_MAIN(tst_TextTableModel)
+    void sort_movesPersistentIndexesWithTheirRows()
+    {
+        TextTableModel model(headings, nullptr);
+        model.SetRows({Row("1", "c", ""), Row("2", "a", ""), Row("3", "b", "")});
+        const QPersistentModelIndex first = model.index(0, 1);
+        model.sort(0);
+        QCOMPARE(first.row(), 2);
+        QCOMPARE(first.column(), 1);
+        model.sort(0, Qt::DescendingOrder);
+        QCOMPARE(first.row(), 0);
+        QCOMPARE(first.data(TextTableModel::KeyRole).toString(), QStringLiteral("1"));
+    }
+};
+
+TEST_CLASS(tst_TextTableModel)
 #include "tst_TextTableModel.moc"

@@ -78,8 +78,9 @@ public:
 template <typename Steps>
 void Edit(TestProgram& program, int key, Steps&& steps)
 {
-    WhileOpen([&] { fEntry(program.program, nullptr).SetData(static_cast<std::int16_t>(key), false); },
-              std::forward<Steps>(steps));
+    WhileOpen(
+        "fEntry", [&] { fEntry(program.program, nullptr).SetData(static_cast<std::int16_t>(key), false); },
+        std::forward<Steps>(steps));
 }
 
 inline QTabWidget& Pages(const QWidget& editor)

@@ -1,4 +1,5 @@
 #include "EntryTest.h"
+#include "support/TestClass.h"
 
 #include <QClipboard>
 #include <QDropEvent>
@@ -6,60 +7,6 @@
 #include <QMimeData>
 
 // The input rules of the editor's date and time boxes, and what may not happen while a box is refused.
-
-class tst_EntryRules : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void date_isRewrittenWhenLeft();
-    void date_inTheUsersOwnForm_isRewritten();
-    void time_isRewrittenWhenLeft_data();
-    void time_isRewrittenWhenLeft();
-    void time_empty_isAccepted();
-    void date_empty_isRefused();
-    void time_partThatIsNoNumber_isReportedAndRefused();
-
-    void refused_nothingElseHappens_data();
-    void refused_nothingElseHappens();
-    void refused_saveDisabled_writesNothing();
-    void refused_thenValid_isRestoredAndStored();
-    void refused_staysOrangeWhileTyping();
-    void refused_textIsReadable();
-    void refused_boxOnItsOwn_othersStayAsUsual();
-    void refused_keysOfTheBoxItself_doNotLeaveIt();
-
-    void keys_thatDoNotPass_doNotAppear_data();
-    void keys_thatDoNotPass_doNotAppear();
-    void keys_boxesWithoutFilter_takeAll();
-    void pasted_textIsFiltered_data();
-    void pasted_textIsFiltered();
-    void dropped_textIsFiltered();
-    void composed_textIsFiltered();
-    void undone_textIsNeverUnfiltered();
-    void wordShownByTheForecast_canBeEditedAndDeleted();
-
-    void order_startAfterEnd_movesTheEndBox();
-    void order_startAfterEnd_storesTheEndWhenItsBoxIsLeft();
-    void order_endBeforeStart_isStoredAtOnce();
-    void order_appliesThoughTheTextIsUnchanged();
-    void order_endThatIsNoDate_staysAsItIs();
-    void order_equalDates_areInOrder();
-
-    void step_movesTheDateByOneDay_data();
-    void step_movesTheDateByOneDay();
-    void step_isStoredAndRecalculatesAtOnce();
-    void step_startBeyondEnd_movesTheEndBox();
-    void step_endBeforeStart_movesTheEndToTheStart();
-    void step_ofATypedDate_countsFromIt();
-    void step_onNoDate_isReportedAndChangesNothing_data();
-    void step_onNoDate_isReportedAndChangesNothing();
-    void step_beyondTheCalendar_isReportedAndChangesNothing_data();
-    void step_beyondTheCalendar_isReportedAndChangesNothing();
-    void step_leavesFocusAndCheckAlone();
-    void step_byArrowKeys();
-    void step_restoresARefusedBox();
-};
 
 namespace
 {
@@ -134,702 +81,708 @@ void Abandon(QDialog& editor, ProgramWithPlace& program)
 
 } // namespace
 
-void tst_EntryRules::date_isRewrittenWhenLeft()
+class tst_EntryRules : public QObject
 {
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtStart", "2003-2-4");
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(BoxText(editor, "txtStart"), "2003-02-04");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-04");
-}
+    Q_OBJECT
 
-void tst_EntryRules::date_inTheUsersOwnForm_isRewritten()
-{
-    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtStart", "4.2.2003");
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(BoxText(editor, "txtStart"), "2003-02-04");
-        SaveAndClose(editor);
-    });
-    QLocale::setDefault(QLocale::c());
-    QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-04");
-}
+private Q_SLOTS:
 
-void tst_EntryRules::time_isRewrittenWhenLeft_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("start") << "txtTStart"
-                           << "0630"
-                           << "06:30";
-    QTest::newRow("end") << "txtTEnd"
-                         << "6:5"
-                         << "06:05";
-    QTest::newRow("high tide") << "txtTideHigh"
-                               << "12:3.5"
-                               << "12:04";
-    QTest::newRow("low tide") << "txtTideLow"
-                              << "0000"
-                              << "00:00";
-}
-
-void tst_EntryRules::time_isRewrittenWhenLeft()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, typed);
-    QFETCH(QString, text);
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        Enter(editor, box.toLatin1(), typed.toLatin1());
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(BoxText(editor, box.toLatin1()), text.toStdString());
-        QVERIFY(Focused(editor) != box.toStdString());
-        SaveAndClose(editor);
-    });
-}
-
-void tst_EntryRules::time_empty_isAccepted()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        for (const char* box : {"txtTStart", "txtTEnd", "txtTideHigh", "txtTideLow", "txtSunRise",
-                                "txtSunSet", "txtMoonRise", "txtMoonSet"}) {
-            EmptyBox(editor, box);
+    void date_isRewrittenWhenLeft()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtStart", "2003-2-4");
             Press(editor, Qt::Key_Tab);
-            QVERIFY(Focused(editor) != box);
-        }
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::StartTime), "");
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonSet), "");
-}
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-04");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-04");
+    }
 
-void tst_EntryRules::date_empty_isRefused()
-{
-    for (const char* box : {"txtStart", "txtEnd"}) {
+    void date_inTheUsersOwnForm_isRewritten()
+    {
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtStart", "4.2.2003");
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-04");
+            SaveAndClose(editor);
+        });
+        QLocale::setDefault(QLocale::c());
+        QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-04");
+    }
+
+    void time_isRewrittenWhenLeft_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("start") << "txtTStart"
+                               << "0630"
+                               << "06:30";
+        QTest::newRow("end") << "txtTEnd"
+                             << "6:5"
+                             << "06:05";
+        QTest::newRow("high tide") << "txtTideHigh"
+                                   << "12:3.5"
+                                   << "12:04";
+        QTest::newRow("low tide") << "txtTideLow"
+                                  << "0000"
+                                  << "00:00";
+    }
+
+    void time_isRewrittenWhenLeft()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, typed);
+        QFETCH(QString, text);
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-            EmptyBox(editor, box);
+            Enter(editor, box.toLatin1(), typed.toLatin1());
             Press(editor, Qt::Key_Tab);
-            QCOMPARE(Focused(editor), box);
-            QVERIFY(IsRefused(editor, box));
-            Abandon(editor, program);
+            QCOMPARE(BoxText(editor, box.toLatin1()), text.toStdString());
+            QVERIFY(Focused(editor) != box.toStdString());
+            SaveAndClose(editor);
         });
     }
-}
 
-void tst_EntryRules::time_partThatIsNoNumber_isReportedAndRefused()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtTStart", ":");
-        program.reports.Expect("fEntry", "CheckTimeFormat", ErrorNumber::TypeMismatch);
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(Focused(editor), "txtTStart");
-        QVERIFY(IsRefused(editor, "txtTStart"));
-        EmptyBox(editor, "txtTStart");
-        SaveAndClose(editor);
-    });
-}
+    void time_empty_isAccepted()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            for (const char* box : {"txtTStart", "txtTEnd", "txtTideHigh", "txtTideLow", "txtSunRise",
+                                    "txtSunSet", "txtMoonRise", "txtMoonSet"}) {
+                EmptyBox(editor, box);
+                Press(editor, Qt::Key_Tab);
+                QVERIFY(Focused(editor) != box);
+            }
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::StartTime), "");
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonSet), "");
+    }
 
-void tst_EntryRules::refused_nothingElseHappens_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<int>("way");
-    const std::initializer_list<std::pair<const char*, const char*>> texts{
-        {"txtStart", "2003-02-31"}, {"txtEnd", "2003"},      {"txtTStart", "24:00"},  {"txtTEnd", "7:60"},
-        {"txtTideHigh", "630"},     {"txtSunRise", "99999"}, {"txtMoonSet", "25.00"},
-    };
-    for (const auto& [box, typed] : texts) {
-        for (std::size_t way = 0; way < Ways().size(); ++way) {
-            QTest::addRow("%s, %s", box, Ways()[way].name) << box << typed << static_cast<int>(way);
+    void date_empty_isRefused()
+    {
+        for (const char* box : {"txtStart", "txtEnd"}) {
+            ProgramWithPlace program;
+            Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+                EmptyBox(editor, box);
+                Press(editor, Qt::Key_Tab);
+                QCOMPARE(Focused(editor), box);
+                QVERIFY(IsRefused(editor, box));
+                Abandon(editor, program);
+            });
         }
     }
-}
 
-void tst_EntryRules::refused_nothingElseHappens()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, typed);
-    QFETCH(int, way);
-    const QByteArray name = box.toLatin1();
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    const std::string before = program.folder.Read("tarno.xml");
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtTideLowHt", "pending"); // so that saving would have something to write
-        Enter(editor, name, typed.toLatin1());
-        for (int time = 0; time < 2; ++time) { // the second refusal is like the first
-            Ways()[static_cast<std::size_t>(way)].act(editor);
-            QVERIFY(editor.isVisible());
-            QVERIFY(QApplication::activePopupWidget() == nullptr);
-            QCOMPARE(Focused(editor), name.toStdString());
-            QVERIFY(IsRefused(editor, name));
-            QCOMPARE(BoxText(editor, name), typed.toStdString());
-            QCOMPARE(Pages(editor).currentIndex(), 0);
-            QCOMPARE(Chosen(editor, "optTideSt"), 3);
-            QVERIFY(!IsChecked(editor, "chkMoon"));
-            QVERIFY(IsSaveEnabled(editor));
-            QCOMPARE(program.folder.Read("tarno.xml"), before);
+    void time_partThatIsNoNumber_isReportedAndRefused()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtTStart", ":");
+            program.reports.Expect("fEntry", "CheckTimeFormat", ErrorNumber::TypeMismatch);
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(Focused(editor), "txtTStart");
+            QVERIFY(IsRefused(editor, "txtTStart"));
+            EmptyBox(editor, "txtTStart");
+            SaveAndClose(editor);
+        });
+    }
+
+    void refused_nothingElseHappens_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("way");
+        const std::initializer_list<std::pair<const char*, const char*>> texts{
+            {"txtStart", "2003-02-31"}, {"txtEnd", "2003"},      {"txtTStart", "24:00"},  {"txtTEnd", "7:60"},
+            {"txtTideHigh", "630"},     {"txtSunRise", "99999"}, {"txtMoonSet", "25.00"},
+        };
+        for (const auto& [box, typed] : texts) {
+            for (std::size_t way = 0; way < Ways().size(); ++way) {
+                QTest::addRow("%s, %s", box, Ways()[way].name) << box << typed << static_cast<int>(way);
+            }
         }
-        // the box is in nobody's way once it holds something valid
-        Enter(editor, name,
-              name.startsWith("txtT") || name == "txtSunRise" || name == "txtMoonSet" ? "06:30"
-                                                                                      : "2003-02-06");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "pending");
-}
+    }
 
-void tst_EntryRules::refused_saveDisabled_writesNothing()
-{
-    for (const bool byMnemonic : {false, true}) {
+    void refused_nothingElseHappens()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, typed);
+        QFETCH(int, way);
+        const QByteArray name = box.toLatin1();
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
         const std::string before = program.folder.Read("tarno.xml");
         Edit(program, key, [&](QDialog& editor) {
-            Press(editor, Qt::Key_Tab);
-            TypeRefusedDate(editor);
-            QVERIFY(!IsSaveEnabled(editor));
-            if (byMnemonic) {
-                PressMnemonic(editor, Qt::Key_S, "cmdOK");
-            } else {
-                Save(editor);
+            Enter(editor, "txtTideLowHt", "pending"); // so that saving would have something to write
+            Enter(editor, name, typed.toLatin1());
+            for (int time = 0; time < 2; ++time) { // the second refusal is like the first
+                Ways()[static_cast<std::size_t>(way)].act(editor);
+                QVERIFY(editor.isVisible());
+                QVERIFY(QApplication::activePopupWidget() == nullptr);
+                QCOMPARE(Focused(editor), name.toStdString());
+                QVERIFY(IsRefused(editor, name));
+                QCOMPARE(BoxText(editor, name), typed.toStdString());
+                QCOMPARE(Pages(editor).currentIndex(), 0);
+                QCOMPARE(Chosen(editor, "optTideSt"), 3);
+                QVERIFY(!IsChecked(editor, "chkMoon"));
+                QVERIFY(IsSaveEnabled(editor));
+                QCOMPARE(program.folder.Read("tarno.xml"), before);
             }
-            QVERIFY(!IsSaveEnabled(editor));
-            QCOMPARE(Focused(editor), "txtStart");
+            // the box is in nobody's way once it holds something valid
+            Enter(editor, name,
+                  name.startsWith("txtT") || name == "txtSunRise" || name == "txtMoonSet" ? "06:30"
+                                                                                          : "2003-02-06");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "pending");
+    }
+
+    void refused_saveDisabled_writesNothing()
+    {
+        for (const bool byMnemonic : {false, true}) {
+            ProgramWithPlace program;
+            const int key = program.AddCompleteEntry();
+            const std::string before = program.folder.Read("tarno.xml");
+            Edit(program, key, [&](QDialog& editor) {
+                Press(editor, Qt::Key_Tab);
+                TypeRefusedDate(editor);
+                QVERIFY(!IsSaveEnabled(editor));
+                if (byMnemonic) {
+                    PressMnemonic(editor, Qt::Key_S, "cmdOK");
+                } else {
+                    Save(editor);
+                }
+                QVERIFY(!IsSaveEnabled(editor));
+                QCOMPARE(Focused(editor), "txtStart");
+                QVERIFY(IsRefused(editor, "txtStart"));
+                QCOMPARE(BoxText(editor, "txtStart"), "2003-02-31");
+                QCOMPARE(program.folder.Read("tarno.xml"), before);
+                Abandon(editor, program);
+            });
+        }
+    }
+
+    void refused_thenValid_isRestoredAndStored()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            const QPalette usual = Find<QWidget>(editor, "txtEnd").palette();
+            Enter(editor, "txtEnd", "2003-02-31");
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(IsRefused(editor, "txtEnd"));
+            Enter(editor, "txtEnd", "2003-02-28");
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(Focused(editor), "txtTEnd");
+            QVERIFY(!IsRefused(editor, "txtEnd"));
+            const QPalette restored = Find<QWidget>(editor, "txtEnd").palette();
+            QCOMPARE(restored.color(QPalette::Base), usual.color(QPalette::Base));
+            QCOMPARE(restored.color(QPalette::Text), usual.color(QPalette::Text));
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-28");
+    }
+
+    void refused_staysOrangeWhileTyping()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            TypeRefusedDate(editor);
+            QVERIFY(!IsRefused(editor, "txtStart")); // not before the box is left
+            Press(editor, Qt::Key_Tab);
             QVERIFY(IsRefused(editor, "txtStart"));
-            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-31");
-            QCOMPARE(program.folder.Read("tarno.xml"), before);
+            Press(editor, Qt::Key_Backspace);
+            QVERIFY(IsRefused(editor, "txtStart"));
             Abandon(editor, program);
         });
     }
-}
 
-void tst_EntryRules::refused_thenValid_isRestoredAndStored()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        const QPalette usual = Find<QWidget>(editor, "txtEnd").palette();
-        Enter(editor, "txtEnd", "2003-02-31");
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(IsRefused(editor, "txtEnd"));
-        Enter(editor, "txtEnd", "2003-02-28");
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(Focused(editor), "txtTEnd");
-        QVERIFY(!IsRefused(editor, "txtEnd"));
-        const QPalette restored = Find<QWidget>(editor, "txtEnd").palette();
-        QCOMPARE(restored.color(QPalette::Base), usual.color(QPalette::Base));
-        QCOMPARE(restored.color(QPalette::Text), usual.color(QPalette::Text));
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-28");
-}
-
-void tst_EntryRules::refused_staysOrangeWhileTyping()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        TypeRefusedDate(editor);
-        QVERIFY(!IsRefused(editor, "txtStart")); // not before the box is left
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(IsRefused(editor, "txtStart"));
-        Press(editor, Qt::Key_Backspace);
-        QVERIFY(IsRefused(editor, "txtStart"));
-        Abandon(editor, program);
-    });
-}
-
-void tst_EntryRules::refused_textIsReadable()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        QPalette dark;
-        dark.setColor(QPalette::Base, Qt::black);
-        dark.setColor(QPalette::Text, Qt::white);
-        editor.setPalette(dark);
-        TypeRefusedDate(editor);
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(Find<QWidget>(editor, "txtStart").palette().color(QPalette::Text), QColor(Qt::black));
-        Abandon(editor, program);
-        QVERIFY(!IsRefused(editor, "txtStart"));
-    });
-}
-
-void tst_EntryRules::refused_boxOnItsOwn_othersStayAsUsual()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        TypeRefusedDate(editor);
-        Press(editor, Qt::Key_Tab);
-        for (const char* box : {"txtEnd", "txtTStart", "txtMajor1"}) {
-            QVERIFY(!IsRefused(editor, box));
-        }
-        Abandon(editor, program);
-    });
-}
-
-void tst_EntryRules::refused_keysOfTheBoxItself_doNotLeaveIt()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        TypeRefusedDate(editor);
-        Press(editor, Qt::Key_F1);
-        Press(editor, Qt::Key_Left);
-        Press(editor, Qt::Key_A, Qt::ControlModifier);
-        QVERIFY(!IsRefused(editor, "txtStart")); // keys of the box itself do not leave it
-        QCOMPARE(Focused(editor), "txtStart");
-        Abandon(editor, program);
-    });
-}
-
-void tst_EntryRules::keys_thatDoNotPass_doNotAppear_data()
-{
-    AddFilteredBoxes();
-}
-
-void tst_EntryRules::keys_thatDoNotPass_doNotAppear()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, separator);
-    const QByteArray name = box.toLatin1();
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        Enter(editor, name, "a1 /,2;x.-:3+Z");
-        QCOMPARE(BoxText(editor, name), "12." + separator.toStdString() + "3");
-        Press(editor, Qt::Key_Backspace);
-        QCOMPARE(BoxText(editor, name), "12." + separator.toStdString());
-        Press(editor, Qt::Key_Home);
-        Type(editor, "x0");
-        QCOMPARE(BoxText(editor, name), "012." + separator.toStdString());
-        Enter(editor, name, separator == QLatin1String("-") ? "2003-02-05" : "0630");
-        SaveAndClose(editor);
-    });
-}
-
-void tst_EntryRules::keys_boxesWithoutFilter_takeAll()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        for (const char* box : {"txtMajor1", "txtMinor2", "txtTideLowHt", "txtTideHighHt", "txtAirTemp",
-                                "txtWaterTemp", "txtPressure"}) {
-            Enter(editor, box, "a1 /,2;x.-:3+Z");
-            QCOMPARE(BoxText(editor, box), "a1 /,2;x.-:3+Z");
-        }
-        SaveAndClose(editor);
-    });
-}
-
-void tst_EntryRules::pasted_textIsFiltered_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("pasted");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("date among words") << "txtStart"
-                                      << "on 2003-02-07, early"
-                                      << "2003-02-07";
-    QTest::newRow("date with slashes") << "txtEnd"
-                                       << "2003/02/07"
-                                       << "20030207";
-    QTest::newRow("time among words") << "txtTStart"
-                                      << "at 06:45 pm"
-                                      << "06:45";
-    QTest::newRow("several lines") << "txtTideHigh"
-                                   << "06\n:45\n"
-                                   << "06:45";
-    QTest::newRow("letters only") << "txtSunRise"
-                                  << "sunrise"
-                                  << "";
-    QTest::newRow("other digits") << "txtMoonRise"
-                                  << "\xD9\xA0\xD9\xA6:45"
-                                  << ":45";
-    QTest::newRow("moon") << "txtMoon"
-                          << "45 %"
-                          << "45";
-}
-
-void tst_EntryRules::pasted_textIsFiltered()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, pasted);
-    QFETCH(QString, text);
-    const QByteArray name = box.toLatin1();
-    ProgramWithPlace program;
-    program.messages.Expect(saveQuestion, Button::No);
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        EmptyBox(editor, name);
-        QApplication::clipboard()->setText(pasted);
-        Press(editor, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(BoxText(editor, name), text.toStdString());
-        Enter(editor, name, name == "txtStart" || name == "txtEnd" ? "2003-02-05" : "");
-        Enter(editor, "txtTideLowHt", "changed");
-        Close(editor);
-    });
-}
-
-void tst_EntryRules::dropped_textIsFiltered()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        EmptyBox(editor, "txtTEnd");
-        auto& box = Find<QLineEdit>(editor, "txtTEnd");
-        QMimeData data;
-        data.setText(QStringLiteral("until 12:30"));
-        QDragEnterEvent enter(box.rect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box, &enter);
-        QDropEvent drop(box.rect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box, &drop);
-        QCOMPARE(BoxText(editor, "txtTEnd"), "12:30");
-        SaveAndClose(editor);
-    });
-}
-
-void tst_EntryRules::composed_textIsFiltered()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        EmptyBox(editor, "txtTEnd");
-        for (const char* committed : {"1", "\xEF\xBC\x92", "2:", "\xE6\x99\x82", "a3"}) {
-            QInputMethodEvent event;
-            event.setCommitString(QString::fromUtf8(committed));
-            QApplication::sendEvent(&Find<QLineEdit>(editor, "txtTEnd"), &event);
-        }
-        QCOMPARE(BoxText(editor, "txtTEnd"), "12:3");
-        SaveAndClose(editor);
-    });
-}
-
-void tst_EntryRules::undone_textIsNeverUnfiltered()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        Enter(editor, "txtTEnd", "x1y2z:30");
-        const QString allowed = QStringLiteral("0123456789:.");
-        for (const Qt::Key key : {Qt::Key_Z, Qt::Key_Z, Qt::Key_Z, Qt::Key_Y, Qt::Key_Y, Qt::Key_Y}) {
-            Press(editor, key, Qt::ControlModifier);
-            for (const QChar letter : FromUtf8(BoxText(editor, "txtTEnd"))) {
-                QVERIFY(allowed.contains(letter));
-            }
-        }
-        Enter(editor, "txtTEnd", "12:30");
-        SaveAndClose(editor);
-    });
-}
-
-void tst_EntryRules::wordShownByTheForecast_canBeEditedAndDeleted()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::SunRise, "never"}, {EntryField::SunSet, "sets"}});
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(BoxText(editor, "txtSunRise"), "never");
-        GoTo(editor, "txtSunRise");
-        Press(editor, Qt::Key_End);
-        Type(editor, "x");
-        QCOMPARE(BoxText(editor, "txtSunRise"), "never");
-        for (int letter = 0; letter < 5; ++letter) {
-            Press(editor, Qt::Key_Backspace);
-        }
-        Type(editor, "0611");
-        Enter(editor, "txtSunSet", "1900");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::SunRise), "06:11");
-    QCOMPARE(program.StoredEntry(key, EntryField::SunSet), "19:00");
-}
-
-void tst_EntryRules::order_startAfterEnd_movesTheEndBox()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry(
-        {{EntryField::StartDate, "2003-05-07"}, {EntryField::EndDate, "2003-05-08"}});
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtStart", "2003-05-10");
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-05-08");
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-05-10");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-05-10");
-    QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-05-08"); // its box was never left
-}
-
-void tst_EntryRules::order_startAfterEnd_storesTheEndWhenItsBoxIsLeft()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtStart", "2003-05-10");
-        GoTo(editor, "txtEnd");
-        Press(editor, Qt::Key_Tab);
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-05-10");
-}
-
-void tst_EntryRules::order_endBeforeStart_isStoredAtOnce()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtEnd", "2003-1-1");
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-05");
-        QCOMPARE(BoxText(editor, "txtStart"), "2003-02-05");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-05");
-    QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-05");
-}
-
-void tst_EntryRules::order_appliesThoughTheTextIsUnchanged()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-01-01"}});
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-01-01");
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-05");
-        QVERIFY(!IsSaveEnabled(editor)); // only the box so far
-        GoTo(editor, "txtEnd");
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(IsSaveEnabled(editor));
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-05");
-}
-
-void tst_EntryRules::order_endThatIsNoDate_staysAsItIs()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::EndDate, "later"}});
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtStart", "2003-05-10");
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(BoxText(editor, "txtEnd"), "later");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "later");
-}
-
-void tst_EntryRules::order_equalDates_areInOrder()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry({{EntryField::EndDate, "2003-2-5"}}), [](QDialog& editor) {
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-2-5");
-        Close(editor);
-    });
-}
-
-void tst_EntryRules::step_movesTheDateByOneDay_data()
-{
-    QTest::addColumn<QString>("label");
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("to");
-    const auto row = [](const char* label, const char* from, const char* to) {
-        QTest::addRow("%s on %s", label, from) << label << from << to;
-    };
-    row("lblStPlus", "2003-12-31", "2004-01-01");
-    row("lblStPlus", "2003-02-28", "2003-03-01");
-    row("lblStPlus", "2004-02-28", "2004-02-29");
-    row("lblStPlus", "1900-02-28", "1900-03-01");
-    row("lblStPlus", "2003-05-07", "2003-05-08");
-    row("lblStMinus", "2004-01-01", "2003-12-31");
-    row("lblStMinus", "2004-03-01", "2004-02-29");
-    row("lblStMinus", "0001-01-02", "0001-01-01");
-    row("lblEndPlus", "2003-12-31", "2004-01-01");
-    row("lblEndPlus", "9999-12-30", "9999-12-31");
-    row("lblEndMinus", "2004-03-01", "2004-02-29");
-    row("lblEndMinus", "2003-10-01", "2003-09-30");
-}
-
-void tst_EntryRules::step_movesTheDateByOneDay()
-{
-    QFETCH(QString, label);
-    QFETCH(QString, from);
-    QFETCH(QString, to);
-    const bool start = label.startsWith(QLatin1String("lblSt"));
-    const char* box = start ? "txtStart" : "txtEnd";
-    ProgramWithPlace program;
-    const int key =
-        program.AddCompleteEntry({{EntryField::StartDate, start ? from.toStdString() : "1850-01-01"},
-                                  {EntryField::EndDate, start ? "9999-12-31" : from.toStdString()}});
-    Edit(program, key, [&](QDialog& editor) {
-        Click(editor, label.toLatin1());
-        QCOMPARE(BoxText(editor, box), to.toStdString());
-        QVERIFY(IsSaveEnabled(editor));
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, start ? EntryField::StartDate : EntryField::EndDate), to.toStdString());
-}
-
-void tst_EntryRules::step_isStoredAndRecalculatesAtOnce()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry(
-        {{EntryField::StartDate, "2003-01-17"}, {EntryField::EndDate, "2003-01-31"}});
-    Edit(program, key, [&](QDialog& editor) {
-        Click(editor, "lblStPlus");
-        QCOMPARE(BoxText(editor, "txtMoon"), "98");
-        QVERIFY(BoxText(editor, "txtSunRise") != "06:11");
-        QVERIFY(BoxText(editor, "txtMajor1") != "04:01");
-        // nobody leaves the box before the entry is saved
-        Find<QAbstractButton>(editor, "cmdOK").click();
-        QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-01-18");
-        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");
-        Close(editor);
-    });
-}
-
-void tst_EntryRules::step_startBeyondEnd_movesTheEndBox()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-02-05"}});
-    Edit(program, key, [](QDialog& editor) {
-        Click(editor, "lblStPlus");
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-06");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-05");
-}
-
-void tst_EntryRules::step_endBeforeStart_movesTheEndToTheStart()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-02-05"}});
-    Edit(program, key, [](QDialog& editor) {
-        Click(editor, "lblEndMinus");
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-05");
-        Click(editor, "lblEndPlus");
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-06");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-06");
-}
-
-void tst_EntryRules::step_ofATypedDate_countsFromIt()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-12-31"}});
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtStart", "2003-9-30");
-        Click(editor, "lblStPlus");
-        QCOMPARE(BoxText(editor, "txtStart"), "2003-10-01");
-        QCOMPARE(Focused(editor), "txtStart");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-10-01");
-}
-
-void tst_EntryRules::step_onNoDate_isReportedAndChangesNothing_data()
-{
-    QTest::addColumn<QString>("label");
-    for (const char* label : {"lblStPlus", "lblStMinus", "lblEndPlus", "lblEndMinus"}) {
-        QTest::newRow(label) << label;
+    void refused_textIsReadable()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            QPalette dark;
+            dark.setColor(QPalette::Base, Qt::black);
+            dark.setColor(QPalette::Text, Qt::white);
+            editor.setPalette(dark);
+            TypeRefusedDate(editor);
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(Find<QWidget>(editor, "txtStart").palette().color(QPalette::Text), QColor(Qt::black));
+            Abandon(editor, program);
+            QVERIFY(!IsRefused(editor, "txtStart"));
+        });
     }
-}
 
-void tst_EntryRules::step_onNoDate_isReportedAndChangesNothing()
-{
-    QFETCH(QString, label);
-    ProgramWithPlace program;
-    const int key =
-        program.AddCompleteEntry({{EntryField::StartDate, "soon"}, {EntryField::EndDate, "later"}});
-    const std::string before = program.folder.Read("tarno.xml");
-    Edit(program, key, [&](QDialog& editor) {
-        program.reports.Expect("fEntry", label.toStdString() + "_Click", ErrorNumber::TypeMismatch);
-        Click(editor, label.toLatin1());
-        QCOMPARE(BoxText(editor, "txtStart"), "soon");
-        QCOMPARE(BoxText(editor, "txtEnd"), "later");
-        QVERIFY(!IsRefused(editor, "txtStart"));
-        Close(editor);
-    });
-    QCOMPARE(program.folder.Read("tarno.xml"), before);
-}
+    void refused_boxOnItsOwn_othersStayAsUsual()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            TypeRefusedDate(editor);
+            Press(editor, Qt::Key_Tab);
+            for (const char* box : {"txtEnd", "txtTStart", "txtMajor1"}) {
+                QVERIFY(!IsRefused(editor, box));
+            }
+            Abandon(editor, program);
+        });
+    }
 
-void tst_EntryRules::step_beyondTheCalendar_isReportedAndChangesNothing_data()
-{
-    QTest::addColumn<QString>("label");
-    QTest::addColumn<QString>("date");
-    QTest::newRow("before the first day") << "lblStMinus"
-                                          << "0001-01-01";
-    QTest::newRow("behind the last day") << "lblEndPlus"
-                                         << "9999-12-31";
-}
+    void refused_keysOfTheBoxItself_doNotLeaveIt()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            TypeRefusedDate(editor);
+            Press(editor, Qt::Key_F1);
+            Press(editor, Qt::Key_Left);
+            Press(editor, Qt::Key_A, Qt::ControlModifier);
+            QVERIFY(!IsRefused(editor, "txtStart")); // keys of the box itself do not leave it
+            QCOMPARE(Focused(editor), "txtStart");
+            Abandon(editor, program);
+        });
+    }
 
-void tst_EntryRules::step_beyondTheCalendar_isReportedAndChangesNothing()
-{
-    QFETCH(QString, label);
-    QFETCH(QString, date);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry(
-        {{EntryField::StartDate, date.toStdString()}, {EntryField::EndDate, date.toStdString()}});
-    Edit(program, key, [&](QDialog& editor) {
-        program.reports.Expect("fEntry", label.toStdString() + "_Click", ErrorNumber::Overflow);
-        Click(editor, label.toLatin1());
-        QCOMPARE(BoxText(editor, "txtStart"), date.toStdString());
-        QCOMPARE(BoxText(editor, "txtEnd"), date.toStdString());
-        Close(editor);
-    });
-}
+    void keys_thatDoNotPass_doNotAppear_data() { AddFilteredBoxes(); }
 
-void tst_EntryRules::step_leavesFocusAndCheckAlone()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        Enter(editor, "txtTStart", "99");
-        Click(editor, "lblEndPlus");
-        QCOMPARE(Focused(editor), "txtTStart");
-        QVERIFY(!IsRefused(editor, "txtTStart"));
-        QCOMPARE(BoxText(editor, "txtTStart"), "99");
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-07");
-        Enter(editor, "txtTStart", "9:9");
-        SaveAndClose(editor);
-    });
-}
+    void keys_thatDoNotPass_doNotAppear()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, separator);
+        const QByteArray name = box.toLatin1();
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            Enter(editor, name, "a1 /,2;x.-:3+Z");
+            QCOMPARE(BoxText(editor, name), "12." + separator.toStdString() + "3");
+            Press(editor, Qt::Key_Backspace);
+            QCOMPARE(BoxText(editor, name), "12." + separator.toStdString());
+            Press(editor, Qt::Key_Home);
+            Type(editor, "x0");
+            QCOMPARE(BoxText(editor, name), "012." + separator.toStdString());
+            Enter(editor, name, separator == QLatin1String("-") ? "2003-02-05" : "0630");
+            SaveAndClose(editor);
+        });
+    }
 
-void tst_EntryRules::step_byArrowKeys()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Press(editor, Qt::Key_Down);
-        QCOMPARE(BoxText(editor, "txtStart"), "2003-02-04");
-        GoTo(editor, "txtEnd");
-        Press(editor, Qt::Key_Up);
-        QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-07");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-04");
-    QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-07");
-}
+    void keys_boxesWithoutFilter_takeAll()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            for (const char* box : {"txtMajor1", "txtMinor2", "txtTideLowHt", "txtTideHighHt", "txtAirTemp",
+                                    "txtWaterTemp", "txtPressure"}) {
+                Enter(editor, box, "a1 /,2;x.-:3+Z");
+                QCOMPARE(BoxText(editor, box), "a1 /,2;x.-:3+Z");
+            }
+            SaveAndClose(editor);
+        });
+    }
 
-void tst_EntryRules::step_restoresARefusedBox()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        TypeRefusedDate(editor);
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(IsRefused(editor, "txtStart"));
-        Enter(editor, "txtStart", "2003-02-28");
-        Click(editor, "lblStMinus");
-        QCOMPARE(BoxText(editor, "txtStart"), "2003-02-27");
-        QVERIFY(!IsRefused(editor, "txtStart"));
-        SaveAndClose(editor);
-    });
-}
+    void pasted_textIsFiltered_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("date among words") << "txtStart"
+                                          << "on 2003-02-07, early"
+                                          << "2003-02-07";
+        QTest::newRow("date with slashes") << "txtEnd"
+                                           << "2003/02/07"
+                                           << "20030207";
+        QTest::newRow("time among words") << "txtTStart"
+                                          << "at 06:45 pm"
+                                          << "06:45";
+        QTest::newRow("several lines") << "txtTideHigh"
+                                       << "06\n:45\n"
+                                       << "06:45";
+        QTest::newRow("letters only") << "txtSunRise"
+                                      << "sunrise"
+                                      << "";
+        QTest::newRow("other digits") << "txtMoonRise"
+                                      << "\xD9\xA0\xD9\xA6:45"
+                                      << ":45";
+        QTest::newRow("moon") << "txtMoon"
+                              << "45 %"
+                              << "45";
+    }
 
-QTEST_MAIN(tst_EntryRules)
+    void pasted_textIsFiltered()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, pasted);
+        QFETCH(QString, text);
+        const QByteArray name = box.toLatin1();
+        ProgramWithPlace program;
+        program.messages.Expect(saveQuestion, Button::No);
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            EmptyBox(editor, name);
+            QApplication::clipboard()->setText(pasted);
+            Press(editor, Qt::Key_V, Qt::ControlModifier);
+            QCOMPARE(BoxText(editor, name), text.toStdString());
+            Enter(editor, name, name == "txtStart" || name == "txtEnd" ? "2003-02-05" : "");
+            Enter(editor, "txtTideLowHt", "changed");
+            Close(editor);
+        });
+    }
+
+    void dropped_textIsFiltered()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            EmptyBox(editor, "txtTEnd");
+            auto& box = Find<QLineEdit>(editor, "txtTEnd");
+            QMimeData data;
+            data.setText(QStringLiteral("until 12:30"));
+            QDragEnterEvent enter(box.rect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(&box, &enter);
+            QDropEvent drop(box.rect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(&box, &drop);
+            QCOMPARE(BoxText(editor, "txtTEnd"), "12:30");
+            SaveAndClose(editor);
+        });
+    }
+
+    void composed_textIsFiltered()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            EmptyBox(editor, "txtTEnd");
+            for (const char* committed : {"1", "\xEF\xBC\x92", "2:", "\xE6\x99\x82", "a3"}) {
+                QInputMethodEvent event;
+                event.setCommitString(QString::fromUtf8(committed));
+                QApplication::sendEvent(&Find<QLineEdit>(editor, "txtTEnd"), &event);
+            }
+            QCOMPARE(BoxText(editor, "txtTEnd"), "12:3");
+            SaveAndClose(editor);
+        });
+    }
+
+    void undone_textIsNeverUnfiltered()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            Enter(editor, "txtTEnd", "x1y2z:30");
+            const QString allowed = QStringLiteral("0123456789:.");
+            for (const Qt::Key key : {Qt::Key_Z, Qt::Key_Z, Qt::Key_Z, Qt::Key_Y, Qt::Key_Y, Qt::Key_Y}) {
+                Press(editor, key, Qt::ControlModifier);
+                for (const QChar letter : FromUtf8(BoxText(editor, "txtTEnd"))) {
+                    QVERIFY(allowed.contains(letter));
+                }
+            }
+            Enter(editor, "txtTEnd", "12:30");
+            SaveAndClose(editor);
+        });
+    }
+
+    void wordShownByTheForecast_canBeEditedAndDeleted()
+    {
+        ProgramWithPlace program;
+        const int key =
+            program.AddCompleteEntry({{EntryField::SunRise, "never"}, {EntryField::SunSet, "sets"}});
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(BoxText(editor, "txtSunRise"), "never");
+            GoTo(editor, "txtSunRise");
+            Press(editor, Qt::Key_End);
+            Type(editor, "x");
+            QCOMPARE(BoxText(editor, "txtSunRise"), "never");
+            for (int letter = 0; letter < 5; ++letter) {
+                Press(editor, Qt::Key_Backspace);
+            }
+            Type(editor, "0611");
+            Enter(editor, "txtSunSet", "1900");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::SunRise), "06:11");
+        QCOMPARE(program.StoredEntry(key, EntryField::SunSet), "19:00");
+    }
+
+    void order_startAfterEnd_movesTheEndBox()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(
+            {{EntryField::StartDate, "2003-05-07"}, {EntryField::EndDate, "2003-05-08"}});
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtStart", "2003-05-10");
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-05-08");
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-05-10");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-05-10");
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-05-08"); // its box was never left
+    }
+
+    void order_startAfterEnd_storesTheEndWhenItsBoxIsLeft()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtStart", "2003-05-10");
+            GoTo(editor, "txtEnd");
+            Press(editor, Qt::Key_Tab);
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-05-10");
+    }
+
+    void order_endBeforeStart_isStoredAtOnce()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtEnd", "2003-1-1");
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-05");
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-05");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-05");
+        QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-05");
+    }
+
+    void order_appliesThoughTheTextIsUnchanged()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-01-01"}});
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-01-01");
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-05");
+            QVERIFY(!IsSaveEnabled(editor)); // only the box so far
+            GoTo(editor, "txtEnd");
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(IsSaveEnabled(editor));
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-05");
+    }
+
+    void order_endThatIsNoDate_staysAsItIs()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::EndDate, "later"}});
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtStart", "2003-05-10");
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(BoxText(editor, "txtEnd"), "later");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "later");
+    }
+
+    void order_equalDates_areInOrder()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry({{EntryField::EndDate, "2003-2-5"}}), [](QDialog& editor) {
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-2-5");
+            Close(editor);
+        });
+    }
+
+    void step_movesTheDateByOneDay_data()
+    {
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        const auto row = [](const char* label, const char* from, const char* to) {
+            QTest::addRow("%s on %s", label, from) << label << from << to;
+        };
+        row("lblStPlus", "2003-12-31", "2004-01-01");
+        row("lblStPlus", "2003-02-28", "2003-03-01");
+        row("lblStPlus", "2004-02-28", "2004-02-29");
+        row("lblStPlus", "1900-02-28", "1900-03-01");
+        row("lblStPlus", "2003-05-07", "2003-05-08");
+        row("lblStMinus", "2004-01-01", "2003-12-31");
+        row("lblStMinus", "2004-03-01", "2004-02-29");
+        row("lblStMinus", "0001-01-02", "0001-01-01");
+        row("lblEndPlus", "2003-12-31", "2004-01-01");
+        row("lblEndPlus", "9999-12-30", "9999-12-31");
+        row("lblEndMinus", "2004-03-01", "2004-02-29");
+        row("lblEndMinus", "2003-10-01", "2003-09-30");
+    }
+
+    void step_movesTheDateByOneDay()
+    {
+        QFETCH(QString, label);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        const bool start = label.startsWith(QLatin1String("lblSt"));
+        const char* box = start ? "txtStart" : "txtEnd";
+        ProgramWithPlace program;
+        const int key =
+            program.AddCompleteEntry({{EntryField::StartDate, start ? from.toStdString() : "1850-01-01"},
+                                      {EntryField::EndDate, start ? "9999-12-31" : from.toStdString()}});
+        Edit(program, key, [&](QDialog& editor) {
+            Click(editor, label.toLatin1());
+            QCOMPARE(BoxText(editor, box), to.toStdString());
+            QVERIFY(IsSaveEnabled(editor));
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, start ? EntryField::StartDate : EntryField::EndDate),
+                 to.toStdString());
+    }
+
+    void step_isStoredAndRecalculatesAtOnce()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(
+            {{EntryField::StartDate, "2003-01-17"}, {EntryField::EndDate, "2003-01-31"}});
+        Edit(program, key, [&](QDialog& editor) {
+            Click(editor, "lblStPlus");
+            QCOMPARE(BoxText(editor, "txtMoon"), "98");
+            QVERIFY(BoxText(editor, "txtSunRise") != "06:11");
+            QVERIFY(BoxText(editor, "txtMajor1") != "04:01");
+            // nobody leaves the box before the entry is saved
+            Find<QAbstractButton>(editor, "cmdOK").click();
+            QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-01-18");
+            QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");
+            Close(editor);
+        });
+    }
+
+    void step_startBeyondEnd_movesTheEndBox()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-02-05"}});
+        Edit(program, key, [](QDialog& editor) {
+            Click(editor, "lblStPlus");
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-06");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-05");
+    }
+
+    void step_endBeforeStart_movesTheEndToTheStart()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-02-05"}});
+        Edit(program, key, [](QDialog& editor) {
+            Click(editor, "lblEndMinus");
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-05");
+            Click(editor, "lblEndPlus");
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-06");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-06");
+    }
+
+    void step_ofATypedDate_countsFromIt()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-12-31"}});
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtStart", "2003-9-30");
+            Click(editor, "lblStPlus");
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-10-01");
+            QCOMPARE(Focused(editor), "txtStart");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-10-01");
+    }
+
+    void step_onNoDate_isReportedAndChangesNothing_data()
+    {
+        QTest::addColumn<QString>("label");
+        for (const char* label : {"lblStPlus", "lblStMinus", "lblEndPlus", "lblEndMinus"}) {
+            QTest::newRow(label) << label;
+        }
+    }
+
+    void step_onNoDate_isReportedAndChangesNothing()
+    {
+        QFETCH(QString, label);
+        ProgramWithPlace program;
+        const int key =
+            program.AddCompleteEntry({{EntryField::StartDate, "soon"}, {EntryField::EndDate, "later"}});
+        const std::string before = program.folder.Read("tarno.xml");
+        Edit(program, key, [&](QDialog& editor) {
+            program.reports.Expect("fEntry", label.toStdString() + "_Click", ErrorNumber::TypeMismatch);
+            Click(editor, label.toLatin1());
+            QCOMPARE(BoxText(editor, "txtStart"), "soon");
+            QCOMPARE(BoxText(editor, "txtEnd"), "later");
+            QVERIFY(!IsRefused(editor, "txtStart"));
+            Close(editor);
+        });
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
+
+    void step_beyondTheCalendar_isReportedAndChangesNothing_data()
+    {
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("date");
+        QTest::newRow("before the first day") << "lblStMinus"
+                                              << "0001-01-01";
+        QTest::newRow("behind the last day") << "lblEndPlus"
+                                             << "9999-12-31";
+    }
+
+    void step_beyondTheCalendar_isReportedAndChangesNothing()
+    {
+        QFETCH(QString, label);
+        QFETCH(QString, date);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(
+            {{EntryField::StartDate, date.toStdString()}, {EntryField::EndDate, date.toStdString()}});
+        Edit(program, key, [&](QDialog& editor) {
+            program.reports.Expect("fEntry", label.toStdString() + "_Click", ErrorNumber::Overflow);
+            Click(editor, label.toLatin1());
+            QCOMPARE(BoxText(editor, "txtStart"), date.toStdString());
+            QCOMPARE(BoxText(editor, "txtEnd"), date.toStdString());
+            Close(editor);
+        });
+    }
+
+    void step_leavesFocusAndCheckAlone()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            Enter(editor, "txtTStart", "99");
+            Click(editor, "lblEndPlus");
+            QCOMPARE(Focused(editor), "txtTStart");
+            QVERIFY(!IsRefused(editor, "txtTStart"));
+            QCOMPARE(BoxText(editor, "txtTStart"), "99");
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-07");
+            Enter(editor, "txtTStart", "9:9");
+            SaveAndClose(editor);
+        });
+    }
+
+    void step_byArrowKeys()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Press(editor, Qt::Key_Down);
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-04");
+            GoTo(editor, "txtEnd");
+            Press(editor, Qt::Key_Up);
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-07");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-04");
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-07");
+    }
+
+    void step_restoresARefusedBox()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            TypeRefusedDate(editor);
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(IsRefused(editor, "txtStart"));
+            Enter(editor, "txtStart", "2003-02-28");
+            Click(editor, "lblStMinus");
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-27");
+            QVERIFY(!IsRefused(editor, "txtStart"));
+            SaveAndClose(editor);
+        });
+    }
+};
+
+TEST_CLASS(tst_EntryRules)
 #include "tst_EntryRules.moc"

@@ -4,6 +4,7 @@
 #include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/RaisedNumber.h"
+#include "support/TestClass.h"
 #include "ui/entry/PictureFile.h"
 
 #include <QScrollBar>
@@ -156,181 +157,165 @@ class tst_HostilePictures : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noPicture_isAProblem_data();
-    void noPicture_isAProblem();
-    void cutOffPicture_isShownOrAProblem_data();
-    void cutOffPicture_isShownOrAProblem();
-    void damagedPicture_isShownOrAProblem_data();
-    void damagedPicture_isShownOrAProblem();
-    void device_isAProblem();
-    void pipe_isAProblem();
-    void unreadableFile_isAProblem();
-    void drawing_thatRefersToAPipe_isAProblem();
-    void drawing_packed_isAProblem();
-    void cleanupTestCase();
+
+    void noPicture_isAProblem_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        const auto add = [](const char* name, const std::string& bytes) {
+            QTest::newRow(name) << QByteArray::fromStdString(bytes);
+        };
+        add("nothing", "");
+        add("one byte", "x");
+        add("text", "This is no picture.\r\n");
+        add("zeros", std::string(100000, '\0'));
+        add("markup", "<?xml version=\"1.0\"?><data/>");
+        add("start of a PNG", "\x89PNG\r\n\x1A\n");
+        add("start of a JPEG", "\xFF\xD8\xFF");
+        add("start of a GIF", "GIF89a");
+        add("start of a BMP", "BM");
+        add("start of a TIFF", "II*\0"s);
+        add("start of an ICO", "\0\0\x01\0"s);
+        add("PNG of 60000 x 60000", PngClaiming(60000, 60000));
+        add("PNG of 2147483647 x 2147483647", PngClaiming(0x7FFFFFFF, 0x7FFFFFFF));
+        add("PNG of 0 x 0", PngClaiming(0, 0));
+        add("PNG of a single bit a pixel", LargeOneBitPng());
+        add("BMP of 60000 x 60000", BmpClaiming(60000, 60000));
+        add("BMP of 60000 x -60000", BmpClaiming(60000, static_cast<std::uint32_t>(-60000)));
+        add("BMP of 0 x 0", BmpClaiming(0, 0));
+        add("BMP of -1 x 2147483648", BmpClaiming(0xFFFFFFFF, 0x80000000));
+        add("GIF of 60000 x 60000", GifClaiming(60000, 60000));
+        add("JPEG of 65500 x 65500", JpegClaiming(65500, 65500));
+        add("JPEG of 0 x 0", JpegClaiming(0, 0));
+        add("TIFF whose directory is behind the end", "II*\0\xFF\xFF\xFF\x7F"s);
+        add("TIFF without an entry", Tiff("\0\0"s + Pictures::Little32(0)));
+        add("TIFF that goes round", Tiff("\0\0"s + Pictures::Little32(8)));
+        add("TIFF of 60000 x 60000", Tiff("\x04\0"s + TiffEntry(256, 60000) + TiffEntry(257, 60000) +
+                                          TiffEntry(273, 8) + TiffEntry(279, 10) + Pictures::Little32(0)));
+        add("TIFF of a billion strips",
+            Tiff("\x04\0"s + TiffEntry(256, 8) + TiffEntry(257, 8) + TiffEntry(273, 8, 0x7FFFFFFF) +
+                 TiffEntry(279, 8, 0x7FFFFFFF) + Pictures::Little32(0)));
+        add("ICO whose picture is behind the end", Ico(1, 0x7FFFFFF0));
+        add("ICO of 65535 pictures", Ico(65535, 22));
+        add("ICO that is its own picture", Ico(1, 0));
+    }
+
+    void noPicture_isAProblem()
+    {
+        QFETCH(QByteArray, bytes);
+        ProgramWithPlace program;
+        program.folder.Write("catch.jpg", bytes.toStdString());
+        QVERIFY(!IsReadable(program.folder.PathOf("catch.jpg")));
+        ShowWithEntry(program, program.folder.PathOf("catch.jpg"), false);
+    }
+
+    void cutOffPicture_isShownOrAProblem_data()
+    {
+        QTest::addColumn<QString>("format");
+        for (const char* format : {"png", "jpg", "bmp", "tif", "ico", "gif"}) {
+            QTest::newRow(format) << format;
+        }
+    }
+
+    void cutOffPicture_isShownOrAProblem()
+    {
+        QFETCH(QString, format);
+        const std::string whole = format == QLatin1String("gif")
+                                      ? Pictures::AnimatedGif()
+                                      : Pictures::Encoded(Pictures::Drawn(200, 150), format.toLatin1());
+        ProgramWithPlace program;
+        const std::string path = program.folder.PathOf("catch.png");
+        program.folder.Write("catch.png", whole);
+        ShowWithEntry(program, path, true);
+        for (const std::size_t percent : {1, 5, 20, 50, 80, 95, 99}) {
+            program.folder.Write("catch.png", whole.substr(0, whole.size() * percent / 100));
+            ShowWithEntry(program, path, IsReadable(path));
+        }
+        program.folder.Write("catch.png", whole.substr(0, 12));
+        ShowWithEntry(program, path, false);
+    }
+
+    void damagedPicture_isShownOrAProblem_data() { cutOffPicture_isShownOrAProblem_data(); }
+
+    /// One byte in seventeen is changed, all over the file, headers included.
+    void damagedPicture_isShownOrAProblem()
+    {
+        QFETCH(QString, format);
+        const std::string whole = format == QLatin1String("gif")
+                                      ? Pictures::AnimatedGif()
+                                      : Pictures::Encoded(Pictures::Drawn(40, 30), format.toLatin1());
+        ProgramWithPlace program;
+        const std::string path = program.folder.PathOf("catch.png");
+        for (std::size_t first = 0; first < 17; ++first) {
+            std::string damaged = whole;
+            for (std::size_t place = first; place < damaged.size(); place += 17) {
+                damaged[place] = static_cast<char>(~damaged[place]);
+            }
+            program.folder.Write("catch.png", damaged);
+            ShowWithEntry(program, path, IsReadable(path));
+        }
+    }
+
+    void device_isAProblem()
+    {
+        NOT_ON_WINDOWS("devices among the files");
+        ProgramWithPlace program;
+        QVERIFY(!IsReadable("/dev/zero"));
+        ShowWithEntry(program, "/dev/zero", false);
+    }
+
+    void pipe_isAProblem()
+    {
+        NOT_ON_WINDOWS("pipes");
+        ProgramWithPlace program;
+        program.folder.MakePipe("catch.jpg");
+        QVERIFY(!IsReadable(program.folder.PathOf("catch.jpg")));
+        ShowWithEntry(program, program.folder.PathOf("catch.jpg"), false);
+    }
+
+    void unreadableFile_isAProblem()
+    {
+        ProgramWithPlace program;
+        program.folder.Write("catch.png", Pictures::Png(20, 10));
+        std::filesystem::permissions(program.folder.PathOf("catch.png"), std::filesystem::perms::none);
+        const PlainUser user(program.folder);
+        if (!PlainUser::IsPlain()) {
+            QSKIP(PlainUser::whyNot);
+        }
+        ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
+    }
+
+    void drawing_thatRefersToAPipe_isAProblem()
+    {
+        NOT_ON_WINDOWS("pipes");
+        ProgramWithPlace program;
+        program.folder.MakePipe("pipe.png");
+        program.folder.Write("catch.png",
+                             "<?xml version=\"1.0\"?><svg xmlns=\"http://www.w3.org/2000/svg\" "
+                             "xmlns:xlink=\"http://www.w3.org/1999/xlink\" width=\"9\" height=\"9\">"
+                             "<image width=\"9\" height=\"9\" xlink:href=\"" +
+                                 program.folder.PathOf("pipe.png") + "\"/></svg>");
+        QVERIFY(!IsReadable(program.folder.PathOf("catch.png")));
+        ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
+    }
+
+    /// Unpacking it could fill the memory, whatever it claims.
+    void drawing_packed_isAProblem()
+    {
+        ProgramWithPlace program;
+        QByteArray packed =
+            qCompress(QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'>") +
+                      QByteArray(20'000'000, ' ') + "</svg>");
+        // the frame of a gzip file around what stands between the frame of zlib
+        packed =
+            QByteArray("\x1F\x8B\x08\0\0\0\0\0\0\x03", 10) + packed.mid(6).chopped(4) + QByteArray(8, '\0');
+        program.folder.Write("catch.png", packed.toStdString());
+        QVERIFY(!IsReadable(program.folder.PathOf("catch.png")));
+        ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
+    }
+
+    /// No file, whatever it claimed, took much more than a picture of the largest size takes.
+    void cleanupTestCase() { QVERIFY2(PeakMegabytes() < 1000, qPrintable(QString::number(PeakMegabytes()))); }
 };
 
-void tst_HostilePictures::noPicture_isAProblem_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    const auto add = [](const char* name, const std::string& bytes) {
-        QTest::newRow(name) << QByteArray::fromStdString(bytes);
-    };
-    add("nothing", "");
-    add("one byte", "x");
-    add("text", "This is no picture.\r\n");
-    add("zeros", std::string(100000, '\0'));
-    add("markup", "<?xml version=\"1.0\"?><data/>");
-    add("start of a PNG", "\x89PNG\r\n\x1A\n");
-    add("start of a JPEG", "\xFF\xD8\xFF");
-    add("start of a GIF", "GIF89a");
-    add("start of a BMP", "BM");
-    add("start of a TIFF", "II*\0"s);
-    add("start of an ICO", "\0\0\x01\0"s);
-    add("PNG of 60000 x 60000", PngClaiming(60000, 60000));
-    add("PNG of 2147483647 x 2147483647", PngClaiming(0x7FFFFFFF, 0x7FFFFFFF));
-    add("PNG of 0 x 0", PngClaiming(0, 0));
-    add("PNG of a single bit a pixel", LargeOneBitPng());
-    add("BMP of 60000 x 60000", BmpClaiming(60000, 60000));
-    add("BMP of 60000 x -60000", BmpClaiming(60000, static_cast<std::uint32_t>(-60000)));
-    add("BMP of 0 x 0", BmpClaiming(0, 0));
-    add("BMP of -1 x 2147483648", BmpClaiming(0xFFFFFFFF, 0x80000000));
-    add("GIF of 60000 x 60000", GifClaiming(60000, 60000));
-    add("JPEG of 65500 x 65500", JpegClaiming(65500, 65500));
-    add("JPEG of 0 x 0", JpegClaiming(0, 0));
-    add("TIFF whose directory is behind the end", "II*\0\xFF\xFF\xFF\x7F"s);
-    add("TIFF without an entry", Tiff("\0\0"s + Pictures::Little32(0)));
-    add("TIFF that goes round", Tiff("\0\0"s + Pictures::Little32(8)));
-    add("TIFF of 60000 x 60000", Tiff("\x04\0"s + TiffEntry(256, 60000) + TiffEntry(257, 60000) +
-                                      TiffEntry(273, 8) + TiffEntry(279, 10) + Pictures::Little32(0)));
-    add("TIFF of a billion strips",
-        Tiff("\x04\0"s + TiffEntry(256, 8) + TiffEntry(257, 8) + TiffEntry(273, 8, 0x7FFFFFFF) +
-             TiffEntry(279, 8, 0x7FFFFFFF) + Pictures::Little32(0)));
-    add("ICO whose picture is behind the end", Ico(1, 0x7FFFFFF0));
-    add("ICO of 65535 pictures", Ico(65535, 22));
-    add("ICO that is its own picture", Ico(1, 0));
-}
-
-void tst_HostilePictures::noPicture_isAProblem()
-{
-    QFETCH(QByteArray, bytes);
-    ProgramWithPlace program;
-    program.folder.Write("catch.jpg", bytes.toStdString());
-    QVERIFY(!IsReadable(program.folder.PathOf("catch.jpg")));
-    ShowWithEntry(program, program.folder.PathOf("catch.jpg"), false);
-}
-
-void tst_HostilePictures::cutOffPicture_isShownOrAProblem_data()
-{
-    QTest::addColumn<QString>("format");
-    for (const char* format : {"png", "jpg", "bmp", "tif", "ico", "gif"}) {
-        QTest::newRow(format) << format;
-    }
-}
-
-void tst_HostilePictures::cutOffPicture_isShownOrAProblem()
-{
-    QFETCH(QString, format);
-    const std::string whole = format == QLatin1String("gif")
-                                  ? Pictures::AnimatedGif()
-                                  : Pictures::Encoded(Pictures::Drawn(200, 150), format.toLatin1());
-    ProgramWithPlace program;
-    const std::string path = program.folder.PathOf("catch.png");
-    program.folder.Write("catch.png", whole);
-    ShowWithEntry(program, path, true);
-    for (const std::size_t percent : {1, 5, 20, 50, 80, 95, 99}) {
-        program.folder.Write("catch.png", whole.substr(0, whole.size() * percent / 100));
-        ShowWithEntry(program, path, IsReadable(path));
-    }
-    program.folder.Write("catch.png", whole.substr(0, 12));
-    ShowWithEntry(program, path, false);
-}
-
-void tst_HostilePictures::damagedPicture_isShownOrAProblem_data()
-{
-    cutOffPicture_isShownOrAProblem_data();
-}
-
-/// One byte in seventeen is changed, all over the file, headers included.
-void tst_HostilePictures::damagedPicture_isShownOrAProblem()
-{
-    QFETCH(QString, format);
-    const std::string whole = format == QLatin1String("gif")
-                                  ? Pictures::AnimatedGif()
-                                  : Pictures::Encoded(Pictures::Drawn(40, 30), format.toLatin1());
-    ProgramWithPlace program;
-    const std::string path = program.folder.PathOf("catch.png");
-    for (std::size_t first = 0; first < 17; ++first) {
-        std::string damaged = whole;
-        for (std::size_t place = first; place < damaged.size(); place += 17) {
-            damaged[place] = static_cast<char>(~damaged[place]);
-        }
-        program.folder.Write("catch.png", damaged);
-        ShowWithEntry(program, path, IsReadable(path));
-    }
-}
-
-void tst_HostilePictures::device_isAProblem()
-{
-    NOT_ON_WINDOWS("devices among the files");
-    ProgramWithPlace program;
-    QVERIFY(!IsReadable("/dev/zero"));
-    ShowWithEntry(program, "/dev/zero", false);
-}
-
-void tst_HostilePictures::pipe_isAProblem()
-{
-    NOT_ON_WINDOWS("pipes");
-    ProgramWithPlace program;
-    program.folder.MakePipe("catch.jpg");
-    QVERIFY(!IsReadable(program.folder.PathOf("catch.jpg")));
-    ShowWithEntry(program, program.folder.PathOf("catch.jpg"), false);
-}
-
-void tst_HostilePictures::unreadableFile_isAProblem()
-{
-    ProgramWithPlace program;
-    program.folder.Write("catch.png", Pictures::Png(20, 10));
-    std::filesystem::permissions(program.folder.PathOf("catch.png"), std::filesystem::perms::none);
-    const PlainUser user(program.folder);
-    if (!PlainUser::IsPlain()) {
-        QSKIP(PlainUser::whyNot);
-    }
-    ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
-}
-
-void tst_HostilePictures::drawing_thatRefersToAPipe_isAProblem()
-{
-    NOT_ON_WINDOWS("pipes");
-    ProgramWithPlace program;
-    program.folder.MakePipe("pipe.png");
-    program.folder.Write("catch.png", "<?xml version=\"1.0\"?><svg xmlns=\"http://www.w3.org/2000/svg\" "
-                                      "xmlns:xlink=\"http://www.w3.org/1999/xlink\" width=\"9\" height=\"9\">"
-                                      "<image width=\"9\" height=\"9\" xlink:href=\"" +
-                                          program.folder.PathOf("pipe.png") + "\"/></svg>");
-    QVERIFY(!IsReadable(program.folder.PathOf("catch.png")));
-    ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
-}
-
-/// Unpacking it could fill the memory, whatever it claims.
-void tst_HostilePictures::drawing_packed_isAProblem()
-{
-    ProgramWithPlace program;
-    QByteArray packed =
-        qCompress(QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'>") +
-                  QByteArray(20'000'000, ' ') + "</svg>");
-    // the frame of a gzip file around what stands between the frame of zlib
-    packed = QByteArray("\x1F\x8B\x08\0\0\0\0\0\0\x03", 10) + packed.mid(6).chopped(4) + QByteArray(8, '\0');
-    program.folder.Write("catch.png", packed.toStdString());
-    QVERIFY(!IsReadable(program.folder.PathOf("catch.png")));
-    ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
-}
-
-/// No file, whatever it claimed, took much more than a picture of the largest size takes.
-void tst_HostilePictures::cleanupTestCase()
-{
-    QVERIFY2(PeakMegabytes() < 1000, qPrintable(QString::number(PeakMegabytes())));
-}
-
-QTEST_MAIN(tst_HostilePictures)
+TEST_CLASS(tst_HostilePictures)
 #include "tst_HostilePictures.moc"

@@ -2,6 +2,7 @@
 // typed.
 
 #include "EntryTest.h"
+#include "support/TestClass.h"
 
 #include <QAccessible>
 
@@ -107,5 +108,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_fEntryAssistive)
+TEST_CLASS(tst_fEntryAssistive)
 #include "tst_fEntryAssistive.moc"

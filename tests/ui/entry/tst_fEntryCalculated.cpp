@@ -1,50 +1,12 @@
 #include "EntryTest.h"
 #include "core/Conversions.h"
+#include "support/TestClass.h"
 
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 
 using namespace std::chrono_literals;
-
-class tst_fEntryCalculated : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void newEntry_showsTheForecast_data();
-    void newEntry_showsTheForecast();
-    void startDateChanged_showsAndStoresTheForecast_data();
-    void startDateChanged_showsAndStoresTheForecast();
-    void moon_showsPercentWaxingAndPrediction_data();
-    void moon_showsPercentWaxingAndPrediction();
-
-    void existingEntry_completeValues_areNotRecalculated();
-    void existingEntry_anyPeakEmpty_isRecalculatedWithoutAPendingChange_data();
-    void existingEntry_anyPeakEmpty_isRecalculatedWithoutAPendingChange();
-    void existingEntry_recalculatedPeaks_areSavedWithTheNextChange();
-    void existingEntry_phaseEmpty_isCalculatedWithoutAPendingChange();
-    void existingEntry_calculatedPhase_isSavedSigned();
-    void existingEntry_peaksEmptyAndNoLocation_keepsWhatItHolds();
-    void existingEntry_somePeaksEmptyAndNoLocation_showsNone_data();
-    void existingEntry_somePeaksEmptyAndNoLocation_showsNone();
-    void existingEntry_peaksEmptyAndNoDate_isReportedAndOpens();
-    void existingEntry_phaseEmptyAndNoDate_isReportedAndOpens();
-    void existingEntry_firstAndLastYear_areCalculated_data();
-    void existingEntry_firstAndLastYear_areCalculated();
-
-    void locationChanged_isRecalculatedAndStored();
-    void locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold_data();
-    void locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold();
-    void locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold_data();
-    void locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold();
-    void locationChanged_numberBeyond16Bits_isReported();
-
-    void startDateChanged_replacesWhatTheUserOverwrote();
-    void endDateChanged_leavesTheForecastAlone();
-    void overwrittenValues_areStored();
-    void moonThatDoesNotSet_showsNone();
-};
 
 namespace
 {
@@ -158,404 +120,408 @@ void ChooseSecondLocation(QDialog& editor)
 
 } // namespace
 
-void tst_fEntryCalculated::newEntry_showsTheForecast_data()
+class tst_fEntryCalculated : public QObject
 {
-    AddReferenceRows();
-}
+    Q_OBJECT
 
-void tst_fEntryCalculated::newEntry_showsTheForecast()
-{
-    QFETCH(ReferenceRow, row);
-    TestProgram program;
-    program.Start();
-    program.clock.today = ToDate(Cell(row, "date"));
-    AddPlaceOf(program, row);
-    Edit(program, 0, [&](QDialog& editor) {
-        CompareShown(editor, row);
-        Enter(editor, "txtAirTemp", "20");
-        SaveAndClose(editor);
-    });
-    CompareStored(program.StoredEntry(1), row, "MoonPhaseNew");
-}
+private Q_SLOTS:
 
-void tst_fEntryCalculated::startDateChanged_showsAndStoresTheForecast_data()
-{
-    AddReferenceRows();
-}
+    void newEntry_showsTheForecast_data() { AddReferenceRows(); }
 
-void tst_fEntryCalculated::startDateChanged_showsAndStoresTheForecast()
-{
-    QFETCH(ReferenceRow, row);
-    TestProgram program;
-    program.Start();
-    AddPlaceOf(program, row);
-    const int key = program.AddEntry(CompleteEntry());
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtStart", Cell(row, "date").c_str());
-        Press(editor, Qt::Key_Tab);
-        CompareShown(editor, row);
-        SaveAndClose(editor);
-    });
-    CompareStored(program.StoredEntry(key), row, "MoonPhaseStart");
-}
-
-void tst_fEntryCalculated::moon_showsPercentWaxingAndPrediction_data()
-{
-    QTest::addColumn<int>("day");
-    QTest::addColumn<QString>("percent");
-    QTest::addColumn<bool>("waxing");
-    QTest::addColumn<int>("prediction");
-    QTest::newRow("18 January 2003") << 18 << "98" << false << 2;
-    QTest::newRow("2 January 2003") << 2 << "6" << false << 1;
-    QTest::newRow("5 January 2003") << 5 << "14" << true << 3;
-    QTest::newRow("10 January 2003") << 10 << "48" << true << 0;
-}
-
-void tst_fEntryCalculated::moon_showsPercentWaxingAndPrediction()
-{
-    QFETCH(int, day);
-    QFETCH(QString, percent);
-    QFETCH(bool, waxing);
-    QFETCH(int, prediction);
-    ProgramWithPlace program;
-    program.clock.today = 2003y / 1 / day;
-    Edit(program, 0, [&](QDialog& editor) {
-        QCOMPARE(BoxText(editor, "txtMoon"), percent.toStdString());
-        QCOMPARE(IsChecked(editor, "chkMoon"), waxing);
-        QCOMPARE(Chosen(editor, "optPrediction"), prediction);
-        Close(editor);
-    });
-}
-
-void tst_fEntryCalculated::existingEntry_completeValues_areNotRecalculated()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        QCOMPARE(Shown(editor), completeTexts);
-        QCOMPARE(BoxText(editor, "txtMoon"), "45");
-        QCOMPARE(Chosen(editor, "optPrediction"), 2);
-        Close(editor);
-    });
-}
-
-void tst_fEntryCalculated::existingEntry_anyPeakEmpty_isRecalculatedWithoutAPendingChange_data()
-{
-    QTest::addColumn<int>("position");
-    QTest::newRow("all") << -1;
-    QTest::newRow("major 1") << int(EntryField::Major1);
-    QTest::newRow("major 2") << int(EntryField::Major2);
-    QTest::newRow("minor 1") << int(EntryField::Minor1);
-    QTest::newRow("minor 2") << int(EntryField::Minor2);
-}
-
-void tst_fEntryCalculated::existingEntry_anyPeakEmpty_isRecalculatedWithoutAPendingChange()
-{
-    QFETCH(int, position);
-    ProgramWithPlace program;
-    program.clock.today = 2003y / 2 / 5;
-    std::vector<std::string> forecast;
-    Edit(program, 0, [&](QDialog& editor) {
-        forecast = Shown(editor);
-        Close(editor);
-    });
-    const int key =
-        program.AddCompleteEntry(position < 0 ? WithoutPeaks() : Values{{std::size_t(position), ""}});
-    const std::string before = program.folder.Read("tarno.xml");
-    Edit(program, key, [&](QDialog& editor) {
-        QCOMPARE(Shown(editor), forecast);
-        QCOMPARE(BoxText(editor, "txtMoon"), "45"); // the phase has a step of its own
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-    QCOMPARE(program.folder.Read("tarno.xml"), before);
-}
-
-void tst_fEntryCalculated::existingEntry_recalculatedPeaks_areSavedWithTheNextChange()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry(WithoutPeaks());
-    std::vector<std::string> forecast;
-    Edit(program, key, [&](QDialog& editor) {
-        forecast = Shown(editor);
-        Enter(editor, "txtAirTemp", "1");
-        SaveAndClose(editor);
-    });
-    std::size_t next = 0;
-    for (const auto& [box, position] : calculatedBoxes) {
-        QCOMPARE(program.StoredEntry(key, position), forecast.at(next++));
-    }
-    QVERIFY(!program.StoredEntry(key, EntryField::Major1).empty());
-}
-
-void tst_fEntryCalculated::existingEntry_phaseEmpty_isCalculatedWithoutAPendingChange()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry(
-        {{EntryField::StartDate, "2003-01-18"}, {EntryField::MoonPhase, ""}, {EntryField::Prediction, "0"}});
-    const std::string before = program.folder.Read("tarno.xml");
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(BoxText(editor, "txtMoon"), "98");
-        QVERIFY(!IsChecked(editor, "chkMoon"));
-        QCOMPARE(Chosen(editor, "optPrediction"), 2);
-        QCOMPARE(Shown(editor), completeTexts);
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-    QCOMPARE(program.folder.Read("tarno.xml"), before);
-}
-
-void tst_fEntryCalculated::existingEntry_calculatedPhase_isSavedSigned()
-{
-    ProgramWithPlace program;
-    const int key =
-        program.AddCompleteEntry({{EntryField::StartDate, "2003-01-18"}, {EntryField::MoonPhase, ""}});
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtAirTemp", "1");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");
-    QCOMPARE(program.StoredEntry(key, EntryField::Prediction), "2");
-}
-
-void tst_fEntryCalculated::existingEntry_peaksEmptyAndNoLocation_keepsWhatItHolds()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(WithoutPeaks({{EntryField::LocNo, "7"}})), [](QDialog& editor) {
-        QCOMPARE(BoxText(editor, "txtSunRise"), "06:11");
-        QCOMPARE(BoxText(editor, "txtMajor1"), "");
-        Close(editor);
-    });
-}
-
-void tst_fEntryCalculated::existingEntry_somePeaksEmptyAndNoLocation_showsNone_data()
-{
-    QTest::addColumn<Values>("empty");
-    QTest::newRow("first") << Values{{EntryField::Major1, ""}};
-    QTest::newRow("last") << Values{{EntryField::Minor2, ""}};
-    QTest::newRow("minor periods") << Values{{EntryField::Minor1, ""}, {EntryField::Minor2, ""}};
-    QTest::newRow("all but one") << Values{
-        {EntryField::Major1, ""}, {EntryField::Minor1, ""}, {EntryField::Minor2, ""}};
-}
-
-void tst_fEntryCalculated::existingEntry_somePeaksEmptyAndNoLocation_showsNone()
-{
-    QFETCH(Values, empty);
-    empty[EntryField::LocNo] = "7"; // gone
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry(empty);
-    const std::vector<std::string> before = program.StoredEntry(key);
-    Edit(program, key, [](QDialog& editor) {
-        for (const char* box : {"txtMajor1", "txtMajor2", "txtMinor1", "txtMinor2"}) {
-            QCOMPARE(BoxText(editor, box), "");
-        }
-        QCOMPARE(BoxText(editor, "txtSunRise"), "06:11");
-        Enter(editor, "txtTideLowHt", "0.5");
-        SaveAndClose(editor);
-    });
-    std::vector<std::string> after = program.StoredEntry(key);
-    QCOMPARE(std::exchange(after.at(EntryField::LowTideHt), before.at(EntryField::LowTideHt)), "0.5");
-    QCOMPARE(after, before);
-}
-
-void tst_fEntryCalculated::existingEntry_peaksEmptyAndNoDate_isReportedAndOpens()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry(WithoutPeaks({{EntryField::StartDate, "last summer"}}));
-    program.reports.Expect("fEntry", "DoRiseSet", ErrorNumber::TypeMismatch);
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(BoxText(editor, "txtStart"), "last summer");
-        QCOMPARE(BoxText(editor, "txtSunRise"), "06:11");
-        Close(editor);
-    });
-}
-
-void tst_fEntryCalculated::existingEntry_phaseEmptyAndNoDate_isReportedAndOpens()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::StartDate, ""}, {EntryField::MoonPhase, ""}});
-    program.reports.Expect("fEntry", "DoMoonPhase", ErrorNumber::TypeMismatch);
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(BoxText(editor, "txtMoon"), "");
-        Press(editor, Qt::Key_Tab); // an unchanged text holds nobody
-        Close(editor);
-    });
-}
-
-void tst_fEntryCalculated::existingEntry_firstAndLastYear_areCalculated_data()
-{
-    QTest::addColumn<QString>("date");
-    QTest::newRow("first day") << "0001-01-01";
-    QTest::newRow("last day") << "9999-12-31";
-}
-
-void tst_fEntryCalculated::existingEntry_firstAndLastYear_areCalculated()
-{
-    QFETCH(QString, date);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry(WithoutPeaks({{EntryField::StartDate, date.toStdString()},
-                                                           {EntryField::MoonPhase, ""},
-                                                           {EntryField::SunRise, ""}}));
-    Edit(program, key, [](QDialog& editor) {
-        const QRegularExpression time(QStringLiteral("^[0-2][0-9]:[0-5][0-9]$"));
-        QVERIFY(time.match(FromUtf8(BoxText(editor, "txtSunRise"))).hasMatch());
-        QVERIFY(!BoxText(editor, "txtMajor1").empty());
-        QVERIFY(!BoxText(editor, "txtMoon").empty());
-        Close(editor);
-    });
-}
-
-void tst_fEntryCalculated::locationChanged_isRecalculatedAndStored()
-{
-    ProgramWithPlace program;
-    program.AddLocation("North Cape", {{LocationField::LocLatt, "80"}});
-    const int key = program.AddCompleteEntry(
-        {{EntryField::StartDate, "2003-06-21"}, {EntryField::MoonPhase, "3"}, {EntryField::Prediction, "0"}});
-    std::string percent;
-    Edit(program, key, [&](QDialog& editor) {
-        ChooseSecondLocation(editor);
-        QCOMPARE(BoxText(editor, "txtSunRise"), "never");
-        QCOMPARE(BoxText(editor, "txtSunSet"), "sets");
-        percent = BoxText(editor, "txtMoon");
-        QVERIFY(!IsChecked(editor, "chkMoon"));
-        QVERIFY(IsSaveEnabled(editor));
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::SunRise), "never");
-    QCOMPARE(program.StoredEntry(key, EntryField::SunSet), "sets");
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-" + percent);
-    QVERIFY(percent != "3");
-}
-
-void tst_fEntryCalculated::locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold_data()
-{
-    QTest::addColumn<int>("position");
-    QTest::newRow("latitude") << int(LocationField::LocLatt);
-    QTest::newRow("longitude") << int(LocationField::LocLong);
-    QTest::newRow("hours from GMT") << int(LocationField::LocGMT);
-}
-
-void tst_fEntryCalculated::locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold()
-{
-    QFETCH(int, position);
-    ProgramWithPlace program;
-    program.AddLocation("Somewhere", {{static_cast<std::size_t>(position), ""}});
-    const int key = program.AddCompleteEntry({{EntryField::StartDate, "2003-01-18"}});
-    program.messages.ExpectTold(dataMissingText, dataMissingTitle);
-    Edit(program, key, [](QDialog& editor) {
-        ChooseSecondLocation(editor);
-        QCOMPARE(Shown(editor), completeTexts);
-        QCOMPARE(BoxText(editor, "txtMoon"), "98"); // the moon's light is the same everywhere
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "2");
-    QCOMPARE(program.StoredEntry(key, EntryField::SunRise), "06:11");
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");
-}
-
-void tst_fEntryCalculated::locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold_data()
-{
-    locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold_data();
-}
-
-void tst_fEntryCalculated::locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold()
-{
-    QFETCH(int, position);
-    ProgramWithPlace program;
-    program.AddLocation("Somewhere", {{static_cast<std::size_t>(position), "33 S"}});
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        program.reports.Expect("fEntry", "DoRiseSet", ErrorNumber::TypeMismatch);
-        ChooseSecondLocation(editor);
-        QCOMPARE(Shown(editor), completeTexts);
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "2");
-}
-
-void tst_fEntryCalculated::locationChanged_numberBeyond16Bits_isReported()
-{
-    ProgramWithPlace program;
-    program.AddLocation("Far away");
-    std::string bytes = program.folder.Read("location.xml");
-    bytes.replace(bytes.find("<LocNo>2<"), 9, "<LocNo>40000<");
-    program.folder.Write("location.xml", bytes);
-    program.Start();
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        program.reports.Expect("fEntry", "DoRiseSet", ErrorNumber::Overflow);
-        ChooseSecondLocation(editor);
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "40000");
-}
-
-void tst_fEntryCalculated::startDateChanged_replacesWhatTheUserOverwrote()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtSunRise", "0101");
-        GoTo(editor, "optPrediction_0");
-        Enter(editor, "txtStart", "2003-01-05");
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(BoxText(editor, "txtSunRise") != "01:01");
-        QCOMPARE(Chosen(editor, "optPrediction"), 3);
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::Prediction), "3");
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "14");
-}
-
-void tst_fEntryCalculated::endDateChanged_leavesTheForecastAlone()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtEnd", "2003-03-01");
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(Shown(editor), completeTexts);
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-45");
-}
-
-void tst_fEntryCalculated::overwrittenValues_areStored()
-{
-    ProgramWithPlace program;
-    Edit(program, 0, [](QDialog& editor) {
-        Enter(editor, "txtMoonSet", "0101");
-        Enter(editor, "txtMinor2", "at dusk");
-        GoTo(editor, "optPrediction_1");
-        Enter(editor, "txtMoon", "33");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(1, EntryField::MoonSet), "01:01");
-    QCOMPARE(program.StoredEntry(1, EntryField::Minor2), "at dusk");
-    QCOMPARE(program.StoredEntry(1, EntryField::Prediction), "1");
-    QVERIFY(program.StoredEntry(1, EntryField::MoonPhase).ends_with("33"));
-}
-
-void tst_fEntryCalculated::moonThatDoesNotSet_showsNone()
-{
-    ProgramWithPlace program;
-    bool seen = false;
-    // the moon sets 50 minutes later every day, so in a month there is a day on which it does not
-    for (int day = 1; day <= 30 && !seen; ++day) {
-        program.clock.today = 2003y / 6 / day;
+    void newEntry_showsTheForecast()
+    {
+        QFETCH(ReferenceRow, row);
+        TestProgram program;
+        program.Start();
+        program.clock.today = ToDate(Cell(row, "date"));
+        AddPlaceOf(program, row);
         Edit(program, 0, [&](QDialog& editor) {
-            seen = BoxText(editor, "txtMoonSet") == ":";
-            if (seen) {
-                Enter(editor, "txtAirTemp", "1");
-                Save(editor);
-            }
+            CompareShown(editor, row);
+            Enter(editor, "txtAirTemp", "20");
+            SaveAndClose(editor);
+        });
+        CompareStored(program.StoredEntry(1), row, "MoonPhaseNew");
+    }
+
+    void startDateChanged_showsAndStoresTheForecast_data() { AddReferenceRows(); }
+
+    void startDateChanged_showsAndStoresTheForecast()
+    {
+        QFETCH(ReferenceRow, row);
+        TestProgram program;
+        program.Start();
+        AddPlaceOf(program, row);
+        const int key = program.AddEntry(CompleteEntry());
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtStart", Cell(row, "date").c_str());
+            Press(editor, Qt::Key_Tab);
+            CompareShown(editor, row);
+            SaveAndClose(editor);
+        });
+        CompareStored(program.StoredEntry(key), row, "MoonPhaseStart");
+    }
+
+    void moon_showsPercentWaxingAndPrediction_data()
+    {
+        QTest::addColumn<int>("day");
+        QTest::addColumn<QString>("percent");
+        QTest::addColumn<bool>("waxing");
+        QTest::addColumn<int>("prediction");
+        QTest::newRow("18 January 2003") << 18 << "98" << false << 2;
+        QTest::newRow("2 January 2003") << 2 << "6" << false << 1;
+        QTest::newRow("5 January 2003") << 5 << "14" << true << 3;
+        QTest::newRow("10 January 2003") << 10 << "48" << true << 0;
+    }
+
+    void moon_showsPercentWaxingAndPrediction()
+    {
+        QFETCH(int, day);
+        QFETCH(QString, percent);
+        QFETCH(bool, waxing);
+        QFETCH(int, prediction);
+        ProgramWithPlace program;
+        program.clock.today = 2003y / 1 / day;
+        Edit(program, 0, [&](QDialog& editor) {
+            QCOMPARE(BoxText(editor, "txtMoon"), percent.toStdString());
+            QCOMPARE(IsChecked(editor, "chkMoon"), waxing);
+            QCOMPARE(Chosen(editor, "optPrediction"), prediction);
             Close(editor);
         });
     }
-    QVERIFY(seen);
-    QCOMPARE(program.StoredEntry(1, EntryField::MoonSet), ":");
-}
 
-QTEST_MAIN(tst_fEntryCalculated)
+    void existingEntry_completeValues_areNotRecalculated()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            QCOMPARE(Shown(editor), completeTexts);
+            QCOMPARE(BoxText(editor, "txtMoon"), "45");
+            QCOMPARE(Chosen(editor, "optPrediction"), 2);
+            Close(editor);
+        });
+    }
+
+    void existingEntry_anyPeakEmpty_isRecalculatedWithoutAPendingChange_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::newRow("all") << -1;
+        QTest::newRow("major 1") << int(EntryField::Major1);
+        QTest::newRow("major 2") << int(EntryField::Major2);
+        QTest::newRow("minor 1") << int(EntryField::Minor1);
+        QTest::newRow("minor 2") << int(EntryField::Minor2);
+    }
+
+    void existingEntry_anyPeakEmpty_isRecalculatedWithoutAPendingChange()
+    {
+        QFETCH(int, position);
+        ProgramWithPlace program;
+        program.clock.today = 2003y / 2 / 5;
+        std::vector<std::string> forecast;
+        Edit(program, 0, [&](QDialog& editor) {
+            forecast = Shown(editor);
+            Close(editor);
+        });
+        const int key =
+            program.AddCompleteEntry(position < 0 ? WithoutPeaks() : Values{{std::size_t(position), ""}});
+        const std::string before = program.folder.Read("tarno.xml");
+        Edit(program, key, [&](QDialog& editor) {
+            QCOMPARE(Shown(editor), forecast);
+            QCOMPARE(BoxText(editor, "txtMoon"), "45"); // the phase has a step of its own
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
+
+    void existingEntry_recalculatedPeaks_areSavedWithTheNextChange()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(WithoutPeaks());
+        std::vector<std::string> forecast;
+        Edit(program, key, [&](QDialog& editor) {
+            forecast = Shown(editor);
+            Enter(editor, "txtAirTemp", "1");
+            SaveAndClose(editor);
+        });
+        std::size_t next = 0;
+        for (const auto& [box, position] : calculatedBoxes) {
+            QCOMPARE(program.StoredEntry(key, position), forecast.at(next++));
+        }
+        QVERIFY(!program.StoredEntry(key, EntryField::Major1).empty());
+    }
+
+    void existingEntry_phaseEmpty_isCalculatedWithoutAPendingChange()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::StartDate, "2003-01-18"},
+                                                  {EntryField::MoonPhase, ""},
+                                                  {EntryField::Prediction, "0"}});
+        const std::string before = program.folder.Read("tarno.xml");
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(BoxText(editor, "txtMoon"), "98");
+            QVERIFY(!IsChecked(editor, "chkMoon"));
+            QCOMPARE(Chosen(editor, "optPrediction"), 2);
+            QCOMPARE(Shown(editor), completeTexts);
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
+
+    void existingEntry_calculatedPhase_isSavedSigned()
+    {
+        ProgramWithPlace program;
+        const int key =
+            program.AddCompleteEntry({{EntryField::StartDate, "2003-01-18"}, {EntryField::MoonPhase, ""}});
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtAirTemp", "1");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");
+        QCOMPARE(program.StoredEntry(key, EntryField::Prediction), "2");
+    }
+
+    void existingEntry_peaksEmptyAndNoLocation_keepsWhatItHolds()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(WithoutPeaks({{EntryField::LocNo, "7"}})),
+             [](QDialog& editor) {
+                 QCOMPARE(BoxText(editor, "txtSunRise"), "06:11");
+                 QCOMPARE(BoxText(editor, "txtMajor1"), "");
+                 Close(editor);
+             });
+    }
+
+    void existingEntry_somePeaksEmptyAndNoLocation_showsNone_data()
+    {
+        QTest::addColumn<Values>("empty");
+        QTest::newRow("first") << Values{{EntryField::Major1, ""}};
+        QTest::newRow("last") << Values{{EntryField::Minor2, ""}};
+        QTest::newRow("minor periods") << Values{{EntryField::Minor1, ""}, {EntryField::Minor2, ""}};
+        QTest::newRow("all but one") << Values{
+            {EntryField::Major1, ""}, {EntryField::Minor1, ""}, {EntryField::Minor2, ""}};
+    }
+
+    void existingEntry_somePeaksEmptyAndNoLocation_showsNone()
+    {
+        QFETCH(Values, empty);
+        empty[EntryField::LocNo] = "7"; // gone
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(empty);
+        const std::vector<std::string> before = program.StoredEntry(key);
+        Edit(program, key, [](QDialog& editor) {
+            for (const char* box : {"txtMajor1", "txtMajor2", "txtMinor1", "txtMinor2"}) {
+                QCOMPARE(BoxText(editor, box), "");
+            }
+            QCOMPARE(BoxText(editor, "txtSunRise"), "06:11");
+            Enter(editor, "txtTideLowHt", "0.5");
+            SaveAndClose(editor);
+        });
+        std::vector<std::string> after = program.StoredEntry(key);
+        QCOMPARE(std::exchange(after.at(EntryField::LowTideHt), before.at(EntryField::LowTideHt)), "0.5");
+        QCOMPARE(after, before);
+    }
+
+    void existingEntry_peaksEmptyAndNoDate_isReportedAndOpens()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(WithoutPeaks({{EntryField::StartDate, "last summer"}}));
+        program.reports.Expect("fEntry", "DoRiseSet", ErrorNumber::TypeMismatch);
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(BoxText(editor, "txtStart"), "last summer");
+            QCOMPARE(BoxText(editor, "txtSunRise"), "06:11");
+            Close(editor);
+        });
+    }
+
+    void existingEntry_phaseEmptyAndNoDate_isReportedAndOpens()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::StartDate, ""}, {EntryField::MoonPhase, ""}});
+        program.reports.Expect("fEntry", "DoMoonPhase", ErrorNumber::TypeMismatch);
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(BoxText(editor, "txtMoon"), "");
+            Press(editor, Qt::Key_Tab); // an unchanged text holds nobody
+            Close(editor);
+        });
+    }
+
+    void existingEntry_firstAndLastYear_areCalculated_data()
+    {
+        QTest::addColumn<QString>("date");
+        QTest::newRow("first day") << "0001-01-01";
+        QTest::newRow("last day") << "9999-12-31";
+    }
+
+    void existingEntry_firstAndLastYear_areCalculated()
+    {
+        QFETCH(QString, date);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(WithoutPeaks({{EntryField::StartDate, date.toStdString()},
+                                                               {EntryField::MoonPhase, ""},
+                                                               {EntryField::SunRise, ""}}));
+        Edit(program, key, [](QDialog& editor) {
+            const QRegularExpression time(QStringLiteral("^[0-2][0-9]:[0-5][0-9]$"));
+            QVERIFY(time.match(FromUtf8(BoxText(editor, "txtSunRise"))).hasMatch());
+            QVERIFY(!BoxText(editor, "txtMajor1").empty());
+            QVERIFY(!BoxText(editor, "txtMoon").empty());
+            Close(editor);
+        });
+    }
+
+    void locationChanged_isRecalculatedAndStored()
+    {
+        ProgramWithPlace program;
+        program.AddLocation("North Cape", {{LocationField::LocLatt, "80"}});
+        const int key = program.AddCompleteEntry({{EntryField::StartDate, "2003-06-21"},
+                                                  {EntryField::MoonPhase, "3"},
+                                                  {EntryField::Prediction, "0"}});
+        std::string percent;
+        Edit(program, key, [&](QDialog& editor) {
+            ChooseSecondLocation(editor);
+            QCOMPARE(BoxText(editor, "txtSunRise"), "never");
+            QCOMPARE(BoxText(editor, "txtSunSet"), "sets");
+            percent = BoxText(editor, "txtMoon");
+            QVERIFY(!IsChecked(editor, "chkMoon"));
+            QVERIFY(IsSaveEnabled(editor));
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::SunRise), "never");
+        QCOMPARE(program.StoredEntry(key, EntryField::SunSet), "sets");
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-" + percent);
+        QVERIFY(percent != "3");
+    }
+
+    void locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::newRow("latitude") << int(LocationField::LocLatt);
+        QTest::newRow("longitude") << int(LocationField::LocLong);
+        QTest::newRow("hours from GMT") << int(LocationField::LocGMT);
+    }
+
+    void locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold()
+    {
+        QFETCH(int, position);
+        ProgramWithPlace program;
+        program.AddLocation("Somewhere", {{static_cast<std::size_t>(position), ""}});
+        const int key = program.AddCompleteEntry({{EntryField::StartDate, "2003-01-18"}});
+        program.messages.ExpectTold(dataMissingText, dataMissingTitle);
+        Edit(program, key, [](QDialog& editor) {
+            ChooseSecondLocation(editor);
+            QCOMPARE(Shown(editor), completeTexts);
+            QCOMPARE(BoxText(editor, "txtMoon"), "98"); // the moon's light is the same everywhere
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "2");
+        QCOMPARE(program.StoredEntry(key, EntryField::SunRise), "06:11");
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");
+    }
+
+    void locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold_data()
+    {
+        locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold_data();
+    }
+
+    void locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold()
+    {
+        QFETCH(int, position);
+        ProgramWithPlace program;
+        program.AddLocation("Somewhere", {{static_cast<std::size_t>(position), "33 S"}});
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            program.reports.Expect("fEntry", "DoRiseSet", ErrorNumber::TypeMismatch);
+            ChooseSecondLocation(editor);
+            QCOMPARE(Shown(editor), completeTexts);
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "2");
+    }
+
+    void locationChanged_numberBeyond16Bits_isReported()
+    {
+        ProgramWithPlace program;
+        program.AddLocation("Far away");
+        std::string bytes = program.folder.Read("location.xml");
+        bytes.replace(bytes.find("<LocNo>2<"), 9, "<LocNo>40000<");
+        program.folder.Write("location.xml", bytes);
+        program.Start();
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            program.reports.Expect("fEntry", "DoRiseSet", ErrorNumber::Overflow);
+            ChooseSecondLocation(editor);
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "40000");
+    }
+
+    void startDateChanged_replacesWhatTheUserOverwrote()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtSunRise", "0101");
+            GoTo(editor, "optPrediction_0");
+            Enter(editor, "txtStart", "2003-01-05");
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(BoxText(editor, "txtSunRise") != "01:01");
+            QCOMPARE(Chosen(editor, "optPrediction"), 3);
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::Prediction), "3");
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "14");
+    }
+
+    void endDateChanged_leavesTheForecastAlone()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtEnd", "2003-03-01");
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(Shown(editor), completeTexts);
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-45");
+    }
+
+    void overwrittenValues_areStored()
+    {
+        ProgramWithPlace program;
+        Edit(program, 0, [](QDialog& editor) {
+            Enter(editor, "txtMoonSet", "0101");
+            Enter(editor, "txtMinor2", "at dusk");
+            GoTo(editor, "optPrediction_1");
+            Enter(editor, "txtMoon", "33");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(1, EntryField::MoonSet), "01:01");
+        QCOMPARE(program.StoredEntry(1, EntryField::Minor2), "at dusk");
+        QCOMPARE(program.StoredEntry(1, EntryField::Prediction), "1");
+        QVERIFY(program.StoredEntry(1, EntryField::MoonPhase).ends_with("33"));
+    }
+
+    void moonThatDoesNotSet_showsNone()
+    {
+        ProgramWithPlace program;
+        bool seen = false;
+        // the moon sets 50 minutes later every day, so in a month there is a day on which it does not
+        for (int day = 1; day <= 30 && !seen; ++day) {
+            program.clock.today = 2003y / 6 / day;
+            Edit(program, 0, [&](QDialog& editor) {
+                seen = BoxText(editor, "txtMoonSet") == ":";
+                if (seen) {
+                    Enter(editor, "txtAirTemp", "1");
+                    Save(editor);
+                }
+                Close(editor);
+            });
+        }
+        QVERIFY(seen);
+        QCOMPARE(program.StoredEntry(1, EntryField::MoonSet), ":");
+    }
+};
+
+TEST_CLASS(tst_fEntryCalculated)
 #include "tst_fEntryCalculated.moc"

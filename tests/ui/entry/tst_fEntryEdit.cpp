@@ -1,57 +1,5 @@
 #include "EntryTest.h"
-
-class tst_fEntryEdit : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void box_leftWithAnotherText_changesItsValueOnly_data();
-    void box_leftWithAnotherText_changesItsValueOnly();
-    void box_leftWithTheSameText_changesNothing_data();
-    void box_leftWithTheSameText_changesNothing();
-    void box_withoutACheck_takesAnyText_data();
-    void box_withoutACheck_takesAnyText();
-    void box_emptied_storesTheEmptyText();
-    void box_leftAndTypedBack_keepsTheFlag();
-    void saveEnabled_followsTheFlagWhenABoxIsLeft();
-
-    void lines_leftWithAnotherText_changeTheirValueOnly_data();
-    void lines_leftWithAnotherText_changeTheirValueOnly();
-    void lines_everyKeystroke_enablesSave_data();
-    void lines_everyKeystroke_enablesSave();
-    void lines_leftByTheirPageTab_areWrittenBack_data();
-    void lines_leftByTheirPageTab_areWrittenBack();
-    void lines_writtenByHandWithLineFeeds_stayUntilChanged();
-    void lines_withTheEncodingTyped_areReadBackAsALineBreak();
-    void lines_withUnusualSpaces_stayUntilChanged_data();
-    void lines_withUnusualSpaces_stayUntilChanged();
-
-    void option_clicked_storesItsIndexOnly_data();
-    void option_clicked_storesItsIndexOnly();
-    void option_firstOfAnUnsetGroup_isAChange_data();
-    void option_firstOfAnUnsetGroup_isAChange();
-    void option_chosenOneClickedAgain_isNoChange();
-    void option_storedInAnotherSpelling_clickedAgain_isNoChange_data();
-    void option_storedInAnotherSpelling_clickedAgain_isNoChange();
-    void option_ofAGroupWithAnUnknownCode_isAChange();
-    void option_byArrowKey_isStored();
-    void option_focusAlone_choosesNothing();
-
-    void location_chosen_storesItsNumber();
-    void location_leftUnchanged_isNoChange();
-    void location_listOpen_escClosesTheListOnly();
-    void location_noneSelected_cannotBeLeft_data();
-    void location_noneSelected_cannotBeLeft();
-    void location_noneSelectedAndNeverVisited_isNoObstacle();
-
-    void phase_waxingTicked_storesThePositiveValue();
-    void phase_waxingTakenOff_storesTheNegativeValue();
-    void phase_typed_isStoredAtEveryKeystroke();
-    void phase_emptied_storesTheEmptyText_data();
-    void phase_emptied_storesTheEmptyText();
-    void phase_takesDigitsOnly();
-    void phase_waningZeroTyped_isMinusZero();
-};
+#include "support/TestClass.h"
 
 namespace
 {
@@ -133,579 +81,565 @@ void LeaveUnchanged(QDialog& editor)
 
 } // namespace
 
-void tst_fEntryEdit::box_leftWithAnotherText_changesItsValueOnly_data()
+class tst_fEntryEdit : public QObject
 {
-    AddBoxes();
-}
+    Q_OBJECT
 
-void tst_fEntryEdit::box_leftWithAnotherText_changesItsValueOnly()
-{
-    QFETCH(QString, box);
-    QFETCH(int, position);
-    QFETCH(QString, typed);
-    QFETCH(QString, stored);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    std::vector<std::string> expected = program.StoredEntry(key);
-    expected.at(static_cast<std::size_t>(position)) = stored.toStdString();
-    Edit(program, key, [&](QDialog& editor) {
-        LeaveUnchanged(editor);
-        Enter(editor, box.toLatin1(), typed.toLatin1());
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(BoxText(editor, box.toLatin1()), stored.toStdString());
-        QVERIFY(IsSaveEnabled(editor));
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key), expected);
-}
+private Q_SLOTS:
 
-void tst_fEntryEdit::box_leftWithTheSameText_changesNothing_data()
-{
-    AddBoxes();
-}
+    void box_leftWithAnotherText_changesItsValueOnly_data() { AddBoxes(); }
 
-void tst_fEntryEdit::box_leftWithTheSameText_changesNothing()
-{
-    QFETCH(QString, box);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    const std::string before = program.folder.Read("tarno.xml");
-    Edit(program, key, [&](QDialog& editor) {
-        const std::string text = BoxText(editor, box.toLatin1());
-        Enter(editor, box.toLatin1(), text.c_str());
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-    QCOMPARE(program.folder.Read("tarno.xml"), before);
-}
-
-void tst_fEntryEdit::box_withoutACheck_takesAnyText_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<int>("position");
-    const auto row = [](const char* box, EntryField::Position position) {
-        QTest::newRow(box) << box << static_cast<int>(position);
-    };
-    row("txtTideHighHt", EntryField::HighTideHt);
-    row("txtTideLowHt", EntryField::LowTideHt);
-    row("txtAirTemp", EntryField::AirTemp);
-    row("txtWaterTemp", EntryField::WaterTemp);
-    row("txtPressure", EntryField::PressureReading);
-    row("txtMajor1", EntryField::Major1);
-    row("txtMajor2", EntryField::Major2);
-    row("txtMinor1", EntryField::Minor1);
-    row("txtMinor2", EntryField::Minor2);
-}
-
-void tst_fEntryEdit::box_withoutACheck_takesAnyText()
-{
-    QFETCH(QString, box);
-    QFETCH(int, position);
-    for (const char* text : {"12.5", "warm", "-3 <b>&amp;</b> \"x\"", " "}) {
+    void box_leftWithAnotherText_changesItsValueOnly()
+    {
+        QFETCH(QString, box);
+        QFETCH(int, position);
+        QFETCH(QString, typed);
+        QFETCH(QString, stored);
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
+        std::vector<std::string> expected = program.StoredEntry(key);
+        expected.at(static_cast<std::size_t>(position)) = stored.toStdString();
         Edit(program, key, [&](QDialog& editor) {
-            Enter(editor, box.toLatin1(), text);
+            LeaveUnchanged(editor);
+            Enter(editor, box.toLatin1(), typed.toLatin1());
             Press(editor, Qt::Key_Tab);
-            QVERIFY(!IsRefused(editor, box.toLatin1()));
+            QCOMPARE(BoxText(editor, box.toLatin1()), stored.toStdString());
+            QVERIFY(IsSaveEnabled(editor));
             SaveAndClose(editor);
         });
-        QCOMPARE(program.StoredEntry(key, static_cast<std::size_t>(position)), text);
+        QCOMPARE(program.StoredEntry(key), expected);
+    }
+
+    void box_leftWithTheSameText_changesNothing_data() { AddBoxes(); }
+
+    void box_leftWithTheSameText_changesNothing()
+    {
+        QFETCH(QString, box);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::string before = program.folder.Read("tarno.xml");
         Edit(program, key, [&](QDialog& editor) {
-            QCOMPARE(BoxText(editor, box.toLatin1()), text);
+            const std::string text = BoxText(editor, box.toLatin1());
+            Enter(editor, box.toLatin1(), text.c_str());
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
+
+    void box_withoutACheck_takesAnyText_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<int>("position");
+        const auto row = [](const char* box, EntryField::Position position) {
+            QTest::newRow(box) << box << static_cast<int>(position);
+        };
+        row("txtTideHighHt", EntryField::HighTideHt);
+        row("txtTideLowHt", EntryField::LowTideHt);
+        row("txtAirTemp", EntryField::AirTemp);
+        row("txtWaterTemp", EntryField::WaterTemp);
+        row("txtPressure", EntryField::PressureReading);
+        row("txtMajor1", EntryField::Major1);
+        row("txtMajor2", EntryField::Major2);
+        row("txtMinor1", EntryField::Minor1);
+        row("txtMinor2", EntryField::Minor2);
+    }
+
+    void box_withoutACheck_takesAnyText()
+    {
+        QFETCH(QString, box);
+        QFETCH(int, position);
+        for (const char* text : {"12.5", "warm", "-3 <b>&amp;</b> \"x\"", " "}) {
+            ProgramWithPlace program;
+            const int key = program.AddCompleteEntry();
+            Edit(program, key, [&](QDialog& editor) {
+                Enter(editor, box.toLatin1(), text);
+                Press(editor, Qt::Key_Tab);
+                QVERIFY(!IsRefused(editor, box.toLatin1()));
+                SaveAndClose(editor);
+            });
+            QCOMPARE(program.StoredEntry(key, static_cast<std::size_t>(position)), text);
+            Edit(program, key, [&](QDialog& editor) {
+                QCOMPARE(BoxText(editor, box.toLatin1()), text);
+                Close(editor);
+            });
+        }
+    }
+
+    void box_emptied_storesTheEmptyText()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtTideHigh", "");
+            Enter(editor, "txtAirTemp", "");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::HighTide), "");
+        QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "");
+    }
+
+    void box_leftAndTypedBack_keepsTheFlag()
+    {
+        ProgramWithPlace program;
+        program.messages.Expect(saveQuestion, Button::No);
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            Enter(editor, "txtTideLowHt", "9");
+            Press(editor, Qt::Key_Tab);
+            Enter(editor, "txtTideLowHt", "0.4");
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(IsSaveEnabled(editor));
             Close(editor);
         });
     }
-}
 
-void tst_fEntryEdit::box_emptied_storesTheEmptyText()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtTideHigh", "");
-        Enter(editor, "txtAirTemp", "");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::HighTide), "");
-    QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "");
-}
+    void saveEnabled_followsTheFlagWhenABoxIsLeft()
+    {
+        ProgramWithPlace program;
+        program.messages.Expect(saveQuestion, Button::No);
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            LeaveUnchanged(editor);
+            Enter(editor, "txtTideLowHt", "9");
+            QVERIFY(!IsSaveEnabled(editor));
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(IsSaveEnabled(editor));
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(IsSaveEnabled(editor));
+            Close(editor);
+        });
+    }
 
-void tst_fEntryEdit::box_leftAndTypedBack_keepsTheFlag()
-{
-    ProgramWithPlace program;
-    program.messages.Expect(saveQuestion, Button::No);
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        Enter(editor, "txtTideLowHt", "9");
-        Press(editor, Qt::Key_Tab);
-        Enter(editor, "txtTideLowHt", "0.4");
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(IsSaveEnabled(editor));
-        Close(editor);
-    });
-}
+    void lines_leftWithAnotherText_changeTheirValueOnly_data() { AddLines(); }
 
-void tst_fEntryEdit::saveEnabled_followsTheFlagWhenABoxIsLeft()
-{
-    ProgramWithPlace program;
-    program.messages.Expect(saveQuestion, Button::No);
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        LeaveUnchanged(editor);
-        Enter(editor, "txtTideLowHt", "9");
-        QVERIFY(!IsSaveEnabled(editor));
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(IsSaveEnabled(editor));
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(IsSaveEnabled(editor));
-        Close(editor);
-    });
-}
-
-void tst_fEntryEdit::lines_leftWithAnotherText_changeTheirValueOnly_data()
-{
-    AddLines();
-}
-
-void tst_fEntryEdit::lines_leftWithAnotherText_changeTheirValueOnly()
-{
-    QFETCH(QString, box);
-    QFETCH(int, position);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    std::vector<std::string> expected = program.StoredEntry(key);
-    expected.at(static_cast<std::size_t>(position)) = "a~CL~b~CL~~CL~c ~CL~";
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, box.toLatin1(), "a");
-        Press(editor, Qt::Key_Return);
-        Type(editor, "b");
-        Press(editor, Qt::Key_Return);
-        Press(editor, Qt::Key_Enter);
-        Type(editor, "c ");
-        Press(editor, Qt::Key_Return);
-        Press(editor, Qt::Key_Tab);
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key), expected);
-    Edit(program, key, [&](QDialog& editor) {
-        QCOMPARE(LinesText(editor, box.toLatin1()), "a\nb\n\nc \n");
-        Close(editor);
-    });
-}
-
-void tst_fEntryEdit::lines_everyKeystroke_enablesSave_data()
-{
-    AddLines();
-}
-
-void tst_fEntryEdit::lines_everyKeystroke_enablesSave()
-{
-    QFETCH(QString, box);
-    ProgramWithPlace program;
-    program.messages.Expect(saveQuestion, Button::No);
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        LeaveUnchanged(editor);
-        GoTo(editor, box.toLatin1());
-        QVERIFY(!IsSaveEnabled(editor));
-        Type(editor, "x");
-        QVERIFY(IsSaveEnabled(editor));
-        Close(editor);
-    });
-}
-
-void tst_fEntryEdit::lines_leftByTheirPageTab_areWrittenBack_data()
-{
-    AddLines();
-}
-
-void tst_fEntryEdit::lines_leftByTheirPageTab_areWrittenBack()
-{
-    QFETCH(QString, box);
-    QFETCH(int, position);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, box.toLatin1(), "x");
-        ClickPage(editor, 0);
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, static_cast<std::size_t>(position)), "x");
-}
-
-void tst_fEntryEdit::lines_writtenByHandWithLineFeeds_stayUntilChanged()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::Obbos, "one\ntwo"}});
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(LinesText(editor, "txtObbos"), "one\ntwo");
-        GoTo(editor, "txtObbos");
-        ClickPage(editor, 0);
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "one\ntwo");
-    Edit(program, key, [](QDialog& editor) {
-        GoTo(editor, "txtObbos");
-        Press(editor, Qt::Key_End, Qt::ControlModifier);
-        Type(editor, "!");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "one~CL~two!");
-}
-
-void tst_fEntryEdit::lines_withTheEncodingTyped_areReadBackAsALineBreak()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtObbos", "a~CL~b");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "a~CL~b");
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(LinesText(editor, "txtObbos"), "a\nb");
-        Close(editor);
-    });
-}
-
-void tst_fEntryEdit::lines_withUnusualSpaces_stayUntilChanged_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("changed");
-    QTest::newRow("no-break space") << "6\u00A0kg"
-                                    << "6\u00A0kg!";
-    QTest::newRow("line separator") << "one\u2028two"
-                                    << "one~CL~two!";
-    QTest::newRow("paragraph separator") << "one\u2029two"
-                                         << "one~CL~two!";
-    QTest::newRow("carriage return") << "one\rtwo"
-                                     << "one~CL~two!";
-    QTest::newRow("tabulator and blanks") << " one\t two  "
-                                          << " one\t two  !";
-}
-
-void tst_fEntryEdit::lines_withUnusualSpaces_stayUntilChanged()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, changed);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::Obbos, ToUtf8(text)}});
-    const std::vector<std::string> before = program.StoredEntry(key);
-    Edit(program, key, [](QDialog& editor) {
-        GoTo(editor, "txtObbos");
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-    QCOMPARE(program.StoredEntry(key), before);
-    Edit(program, key, [](QDialog& editor) {
-        GoTo(editor, "txtObbos");
-        Press(editor, Qt::Key_End, Qt::ControlModifier);
-        Type(editor, "!");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::Obbos), ToUtf8(changed));
-}
-
-void tst_fEntryEdit::option_clicked_storesItsIndexOnly_data()
-{
-    AddGroups();
-}
-
-void tst_fEntryEdit::option_clicked_storesItsIndexOnly()
-{
-    QFETCH(QString, group);
-    QFETCH(int, position);
-    QFETCH(int, count);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{static_cast<std::size_t>(position), ""}});
-    std::vector<std::string> expected = program.StoredEntry(key);
-    for (int index = 0; index < count; ++index) {
+    void lines_leftWithAnotherText_changeTheirValueOnly()
+    {
+        QFETCH(QString, box);
+        QFETCH(int, position);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        std::vector<std::string> expected = program.StoredEntry(key);
+        expected.at(static_cast<std::size_t>(position)) = "a~CL~b~CL~~CL~c ~CL~";
         Edit(program, key, [&](QDialog& editor) {
-            GoTo(editor, OptionName(group, index));
-            QCOMPARE(Chosen(editor, group.toLatin1()), index);
+            Enter(editor, box.toLatin1(), "a");
+            Press(editor, Qt::Key_Return);
+            Type(editor, "b");
+            Press(editor, Qt::Key_Return);
+            Press(editor, Qt::Key_Enter);
+            Type(editor, "c ");
+            Press(editor, Qt::Key_Return);
+            Press(editor, Qt::Key_Tab);
             SaveAndClose(editor);
         });
-        expected.at(static_cast<std::size_t>(position)) = std::to_string(index);
         QCOMPARE(program.StoredEntry(key), expected);
+        Edit(program, key, [&](QDialog& editor) {
+            QCOMPARE(LinesText(editor, box.toLatin1()), "a\nb\n\nc \n");
+            Close(editor);
+        });
     }
-}
 
-void tst_fEntryEdit::option_firstOfAnUnsetGroup_isAChange_data()
-{
-    AddGroups();
-}
+    void lines_everyKeystroke_enablesSave_data() { AddLines(); }
 
-void tst_fEntryEdit::option_firstOfAnUnsetGroup_isAChange()
-{
-    QFETCH(QString, group);
-    QFETCH(int, position);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{static_cast<std::size_t>(position), ""}});
-    program.messages.Expect(saveQuestion, Button::Yes);
-    Edit(program, key, [&](QDialog& editor) {
-        LeaveUnchanged(editor);
-        GoTo(editor, OptionName(group, 0));
-        QVERIFY(IsSaveEnabled(editor));
-        Close(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, static_cast<std::size_t>(position)), "0");
-}
+    void lines_everyKeystroke_enablesSave()
+    {
+        QFETCH(QString, box);
+        ProgramWithPlace program;
+        program.messages.Expect(saveQuestion, Button::No);
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            LeaveUnchanged(editor);
+            GoTo(editor, box.toLatin1());
+            QVERIFY(!IsSaveEnabled(editor));
+            Type(editor, "x");
+            QVERIFY(IsSaveEnabled(editor));
+            Close(editor);
+        });
+    }
 
-void tst_fEntryEdit::option_chosenOneClickedAgain_isNoChange()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        GoTo(editor, "optTideSt_3");
-        QVERIFY(!IsSaveEnabled(editor));
-        GoTo(editor, "optTideEnd_0");
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-}
+    void lines_leftByTheirPageTab_areWrittenBack_data() { AddLines(); }
 
-void tst_fEntryEdit::option_storedInAnotherSpelling_clickedAgain_isNoChange_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::newRow("leading zero") << "03";
-    QTest::newRow("blanks around") << " 3 ";
-}
+    void lines_leftByTheirPageTab_areWrittenBack()
+    {
+        QFETCH(QString, box);
+        QFETCH(int, position);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, box.toLatin1(), "x");
+            ClickPage(editor, 0);
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, static_cast<std::size_t>(position)), "x");
+    }
 
-void tst_fEntryEdit::option_storedInAnotherSpelling_clickedAgain_isNoChange()
-{
-    QFETCH(QString, code);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::TideStart, code.toStdString()}});
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(Chosen(editor, "optTideSt"), 3);
-        GoTo(editor, "optTideSt_3");
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor); // asks nothing
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::TideStart), code.toStdString());
-    Edit(program, key, [](QDialog& editor) {
-        GoTo(editor, "optTideSt_2");
-        QVERIFY(IsSaveEnabled(editor));
-        GoTo(editor, "optTideSt_3");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::TideStart), "3");
-}
+    void lines_writtenByHandWithLineFeeds_stayUntilChanged()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::Obbos, "one\ntwo"}});
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(LinesText(editor, "txtObbos"), "one\ntwo");
+            GoTo(editor, "txtObbos");
+            ClickPage(editor, 0);
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "one\ntwo");
+        Edit(program, key, [](QDialog& editor) {
+            GoTo(editor, "txtObbos");
+            Press(editor, Qt::Key_End, Qt::ControlModifier);
+            Type(editor, "!");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "one~CL~two!");
+    }
 
-void tst_fEntryEdit::option_ofAGroupWithAnUnknownCode_isAChange()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::TideStart, "9"}});
-    Edit(program, key, [](QDialog& editor) {
-        GoTo(editor, "optTideSt_1");
-        QVERIFY(IsSaveEnabled(editor));
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::TideStart), "1");
-}
+    void lines_withTheEncodingTyped_areReadBackAsALineBreak()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtObbos", "a~CL~b");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "a~CL~b");
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(LinesText(editor, "txtObbos"), "a\nb");
+            Close(editor);
+        });
+    }
 
-void tst_fEntryEdit::option_byArrowKey_isStored()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        GoTo(editor, "optTideSt_3");
-        Press(editor, Qt::Key_Up);
-        QCOMPARE(Chosen(editor, "optTideSt"), 2);
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::TideStart), "2");
-}
+    void lines_withUnusualSpaces_stayUntilChanged_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("changed");
+        QTest::newRow("no-break space") << "6\u00A0kg"
+                                        << "6\u00A0kg!";
+        QTest::newRow("line separator") << "one\u2028two"
+                                        << "one~CL~two!";
+        QTest::newRow("paragraph separator") << "one\u2029two"
+                                             << "one~CL~two!";
+        QTest::newRow("carriage return") << "one\rtwo"
+                                         << "one~CL~two!";
+        QTest::newRow("tabulator and blanks") << " one\t two  "
+                                              << " one\t two  !";
+    }
 
-void tst_fEntryEdit::option_focusAlone_choosesNothing()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::TideStart, ""}});
-    Edit(program, key, [](QDialog& editor) {
-        GoTo(editor, "txtTEnd");
-        Press(editor, Qt::Key_Tab);
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(Focused(editor), "optTideSt_0");
-        QCOMPARE(Chosen(editor, "optTideSt"), -1);
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-}
+    void lines_withUnusualSpaces_stayUntilChanged()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, changed);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::Obbos, ToUtf8(text)}});
+        const std::vector<std::string> before = program.StoredEntry(key);
+        Edit(program, key, [](QDialog& editor) {
+            GoTo(editor, "txtObbos");
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+        QCOMPARE(program.StoredEntry(key), before);
+        Edit(program, key, [](QDialog& editor) {
+            GoTo(editor, "txtObbos");
+            Press(editor, Qt::Key_End, Qt::ControlModifier);
+            Type(editor, "!");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::Obbos), ToUtf8(changed));
+    }
 
-void tst_fEntryEdit::location_chosen_storesItsNumber()
-{
-    ProgramWithPlace program;
-    program.AddLocation("Zeehan");
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        LeaveUnchanged(editor);
-        Find<QWidget>(editor, "cboLocation").setFocus();
-        Press(editor, Qt::Key_Down);
-        QCOMPARE(Place(editor), "Zeehan");
-        QVERIFY(!IsSaveEnabled(editor));
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(IsSaveEnabled(editor));
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "2");
-}
+    void option_clicked_storesItsIndexOnly_data() { AddGroups(); }
 
-void tst_fEntryEdit::location_leftUnchanged_isNoChange()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    const std::string before = program.folder.Read("tarno.xml");
-    Edit(program, key, [](QDialog& editor) {
-        Find<QWidget>(editor, "cboLocation").setFocus();
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-    QCOMPARE(program.folder.Read("tarno.xml"), before);
-}
-
-void tst_fEntryEdit::location_listOpen_escClosesTheListOnly()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        GoTo(editor, "cboLocation");
-        QWidget* list = QApplication::activePopupWidget();
-        QVERIFY(list != nullptr);
-        QTest::keyClick(list->windowHandle(), Qt::Key_Escape); // the open list has the keyboard
-        QVERIFY(!list->isVisible());
-        QVERIFY(editor.isVisible());
-        Close(editor);
-    });
-}
-
-void tst_fEntryEdit::location_noneSelected_cannotBeLeft_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("Tab") << int(Qt::Key_Tab);
-    QTest::newRow("Shift+Tab") << int(Qt::Key_Backtab);
-    QTest::newRow("Esc") << int(Qt::Key_Escape);
-    QTest::newRow("click") << 0;
-}
-
-void tst_fEntryEdit::location_noneSelected_cannotBeLeft()
-{
-    QFETCH(int, key);
-    ProgramWithPlace program;
-    const int entry = program.AddCompleteEntry({{EntryField::LocNo, "7"}});
-    Edit(program, entry, [&](QDialog& editor) {
-        Find<QWidget>(editor, "cboLocation").setFocus();
-        if (key != 0) {
-            Press(editor, static_cast<Qt::Key>(key));
-        } else {
-            Click(editor, "txtAirTemp");
-            Click(editor, "txtTStart");
-            Click(editor, "cmdCancel");
+    void option_clicked_storesItsIndexOnly()
+    {
+        QFETCH(QString, group);
+        QFETCH(int, position);
+        QFETCH(int, count);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{static_cast<std::size_t>(position), ""}});
+        std::vector<std::string> expected = program.StoredEntry(key);
+        for (int index = 0; index < count; ++index) {
+            Edit(program, key, [&](QDialog& editor) {
+                GoTo(editor, OptionName(group, index));
+                QCOMPARE(Chosen(editor, group.toLatin1()), index);
+                SaveAndClose(editor);
+            });
+            expected.at(static_cast<std::size_t>(position)) = std::to_string(index);
+            QCOMPARE(program.StoredEntry(key), expected);
         }
-        QVERIFY(editor.isVisible());
-        QCOMPARE(Focused(editor), "cboLocation");
-        Press(editor, Qt::Key_Down);
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(Focused(editor) != "cboLocation");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(entry, EntryField::LocNo), "1");
-}
+    }
 
-void tst_fEntryEdit::location_noneSelectedAndNeverVisited_isNoObstacle()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::LocNo, "7"}});
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtTEnd", "2200");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::EndTime), "22:00");
-    QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "7");
-}
+    void option_firstOfAnUnsetGroup_isAChange_data() { AddGroups(); }
 
-void tst_fEntryEdit::phase_waxingTicked_storesThePositiveValue()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        LeaveUnchanged(editor);
-        GoTo(editor, "chkMoon");
-        QVERIFY(IsChecked(editor, "chkMoon"));
-        QVERIFY(IsSaveEnabled(editor));
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "45");
-}
+    void option_firstOfAnUnsetGroup_isAChange()
+    {
+        QFETCH(QString, group);
+        QFETCH(int, position);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{static_cast<std::size_t>(position), ""}});
+        program.messages.Expect(saveQuestion, Button::Yes);
+        Edit(program, key, [&](QDialog& editor) {
+            LeaveUnchanged(editor);
+            GoTo(editor, OptionName(group, 0));
+            QVERIFY(IsSaveEnabled(editor));
+            Close(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, static_cast<std::size_t>(position)), "0");
+    }
 
-void tst_fEntryEdit::phase_waxingTakenOff_storesTheNegativeValue()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::MoonPhase, "60"}});
-    Edit(program, key, [](QDialog& editor) {
-        GoTo(editor, "chkMoon");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-60");
-}
+    void option_chosenOneClickedAgain_isNoChange()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            GoTo(editor, "optTideSt_3");
+            QVERIFY(!IsSaveEnabled(editor));
+            GoTo(editor, "optTideEnd_0");
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+    }
 
-void tst_fEntryEdit::phase_typed_isStoredAtEveryKeystroke()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        LeaveUnchanged(editor);
-        GoTo(editor, "txtMoon");
-        Press(editor, Qt::Key_A, Qt::ControlModifier);
-        Type(editor, "7");
-        QVERIFY(IsSaveEnabled(editor));
-        Type(editor, "8");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-78");
-}
+    void option_storedInAnotherSpelling_clickedAgain_isNoChange_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::newRow("leading zero") << "03";
+        QTest::newRow("blanks around") << " 3 ";
+    }
 
-void tst_fEntryEdit::phase_emptied_storesTheEmptyText_data()
-{
-    QTest::addColumn<QString>("phase");
-    QTest::newRow("waxing") << "45";
-    QTest::newRow("waning") << "-45";
-}
+    void option_storedInAnotherSpelling_clickedAgain_isNoChange()
+    {
+        QFETCH(QString, code);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::TideStart, code.toStdString()}});
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(Chosen(editor, "optTideSt"), 3);
+            GoTo(editor, "optTideSt_3");
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor); // asks nothing
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::TideStart), code.toStdString());
+        Edit(program, key, [](QDialog& editor) {
+            GoTo(editor, "optTideSt_2");
+            QVERIFY(IsSaveEnabled(editor));
+            GoTo(editor, "optTideSt_3");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::TideStart), "3");
+    }
 
-void tst_fEntryEdit::phase_emptied_storesTheEmptyText()
-{
-    QFETCH(QString, phase);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::MoonPhase, phase.toStdString()}});
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtMoon", "");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "");
-}
+    void option_ofAGroupWithAnUnknownCode_isAChange()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::TideStart, "9"}});
+        Edit(program, key, [](QDialog& editor) {
+            GoTo(editor, "optTideSt_1");
+            QVERIFY(IsSaveEnabled(editor));
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::TideStart), "1");
+    }
 
-void tst_fEntryEdit::phase_takesDigitsOnly()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtMoon", "-a6.:5%");
-        QCOMPARE(BoxText(editor, "txtMoon"), "65");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-65");
-}
+    void option_byArrowKey_isStored()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            GoTo(editor, "optTideSt_3");
+            Press(editor, Qt::Key_Up);
+            QCOMPARE(Chosen(editor, "optTideSt"), 2);
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::TideStart), "2");
+    }
 
-void tst_fEntryEdit::phase_waningZeroTyped_isMinusZero()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtMoon", "0");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-0");
-}
+    void option_focusAlone_choosesNothing()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::TideStart, ""}});
+        Edit(program, key, [](QDialog& editor) {
+            GoTo(editor, "txtTEnd");
+            Press(editor, Qt::Key_Tab);
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(Focused(editor), "optTideSt_0");
+            QCOMPARE(Chosen(editor, "optTideSt"), -1);
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+    }
 
-QTEST_MAIN(tst_fEntryEdit)
+    void location_chosen_storesItsNumber()
+    {
+        ProgramWithPlace program;
+        program.AddLocation("Zeehan");
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            LeaveUnchanged(editor);
+            Find<QWidget>(editor, "cboLocation").setFocus();
+            Press(editor, Qt::Key_Down);
+            QCOMPARE(Place(editor), "Zeehan");
+            QVERIFY(!IsSaveEnabled(editor));
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(IsSaveEnabled(editor));
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "2");
+    }
+
+    void location_leftUnchanged_isNoChange()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::string before = program.folder.Read("tarno.xml");
+        Edit(program, key, [](QDialog& editor) {
+            Find<QWidget>(editor, "cboLocation").setFocus();
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
+
+    void location_listOpen_escClosesTheListOnly()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            GoTo(editor, "cboLocation");
+            QWidget* list = QApplication::activePopupWidget();
+            QVERIFY(list != nullptr);
+            QTest::keyClick(list->windowHandle(), Qt::Key_Escape); // the open list has the keyboard
+            QVERIFY(!list->isVisible());
+            QVERIFY(editor.isVisible());
+            Close(editor);
+        });
+    }
+
+    void location_noneSelected_cannotBeLeft_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::newRow("Tab") << int(Qt::Key_Tab);
+        QTest::newRow("Shift+Tab") << int(Qt::Key_Backtab);
+        QTest::newRow("Esc") << int(Qt::Key_Escape);
+        QTest::newRow("click") << 0;
+    }
+
+    void location_noneSelected_cannotBeLeft()
+    {
+        QFETCH(int, key);
+        ProgramWithPlace program;
+        const int entry = program.AddCompleteEntry({{EntryField::LocNo, "7"}});
+        Edit(program, entry, [&](QDialog& editor) {
+            Find<QWidget>(editor, "cboLocation").setFocus();
+            if (key != 0) {
+                Press(editor, static_cast<Qt::Key>(key));
+            } else {
+                Click(editor, "txtAirTemp");
+                Click(editor, "txtTStart");
+                Click(editor, "cmdCancel");
+            }
+            QVERIFY(editor.isVisible());
+            QCOMPARE(Focused(editor), "cboLocation");
+            Press(editor, Qt::Key_Down);
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(Focused(editor) != "cboLocation");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(entry, EntryField::LocNo), "1");
+    }
+
+    void location_noneSelectedAndNeverVisited_isNoObstacle()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::LocNo, "7"}});
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtTEnd", "2200");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::EndTime), "22:00");
+        QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "7");
+    }
+
+    void phase_waxingTicked_storesThePositiveValue()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            LeaveUnchanged(editor);
+            GoTo(editor, "chkMoon");
+            QVERIFY(IsChecked(editor, "chkMoon"));
+            QVERIFY(IsSaveEnabled(editor));
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "45");
+    }
+
+    void phase_waxingTakenOff_storesTheNegativeValue()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::MoonPhase, "60"}});
+        Edit(program, key, [](QDialog& editor) {
+            GoTo(editor, "chkMoon");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-60");
+    }
+
+    void phase_typed_isStoredAtEveryKeystroke()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            LeaveUnchanged(editor);
+            GoTo(editor, "txtMoon");
+            Press(editor, Qt::Key_A, Qt::ControlModifier);
+            Type(editor, "7");
+            QVERIFY(IsSaveEnabled(editor));
+            Type(editor, "8");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-78");
+    }
+
+    void phase_emptied_storesTheEmptyText_data()
+    {
+        QTest::addColumn<QString>("phase");
+        QTest::newRow("waxing") << "45";
+        QTest::newRow("waning") << "-45";
+    }
+
+    void phase_emptied_storesTheEmptyText()
+    {
+        QFETCH(QString, phase);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::MoonPhase, phase.toStdString()}});
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtMoon", "");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "");
+    }
+
+    void phase_takesDigitsOnly()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtMoon", "-a6.:5%");
+            QCOMPARE(BoxText(editor, "txtMoon"), "65");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-65");
+    }
+
+    void phase_waningZeroTyped_isMinusZero()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtMoon", "0");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-0");
+    }
+};
+
+TEST_CLASS(tst_fEntryEdit)
 #include "tst_fEntryEdit.moc"

@@ -1,430 +1,403 @@
 #include "EntryTest.h"
+#include "support/TestClass.h"
 
 class tst_fEntryLoad : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void box_showsItsValue_data();
-    void box_showsItsValue();
-    void lines_showTheirDecodedValue_data();
-    void lines_showTheirDecodedValue();
-    void options_everyCode_choosesItsButton_data();
-    void options_everyCode_choosesItsButton();
-    void options_noUsableCode_chooseNothingAndKeepIt_data();
-    void options_noUsableCode_chooseNothingAndKeepIt();
-    void codeWithLeadingZero_isItsNumber();
 
-    void locations_standInFileOrder();
-    void locationName_ofSeveralLines_showsInOneLine();
-    void location_isSelectedByItsNumber_data();
-    void location_isSelectedByItsNumber();
-    void location_gone_selectsNoneAndKeepsTheNumber();
+    void box_showsItsValue_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("start date") << "txtStart"
+                                    << "2003-02-05";
+        QTest::newRow("end date") << "txtEnd"
+                                  << "2003-02-06";
+        QTest::newRow("start time") << "txtTStart"
+                                    << "06:30";
+        QTest::newRow("end time") << "txtTEnd"
+                                  << "11:45";
+        QTest::newRow("high tide") << "txtTideHigh"
+                                   << "09:10";
+        QTest::newRow("high tide height") << "txtTideHighHt"
+                                          << "1.6 m";
+        QTest::newRow("low tide") << "txtTideLow"
+                                  << "03:05";
+        QTest::newRow("low tide height") << "txtTideLowHt"
+                                         << "0.4";
+        QTest::newRow("sunrise") << "txtSunRise"
+                                 << "06:11";
+        QTest::newRow("sunset") << "txtSunSet"
+                                << "19:58";
+        QTest::newRow("moonrise") << "txtMoonRise"
+                                  << "10:21";
+        QTest::newRow("moonset") << "txtMoonSet"
+                                 << "21:43";
+        QTest::newRow("moon phase") << "txtMoon"
+                                    << "45";
+        QTest::newRow("air temperature") << "txtAirTemp"
+                                         << "24.5";
+        QTest::newRow("water temperature") << "txtWaterTemp"
+                                           << "21";
+        QTest::newRow("pressure") << "txtPressure"
+                                  << "1013";
+        QTest::newRow("major 1") << "txtMajor1"
+                                 << "04:01";
+        QTest::newRow("major 2") << "txtMajor2"
+                                 << "16:26";
+        QTest::newRow("minor 1") << "txtMinor1"
+                                 << "10:13";
+        QTest::newRow("minor 2") << "txtMinor2"
+                                 << "22:37";
+    }
 
-    void phase_showsPercentAndSign_data();
-    void phase_showsPercentAndSign();
-    void phase_noNumber_leavesTheBoxEmptyAndStays_data();
-    void phase_noNumber_leavesTheBoxEmptyAndStays();
-
-    void opened_hasNoChangeButSaveEnabled();
-    void opened_saveClicked_writesNothing();
-    void opened_closed_asksNothing();
-    void opened_focusIsInTheStartDate();
-    void values_theTimeCheckWouldRefuse_holdNobody_data();
-    void values_theTimeCheckWouldRefuse_holdNobody();
-
-    void noLocation_isSaidAndNothingOpens_data();
-    void noLocation_isSaidAndNothingOpens();
-    void noSuchEntry_isReportedAndNothingOpens();
-    void recordWithFewerChildren_isReportedAndNothingOpens();
-    void locationWithoutName_isReported();
-};
-
-void tst_fEntryLoad::box_showsItsValue_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("start date") << "txtStart"
-                                << "2003-02-05";
-    QTest::newRow("end date") << "txtEnd"
-                              << "2003-02-06";
-    QTest::newRow("start time") << "txtTStart"
-                                << "06:30";
-    QTest::newRow("end time") << "txtTEnd"
-                              << "11:45";
-    QTest::newRow("high tide") << "txtTideHigh"
-                               << "09:10";
-    QTest::newRow("high tide height") << "txtTideHighHt"
-                                      << "1.6 m";
-    QTest::newRow("low tide") << "txtTideLow"
-                              << "03:05";
-    QTest::newRow("low tide height") << "txtTideLowHt"
-                                     << "0.4";
-    QTest::newRow("sunrise") << "txtSunRise"
-                             << "06:11";
-    QTest::newRow("sunset") << "txtSunSet"
-                            << "19:58";
-    QTest::newRow("moonrise") << "txtMoonRise"
-                              << "10:21";
-    QTest::newRow("moonset") << "txtMoonSet"
-                             << "21:43";
-    QTest::newRow("moon phase") << "txtMoon"
-                                << "45";
-    QTest::newRow("air temperature") << "txtAirTemp"
-                                     << "24.5";
-    QTest::newRow("water temperature") << "txtWaterTemp"
-                                       << "21";
-    QTest::newRow("pressure") << "txtPressure"
-                              << "1013";
-    QTest::newRow("major 1") << "txtMajor1"
-                             << "04:01";
-    QTest::newRow("major 2") << "txtMajor2"
-                             << "16:26";
-    QTest::newRow("minor 1") << "txtMinor1"
-                             << "10:13";
-    QTest::newRow("minor 2") << "txtMinor2"
-                             << "22:37";
-}
-
-void tst_fEntryLoad::box_showsItsValue()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, text);
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        QCOMPARE(BoxText(editor, box.toLatin1()), text.toStdString());
-        Close(editor);
-    });
-}
-
-void tst_fEntryLoad::lines_showTheirDecodedValue_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("target") << "txtTarget"
-                            << "Flathead\nSquid";
-    QTest::newRow("bait") << "txtBait"
-                          << "Prawn";
-    QTest::newRow("methods") << "txtMethods"
-                             << "Drifting\nCasting";
-    QTest::newRow("caught") << "txtCaught"
-                            << "2 flathead";
-    QTest::newRow("observations") << "txtObbos"
-                                  << "First\n\nLast";
-}
-
-void tst_fEntryLoad::lines_showTheirDecodedValue()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, text);
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        QCOMPARE(LinesText(editor, box.toLatin1()), text.toStdString());
-        Close(editor);
-    });
-}
-
-void tst_fEntryLoad::options_everyCode_choosesItsButton_data()
-{
-    QTest::addColumn<int>("position");
-    QTest::addColumn<QString>("group");
-    QTest::addColumn<int>("count");
-    QTest::newRow("tide at the start") << int(EntryField::TideStart) << "optTideSt" << 4;
-    QTest::newRow("tide at the end") << int(EntryField::TideEnd) << "optTideEnd" << 4;
-    QTest::newRow("prediction") << int(EntryField::Prediction) << "optPrediction" << 4;
-    QTest::newRow("wind direction") << int(EntryField::WindDir) << "optWindDir" << 8;
-    QTest::newRow("wind strength") << int(EntryField::WindStrength) << "optWindStr" << 4;
-    QTest::newRow("weather") << int(EntryField::Weather) << "optWeather" << 7;
-    QTest::newRow("clarity") << int(EntryField::WaterClarity) << "optClarity" << 3;
-    QTest::newRow("action") << int(EntryField::FishAction) << "optAction" << 4;
-    QTest::newRow("pressure") << int(EntryField::AirPressure) << "optPressure" << 2;
-}
-
-void tst_fEntryLoad::options_everyCode_choosesItsButton()
-{
-    QFETCH(int, position);
-    QFETCH(QString, group);
-    QFETCH(int, count);
-    ProgramWithPlace program;
-    for (int code = 0; code < count; ++code) {
-        const int key = program.AddCompleteEntry({{position, std::to_string(code)}});
-        Edit(program, key, [&](QDialog& editor) {
-            QCOMPARE(Chosen(editor, group.toLatin1()), code);
+    void box_showsItsValue()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, text);
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            QCOMPARE(BoxText(editor, box.toLatin1()), text.toStdString());
             Close(editor);
         });
     }
-}
 
-void tst_fEntryLoad::options_noUsableCode_chooseNothingAndKeepIt_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::newRow("not set") << "";
-    QTest::newRow("behind the last") << "4";
-    QTest::newRow("far behind") << "70000";
-    QTest::newRow("negative") << "-1";
-    QTest::newRow("word") << "Top";
-    QTest::newRow("blank") << " ";
-}
+    void lines_showTheirDecodedValue_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("target") << "txtTarget"
+                                << "Flathead\nSquid";
+        QTest::newRow("bait") << "txtBait"
+                              << "Prawn";
+        QTest::newRow("methods") << "txtMethods"
+                                 << "Drifting\nCasting";
+        QTest::newRow("caught") << "txtCaught"
+                                << "2 flathead";
+        QTest::newRow("observations") << "txtObbos"
+                                      << "First\n\nLast";
+    }
 
-void tst_fEntryLoad::options_noUsableCode_chooseNothingAndKeepIt()
-{
-    QFETCH(QString, code);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry(
-        {{EntryField::TideStart, code.toStdString()}, {EntryField::AirPressure, code.toStdString()}});
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(Chosen(editor, "optTideSt"), -1);
-        QCOMPARE(Chosen(editor, "optPressure"), -1);
-        Enter(editor, "txtTideLowHt", "0.5");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.5");
-    QCOMPARE(program.StoredEntry(key, EntryField::TideStart), code.toStdString());
-    QCOMPARE(program.StoredEntry(key, EntryField::AirPressure), code.toStdString());
-}
-
-void tst_fEntryLoad::codeWithLeadingZero_isItsNumber()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry({{EntryField::Weather, "03"}}), [](QDialog& editor) {
-        QCOMPARE(Chosen(editor, "optWeather"), 3);
-        Close(editor);
-    });
-}
-
-void tst_fEntryLoad::locations_standInFileOrder()
-{
-    ProgramWithPlace program;
-    program.AddLocation("Zeehan");
-    program.AddLocation("Albany");
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        const auto& list = Find<QComboBox>(editor, "cboLocation");
-        QCOMPARE(list.count(), 3);
-        QCOMPARE(ToUtf8(list.itemText(0)), "Pittwater");
-        QCOMPARE(ToUtf8(list.itemText(1)), "Zeehan");
-        QCOMPARE(ToUtf8(list.itemText(2)), "Albany");
-        Close(editor);
-    });
-}
-
-void tst_fEntryLoad::locationName_ofSeveralLines_showsInOneLine()
-{
-    ProgramWithPlace program;
-    program.AddLocation("Victor Harbor~CL~Granite Island");
-    Edit(program, program.AddCompleteEntry({{EntryField::LocNo, "2"}}), [](QDialog& editor) {
-        QCOMPARE(Place(editor), "Victor Harbor Granite Island");
-        Close(editor);
-    });
-}
-
-void tst_fEntryLoad::location_isSelectedByItsNumber_data()
-{
-    QTest::addColumn<QString>("number");
-    QTest::newRow("plain") << "2";
-    QTest::newRow("leading zero") << "02";
-    QTest::newRow("blanks around") << " 2 ";
-    QTest::newRow("with a fraction of nothing") << "2.0";
-}
-
-void tst_fEntryLoad::location_isSelectedByItsNumber()
-{
-    QFETCH(QString, number);
-    ProgramWithPlace program;
-    program.AddLocation("Zeehan");
-    Edit(program, program.AddCompleteEntry({{EntryField::LocNo, number.toStdString()}}), [](QDialog& editor) {
-        QCOMPARE(Place(editor), "Zeehan");
-        Close(editor);
-    });
-}
-
-void tst_fEntryLoad::location_gone_selectsNoneAndKeepsTheNumber()
-{
-    for (const char* number : {"7", "", "Pittwater"}) {
+    void lines_showTheirDecodedValue()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, text);
         ProgramWithPlace program;
-        const int key = program.AddCompleteEntry({{EntryField::LocNo, number}});
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            QCOMPARE(LinesText(editor, box.toLatin1()), text.toStdString());
+            Close(editor);
+        });
+    }
+
+    void options_everyCode_choosesItsButton_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QString>("group");
+        QTest::addColumn<int>("count");
+        QTest::newRow("tide at the start") << int(EntryField::TideStart) << "optTideSt" << 4;
+        QTest::newRow("tide at the end") << int(EntryField::TideEnd) << "optTideEnd" << 4;
+        QTest::newRow("prediction") << int(EntryField::Prediction) << "optPrediction" << 4;
+        QTest::newRow("wind direction") << int(EntryField::WindDir) << "optWindDir" << 8;
+        QTest::newRow("wind strength") << int(EntryField::WindStrength) << "optWindStr" << 4;
+        QTest::newRow("weather") << int(EntryField::Weather) << "optWeather" << 7;
+        QTest::newRow("clarity") << int(EntryField::WaterClarity) << "optClarity" << 3;
+        QTest::newRow("action") << int(EntryField::FishAction) << "optAction" << 4;
+        QTest::newRow("pressure") << int(EntryField::AirPressure) << "optPressure" << 2;
+    }
+
+    void options_everyCode_choosesItsButton()
+    {
+        QFETCH(int, position);
+        QFETCH(QString, group);
+        QFETCH(int, count);
+        ProgramWithPlace program;
+        for (int code = 0; code < count; ++code) {
+            const int key = program.AddCompleteEntry({{position, std::to_string(code)}});
+            Edit(program, key, [&](QDialog& editor) {
+                QCOMPARE(Chosen(editor, group.toLatin1()), code);
+                Close(editor);
+            });
+        }
+    }
+
+    void options_noUsableCode_chooseNothingAndKeepIt_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::newRow("not set") << "";
+        QTest::newRow("behind the last") << "4";
+        QTest::newRow("far behind") << "70000";
+        QTest::newRow("negative") << "-1";
+        QTest::newRow("word") << "Top";
+        QTest::newRow("blank") << " ";
+    }
+
+    void options_noUsableCode_chooseNothingAndKeepIt()
+    {
+        QFETCH(QString, code);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(
+            {{EntryField::TideStart, code.toStdString()}, {EntryField::AirPressure, code.toStdString()}});
         Edit(program, key, [](QDialog& editor) {
-            QCOMPARE(Find<QComboBox>(editor, "cboLocation").currentIndex(), -1);
+            QCOMPARE(Chosen(editor, "optTideSt"), -1);
+            QCOMPARE(Chosen(editor, "optPressure"), -1);
             Enter(editor, "txtTideLowHt", "0.5");
             SaveAndClose(editor);
         });
         QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.5");
-        QCOMPARE(program.StoredEntry(key, EntryField::LocNo), number);
+        QCOMPARE(program.StoredEntry(key, EntryField::TideStart), code.toStdString());
+        QCOMPARE(program.StoredEntry(key, EntryField::AirPressure), code.toStdString());
     }
-}
 
-void tst_fEntryLoad::phase_showsPercentAndSign_data()
-{
-    QTest::addColumn<QString>("phase");
-    QTest::addColumn<QString>("percent");
-    QTest::addColumn<bool>("waxing");
-    QTest::newRow("waxing") << "45"
-                            << "45" << true;
-    QTest::newRow("waning") << "-45"
-                            << "45" << false;
-    QTest::newRow("new") << "0"
-                         << "0" << true;
-    QTest::newRow("new while waning") << "-0"
-                                      << "0" << true;
-    QTest::newRow("full") << "-100"
-                          << "100" << false;
-}
+    void codeWithLeadingZero_isItsNumber()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry({{EntryField::Weather, "03"}}), [](QDialog& editor) {
+            QCOMPARE(Chosen(editor, "optWeather"), 3);
+            Close(editor);
+        });
+    }
 
-void tst_fEntryLoad::phase_showsPercentAndSign()
-{
-    QFETCH(QString, phase);
-    QFETCH(QString, percent);
-    QFETCH(bool, waxing);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::MoonPhase, phase.toStdString()}});
-    Edit(program, key, [&](QDialog& editor) {
-        QCOMPARE(BoxText(editor, "txtMoon"), percent.toStdString());
-        QCOMPARE(IsChecked(editor, "chkMoon"), waxing);
-        Close(editor);
-    });
-}
+    void locations_standInFileOrder()
+    {
+        ProgramWithPlace program;
+        program.AddLocation("Zeehan");
+        program.AddLocation("Albany");
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            const auto& list = Find<QComboBox>(editor, "cboLocation");
+            QCOMPARE(list.count(), 3);
+            QCOMPARE(ToUtf8(list.itemText(0)), "Pittwater");
+            QCOMPARE(ToUtf8(list.itemText(1)), "Zeehan");
+            QCOMPARE(ToUtf8(list.itemText(2)), "Albany");
+            Close(editor);
+        });
+    }
 
-void tst_fEntryLoad::phase_noNumber_leavesTheBoxEmptyAndStays_data()
-{
-    QTest::addColumn<QString>("phase");
-    QTest::newRow("word") << "full";
-    QTest::newRow("with a percent sign") << "45%";
-    QTest::newRow("too large") << "40000";
-}
+    void locationName_ofSeveralLines_showsInOneLine()
+    {
+        ProgramWithPlace program;
+        program.AddLocation("Victor Harbor~CL~Granite Island");
+        Edit(program, program.AddCompleteEntry({{EntryField::LocNo, "2"}}), [](QDialog& editor) {
+            QCOMPARE(Place(editor), "Victor Harbor Granite Island");
+            Close(editor);
+        });
+    }
 
-void tst_fEntryLoad::phase_noNumber_leavesTheBoxEmptyAndStays()
-{
-    QFETCH(QString, phase);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::MoonPhase, phase.toStdString()}});
-    Edit(program, key, [](QDialog& editor) {
-        QCOMPARE(BoxText(editor, "txtMoon"), "");
-        Enter(editor, "txtTideLowHt", "0.5");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.5");
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), phase.toStdString());
-}
+    void location_isSelectedByItsNumber_data()
+    {
+        QTest::addColumn<QString>("number");
+        QTest::newRow("plain") << "2";
+        QTest::newRow("leading zero") << "02";
+        QTest::newRow("blanks around") << " 2 ";
+        QTest::newRow("with a fraction of nothing") << "2.0";
+    }
 
-void tst_fEntryLoad::opened_hasNoChangeButSaveEnabled()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        QVERIFY(IsSaveEnabled(editor));
-        Press(editor, Qt::Key_Tab); // leaving a box shows the flag
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-}
+    void location_isSelectedByItsNumber()
+    {
+        QFETCH(QString, number);
+        ProgramWithPlace program;
+        program.AddLocation("Zeehan");
+        Edit(program, program.AddCompleteEntry({{EntryField::LocNo, number.toStdString()}}),
+             [](QDialog& editor) {
+                 QCOMPARE(Place(editor), "Zeehan");
+                 Close(editor);
+             });
+    }
 
-void tst_fEntryLoad::opened_saveClicked_writesNothing()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    const std::size_t stepsBefore = program.operations.Steps().size();
-    Edit(program, key, [](QDialog& editor) {
-        Save(editor);
-        QVERIFY(editor.isVisible());
-        Close(editor);
-    });
-    QCOMPARE(program.operations.Steps().size(), stepsBefore);
-}
+    void location_gone_selectsNoneAndKeepsTheNumber()
+    {
+        for (const char* number : {"7", "", "Pittwater"}) {
+            ProgramWithPlace program;
+            const int key = program.AddCompleteEntry({{EntryField::LocNo, number}});
+            Edit(program, key, [](QDialog& editor) {
+                QCOMPARE(Find<QComboBox>(editor, "cboLocation").currentIndex(), -1);
+                Enter(editor, "txtTideLowHt", "0.5");
+                SaveAndClose(editor);
+            });
+            QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.5");
+            QCOMPARE(program.StoredEntry(key, EntryField::LocNo), number);
+        }
+    }
 
-void tst_fEntryLoad::opened_closed_asksNothing()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    const std::string before = program.folder.Read("tarno.xml");
-    Edit(program, key, [](QDialog& editor) { Close(editor); });
-    QCOMPARE(program.folder.Read("tarno.xml"), before);
-}
+    void phase_showsPercentAndSign_data()
+    {
+        QTest::addColumn<QString>("phase");
+        QTest::addColumn<QString>("percent");
+        QTest::addColumn<bool>("waxing");
+        QTest::newRow("waxing") << "45"
+                                << "45" << true;
+        QTest::newRow("waning") << "-45"
+                                << "45" << false;
+        QTest::newRow("new") << "0"
+                             << "0" << true;
+        QTest::newRow("new while waning") << "-0"
+                                          << "0" << true;
+        QTest::newRow("full") << "-100"
+                              << "100" << false;
+    }
 
-void tst_fEntryLoad::opened_focusIsInTheStartDate()
-{
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        QCOMPARE(Pages(editor).currentIndex(), 0);
-        QCOMPARE(Focused(editor), "txtStart");
-        Close(editor);
-    });
-}
+    void phase_showsPercentAndSign()
+    {
+        QFETCH(QString, phase);
+        QFETCH(QString, percent);
+        QFETCH(bool, waxing);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::MoonPhase, phase.toStdString()}});
+        Edit(program, key, [&](QDialog& editor) {
+            QCOMPARE(BoxText(editor, "txtMoon"), percent.toStdString());
+            QCOMPARE(IsChecked(editor, "chkMoon"), waxing);
+            Close(editor);
+        });
+    }
 
-void tst_fEntryLoad::values_theTimeCheckWouldRefuse_holdNobody_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::newRow("no event") << ":";
-    QTest::newRow("end of the day") << "24:00";
-    QTest::newRow("word written by hand") << "about noon";
-}
+    void phase_noNumber_leavesTheBoxEmptyAndStays_data()
+    {
+        QTest::addColumn<QString>("phase");
+        QTest::newRow("word") << "full";
+        QTest::newRow("with a percent sign") << "45%";
+        QTest::newRow("too large") << "40000";
+    }
 
-void tst_fEntryLoad::values_theTimeCheckWouldRefuse_holdNobody()
-{
-    QFETCH(QString, text);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry({{EntryField::MoonRise, text.toStdString()}});
-    Edit(program, key, [&](QDialog& editor) {
-        GoTo(editor, "txtMoonRise");
-        Press(editor, Qt::Key_Tab);
-        QCOMPARE(Focused(editor), "txtMoonSet");
-        QVERIFY(!IsRefused(editor, "txtMoonRise"));
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::MoonRise), text.toStdString());
-}
+    void phase_noNumber_leavesTheBoxEmptyAndStays()
+    {
+        QFETCH(QString, phase);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::MoonPhase, phase.toStdString()}});
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(BoxText(editor, "txtMoon"), "");
+            Enter(editor, "txtTideLowHt", "0.5");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.5");
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), phase.toStdString());
+    }
 
-void tst_fEntryLoad::noLocation_isSaidAndNothingOpens_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("remove");
-    QTest::newRow("new entry") << 0 << false;
-    QTest::newRow("existing entry") << 1 << false;
-    QTest::newRow("deletion") << 1 << true;
-}
+    void opened_hasNoChangeButSaveEnabled()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            QVERIFY(IsSaveEnabled(editor));
+            Press(editor, Qt::Key_Tab); // leaving a box shows the flag
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+    }
 
-void tst_fEntryLoad::noLocation_isSaidAndNothingOpens()
-{
-    QFETCH(int, key);
-    QFETCH(bool, remove);
-    TestProgram program;
-    program.Start();
-    program.AddEntry(CompleteEntry());
-    const std::string before = program.folder.Read("tarno.xml");
-    program.messages.ExpectTold(QStringLiteral("You need to add some locations prior to adding log entries!"),
-                                QStringLiteral("No Locations Entered!"));
-    WithoutWindow([&] { fEntry(program.program, nullptr).SetData(static_cast<std::int16_t>(key), remove); });
-    QCOMPARE(program.folder.Read("tarno.xml"), before);
-}
+    void opened_saveClicked_writesNothing()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::size_t stepsBefore = program.operations.Steps().size();
+        Edit(program, key, [](QDialog& editor) {
+            Save(editor);
+            QVERIFY(editor.isVisible());
+            Close(editor);
+        });
+        QCOMPARE(program.operations.Steps().size(), stepsBefore);
+    }
 
-void tst_fEntryLoad::noSuchEntry_isReportedAndNothingOpens()
-{
-    ProgramWithPlace program;
-    program.reports.Expect("cSQL", "EntryGet", ErrorNumber::ObjectNotSet);
-    WithoutWindow([&] { fEntry(program.program, nullptr).SetData(7, false); });
-    program.reports.Expect("cSQL", "EntryGet", ErrorNumber::ObjectNotSet);
-    WithoutWindow([&] { fEntry(program.program, nullptr).SetData(7, true); });
-}
+    void opened_closed_asksNothing()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::string before = program.folder.Read("tarno.xml");
+        Edit(program, key, [](QDialog& editor) { Close(editor); });
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
 
-void tst_fEntryLoad::recordWithFewerChildren_isReportedAndNothingOpens()
-{
-    TestProgram program;
-    program.folder.Write("tarno.xml", "<data><tarno><TarnoNo>1</TarnoNo><StartDate/></tarno></data>");
-    program.Start();
-    program.AddLocation("Pittwater");
-    program.reports.Expect("fEntry", "LoadTheForm", ErrorNumber::ObjectNotSet);
-    WithoutWindow([&] { fEntry(program.program, nullptr).SetData(1, false); });
-}
+    void opened_focusIsInTheStartDate()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            QCOMPARE(Pages(editor).currentIndex(), 0);
+            QCOMPARE(Focused(editor), "txtStart");
+            Close(editor);
+        });
+    }
 
-void tst_fEntryLoad::locationWithoutName_isReported()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    program.folder.Write("location.xml", "<data><location><LocNo>1</LocNo></location></data>");
-    program.Start();
-    program.reports.Expect("fEntry", "LoadLocations", ErrorNumber::ObjectNotSet);
-    program.messages.ExpectTold(QStringLiteral("You need to add some locations prior to adding log entries!"),
-                                QStringLiteral("No Locations Entered!"));
-    WithoutWindow([&] { fEntry(program.program, nullptr).SetData(static_cast<std::int16_t>(key), false); });
-}
+    void values_theTimeCheckWouldRefuse_holdNobody_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("no event") << ":";
+        QTest::newRow("end of the day") << "24:00";
+        QTest::newRow("word written by hand") << "about noon";
+    }
 
-QTEST_MAIN(tst_fEntryLoad)
+    void values_theTimeCheckWouldRefuse_holdNobody()
+    {
+        QFETCH(QString, text);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::MoonRise, text.toStdString()}});
+        Edit(program, key, [&](QDialog& editor) {
+            GoTo(editor, "txtMoonRise");
+            Press(editor, Qt::Key_Tab);
+            QCOMPARE(Focused(editor), "txtMoonSet");
+            QVERIFY(!IsRefused(editor, "txtMoonRise"));
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::MoonRise), text.toStdString());
+    }
+
+    void noLocation_isSaidAndNothingOpens_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("remove");
+        QTest::newRow("new entry") << 0 << false;
+        QTest::newRow("existing entry") << 1 << false;
+        QTest::newRow("deletion") << 1 << true;
+    }
+
+    void noLocation_isSaidAndNothingOpens()
+    {
+        QFETCH(int, key);
+        QFETCH(bool, remove);
+        TestProgram program;
+        program.Start();
+        program.AddEntry(CompleteEntry());
+        const std::string before = program.folder.Read("tarno.xml");
+        program.messages.ExpectTold(
+            QStringLiteral("You need to add some locations prior to adding log entries!"),
+            QStringLiteral("No Locations Entered!"));
+        WithoutWindow(
+            [&] { fEntry(program.program, nullptr).SetData(static_cast<std::int16_t>(key), remove); });
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
+
+    void noSuchEntry_isReportedAndNothingOpens()
+    {
+        ProgramWithPlace program;
+        program.reports.Expect("cSQL", "EntryGet", ErrorNumber::ObjectNotSet);
+        WithoutWindow([&] { fEntry(program.program, nullptr).SetData(7, false); });
+        program.reports.Expect("cSQL", "EntryGet", ErrorNumber::ObjectNotSet);
+        WithoutWindow([&] { fEntry(program.program, nullptr).SetData(7, true); });
+    }
+
+    void recordWithFewerChildren_isReportedAndNothingOpens()
+    {
+        TestProgram program;
+        program.folder.Write("tarno.xml", "<data><tarno><TarnoNo>1</TarnoNo><StartDate/></tarno></data>");
+        program.Start();
+        program.AddLocation("Pittwater");
+        program.reports.Expect("fEntry", "LoadTheForm", ErrorNumber::ObjectNotSet);
+        WithoutWindow([&] { fEntry(program.program, nullptr).SetData(1, false); });
+    }
+
+    void locationWithoutName_isReported()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        program.folder.Write("location.xml", "<data><location><LocNo>1</LocNo></location></data>");
+        program.Start();
+        program.reports.Expect("fEntry", "LoadLocations", ErrorNumber::ObjectNotSet);
+        program.messages.ExpectTold(
+            QStringLiteral("You need to add some locations prior to adding log entries!"),
+            QStringLiteral("No Locations Entered!"));
+        WithoutWindow(
+            [&] { fEntry(program.program, nullptr).SetData(static_cast<std::int16_t>(key), false); });
+    }
+};
+
+TEST_CLASS(tst_fEntryLoad)
 #include "tst_fEntryLoad.moc"

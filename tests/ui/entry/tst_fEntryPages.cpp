@@ -1,38 +1,10 @@
 #include "EntryTest.h"
+#include "support/TestClass.h"
 
 #include <QGroupBox>
 #include <QLabel>
 
 #include <algorithm>
-
-class tst_fEntryPages : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void window_isCalledLogEntry();
-    void pages_haveTheirCaptionsInOrder();
-    void frame_standsOnItsPageWithItsCaption_data();
-    void frame_standsOnItsPageWithItsCaption();
-    void control_standsInItsFrame_data();
-    void control_standsInItsFrame();
-    void options_haveTheirCaptionsByIndex_data();
-    void options_haveTheirCaptionsByIndex();
-    void label_hasItsText_data();
-    void label_hasItsText();
-    void button_hasItsCaption_data();
-    void button_hasItsCaption();
-    void toolTip_isShown_data();
-    void toolTip_isShown();
-
-    void note_isVisibleOnTheFirstPageOnly();
-    void page_clicked_focusesItsFirstControl_data();
-    void page_clicked_focusesItsFirstControl();
-    void page_byCtrlTab_focusesItsFirstControl();
-    void tab_cyclesThroughTheVisiblePageOnly_data();
-    void tab_cyclesThroughTheVisiblePageOnly();
-    void secondEntry_opensOnTheFirstPage();
-};
 
 namespace
 {
@@ -73,339 +45,349 @@ std::string GroupName(const std::string& control)
 
 } // namespace
 
-void tst_fEntryPages::window_isCalledLogEntry()
+class tst_fEntryPages : public QObject
 {
-    Look([](QDialog& editor) {
-        QCOMPARE(ToUtf8(editor.windowTitle()), "Tarno Log Entry");
-        QVERIFY(editor.isModal());
-    });
-}
+    Q_OBJECT
 
-void tst_fEntryPages::pages_haveTheirCaptionsInOrder()
-{
-    Look([](QDialog& editor) {
-        std::vector<std::string> captions;
-        captions.reserve(static_cast<std::size_t>(Pages(editor).count()));
-        for (int index = 0; index < Pages(editor).count(); ++index) {
-            captions.push_back(Plain(Pages(editor).tabText(index)));
-        }
-        QCOMPARE(captions, (std::vector<std::string>{"General", "Weather", "Comments", "Picture"}));
-    });
-}
+private Q_SLOTS:
 
-void tst_fEntryPages::frame_standsOnItsPageWithItsCaption_data()
-{
-    QTest::addColumn<QString>("frame");
-    QTest::addColumn<int>("page");
-    QTest::addColumn<QString>("caption");
-    const auto row = [](const char* frame, int page, const char* caption) {
-        QTest::newRow(frame) << frame << page << caption;
-    };
-    row("frWhen", 0, "When You Fished:");
-    row("frTides", 0, "The Tide When You:");
-    row("frTidesStart", 0, "Started:");
-    row("frTidesFinish", 0, "Finished:");
-    row("frTideTimes", 0, "Tide Times:");
-    row("frTideHeights", 0, "Tide Heights:");
-    row("frSunMoon", 0, "* Sun And Moon Data:");
-    row("frPeakTimes", 0, "* Peak Activity Times:");
-    row("frPrediction", 0, "* Prediction Was:");
-    row("frAction", 0, "Fishing Action Was:");
-    row("frWeather", 1, "The Weather Was:");
-    row("frWater", 1, "The Water Was:");
-    row("frWindStrength", 1, "Wind Strength:");
-    row("frWindDir", 1, "Wind Direction:");
-    row("frTemps", 1, "Temperatures:");
-    row("frPressure", 1, "Air Pressure:");
-    row("frObbos", 1, "Other Observations (hatches, baitfish, etc):");
-    row("frTarget", 2, "Species You Targetted:");
-    row("frCaught", 2, "Species You Encountered/Caught:");
-    row("frBait", 2, "Bait/Lure/Fly You Used:");
-    row("frMethod", 2, "Methods You Used:");
-}
-
-void tst_fEntryPages::frame_standsOnItsPageWithItsCaption()
-{
-    QFETCH(QString, frame);
-    QFETCH(int, page);
-    QFETCH(QString, caption);
-    Look([&](QDialog& editor) {
-        const auto& box = Find<QGroupBox>(editor, frame.toLatin1());
-        QCOMPARE(PageOf(editor, box), page);
-        QCOMPARE(ToUtf8(box.title()), caption.toStdString());
-    });
-}
-
-void tst_fEntryPages::control_standsInItsFrame_data()
-{
-    QTest::addColumn<QString>("frame");
-    QTest::addColumn<QString>("control");
-    const auto rows = [](const char* frame, std::initializer_list<const char*> controls) {
-        for (const char* control : controls) {
-            QTest::newRow(control) << frame << control;
-        }
-    };
-    rows("frWhen", {"txtStart", "txtEnd", "txtTStart", "txtTEnd", "lblStPlus", "lblStMinus", "lblEndPlus",
-                    "lblEndMinus"});
-    rows("frTidesStart", {"optTideSt_0", "optTideSt_3"});
-    rows("frTidesFinish", {"optTideEnd_0", "optTideEnd_3"});
-    rows("frTides", {"frTidesStart", "frTidesFinish"});
-    rows("frTideTimes", {"txtTideLow", "txtTideHigh"});
-    rows("frTideHeights", {"txtTideLowHt", "txtTideHighHt"});
-    rows("frSunMoon", {"txtSunRise", "txtSunSet", "txtMoonRise", "txtMoonSet", "txtMoon", "chkMoon"});
-    rows("frPeakTimes", {"txtMajor1", "txtMajor2", "txtMinor1", "txtMinor2"});
-    rows("frPrediction", {"optPrediction_0", "optPrediction_3"});
-    rows("frAction", {"optAction_0", "optAction_3"});
-    rows("frWeather", {"optWeather_0", "optWeather_6"});
-    rows("frWater", {"optClarity_0", "optClarity_2"});
-    rows("frWindStrength", {"optWindStr_0", "optWindStr_3"});
-    rows("frWindDir", {"optWindDir_0", "optWindDir_7"});
-    rows("frTemps", {"txtAirTemp", "txtWaterTemp"});
-    rows("frPressure", {"txtPressure", "optPressure_0", "optPressure_1"});
-    rows("frObbos", {"txtObbos"});
-    rows("frTarget", {"txtTarget"});
-    rows("frCaught", {"txtCaught"});
-    rows("frBait", {"txtBait"});
-    rows("frMethod", {"txtMethods"});
-    rows("pageGeneral", {"cboLocation"});
-    rows("pageComments", {"lstList"});
-    rows("pagePicture", {"frPic", "vscPic", "hscPic", "sldZoom", "cmdLoad", "cmdRemove"});
-}
-
-void tst_fEntryPages::control_standsInItsFrame()
-{
-    QFETCH(QString, frame);
-    QFETCH(QString, control);
-    Look([&](QDialog& editor) {
-        QVERIFY(
-            Find<QWidget>(editor, frame.toLatin1()).isAncestorOf(&Find<QWidget>(editor, control.toLatin1())));
-    });
-}
-
-void tst_fEntryPages::options_haveTheirCaptionsByIndex_data()
-{
-    QTest::addColumn<QString>("group");
-    QTest::addColumn<QString>("captions");
-    const auto row = [](const char* group, const char* captions) {
-        QTest::newRow(group) << group << captions;
-    };
-    row("optTideSt", "Top,Run Out,Bottom,Run In");
-    row("optTideEnd", "Top,Run Out,Bottom,Run In");
-    row("optWindDir", "N,NE,E,SE,S,SW,W,NW");
-    row("optWindStr", "Calm,Light,Moderate,Strong");
-    row("optWeather", "Stormy,Rainy,Showery,Overcast,Cloudy,Few Clouds,Clear");
-    row("optClarity", "Clear,Cloudy,Muddy");
-    row("optAction", "Slow,Fair,Good,Hot!");
-    row("optPrediction", "Poor,Fair,Good,Best");
-    row("optPressure", "Rising,Falling");
-}
-
-void tst_fEntryPages::options_haveTheirCaptionsByIndex()
-{
-    QFETCH(QString, group);
-    QFETCH(QString, captions);
-    Look([&](QDialog& editor) {
-        QStringList found;
-        for (int index = 0;; ++index) {
-            const auto* button =
-                editor.findChild<QAbstractButton*>(group + QLatin1Char('_') + QString::number(index));
-            if (button == nullptr) {
-                break;
-            }
-            found << FromUtf8(Plain(button->text()));
-        }
-        QCOMPARE(found.join(QLatin1Char(',')), captions);
-    });
-}
-
-void tst_fEntryPages::label_hasItsText_data()
-{
-    QTest::addColumn<QString>("frame");
-    QTest::addColumn<QString>("text");
-    const auto row = [](const char* frame, const char* text) {
-        QTest::addRow("%s in %s", text, frame) << frame << text;
-    };
-    row("pageGeneral", "Location:");
-    row("frTideTimes", "Low Tide At:");
-    row("frTideTimes", "High Tide At:");
-    row("frTideHeights", "Low:");
-    row("frTideHeights", "High:");
-    row("frSunMoon", "Moon Phase (%Lit)");
-    row("frPeakTimes", "Major:");
-    row("frPeakTimes", "Minor:");
-    row("frTemps", "Air:");
-    row("frTemps", "Water:");
-}
-
-void tst_fEntryPages::label_hasItsText()
-{
-    QFETCH(QString, frame);
-    QFETCH(QString, text);
-    Look([&](QDialog& editor) {
-        const auto labels = Find<QWidget>(editor, frame.toLatin1()).findChildren<QLabel*>();
-        QCOMPARE(
-            std::count_if(labels.begin(), labels.end(),
-                          [&](const QLabel* label) { return Plain(label->text()) == text.toStdString(); }),
-            1);
-    });
-}
-
-void tst_fEntryPages::button_hasItsCaption_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("caption");
-    QTest::newRow("save") << "cmdOK"
-                          << "Save";
-    QTest::newRow("close") << "cmdCancel"
-                           << "Close";
-    QTest::newRow("load") << "cmdLoad"
-                          << "Load a picture/map";
-    QTest::newRow("remove") << "cmdRemove"
-                            << "Remove";
-    QTest::newRow("moon") << "chkMoon"
-                          << "Waxing";
-}
-
-void tst_fEntryPages::button_hasItsCaption()
-{
-    QFETCH(QString, button);
-    QFETCH(QString, caption);
-    Look([&](QDialog& editor) {
-        QCOMPARE(Plain(Find<QAbstractButton>(editor, button.toLatin1()).text()), caption.toStdString());
-    });
-}
-
-void tst_fEntryPages::toolTip_isShown_data()
-{
-    QTest::addColumn<QString>("control");
-    QTest::addColumn<QString>("toolTip");
-    const auto rows = [](const char* toolTip, std::initializer_list<const char*> controls) {
-        for (const char* control : controls) {
-            QTest::newRow(control) << control << toolTip;
-        }
-    };
-    rows("The data in this frame is calculated for you", {"frSunMoon", "frPeakTimes", "frPrediction"});
-    rows("Date in yyyy-mm-dd format", {"txtStart", "txtEnd"});
-    rows("Time in hh:mm format",
-         {"txtTStart", "txtTEnd", "txtTideHigh", "txtTideLow", "txtSunRise", "txtSunSet", "txtMoonRise",
-          "txtMoonSet", "txtMajor1", "txtMajor2", "txtMinor1", "txtMinor2"});
-    rows("Increase start date", {"lblStPlus"});
-    rows("Decrease start date", {"lblStMinus"});
-    rows("Increase end date", {"lblEndPlus"});
-    rows("Decrease end date", {"lblEndMinus"});
-}
-
-void tst_fEntryPages::toolTip_isShown()
-{
-    QFETCH(QString, control);
-    QFETCH(QString, toolTip);
-    Look([&](QDialog& editor) { QCOMPARE(Find<QWidget>(editor, control.toLatin1()).toolTip(), toolTip); });
-}
-
-void tst_fEntryPages::note_isVisibleOnTheFirstPageOnly()
-{
-    Look([](QDialog& editor) {
-        const auto& note = Find<QLabel>(editor, "lblNote");
-        QCOMPARE(ToUtf8(note.text()), "Data in frames with * is calculated for you - but you can change it.");
-        QVERIFY(note.isVisible());
-        for (const int page : {1, 2, 3}) {
-            ClickPage(editor, page);
-            QCOMPARE(Pages(editor).currentIndex(), page);
-            QVERIFY(!note.isVisible());
-        }
-        ClickPage(editor, 0);
-        QVERIFY(note.isVisible());
-    });
-}
-
-void tst_fEntryPages::page_clicked_focusesItsFirstControl_data()
-{
-    QTest::addColumn<int>("page");
-    QTest::addColumn<QString>("control");
-    QTest::newRow("General") << 0 << "txtStart";
-    QTest::newRow("Weather") << 1 << "optWeather_0";
-    QTest::newRow("Comments") << 2 << "txtTarget";
-    QTest::newRow("Picture") << 3 << "cmdCancel";
-}
-
-void tst_fEntryPages::page_clicked_focusesItsFirstControl()
-{
-    QFETCH(int, page);
-    QFETCH(QString, control);
-    Look([&](QDialog& editor) {
-        ClickPage(editor, page == 0 ? 1 : 0);
-        ClickPage(editor, page);
-        QCOMPARE(Pages(editor).currentIndex(), page);
-        QCOMPARE(Focused(editor), control.toStdString());
-        QCOMPARE(Chosen(editor, "optWeather"), 6); // focus alone chooses nothing
-    });
-}
-
-void tst_fEntryPages::page_byCtrlTab_focusesItsFirstControl()
-{
-    Look([](QDialog& editor) {
-        Press(editor, Qt::Key_Tab, Qt::ControlModifier);
-        QCOMPARE(Pages(editor).currentIndex(), 1);
-        QCOMPARE(Focused(editor), "optWeather_0");
-    });
-}
-
-void tst_fEntryPages::tab_cyclesThroughTheVisiblePageOnly_data()
-{
-    QTest::addColumn<int>("page");
-    QTest::addColumn<QStringList>("stops");
-    const auto row = [](const char* name, int page, const char* stops) {
-        QTest::newRow(name) << page << QString::fromLatin1(stops).split(QLatin1Char(' '));
-    };
-    // a group is one stop: its chosen button
-    row("General", 0,
-        "txtStart txtTStart txtEnd txtTEnd cboLocation optTideSt optTideEnd txtTideLow txtTideHigh "
-        "txtTideLowHt txtTideHighHt optAction txtSunRise txtSunSet txtMoonRise txtMoonSet txtMoon chkMoon "
-        "txtMajor1 txtMajor2 txtMinor1 txtMinor2 optPrediction");
-    row("Weather", 1,
-        "optWeather optWindDir optWindStr optClarity txtAirTemp txtWaterTemp txtPressure optPressure "
-        "txtObbos");
-    row("Comments", 2, "txtTarget txtCaught txtBait txtMethods");
-    // what is enabled while there is no picture
-    row("Picture", 3, "cmdLoad");
-}
-
-void tst_fEntryPages::tab_cyclesThroughTheVisiblePageOnly()
-{
-    QFETCH(int, page);
-    QFETCH(QStringList, stops);
-    Look([&](QDialog& editor) {
-        ClickPage(editor, page == 0 ? 1 : 0);
-        ClickPage(editor, page);
-        QStringList found;
-        const std::string first = Focused(editor);
-        do {
-            found << FromUtf8(GroupName(Focused(editor)));
-            Press(editor, Qt::Key_Tab);
-        } while (Focused(editor) != first && found.size() < 60);
-        // around the page: its tab and the buttons of the window
-        for (const char* beside : {"qt_tabwidget_tabbar", "cmdOK", "cmdCancel"}) {
-            found.removeAll(QLatin1String(beside));
-        }
-        found.sort();
-        stops.sort();
-        QCOMPARE(found, stops);
-    });
-}
-
-void tst_fEntryPages::secondEntry_opensOnTheFirstPage()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    for (int time = 0; time < 2; ++time) {
-        Edit(program, key, [](QDialog& editor) {
-            QCOMPARE(Pages(editor).currentIndex(), 0);
-            QVERIFY(Find<QWidget>(editor, "lblNote").isVisible());
-            ClickPage(editor, 2);
-            Close(editor);
+    void window_isCalledLogEntry()
+    {
+        Look([](QDialog& editor) {
+            QCOMPARE(ToUtf8(editor.windowTitle()), "Tarno Log Entry");
+            QVERIFY(editor.isModal());
         });
     }
-}
 
-QTEST_MAIN(tst_fEntryPages)
+    void pages_haveTheirCaptionsInOrder()
+    {
+        Look([](QDialog& editor) {
+            std::vector<std::string> captions;
+            captions.reserve(static_cast<std::size_t>(Pages(editor).count()));
+            for (int index = 0; index < Pages(editor).count(); ++index) {
+                captions.push_back(Plain(Pages(editor).tabText(index)));
+            }
+            QCOMPARE(captions, (std::vector<std::string>{"General", "Weather", "Comments", "Picture"}));
+        });
+    }
+
+    void frame_standsOnItsPageWithItsCaption_data()
+    {
+        QTest::addColumn<QString>("frame");
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QString>("caption");
+        const auto row = [](const char* frame, int page, const char* caption) {
+            QTest::newRow(frame) << frame << page << caption;
+        };
+        row("frWhen", 0, "When You Fished:");
+        row("frTides", 0, "The Tide When You:");
+        row("frTidesStart", 0, "Started:");
+        row("frTidesFinish", 0, "Finished:");
+        row("frTideTimes", 0, "Tide Times:");
+        row("frTideHeights", 0, "Tide Heights:");
+        row("frSunMoon", 0, "* Sun And Moon Data:");
+        row("frPeakTimes", 0, "* Peak Activity Times:");
+        row("frPrediction", 0, "* Prediction Was:");
+        row("frAction", 0, "Fishing Action Was:");
+        row("frWeather", 1, "The Weather Was:");
+        row("frWater", 1, "The Water Was:");
+        row("frWindStrength", 1, "Wind Strength:");
+        row("frWindDir", 1, "Wind Direction:");
+        row("frTemps", 1, "Temperatures:");
+        row("frPressure", 1, "Air Pressure:");
+        row("frObbos", 1, "Other Observations (hatches, baitfish, etc):");
+        row("frTarget", 2, "Species You Targetted:");
+        row("frCaught", 2, "Species You Encountered/Caught:");
+        row("frBait", 2, "Bait/Lure/Fly You Used:");
+        row("frMethod", 2, "Methods You Used:");
+    }
+
+    void frame_standsOnItsPageWithItsCaption()
+    {
+        QFETCH(QString, frame);
+        QFETCH(int, page);
+        QFETCH(QString, caption);
+        Look([&](QDialog& editor) {
+            const auto& box = Find<QGroupBox>(editor, frame.toLatin1());
+            QCOMPARE(PageOf(editor, box), page);
+            QCOMPARE(ToUtf8(box.title()), caption.toStdString());
+        });
+    }
+
+    void control_standsInItsFrame_data()
+    {
+        QTest::addColumn<QString>("frame");
+        QTest::addColumn<QString>("control");
+        const auto rows = [](const char* frame, std::initializer_list<const char*> controls) {
+            for (const char* control : controls) {
+                QTest::newRow(control) << frame << control;
+            }
+        };
+        rows("frWhen", {"txtStart", "txtEnd", "txtTStart", "txtTEnd", "lblStPlus", "lblStMinus", "lblEndPlus",
+                        "lblEndMinus"});
+        rows("frTidesStart", {"optTideSt_0", "optTideSt_3"});
+        rows("frTidesFinish", {"optTideEnd_0", "optTideEnd_3"});
+        rows("frTides", {"frTidesStart", "frTidesFinish"});
+        rows("frTideTimes", {"txtTideLow", "txtTideHigh"});
+        rows("frTideHeights", {"txtTideLowHt", "txtTideHighHt"});
+        rows("frSunMoon", {"txtSunRise", "txtSunSet", "txtMoonRise", "txtMoonSet", "txtMoon", "chkMoon"});
+        rows("frPeakTimes", {"txtMajor1", "txtMajor2", "txtMinor1", "txtMinor2"});
+        rows("frPrediction", {"optPrediction_0", "optPrediction_3"});
+        rows("frAction", {"optAction_0", "optAction_3"});
+        rows("frWeather", {"optWeather_0", "optWeather_6"});
+        rows("frWater", {"optClarity_0", "optClarity_2"});
+        rows("frWindStrength", {"optWindStr_0", "optWindStr_3"});
+        rows("frWindDir", {"optWindDir_0", "optWindDir_7"});
+        rows("frTemps", {"txtAirTemp", "txtWaterTemp"});
+        rows("frPressure", {"txtPressure", "optPressure_0", "optPressure_1"});
+        rows("frObbos", {"txtObbos"});
+        rows("frTarget", {"txtTarget"});
+        rows("frCaught", {"txtCaught"});
+        rows("frBait", {"txtBait"});
+        rows("frMethod", {"txtMethods"});
+        rows("pageGeneral", {"cboLocation"});
+        rows("pageComments", {"lstList"});
+        rows("pagePicture", {"frPic", "vscPic", "hscPic", "sldZoom", "cmdLoad", "cmdRemove"});
+    }
+
+    void control_standsInItsFrame()
+    {
+        QFETCH(QString, frame);
+        QFETCH(QString, control);
+        Look([&](QDialog& editor) {
+            QVERIFY(Find<QWidget>(editor, frame.toLatin1())
+                        .isAncestorOf(&Find<QWidget>(editor, control.toLatin1())));
+        });
+    }
+
+    void options_haveTheirCaptionsByIndex_data()
+    {
+        QTest::addColumn<QString>("group");
+        QTest::addColumn<QString>("captions");
+        const auto row = [](const char* group, const char* captions) {
+            QTest::newRow(group) << group << captions;
+        };
+        row("optTideSt", "Top,Run Out,Bottom,Run In");
+        row("optTideEnd", "Top,Run Out,Bottom,Run In");
+        row("optWindDir", "N,NE,E,SE,S,SW,W,NW");
+        row("optWindStr", "Calm,Light,Moderate,Strong");
+        row("optWeather", "Stormy,Rainy,Showery,Overcast,Cloudy,Few Clouds,Clear");
+        row("optClarity", "Clear,Cloudy,Muddy");
+        row("optAction", "Slow,Fair,Good,Hot!");
+        row("optPrediction", "Poor,Fair,Good,Best");
+        row("optPressure", "Rising,Falling");
+    }
+
+    void options_haveTheirCaptionsByIndex()
+    {
+        QFETCH(QString, group);
+        QFETCH(QString, captions);
+        Look([&](QDialog& editor) {
+            QStringList found;
+            for (int index = 0;; ++index) {
+                const auto* button =
+                    editor.findChild<QAbstractButton*>(group + QLatin1Char('_') + QString::number(index));
+                if (button == nullptr) {
+                    break;
+                }
+                found << FromUtf8(Plain(button->text()));
+            }
+            QCOMPARE(found.join(QLatin1Char(',')), captions);
+        });
+    }
+
+    void label_hasItsText_data()
+    {
+        QTest::addColumn<QString>("frame");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char* frame, const char* text) {
+            QTest::addRow("%s in %s", text, frame) << frame << text;
+        };
+        row("pageGeneral", "Location:");
+        row("frTideTimes", "Low Tide At:");
+        row("frTideTimes", "High Tide At:");
+        row("frTideHeights", "Low:");
+        row("frTideHeights", "High:");
+        row("frSunMoon", "Moon Phase (%Lit)");
+        row("frPeakTimes", "Major:");
+        row("frPeakTimes", "Minor:");
+        row("frTemps", "Air:");
+        row("frTemps", "Water:");
+    }
+
+    void label_hasItsText()
+    {
+        QFETCH(QString, frame);
+        QFETCH(QString, text);
+        Look([&](QDialog& editor) {
+            const auto labels = Find<QWidget>(editor, frame.toLatin1()).findChildren<QLabel*>();
+            QCOMPARE(std::count_if(
+                         labels.begin(), labels.end(),
+                         [&](const QLabel* label) { return Plain(label->text()) == text.toStdString(); }),
+                     1);
+        });
+    }
+
+    void button_hasItsCaption_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("save") << "cmdOK"
+                              << "Save";
+        QTest::newRow("close") << "cmdCancel"
+                               << "Close";
+        QTest::newRow("load") << "cmdLoad"
+                              << "Load a picture/map";
+        QTest::newRow("remove") << "cmdRemove"
+                                << "Remove";
+        QTest::newRow("moon") << "chkMoon"
+                              << "Waxing";
+    }
+
+    void button_hasItsCaption()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, caption);
+        Look([&](QDialog& editor) {
+            QCOMPARE(Plain(Find<QAbstractButton>(editor, button.toLatin1()).text()), caption.toStdString());
+        });
+    }
+
+    void toolTip_isShown_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<QString>("toolTip");
+        const auto rows = [](const char* toolTip, std::initializer_list<const char*> controls) {
+            for (const char* control : controls) {
+                QTest::newRow(control) << control << toolTip;
+            }
+        };
+        rows("The data in this frame is calculated for you", {"frSunMoon", "frPeakTimes", "frPrediction"});
+        rows("Date in yyyy-mm-dd format", {"txtStart", "txtEnd"});
+        rows("Time in hh:mm format",
+             {"txtTStart", "txtTEnd", "txtTideHigh", "txtTideLow", "txtSunRise", "txtSunSet", "txtMoonRise",
+              "txtMoonSet", "txtMajor1", "txtMajor2", "txtMinor1", "txtMinor2"});
+        rows("Increase start date", {"lblStPlus"});
+        rows("Decrease start date", {"lblStMinus"});
+        rows("Increase end date", {"lblEndPlus"});
+        rows("Decrease end date", {"lblEndMinus"});
+    }
+
+    void toolTip_isShown()
+    {
+        QFETCH(QString, control);
+        QFETCH(QString, toolTip);
+        Look(
+            [&](QDialog& editor) { QCOMPARE(Find<QWidget>(editor, control.toLatin1()).toolTip(), toolTip); });
+    }
+
+    void note_isVisibleOnTheFirstPageOnly()
+    {
+        Look([](QDialog& editor) {
+            const auto& note = Find<QLabel>(editor, "lblNote");
+            QCOMPARE(ToUtf8(note.text()),
+                     "Data in frames with * is calculated for you - but you can change it.");
+            QVERIFY(note.isVisible());
+            for (const int page : {1, 2, 3}) {
+                ClickPage(editor, page);
+                QCOMPARE(Pages(editor).currentIndex(), page);
+                QVERIFY(!note.isVisible());
+            }
+            ClickPage(editor, 0);
+            QVERIFY(note.isVisible());
+        });
+    }
+
+    void page_clicked_focusesItsFirstControl_data()
+    {
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QString>("control");
+        QTest::newRow("General") << 0 << "txtStart";
+        QTest::newRow("Weather") << 1 << "optWeather_0";
+        QTest::newRow("Comments") << 2 << "txtTarget";
+        QTest::newRow("Picture") << 3 << "cmdCancel";
+    }
+
+    void page_clicked_focusesItsFirstControl()
+    {
+        QFETCH(int, page);
+        QFETCH(QString, control);
+        Look([&](QDialog& editor) {
+            ClickPage(editor, page == 0 ? 1 : 0);
+            ClickPage(editor, page);
+            QCOMPARE(Pages(editor).currentIndex(), page);
+            QCOMPARE(Focused(editor), control.toStdString());
+            QCOMPARE(Chosen(editor, "optWeather"), 6); // focus alone chooses nothing
+        });
+    }
+
+    void page_byCtrlTab_focusesItsFirstControl()
+    {
+        Look([](QDialog& editor) {
+            Press(editor, Qt::Key_Tab, Qt::ControlModifier);
+            QCOMPARE(Pages(editor).currentIndex(), 1);
+            QCOMPARE(Focused(editor), "optWeather_0");
+        });
+    }
+
+    void tab_cyclesThroughTheVisiblePageOnly_data()
+    {
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QStringList>("stops");
+        const auto row = [](const char* name, int page, const char* stops) {
+            QTest::newRow(name) << page << QString::fromLatin1(stops).split(QLatin1Char(' '));
+        };
+        // a group is one stop: its chosen button
+        row("General", 0,
+            "txtStart txtTStart txtEnd txtTEnd cboLocation optTideSt optTideEnd txtTideLow txtTideHigh "
+            "txtTideLowHt txtTideHighHt optAction txtSunRise txtSunSet txtMoonRise txtMoonSet txtMoon "
+            "chkMoon "
+            "txtMajor1 txtMajor2 txtMinor1 txtMinor2 optPrediction");
+        row("Weather", 1,
+            "optWeather optWindDir optWindStr optClarity txtAirTemp txtWaterTemp txtPressure optPressure "
+            "txtObbos");
+        row("Comments", 2, "txtTarget txtCaught txtBait txtMethods");
+        // what is enabled while there is no picture
+        row("Picture", 3, "cmdLoad");
+    }
+
+    void tab_cyclesThroughTheVisiblePageOnly()
+    {
+        QFETCH(int, page);
+        QFETCH(QStringList, stops);
+        Look([&](QDialog& editor) {
+            ClickPage(editor, page == 0 ? 1 : 0);
+            ClickPage(editor, page);
+            QStringList found;
+            const std::string first = Focused(editor);
+            do {
+                found << FromUtf8(GroupName(Focused(editor)));
+                Press(editor, Qt::Key_Tab);
+            } while (Focused(editor) != first && found.size() < 60);
+            // around the page: its tab and the buttons of the window
+            for (const char* beside : {"qt_tabwidget_tabbar", "cmdOK", "cmdCancel"}) {
+                found.removeAll(QLatin1String(beside));
+            }
+            found.sort();
+            stops.sort();
+            QCOMPARE(found, stops);
+        });
+    }
+
+    void secondEntry_opensOnTheFirstPage()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        for (int time = 0; time < 2; ++time) {
+            Edit(program, key, [](QDialog& editor) {
+                QCOMPARE(Pages(editor).currentIndex(), 0);
+                QVERIFY(Find<QWidget>(editor, "lblNote").isVisible());
+                ClickPage(editor, 2);
+                Close(editor);
+            });
+        }
+    }
+};
+
+TEST_CLASS(tst_fEntryPages)
 #include "tst_fEntryPages.moc"

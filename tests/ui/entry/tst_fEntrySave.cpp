@@ -1,44 +1,5 @@
 #include "EntryTest.h"
-
-class tst_fEntrySave : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void save_keepsTheWindowOpenAndDisablesItself();
-    void save_writesTheValueOfTheBoxWithTheFocus();
-    void save_byItsMnemonic_writesTheValueOfTheBoxWithTheFocus();
-    void save_byEnterInABox_writes();
-    void save_boxOfSeveralLines_isWrittenThoughNobodyLeftIt();
-    void save_disabled_firstTakesTheBoxOverAndThenCounts_data();
-    void save_disabled_firstTakesTheBoxOverAndThenCounts();
-    void save_disabledAndNothingTyped_writesNothing_data();
-    void save_disabledAndNothingTyped_writesNothing();
-    void save_otherValuesStayByteByByte();
-    void save_controlCharacter_isKeptAsTheReplacementCharacter();
-    void save_failed_keepsWindowAndFlag();
-    void save_newEntryFailedAndRetried_isThereOnce();
-    void save_recordDeletedMeanwhile_isReported();
-
-    void close_unchanged_asksNothing_data();
-    void close_unchanged_asksNothing();
-    void close_changed_asks_data();
-    void close_changed_asks();
-    void close_valueOfTheBoxWithTheFocus_isAskedAbout();
-    void close_textOfSeveralLines_isAskedAboutAndSaved();
-    void close_textOfSeveralLinesTakenBack_isStillAskedAbout();
-    void close_no_changesNothingInTheList();
-    void close_yesAndFailing_closesAndKeepsTheChangeForTheNextSave();
-    void close_afterFailedSave_asksAgain();
-
-    void delete_yes_removesTheRecordAndSaves();
-    void delete_noOrCancel_leavesItThere_data();
-    void delete_noOrCancel_leavesItThere();
-    void delete_failing_isReported();
-    void delete_oneOfTwoWithTheSameKey_removesTheFirst();
-    void delete_entryWithFewerValues_isReportedAndRemoved_data();
-    void delete_entryWithFewerValues_isReportedAndRemoved();
-};
+#include "support/TestClass.h"
 
 namespace
 {
@@ -86,420 +47,425 @@ void Remove(TestProgram& program, int key)
 
 Q_DECLARE_METATYPE(Way)
 
-void tst_fEntrySave::save_keepsTheWindowOpenAndDisablesItself()
+class tst_fEntrySave : public QObject
 {
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtAirTemp", "30");
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(IsSaveEnabled(editor));
-        Save(editor);
-        QVERIFY(editor.isVisible());
-        QVERIFY(!IsSaveEnabled(editor));
-        QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "30");
-        Close(editor);
-    });
-}
+    Q_OBJECT
 
-void tst_fEntrySave::save_writesTheValueOfTheBoxWithTheFocus()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtTideLowHt", "0.9");
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.9");
-}
+private Q_SLOTS:
 
-void tst_fEntrySave::save_byItsMnemonic_writesTheValueOfTheBoxWithTheFocus()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtTideLowHt", "0.9");
-        SaveByMnemonic(editor);
-        QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.9");
-        Close(editor);
-    });
-}
-
-void tst_fEntrySave::save_byEnterInABox_writes()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtTideLowHt", "0.9");
-        Press(editor, Qt::Key_Return);
-        QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.9");
-        QVERIFY(editor.isVisible());
-        Close(editor);
-    });
-}
-
-void tst_fEntrySave::save_boxOfSeveralLines_isWrittenThoughNobodyLeftIt()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtObbos", "Mullet");
-        // as assistive tools do: a text is put where the focus is not, a button is pressed
-        Find<QPlainTextEdit>(editor, "txtBait").setPlainText(QStringLiteral("Squid\nPrawn"));
-        Find<QAbstractButton>(editor, "cmdOK").click();
-        QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "Mullet");
-        QCOMPARE(program.StoredEntry(key, EntryField::BaitUsed), "Squid~CL~Prawn");
-        Close(editor);
-    });
-}
-
-void tst_fEntrySave::save_disabled_firstTakesTheBoxOverAndThenCounts_data()
-{
-    QTest::addColumn<bool>("byMnemonic");
-    QTest::newRow("click") << false;
-    QTest::newRow("mnemonic") << true;
-}
-
-void tst_fEntrySave::save_disabled_firstTakesTheBoxOverAndThenCounts()
-{
-    QFETCH(bool, byMnemonic);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        Press(editor, Qt::Key_Tab);
-        Enter(editor, "txtTEnd", "1215");
-        QVERIFY(!IsSaveEnabled(editor));
-        byMnemonic ? SaveByMnemonic(editor) : Save(editor);
-        QCOMPARE(program.StoredEntry(key, EntryField::EndTime), "12:15");
-        QCOMPARE(BoxText(editor, "txtTEnd"), "12:15");
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-}
-
-void tst_fEntrySave::save_disabledAndNothingTyped_writesNothing_data()
-{
-    save_disabled_firstTakesTheBoxOverAndThenCounts_data();
-}
-
-void tst_fEntrySave::save_disabledAndNothingTyped_writesNothing()
-{
-    QFETCH(bool, byMnemonic);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    const std::size_t stepsBefore = program.operations.Steps().size();
-    Edit(program, key, [&](QDialog& editor) {
-        Press(editor, Qt::Key_Tab);
-        QVERIFY(!IsSaveEnabled(editor));
-        byMnemonic ? SaveByMnemonic(editor) : Save(editor);
-        QVERIFY(!IsSaveEnabled(editor));
-        Close(editor);
-    });
-    QCOMPARE(program.operations.Steps().size(), stepsBefore);
-}
-
-void tst_fEntrySave::save_otherValuesStayByteByByte()
-{
-    ProgramWithPlace program;
-    // blanks, line feeds of its own and characters outside the letters, as somebody may write them by hand
-    const int key = program.AddCompleteEntry({{EntryField::TargetSpecies, "one\ntwo ~CL~ three  "},
-                                              {EntryField::Obbos, " \xE6\xB5\x9C & <b> "},
-                                              {EntryField::HighTideHt, "  1.6 m "}});
-    std::vector<std::string> expected = program.StoredEntry(key);
-    Edit(program, key, [](QDialog& editor) {
-        for (int page : {1, 2, 3, 0}) {
-            ClickPage(editor, page);
-            for (int tab = 0; tab < 30; ++tab) {
-                Press(editor, Qt::Key_Tab);
-            }
-        }
-        Enter(editor, "txtTideLowHt", "0.9");
-        SaveAndClose(editor);
-    });
-    expected[EntryField::LowTideHt] = "0.9";
-    QCOMPARE(program.StoredEntry(key), expected);
-}
-
-void tst_fEntrySave::save_controlCharacter_isKeptAsTheReplacementCharacter()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [](QWidget& editor) {
-        GoTo(editor, "txtAirTemp");
-        Find<QLineEdit>(editor, "txtAirTemp").setText(QStringLiteral("2\x01"));
-        SaveAndClose(editor); // what was saved is no change that is asked about
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), std::string("2\uFFFD"));
-}
-
-void tst_fEntrySave::save_failed_keepsWindowAndFlag()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    const std::string before = program.folder.Read("tarno.xml");
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtTideLowHt", "0.9");
-        program.operations.Fail("write", ErrorNumber::DiskFull);
-        program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
-        Save(editor);
-        QVERIFY(editor.isVisible());
-        QVERIFY(IsSaveEnabled(editor));
-        QCOMPARE(program.folder.Read("tarno.xml"), before);
-        Save(editor);
-        QVERIFY(!IsSaveEnabled(editor));
-        QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.9");
-        Close(editor);
-    });
-}
-
-void tst_fEntrySave::save_newEntryFailedAndRetried_isThereOnce()
-{
-    ProgramWithPlace program;
-    Edit(program, 0, [&](QDialog& editor) {
-        Enter(editor, "txtTideLowHt", "0.9");
-        program.operations.Fail("exchange", ErrorNumber::PermissionDenied);
-        program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PermissionDenied);
-        Save(editor);
-        QVERIFY(program.Stored("tarno.xml").empty());
-        SaveAndClose(editor);
-    });
-    QCOMPARE(program.Stored("tarno.xml").size(), 1U);
-    QCOMPARE(program.StoredEntry(1, EntryField::LowTideHt), "0.9");
-}
-
-void tst_fEntrySave::save_recordDeletedMeanwhile_isReported()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    program.messages.Expect(saveQuestion, Button::No);
-    Edit(program, key, [&](QDialog& editor) {
-        program.sql.EntryDelete(static_cast<std::int16_t>(key));
-        Enter(editor, "txtTideLowHt", "0.9");
-        program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::ObjectNotSet);
-        Save(editor);
-        QVERIFY(IsSaveEnabled(editor));
-        Close(editor);
-    });
-}
-
-void tst_fEntrySave::close_unchanged_asksNothing_data()
-{
-    AddWays();
-}
-
-void tst_fEntrySave::close_unchanged_asksNothing()
-{
-    QFETCH(Way, way);
-    ProgramWithPlace program;
-    Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
-        CloseBy(editor, way);
-        QVERIFY(!editor.isVisible());
-    });
-}
-
-void tst_fEntrySave::close_changed_asks_data()
-{
-    QTest::addColumn<Way>("way");
-    QTest::addColumn<bool>("yes");
-    QTest::newRow("button, yes") << Way::Button << true;
-    QTest::newRow("button, no") << Way::Button << false;
-    QTest::newRow("mnemonic, yes") << Way::Mnemonic << true;
-    QTest::newRow("close box, yes") << Way::CloseBox << true;
-    QTest::newRow("close box, no") << Way::CloseBox << false;
-    QTest::newRow("Esc, yes") << Way::Escape << true;
-    QTest::newRow("Esc, no") << Way::Escape << false;
-}
-
-void tst_fEntrySave::close_changed_asks()
-{
-    QFETCH(Way, way);
-    QFETCH(bool, yes);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    program.messages.Expect(saveQuestion, yes ? Button::Yes : Button::No);
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtAirTemp", "30");
-        Press(editor, Qt::Key_Tab);
-        CloseBy(editor, way);
-        QVERIFY(!editor.isVisible());
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), yes ? "30" : "24.5");
-}
-
-void tst_fEntrySave::close_valueOfTheBoxWithTheFocus_isAskedAbout()
-{
-    for (const Way way : {Way::Button, Way::Mnemonic, Way::CloseBox, Way::Escape}) {
+    void save_keepsTheWindowOpenAndDisablesItself()
+    {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
-        program.messages.Expect(saveQuestion, Button::Yes);
         Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtAirTemp", "30");
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(IsSaveEnabled(editor));
+            Save(editor);
+            QVERIFY(editor.isVisible());
+            QVERIFY(!IsSaveEnabled(editor));
+            QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "30");
+            Close(editor);
+        });
+    }
+
+    void save_writesTheValueOfTheBoxWithTheFocus()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtTideLowHt", "0.9");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.9");
+    }
+
+    void save_byItsMnemonic_writesTheValueOfTheBoxWithTheFocus()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtTideLowHt", "0.9");
+            SaveByMnemonic(editor);
+            QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.9");
+            Close(editor);
+        });
+    }
+
+    void save_byEnterInABox_writes()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtTideLowHt", "0.9");
+            Press(editor, Qt::Key_Return);
+            QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.9");
+            QVERIFY(editor.isVisible());
+            Close(editor);
+        });
+    }
+
+    void save_boxOfSeveralLines_isWrittenThoughNobodyLeftIt()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtObbos", "Mullet");
+            // as assistive tools do: a text is put where the focus is not, a button is pressed
+            Find<QPlainTextEdit>(editor, "txtBait").setPlainText(QStringLiteral("Squid\nPrawn"));
+            Find<QAbstractButton>(editor, "cmdOK").click();
+            QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "Mullet");
+            QCOMPARE(program.StoredEntry(key, EntryField::BaitUsed), "Squid~CL~Prawn");
+            Close(editor);
+        });
+    }
+
+    void save_disabled_firstTakesTheBoxOverAndThenCounts_data()
+    {
+        QTest::addColumn<bool>("byMnemonic");
+        QTest::newRow("click") << false;
+        QTest::newRow("mnemonic") << true;
+    }
+
+    void save_disabled_firstTakesTheBoxOverAndThenCounts()
+    {
+        QFETCH(bool, byMnemonic);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Press(editor, Qt::Key_Tab);
             Enter(editor, "txtTEnd", "1215");
-            CloseBy(editor, way);
+            QVERIFY(!IsSaveEnabled(editor));
+            byMnemonic ? SaveByMnemonic(editor) : Save(editor);
+            QCOMPARE(program.StoredEntry(key, EntryField::EndTime), "12:15");
+            QCOMPARE(BoxText(editor, "txtTEnd"), "12:15");
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
         });
-        QCOMPARE(program.StoredEntry(key, EntryField::EndTime), "12:15");
     }
-}
 
-void tst_fEntrySave::close_textOfSeveralLines_isAskedAboutAndSaved()
-{
-    for (const Way way : {Way::Button, Way::CloseBox, Way::Escape}) {
+    void save_disabledAndNothingTyped_writesNothing_data()
+    {
+        save_disabled_firstTakesTheBoxOverAndThenCounts_data();
+    }
+
+    void save_disabledAndNothingTyped_writesNothing()
+    {
+        QFETCH(bool, byMnemonic);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::size_t stepsBefore = program.operations.Steps().size();
+        Edit(program, key, [&](QDialog& editor) {
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(!IsSaveEnabled(editor));
+            byMnemonic ? SaveByMnemonic(editor) : Save(editor);
+            QVERIFY(!IsSaveEnabled(editor));
+            Close(editor);
+        });
+        QCOMPARE(program.operations.Steps().size(), stepsBefore);
+    }
+
+    void save_otherValuesStayByteByByte()
+    {
+        ProgramWithPlace program;
+        // blanks, line feeds of its own and characters outside the letters, as somebody may write them by
+        // hand
+        const int key = program.AddCompleteEntry({{EntryField::TargetSpecies, "one\ntwo ~CL~ three  "},
+                                                  {EntryField::Obbos, " \xE6\xB5\x9C & <b> "},
+                                                  {EntryField::HighTideHt, "  1.6 m "}});
+        std::vector<std::string> expected = program.StoredEntry(key);
+        Edit(program, key, [](QDialog& editor) {
+            for (int page : {1, 2, 3, 0}) {
+                ClickPage(editor, page);
+                for (int tab = 0; tab < 30; ++tab) {
+                    Press(editor, Qt::Key_Tab);
+                }
+            }
+            Enter(editor, "txtTideLowHt", "0.9");
+            SaveAndClose(editor);
+        });
+        expected[EntryField::LowTideHt] = "0.9";
+        QCOMPARE(program.StoredEntry(key), expected);
+    }
+
+    void save_controlCharacter_isKeptAsTheReplacementCharacter()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QWidget& editor) {
+            GoTo(editor, "txtAirTemp");
+            Find<QLineEdit>(editor, "txtAirTemp").setText(QStringLiteral("2\x01"));
+            SaveAndClose(editor); // what was saved is no change that is asked about
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), std::string("2\uFFFD"));
+    }
+
+    void save_failed_keepsWindowAndFlag()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::string before = program.folder.Read("tarno.xml");
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtTideLowHt", "0.9");
+            program.operations.Fail("write", ErrorNumber::DiskFull);
+            program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
+            Save(editor);
+            QVERIFY(editor.isVisible());
+            QVERIFY(IsSaveEnabled(editor));
+            QCOMPARE(program.folder.Read("tarno.xml"), before);
+            Save(editor);
+            QVERIFY(!IsSaveEnabled(editor));
+            QCOMPARE(program.StoredEntry(key, EntryField::LowTideHt), "0.9");
+            Close(editor);
+        });
+    }
+
+    void save_newEntryFailedAndRetried_isThereOnce()
+    {
+        ProgramWithPlace program;
+        Edit(program, 0, [&](QDialog& editor) {
+            Enter(editor, "txtTideLowHt", "0.9");
+            program.operations.Fail("exchange", ErrorNumber::PermissionDenied);
+            program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PermissionDenied);
+            Save(editor);
+            QVERIFY(program.Stored("tarno.xml").empty());
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.Stored("tarno.xml").size(), 1U);
+        QCOMPARE(program.StoredEntry(1, EntryField::LowTideHt), "0.9");
+    }
+
+    void save_recordDeletedMeanwhile_isReported()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        program.messages.Expect(saveQuestion, Button::No);
+        Edit(program, key, [&](QDialog& editor) {
+            program.sql.EntryDelete(static_cast<std::int16_t>(key));
+            Enter(editor, "txtTideLowHt", "0.9");
+            program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::ObjectNotSet);
+            Save(editor);
+            QVERIFY(IsSaveEnabled(editor));
+            Close(editor);
+        });
+    }
+
+    void close_unchanged_asksNothing_data() { AddWays(); }
+
+    void close_unchanged_asksNothing()
+    {
+        QFETCH(Way, way);
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            CloseBy(editor, way);
+            QVERIFY(!editor.isVisible());
+        });
+    }
+
+    void close_changed_asks_data()
+    {
+        QTest::addColumn<Way>("way");
+        QTest::addColumn<bool>("yes");
+        QTest::newRow("button, yes") << Way::Button << true;
+        QTest::newRow("button, no") << Way::Button << false;
+        QTest::newRow("mnemonic, yes") << Way::Mnemonic << true;
+        QTest::newRow("close box, yes") << Way::CloseBox << true;
+        QTest::newRow("close box, no") << Way::CloseBox << false;
+        QTest::newRow("Esc, yes") << Way::Escape << true;
+        QTest::newRow("Esc, no") << Way::Escape << false;
+    }
+
+    void close_changed_asks()
+    {
+        QFETCH(Way, way);
+        QFETCH(bool, yes);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        program.messages.Expect(saveQuestion, yes ? Button::Yes : Button::No);
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtAirTemp", "30");
+            Press(editor, Qt::Key_Tab);
+            CloseBy(editor, way);
+            QVERIFY(!editor.isVisible());
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), yes ? "30" : "24.5");
+    }
+
+    void close_valueOfTheBoxWithTheFocus_isAskedAbout()
+    {
+        for (const Way way : {Way::Button, Way::Mnemonic, Way::CloseBox, Way::Escape}) {
+            ProgramWithPlace program;
+            const int key = program.AddCompleteEntry();
+            program.messages.Expect(saveQuestion, Button::Yes);
+            Edit(program, key, [&](QDialog& editor) {
+                Enter(editor, "txtTEnd", "1215");
+                CloseBy(editor, way);
+            });
+            QCOMPARE(program.StoredEntry(key, EntryField::EndTime), "12:15");
+        }
+    }
+
+    void close_textOfSeveralLines_isAskedAboutAndSaved()
+    {
+        for (const Way way : {Way::Button, Way::CloseBox, Way::Escape}) {
+            ProgramWithPlace program;
+            const int key = program.AddCompleteEntry();
+            program.messages.Expect(saveQuestion, Button::Yes);
+            Edit(program, key, [&](QDialog& editor) {
+                Enter(editor, "txtCaught", "nothing");
+                CloseBy(editor, way);
+            });
+            QCOMPARE(program.StoredEntry(key, EntryField::FishCaught), "nothing");
+        }
+    }
+
+    void close_textOfSeveralLinesTakenBack_isStillAskedAbout()
+    {
+        ProgramWithPlace program;
+        program.messages.Expect(saveQuestion, Button::No);
+        Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
+            Enter(editor, "txtCaught", "2 flatheads");
+            Press(editor, Qt::Key_Backspace);
+            QCOMPARE(LinesText(editor, "txtCaught"), "2 flathead");
+            Close(editor);
+        });
+    }
+
+    void close_no_changesNothingInTheList()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        program.messages.Expect(saveQuestion, Button::No);
+        Edit(program, key, [](QDialog& editor) {
+            Enter(editor, "txtAirTemp", "30");
+            Close(editor);
+        });
+        RecordList entries;
+        QCOMPARE(program.sql.EntryList(entries), succeeded);
+        QCOMPARE(entries.at(0).Text(EntryField::AirTemp), "24.5");
+    }
+
+    void close_yesAndFailing_closesAndKeepsTheChangeForTheNextSave()
+    {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
         program.messages.Expect(saveQuestion, Button::Yes);
         Edit(program, key, [&](QDialog& editor) {
-            Enter(editor, "txtCaught", "nothing");
-            CloseBy(editor, way);
+            Enter(editor, "txtAirTemp", "30");
+            program.operations.Fail("sync", ErrorNumber::DiskFull);
+            program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
+            Close(editor);
+            QVERIFY(!editor.isVisible());
         });
-        QCOMPARE(program.StoredEntry(key, EntryField::FishCaught), "nothing");
+        QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "24.5");
+        QCOMPARE(program.sql.UnsavedFiles(), std::vector<std::string>{"tarno.xml"});
+        program.AddCompleteEntry();
+        QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "30");
     }
-}
 
-void tst_fEntrySave::close_textOfSeveralLinesTakenBack_isStillAskedAbout()
-{
-    ProgramWithPlace program;
-    program.messages.Expect(saveQuestion, Button::No);
-    Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
-        Enter(editor, "txtCaught", "2 flatheads");
-        Press(editor, Qt::Key_Backspace);
-        QCOMPARE(LinesText(editor, "txtCaught"), "2 flathead");
-        Close(editor);
-    });
-}
-
-void tst_fEntrySave::close_no_changesNothingInTheList()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    program.messages.Expect(saveQuestion, Button::No);
-    Edit(program, key, [](QDialog& editor) {
-        Enter(editor, "txtAirTemp", "30");
-        Close(editor);
-    });
-    RecordList entries;
-    QCOMPARE(program.sql.EntryList(entries), succeeded);
-    QCOMPARE(entries.at(0).Text(EntryField::AirTemp), "24.5");
-}
-
-void tst_fEntrySave::close_yesAndFailing_closesAndKeepsTheChangeForTheNextSave()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    program.messages.Expect(saveQuestion, Button::Yes);
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtAirTemp", "30");
-        program.operations.Fail("sync", ErrorNumber::DiskFull);
-        program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
-        Close(editor);
-        QVERIFY(!editor.isVisible());
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "24.5");
-    QCOMPARE(program.sql.UnsavedFiles(), std::vector<std::string>{"tarno.xml"});
-    program.AddCompleteEntry();
-    QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "30");
-}
-
-void tst_fEntrySave::close_afterFailedSave_asksAgain()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    Edit(program, key, [&](QDialog& editor) {
-        Enter(editor, "txtAirTemp", "30");
-        program.operations.Fail("sync", ErrorNumber::DiskFull);
-        program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
-        Save(editor);
-        program.messages.Expect(saveQuestion, Button::Yes);
-        Close(editor);
-    });
-    QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "30");
-}
-
-void tst_fEntrySave::delete_yes_removesTheRecordAndSaves()
-{
-    ProgramWithPlace program;
-    program.AddCompleteEntry();
-    program.AddCompleteEntry();
-    program.messages.Expect(deleteQuestion, Button::Yes);
-    Remove(program, 1);
-    QCOMPARE(program.Stored("tarno.xml").size(), 1U);
-    QVERIFY(program.StoredEntry(1).empty());
-}
-
-void tst_fEntrySave::delete_noOrCancel_leavesItThere_data()
-{
-    QTest::addColumn<bool>("no");
-    QTest::newRow("no") << true;
-    QTest::newRow("cancel") << false;
-}
-
-void tst_fEntrySave::delete_noOrCancel_leavesItThere()
-{
-    QFETCH(bool, no);
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    const std::string before = program.folder.Read("tarno.xml");
-    program.messages.Expect(deleteQuestion, no ? Button::No : Button::Cancel);
-    Remove(program, key);
-    QCOMPARE(program.folder.Read("tarno.xml"), before);
-    RecordList entries;
-    program.sql.EntryList(entries);
-    QCOMPARE(entries.size(), 1U);
-}
-
-void tst_fEntrySave::delete_failing_isReported()
-{
-    ProgramWithPlace program;
-    const int key = program.AddCompleteEntry();
-    const std::string before = program.folder.Read("tarno.xml");
-    program.messages.Expect(deleteQuestion, Button::Yes);
-    program.operations.Fail("create", ErrorNumber::PathFileAccess);
-    program.reports.Expect("cSQL", "EntryDelete", ErrorNumber::PathFileAccess);
-    Remove(program, key);
-    QCOMPARE(program.folder.Read("tarno.xml"), before);
-}
-
-void tst_fEntrySave::delete_oneOfTwoWithTheSameKey_removesTheFirst()
-{
-    ProgramWithPlace program;
-    program.AddCompleteEntry({{EntryField::AirTemp, "1"}});
-    program.AddCompleteEntry({{EntryField::AirTemp, "2"}});
-    std::string bytes = program.folder.Read("tarno.xml");
-    bytes.replace(bytes.find("<TarnoNo>2<"), 11, "<TarnoNo>1<");
-    program.folder.Write("tarno.xml", bytes);
-    program.Start();
-    program.messages.Expect(deleteQuestion, Button::Yes);
-    Remove(program, 1);
-    QCOMPARE(program.Stored("tarno.xml").size(), 1U);
-    QCOMPARE(program.StoredEntry(1, EntryField::AirTemp), "2");
-}
-
-void tst_fEntrySave::delete_entryWithFewerValues_isReportedAndRemoved_data()
-{
-    QTest::addColumn<int>("values"); // behind the key
-    QTest::newRow("key only") << 0;
-    QTest::newRow("all but the last") << 35;
-}
-
-void tst_fEntrySave::delete_entryWithFewerValues_isReportedAndRemoved()
-{
-    QFETCH(int, values);
-    ProgramWithPlace program;
-    std::string entry = "<tarno><TarnoNo>1</TarnoNo>";
-    for (int value = 0; value < values; ++value) {
-        entry += "<v>1</v>";
+    void close_afterFailedSave_asksAgain()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtAirTemp", "30");
+            program.operations.Fail("sync", ErrorNumber::DiskFull);
+            program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
+            Save(editor);
+            program.messages.Expect(saveQuestion, Button::Yes);
+            Close(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), "30");
     }
-    program.folder.Write("tarno.xml", "<data>" + entry + "</tarno></data>");
-    program.Start();
-    const auto expect = [&](Button answer) {
-        program.reports.Expect("fEntry", "LoadTheForm", ErrorNumber::ObjectNotSet);
-        program.messages.Expect(deleteQuestion, answer);
-    };
-    expect(Button::No);
-    Remove(program, 1);
-    QCOMPARE(program.Stored("tarno.xml").size(), 1U);
-    expect(Button::Yes);
-    Remove(program, 1);
-    QCOMPARE(program.Stored("tarno.xml").size(), 0U);
-}
 
-QTEST_MAIN(tst_fEntrySave)
+    void delete_yes_removesTheRecordAndSaves()
+    {
+        ProgramWithPlace program;
+        program.AddCompleteEntry();
+        program.AddCompleteEntry();
+        program.messages.Expect(deleteQuestion, Button::Yes);
+        Remove(program, 1);
+        QCOMPARE(program.Stored("tarno.xml").size(), 1U);
+        QVERIFY(program.StoredEntry(1).empty());
+    }
+
+    void delete_noOrCancel_leavesItThere_data()
+    {
+        QTest::addColumn<bool>("no");
+        QTest::newRow("no") << true;
+        QTest::newRow("cancel") << false;
+    }
+
+    void delete_noOrCancel_leavesItThere()
+    {
+        QFETCH(bool, no);
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::string before = program.folder.Read("tarno.xml");
+        program.messages.Expect(deleteQuestion, no ? Button::No : Button::Cancel);
+        Remove(program, key);
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+        RecordList entries;
+        program.sql.EntryList(entries);
+        QCOMPARE(entries.size(), 1U);
+    }
+
+    void delete_failing_isReported()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::string before = program.folder.Read("tarno.xml");
+        program.messages.Expect(deleteQuestion, Button::Yes);
+        program.operations.Fail("create", ErrorNumber::PathFileAccess);
+        program.reports.Expect("cSQL", "EntryDelete", ErrorNumber::PathFileAccess);
+        Remove(program, key);
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
+
+    void delete_oneOfTwoWithTheSameKey_removesTheFirst()
+    {
+        ProgramWithPlace program;
+        program.AddCompleteEntry({{EntryField::AirTemp, "1"}});
+        program.AddCompleteEntry({{EntryField::AirTemp, "2"}});
+        std::string bytes = program.folder.Read("tarno.xml");
+        bytes.replace(bytes.find("<TarnoNo>2<"), 11, "<TarnoNo>1<");
+        program.folder.Write("tarno.xml", bytes);
+        program.Start();
+        program.messages.Expect(deleteQuestion, Button::Yes);
+        Remove(program, 1);
+        QCOMPARE(program.Stored("tarno.xml").size(), 1U);
+        QCOMPARE(program.StoredEntry(1, EntryField::AirTemp), "2");
+    }
+
+    void delete_entryWithFewerValues_isReportedAndRemoved_data()
+    {
+        QTest::addColumn<int>("values"); // behind the key
+        QTest::newRow("key only") << 0;
+        QTest::newRow("all but the last") << 35;
+    }
+
+    void delete_entryWithFewerValues_isReportedAndRemoved()
+    {
+        QFETCH(int, values);
+        ProgramWithPlace program;
+        std::string entry = "<tarno><TarnoNo>1</TarnoNo>";
+        for (int value = 0; value < values; ++value) {
+            entry += "<v>1</v>";
+        }
+        program.folder.Write("tarno.xml", "<data>" + entry + "</tarno></data>");
+        program.Start();
+        const auto expect = [&](Button answer) {
+            program.reports.Expect("fEntry", "LoadTheForm", ErrorNumber::ObjectNotSet);
+            program.messages.Expect(deleteQuestion, answer);
+        };
+        expect(Button::No);
+        Remove(program, 1);
+        QCOMPARE(program.Stored("tarno.xml").size(), 1U);
+        expect(Button::Yes);
+        Remove(program, 1);
+        QCOMPARE(program.Stored("tarno.xml").size(), 0U);
+    }
+};
+
+TEST_CLASS(tst_fEntrySave)
 #include "tst_fEntrySave.moc"

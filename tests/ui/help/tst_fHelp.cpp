@@ -1,5 +1,6 @@
 // The manual: its pages, their links and pictures, and the key that opens it.
 
+#include "support/TestClass.h"
 #include "support/Windows.h"
 #include "ui/help/fHelp.h"
 
@@ -8,7 +9,6 @@
 #include <QPointer>
 #include <QRegularExpression>
 #include <QTextBrowser>
-#include <QtTest>
 
 namespace
 {
@@ -42,9 +42,7 @@ public:
     {
         setObjectName(QLatin1String(name));
         show();
-        if (!QTest::qWaitForWindowActive(this)) {
-            QTest::qFail("the window does not become active", __FILE__, __LINE__);
-        }
+        AwaitActive(*this);
     }
 
     fHelp* Help() const { return findChild<fHelp*>(); }
@@ -129,11 +127,11 @@ private Q_SLOTS:
         ActiveWindow window("fLocs");
         Press(window, Qt::Key_F1);
         fHelp* help = window.Help();
-        QVERIFY(QTest::qWaitForWindowActive(help));
+        AwaitActive(*help);
         Press(*help, Qt::Key_F1);
         QVERIFY(help->findChild<fHelp*>() == nullptr);
         window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        AwaitActive(window);
         Press(window, Qt::Key_F1);
         QCOMPARE(window.findChildren<fHelp*>().size(), 1);
     }
@@ -143,22 +141,22 @@ private Q_SLOTS:
         const HelpKey key;
         QDialog dialog;
         dialog.setObjectName(QStringLiteral("fCustom"));
-        WhileOpen([&] { dialog.exec(); },
-                  [](QDialog& window) {
-                      Press(window, Qt::Key_F1);
-                      const QPointer<fHelp> help = window.findChild<fHelp*>();
-                      QVERIFY(!help.isNull());
-                      QVERIFY(QTest::qWaitForWindowActive(help));
-                      Click(*help, "cmdContents");
-                      QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(),
-                               QStringLiteral("index.html"));
-                      Click(*help, "cmdBack");
-                      QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(),
-                               QStringLiteral("fCustom.html"));
-                      Click(*help, "cmdClose");
-                      QTRY_VERIFY(help.isNull()); // gone with its window
-                      window.reject();
-                  });
+        WhileOpen(
+            "fCustom", [&] { dialog.exec(); },
+            [](QDialog& window) {
+                Press(window, Qt::Key_F1);
+                const QPointer<fHelp> help = window.findChild<fHelp*>();
+                QVERIFY(!help.isNull());
+                AwaitActive(*help);
+                Click(*help, "cmdContents");
+                QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(), QStringLiteral("index.html"));
+                Click(*help, "cmdBack");
+                QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(),
+                         QStringLiteral("fCustom.html"));
+                Click(*help, "cmdClose");
+                QTRY_VERIFY_WITH_TIMEOUT(help.isNull(), patience); // gone with its window
+                window.reject();
+            });
     }
 
     void withoutTheKeyObject_f1DoesNothing()
@@ -169,5 +167,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(tst_fHelp)
+TEST_CLASS(tst_fHelp)
 #include "tst_fHelp.moc"

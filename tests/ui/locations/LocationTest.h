@@ -19,15 +19,10 @@ inline const Values completeLocation{{LocationField::LocDirections, "Left~CL~the
 template <typename Steps>
 void EditLocation(TestProgram& program, int key, Steps&& steps)
 {
-    WhileOpen([&] { dlgLocMaint(program.program, nullptr).SetData(static_cast<std::int16_t>(key), false); },
-              std::forward<Steps>(steps));
-}
-
-/// As WhileOpen, for a window that opens over the modal window `below`.
-template <typename Open, typename Steps>
-void WhileOpenOver(const QWidget& below, Open&& open, Steps&& steps)
-{
-    WhileOpen(std::forward<Open>(open), std::forward<Steps>(steps), &below);
+    WhileOpen(
+        "dlgLocMaint",
+        [&] { dlgLocMaint(program.program, nullptr).SetData(static_cast<std::int16_t>(key), false); },
+        std::forward<Steps>(steps));
 }
 
 /// Goes to the box on the page that is shown and replaces its text by typing; the box keeps the focus.

@@ -1,4 +1,5 @@
 #include "LocationTest.h"
+#include "support/TestClass.h"
 
 #include <QClipboard>
 #include <QGroupBox>
@@ -74,814 +75,764 @@ class tst_dlgLocMaint : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void texts_areAsKnown();
-    void record_isShown();
-    void opened_showsTheFirstPageAndItsFirstBox();
-    void newLocation_isEmpty_data();
-    void newLocation_isEmpty();
 
-    void value_isWrittenThrough_data();
-    void value_isWrittenThrough();
-    void everyValue_ofANewLocation_isStored();
-    void newLocation_getsTheNextKey();
-    void newLocation_savedTwice_isThereOnce();
-    void linesOfText_areStoredEncoded();
-
-    void keyFilter_letsNumbersAndFourMorePass_data();
-    void keyFilter_letsNumbersAndFourMorePass();
-    void keyFilter_filtersWhatIsPasted();
-    void keyFilter_leavesStoredTextsAlone();
-    void texts_thatAreNoCoordinates_areStoredAsTyped();
-
-    void access_unset_choosesNothingAndStays_data();
-    void access_unset_choosesNothingAndStays();
-    void access_everyCode_choosesItsButton();
-    void access_focusAlone_choosesNothing();
-    void dst_isTickedForOneOnly_data();
-    void dst_isTickedForOneOnly();
-    void dst_isStoredAsZeroOrOne();
-
-    void save_isEnabledByAChangeOnly();
-    void save_leavesTheDialogOpen();
-    void save_disabled_takesWhatWasTypedLast_data();
-    void save_disabled_takesWhatWasTypedLast();
-    void save_failed_keepsTheChange();
-    void close_unchanged_asksNothing_data();
-    void close_unchanged_asksNothing();
-    void close_changed_asks_data();
-    void close_changed_asks();
-    void close_yesButNotSaved_closesAndKeepsTheChangeForTheNextSave();
-
-    void deleteMode_asksAndIsNeverShown_data();
-    void deleteMode_asksAndIsNeverShown();
-    void noSuchLocation_isReported_data();
-    void noSuchLocation_isReported();
-    void recordWithFewerChildren_isReported();
-
-    void picture_shownWithItsRecord();
-    void picture_missing_showsNothing();
-    void picture_problem_isSaidAndThePathKept();
-    void picture_loaded_isStored();
-    void picture_cancelled_changesNothing();
-    void picture_removed_isStoredEmpty();
-    void picture_zoomedAndScrolled();
-};
-
-void tst_dlgLocMaint::texts_areAsKnown()
-{
-    ProgramWithLocation program;
-    EditLocation(program, 1, [](QDialog& location) {
-        QCOMPARE(location.windowTitle(), QStringLiteral("Location Maintenance"));
-        const std::map<const char*, const char*> labels{
-            {"lblLocName", "Location:"},
-            {"lblDirections", "Directions:"},
-            {"lblDescription", "Description:"},
-            {"lblLatt", "Latitude:"},
-            {"lblLattNote",
-             "North is positive, South is negative. Enter decimal degrees, eg -33.8 = 33 deg 48 "
-             "minutes South"},
-            {"lblLong", "Longitude:"},
-            {"lblLongNote",
-             "East is positive, West is negative. Enter decimal degrees, eg 151.25 = 151 deg 15 "
-             "minutes East"},
-            {"lblGMT", "GMT Diff:"},
-            {"lblHours", "hours"}};
-        for (const auto& [name, text] : labels) {
-            QCOMPARE(ToUtf8(Find<QLabel>(location, name).text()), text);
-        }
-        const std::map<const char*, const char*> buttons{{"optAccess_0", "Land Based"},
-                                                         {"optAccess_1", "Boat Only"},
-                                                         {"optAccess_2", "Both"},
-                                                         {"chkDST", "Use DST for this location"},
-                                                         {"cmdOK", "Save"},
-                                                         {"cmdCancel", "Close"},
-                                                         {"cmdLoad", "Load a picture/map"}};
-        for (const auto& [name, text] : buttons) {
-            QCOMPARE(ToUtf8(Find<QAbstractButton>(location, name).text().remove(QLatin1Char('&'))), text);
-        }
-        QCOMPARE(Find<QGroupBox>(location, "frAccess").title(), QStringLiteral("This Spot Is:"));
-        QCOMPARE(Find<QWidget>(location, "cmdRemove").toolTip(), QStringLiteral("Remove the current image"));
-        QCOMPARE(Find<QWidget>(location, "sldZoom").toolTip(), QStringLiteral("Zoom the image"));
-        Close(location);
-    });
-}
-
-void tst_dlgLocMaint::record_isShown()
-{
-    ProgramWithLocation program;
-    EditLocation(program, 1, [](QDialog& location) {
-        QCOMPARE(LinesText(location, "txtLocName"), "Pittwater");
-        QCOMPARE(LinesText(location, "txtDirections"), "Left\nthen right");
-        QCOMPARE(LinesText(location, "txtDescription"), "Deep");
-        QCOMPARE(Chosen(location, "optAccess"), 1);
-        QCOMPARE(BoxText(location, "txtLatt"), "-33.8");
-        QCOMPARE(BoxText(location, "txtLong"), "151.25");
-        QCOMPARE(BoxText(location, "txtGMT"), "10");
-        QVERIFY(IsChecked(location, "chkDST"));
-        QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
-        Close(location);
-    });
-}
-
-void tst_dlgLocMaint::opened_showsTheFirstPageAndItsFirstBox()
-{
-    ProgramWithLocation program;
-    EditLocation(program, 1, [](QDialog& location) {
-        QCOMPARE(Tabs(location).currentIndex(), 0);
-        QCOMPARE(Focused(location), "txtLocName");
-        QVERIFY(Tabs(location).widget(0)->isAncestorOf(&Find<QWidget>(location, "chkDST")));
-        QVERIFY(Tabs(location).widget(1)->isAncestorOf(&Find<QWidget>(location, "picLoc")));
-        Close(location);
-    });
-}
-
-void tst_dlgLocMaint::newLocation_isEmpty_data()
-{
-    QTest::addColumn<bool>("blankHasValues");
-    QTest::newRow("blank record as it ships") << false;
-    QTest::newRow("blank record with values") << true;
-}
-
-void tst_dlgLocMaint::newLocation_isEmpty()
-{
-    QFETCH(bool, blankHasValues);
-    ProgramWithLocation program;
-    if (blankHasValues) {
-        program.folder.Write("locationblank.xml",
-                             "<data><location><LocNo>0</LocNo><LocName>Somewhere</LocName>"
-                             "<LocDirections>Left</LocDirections><LocDescription>Deep</LocDescription>"
-                             "<LocAccess>1</LocAccess><LocLatt>-33.8</LocLatt><LocLong>151.25</LocLong>"
-                             "<LocGMT>10</LocGMT><LocDST>1</LocDST><LocPicture/></location></data>");
-        program.Start();
-    }
-    EditLocation(program, 0, [&](QDialog& location) {
-        for (const char* box : {"txtLocName", "txtDirections", "txtDescription"}) {
-            QCOMPARE(LinesText(location, box), "");
-        }
-        for (const char* box : {"txtLatt", "txtLong", "txtGMT"}) {
-            QCOMPARE(BoxText(location, box), "");
-        }
-        QCOMPARE(Chosen(location, "optAccess"), -1);
-        QVERIFY(!IsChecked(location, "chkDST"));
-        QVERIFY(!IsSaveEnabled(location));
-        if (blankHasValues) {
-            location.done(QDialog::Rejected); // what is not shown is not compared with the record here
-        } else {
-            Close(location);
-        }
-    });
-    QCOMPARE(program.Stored("location.xml").size(), 1U);
-}
-
-void tst_dlgLocMaint::value_isWrittenThrough_data()
-{
-    QTest::addColumn<QString>("control");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<int>("position");
-    QTest::addColumn<QString>("stored");
-    QTest::newRow("name") << "txtLocName"
-                          << "Palm Beach" << int(LocationField::LocName) << "Palm Beach";
-    QTest::newRow("directions") << "txtDirections"
-                                << "North" << int(LocationField::LocDirections) << "North";
-    QTest::newRow("description") << "txtDescription"
-                                 << "Rocks" << int(LocationField::LocDescription) << "Rocks";
-    QTest::newRow("access") << "optAccess_2"
-                            << "" << int(LocationField::LocAccess) << "2";
-    QTest::newRow("access, first") << "optAccess_0"
-                                   << "" << int(LocationField::LocAccess) << "0";
-    QTest::newRow("latitude") << "txtLatt"
-                              << "-12.5" << int(LocationField::LocLatt) << "-12.5";
-    QTest::newRow("longitude") << "txtLong"
-                               << "9" << int(LocationField::LocLong) << "9";
-    QTest::newRow("hours") << "txtGMT"
-                           << "-9.5" << int(LocationField::LocGMT) << "-9.5";
-    QTest::newRow("emptied") << "txtGMT"
-                             << "" << int(LocationField::LocGMT) << "";
-    QTest::newRow("daylight saving") << "chkDST"
-                                     << "" << int(LocationField::LocDST) << "0";
-}
-
-void tst_dlgLocMaint::value_isWrittenThrough()
-{
-    QFETCH(QString, control);
-    QFETCH(QString, typed);
-    QFETCH(int, position);
-    QFETCH(QString, stored);
-    ProgramWithLocation program;
-    std::vector<std::string> expected = StoredLocation(program, 1);
-    expected[std::size_t(position)] = ToUtf8(stored);
-    EditLocation(program, 1, [&](QDialog& location) {
-        if (control.startsWith(QLatin1String("txt"))) {
-            Retype(location, control.toLatin1(), typed.toLatin1());
-            QVERIFY(!IsSaveEnabled(location));
-            Press(location, Qt::Key_Tab);
-        } else {
-            ClickMark(location, control.toLatin1());
-        }
-        QVERIFY(IsSaveEnabled(location));
-        Save(location);
-        QCOMPARE(StoredLocation(program, 1), expected);
-        Close(location);
-    });
-}
-
-void tst_dlgLocMaint::everyValue_ofANewLocation_isStored()
-{
-    ProgramWithLocation program;
-    program.folder.Write("map.png", Pictures::Png(40, 30));
-    ExpectChosenPicture(program, program.folder.PathOf("map.png"));
-    EditLocation(program, 0, [](QDialog& location) {
-        Retype(location, "txtLocName", "Name");
-        Retype(location, "txtDirections", "Directions");
-        Retype(location, "txtDescription", "Description");
-        ClickMark(location, "optAccess_2");
-        Retype(location, "txtLatt", "-1.5");
-        Retype(location, "txtLong", "2.5");
-        Retype(location, "txtGMT", "3.5");
-        ClickMark(location, "chkDST");
-        ClickTab(location, 1);
-        Click(location, "cmdLoad");
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 2),
-             (std::vector<std::string>{"2", "Name", "Directions", "Description", "2", "-1.5", "2.5", "3.5",
-                                       "1", program.folder.PathOf("map.png")}));
-}
-
-void tst_dlgLocMaint::newLocation_getsTheNextKey()
-{
-    TestProgram program;
-    program.Start();
-    for (const char* name : {"One", "Two", "Three"}) {
-        program.AddLocation(name);
-    }
-    program.sql.LocationDelete(2);
-    EditLocation(program, 0, [](QDialog& location) {
-        Type(location, "Four");
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 4).at(LocationField::LocName), "Four");
-    QCOMPARE(program.Stored("location.xml").size(), 3U);
-}
-
-void tst_dlgLocMaint::newLocation_savedTwice_isThereOnce()
-{
-    ProgramWithLocation program;
-    EditLocation(program, 0, [](QDialog& location) {
-        Type(location, "Palm");
-        Save(location);
-        Retype(location, "txtDescription", "Sand");
-        SaveAndClose(location);
-    });
-    QCOMPARE(program.Stored("location.xml").size(), 2U);
-    QCOMPARE(StoredLocation(program, 2).at(LocationField::LocDescription), "Sand");
-}
-
-void tst_dlgLocMaint::linesOfText_areStoredEncoded()
-{
-    ProgramWithLocation program;
-    EditLocation(program, 1, [](QDialog& location) {
-        for (const char* box : {"txtLocName", "txtDirections", "txtDescription"}) {
-            Retype(location, box, "First");
-            Press(location, Qt::Key_Return);
-            Press(location, Qt::Key_Return);
-            Type(location, "Last & <least>");
-        }
-        SaveAndClose(location);
-    });
-    for (const auto position :
-         {LocationField::LocName, LocationField::LocDirections, LocationField::LocDescription}) {
-        QCOMPARE(StoredLocation(program, 1).at(position), "First~CL~~CL~Last & <least>");
-    }
-    EditLocation(program, 1, [](QDialog& location) {
-        for (const char* box : {"txtLocName", "txtDirections", "txtDescription"}) {
-            QCOMPARE(LinesText(location, box), "First\n\nLast & <least>");
-        }
-        Close(location); // asks nothing
-    });
-}
-
-void tst_dlgLocMaint::keyFilter_letsNumbersAndFourMorePass_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("kept");
-    QTest::newRow("letter") << "a"
-                            << "";
-    QTest::newRow("number") << "-33.8"
-                            << "-33.8";
-    QTest::newRow("every digit") << "0123456789"
-                                 << "0123456789";
-    QTest::newRow("percent") << "%"
-                             << "%";
-    QTest::newRow("the codes 35 to 39") << "#$%&'"
-                                        << "#$%'";
-    QTest::newRow("their neighbours") << "\"()!"
-                                      << "";
-    QTest::newRow("plus, comma, blank, slash, exponent") << "+1, 2/3e4"
-                                                         << "1234";
-    QTest::newRow("among others") << "1a5b1"
-                                  << "151";
-}
-
-void tst_dlgLocMaint::keyFilter_letsNumbersAndFourMorePass()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, kept);
-    ProgramWithLocation program;
-    EditLocation(program, 1, [&](QDialog& location) {
-        for (const char* box : {"txtLatt", "txtLong", "txtGMT"}) {
-            Retype(location, box, typed.toLatin1());
-            QCOMPARE(BoxText(location, box), ToUtf8(kept));
-        }
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), ToUtf8(kept));
-}
-
-void tst_dlgLocMaint::keyFilter_filtersWhatIsPasted()
-{
-    ProgramWithLocation program;
-    QApplication::clipboard()->setText(QStringLiteral(u"33\u00B0 48.5' S\n"));
-    EditLocation(program, 1, [](QDialog& location) {
-        Retype(location, "txtLatt", "-");
-        Press(location, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(BoxText(location, "txtLatt"), "-3348.5'");
-        Press(location, Qt::Key_Backspace);
-        QCOMPARE(BoxText(location, "txtLatt"), "-3348.5");
-        QApplication::clipboard()->setText(QStringLiteral("south"));
-        Press(location, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(BoxText(location, "txtLatt"), "-3348.5");
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocLatt), "-3348.5");
-}
-
-void tst_dlgLocMaint::keyFilter_leavesStoredTextsAlone()
-{
-    ProgramWithLocation program({{LocationField::LocLatt, "33 deg S"}});
-    EditLocation(program, 1, [](QDialog& location) {
-        QCOMPARE(BoxText(location, "txtLatt"), "33 deg S");
-        Click(location, "txtLatt");
-        Press(location, Qt::Key_End);
-        Type(location, "x5");
-        QCOMPARE(BoxText(location, "txtLatt"), "33 deg S5");
-        Press(location, Qt::Key_Backspace);
-        Press(location, Qt::Key_Tab);
-        QVERIFY(!IsSaveEnabled(location));
-        Close(location);
-    });
-}
-
-void tst_dlgLocMaint::texts_thatAreNoCoordinates_areStoredAsTyped()
-{
-    ProgramWithLocation program;
-    EditLocation(program, 1, [](QDialog& location) {
-        Retype(location, "txtLatt", "--..");
-        Retype(location, "txtLong", "999999.9");
-        Retype(location, "txtGMT", "#%'");
-        SaveAndClose(location);
-    });
-    const std::vector<std::string> stored = StoredLocation(program, 1);
-    QCOMPARE(stored.at(LocationField::LocLatt), "--..");
-    QCOMPARE(stored.at(LocationField::LocLong), "999999.9");
-    QCOMPARE(stored.at(LocationField::LocGMT), "#%'");
-}
-
-void tst_dlgLocMaint::access_unset_choosesNothingAndStays_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::newRow("not set") << "";
-    QTest::newRow("behind the last") << "3";
-    QTest::newRow("far behind") << "70000";
-    QTest::newRow("negative") << "-1";
-    QTest::newRow("word") << "Both";
-}
-
-void tst_dlgLocMaint::access_unset_choosesNothingAndStays()
-{
-    QFETCH(QString, code);
-    ProgramWithLocation program({{LocationField::LocAccess, ToUtf8(code)}});
-    EditLocation(program, 1, [](QDialog& location) {
-        QCOMPARE(Chosen(location, "optAccess"), -1);
-        Retype(location, "txtDescription", "Sand");
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocDescription), "Sand");
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocAccess), ToUtf8(code));
-    EditLocation(program, 1, [](QDialog& location) {
-        ClickMark(location, "optAccess_0");
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocAccess), "0");
-}
-
-void tst_dlgLocMaint::access_everyCode_choosesItsButton()
-{
-    for (int code = 0; code < 3; ++code) {
-        ProgramWithLocation program({{LocationField::LocAccess, std::to_string(code)}});
-        EditLocation(program, 1, [&](QDialog& location) {
-            QCOMPARE(Chosen(location, "optAccess"), code);
+    void texts_areAsKnown()
+    {
+        ProgramWithLocation program;
+        EditLocation(program, 1, [](QDialog& location) {
+            QCOMPARE(location.windowTitle(), QStringLiteral("Location Maintenance"));
+            const std::map<const char*, const char*> labels{
+                {"lblLocName", "Location:"},
+                {"lblDirections", "Directions:"},
+                {"lblDescription", "Description:"},
+                {"lblLatt", "Latitude:"},
+                {"lblLattNote",
+                 "North is positive, South is negative. Enter decimal degrees, eg -33.8 = 33 deg 48 "
+                 "minutes South"},
+                {"lblLong", "Longitude:"},
+                {"lblLongNote",
+                 "East is positive, West is negative. Enter decimal degrees, eg 151.25 = 151 deg 15 "
+                 "minutes East"},
+                {"lblGMT", "GMT Diff:"},
+                {"lblHours", "hours"}};
+            for (const auto& [name, text] : labels) {
+                QCOMPARE(ToUtf8(Find<QLabel>(location, name).text()), text);
+            }
+            const std::map<const char*, const char*> buttons{{"optAccess_0", "Land Based"},
+                                                             {"optAccess_1", "Boat Only"},
+                                                             {"optAccess_2", "Both"},
+                                                             {"chkDST", "Use DST for this location"},
+                                                             {"cmdOK", "Save"},
+                                                             {"cmdCancel", "Close"},
+                                                             {"cmdLoad", "Load a picture/map"}};
+            for (const auto& [name, text] : buttons) {
+                QCOMPARE(ToUtf8(Find<QAbstractButton>(location, name).text().remove(QLatin1Char('&'))), text);
+            }
+            QCOMPARE(Find<QGroupBox>(location, "frAccess").title(), QStringLiteral("This Spot Is:"));
+            QCOMPARE(Find<QWidget>(location, "cmdRemove").toolTip(),
+                     QStringLiteral("Remove the current image"));
+            QCOMPARE(Find<QWidget>(location, "sldZoom").toolTip(), QStringLiteral("Zoom the image"));
             Close(location);
         });
     }
-}
 
-void tst_dlgLocMaint::access_focusAlone_choosesNothing()
-{
-    ProgramWithLocation program({{LocationField::LocAccess, ""}});
-    EditLocation(program, 1, [](QDialog& location) {
-        Click(location, "txtDirections");
-        for (int step = 0; step < 8; ++step) {
-            Press(location, Qt::Key_Tab);
-        }
-        QCOMPARE(Chosen(location, "optAccess"), -1);
-        QVERIFY(!IsSaveEnabled(location));
-        Close(location);
-    });
-}
-
-void tst_dlgLocMaint::dst_isTickedForOneOnly_data()
-{
-    QTest::addColumn<QString>("flag");
-    QTest::addColumn<bool>("ticked");
-    QTest::newRow("1") << "1" << true;
-    QTest::newRow("0") << "0" << false;
-    QTest::newRow("empty") << "" << false;
-    QTest::newRow("word") << "yes" << false;
-}
-
-void tst_dlgLocMaint::dst_isTickedForOneOnly()
-{
-    QFETCH(QString, flag);
-    QFETCH(bool, ticked);
-    ProgramWithLocation program({{LocationField::LocDST, ToUtf8(flag)}});
-    EditLocation(program, 1, [&](QDialog& location) {
-        QCOMPARE(IsChecked(location, "chkDST"), ticked);
-        Retype(location, "txtDescription", "Sand");
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocDST), ToUtf8(flag));
-}
-
-void tst_dlgLocMaint::dst_isStoredAsZeroOrOne()
-{
-    ProgramWithLocation program({{LocationField::LocDST, ""}});
-    EditLocation(program, 1, [&](QDialog& location) {
-        ClickMark(location, "chkDST");
-        Save(location);
-        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocDST), "1");
-        ClickMark(location, "chkDST");
-        Save(location);
-        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocDST), "0");
-        Close(location);
-    });
-}
-
-void tst_dlgLocMaint::save_isEnabledByAChangeOnly()
-{
-    ProgramWithLocation program;
-    const std::size_t stepsBefore = program.operations.Steps().size();
-    EditLocation(program, 1, [](QDialog& location) {
-        QVERIFY(!IsSaveEnabled(location));
-        for (const char* box :
-             {"txtLocName", "txtDescription", "txtDirections", "txtLatt", "txtLong", "txtGMT"}) {
-            Click(location, box);
-            QVERIFY(!IsSaveEnabled(location));
-        }
-        Retype(location, "txtGMT", "10"); // what it was
-        Press(location, Qt::Key_Tab);
-        QVERIFY(!IsSaveEnabled(location));
-        ClickMark(location, "optAccess_1"); // chosen already
-        QVERIFY(!IsSaveEnabled(location));
-        Save(location);
-        Close(location);
-    });
-    QCOMPARE(program.operations.Steps().size(), stepsBefore);
-}
-
-void tst_dlgLocMaint::save_leavesTheDialogOpen()
-{
-    ProgramWithLocation program;
-    EditLocation(program, 1, [&](QDialog& location) {
-        Retype(location, "txtLocName", "Palm Beach");
-        Click(location, "txtDescription");
-        Save(location);
-        QVERIFY(location.isVisible());
-        QVERIFY(!IsSaveEnabled(location));
-        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocName), "Palm Beach");
-        Close(location); // asks nothing
-    });
-}
-
-void tst_dlgLocMaint::save_disabled_takesWhatWasTypedLast_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<int>("position");
-    QTest::addColumn<bool>("byKey");
-    QTest::newRow("box of one line, click") << "txtGMT" << int(LocationField::LocGMT) << false;
-    QTest::newRow("box of one line, Alt+S") << "txtGMT" << int(LocationField::LocGMT) << true;
-    QTest::newRow("box of several lines, click")
-        << "txtDirections" << int(LocationField::LocDirections) << false;
-    QTest::newRow("box of several lines, Alt+S")
-        << "txtDirections" << int(LocationField::LocDirections) << true;
-}
-
-void tst_dlgLocMaint::save_disabled_takesWhatWasTypedLast()
-{
-    QFETCH(QString, box);
-    QFETCH(int, position);
-    QFETCH(bool, byKey);
-    ProgramWithLocation program;
-    EditLocation(program, 1, [&](QDialog& location) {
-        Retype(location, box.toLatin1(), "8.5");
-        QVERIFY(!IsSaveEnabled(location));
-        if (byKey) {
-            Press(location, Qt::Key_S, Qt::AltModifier);
-        } else {
-            Save(location);
-        }
-        QTRY_COMPARE(StoredLocation(program, 1).at(std::size_t(position)), "8.5");
-        QVERIFY(!IsSaveEnabled(location));
-        Close(location);
-    });
-}
-
-void tst_dlgLocMaint::save_failed_keepsTheChange()
-{
-    ProgramWithLocation program;
-    const std::string before = program.folder.Read("location.xml");
-    EditLocation(program, 1, [&](QDialog& location) {
-        Retype(location, "txtGMT", "8");
-        program.operations.Fail("write", ErrorNumber::DiskFull);
-        program.reports.Expect("cSQL", "LocationUpdate", ErrorNumber::DiskFull);
-        Save(location);
-        QVERIFY(location.isVisible());
-        QVERIFY(IsSaveEnabled(location));
-        QCOMPARE(BoxText(location, "txtGMT"), "8");
-        QCOMPARE(program.folder.Read("location.xml"), before);
-        Save(location);
-        QVERIFY(!IsSaveEnabled(location));
-        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), "8");
-        Close(location);
-    });
-}
-
-void tst_dlgLocMaint::close_unchanged_asksNothing_data()
-{
-    QTest::addColumn<QString>("by");
-    for (const char* by : {"button", "Esc", "close box"}) {
-        QTest::newRow(by) << by;
-    }
-}
-
-void tst_dlgLocMaint::close_unchanged_asksNothing()
-{
-    QFETCH(QString, by);
-    ProgramWithLocation program;
-    EditLocation(program, 1, [&](QDialog& location) {
-        Click(location, "txtGMT");
-        if (by == QLatin1String("button")) {
+    void record_isShown()
+    {
+        ProgramWithLocation program;
+        EditLocation(program, 1, [](QDialog& location) {
+            QCOMPARE(LinesText(location, "txtLocName"), "Pittwater");
+            QCOMPARE(LinesText(location, "txtDirections"), "Left\nthen right");
+            QCOMPARE(LinesText(location, "txtDescription"), "Deep");
+            QCOMPARE(Chosen(location, "optAccess"), 1);
+            QCOMPARE(BoxText(location, "txtLatt"), "-33.8");
+            QCOMPARE(BoxText(location, "txtLong"), "151.25");
+            QCOMPARE(BoxText(location, "txtGMT"), "10");
+            QVERIFY(IsChecked(location, "chkDST"));
+            QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
             Close(location);
-        } else if (by == QLatin1String("Esc")) {
-            Press(location, Qt::Key_Escape);
-        } else {
-            location.close();
-        }
-        QVERIFY(!location.isVisible());
-    });
-}
+        });
+    }
 
-void tst_dlgLocMaint::close_changed_asks_data()
-{
-    QTest::addColumn<QString>("by");
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<bool>("yes");
-    for (const char* by : {"button", "Esc", "close box"}) {
-        for (const char* box : {"txtGMT", "txtLocName"}) {
-            for (const bool yes : {true, false}) {
-                QTest::addRow("%s, %s, %s", by, box, yes ? "Yes" : "No") << by << box << yes;
+    void opened_showsTheFirstPageAndItsFirstBox()
+    {
+        ProgramWithLocation program;
+        EditLocation(program, 1, [](QDialog& location) {
+            QCOMPARE(Tabs(location).currentIndex(), 0);
+            QCOMPARE(Focused(location), "txtLocName");
+            QVERIFY(Tabs(location).widget(0)->isAncestorOf(&Find<QWidget>(location, "chkDST")));
+            QVERIFY(Tabs(location).widget(1)->isAncestorOf(&Find<QWidget>(location, "picLoc")));
+            Close(location);
+        });
+    }
+
+    void newLocation_isEmpty_data()
+    {
+        QTest::addColumn<bool>("blankHasValues");
+        QTest::newRow("blank record as it ships") << false;
+        QTest::newRow("blank record with values") << true;
+    }
+
+    void newLocation_isEmpty()
+    {
+        QFETCH(bool, blankHasValues);
+        ProgramWithLocation program;
+        if (blankHasValues) {
+            program.folder.Write("locationblank.xml",
+                                 "<data><location><LocNo>0</LocNo><LocName>Somewhere</LocName>"
+                                 "<LocDirections>Left</LocDirections><LocDescription>Deep</LocDescription>"
+                                 "<LocAccess>1</LocAccess><LocLatt>-33.8</LocLatt><LocLong>151.25</LocLong>"
+                                 "<LocGMT>10</LocGMT><LocDST>1</LocDST><LocPicture/></location></data>");
+            program.Start();
+        }
+        EditLocation(program, 0, [&](QDialog& location) {
+            for (const char* box : {"txtLocName", "txtDirections", "txtDescription"}) {
+                QCOMPARE(LinesText(location, box), "");
+            }
+            for (const char* box : {"txtLatt", "txtLong", "txtGMT"}) {
+                QCOMPARE(BoxText(location, box), "");
+            }
+            QCOMPARE(Chosen(location, "optAccess"), -1);
+            QVERIFY(!IsChecked(location, "chkDST"));
+            QVERIFY(!IsSaveEnabled(location));
+            if (blankHasValues) {
+                location.done(QDialog::Rejected); // what is not shown is not compared with the record here
+            } else {
+                Close(location);
+            }
+        });
+        QCOMPARE(program.Stored("location.xml").size(), 1U);
+    }
+
+    void value_isWrittenThrough_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("name") << "txtLocName"
+                              << "Palm Beach" << int(LocationField::LocName) << "Palm Beach";
+        QTest::newRow("directions") << "txtDirections"
+                                    << "North" << int(LocationField::LocDirections) << "North";
+        QTest::newRow("description") << "txtDescription"
+                                     << "Rocks" << int(LocationField::LocDescription) << "Rocks";
+        QTest::newRow("access") << "optAccess_2"
+                                << "" << int(LocationField::LocAccess) << "2";
+        QTest::newRow("access, first") << "optAccess_0"
+                                       << "" << int(LocationField::LocAccess) << "0";
+        QTest::newRow("latitude") << "txtLatt"
+                                  << "-12.5" << int(LocationField::LocLatt) << "-12.5";
+        QTest::newRow("longitude") << "txtLong"
+                                   << "9" << int(LocationField::LocLong) << "9";
+        QTest::newRow("hours") << "txtGMT"
+                               << "-9.5" << int(LocationField::LocGMT) << "-9.5";
+        QTest::newRow("emptied") << "txtGMT"
+                                 << "" << int(LocationField::LocGMT) << "";
+        QTest::newRow("daylight saving") << "chkDST"
+                                         << "" << int(LocationField::LocDST) << "0";
+    }
+
+    void value_isWrittenThrough()
+    {
+        QFETCH(QString, control);
+        QFETCH(QString, typed);
+        QFETCH(int, position);
+        QFETCH(QString, stored);
+        ProgramWithLocation program;
+        std::vector<std::string> expected = StoredLocation(program, 1);
+        expected[std::size_t(position)] = ToUtf8(stored);
+        EditLocation(program, 1, [&](QDialog& location) {
+            if (control.startsWith(QLatin1String("txt"))) {
+                Retype(location, control.toLatin1(), typed.toLatin1());
+                QVERIFY(!IsSaveEnabled(location));
+                Press(location, Qt::Key_Tab);
+            } else {
+                ClickMark(location, control.toLatin1());
+            }
+            QVERIFY(IsSaveEnabled(location));
+            Save(location);
+            QCOMPARE(StoredLocation(program, 1), expected);
+            Close(location);
+        });
+    }
+
+    void everyValue_ofANewLocation_isStored()
+    {
+        ProgramWithLocation program;
+        program.folder.Write("map.png", Pictures::Png(40, 30));
+        ExpectChosenPicture(program, program.folder.PathOf("map.png"));
+        EditLocation(program, 0, [](QDialog& location) {
+            Retype(location, "txtLocName", "Name");
+            Retype(location, "txtDirections", "Directions");
+            Retype(location, "txtDescription", "Description");
+            ClickMark(location, "optAccess_2");
+            Retype(location, "txtLatt", "-1.5");
+            Retype(location, "txtLong", "2.5");
+            Retype(location, "txtGMT", "3.5");
+            ClickMark(location, "chkDST");
+            ClickTab(location, 1);
+            Click(location, "cmdLoad");
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 2),
+                 (std::vector<std::string>{"2", "Name", "Directions", "Description", "2", "-1.5", "2.5",
+                                           "3.5", "1", program.folder.PathOf("map.png")}));
+    }
+
+    void newLocation_getsTheNextKey()
+    {
+        TestProgram program;
+        program.Start();
+        for (const char* name : {"One", "Two", "Three"}) {
+            program.AddLocation(name);
+        }
+        program.sql.LocationDelete(2);
+        EditLocation(program, 0, [](QDialog& location) {
+            Type(location, "Four");
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 4).at(LocationField::LocName), "Four");
+        QCOMPARE(program.Stored("location.xml").size(), 3U);
+    }
+
+    void newLocation_savedTwice_isThereOnce()
+    {
+        ProgramWithLocation program;
+        EditLocation(program, 0, [](QDialog& location) {
+            Type(location, "Palm");
+            Save(location);
+            Retype(location, "txtDescription", "Sand");
+            SaveAndClose(location);
+        });
+        QCOMPARE(program.Stored("location.xml").size(), 2U);
+        QCOMPARE(StoredLocation(program, 2).at(LocationField::LocDescription), "Sand");
+    }
+
+    void linesOfText_areStoredEncoded()
+    {
+        ProgramWithLocation program;
+        EditLocation(program, 1, [](QDialog& location) {
+            for (const char* box : {"txtLocName", "txtDirections", "txtDescription"}) {
+                Retype(location, box, "First");
+                Press(location, Qt::Key_Return);
+                Press(location, Qt::Key_Return);
+                Type(location, "Last & <least>");
+            }
+            SaveAndClose(location);
+        });
+        for (const auto position :
+             {LocationField::LocName, LocationField::LocDirections, LocationField::LocDescription}) {
+            QCOMPARE(StoredLocation(program, 1).at(position), "First~CL~~CL~Last & <least>");
+        }
+        EditLocation(program, 1, [](QDialog& location) {
+            for (const char* box : {"txtLocName", "txtDirections", "txtDescription"}) {
+                QCOMPARE(LinesText(location, box), "First\n\nLast & <least>");
+            }
+            Close(location); // asks nothing
+        });
+    }
+
+    void keyFilter_letsNumbersAndFourMorePass_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("letter") << "a"
+                                << "";
+        QTest::newRow("number") << "-33.8"
+                                << "-33.8";
+        QTest::newRow("every digit") << "0123456789"
+                                     << "0123456789";
+        QTest::newRow("percent") << "%"
+                                 << "%";
+        QTest::newRow("the codes 35 to 39") << "#$%&'"
+                                            << "#$%'";
+        QTest::newRow("their neighbours") << "\"()!"
+                                          << "";
+        QTest::newRow("plus, comma, blank, slash, exponent") << "+1, 2/3e4"
+                                                             << "1234";
+        QTest::newRow("among others") << "1a5b1"
+                                      << "151";
+    }
+
+    void keyFilter_letsNumbersAndFourMorePass()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, kept);
+        ProgramWithLocation program;
+        EditLocation(program, 1, [&](QDialog& location) {
+            for (const char* box : {"txtLatt", "txtLong", "txtGMT"}) {
+                Retype(location, box, typed.toLatin1());
+                QCOMPARE(BoxText(location, box), ToUtf8(kept));
+            }
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), ToUtf8(kept));
+    }
+
+    void keyFilter_filtersWhatIsPasted()
+    {
+        ProgramWithLocation program;
+        QApplication::clipboard()->setText(QStringLiteral(u"33\u00B0 48.5' S\n"));
+        EditLocation(program, 1, [](QDialog& location) {
+            Retype(location, "txtLatt", "-");
+            Press(location, Qt::Key_V, Qt::ControlModifier);
+            QCOMPARE(BoxText(location, "txtLatt"), "-3348.5'");
+            Press(location, Qt::Key_Backspace);
+            QCOMPARE(BoxText(location, "txtLatt"), "-3348.5");
+            QApplication::clipboard()->setText(QStringLiteral("south"));
+            Press(location, Qt::Key_V, Qt::ControlModifier);
+            QCOMPARE(BoxText(location, "txtLatt"), "-3348.5");
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocLatt), "-3348.5");
+    }
+
+    void keyFilter_leavesStoredTextsAlone()
+    {
+        ProgramWithLocation program({{LocationField::LocLatt, "33 deg S"}});
+        EditLocation(program, 1, [](QDialog& location) {
+            QCOMPARE(BoxText(location, "txtLatt"), "33 deg S");
+            Click(location, "txtLatt");
+            Press(location, Qt::Key_End);
+            Type(location, "x5");
+            QCOMPARE(BoxText(location, "txtLatt"), "33 deg S5");
+            Press(location, Qt::Key_Backspace);
+            Press(location, Qt::Key_Tab);
+            QVERIFY(!IsSaveEnabled(location));
+            Close(location);
+        });
+    }
+
+    void texts_thatAreNoCoordinates_areStoredAsTyped()
+    {
+        ProgramWithLocation program;
+        EditLocation(program, 1, [](QDialog& location) {
+            Retype(location, "txtLatt", "--..");
+            Retype(location, "txtLong", "999999.9");
+            Retype(location, "txtGMT", "#%'");
+            SaveAndClose(location);
+        });
+        const std::vector<std::string> stored = StoredLocation(program, 1);
+        QCOMPARE(stored.at(LocationField::LocLatt), "--..");
+        QCOMPARE(stored.at(LocationField::LocLong), "999999.9");
+        QCOMPARE(stored.at(LocationField::LocGMT), "#%'");
+    }
+
+    void access_unset_choosesNothingAndStays_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::newRow("not set") << "";
+        QTest::newRow("behind the last") << "3";
+        QTest::newRow("far behind") << "70000";
+        QTest::newRow("negative") << "-1";
+        QTest::newRow("word") << "Both";
+    }
+
+    void access_unset_choosesNothingAndStays()
+    {
+        QFETCH(QString, code);
+        ProgramWithLocation program({{LocationField::LocAccess, ToUtf8(code)}});
+        EditLocation(program, 1, [](QDialog& location) {
+            QCOMPARE(Chosen(location, "optAccess"), -1);
+            Retype(location, "txtDescription", "Sand");
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocDescription), "Sand");
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocAccess), ToUtf8(code));
+        EditLocation(program, 1, [](QDialog& location) {
+            ClickMark(location, "optAccess_0");
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocAccess), "0");
+    }
+
+    void access_everyCode_choosesItsButton()
+    {
+        for (int code = 0; code < 3; ++code) {
+            ProgramWithLocation program({{LocationField::LocAccess, std::to_string(code)}});
+            EditLocation(program, 1, [&](QDialog& location) {
+                QCOMPARE(Chosen(location, "optAccess"), code);
+                Close(location);
+            });
+        }
+    }
+
+    void access_focusAlone_choosesNothing()
+    {
+        ProgramWithLocation program({{LocationField::LocAccess, ""}});
+        EditLocation(program, 1, [](QDialog& location) {
+            Click(location, "txtDirections");
+            for (int step = 0; step < 8; ++step) {
+                Press(location, Qt::Key_Tab);
+            }
+            QCOMPARE(Chosen(location, "optAccess"), -1);
+            QVERIFY(!IsSaveEnabled(location));
+            Close(location);
+        });
+    }
+
+    void dst_isTickedForOneOnly_data()
+    {
+        QTest::addColumn<QString>("flag");
+        QTest::addColumn<bool>("ticked");
+        QTest::newRow("1") << "1" << true;
+        QTest::newRow("0") << "0" << false;
+        QTest::newRow("empty") << "" << false;
+        QTest::newRow("word") << "yes" << false;
+    }
+
+    void dst_isTickedForOneOnly()
+    {
+        QFETCH(QString, flag);
+        QFETCH(bool, ticked);
+        ProgramWithLocation program({{LocationField::LocDST, ToUtf8(flag)}});
+        EditLocation(program, 1, [&](QDialog& location) {
+            QCOMPARE(IsChecked(location, "chkDST"), ticked);
+            Retype(location, "txtDescription", "Sand");
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocDST), ToUtf8(flag));
+    }
+
+    void dst_isStoredAsZeroOrOne()
+    {
+        ProgramWithLocation program({{LocationField::LocDST, ""}});
+        EditLocation(program, 1, [&](QDialog& location) {
+            ClickMark(location, "chkDST");
+            Save(location);
+            QCOMPARE(StoredLocation(program, 1).at(LocationField::LocDST), "1");
+            ClickMark(location, "chkDST");
+            Save(location);
+            QCOMPARE(StoredLocation(program, 1).at(LocationField::LocDST), "0");
+            Close(location);
+        });
+    }
+
+    void save_isEnabledByAChangeOnly()
+    {
+        ProgramWithLocation program;
+        const std::size_t stepsBefore = program.operations.Steps().size();
+        EditLocation(program, 1, [](QDialog& location) {
+            QVERIFY(!IsSaveEnabled(location));
+            for (const char* box :
+                 {"txtLocName", "txtDescription", "txtDirections", "txtLatt", "txtLong", "txtGMT"}) {
+                Click(location, box);
+                QVERIFY(!IsSaveEnabled(location));
+            }
+            Retype(location, "txtGMT", "10"); // what it was
+            Press(location, Qt::Key_Tab);
+            QVERIFY(!IsSaveEnabled(location));
+            ClickMark(location, "optAccess_1"); // chosen already
+            QVERIFY(!IsSaveEnabled(location));
+            Save(location);
+            Close(location);
+        });
+        QCOMPARE(program.operations.Steps().size(), stepsBefore);
+    }
+
+    void save_leavesTheDialogOpen()
+    {
+        ProgramWithLocation program;
+        EditLocation(program, 1, [&](QDialog& location) {
+            Retype(location, "txtLocName", "Palm Beach");
+            Click(location, "txtDescription");
+            Save(location);
+            QVERIFY(location.isVisible());
+            QVERIFY(!IsSaveEnabled(location));
+            QCOMPARE(StoredLocation(program, 1).at(LocationField::LocName), "Palm Beach");
+            Close(location); // asks nothing
+        });
+    }
+
+    void save_disabled_takesWhatWasTypedLast_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<int>("position");
+        QTest::addColumn<bool>("byKey");
+        QTest::newRow("box of one line, click") << "txtGMT" << int(LocationField::LocGMT) << false;
+        QTest::newRow("box of one line, Alt+S") << "txtGMT" << int(LocationField::LocGMT) << true;
+        QTest::newRow("box of several lines, click")
+            << "txtDirections" << int(LocationField::LocDirections) << false;
+        QTest::newRow("box of several lines, Alt+S")
+            << "txtDirections" << int(LocationField::LocDirections) << true;
+    }
+
+    void save_disabled_takesWhatWasTypedLast()
+    {
+        QFETCH(QString, box);
+        QFETCH(int, position);
+        QFETCH(bool, byKey);
+        ProgramWithLocation program;
+        EditLocation(program, 1, [&](QDialog& location) {
+            Retype(location, box.toLatin1(), "8.5");
+            QVERIFY(!IsSaveEnabled(location));
+            if (byKey) {
+                Press(location, Qt::Key_S, Qt::AltModifier);
+            } else {
+                Save(location);
+            }
+            QTRY_COMPARE_WITH_TIMEOUT(StoredLocation(program, 1).at(std::size_t(position)), "8.5", patience);
+            QVERIFY(!IsSaveEnabled(location));
+            Close(location);
+        });
+    }
+
+    void save_failed_keepsTheChange()
+    {
+        ProgramWithLocation program;
+        const std::string before = program.folder.Read("location.xml");
+        EditLocation(program, 1, [&](QDialog& location) {
+            Retype(location, "txtGMT", "8");
+            program.operations.Fail("write", ErrorNumber::DiskFull);
+            program.reports.Expect("cSQL", "LocationUpdate", ErrorNumber::DiskFull);
+            Save(location);
+            QVERIFY(location.isVisible());
+            QVERIFY(IsSaveEnabled(location));
+            QCOMPARE(BoxText(location, "txtGMT"), "8");
+            QCOMPARE(program.folder.Read("location.xml"), before);
+            Save(location);
+            QVERIFY(!IsSaveEnabled(location));
+            QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), "8");
+            Close(location);
+        });
+    }
+
+    void close_unchanged_asksNothing_data()
+    {
+        QTest::addColumn<QString>("by");
+        for (const char* by : {"button", "Esc", "close box"}) {
+            QTest::newRow(by) << by;
+        }
+    }
+
+    void close_unchanged_asksNothing()
+    {
+        QFETCH(QString, by);
+        ProgramWithLocation program;
+        EditLocation(program, 1, [&](QDialog& location) {
+            Click(location, "txtGMT");
+            if (by == QLatin1String("button")) {
+                Close(location);
+            } else if (by == QLatin1String("Esc")) {
+                Press(location, Qt::Key_Escape);
+            } else {
+                location.close();
+            }
+            QVERIFY(!location.isVisible());
+        });
+    }
+
+    void close_changed_asks_data()
+    {
+        QTest::addColumn<QString>("by");
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<bool>("yes");
+        for (const char* by : {"button", "Esc", "close box"}) {
+            for (const char* box : {"txtGMT", "txtLocName"}) {
+                for (const bool yes : {true, false}) {
+                    QTest::addRow("%s, %s, %s", by, box, yes ? "Yes" : "No") << by << box << yes;
+                }
             }
         }
     }
-}
 
-void tst_dlgLocMaint::close_changed_asks()
-{
-    QFETCH(QString, by);
-    QFETCH(QString, box);
-    QFETCH(bool, yes);
-    ProgramWithLocation program;
-    const std::string before = program.folder.Read("location.xml");
-    program.messages.Expect(saveQuestion, yes ? Button::Yes : Button::No);
-    EditLocation(program, 1, [&](QDialog& location) {
-        Retype(location, box.toLatin1(), "8");
-        if (by == QLatin1String("button")) {
+    void close_changed_asks()
+    {
+        QFETCH(QString, by);
+        QFETCH(QString, box);
+        QFETCH(bool, yes);
+        ProgramWithLocation program;
+        const std::string before = program.folder.Read("location.xml");
+        program.messages.Expect(saveQuestion, yes ? Button::Yes : Button::No);
+        EditLocation(program, 1, [&](QDialog& location) {
+            Retype(location, box.toLatin1(), "8");
+            if (by == QLatin1String("button")) {
+                Close(location);
+            } else if (by == QLatin1String("Esc")) {
+                Press(location, Qt::Key_Escape);
+            } else {
+                location.close();
+            }
+            QVERIFY(!location.isVisible());
+        });
+        const auto position = box == QLatin1String("txtGMT") ? LocationField::LocGMT : LocationField::LocName;
+        QCOMPARE(StoredLocation(program, 1).at(position) == "8", yes);
+        QCOMPARE(program.folder.Read("location.xml") == before, !yes);
+    }
+
+    void close_yesButNotSaved_closesAndKeepsTheChangeForTheNextSave()
+    {
+        ProgramWithLocation program;
+        program.messages.Expect(saveQuestion, Button::Yes);
+        EditLocation(program, 1, [&](QDialog& location) {
+            Retype(location, "txtGMT", "8");
+            program.operations.Fail("sync", ErrorNumber::DiskFull);
+            program.reports.Expect("cSQL", "LocationUpdate", ErrorNumber::DiskFull);
             Close(location);
-        } else if (by == QLatin1String("Esc")) {
-            Press(location, Qt::Key_Escape);
-        } else {
-            location.close();
-        }
-        QVERIFY(!location.isVisible());
-    });
-    const auto position = box == QLatin1String("txtGMT") ? LocationField::LocGMT : LocationField::LocName;
-    QCOMPARE(StoredLocation(program, 1).at(position) == "8", yes);
-    QCOMPARE(program.folder.Read("location.xml") == before, !yes);
-}
+            QVERIFY(!location.isVisible());
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), "10");
+        QCOMPARE(program.sql.UnsavedFiles(), std::vector<std::string>{"location.xml"});
+        program.AddLocation("Zeehan");
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), "8");
+    }
 
-void tst_dlgLocMaint::close_yesButNotSaved_closesAndKeepsTheChangeForTheNextSave()
-{
-    ProgramWithLocation program;
-    program.messages.Expect(saveQuestion, Button::Yes);
-    EditLocation(program, 1, [&](QDialog& location) {
-        Retype(location, "txtGMT", "8");
-        program.operations.Fail("sync", ErrorNumber::DiskFull);
-        program.reports.Expect("cSQL", "LocationUpdate", ErrorNumber::DiskFull);
-        Close(location);
-        QVERIFY(!location.isVisible());
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), "10");
-    QCOMPARE(program.sql.UnsavedFiles(), std::vector<std::string>{"location.xml"});
-    program.AddLocation("Zeehan");
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), "8");
-}
+    void deleteMode_asksAndIsNeverShown_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::newRow("Yes") << int(Button::Yes);
+        QTest::newRow("No") << int(Button::No);
+        QTest::newRow("Cancel") << int(Button::Cancel);
+    }
 
-void tst_dlgLocMaint::deleteMode_asksAndIsNeverShown_data()
-{
-    QTest::addColumn<int>("answer");
-    QTest::newRow("Yes") << int(Button::Yes);
-    QTest::newRow("No") << int(Button::No);
-    QTest::newRow("Cancel") << int(Button::Cancel);
-}
+    void deleteMode_asksAndIsNeverShown()
+    {
+        QFETCH(int, answer);
+        ProgramWithLocation program;
+        program.AddLocation("Zeehan");
+        const std::string before = program.folder.Read("location.xml");
+        program.messages.Expect(deleteLocationQuestion, static_cast<Button>(answer));
+        WithoutWindow([&] { dlgLocMaint(program.program, nullptr).SetData(1, true); });
+        const bool yes = answer == int(Button::Yes);
+        QCOMPARE(program.Stored("location.xml").size(), yes ? 1U : 2U);
+        QCOMPARE(StoredLocation(program, 1).empty(), yes);
+        QCOMPARE(program.folder.Read("location.xml") == before, !yes);
+    }
 
-void tst_dlgLocMaint::deleteMode_asksAndIsNeverShown()
-{
-    QFETCH(int, answer);
-    ProgramWithLocation program;
-    program.AddLocation("Zeehan");
-    const std::string before = program.folder.Read("location.xml");
-    program.messages.Expect(deleteLocationQuestion, static_cast<Button>(answer));
-    WithoutWindow([&] { dlgLocMaint(program.program, nullptr).SetData(1, true); });
-    const bool yes = answer == int(Button::Yes);
-    QCOMPARE(program.Stored("location.xml").size(), yes ? 1U : 2U);
-    QCOMPARE(StoredLocation(program, 1).empty(), yes);
-    QCOMPARE(program.folder.Read("location.xml") == before, !yes);
-}
+    void noSuchLocation_isReported_data()
+    {
+        QTest::addColumn<bool>("toDelete");
+        QTest::newRow("to edit") << false;
+        QTest::newRow("to delete") << true;
+    }
 
-void tst_dlgLocMaint::noSuchLocation_isReported_data()
-{
-    QTest::addColumn<bool>("toDelete");
-    QTest::newRow("to edit") << false;
-    QTest::newRow("to delete") << true;
-}
+    void noSuchLocation_isReported()
+    {
+        QFETCH(bool, toDelete);
+        ProgramWithLocation program;
+        program.reports.Expect("cSQL", "LocationGet", ErrorNumber::ObjectNotSet);
+        WithoutWindow([&] { dlgLocMaint(program.program, nullptr).SetData(7, toDelete); });
+    }
 
-void tst_dlgLocMaint::noSuchLocation_isReported()
-{
-    QFETCH(bool, toDelete);
-    ProgramWithLocation program;
-    program.reports.Expect("cSQL", "LocationGet", ErrorNumber::ObjectNotSet);
-    WithoutWindow([&] { dlgLocMaint(program.program, nullptr).SetData(7, toDelete); });
-}
+    void recordWithFewerChildren_isReported()
+    {
+        const std::string file = "<data><location><LocNo>1</LocNo><LocName>Short</LocName></location></data>";
+        TestProgram program;
+        program.folder.Write("location.xml", file);
+        program.Start();
+        program.reports.Expect("dlgLocMaint", "SetData", ErrorNumber::ObjectNotSet);
+        WithoutWindow([&] { dlgLocMaint(program.program, nullptr).SetData(1, false); });
+        QCOMPARE(program.folder.Read("location.xml"), file);
+    }
 
-void tst_dlgLocMaint::recordWithFewerChildren_isReported()
-{
-    const std::string file = "<data><location><LocNo>1</LocNo><LocName>Short</LocName></location></data>";
-    TestProgram program;
-    program.folder.Write("location.xml", file);
-    program.Start();
-    program.reports.Expect("dlgLocMaint", "SetData", ErrorNumber::ObjectNotSet);
-    WithoutWindow([&] { dlgLocMaint(program.program, nullptr).SetData(1, false); });
-    QCOMPARE(program.folder.Read("location.xml"), file);
-}
+    void picture_shownWithItsRecord()
+    {
+        TestProgram program;
+        program.Start();
+        program.folder.Write("small.png", Pictures::Png(100, 60));
+        program.folder.Write("large.png", Pictures::Png(2000, 1500));
+        program.AddLocation("Small", {{LocationField::LocPicture, program.folder.PathOf("small.png")}});
+        program.AddLocation("Large", {{LocationField::LocPicture, "large.png"}});
+        EditLocation(program, 1, [](QDialog& location) {
+            ClickTab(location, 1);
+            QCOMPARE(Find<QWidget>(location, "picLoc").size(), QSize(100, 60));
+            QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdRemove")});
+            Close(location);
+        });
+        EditLocation(program, 2, [](QDialog& location) {
+            ClickTab(location, 1);
+            QCOMPARE(Find<QWidget>(location, "picLoc").size(), QSize(2000, 1500));
+            QCOMPARE(EnabledControls(location),
+                     (QStringList{QStringLiteral("cmdRemove"), QStringLiteral("sldZoom"),
+                                  QStringLiteral("hscPic"), QStringLiteral("vscPic")}));
+            Close(location);
+        });
+    }
 
-void tst_dlgLocMaint::picture_shownWithItsRecord()
-{
-    TestProgram program;
-    program.Start();
-    program.folder.Write("small.png", Pictures::Png(100, 60));
-    program.folder.Write("large.png", Pictures::Png(2000, 1500));
-    program.AddLocation("Small", {{LocationField::LocPicture, program.folder.PathOf("small.png")}});
-    program.AddLocation("Large", {{LocationField::LocPicture, "large.png"}});
-    EditLocation(program, 1, [](QDialog& location) {
-        ClickTab(location, 1);
-        QCOMPARE(Find<QWidget>(location, "picLoc").size(), QSize(100, 60));
-        QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdRemove")});
-        Close(location);
-    });
-    EditLocation(program, 2, [](QDialog& location) {
-        ClickTab(location, 1);
-        QCOMPARE(Find<QWidget>(location, "picLoc").size(), QSize(2000, 1500));
-        QCOMPARE(EnabledControls(location),
-                 (QStringList{QStringLiteral("cmdRemove"), QStringLiteral("sldZoom"),
-                              QStringLiteral("hscPic"), QStringLiteral("vscPic")}));
-        Close(location);
-    });
-}
+    void picture_missing_showsNothing()
+    {
+        ProgramWithLocation program({{LocationField::LocPicture, "gone.png"}});
+        EditLocation(program, 1, [](QDialog& location) {
+            ClickTab(location, 1);
+            QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
+            ClickTab(location, 0);
+            Retype(location, "txtGMT", "8");
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), "gone.png");
+    }
 
-void tst_dlgLocMaint::picture_missing_showsNothing()
-{
-    ProgramWithLocation program({{LocationField::LocPicture, "gone.png"}});
-    EditLocation(program, 1, [](QDialog& location) {
-        ClickTab(location, 1);
-        QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
-        ClickTab(location, 0);
-        Retype(location, "txtGMT", "8");
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), "gone.png");
-}
+    void picture_problem_isSaidAndThePathKept()
+    {
+        ProgramWithLocation program({{LocationField::LocPicture, "broken.png"}});
+        program.folder.Write("broken.png", Pictures::Png(100, 60).substr(0, 30));
+        program.messages.ExpectTold(
+            QStringLiteral("There is a problem with the image you are tring to load. It could be:\r\n"
+                           "   - that the image is too large when opened (filesize)\r\n"
+                           "   - you do not have sufficient memory to handle the iamge\r\n"
+                           "   - you need to close other applications which are open"),
+            QStringLiteral("Picture Problem"));
+        EditLocation(program, 1, [](QDialog& location) {
+            QCOMPARE(BoxText(location, "txtGMT"), "10");
+            Retype(location, "txtGMT", "8");
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), "broken.png");
+    }
 
-void tst_dlgLocMaint::picture_problem_isSaidAndThePathKept()
-{
-    ProgramWithLocation program({{LocationField::LocPicture, "broken.png"}});
-    program.folder.Write("broken.png", Pictures::Png(100, 60).substr(0, 30));
-    program.messages.ExpectTold(
-        QStringLiteral("There is a problem with the image you are tring to load. It could be:\r\n"
-                       "   - that the image is too large when opened (filesize)\r\n"
-                       "   - you do not have sufficient memory to handle the iamge\r\n"
-                       "   - you need to close other applications which are open"),
-        QStringLiteral("Picture Problem"));
-    EditLocation(program, 1, [](QDialog& location) {
-        QCOMPARE(BoxText(location, "txtGMT"), "10");
-        Retype(location, "txtGMT", "8");
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), "broken.png");
-}
+    void picture_loaded_isStored()
+    {
+        ProgramWithLocation program;
+        program.folder.Write("map.png", Pictures::Png(100, 60));
+        ExpectChosenPicture(program, program.folder.PathOf("map.png"));
+        EditLocation(program, 1, [](QDialog& location) {
+            ClickTab(location, 1);
+            Click(location, "cmdLoad");
+            QCOMPARE(Find<QWidget>(location, "picLoc").size(), QSize(100, 60));
+            QCOMPARE(EnabledControls(location),
+                     (QStringList{QStringLiteral("cmdRemove"), QStringLiteral("sldZoom")}));
+            QCOMPARE(Focused(location), "cmdRemove");
+            QVERIFY(IsSaveEnabled(location));
+            Save(location);
+            QVERIFY(!IsSaveEnabled(location));
+            Close(location);
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), program.folder.PathOf("map.png"));
+    }
 
-void tst_dlgLocMaint::picture_loaded_isStored()
-{
-    ProgramWithLocation program;
-    program.folder.Write("map.png", Pictures::Png(100, 60));
-    ExpectChosenPicture(program, program.folder.PathOf("map.png"));
-    EditLocation(program, 1, [](QDialog& location) {
-        ClickTab(location, 1);
-        Click(location, "cmdLoad");
-        QCOMPARE(Find<QWidget>(location, "picLoc").size(), QSize(100, 60));
-        QCOMPARE(EnabledControls(location),
-                 (QStringList{QStringLiteral("cmdRemove"), QStringLiteral("sldZoom")}));
-        QCOMPARE(Focused(location), "cmdRemove");
-        QVERIFY(IsSaveEnabled(location));
-        Save(location);
-        QVERIFY(!IsSaveEnabled(location));
-        Close(location);
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), program.folder.PathOf("map.png"));
-}
+    void picture_cancelled_changesNothing()
+    {
+        ProgramWithLocation program;
+        ExpectChosenPicture(program, std::nullopt);
+        EditLocation(program, 1, [](QDialog& location) {
+            ClickTab(location, 1);
+            Click(location, "cmdLoad");
+            QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
+            QVERIFY(!IsSaveEnabled(location));
+            Close(location);
+        });
+    }
 
-void tst_dlgLocMaint::picture_cancelled_changesNothing()
-{
-    ProgramWithLocation program;
-    ExpectChosenPicture(program, std::nullopt);
-    EditLocation(program, 1, [](QDialog& location) {
-        ClickTab(location, 1);
-        Click(location, "cmdLoad");
-        QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
-        QVERIFY(!IsSaveEnabled(location));
-        Close(location);
-    });
-}
+    void picture_removed_isStoredEmpty()
+    {
+        ProgramWithLocation program({{LocationField::LocPicture, "map.png"}});
+        program.folder.Write("map.png", Pictures::Png(2000, 1500));
+        EditLocation(program, 1, [](QDialog& location) {
+            ClickTab(location, 1);
+            Click(location, "cmdRemove");
+            QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
+            QCOMPARE(Focused(location), "cmdCancel");
+            QVERIFY(IsSaveEnabled(location));
+            SaveAndClose(location);
+        });
+        QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), "");
+        EditLocation(program, 1, [](QDialog& location) {
+            ClickTab(location, 1);
+            QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
+            Close(location);
+        });
+    }
 
-void tst_dlgLocMaint::picture_removed_isStoredEmpty()
-{
-    ProgramWithLocation program({{LocationField::LocPicture, "map.png"}});
-    program.folder.Write("map.png", Pictures::Png(2000, 1500));
-    EditLocation(program, 1, [](QDialog& location) {
-        ClickTab(location, 1);
-        Click(location, "cmdRemove");
-        QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
-        QCOMPARE(Focused(location), "cmdCancel");
-        QVERIFY(IsSaveEnabled(location));
-        SaveAndClose(location);
-    });
-    QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), "");
-    EditLocation(program, 1, [](QDialog& location) {
-        ClickTab(location, 1);
-        QCOMPARE(EnabledControls(location), QStringList{QStringLiteral("cmdLoad")});
-        Close(location);
-    });
-}
+    void picture_zoomedAndScrolled()
+    {
+        ProgramWithLocation program({{LocationField::LocPicture, "map.png"}});
+        program.folder.Write("map.png", Pictures::Png(4000, 3000));
+        EditLocation(program, 1, [](QDialog& location) {
+            ClickTab(location, 1);
+            const auto& picture = Find<QWidget>(location, "picLoc");
+            const QRect frame = Find<QWidget>(location, "frPic").contentsRect();
+            Find<QSlider>(location, "sldZoom").setValue(50);
+            QCOMPARE(picture.size(), QSize(2000, 1500));
+            Find<QScrollBar>(location, "vscPic").setValue(20);
+            QCOMPARE(picture.geometry().bottom(), frame.bottom());
+            QCOMPARE(picture.geometry().left(), frame.left());
+            Find<QScrollBar>(location, "hscPic").setValue(20);
+            QCOMPARE(picture.geometry().bottomRight(), frame.bottomRight());
+            Find<QSlider>(location, "sldZoom").setValue(0);
+            QCOMPARE(picture.geometry(), QRect(frame.topLeft(), QSize(40, 30)));
+            Close(location); // asks nothing
+        });
+    }
+};
 
-void tst_dlgLocMaint::picture_zoomedAndScrolled()
-{
-    ProgramWithLocation program({{LocationField::LocPicture, "map.png"}});
-    program.folder.Write("map.png", Pictures::Png(4000, 3000));
-    EditLocation(program, 1, [](QDialog& location) {
-        ClickTab(location, 1);
-        const auto& picture = Find<QWidget>(location, "picLoc");
-        const QRect frame = Find<QWidget>(location, "frPic").contentsRect();
-        Find<QSlider>(location, "sldZoom").setValue(50);
-        QCOMPARE(picture.size(), QSize(2000, 1500));
-        Find<QScrollBar>(location, "vscPic").setValue(20);
-        QCOMPARE(picture.geometry().bottom(), frame.bottom());
-        QCOMPARE(picture.geometry().left(), frame.left());
-        Find<QScrollBar>(location, "hscPic").setValue(20);
-        QCOMPARE(picture.geometry().bottomRight(), frame.bottomRight());
-        Find<QSlider>(location, "sldZoom").setValue(0);
-        QCOMPARE(picture.geometry(), QRect(frame.topLeft(), QSize(40, 30)));
-        Close(location); // asks nothing
-    });
-}
-
-QTEST_MAIN(tst_dlgLocMaint)
+TEST_CLASS(tst_dlgLocMaint)
 #include "tst_dlgLocMaint.moc"

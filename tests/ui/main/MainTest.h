@@ -22,9 +22,7 @@ public:
     explicit ShownLog(const TestProgram& program) : fTarno(program.program)
     {
         show();
-        if (!QTest::qWaitForWindowActive(this)) {
-            QTest::qFail("the main window does not become active", __FILE__, __LINE__);
-        }
+        AwaitActive(*this);
     }
 };
 

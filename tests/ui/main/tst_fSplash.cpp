@@ -1,3 +1,4 @@
+#include "support/TestClass.h"
 #include "support/Windows.h"
 #include "ui/common/Strings.h"
 #include "ui/main/fSplash.h"
@@ -6,31 +7,12 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-class tst_fSplash : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void window_hasItsCaption();
-    void version_isThatOfTheProgram();
-    void texts_areThere_data();
-    void texts_areThere();
-    void folder_isTold();
-    void picture_isThere();
-    void splash_closesWhenItsTimerFires();
-    void splash_closesEarly_data();
-    void splash_closesEarly();
-    void about_hasNoTimerRunning();
-    void about_closes_data();
-    void about_closes();
-    void about_afterASplash_stays();
-};
-
 namespace
 {
 
 const QString folder = QStringLiteral("/home/<b>angler</b>/log");
 
+/// The timer that closes the splash.
 QTimer& Timer(const QWidget& window)
 {
     auto* timer = window.findChild<QTimer*>(QStringLiteral("tShow"));
@@ -60,109 +42,118 @@ void CloseBy(QDialog& window, int key)
 
 } // namespace
 
-void tst_fSplash::window_hasItsCaption()
+class tst_fSplash : public QObject
 {
-    const fSplash about(folder, nullptr);
-    QCOMPARE(ToUtf8(about.windowTitle()), "About Tarno Fishing Log");
-}
+    Q_OBJECT
 
-void tst_fSplash::version_isThatOfTheProgram()
-{
-    QCoreApplication::setApplicationVersion(QStringLiteral("12.3.45"));
-    const fSplash about(folder, nullptr);
-    QCOMPARE(ToUtf8(Find<QLabel>(about, "lblVersion").text()), "Version 12.3.45");
-}
+private Q_SLOTS:
 
-void tst_fSplash::texts_areThere_data()
-{
-    QTest::addColumn<QString>("label");
-    for (const char* label : {"lblTitle", "lblNote", "lblContact"}) {
-        QTest::newRow(label) << label;
+    void window_hasItsCaption()
+    {
+        const fSplash about(folder, nullptr);
+        QCOMPARE(ToUtf8(about.windowTitle()), "About Tarno Fishing Log");
     }
-}
 
-void tst_fSplash::texts_areThere()
-{
-    QFETCH(QString, label);
-    const fSplash about(folder, nullptr);
-    QVERIFY(!Find<QLabel>(about, label.toLatin1()).text().isEmpty());
-}
+    void version_isThatOfTheProgram()
+    {
+        QCoreApplication::setApplicationVersion(QStringLiteral("12.3.45"));
+        const fSplash about(folder, nullptr);
+        QCOMPARE(ToUtf8(Find<QLabel>(about, "lblVersion").text()), "Version 12.3.45");
+    }
 
-void tst_fSplash::folder_isTold()
-{
-    const fSplash about(folder, nullptr);
-    QCOMPARE(ToUtf8(Find<QLabel>(about, "lblFolder").text()), "Your log lies in");
-    const auto& box = Find<QLineEdit>(about, "txtFolder");
-    QCOMPARE(ToUtf8(box.text()), "/home/<b>angler</b>/log");
-    QVERIFY(box.isReadOnly());
-}
+    void texts_areThere_data()
+    {
+        QTest::addColumn<QString>("label");
+        for (const char* label : {"lblTitle", "lblNote", "lblContact"}) {
+            QTest::newRow(label) << label;
+        }
+    }
 
-void tst_fSplash::picture_isThere()
-{
-    const fSplash about(folder, nullptr);
-    QVERIFY(!Find<QLabel>(about, "picAbout").pixmap().isNull());
-    QCOMPARE(ToUtf8(Find<QPushButton>(about, "cmdOK").text()), "OK");
-}
+    void texts_areThere()
+    {
+        QFETCH(QString, label);
+        const fSplash about(folder, nullptr);
+        QVERIFY(!Find<QLabel>(about, label.toLatin1()).text().isEmpty());
+    }
 
-void tst_fSplash::splash_closesWhenItsTimerFires()
-{
-    fSplash splash(folder, nullptr);
-    bool closed = false;
-    WhileOpen([&] { splash.ShowSplash(); },
-              [&](QDialog& window) {
-                  QVERIFY(window.isModal());
-                  QVERIFY(Timer(window).isActive());
-                  Timer(window).setInterval(0); // its time is up
-                  closed = QTest::qWaitFor([&] { return !window.isVisible(); });
-              });
-    QVERIFY(closed);
-}
+    void folder_isTold()
+    {
+        const fSplash about(folder, nullptr);
+        QCOMPARE(ToUtf8(Find<QLabel>(about, "lblFolder").text()), "Your log lies in");
+        const auto& box = Find<QLineEdit>(about, "txtFolder");
+        QCOMPARE(ToUtf8(box.text()), "/home/<b>angler</b>/log");
+        QVERIFY(box.isReadOnly());
+    }
 
-void tst_fSplash::splash_closesEarly_data()
-{
-    AddWays();
-}
+    void picture_isThere()
+    {
+        const fSplash about(folder, nullptr);
+        QVERIFY(!Find<QLabel>(about, "picAbout").pixmap().isNull());
+        QCOMPARE(ToUtf8(Find<QPushButton>(about, "cmdOK").text()), "OK");
+    }
 
-void tst_fSplash::splash_closesEarly()
-{
-    QFETCH(int, key);
-    fSplash splash(folder, nullptr);
-    WhileOpen([&] { splash.ShowSplash(); }, [&](QDialog& window) { CloseBy(window, key); });
-}
+    void splash_closesWhenItsTimerFires()
+    {
+        fSplash splash(folder, nullptr);
+        QCOMPARE(Timer(splash).interval(), 2500);
+        Timer(splash).setInterval(patience);
+        WhileOpen(
+            "fSplash", [&] { splash.ShowSplash(); },
+            [&](QDialog& window) {
+                QVERIFY(window.isModal());
+                QVERIFY(Timer(window).isActive());
+                Timer(window).setInterval(0); // its time is up
+                Await([&] { return !window.isVisible(); }, "the splash stays open");
+            });
+    }
 
-void tst_fSplash::about_hasNoTimerRunning()
-{
-    fSplash about(folder, nullptr);
-    WhileOpen([&] { about.ShowAbout(); },
-              [](QDialog& window) {
-                  QVERIFY(window.isModal());
-                  QVERIFY(!Timer(window).isActive());
-                  CloseBy(window, 0);
-              });
-}
+    void splash_closesEarly_data() { AddWays(); }
 
-void tst_fSplash::about_closes_data()
-{
-    AddWays();
-}
+    void splash_closesEarly()
+    {
+        QFETCH(int, key);
+        fSplash splash(folder, nullptr);
+        Timer(splash).setInterval(patience); // does not close it first
+        WhileOpen(
+            "fSplash", [&] { splash.ShowSplash(); }, [&](QDialog& window) { CloseBy(window, key); });
+    }
 
-void tst_fSplash::about_closes()
-{
-    QFETCH(int, key);
-    fSplash about(folder, nullptr);
-    WhileOpen([&] { about.ShowAbout(); }, [&](QDialog& window) { CloseBy(window, key); });
-}
+    void about_hasNoTimerRunning()
+    {
+        fSplash about(folder, nullptr);
+        WhileOpen(
+            "fSplash", [&] { about.ShowAbout(); },
+            [](QDialog& window) {
+                QVERIFY(window.isModal());
+                QVERIFY(!Timer(window).isActive());
+                CloseBy(window, 0);
+            });
+    }
 
-void tst_fSplash::about_afterASplash_stays()
-{
-    fSplash window(folder, nullptr);
-    WhileOpen([&] { window.ShowSplash(); }, [](QDialog& splash) { CloseBy(splash, 0); });
-    WhileOpen([&] { window.ShowAbout(); },
-              [](QDialog& about) {
-                  QVERIFY(!Timer(about).isActive());
-                  CloseBy(about, 0);
-              });
-}
+    void about_closes_data() { AddWays(); }
 
-QTEST_MAIN(tst_fSplash)
+    void about_closes()
+    {
+        QFETCH(int, key);
+        fSplash about(folder, nullptr);
+        WhileOpen(
+            "fSplash", [&] { about.ShowAbout(); }, [&](QDialog& window) { CloseBy(window, key); });
+    }
+
+    void about_afterASplash_stays()
+    {
+        fSplash window(folder, nullptr);
+        Timer(window).setInterval(patience);
+        WhileOpen(
+            "fSplash", [&] { window.ShowSplash(); }, [](QDialog& splash) { CloseBy(splash, 0); });
+        WhileOpen(
+            "fSplash", [&] { window.ShowAbout(); },
+            [](QDialog& about) {
+                QVERIFY(!Timer(about).isActive());
+                CloseBy(about, 0);
+            });
+    }
+};
+
+TEST_CLASS(tst_fSplash)
 #include "tst_fSplash.moc"

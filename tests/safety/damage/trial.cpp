@@ -1,0 +1,24 @@
+// trial readable|unreadable FOLDER FILE  tries every operation on the data files in FOLDER, of which FILE is
+// damaged
+//                                        if it is unreadable
+//
+// Prints the peak memory in megabytes, a blank, and what went against the promises.
+
+#include "EveryOperation.h"
+#include "support/PeakMemory.h"
+
+#include <iostream>
+#include <string_view>
+
+int main(int argc, char* argv[])
+{
+    if (argc != 4) {
+        return 2;
+    }
+    OperationTrial trial;
+    const bool isReadable = std::string_view(argv[1]) == "readable";
+    const std::string broken = isReadable ? trial.RunOnSound(argv[2], argv[3], false)
+                                          : trial.RunOnUnreadable(argv[2], argv[3], false);
+    std::cout << PeakMegabytes() << " " << broken;
+    return 0;
+}
