@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QtTest>
+#include <QCoreApplication>
+#include <QTest>
 
 /// A test class of a test program, which holds all classes of one folder of tests/. Each runs in a process of
 /// its own: `tests_core tst_Text [options of Qt Test]`.
