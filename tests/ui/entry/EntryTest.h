@@ -123,6 +123,12 @@ inline void Enter(QWidget& editor, const char* box, const char* text)
     Type(editor, text);
 }
 
+/// Types a date that does not exist into the first box.
+inline void TypeRefusedDate(QDialog& editor)
+{
+    Enter(editor, "txtStart", "2003-02-31");
+}
+
 inline void Save(QWidget& editor)
 {
     Click(editor, "cmdOK");
