@@ -200,6 +200,13 @@ inline int Chosen(const QWidget& editor, const char* group)
     }
 }
 
+/// Leaves the first box without a change, after which "Save" is disabled.
+inline void LeaveUnchanged(QDialog& editor)
+{
+    Press(editor, Qt::Key_Tab);
+    QVERIFY(!IsSaveEnabled(editor));
+}
+
 inline const Question saveQuestion{.text = QStringLiteral("You have changed data in this screen.\r\n"
                                                           "Do you want to save the changes?"),
                                    .title = QStringLiteral("Save Changes"),
