@@ -203,6 +203,17 @@ inline std::string Caption(const QWidget& window, const char* name)
     return Drawn(button != nullptr ? button->text() : Find<QLabel>(window, name).text());
 }
 
+/// The texts of both lists of the builder with " -> " between the lists.
+inline std::string Lists(const QWidget& builder)
+{
+    return Items(builder, "lstAvail") + " -> " + Items(builder, "lstRpt");
+}
+
+inline std::string SortCaption(const QWidget& builder)
+{
+    return Caption(builder, "chkDesc");
+}
+
 inline bool IsEnabled(const QWidget& window, const char* name)
 {
     return Find<QWidget>(window, name).isEnabled();

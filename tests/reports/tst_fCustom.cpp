@@ -1,62 +1,13 @@
-// The window in which the fields of the log report are customised: what it shows, when it stores, what fails.
+// The window in which the fields of the log report are customised: what it shows, and what it stores when.
 
-#include "reports/BuilderTest.h"
+#include "reports/CustomTest.h"
 #include "reports/engine/ReportFonts.h"
-#include "reports/fCustom.h"
 #include "support/TestClass.h"
 
 #include <QGroupBox>
 
 #include <algorithm>
 #include <map>
-
-namespace
-{
-
-/// Opens the window and takes `steps` in it, which have to close it.
-template <typename Steps>
-void ShowCustom(TestProgram& program, Steps&& steps)
-{
-    WhileOpen(
-        "fCustom", [&] { fCustom(program.program, nullptr).exec(); }, std::forward<Steps>(steps));
-}
-
-void Choose(QWidget& custom, int row)
-{
-    ClickItem(custom, "lstField", row);
-}
-
-void Ok(QWidget& custom)
-{
-    Click(custom, "cmdOK");
-}
-
-/// What the four boxes show, "/" between them.
-std::string Boxes(const QWidget& custom)
-{
-    return BoxText(custom, "txtDesc") + "/" + BoxText(custom, "txtLabel") + "/" +
-           BoxText(custom, "txtWidth") + "/" + BoxText(custom, "txtFont");
-}
-
-/// All values of a stored field, "/" between them.
-std::string Stored(const TestProgram& program, std::size_t position)
-{
-    const Line field = program.Stored("field.xml").at(position);
-    std::string joined;
-    for (const std::string& value : field) {
-        joined += (joined.empty() ? "" : "/") + value;
-    }
-    return joined;
-}
-
-/// How often a data file has been written.
-std::ptrdiff_t Saves(const TestProgram& program)
-{
-    const auto& steps = program.operations.Steps();
-    return std::count(steps.begin(), steps.end(), "exchange");
-}
-
-} // namespace
 
 class tst_fCustom : public QObject
 {
@@ -177,10 +128,10 @@ private Q_SLOTS:
             Press(custom, Qt::Key_End);
             Type(custom, " of trip");
             QCOMPARE(Items(custom, "lstField"), "Date|Until|Time|End|Place|Tide");
-            QCOMPARE(Stored(program, 0), "1/StartDate/Date/From/20/8/0/1");
+            QCOMPARE(StoredField(program, 0), "1/StartDate/Date/From/20/8/0/1");
             Choose(custom, 2);
             QCOMPARE(Items(custom, "lstField"), "Date of trip|Until|Time|End|Place|Tide");
-            QCOMPARE(Stored(program, 0), "1/StartDate/Date of trip/From/20/8/0/1");
+            QCOMPARE(StoredField(program, 0), "1/StartDate/Date of trip/From/20/8/0/1");
             QCOMPARE(Boxes(custom), "Time/Start/20/8");
             QCOMPARE(SelectedRow(custom, "lstField"), 2);
             Press(custom, Qt::Key_Escape);
@@ -206,8 +157,8 @@ private Q_SLOTS:
             Choose(custom, 1);
             Retype(custom, box.constData(), "77");
             Choose(custom, 0);
-            QCOMPARE(Stored(program, 1), stored.toStdString());
-            QCOMPARE(Stored(program, 0), "1/StartDate/Date/From/20/8/0/1");
+            QCOMPARE(StoredField(program, 1), stored.toStdString());
+            QCOMPARE(StoredField(program, 0), "1/StartDate/Date/From/20/8/0/1");
             Press(custom, Qt::Key_Escape);
         });
     }
@@ -245,7 +196,7 @@ private Q_SLOTS:
             Ok(custom);
         });
         QCOMPARE(Saves(program), 1);
-        QCOMPARE(Stored(program, 0), "1/StartDate/Date/From/20/8/0/1");
+        QCOMPARE(StoredField(program, 0), "1/StartDate/Date/From/20/8/0/1");
     }
 
     void edited_value_isStoredAsTyped_data()
@@ -314,7 +265,7 @@ private Q_SLOTS:
             Retype(custom, "txtWidth", "30");
             Ok(custom);
         });
-        QCOMPARE(Stored(program, 0), "1/StartDate/Date/From/30/8/7/yes/kept");
+        QCOMPARE(StoredField(program, 0), "1/StartDate/Date/From/30/8/7/yes/kept");
         QVERIFY(program.folder.Read("field.xml").find("<!-- mine -->") != std::string::npos);
         QCOMPARE(program.folder.Names(), names);
     }
@@ -328,7 +279,7 @@ private Q_SLOTS:
             Ok(custom);
             QVERIFY(!custom.isVisible());
         });
-        QCOMPARE(Stored(program, 5), "6/TideStart/Tide/Stream/20/8/0/0");
+        QCOMPARE(StoredField(program, 5), "6/TideStart/Tide/Stream/20/8/0/0");
         QCOMPARE(Saves(program), 1);
     }
 
@@ -354,7 +305,7 @@ private Q_SLOTS:
             Ok(custom);
         });
         QCOMPARE(Saves(program), 2);
-        QCOMPARE(Stored(program, 1), "2/EndDate/Until/To/20/8/0/0");
+        QCOMPARE(StoredField(program, 1), "2/EndDate/Until/To/20/8/0/0");
     }
 
     void closed_losesTheEditInView_data()
@@ -379,8 +330,8 @@ private Q_SLOTS:
             }
             QVERIFY(!custom.isVisible());
         });
-        QCOMPARE(Stored(program, 0), "1/StartDate/Date/Day/20/8/0/1");
-        QCOMPARE(Stored(program, 1), "2/EndDate/Until/To/20/8/0/0");
+        QCOMPARE(StoredField(program, 0), "1/StartDate/Date/Day/20/8/0/1");
+        QCOMPARE(StoredField(program, 1), "2/EndDate/Until/To/20/8/0/0");
         ShowCustom(program, [](QDialog& custom) {
             Choose(custom, 1);
             QCOMPARE(Boxes(custom), "Until/To/20/8"); // nor does the program keep it
@@ -416,8 +367,8 @@ private Q_SLOTS:
             PressMnemonic(custom, Qt::Key_O, "cmdOK");
             QVERIFY(!custom.isVisible());
         });
-        QCOMPARE(Stored(program, 2), "3/StartTime/Clock/Start/15/10/0/1");
-        QCOMPARE(Stored(program, 5), "6/TideStart/Tide/Sea/20/8/0/0");
+        QCOMPARE(StoredField(program, 2), "3/StartTime/Clock/Start/15/10/0/1");
+        QCOMPARE(StoredField(program, 5), "6/TideStart/Tide/Sea/20/8/0/0");
     }
 
     void tab_goesThroughTheWindow()
@@ -437,198 +388,7 @@ private Q_SLOTS:
             Press(custom, Qt::Key_Return);
             QVERIFY(!custom.isVisible());
         });
-        QCOMPARE(Stored(program, 0), "1/StartDate/Date/Day/20/8/0/1");
-    }
-
-    void notStored_choosing_staysWithTheField()
-    {
-        ProgramWithSixFields program;
-        const std::string before = program.folder.Read("field.xml");
-        ShowCustom(program, [&](QDialog& custom) {
-            Choose(custom, 1);
-            Retype(custom, "txtLabel", "Finish");
-            program.operations.Fail("write", ErrorNumber::DiskFull);
-            program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::DiskFull);
-            Choose(custom, 4);
-            QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 1, patience);
-            QCOMPARE(Boxes(custom), "Until/Finish/20/8");
-            QCOMPARE(program.folder.Read("field.xml"), before);
-            Choose(custom, 4);
-            QCOMPARE(SelectedRow(custom, "lstField"), 4);
-            QCOMPARE(Boxes(custom), "Place/Where/40/8");
-            QCOMPARE(Stored(program, 1), "2/EndDate/Until/Finish/20/8/0/0");
-            Press(custom, Qt::Key_Escape);
-        });
-    }
-
-    void notStored_ok_keepsTheWindow()
-    {
-        ProgramWithSixFields program;
-        const std::string before = program.folder.Read("field.xml");
-        ShowCustom(program, [&](QDialog& custom) {
-            Retype(custom, "txtLabel", "Day");
-            program.operations.Fail("exchange", ErrorNumber::PermissionDenied);
-            program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::PermissionDenied);
-            Ok(custom);
-            QVERIFY(custom.isVisible());
-            QCOMPARE(Boxes(custom), "Date/Day/20/8");
-            QCOMPARE(program.folder.Read("field.xml"), before);
-            Ok(custom);
-            QVERIFY(!custom.isVisible());
-        });
-        QCOMPARE(Stored(program, 0), "1/StartDate/Date/Day/20/8/0/1");
-    }
-
-    void notStored_closed_leavesTheFile()
-    {
-        ProgramWithSixFields program;
-        const std::string before = program.folder.Read("field.xml");
-        ShowCustom(program, [&](QDialog& custom) {
-            Retype(custom, "txtLabel", "Day");
-            program.operations.Fail("sync", ErrorNumber::DiskFull);
-            program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::DiskFull);
-            Ok(custom);
-            Press(custom, Qt::Key_Escape);
-            QVERIFY(!custom.isVisible());
-        });
-        QCOMPARE(program.folder.Read("field.xml"), before);
-        QCOMPARE(program.sql.UnsavedFiles(), std::vector<std::string>{"field.xml"});
-    }
-
-    void noFields_nothingIsStored()
-    {
-        TestProgram program;
-        WriteFields(program, {});
-        program.Start();
-        ShowCustom(program, [](QDialog& custom) {
-            QCOMPARE(Items(custom, "lstField"), "");
-            QCOMPARE(Boxes(custom), "///");
-            Retype(custom, "txtDesc", "Nothing");
-            Ok(custom);
-            QVERIFY(!custom.isVisible());
-        });
-        QCOMPARE(Saves(program), 0);
-        QCOMPARE(program.Stored("field.xml").size(), 0U);
-    }
-
-    void fileDamaged_isReportedAndNeverWritten()
-    {
-        TestProgram program;
-        program.folder.Write("field.xml", "<data><field>");
-        program.Start();
-        program.reports.Expect("cSQL", "FieldList", ErrorNumber::ObjectNotSet);
-        ShowCustom(program, [](QDialog& custom) {
-            QCOMPARE(Items(custom, "lstField"), "");
-            Retype(custom, "txtDesc", "Nothing");
-            Ok(custom);
-            QVERIFY(!custom.isVisible());
-        });
-        QCOMPARE(program.folder.Read("field.xml"), "<data><field>");
-    }
-
-    void gap_showsTheFieldAtThePosition()
-    {
-        TestProgram program;
-        WriteFields(program, {sixFields[0], sixFields[2], sixFields[3]}); // numbers 1, 3, 4
-        program.Start();
-        ShowCustom(program, [](QDialog& custom) {
-            Choose(custom, 1); // field 3, which is the third of the file
-            QCOMPARE(Boxes(custom), "End/Stop/20/8");
-            Retype(custom, "txtLabel", "Finish");
-            Ok(custom);
-        });
-        QCOMPARE(Stored(program, 1), "3/StartTime/Time/Start/20/8/0/1");
-        QCOMPARE(Stored(program, 2), "4/EndTime/End/Finish/20/8/0/0");
-    }
-
-    void gap_fieldBehindTheEnd_isReported_data()
-    {
-        QTest::addColumn<bool>("edited");
-        QTest::newRow("unchanged") << false;
-        QTest::newRow("edited") << true;
-    }
-
-    void gap_fieldBehindTheEnd_isReported()
-    {
-        QFETCH(bool, edited);
-        TestProgram program;
-        WriteFields(program, {sixFields[0], sixFields[1], sixFields[3]}); // numbers 1, 2, 4
-        program.Start();
-        ShowCustom(program, [&](QDialog& custom) {
-            if (edited) {
-                Retype(custom, "txtLabel", "Day");
-            }
-            program.reports.Expect("fCustom", "lstField_Click", ErrorNumber::SubscriptOutOfRange);
-            Choose(custom, 2);
-            QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 0, patience);
-            QCOMPARE(Boxes(custom), edited ? "Date/Day/20/8" : "Date/From/20/8");
-            Choose(custom, 1);
-            QCOMPARE(Boxes(custom), "Until/To/20/8");
-            Ok(custom);
-        });
-        QCOMPARE(Stored(program, 0),
-                 edited ? "1/StartDate/Date/Day/20/8/0/1" : "1/StartDate/Date/From/20/8/0/1");
-        QCOMPARE(Stored(program, 2), "4/EndTime/End/Stop/20/8/0/0");
-    }
-
-    void gap_firstFieldBehindTheEnd_isReported()
-    {
-        TestProgram program;
-        WriteFields(program, {sixFields[5]});
-        program.Start();
-        const std::string before = program.folder.Read("field.xml");
-        program.reports.Expect("fCustom", "lstField_Click", ErrorNumber::SubscriptOutOfRange);
-        ShowCustom(program, [](QDialog& custom) {
-            QCOMPARE(Items(custom, "lstField"), "Tide");
-            QCOMPARE(Boxes(custom), "///");
-            Retype(custom, "txtLabel", "Lost");
-            Ok(custom);
-            QVERIFY(!custom.isVisible());
-        });
-        QCOMPARE(program.folder.Read("field.xml"), before);
-    }
-
-    void gap_typedWithoutAField_isNotStored()
-    {
-        TestProgram program;
-        WriteFields(program, {sixFields[5], sixFields[0]});
-        program.Start();
-        const std::string before = program.folder.Read("field.xml");
-        program.reports.Expect("fCustom", "lstField_Click", ErrorNumber::SubscriptOutOfRange);
-        ShowCustom(program, [](QDialog& custom) {
-            Retype(custom, "txtLabel", "Lost");
-            Choose(custom, 1); // number 1: the first in the file
-            QVERIFY(Boxes(custom).starts_with("Tide/"));
-            custom.reject();
-        });
-        QCOMPARE(program.folder.Read("field.xml"), before);
-    }
-
-    void fieldNumber_thatIsNone_isReported()
-    {
-        TestProgram program;
-        WriteFields(program, {{"one", "StartDate", "Date", "From", "20", "8", "0", "1"}});
-        program.Start();
-        program.reports.Expect("fCustom", "Form_Load", ErrorNumber::TypeMismatch);
-        ShowCustom(program, [](QDialog& custom) {
-            Ok(custom);
-            QVERIFY(!custom.isVisible());
-        });
-    }
-
-    void fieldWithTooFewValues_isReported()
-    {
-        TestProgram program;
-        WriteFields(program, {sixFields[0], {"2", "EndDate", "Until", "To"}});
-        program.Start();
-        ShowCustom(program, [&](QDialog& custom) {
-            program.reports.Expect("fCustom", "lstField_Click", ErrorNumber::ObjectNotSet);
-            Choose(custom, 1);
-            QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 0, patience);
-            Ok(custom);
-            QVERIFY(!custom.isVisible());
-        });
-        QCOMPARE(Saves(program), 0);
+        QCOMPARE(StoredField(program, 0), "1/StartDate/Date/Day/20/8/0/1");
     }
 
     void thousandFields_lastIsStored()
@@ -650,7 +410,7 @@ private Q_SLOTS:
             QCOMPARE(ToUtf8(List(custom, "lstField").item(999)->text()), "The last");
             Ok(custom);
         });
-        QCOMPARE(Stored(program, 999), "1000/Name1000/The last/H1000/10/8/0/0");
+        QCOMPARE(StoredField(program, 999), "1000/Name1000/The last/H1000/10/8/0/0");
         QCOMPARE(program.Stored("field.xml").size(), 1000U);
     }
 };

@@ -123,6 +123,12 @@ inline void Enter(QWidget& editor, const char* box, const char* text)
     Type(editor, text);
 }
 
+/// Types a date that does not exist into the first box.
+inline void TypeRefusedDate(QDialog& editor)
+{
+    Enter(editor, "txtStart", "2003-02-31");
+}
+
 inline void Save(QWidget& editor)
 {
     Click(editor, "cmdOK");
@@ -192,6 +198,13 @@ inline int Chosen(const QWidget& editor, const char* group)
             chosen = chosen == -1 ? index : -2;
         }
     }
+}
+
+/// Leaves the first box without a change, after which "Save" is disabled.
+inline void LeaveUnchanged(QDialog& editor)
+{
+    Press(editor, Qt::Key_Tab);
+    QVERIFY(!IsSaveEnabled(editor));
 }
 
 inline const Question saveQuestion{.text = QStringLiteral("You have changed data in this screen.\r\n"

@@ -1,8 +1,14 @@
 #pragma once
 
-#include "support/Pictures.h"
 #include "ui/entry/EntryTest.h"
 #include "ui/locations/dlgLocMaint.h"
+
+#include <QStringList>
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 // The windows of the locations as their user sees them.
 
@@ -43,6 +49,65 @@ inline std::vector<std::string> StoredLocation(const TestProgram& program, int k
         }
     }
     return {};
+}
+
+/// A started program whose first location is completeLocation, "Pittwater".
+class ProgramWithLocation : public TestProgram
+{
+public:
+    explicit ProgramWithLocation(const Values& others = {})
+    {
+        Start();
+        Values values = completeLocation;
+        for (const auto& [position, text] : others) {
+            values[position] = text;
+        }
+        AddLocation("Pittwater", values);
+    }
+};
+
+inline QTabWidget& Tabs(const QWidget& window)
+{
+    return Find<QTabWidget>(window, "sstLocs");
+}
+
+inline void ClickTab(QWidget& window, int index)
+{
+    const QTabBar* tabs = Tabs(window).tabBar();
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},
+                      tabs->mapTo(&window, tabs->tabRect(index).center()));
+}
+
+/// Clicks the indicator of a check box or radio button.
+inline void ClickMark(QWidget& window, const char* name)
+{
+    const auto& button = Find<QAbstractButton>(window, name);
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},
+                      button.mapTo(&window, QPoint(8, button.height() / 2)));
+}
+
+/// The names of the enabled controls for the picture.
+inline QStringList EnabledControls(const QWidget& window)
+{
+    QStringList enabled;
+    for (const char* control : {"cmdLoad", "cmdRemove", "sldZoom", "hscPic", "vscPic"}) {
+        if (Find<QWidget>(window, control).isEnabled()) {
+            enabled.append(QLatin1String(control));
+        }
+    }
+    return enabled;
+}
+
+/// Answers the question for a picture with `path`, or cancels it without one.
+inline void ExpectChosenPicture(TestProgram& program, const std::optional<std::string>& path)
+{
+    program.files.ExpectOpen(
+        {.title = QStringLiteral("Select the image to display"),
+         .filter = QStringLiteral("*.bmp,*.jpg,*.tif,*.gif,*.ico,*.wmf "
+                                  "(*.bmp *.jpg *.tif *.gif *.ico *.wmf);;All Files (*)"),
+         .folder = FromUtf8(program.folder.Path() + '/'),
+         .fileName = QStringLiteral("Image Files")},
+        path ? std::optional(FromUtf8(*path)) : std::nullopt);
 }
 
 inline const Question deleteLocationQuestion{

@@ -1,80 +1,16 @@
-#include "MainTest.h"
+#include "CommandTest.h"
 #include "support/TestClass.h"
 
-#include <QPushButton>
 #include <QSignalSpy>
 
-// What the main window's commands do: the toolbar, the pop-up menu, the mouse and keys in the list, Exit.
+#include <optional>
+
+// The commands of the main window: which are enabled, the windows and programs that they open, and Exit.
 
 namespace
 {
 
-using Texts = std::vector<std::string>;
-
-enum class Way { Toolbar, Menu, Key, DoubleClick, Enter };
 enum class ExitWay { Button, Mnemonic, CloseBox, Escape };
-
-/// A log with one location and two trips there.
-class TwoTrips : public TestProgram
-{
-public:
-    TwoTrips()
-    {
-        Start();
-        AddLocation("Pittwater");
-        for (const char* date : {"2003-02-05", "2003-02-06"}) {
-            AddEntry({{EntryField::StartDate, date},
-                      {EntryField::EndDate, date},
-                      {EntryField::LocNo, "1"},
-                      {EntryField::MoonPhase, "45"},
-                      {EntryField::Major1, "04:01"},
-                      {EntryField::Major2, "16:26"},
-                      {EntryField::Minor1, "10:13"},
-                      {EntryField::Minor2, "22:37"}});
-        }
-    }
-};
-
-void CloseWindow(QDialog& window)
-{
-    window.close();
-}
-
-/// Runs a command by its button, its menu item or its key.
-void Run(QWidget& window, Way way, const char* button, int menuIndex, Qt::Key key,
-         Qt::KeyboardModifiers modifiers = {})
-{
-    switch (way) {
-    case Way::Toolbar:
-        ClickCommand(window, button);
-        break;
-    case Way::Menu:
-        MenuItem(window, menuIndex).trigger();
-        break;
-    case Way::Key:
-        Press(window, key, modifiers);
-        break;
-    case Way::DoubleClick:
-        QTest::mouseDClick(List(window).viewport(), Qt::LeftButton, {}, PointInRow(window, 1));
-        break;
-    case Way::Enter:
-        Press(window, Qt::Key_Return);
-        break;
-    }
-}
-
-void AddWays(std::initializer_list<Way> ways)
-{
-    static const std::map<Way, const char*> names{{Way::Toolbar, "toolbar"},
-                                                  {Way::Menu, "menu"},
-                                                  {Way::Key, "key"},
-                                                  {Way::DoubleClick, "double click"},
-                                                  {Way::Enter, "Enter"}};
-    QTest::addColumn<Way>("way");
-    for (const Way way : ways) {
-        QTest::newRow(names.at(way)) << way;
-    }
-}
 
 void ExitBy(QWidget& window, ExitWay way)
 {
@@ -103,26 +39,6 @@ void AddExitWays()
     QTest::newRow("Esc") << ExitWay::Escape;
 }
 
-/// The keys of the enabled buttons, which have to be those of the enabled menu items.
-Texts EnabledCommands(const QWidget& window)
-{
-    const std::initializer_list<std::pair<const char*, int>> commands{
-        {"icoAdd", 0},     {"icoEdit", 1},  {"icoDelete", 2}, {"Earth", 3},
-        {"icoReports", 4}, {"icoAbout", 5}, {"icoTides", 7}};
-    Texts enabled;
-    for (const auto& [button, menuIndex] : commands) {
-        if (Command(window, button).isEnabled()) {
-            enabled.emplace_back(button);
-        }
-        if (Command(window, button).isEnabled() != MenuItem(window, menuIndex).isEnabled()) {
-            enabled.emplace_back("(differs in the menu)");
-        }
-    }
-    return enabled;
-}
-
-const Texts allCommands{"icoAdd", "icoEdit", "icoDelete", "Earth", "icoReports", "icoAbout", "icoTides"};
-
 /// The question for the tide program, which knows other programs than the one for Windows elsewhere.
 FileQuestion TideQuestion()
 {
@@ -143,7 +59,6 @@ std::string StoredTidePath(TestProgram& program)
 
 } // namespace
 
-Q_DECLARE_METATYPE(Way)
 Q_DECLARE_METATYPE(ExitWay)
 
 class tst_fTarnoCommands : public QObject
@@ -232,171 +147,6 @@ private Q_SLOTS:
         QVERIFY(Command(window, "icoAdd").isEnabled());
     }
 
-    void add_opensANewEntry_data() { AddWays({Way::Toolbar, Way::Menu, Way::Key}); }
-
-    void add_opensANewEntry()
-    {
-        QFETCH(Way, way);
-        TwoTrips program;
-        ShownLog window(program);
-        WhileOpen(
-            "fEntry", [&] { Run(window, way, "icoAdd", 0, Qt::Key_N, Qt::ControlModifier); },
-            [](QDialog& editor) {
-                QCOMPARE(ToUtf8(Find<QLineEdit>(editor, "txtTStart").text()), "06:00");
-                Click(editor, "cmdCancel");
-            });
-        QCOMPARE(Keys(window), (Texts{"K1", "K2"}));
-    }
-
-    void edit_opensTheSelectedEntry_data()
-    {
-        AddWays({Way::Toolbar, Way::Menu, Way::Key, Way::DoubleClick, Way::Enter});
-    }
-
-    void edit_opensTheSelectedEntry()
-    {
-        QFETCH(Way, way);
-        TwoTrips program;
-        ShownLog window(program);
-        ClickRow(window, 1);
-        WhileOpen(
-            "fEntry", [&] { Run(window, way, "icoEdit", 1, Qt::Key_F2); },
-            [](QDialog& editor) {
-                QCOMPARE(ToUtf8(Find<QLineEdit>(editor, "txtStart").text()), "2003-02-06");
-                Click(editor, "cmdCancel");
-            });
-        QCOMPARE(Selected(window), "K2");
-        QCOMPARE(window.focusWidget(), &List(window)); // ready for the next arrow key
-    }
-
-    void edit_changedEntry_isShownInTheList()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        WhileOpen(
-            "fEntry", [&] { window.Edit(); },
-            [](QDialog& editor) {
-                Find<QLineEdit>(editor, "txtTStart").setFocus();
-                Type(editor, "0515");
-                Click(editor, "cmdOK");
-                Click(editor, "cmdCancel");
-            });
-        QCOMPARE(ColumnTexts(window, Column::Start), (Texts{"05:15", ""}));
-    }
-
-    void edit_nothingSelected_doesNothing()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        List(window).selectionModel()->clear();
-        WithoutWindow([&] {
-            window.Edit();
-            window.Delete();
-            Press(window, Qt::Key_Return);
-            QTest::mouseDClick(List(window).viewport(), Qt::LeftButton, {}, EmptySpace(window));
-        });
-        QVERIFY(List(window).isEnabled());
-    }
-
-    void doubleClick_onEmptySpace_editsTheSelectedEntry()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        ClickRow(window, 1);
-        WhileOpen(
-            "fEntry",
-            [&] { QTest::mouseDClick(List(window).viewport(), Qt::LeftButton, {}, EmptySpace(window)); },
-            [](QDialog& editor) {
-                QCOMPARE(ToUtf8(Find<QLineEdit>(editor, "txtStart").text()), "2003-02-06");
-                Click(editor, "cmdCancel");
-            });
-    }
-
-    void doubleClick_inAnEmptyList_doesNothing()
-    {
-        TestProgram program;
-        program.Start();
-        program.AddLocation("Pittwater");
-        ShownLog window(program);
-        WithoutWindow([&] {
-            QTest::mouseDClick(List(window).viewport(), Qt::LeftButton, {}, EmptySpace(window));
-            QApplication::processEvents();
-        });
-        QVERIFY(List(window).isEnabled());
-    }
-
-    void enter_inAnEmptyList_doesNothing()
-    {
-        TestProgram program;
-        program.Start();
-        program.AddLocation("Pittwater");
-        ShownLog window(program);
-        WithoutWindow([&] {
-            Press(window, Qt::Key_Return);
-            Press(window, Qt::Key_F2);
-            Press(window, Qt::Key_Delete);
-        });
-        QVERIFY(List(window).isEnabled());
-    }
-
-    void add_savedEntry_isShownAndTheSelectionStays()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        ClickRow(window, 1);
-        WhileOpen(
-            "fEntry", [&] { window.Add(); },
-            [](QDialog& editor) {
-                Find<QWidget>(editor, "txtTideLowHt").setFocus();
-                Type(editor, "1");
-                Click(editor, "cmdOK");
-                Click(editor, "cmdCancel");
-            });
-        QCOMPARE(Keys(window), (Texts{"K1", "K2", "K3"}));
-        QCOMPARE(Selected(window), "K2");
-    }
-
-    void delete_asksWithoutAWindowAndRemoves_data() { AddWays({Way::Toolbar, Way::Menu, Way::Key}); }
-
-    void delete_asksWithoutAWindowAndRemoves()
-    {
-        QFETCH(Way, way);
-        TwoTrips program;
-        ShownLog window(program);
-        ClickRow(window, 1);
-        bool greyed = false;
-        program.messages.Expect(deleteQuestion, Button::Yes, [&] { greyed = !List(window).isEnabled(); });
-        WithoutWindow([&] { Run(window, way, "icoDelete", 2, Qt::Key_Delete); });
-        QVERIFY(greyed);
-        QVERIFY(List(window).isEnabled());
-        QCOMPARE(Keys(window), Texts{"K1"});
-        QCOMPARE(Selected(window), "K1");
-        QVERIFY(program.StoredEntry(2).empty());
-    }
-
-    void delete_no_leavesTheRow()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        ClickRow(window, 1);
-        program.messages.Expect(deleteQuestion, Button::No);
-        window.Delete();
-        QCOMPARE(Keys(window), (Texts{"K1", "K2"}));
-        QCOMPARE(Selected(window), "K2");
-    }
-
-    void delete_last_leavesAnEmptyList()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        for (int entry = 0; entry < 2; ++entry) {
-            program.messages.Expect(deleteQuestion, Button::Yes);
-            window.Delete();
-        }
-        QCOMPARE(List(window).RowCount(), 0);
-        QCOMPARE(Selected(window), "");
-    }
-
     void locations_opensTheListing_data() { AddWays({Way::Toolbar, Way::Menu}); }
 
     void locations_opensTheListing()
@@ -472,89 +222,6 @@ private Q_SLOTS:
             QVERIFY(List(window).isEnabled());
             QCOMPARE(background(), usual);
         }
-    }
-
-    void list_isUsableAfterAnError()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        program.sql.EntryDelete(1); // the list does not know
-        program.reports.Expect("cSQL", "EntryGet", ErrorNumber::ObjectNotSet);
-        WithoutWindow([&] { window.Edit(); });
-        QVERIFY(List(window).isEnabled());
-        QCOMPARE(Keys(window), Texts{"K2"}); // now it does
-        WhileOpen(
-            "fEntry", [&] { window.Edit(); }, CloseWindow);
-    }
-
-    void keyBeyond16Bits_isReportedAsEdit_data()
-    {
-        QTest::addColumn<bool>("remove");
-        QTest::newRow("Edit") << false;
-        QTest::newRow("Delete") << true;
-    }
-
-    void keyBeyond16Bits_isReportedAsEdit()
-    {
-        QFETCH(bool, remove);
-        TwoTrips program;
-        std::string bytes = program.folder.Read("tarno.xml");
-        bytes.replace(bytes.find("<TarnoNo>1<"), 11, "<TarnoNo>32768<");
-        program.folder.Write("tarno.xml", bytes);
-        program.Start();
-        ShownLog window(program);
-        QCOMPARE(Selected(window), "K32768");
-        program.reports.Expect("fTarno", "Edit", ErrorNumber::Overflow);
-        WithoutWindow([&] { remove ? window.Delete() : window.Edit(); });
-        QVERIFY(List(window).isEnabled());
-        QCOMPARE(EnabledCommands(window), allCommands);
-        QCOMPARE(program.folder.Read("tarno.xml"), bytes);
-    }
-
-    void rightClick_onARow_selectsItAndShowsTheMenu()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        auto& menu = Find<QMenu>(window, "popPopup");
-        QCOMPARE(Selected(window), "K1");
-        QTest::mouseClick(List(window).viewport(), Qt::RightButton, {}, PointInRow(window, 1));
-        QCOMPARE(Selected(window), "K2");
-        QVERIFY(menu.isVisible());
-        menu.close();
-    }
-
-    void rightClick_onEmptySpace_keepsTheSelectionAndShowsTheMenu()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        auto& menu = Find<QMenu>(window, "popPopup");
-        ClickRow(window, 1);
-        QTest::mouseClick(List(window).viewport(), Qt::RightButton, {}, EmptySpace(window));
-        QCOMPARE(Selected(window), "K2");
-        QVERIFY(menu.isVisible());
-        menu.close();
-    }
-
-    void rightClick_menuItems_followTheRule()
-    {
-        TestProgram program;
-        program.Start();
-        ShownLog window(program);
-        program.AddLocation("Pittwater"); // behind the window's back
-        QVERIFY(!MenuItem(window, 0).isEnabled());
-        QTest::mouseClick(List(window).viewport(), Qt::RightButton, {}, EmptySpace(window));
-        QCOMPARE(EnabledCommands(window), (Texts{"icoAdd", "Earth", "icoAbout", "icoTides"}));
-        Find<QMenu>(window, "popPopup").close();
-    }
-
-    void leftClick_showsNoMenu()
-    {
-        TwoTrips program;
-        ShownLog window(program);
-        ClickRow(window, 1);
-        QTest::mouseClick(List(window).viewport(), Qt::LeftButton, {}, EmptySpace(window));
-        QCOMPARE(Selected(window), "K2");
-        QVERIFY(!Find<QMenu>(window, "popPopup").isVisible());
     }
 
     void tides_storedPath_isStarted()

@@ -1,0 +1,262 @@
+#include "CommandTest.h"
+#include "support/TestClass.h"
+
+// The commands for the entries of the main window's list, run by toolbar, menu, mouse and keyboard.
+
+class tst_fTarnoEntries : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void add_opensANewEntry_data() { AddWays({Way::Toolbar, Way::Menu, Way::Key}); }
+
+    void add_opensANewEntry()
+    {
+        QFETCH(Way, way);
+        TwoTrips program;
+        ShownLog window(program);
+        WhileOpen(
+            "fEntry", [&] { Run(window, way, "icoAdd", 0, Qt::Key_N, Qt::ControlModifier); },
+            [](QDialog& editor) {
+                QCOMPARE(ToUtf8(Find<QLineEdit>(editor, "txtTStart").text()), "06:00");
+                Click(editor, "cmdCancel");
+            });
+        QCOMPARE(Keys(window), (Texts{"K1", "K2"}));
+    }
+
+    void edit_opensTheSelectedEntry_data()
+    {
+        AddWays({Way::Toolbar, Way::Menu, Way::Key, Way::DoubleClick, Way::Enter});
+    }
+
+    void edit_opensTheSelectedEntry()
+    {
+        QFETCH(Way, way);
+        TwoTrips program;
+        ShownLog window(program);
+        ClickRow(window, 1);
+        WhileOpen(
+            "fEntry", [&] { Run(window, way, "icoEdit", 1, Qt::Key_F2); },
+            [](QDialog& editor) {
+                QCOMPARE(ToUtf8(Find<QLineEdit>(editor, "txtStart").text()), "2003-02-06");
+                Click(editor, "cmdCancel");
+            });
+        QCOMPARE(Selected(window), "K2");
+        QCOMPARE(window.focusWidget(), &List(window)); // ready for the next arrow key
+    }
+
+    void edit_changedEntry_isShownInTheList()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        WhileOpen(
+            "fEntry", [&] { window.Edit(); },
+            [](QDialog& editor) {
+                Find<QLineEdit>(editor, "txtTStart").setFocus();
+                Type(editor, "0515");
+                Click(editor, "cmdOK");
+                Click(editor, "cmdCancel");
+            });
+        QCOMPARE(ColumnTexts(window, Column::Start), (Texts{"05:15", ""}));
+    }
+
+    void edit_nothingSelected_doesNothing()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        List(window).selectionModel()->clear();
+        WithoutWindow([&] {
+            window.Edit();
+            window.Delete();
+            Press(window, Qt::Key_Return);
+            QTest::mouseDClick(List(window).viewport(), Qt::LeftButton, {}, EmptySpace(window));
+        });
+        QVERIFY(List(window).isEnabled());
+    }
+
+    void doubleClick_onEmptySpace_editsTheSelectedEntry()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        ClickRow(window, 1);
+        WhileOpen(
+            "fEntry",
+            [&] { QTest::mouseDClick(List(window).viewport(), Qt::LeftButton, {}, EmptySpace(window)); },
+            [](QDialog& editor) {
+                QCOMPARE(ToUtf8(Find<QLineEdit>(editor, "txtStart").text()), "2003-02-06");
+                Click(editor, "cmdCancel");
+            });
+    }
+
+    void doubleClick_inAnEmptyList_doesNothing()
+    {
+        TestProgram program;
+        program.Start();
+        program.AddLocation("Pittwater");
+        ShownLog window(program);
+        WithoutWindow([&] {
+            QTest::mouseDClick(List(window).viewport(), Qt::LeftButton, {}, EmptySpace(window));
+            QApplication::processEvents();
+        });
+        QVERIFY(List(window).isEnabled());
+    }
+
+    void enter_inAnEmptyList_doesNothing()
+    {
+        TestProgram program;
+        program.Start();
+        program.AddLocation("Pittwater");
+        ShownLog window(program);
+        WithoutWindow([&] {
+            Press(window, Qt::Key_Return);
+            Press(window, Qt::Key_F2);
+            Press(window, Qt::Key_Delete);
+        });
+        QVERIFY(List(window).isEnabled());
+    }
+
+    void add_savedEntry_isShownAndTheSelectionStays()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        ClickRow(window, 1);
+        WhileOpen(
+            "fEntry", [&] { window.Add(); },
+            [](QDialog& editor) {
+                Find<QWidget>(editor, "txtTideLowHt").setFocus();
+                Type(editor, "1");
+                Click(editor, "cmdOK");
+                Click(editor, "cmdCancel");
+            });
+        QCOMPARE(Keys(window), (Texts{"K1", "K2", "K3"}));
+        QCOMPARE(Selected(window), "K2");
+    }
+
+    void delete_asksWithoutAWindowAndRemoves_data() { AddWays({Way::Toolbar, Way::Menu, Way::Key}); }
+
+    void delete_asksWithoutAWindowAndRemoves()
+    {
+        QFETCH(Way, way);
+        TwoTrips program;
+        ShownLog window(program);
+        ClickRow(window, 1);
+        bool greyed = false;
+        program.messages.Expect(deleteQuestion, Button::Yes, [&] { greyed = !List(window).isEnabled(); });
+        WithoutWindow([&] { Run(window, way, "icoDelete", 2, Qt::Key_Delete); });
+        QVERIFY(greyed);
+        QVERIFY(List(window).isEnabled());
+        QCOMPARE(Keys(window), Texts{"K1"});
+        QCOMPARE(Selected(window), "K1");
+        QVERIFY(program.StoredEntry(2).empty());
+    }
+
+    void delete_no_leavesTheRow()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        ClickRow(window, 1);
+        program.messages.Expect(deleteQuestion, Button::No);
+        window.Delete();
+        QCOMPARE(Keys(window), (Texts{"K1", "K2"}));
+        QCOMPARE(Selected(window), "K2");
+    }
+
+    void delete_last_leavesAnEmptyList()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        for (int entry = 0; entry < 2; ++entry) {
+            program.messages.Expect(deleteQuestion, Button::Yes);
+            window.Delete();
+        }
+        QCOMPARE(List(window).RowCount(), 0);
+        QCOMPARE(Selected(window), "");
+    }
+
+    void list_isUsableAfterAnError()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        program.sql.EntryDelete(1); // the list does not know
+        program.reports.Expect("cSQL", "EntryGet", ErrorNumber::ObjectNotSet);
+        WithoutWindow([&] { window.Edit(); });
+        QVERIFY(List(window).isEnabled());
+        QCOMPARE(Keys(window), Texts{"K2"}); // now it does
+        WhileOpen(
+            "fEntry", [&] { window.Edit(); }, CloseWindow);
+    }
+
+    void keyBeyond16Bits_isReportedAsEdit_data()
+    {
+        QTest::addColumn<bool>("remove");
+        QTest::newRow("Edit") << false;
+        QTest::newRow("Delete") << true;
+    }
+
+    void keyBeyond16Bits_isReportedAsEdit()
+    {
+        QFETCH(bool, remove);
+        TwoTrips program;
+        std::string bytes = program.folder.Read("tarno.xml");
+        bytes.replace(bytes.find("<TarnoNo>1<"), 11, "<TarnoNo>32768<");
+        program.folder.Write("tarno.xml", bytes);
+        program.Start();
+        ShownLog window(program);
+        QCOMPARE(Selected(window), "K32768");
+        program.reports.Expect("fTarno", "Edit", ErrorNumber::Overflow);
+        WithoutWindow([&] { remove ? window.Delete() : window.Edit(); });
+        QVERIFY(List(window).isEnabled());
+        QCOMPARE(EnabledCommands(window), allCommands);
+        QCOMPARE(program.folder.Read("tarno.xml"), bytes);
+    }
+
+    void rightClick_onARow_selectsItAndShowsTheMenu()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        auto& menu = Find<QMenu>(window, "popPopup");
+        QCOMPARE(Selected(window), "K1");
+        QTest::mouseClick(List(window).viewport(), Qt::RightButton, {}, PointInRow(window, 1));
+        QCOMPARE(Selected(window), "K2");
+        QVERIFY(menu.isVisible());
+        menu.close();
+    }
+
+    void rightClick_onEmptySpace_keepsTheSelectionAndShowsTheMenu()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        auto& menu = Find<QMenu>(window, "popPopup");
+        ClickRow(window, 1);
+        QTest::mouseClick(List(window).viewport(), Qt::RightButton, {}, EmptySpace(window));
+        QCOMPARE(Selected(window), "K2");
+        QVERIFY(menu.isVisible());
+        menu.close();
+    }
+
+    void rightClick_menuItems_followTheRule()
+    {
+        TestProgram program;
+        program.Start();
+        ShownLog window(program);
+        program.AddLocation("Pittwater"); // behind the window's back
+        QVERIFY(!MenuItem(window, 0).isEnabled());
+        QTest::mouseClick(List(window).viewport(), Qt::RightButton, {}, EmptySpace(window));
+        QCOMPARE(EnabledCommands(window), (Texts{"icoAdd", "Earth", "icoAbout", "icoTides"}));
+        Find<QMenu>(window, "popPopup").close();
+    }
+
+    void leftClick_showsNoMenu()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        ClickRow(window, 1);
+        QTest::mouseClick(List(window).viewport(), Qt::LeftButton, {}, EmptySpace(window));
+        QCOMPARE(Selected(window), "K2");
+        QVERIFY(!Find<QMenu>(window, "popPopup").isVisible());
+    }
+};
+
+TEST_CLASS(tst_fTarnoEntries)
+#include "tst_fTarnoEntries.moc"
