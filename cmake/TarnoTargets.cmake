@@ -8,6 +8,8 @@ if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
 endif()
 
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF) # generating needs no library built before
+
 find_program(TARNO_CCACHE ccache)
 if(TARNO_CCACHE)
     # the sloppiness without which ccache does not cache sources with a precompiled header
@@ -74,9 +76,9 @@ function(tarno_tests)
     set(program tests_${TEST_NAME})
     set(classSources ${TEST_CLASSES})
     list(TRANSFORM classSources APPEND .cpp)
-    add_executable(${program} ${classSources} ${TEST_SOURCES} "${PROJECT_SOURCE_DIR}/tests/support/TestMain.cpp")
+    add_executable(${program} ${classSources} ${TEST_SOURCES})
     set_target_properties(${program} PROPERTIES AUTOMOC ON)
-    target_link_libraries(${program} PRIVATE ${TEST_LINK} Qt6::Test)
+    target_link_libraries(${program} PRIVATE ${TEST_LINK} tests_main Qt6::Test)
     tarno_offscreen(${program})
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13 AND WIN32)
         # optimising, GCC 12 sees texts overlap that do not

@@ -6,33 +6,51 @@
 
 report=$out/report.txt
 
+patience=180 # seconds; what has not happened by then is a failure, however busy the machine is
+
 # on_virtual_display <script> <arguments>...: runs the calling script again on a display of its own
 on_virtual_display() {
-    [ -n "${TARNO_VIRTUAL_DISPLAY:-}" ] && return
-    export TARNO_VIRTUAL_DISPLAY=yes
-    exec xvfb-run --auto-servernum --server-args="-screen 0 1280x800x24" "$@"
+    [ -z "${TARNO_VIRTUAL_DISPLAY:-}" ] || return 0
+    local display status=0
+    # without auto-repeat: a key must not be repeated because its release comes late
+    exec {display}< <(exec Xvfb -displayfd 1 -r -screen 0 1280x800x24 2>/dev/null)
+    # shellcheck disable=SC2064 # the process that has just been started
+    trap "kill $!" EXIT
+    read -r DISPLAY <&"$display" || stop "the virtual display did not start"
+    TARNO_VIRTUAL_DISPLAY=yes DISPLAY=:$DISPLAY "$@" || status=$?
+    exit "$status"
 }
 
-# start [<data folder>]: starts the window manager and the program, whose settings lie in $out/home; without a
+# await <what> <command>...: repeats the command until it succeeds
+await() {
+    local what=$1 end=$((SECONDS + patience))
+    shift
+    until "$@"; do
+        [ "$SECONDS" -lt "$end" ] || stop "$what did not come"
+        sleep 0.05
+    done
+}
+
+# start [<data folder>]: starts the window manager and the program, whose settings are in $out/home; without a
 # folder the program keeps the log in the user's own
 start() {
     log=${1:-${XDG_DATA_HOME:-$HOME/.local/share}/Tarno}
     mkdir -p "$out/home"
     chmod 700 "$out/home"
     export XDG_CONFIG_HOME=$PWD/$out/home XDG_RUNTIME_DIR=$PWD/$out/home LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb
-    local tries manager=
-    for tries in $(seq 150); do # until the window manager answers; a display just started may refuse it
-        if [ -z "$manager" ] || ! kill -0 "$manager" 2>/dev/null; then
-            openbox >>"$out/openbox.log" 2>&1 &
-            manager=$!
-        fi
-        xdotool get_desktop >/dev/null 2>&1 && break
-        [ "$tries" -lt 150 ] || stop "the window manager did not start: $(cat "$out/openbox.log")"
-        sleep 0.1
-    done
+    await "the window manager" window_manager_answers
     "$program" ${1:+--folder "$1"} >"$out/program.log" 2>&1 &
     tarno=$!
     trap 'kill $tarno 2>/dev/null || true' EXIT
+}
+
+# starts the window manager again if it ended: a display that has just been started may refuse it
+window_manager_answers() {
+    if [ -z "${manager:-}" ] || ! kill -0 "$manager" 2>/dev/null; then
+        openbox >>"$out/openbox.log" 2>&1 &
+        manager=$!
+    fi
+    xdotool get_desktop >/dev/null 2>&1
 }
 
 tell() {
@@ -40,42 +58,71 @@ tell() {
 }
 
 stop() {
-    import -window root "$out/failed.png" || true
+    [ -z "${DISPLAY:-}" ] || import -window root "$out/failed.png" || true
     tell "FAILED: $*"
     exit 1
 }
 
-# window <title>: waits until that window is the active one, then gives it time to paint
+is_active() {
+    [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = "$1" ]
+}
+
+# window <title>: waits until that window is the active one
 window() {
-    local tries
-    for tries in $(seq 150); do
-        [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = "$1" ] && break
-        [ "$tries" -lt 150 ] || stop "the window '$1' did not come"
-        sleep 0.1
+    await "the window '$1'" is_active "$1"
+}
+
+# splash [<picture> <what it shows>]: waits for the splash screen to come and to close by itself. A machine that
+# is too busy to see it sees the log for a while.
+splash() {
+    local looks=0
+    until is_active "About Tarno Fishing Log" || [ "$looks" -gt 100 ]; do
+        ! is_active "Tarno Fishing Log" || looks=$((looks + 1))
+        kill -0 "$tarno" 2>/dev/null || stop "the program ended: $(cat "$out/program.log")"
+        sleep 0.05
     done
-    sleep 0.4
+    [ $# -eq 0 ] || picture "$@"
+    window "Tarno Fishing Log"
 }
 
 keys() {
-    xdotool key --delay 40 "$@"
-    sleep 0.2
+    xdotool key --delay 10 "$@"
 }
 
 type_text() {
-    xdotool type --delay 15 "$1"
-    sleep 0.1
+    xdotool type --delay 10 "$1"
 }
 
 # click <x> <y> [button]: in the active window, from its upper left corner
 click() {
-    xdotool mousemove --window "$(xdotool getactivewindow)" "$1" "$2"
-    sleep 0.1
-    xdotool click "${3:-1}"
-    sleep 0.4
+    xdotool mousemove --sync --window "$(xdotool getactivewindow)" "$1" "$2" click "${3:-1}"
 }
 
-# picture <name> <what it shows>: the windows without the empty screen around them
+windows_shown() {
+    xdotool search --onlyvisible --class tarno 2>/dev/null | wc -l
+}
+
+are_more_windows_shown() {
+    [ "$(windows_shown)" -gt "$1" ]
+}
+
+# pop_up <command>...: runs the command and waits for the menu that it opens
+pop_up() {
+    local before
+    before=$(windows_shown)
+    "$@"
+    await "the menu" are_more_windows_shown "$before"
+}
+
+# picture <name> <what it shows>: of the windows without the empty screen around them, when they have been painted
 picture() {
+    local before="" now tries
+    for tries in $(seq 20); do # a cursor that blinks never comes to rest
+        sleep 0.1
+        now=$(import -window root rgb:- | cksum)
+        [ "$now" != "$before" ] || break
+        before=$now
+    done
     import -window root png:- | convert - -trim +repage "$out/$1.png"
     tell "picture $1.png: $2"
 }
@@ -94,6 +141,17 @@ value() {
 expect() {
     [ "$2" = "$3" ] || stop "$1 is '$2' instead of '$3'"
     tell "$1: $2"
+}
+
+# await_value <what> <wanted> <command>...: waits until the command, which reads the log, prints that
+await_value() {
+    local what=$1 wanted=$2 found end=$((SECONDS + patience))
+    shift 2
+    until found=$("$@" 2>/dev/null) && [ "$found" = "$wanted" ]; do
+        [ "$SECONDS" -lt "$end" ] || stop "$what is '$found' instead of '$wanted'"
+        sleep 0.05
+    done
+    tell "$what: $found"
 }
 
 # typed_path <path>: as the program wants it; TARNO_DRIVE names the drive under which it sees /
@@ -119,16 +177,15 @@ export_report() {
     [ -z "${3:-}" ] || picture "$3" "where the $1 goes"
     keys Return
     if [ -n "${TARNO_DRIVE:-}" ]; then # Wine leaves the focus with its dialog, which has gone
-        local tries
-        for tries in $(seq 150); do
-            xdotool search --onlyvisible --name "^Save Report to $1\$" >/dev/null || break
-            [ "$tries" -lt 150 ] || stop "the dialog for the $1 stays"
-            sleep 0.1
-        done
+        await "the end of the dialog" no_window_is_named "Save Report to $1"
         xdotool search --onlyvisible --name "^$preview\$" windowactivate
     fi
     window "$preview"
-    expect "first bytes of the $1" "$(head -c 5 "$out/$2.$suffix")" "$head"
+    await_value "first bytes of the $1" "$head" head -c 5 "$out/$2.$suffix"
+}
+
+no_window_is_named() {
+    ! xdotool search --onlyvisible --name "^$1\$" >/dev/null
 }
 
 # first_trip: adds the first place and the first trip to an empty log, from its main window
@@ -148,8 +205,7 @@ first_trip() {
     keys Tab
     picture 03-place "the first place"
     keys alt+s
-    sleep 0.5
-    expect "locations" "$(records location.xml location)" 1
+    await_value "locations" 1 records location.xml location
     keys Escape
     window "Location Listing"
     keys Escape
@@ -162,9 +218,8 @@ first_trip() {
     keys Tab
     picture 04-trip "the first trip"
     keys alt+s
-    sleep 0.5
-    expect "trips" "$(records tarno.xml tarno)" 1
-    expect "start date" "$(value tarno.xml tarno 1)" 2026-11-14
+    await_value "trips" 1 records tarno.xml tarno
+    await_value "start date" 2026-11-14 value tarno.xml tarno 1
     [ -n "$(value tarno.xml tarno 12)" ] || stop "the sunrise is missing"
     keys Escape
     window "Tarno Fishing Log"
@@ -175,12 +230,6 @@ leave() {
     keys Escape
     window "Going Fishing Again?"
     keys alt+y
-    local tries
-    for tries in $(seq 100); do
-        kill -0 "$tarno" 2>/dev/null || break
-        [ "$tries" -lt 100 ] || stop "the program did not end"
-        sleep 0.1
-    done
     wait "$tarno" || stop "the program ended with an error"
     if [ -e "$log/Tarno.log" ]; then
         stop "errors were logged: $(cat "$log/Tarno.log")"

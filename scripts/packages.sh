@@ -20,9 +20,12 @@ run_packages=(
     libqt6svg6
     qt6-image-formats-plugins
 )
+tidy_packages=(
+    clang-tidy-14
+    python3-minimal
+)
 test_packages=(
     clang-format-14
-    clang-tidy-14
     libxml2-utils
     poppler-utils
     unrtf

@@ -1,28 +1,63 @@
 #!/usr/bin/env bash
-# Builds Tarno with its tests and runs them all: once as usual, once under the address and
-# undefined-behaviour sanitizers, after checking the format of the sources; the last lines are ctest's. Where the
-# libraries of the Windows program have been built, some of its tests are run too.
-#   scripts/test.sh           everything
-#   scripts/test.sh --quick   neither the sanitizers nor Windows
+# Builds Tarno with its tests and runs them.
+#   scripts/test.sh            every test, the longest ones in a short form
+#   scripts/test.sh NAME...    only these, for example tst_fEntry or tour
+#   scripts/test.sh --all      every test, also under the sanitizers and, if its libraries are there, as a Windows
+#                              program; the format of the sources and clang-tidy; what CI runs
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
 
-quick=
-[ "${1:-}" = --quick ] && quick=yes
+all=
+names=()
+for argument in "$@"; do
+    case $argument in
+    --all) all=yes ;;
+    -*) fail "usage: scripts/test.sh [--all | NAME...]" ;;
+    *) names+=("$argument") ;;
+    esac
+done
 
+# build <preset> <target>...: the targets, or everything
+build() {
+    local preset=$1
+    shift
+    cmake --preset "$preset" >/dev/null || fail "the build could not be configured"
+    cmake --build --preset "$preset" ${1:+--target "$@"} || fail "the build failed"
+}
+
+# run_tests <preset> <option>...: fails with the place of the log
+run_tests() {
+    local preset=$1
+    shift
+    ctest --preset "$preset" "$@" | tee "build/$preset/tests.txt" ||
+        fail "$(grep -oE '[0-9]+ tests? failed out of [0-9]+' "build/$preset/tests.txt"); the log is" \
+            "build/$preset/Testing/Temporary/LastTest.log"
+}
+
+if [ -n "$all" ]; then
+    export TARNO_SAFETY=short
+    say "building and testing twice, once under the sanitizers, and checking the sources: about 20 minutes on two cores," \
+        "half of that if little has changed"
+elif [ "${#names[@]}" -gt 0 ]; then
+    say "building and running ${names[*]}"
+else
+    say "building and running every test: about 6 minutes on two cores, 2 if little has changed"
+fi
 need "${build_packages[@]}" "${run_packages[@]}" "${test_packages[@]}" "${display_packages[@]}" \
     "${assistive_packages[@]}"
 
-say "checking the format of the sources"
-git ls-files '*.cpp' '*.h' | xargs -r clang-format-14 --dry-run --Werror ||
-    fail "the sources are not formatted; run scripts/format.sh"
+if [ -n "$all" ]; then
+    say "checking the format of the sources"
+    git ls-files '*.cpp' '*.h' | xargs -r clang-format-14 --dry-run --Werror ||
+        fail "the sources are not formatted; run scripts/format.sh"
 
-if [ -z "$quick" ]; then
     say "building with sanitizers"
-    cmake --preset sanitize >/dev/null || fail "the build could not be configured"
-    cmake --build --preset sanitize || fail "the sanitizer build failed"
-    ctest --preset sanitize || fail "a test failed under the sanitizers"
+    build sanitize
+    run_tests sanitize
+
+    say "running clang-tidy"
+    scripts/tidy.sh || fail "clang-tidy has found something"
 
     source packaging/windows/libraries.sh
     if have_libraries; then
@@ -34,8 +69,13 @@ if [ -z "$quick" ]; then
 fi
 
 say "building"
-cmake --preset dev >/dev/null || fail "the build could not be configured"
-cmake --build --preset dev || fail "the build failed"
-ctest --preset dev
-# to be compared with on other platforms; a later run of a few tests leaves it alone
-cp build/dev/Testing/Temporary/LastTest.log build/dev/AllTests.log
+if [ "${#names[@]}" -gt 0 ]; then
+    build dev
+    run_tests dev --tests-regex "^($(IFS='|' && printf '%s' "${names[*]}"))\$"
+else
+    build dev
+    run_tests dev
+    # to be compared with on other platforms; a later run of a few tests leaves it alone
+    cp build/dev/Testing/Temporary/LastTest.log build/dev/AllTests.log
+fi
+say "all $(sed -n 's/.* failed out of //p' build/dev/tests.txt) tests passed in $((SECONDS / 60)) min $((SECONDS % 60)) s"

@@ -22,14 +22,11 @@ start "$out/log"
 before=$(records tarno.xml tarno)
 tell "trips in the sample log: $before"
 
-window "About Tarno Fishing Log"
-picture 01-splash "the splash screen over the log"
-keys Return
-window "Tarno Fishing Log"
+splash 01-splash "the splash screen over the log"
 picture 02-log "the log"
 click 60 80
 picture 03-sorted "a click on a heading sorts"
-click 300 220 3
+pop_up click 300 220 3
 picture 04-menu "the pop-up menu"
 keys Down Return
 
@@ -78,13 +75,12 @@ keys Escape
 picture 09-comments "page Comments"
 
 keys alt+s
-sleep 0.5
-expect "trips after Save" "$(records tarno.xml tarno)" $((before + 1))
-expect "start date" "$(value tarno.xml tarno 1)" 2026-11-14
-expect "start time, typed as 0545" "$(value tarno.xml tarno 3)" 05:45
-expect "low tide" "$(value tarno.xml tarno 10)" 04:10
-expect "target species" "$(value tarno.xml tarno 24)" "Snapper~CL~Bream"
-expect "caught, picked from the list" "$(value tarno.xml tarno 28)" "Australian salmon~CL~Barramundi"
+await_value "trips after Save" $((before + 1)) records tarno.xml tarno
+await_value "start date" 2026-11-14 value tarno.xml tarno 1
+await_value "start time, typed as 0545" 05:45 value tarno.xml tarno 3
+await_value "low tide" 04:10 value tarno.xml tarno 10
+await_value "target species" "Snapper~CL~Bream" value tarno.xml tarno 24
+await_value "caught, picked from the list" "Australian salmon~CL~Barramundi" value tarno.xml tarno 28
 keys Escape
 window "Tarno Fishing Log"
 keys End
@@ -96,7 +92,7 @@ keys ctrl+a
 type_text "2026-13-45"
 keys alt+s
 picture 11-refused "a date that is none is refused"
-expect "start date after a refused one" "$(value tarno.xml tarno 1)" 2026-11-14
+await_value "start date after a refused one" 2026-11-14 value tarno.xml tarno 1
 keys ctrl+a
 type_text "2026-11-14"
 keys Tab Escape

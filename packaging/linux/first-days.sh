@@ -17,9 +17,7 @@ start
 window "Where Your Log Lies"
 picture 01-where "where the log lies"
 keys Return
-window "About Tarno Fishing Log"
-keys Return
-window "Tarno Fishing Log"
+splash
 picture 02-empty "an empty log"
 for file in /usr/share/tarno/*.*; do
     cmp "$file" "$log/$(basename "$file")" || stop "$file is not in the user's folder"
@@ -31,18 +29,14 @@ leave
 
 tell "second day"
 start
-window "About Tarno Fishing Log"
-keys Return
-window "Tarno Fishing Log"
+splash
 picture 05-again "the log with its first trip"
 leave
 
 tell "the sample log"
 cp -r /usr/share/tarno/sample "$out/sample"
 start "$out/sample"
-window "About Tarno Fishing Log"
-keys Return
-window "Tarno Fishing Log"
+splash
 picture 06-sample "the sample log"
 for row in $(seq 21); do keys Down; done
 keys Return

@@ -13,8 +13,6 @@ on_virtual_display packaging/windows/first-trip.sh "$folder" "$out"
 mkdir -p "$out"
 start
 log=$folder
-window "About Tarno Fishing Log"
-keys Return
-window "Tarno Fishing Log"
+splash
 first_trip
 leave

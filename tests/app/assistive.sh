@@ -26,6 +26,6 @@ before=$(records tarno.xml tarno)
 wait "$tarno" || stop "the program ended with an error"
 [ ! -e "$log/Tarno.log" ] || stop "errors were logged: $(cat "$log/Tarno.log")"
 
-expect "trips" "$(records tarno.xml tarno)" $((before + 1))
-expect "start date" "$(value tarno.xml tarno 1)" "$date"
-expect "observations" "$(value tarno.xml tarno 31)" "$comment"
+await_value "trips" $((before + 1)) records tarno.xml tarno
+await_value "start date" "$date" value tarno.xml tarno 1
+await_value "observations" "$comment" value tarno.xml tarno 31

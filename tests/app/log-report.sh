@@ -18,9 +18,7 @@ mkdir -p "$out"
 scripts/lay-out.sh --sample "$out/log"
 
 start "$out/log"
-window "About Tarno Fishing Log"
-keys Return
-window "Tarno Fishing Log"
+splash
 click 243 30
 window "Log Reporting"
 
@@ -29,19 +27,18 @@ keys alt+o End space ctrl+Left ctrl+Left ctrl+Left ctrl+Left ctrl+Left ctrl+Left
 keys Home space Down space ctrl+Left ctrl+Left ctrl+Up
 picture 01-chosen "two fields, ordered from the keyboard"
 before=$(records Rpt.xml report)
-keys alt+s
+keys alt+l Tab Tab Tab space # "Save"; its mnemonic would act later than the next keys
 type_text "Where I was"
 picture 02-save "the frame for saving"
 keys Return
-sleep 0.5
-expect "saved reports" "$(records Rpt.xml report)" $((before + 1))
-expect "name" "$(value Rpt.xml report 1)" "Where I was"
-expect "fields" "$(value Rpt.xml report 2)" "LocNo,StartDate"
-expect "their numbers" "$(value Rpt.xml report 3)" "5,1"
+await_value "saved reports" $((before + 1)) records Rpt.xml report
+await_value "name" "Where I was" value Rpt.xml report 1
+await_value "fields" "LocNo,StartDate" value Rpt.xml report 2
+await_value "their numbers" "5,1" value Rpt.xml report 3
 picture 03-default "after saving the usual report is back"
 
 # recalled, and customised: the location's heading and width
-keys alt+u Tab End
+keys alt+l Tab space Tab End
 picture 04-recalled "the saved report, recalled"
 keys alt+t
 window "Customise Report Components"
@@ -53,8 +50,8 @@ type_text "80"
 picture 05-customised "another heading and width"
 keys Return
 window "Log Reporting"
-expect "heading of the location" "$(xmllint --xpath 'string(/data/field[5]/*[4])' "$log/field.xml")" "Spot & bay"
-expect "its width" "$(xmllint --xpath 'string(/data/field[5]/*[5])' "$log/field.xml")" 80
+await_value "heading of the location" "Spot & bay" xmllint --xpath 'string(/data/field[5]/*[4])' "$log/field.xml"
+await_value "its width" 80 xmllint --xpath 'string(/data/field[5]/*[5])' "$log/field.xml"
 
 # for the second place, descending
 keys alt+l Home Down Down
@@ -82,7 +79,7 @@ keys alt+d
 window "Remove Custom Report"
 keys alt+y
 window "Log Reporting"
-expect "saved reports after the deletion" "$(records Rpt.xml report)" "$before"
+await_value "saved reports after the deletion" "$before" records Rpt.xml report
 keys Escape
 window "Tarno Fishing Log"
 leave

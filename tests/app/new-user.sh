@@ -23,16 +23,12 @@ IFS=$'\t' read -r latitude longitude gmt dst date sunRise sunSet moonRise moonSe
 tell "the reference day: $date at $latitude, $longitude"
 
 start "$out/log"
-window "About Tarno Fishing Log"
-keys Return
-window "Tarno Fishing Log"
+splash
 keys ctrl+n
-sleep 0.5
-expect "window after Ctrl+N without a location" "$(xdotool getactivewindow getwindowname)" "Tarno Fishing Log"
 picture 01-empty "an empty log"
 
 click 172 30
-window "Location Listing"
+window "Location Listing" # and not the editor: Ctrl+N does nothing without a location
 keys alt+a
 window "Location Maintenance"
 type_text "Granny's Beach"
@@ -52,13 +48,12 @@ keys Tab
 [ "$dst" = 0 ] || keys space
 picture 02-location "the first location"
 keys alt+s
-sleep 0.5
-expect "locations" "$(records location.xml location)" 1
-expect "name" "$(value location.xml location 1)" "Granny's Beach~CL~north end"
-expect "latitude, without the letter typed" "$(value location.xml location 5)" "$latitude"
-expect "longitude, without the letter typed" "$(value location.xml location 6)" "$longitude"
-expect "hours from GMT" "$(value location.xml location 7)" "$gmt"
-expect "daylight saving" "$(value location.xml location 8)" "$dst"
+await_value "locations" 1 records location.xml location
+await_value "name" "Granny's Beach~CL~north end" value location.xml location 1
+await_value "latitude, without the letter typed" "$latitude" value location.xml location 5
+await_value "longitude, without the letter typed" "$longitude" value location.xml location 6
+await_value "hours from GMT" "$gmt" value location.xml location 7
+await_value "daylight saving" "$dst" value location.xml location 8
 keys Escape
 window "Location Listing"
 picture 03-locations "the list of locations"
@@ -72,13 +67,12 @@ type_text "$date"
 keys Tab
 picture 04-trip "the first trip"
 keys alt+s
-sleep 0.5
-expect "trips" "$(records tarno.xml tarno)" 1
-expect "start date" "$(value tarno.xml tarno 1)" "$date"
-expect "location" "$(value tarno.xml tarno 5)" 1
+await_value "trips" 1 records tarno.xml tarno
+await_value "start date" "$date" value tarno.xml tarno 1
+await_value "location" 1 value tarno.xml tarno 5
 for pair in "12=$sunRise" "13=$sunSet" "14=$moonRise" "15=$moonSet" "16=$phase" "17=$prediction" \
     "32=$major1" "33=$major2" "34=$minor1" "35=$minor2"; do
-    expect "calculated value ${pair%%=*}" "$(value tarno.xml tarno "${pair%%=*}")" "$(xargs <<<"${pair#*=}")"
+    await_value "calculated value ${pair%%=*}" "$(xargs <<<"${pair#*=}")" value tarno.xml tarno "${pair%%=*}"
 done
 keys Escape
 window "Tarno Fishing Log"

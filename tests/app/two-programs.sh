@@ -22,7 +22,12 @@ turn_to() {
     window "Tarno Fishing Log"
 }
 
-# save_date <date>: in the entry editor, whose first box has the focus
+is_not_active() {
+    [ "$(xdotool getactivewindow 2>/dev/null)" != "$1" ]
+}
+
+# save_date <date> <position>: in the entry editor, whose first box has the focus; the trip is then at that position
+# of the log
 save_date() {
     window "Tarno Log Entry"
     keys ctrl+a
@@ -30,40 +35,40 @@ save_date() {
     keys Tab
     keys ctrl+a
     keys alt+s
-    sleep 0.5
+    await_value "the date" "$1" log_date "$out/log/tarno.xml" "$2"
+}
+
+# log_date <file> <position>
+log_date() {
+    xmllint --xpath "string(/data/tarno[$2]/*[2])" "$1"
 }
 
 start "$out/log"
 before=$(records tarno.xml tarno)
-window "About Tarno Fishing Log"
-keys Return
-window "Tarno Fishing Log"
+splash
 first=$(xdotool getactivewindow)
 "$program" --folder "$out/log" >"$out/second.log" 2>&1 &
 second_program=$!
 trap 'kill $tarno $second_program 2>/dev/null || true' EXIT
-window "About Tarno Fishing Log"
-keys Return
-window "Tarno Fishing Log"
+await "the second program" is_not_active "$first"
+splash
 second=$(xdotool getactivewindow)
-[ "$first" != "$second" ] || stop "there is one window only"
 
 for number in 1 2; do
     [ "$number" = 1 ] && turn_to "$first" || turn_to "$second"
     keys ctrl+n
-    save_date "2026-07-0$number"
+    save_date "2026-07-0$number" $((before + number))
     keys Escape
     window "Tarno Fishing Log"
 done
-expect "trips after each program has added one" "$(records tarno.xml tarno)" $((before + 2))
-expect "the date of the last one" "$(value tarno.xml tarno 1)" 2026-07-02
+await_value "trips after each program has added one" $((before + 2)) records tarno.xml tarno
 picture 01-both "the list of the second program holds both"
 
 for number in 3 4; do
     [ "$number" = 3 ] && turn_to "$first" || turn_to "$second"
     keys Home
     keys Return
-    save_date "1999-01-0$number"
+    save_date "1999-01-0$number" 1
     [ "$number" = 4 ] || { keys Escape && window "Tarno Fishing Log"; }
 done
 window "Tarno Error"
@@ -72,9 +77,7 @@ keys Return
 window "Tarno Log Entry"
 keys Escape
 window "Tarno Fishing Log"
-expect "trips in the log" "$(records tarno.xml tarno)" $((before + 2))
-log_date() { xmllint --xpath "string(/data/tarno[1]/*[2])" "$1"; }
-expect "the first trip in the log" "$(log_date "$out/log/tarno.xml")" 1999-01-04
-expect "the first trip in the version that was kept" "$(log_date "$out/log/tarno-kept-1.xml")" 1999-01-03
+await_value "trips in the log" $((before + 2)) records tarno.xml tarno
+await_value "the first trip in the version that was kept" 1999-01-03 log_date "$out/log/tarno-kept-1.xml" 1
 picture 03-log "the log of the second program"
 tell "both programs know what happened"
