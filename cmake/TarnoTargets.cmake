@@ -64,15 +64,17 @@ function(tarno_offscreen program)
     endif()
 endfunction()
 
-# what every test needs in its environment
-set(TARNO_TEST_ENVIRONMENT QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8)
+# What every test needs in its environment. Qt Test ends a function that takes longer than that, in milliseconds: half
+# an hour, since the machine may be busy.
+set(TARNO_TEST_ENVIRONMENT QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 QTEST_FUNCTION_TIMEOUT=1800000)
 
-# tarno_tests(NAME <folder> CLASSES <tst_...> [LINK <layers>] [SOURCES <other files>] [LABELS <labels>])
+# tarno_tests(NAME <folder> CLASSES <tst_...> [LINK <layers>] [SOURCES <other files>] [LABELS <labels>]
+#             [LONG <classes>])
 # One test program, tests_<folder>, for one folder of tests/. Each of its classes is a test of ctest, in a process of
 # its own and without a display. It links the layer that it tests, and may read the files beside its sources and the
-# files that ship (TARNO_TEST_DATA, TARNO_SHIPPED_DATA).
+# files that ship (TARNO_TEST_DATA, TARNO_SHIPPED_DATA). Long ones start first, so that both cores end together.
 function(tarno_tests)
-    cmake_parse_arguments(TEST "" "NAME" "CLASSES;LINK;SOURCES;LABELS" ${ARGN})
+    cmake_parse_arguments(TEST "" "NAME" "CLASSES;LINK;SOURCES;LABELS;LONG" ${ARGN})
     set(program tests_${TEST_NAME})
     set(classSources ${TEST_CLASSES})
     list(TRANSFORM classSources APPEND .cpp)
@@ -93,5 +95,8 @@ function(tarno_tests)
         cmake_path(GET class FILENAME name)
         add_test(NAME ${name} COMMAND ${program} ${name})
         set_tests_properties(${name} PROPERTIES ENVIRONMENT "${TARNO_TEST_ENVIRONMENT}" LABELS "${TEST_LABELS}")
+        if(name IN_LIST TEST_LONG)
+            set_tests_properties(${name} PROPERTIES COST 10)
+        endif()
     endforeach()
 endfunction()

@@ -4,6 +4,7 @@
 #   scripts/mutants.sh [PATTERN]    only those lines of tests/safety/faults/mutants.txt that match PATTERN
 set -euo pipefail
 cd "$(dirname "$0")/.."
+source scripts/tests.sh
 
 list=tests/safety/faults/mutants.txt
 scratch=$PWD/build/mutants
@@ -22,7 +23,7 @@ export QTEST_FUNCTION_TIMEOUT=60000 # for the mutant that waits for ever
 
 # builds and runs one test
 passes() {
-    cmake --build "$scratch/build" --target "$1" -j1 >"$scratch/log" 2>&1 || return 2
+    cmake --build "$scratch/build" --target "$(basename "$(test_program "$1")")" -j1 >"$scratch/log" 2>&1 || return 2
     (cd "$scratch/build" && ctest -R "^$1\$" >"$scratch/log" 2>&1)
 }
 

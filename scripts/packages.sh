@@ -38,6 +38,12 @@ display_packages=(
     xdotool
     xvfb
 )
+# what the tour of the program needs
+tour_packages=(
+    "${display_packages[@]}"
+    libxml2-utils
+    poppler-utils
+)
 # the accessibility bus, and a program's way to it
 assistive_packages=(
     at-spi2-core
@@ -88,15 +94,36 @@ need() {
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || fail "please install as root: apt-get install ${missing[*]}"
         root=(sudo)
+        sudo true || fail "the packages cannot be installed without sudo" # asks for the password before the output is hidden
     fi
     local log
     log=$(mktemp)
-    if ! { "${root[@]}" apt-get update &&
+    { "${root[@]}" apt-get update &&
         "${root[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get install --yes --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+            apt-get install --yes --no-install-recommends "${missing[@]}"; } >"$log" 2>&1 &
+    tell_progress $! "$log"
+    if ! wait $!; then
         tail -n 20 "$log" >&2
         rm -f "$log"
         fail "these packages could not be installed: ${missing[*]}"
     fi
     rm -f "$log"
+}
+
+# tell_progress <process> <log>: says how far apt has come until the process ends
+tell_progress() {
+    local before="reading the package lists" now all
+    printf '   %s\n' "$before"
+    while kill -0 "$1" 2>/dev/null; do
+        all=$(grep -oE '[0-9]+ newly installed' "$2" | grep -oE '^[0-9]+') || all=
+        case $(tail -n 1 "$2") in
+        Get:*) now="downloading $all packages" ;;
+        *Unpacking* | *Preparing* | *Selecting* | *Reading\ database*) now="unpacking $all packages" ;;
+        *Setting\ up* | *Processing*) now="setting up $all packages" ;;
+        *) now=$before ;;
+        esac
+        [ "$now" = "$before" ] || printf '   %s\n' "$now"
+        before=$now
+        sleep 0.5
+    done
 }

@@ -11,7 +11,7 @@ source scripts/packages.sh
 program=$(realpath "${1:?usage: scripts/tour.sh PROGRAM}")
 out=$(realpath --canonicalize-missing --relative-to=. "${TARNO_TOUR:-build/tour}")
 source scripts/hand.sh
-need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils poppler-utils
+need "${run_packages[@]}" "${tour_packages[@]}"
 on_virtual_display scripts/tour.sh "$program"
 
 rm -rf "$out"

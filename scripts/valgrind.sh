@@ -2,23 +2,25 @@
 # Runs the tests of core and store, and the inputs kept for the fuzzers of both, under valgrind, at most two programs
 # at once: unlike the sanitizers it sees into the libraries as well. Every report, and every lost byte, is an error.
 # Takes a while; the reports stay in build/valgrind/.
-#   scripts/valgrind.sh [TEST...]    only those test programs
+#   scripts/valgrind.sh [TEST...]    only those test classes and fuzzers
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
+source scripts/tests.sh
 
 need "${build_packages[@]}" "${safety_packages[@]}"
 say "building"
 cmake --preset dev >/dev/null || fail "the build could not be configured"
-programs=()
+tests=()
 for source in tests/core/tst_*.cpp tests/store/tst_*.cpp tests/safety/fuzz/fuzz_{DataFile,Settings,Xml}.cpp; do
     name=$(basename "$source" .cpp)
     if [ $# -eq 0 ] || [[ " $* " == *" $name "* ]]; then
-        programs+=("${source%.cpp}")
+        tests+=("$name")
     fi
 done
-[ "${#programs[@]}" -gt 0 ] || fail "there is no such test: $*"
-cmake --build --preset dev --target "${programs[@]##*/}" || fail "the tests do not build"
+[ "${#tests[@]}" -gt 0 ] || fail "no test of core or store and no fuzzer is named $*"
+cmake --build --preset dev --target tests_core tests_store fuzz_DataFile fuzz_Settings fuzz_Xml ||
+    fail "the tests do not build"
 
 out=build/valgrind
 rm -rf "$out"
@@ -27,12 +29,16 @@ export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 # a program is many times slower here than the time limit of its slots allows for
 export QTEST_FUNCTION_TIMEOUT=3600000
 
-# check <program>: one line; fails when valgrind or the test complains
+# check <test>: one line; fails when valgrind or the test complains
 check() {
-    local name=${1##*/} seconds=$SECONDS arguments=()
-    [[ $name != fuzz_* ]] || arguments=("tests/safety/fuzz/corpus/$name")
+    local name=$1 seconds=$SECONDS command=()
+    if [[ $name == fuzz_* ]]; then
+        command=("build/dev/tests/safety/fuzz/$name" "tests/safety/fuzz/corpus/$name")
+    else
+        command=("build/dev/$(test_program "$name")" "$name")
+    fi
     if valgrind --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite \
-        --log-file="$out/$name.valgrind" "build/dev/$1" "${arguments[@]}" >"$out/$name.out" 2>&1; then
+        --log-file="$out/$name.valgrind" "${command[@]}" >"$out/$name.out" 2>&1; then
         printf '%-22s %5d s  no error\n' "$name" $((SECONDS - seconds))
     else
         printf '%-22s %5d s  FAILED, see %s\n' "$name" $((SECONDS - seconds)) "$out/$name.{valgrind,out}"
@@ -42,12 +48,12 @@ check() {
 
 failed=0
 running=0
-for program in "${programs[@]}"; do
+for name in "${tests[@]}"; do
     if [ "$running" -eq 2 ]; then
         wait -n || failed=1
         running=$((running - 1))
     fi
-    check "$program" &
+    check "$name" &
     running=$((running + 1))
 done
 while [ "$running" -gt 0 ]; do

@@ -206,12 +206,15 @@ private Q_SLOTS:
     {
         NOT_ON_WINDOWS("shell scripts");
         const TemporaryFolder folder;
-        folder.Write("tides", "#!/bin/sh\npwd > half; mv half started\nexec sleep 1\n");
+        folder.Write("tides", "#!/bin/sh\npwd > half; mv half started\n"
+                              "until [ -e go ]; do sleep 0.02; done; touch ended\n");
         QFile::setPermissions(QString::fromStdString(folder.PathOf("tides")),
                               QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
         DesktopProgramStarter().Start(QString::fromStdString(folder.PathOf("tides")), {});
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("started"))), patience);
         QCOMPARE(folder.Read("started"), folder.Path() + "\n");
+        folder.Write("go", ""); // it runs until here
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("ended"))), patience);
     }
 
 #ifdef Q_OS_WIN

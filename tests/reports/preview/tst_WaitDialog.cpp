@@ -1,0 +1,92 @@
+#include "reports/preview/WaitDialog.h"
+#include "support/ScriptedClock.h"
+#include "support/TestClass.h"
+
+#include <QApplication>
+
+using namespace std::chrono_literals;
+
+namespace
+{
+
+/// The dialog for work that is under way, or nothing while it is not shown.
+QProgressDialog* Shown()
+{
+    return qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+}
+
+} // namespace
+
+class tst_WaitDialog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void dialog_appearsAfterHalfASecond()
+    {
+        ScriptedClock clock;
+        WaitDialog wait(clock, nullptr, QStringLiteral("Laying out the report..."), 10);
+        QVERIFY(wait.GoesOn());
+        clock.now += 499ms;
+        QVERIFY(wait.GoesOn());
+        QVERIFY(Shown() == nullptr);
+        clock.now += 1ms;
+        QVERIFY(wait.GoesOn());
+        QVERIFY(Shown() != nullptr);
+        QCOMPARE(Shown()->objectName(), QStringLiteral("dlgWait"));
+        QCOMPARE(Shown()->windowTitle(), QStringLiteral("Tarno"));
+        QCOMPARE(Shown()->labelText(), QStringLiteral("Laying out the report..."));
+        QCOMPARE(Shown()->value(), 3);
+    }
+
+    void progress_isShownEvery50Milliseconds()
+    {
+        ScriptedClock clock;
+        WaitDialog wait(clock, nullptr, QString(), 10);
+        clock.now += 500ms;
+        wait.GoesOn();
+        QCOMPARE(Shown()->value(), 1);
+        clock.now += 49ms;
+        wait.GoesOn();
+        QCOMPARE(Shown()->value(), 1);
+        clock.now += 1ms;
+        wait.GoesOn();
+        QCOMPARE(Shown()->value(), 3);
+    }
+
+    void unknownNumberOfSteps_showsNoProgress()
+    {
+        ScriptedClock clock;
+        WaitDialog wait(clock, nullptr, QString());
+        clock.now += 1s;
+        QVERIFY(wait.GoesOn());
+        QCOMPARE(Shown()->maximum(), 0);
+        QCOMPARE(Shown()->value(), 0);
+    }
+
+    void cancel_endsTheWork()
+    {
+        ScriptedClock clock;
+        WaitDialog wait(clock, nullptr, QString(), 10);
+        clock.now += 500ms;
+        QVERIFY(wait.GoesOn());
+        Shown()->cancel();
+        QVERIFY(!wait.GoesOn());
+    }
+
+    void dialog_isGoneWithTheWork()
+    {
+        ScriptedClock clock;
+        {
+            WaitDialog wait(clock, nullptr, QString(), 10);
+            clock.now += 500ms;
+            wait.GoesOn();
+            QVERIFY(Shown() != nullptr);
+        }
+        QVERIFY(Shown() == nullptr);
+    }
+};
+
+TEST_CLASS(tst_WaitDialog)
+#include "tst_WaitDialog.moc"
