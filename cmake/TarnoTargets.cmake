@@ -22,11 +22,6 @@ if(TARNO_MOLD AND NOT CMAKE_CROSSCOMPILING)
     add_link_options(-fuse-ld=mold)
 endif()
 
-if(TARNO_TIDY)
-    find_program(TARNO_CLANG_TIDY NAMES clang-tidy-14 clang-tidy REQUIRED)
-    set(CMAKE_CXX_CLANG_TIDY "${TARNO_CLANG_TIDY};--quiet")
-endif()
-
 # What every target of ours shares: the include root, the warnings, the strict Qt defines.
 add_library(tarno_options INTERFACE)
 target_include_directories(tarno_options INTERFACE "${PROJECT_SOURCE_DIR}/src")

@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 source scripts/packages.sh
 
 need "${build_packages[@]}" "${run_packages[@]}" "${bench_packages[@]}" "${display_packages[@]}"
-cmake --preset release >/dev/null || fail "the build could not be configured"
+cmake --preset release -DTARNO_BENCHMARKS=ON >/dev/null || fail "the build could not be configured"
 cmake --build --preset release || fail "the benchmarks do not build"
 for source in bench/bench_*.cpp; do
     bench=build/release/${source%.cpp}

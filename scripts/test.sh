@@ -7,6 +7,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
+source scripts/tests.sh
 
 all=
 names=()
@@ -70,7 +71,13 @@ fi
 
 say "building"
 if [ "${#names[@]}" -gt 0 ]; then
-    build dev
+    targets=()
+    for name in "${names[@]}"; do
+        program=$(test_program "${name%%-*}") # without the scale in tst_Looks-2
+        [[ -n $program || $name == fuzz_* ]] || program=tarno
+        targets+=("$(basename "${program:-$name}")")
+    done
+    build dev "${targets[@]}"
     run_tests dev --tests-regex "^($(IFS='|' && printf '%s' "${names[*]}"))\$"
 else
     build dev

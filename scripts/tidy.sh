@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
-need "${build_packages[@]}" "${tidy_packages[@]}"
+need "${build_packages[@]}" "${tidy_packages[@]}" "${bench_packages[@]}"
 cmake --preset tidy >/dev/null || fail "the build could not be configured"
 cmake --build --preset tidy --target autogen >/dev/null || fail "the sources of the windows could not be generated"
 python3 scripts/tidy.py build/tidy "$@"
