@@ -2,11 +2,13 @@
 
 #include <QString>
 #include <QWidget>
+#include <QtTest/QTest>
 
 #include <functional>
+#include <map>
 #include <vector>
 
-/// What is done with a window while it stands on the screen.
+/// What is done with a window while it is on the screen.
 using Visit = std::function<void(QWidget& window)>;
 
 /// A window of the program in one state, over the sample log unless its name says otherwise.
@@ -31,3 +33,33 @@ const WindowState& StateOf(const QString& name);
 void AddEveryWindow(const std::function<bool(const WindowState&)>& wanted = [](const WindowState&) {
     return true;
 });
+
+/// Visits each state once for all rows that check it, when the first of them runs, and stores what was found.
+template <typename Findings>
+class SharedVisits
+{
+public:
+    /// `inspect` returns its findings and leaves it to the rows to compare them: a macro of Qt Test would
+    /// fail only the row that happens to run first.
+    explicit SharedVisits(Findings (*inspect)(QWidget& window)) : m_inspect(inspect) {}
+
+    /// The findings in the state that the column "state" of the current row names. If the test fails during
+    /// the visit, for example because the window does not open, the next row visits the state again.
+    Findings Found()
+    {
+        QFETCH(QString, state);
+        if (const auto stored = m_stored.find(state); stored != m_stored.end()) {
+            return stored->second;
+        }
+        Findings findings;
+        StateOf(state).show([&](QWidget& window) { findings = m_inspect(window); });
+        if (!QTest::currentTestFailed()) {
+            m_stored.emplace(state, findings);
+        }
+        return findings;
+    }
+
+private:
+    Findings (*m_inspect)(QWidget& window);
+    std::map<QString, Findings> m_stored;
+};

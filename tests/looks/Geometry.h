@@ -197,8 +197,8 @@ inline QStringList Uneven(const QWidget& window)
     return faults;
 }
 
-/// The layouts whose gaps or margins are no multiples of 4.
-inline QStringList OutOfRhythm(const QWidget& window)
+/// The layouts whose gaps or margins are not multiples of 4.
+inline QStringList IrregularGaps(const QWidget& window)
 {
     QStringList faults;
     for (const QLayout* layout : window.findChildren<QLayout*>()) {

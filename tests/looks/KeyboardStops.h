@@ -5,7 +5,7 @@
 #include "support/Windows.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemModel>
+#include <QAbstractItemView>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
@@ -17,7 +17,7 @@
 
 // What a keyboard finds in a window.
 
-/// The keys that act in the whole window, each as often as something there claims it.
+/// The keys that act in the whole window, each as often as something in it claims it.
 inline QStringList Shortcuts(const QWidget& window)
 {
     QList<QKeySequence> keys;
@@ -49,6 +49,20 @@ inline QStringList Shortcuts(const QWidget& window)
         names << key.toString();
     }
     return names;
+}
+
+/// The keys of `Shortcuts` that more than one thing claims.
+inline QStringList RepeatedShortcuts(const QWidget& window)
+{
+    QStringList repeated;
+    QSet<QString> keys;
+    for (const QString& key : Shortcuts(window)) {
+        if (keys.contains(key)) {
+            repeated << key;
+        }
+        keys << key;
+    }
+    return repeated;
 }
 
 inline QStringList Sorted(QStringList texts)
@@ -93,6 +107,21 @@ inline QStringList StopsBy(const QWidget& window, Qt::Key key)
     return stops << QStringLiteral("...");
 }
 
+struct TabStops {
+    QStringList expected; ///< sorted
+    QStringList byTab;
+    QStringList byShiftTab;
+};
+
+/// Walks round the window with Tab and back with Shift+Tab.
+inline TabStops WalkRound(QWidget& window)
+{
+    StopsBy(window, Qt::Key_Tab); // a box that is left decides whether there is something to save
+    const QStringList expected = ExpectedStops(window);
+    const QStringList byTab = StopsBy(window, Qt::Key_Tab);
+    return {expected, byTab, StopsBy(window, Qt::Key_Backtab)};
+}
+
 /// What a user types to find a row: its beginning, as far as it stands on the keyboard.
 inline QString Typed(const QString& text)
 {
@@ -116,6 +145,40 @@ inline bool HasItem(const QMenu& menu, const QString& text)
     return std::any_of(items.begin(), items.end(), [&](const QAction* item) {
         return item->text().remove(QLatin1String("...")) == text;
     });
+}
+
+/// The tools that have neither a key nor an item in the menu of the window.
+inline QStringList UnreachableTools(const QWidget& window)
+{
+    const auto* menu = window.findChild<QMenu*>(QStringLiteral("popPopup"));
+    QStringList unreachable;
+    for (const QToolButton* tool : ControlsOfKind<QToolButton>(window)) {
+        const QAction* action = tool->defaultAction();
+        if (action == nullptr) {
+            unreachable << NameOf(*tool) + QStringLiteral(" has no action");
+        } else if (action->shortcut().isEmpty() && (menu == nullptr || !HasItem(*menu, action->text()))) {
+            unreachable << NameOf(*tool);
+        }
+    }
+    return unreachable;
+}
+
+/// The lists in which a user can type to find a row.
+inline QList<QAbstractItemView*> SearchableLists(const QWidget& window)
+{
+    QList<QAbstractItemView*> lists = ControlsOfKind<QAbstractItemView>(window);
+    lists.removeIf(
+        [](const QAbstractItemView* list) { return !list->isEnabled() || list->model()->rowCount() == 0; });
+    return lists;
+}
+
+/// The choices of which a user can type the beginning.
+inline QList<QComboBox*> SearchableChoices(const QWidget& window)
+{
+    QList<QComboBox*> choices = ControlsOfKind<QComboBox>(window);
+    choices.removeIf(
+        [](const QComboBox* box) { return !box->isEnabled() || box->isEditable() || box->count() == 0; });
+    return choices;
 }
 
 inline bool TabGoesRound(const WindowState& state)

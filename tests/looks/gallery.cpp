@@ -1,8 +1,8 @@
 // Takes a picture of every window in every state.
 //   gallery DIR
 
+#include "Appearance.h"
 #include "EveryWindow.h"
-#include "Fashions.h"
 
 #include <QApplication>
 #include <QDir>
@@ -13,16 +13,10 @@
 namespace
 {
 
-struct Fashion {
-    const char* name;
-    bool dark;
-    bool largeFont;
-};
-
-constexpr Fashion fashions[] = {{"light", false, false},
-                                {"dark", true, false},
-                                {"light, large font", false, true},
-                                {"dark, large font", true, true}};
+constexpr NamedAppearance appearances[] = {{"light", Appearance::Usual},
+                                           {"dark", Appearance::Dark},
+                                           {"light, large font", Appearance::LargeFont},
+                                           {"dark, large font", Appearance::DarkWithLargeFont}};
 
 bool Take(const WindowState& state, const QString& file)
 {
@@ -41,14 +35,11 @@ int main(int argc, char* argv[])
         return 2;
     }
     const QDir folder(QString::fromLocal8Bit(argv[1]));
-    const QPalette light = QApplication::palette();
-    const QFont font = QApplication::font();
-    for (const Fashion& fashion : fashions) {
-        SetFont(font, fashion.largeFont);
-        QApplication::setPalette(fashion.dark ? DarkPalette() : light);
+    for (const auto& [name, appearance] : appearances) {
+        Apply(appearance);
         for (const WindowState& state : EveryWindow()) {
             const QString file = folder.filePath(
-                QStringLiteral("%1 (%2).png").arg(QLatin1String(state.name), QLatin1String(fashion.name)));
+                QStringLiteral("%1 (%2).png").arg(QLatin1String(state.name), QLatin1String(name)));
             if (!Take(state, file)) {
                 std::fprintf(stderr, "no picture %s\n", qPrintable(file));
                 return 1;

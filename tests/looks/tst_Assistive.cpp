@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
+#include <QSet>
 #include <QSlider>
 #include <QTabWidget>
 
@@ -52,6 +53,157 @@ bool IsLabelled(const QWidget& window, const QWidget& box)
                        [&](const QLabel* label) { return label->buddy() == &box; });
 }
 
+/// What is wrong with a text of `control` that is not read out as it is shown.
+QString Misread(const QWidget& control, const QString& shown, const QString& spoken)
+{
+    return QStringLiteral("%1 shows \"%2\", read out as \"%3\"").arg(NameOf(control), shown, spoken);
+}
+
+QStringList NamelessControls(const QWidget& window)
+{
+    QStringList nameless;
+    for (QWidget* control : Controls(window)) {
+        if (NeedsAName(*control) && !IsNamedByItsParts(*control) && SpokenName(*control).isEmpty()) {
+            nameless << NameOf(*control);
+        }
+    }
+    return nameless;
+}
+
+/// The names that are no words or contain the mark of a mnemonic.
+QStringList OddNames(const QWidget& window)
+{
+    static const QRegularExpression word(QStringLiteral("\\w"));
+    QStringList odd;
+    for (QWidget* control : Controls(window)) {
+        const QString name = SpokenName(*control);
+        if (!name.isEmpty() && (!name.contains(word) || name.contains(QLatin1Char('&')))) {
+            odd << NameOf(*control) + QStringLiteral(": ") + name;
+        }
+    }
+    return odd;
+}
+
+/// The controls in the Tab order that have the name of an earlier one.
+QStringList RepeatedNames(const QWidget& window)
+{
+    QStringList repeated;
+    QSet<QString> names;
+    for (QWidget* control : Controls(window)) {
+        const bool isOption = control->objectName().startsWith(QLatin1String("opt"));
+        if (!control->isEnabled() || (control->focusPolicy() & Qt::TabFocus) == 0 || isOption ||
+            IsNamedByItsParts(*control)) {
+            continue;
+        }
+        const QString name = SpokenName(*control);
+        if (names.contains(name)) {
+            repeated << NameOf(*control) + QStringLiteral(": ") + name;
+        }
+        names << name;
+    }
+    return repeated;
+}
+
+QStringList UnlabelledBoxes(const QWidget& window)
+{
+    QStringList unlabelled;
+    for (const QWidget* control : Controls(window)) {
+        const bool isBox = qobject_cast<const QLineEdit*>(control) != nullptr ||
+                           qobject_cast<const QComboBox*>(control) != nullptr ||
+                           qobject_cast<const QAbstractSpinBox*>(control) != nullptr ||
+                           qobject_cast<const QPlainTextEdit*>(control) != nullptr ||
+                           qobject_cast<const QAbstractItemView*>(control) != nullptr;
+        if (isBox && !IsLabelled(window, *control)) {
+            unlabelled << NameOf(*control);
+        }
+    }
+    return unlabelled;
+}
+
+/// The cells of `list` that are read out otherwise than they are shown.
+QStringList MisreadCells(QAbstractItemView& list)
+{
+    QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&list)->tableInterface();
+    const QAbstractItemModel& model = *list.model();
+    if (table == nullptr) {
+        return {NameOf(list) + QStringLiteral(" is not a table")};
+    }
+    if (table->rowCount() != model.rowCount() || table->columnCount() != model.columnCount()) {
+        return {QStringLiteral("%1 is %2 x %3, read out as %4 x %5")
+                    .arg(NameOf(list))
+                    .arg(model.rowCount())
+                    .arg(model.columnCount())
+                    .arg(table->rowCount())
+                    .arg(table->columnCount())};
+    }
+    QStringList misread;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        for (int column = 0; column < model.columnCount(); ++column) {
+            const QString shown = model.index(row, column).data().toString();
+            const QString spoken = table->cellAt(row, column)->text(QAccessible::Name);
+            if (spoken != shown) {
+                misread << Misread(list, shown, spoken);
+            }
+        }
+    }
+    return misread;
+}
+
+QStringList MisreadLists(const QWidget& window)
+{
+    QStringList misread;
+    for (QAbstractItemView* list : ControlsOfKind<QAbstractItemView>(window)) {
+        misread << MisreadCells(*list);
+    }
+    return misread;
+}
+
+/// The tabs that have no text or are read out otherwise.
+QStringList MisreadTabs(const QWidget& window)
+{
+    QStringList misread;
+    for (QTabBar* tabs : ControlsOfKind<QTabBar>(window)) {
+        const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(tabs);
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            const QString shown = tabs->tabText(tab);
+            const QString spoken = accessible->child(tab)->text(QAccessible::Name);
+            if (shown.isEmpty() || spoken != shown) {
+                misread << Misread(*tabs, shown, spoken);
+            }
+        }
+    }
+    return misread;
+}
+
+QStringList ToolsWithoutToolTips(const QWidget& window)
+{
+    QStringList without;
+    for (const QToolButton* tool : ControlsOfKind<QToolButton>(window)) {
+        if (tool->toolTip().isEmpty() || tool->toolTip().contains(QLatin1Char('&'))) {
+            without << NameOf(*tool);
+        }
+    }
+    return without;
+}
+
+struct Findings {
+    QString windowName;
+    QStringList namelessControls;
+    QStringList oddNames;
+    QStringList repeatedNames;
+    QStringList unlabelledBoxes;
+    QStringList misreadLists;
+    QStringList misreadTabs;
+    QStringList toolsWithoutToolTips;
+};
+
+Findings Inspect(QWidget& window)
+{
+    return {SpokenName(window),    NamelessControls(window),    OddNames(window),
+            RepeatedNames(window), UnlabelledBoxes(window),     MisreadLists(window),
+            MisreadTabs(window),   ToolsWithoutToolTips(window)};
+}
+
 } // namespace
 
 class tst_Assistive : public QObject
@@ -62,142 +214,38 @@ private Q_SLOTS:
 
     void window_hasAName_data() { AddEveryWindow(); }
 
-    void window_hasAName()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) { QVERIFY(!SpokenName(window).isEmpty()); });
-    }
+    void window_hasAName() { QVERIFY(!m_visits.Found().windowName.isEmpty()); }
 
     void controls_haveNames_data() { AddEveryWindow(); }
 
-    void controls_haveNames()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            QStringList nameless;
-            for (QWidget* control : Controls(window)) {
-                if (NeedsAName(*control) && !IsNamedByItsParts(*control) && SpokenName(*control).isEmpty()) {
-                    nameless << NameOf(*control);
-                }
-            }
-            QCOMPARE(Listed(nameless), QString());
-        });
-    }
+    void controls_haveNames() { QCOMPARE(Listed(m_visits.Found().namelessControls), QString()); }
 
     void names_areWordsWithoutMarks_data() { AddEveryWindow(); }
 
-    void names_areWordsWithoutMarks()
-    {
-        QFETCH(QString, state);
-        static const QRegularExpression word(QStringLiteral("\\w"));
-        StateOf(state).show([](QWidget& window) {
-            QStringList odd;
-            for (QWidget* control : Controls(window)) {
-                const QString name = SpokenName(*control);
-                if (!name.isEmpty() && (!name.contains(word) || name.contains(QLatin1Char('&')))) {
-                    odd << NameOf(*control) + QStringLiteral(": ") + name;
-                }
-            }
-            QCOMPARE(Listed(odd), QString());
-        });
-    }
+    void names_areWordsWithoutMarks() { QCOMPARE(Listed(m_visits.Found().oddNames), QString()); }
 
     void focusStops_haveDifferentNames_data() { AddEveryWindow(); }
 
-    void focusStops_haveDifferentNames()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            QStringList names;
-            for (QWidget* control : Controls(window)) {
-                const bool isOption = control->objectName().startsWith(QLatin1String("opt"));
-                if (control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0 && !isOption &&
-                    !IsNamedByItsParts(*control)) {
-                    names << SpokenName(*control);
-                }
-            }
-            names.sort();
-            QStringList different = names;
-            different.removeDuplicates();
-            QCOMPARE(Listed(names), Listed(different));
-        });
-    }
+    void focusStops_haveDifferentNames() { QCOMPARE(Listed(m_visits.Found().repeatedNames), QString()); }
 
     void boxes_haveALabelOrAName_data() { AddEveryWindow(); }
 
-    void boxes_haveALabelOrAName()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            QStringList unlabelled;
-            for (const QWidget* control : Controls(window)) {
-                const bool isBox = qobject_cast<const QLineEdit*>(control) != nullptr ||
-                                   qobject_cast<const QComboBox*>(control) != nullptr ||
-                                   qobject_cast<const QAbstractSpinBox*>(control) != nullptr ||
-                                   qobject_cast<const QPlainTextEdit*>(control) != nullptr ||
-                                   qobject_cast<const QAbstractItemView*>(control) != nullptr;
-                if (isBox && !IsLabelled(window, *control)) {
-                    unlabelled << NameOf(*control);
-                }
-            }
-            QCOMPARE(Listed(unlabelled), QString());
-        });
-    }
+    void boxes_haveALabelOrAName() { QCOMPARE(Listed(m_visits.Found().unlabelledBoxes), QString()); }
 
     void cells_areReadable_data() { AddEveryWindow(); }
 
-    void cells_areReadable()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            for (QAbstractItemView* list : ControlsOfKind<QAbstractItemView>(window)) {
-                QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(list);
-                QAccessibleTableInterface* table = spoken->tableInterface();
-                QVERIFY2(table != nullptr, qPrintable(list->objectName()));
-                const QAbstractItemModel* model = list->model();
-                QCOMPARE(table->rowCount(), model->rowCount());
-                QCOMPARE(table->columnCount(), model->columnCount());
-                for (int row = 0; row < model->rowCount(); ++row) {
-                    for (int column = 0; column < model->columnCount(); ++column) {
-                        QCOMPARE(table->cellAt(row, column)->text(QAccessible::Name),
-                                 model->index(row, column).data().toString());
-                    }
-                }
-            }
-        });
-    }
+    void cells_areReadable() { QCOMPARE(Listed(m_visits.Found().misreadLists), QString()); }
 
     void tabs_areReadable_data() { AddEveryWindow(); }
 
-    void tabs_areReadable()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            for (QTabBar* tabs : ControlsOfKind<QTabBar>(window)) {
-                const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(tabs);
-                for (int tab = 0; tab < tabs->count(); ++tab) {
-                    QVERIFY(!tabs->tabText(tab).isEmpty());
-                    QCOMPARE(spoken->child(tab)->text(QAccessible::Name), tabs->tabText(tab));
-                }
-            }
-        });
-    }
+    void tabs_areReadable() { QCOMPARE(Listed(m_visits.Found().misreadTabs), QString()); }
 
     void tools_haveToolTips_data() { AddEveryWindow(); }
 
-    void tools_haveToolTips()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            QStringList without;
-            for (const QToolButton* tool : ControlsOfKind<QToolButton>(window)) {
-                if (tool->toolTip().isEmpty() || tool->toolTip().contains(QLatin1Char('&'))) {
-                    without << NameOf(*tool);
-                }
-            }
-            QCOMPARE(Listed(without), QString());
-        });
-    }
+    void tools_haveToolTips() { QCOMPARE(Listed(m_visits.Found().toolsWithoutToolTips), QString()); }
+
+private:
+    SharedVisits<Findings> m_visits{Inspect};
 };
 
 TEST_CLASS(tst_Assistive)

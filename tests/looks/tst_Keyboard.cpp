@@ -6,10 +6,27 @@
 #include "ui/common/TextTableModel.h"
 #include "ui/main/MainTest.h"
 
-#include <QAbstractItemView>
 #include <QContextMenuEvent>
 
 #include <algorithm>
+
+namespace
+{
+
+struct Findings {
+    QStringList repeatedShortcuts;
+    QStringList unreachableTools;
+    bool hasSearchableLists = false;
+    bool hasSearchableChoices = false;
+};
+
+Findings Inspect(QWidget& window)
+{
+    return {RepeatedShortcuts(window), UnreachableTools(window), !SearchableLists(window).isEmpty(),
+            !SearchableChoices(window).isEmpty()};
+}
+
+} // namespace
 
 class tst_Keyboard : public QObject
 {
@@ -19,62 +36,30 @@ private Q_SLOTS:
 
     void keys_areUnique_data() { AddEveryWindow(); }
 
-    void keys_areUnique()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            QStringList keys = Sorted(Shortcuts(window));
-            QStringList unique = keys;
-            unique.removeDuplicates();
-            QCOMPARE(Listed(keys), Listed(unique));
-        });
-    }
+    void keys_areUnique() { QCOMPARE(Listed(m_visits.Found().repeatedShortcuts), QString()); }
 
     void tab_reachesEveryControlOnce_data() { AddEveryWindow(TabGoesRound); }
 
     void tab_reachesEveryControlOnce()
     {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            StopsBy(window, Qt::Key_Tab); // a box that is left decides whether there is something to save
-            const QStringList expected = ExpectedStops(window);
-            QVERIFY(!expected.isEmpty());
-            QCOMPARE(Listed(Sorted(StopsBy(window, Qt::Key_Tab))), Listed(expected));
-        });
+        const TabStops stops = m_walks.Found();
+        QVERIFY(!stops.expected.isEmpty());
+        QCOMPARE(Listed(Sorted(stops.byTab)), Listed(stops.expected));
     }
 
     void shiftTab_goesTheSameWayBack_data() { AddEveryWindow(TabGoesRound); }
 
     void shiftTab_goesTheSameWayBack()
     {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            StopsBy(window, Qt::Key_Tab);
-            QStringList forth = StopsBy(window, Qt::Key_Tab);
-            const QStringList back = StopsBy(window, Qt::Key_Backtab);
-            std::reverse(forth.begin() + 1, forth.end());
-            QCOMPARE(Listed(back), Listed(forth));
-        });
+        TabStops stops = m_walks.Found();
+        QVERIFY(!stops.byTab.isEmpty()); // empty if the window did not open
+        std::reverse(stops.byTab.begin() + 1, stops.byTab.end());
+        QCOMPARE(Listed(stops.byShiftTab), Listed(stops.byTab));
     }
 
     void tools_haveKeysOrStandInTheMenu_data() { AddEveryWindow(); }
 
-    void tools_haveKeysOrStandInTheMenu()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) {
-            const auto* menu = window.findChild<QMenu*>(QStringLiteral("popPopup"));
-            QStringList unreachable;
-            for (const QToolButton* tool : ControlsOfKind<QToolButton>(window)) {
-                const QAction* action = tool->defaultAction();
-                QVERIFY(action != nullptr);
-                if (action->shortcut().isEmpty() && (menu == nullptr || !HasItem(*menu, action->text()))) {
-                    unreachable << NameOf(*tool);
-                }
-            }
-            QCOMPARE(Listed(unreachable), QString());
-        });
-    }
+    void tools_haveKeysOrStandInTheMenu() { QCOMPARE(Listed(m_visits.Found().unreachableTools), QString()); }
 
     void menuKey_inTheLog_opensTheMenu()
     {
@@ -125,12 +110,12 @@ private Q_SLOTS:
 
     void lists_findRowsByTyping()
     {
+        if (!m_visits.Found().hasSearchableLists) {
+            return;
+        }
         QFETCH(QString, state);
         StateOf(state).show([](QWidget& window) {
-            for (QAbstractItemView* list : ControlsOfKind<QAbstractItemView>(window)) {
-                if (!list->isEnabled() || list->model()->rowCount() == 0) {
-                    continue;
-                }
+            for (QAbstractItemView* list : SearchableLists(window)) {
                 const auto* table = qobject_cast<TextTableModel*>(list->model());
                 const int column = table == nullptr ? 0 : table->SortColumn().value_or(0);
                 list->setCurrentIndex(list->model()->index(0, 0));
@@ -146,18 +131,22 @@ private Q_SLOTS:
 
     void choices_areFoundByTyping()
     {
+        if (!m_visits.Found().hasSearchableChoices) {
+            return;
+        }
         QFETCH(QString, state);
         StateOf(state).show([](QWidget& window) {
-            for (QComboBox* box : ControlsOfKind<QComboBox>(window)) {
-                if (!box->isEnabled() || box->isEditable() || box->count() == 0) {
-                    continue;
-                }
+            for (QComboBox* box : SearchableChoices(window)) {
                 const QString typed = TypeLastRow(*box, *box->model(), box->modelColumn());
                 QVERIFY(!typed.isEmpty());
                 QVERIFY2(box->currentText().startsWith(typed), qPrintable(typed));
             }
         });
     }
+
+private:
+    SharedVisits<Findings> m_visits{Inspect};
+    SharedVisits<TabStops> m_walks{WalkRound};
 };
 
 TEST_CLASS(tst_Keyboard)

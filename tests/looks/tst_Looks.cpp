@@ -1,7 +1,7 @@
 // The look of every window, with the usual font and with one twice as large.
 
+#include "Appearance.h"
 #include "EveryWindow.h"
-#include "Fashions.h"
 #include "Geometry.h"
 #include "support/TestClass.h"
 
@@ -10,6 +10,8 @@
 #include <QTextEdit>
 
 #include <cmath>
+#include <initializer_list>
+#include <map>
 
 namespace
 {
@@ -35,19 +37,105 @@ double Contrast(const QColor& one, const QColor& other)
 
 constexpr double readable = 4.5;
 
-void AddEveryWindowTwice(const char* column, const char* first, const char* second)
+/// The controls whose text does not stand out from their background.
+QStringList PaleControls(const QWidget& window)
+{
+    QStringList pale;
+    for (const QWidget* control : Controls(window)) {
+        const QPalette colours = control->palette();
+        if (control->isEnabled() && Contrast(colours.color(control->foregroundRole()),
+                                             colours.color(control->backgroundRole())) < readable) {
+            pale << NameOf(*control);
+        }
+    }
+    return pale;
+}
+
+struct Links {
+    int count = 0;
+    QStringList pale;
+};
+
+/// The links in the text of the manual; none in other windows.
+Links LinksOf(const QWidget& window)
+{
+    Links links;
+    const auto* manual = window.findChild<QTextEdit*>(QStringLiteral("txtManual"));
+    if (manual == nullptr) {
+        return links;
+    }
+    const QColor ground = manual->palette().color(QPalette::Base);
+    for (QTextBlock block = manual->document()->begin(); block.isValid(); block = block.next()) {
+        for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+            const QTextCharFormat format = piece.fragment().charFormat();
+            links.count += format.isAnchor() ? 1 : 0;
+            if (format.isAnchor() && Contrast(format.foreground().color(), ground) < readable) {
+                links.pale << piece.fragment().text();
+            }
+        }
+    }
+    return links;
+}
+
+/// The size that the window needs on the screen, without its frame.
+QSize NeededSize(const QWidget& window)
+{
+    // Windows makes a window at least as high as that
+    const int wanted = window.hasHeightForWidth() ? window.heightForWidth(window.width()) : 0;
+    return window.minimumSizeHint().expandedTo(window.size()).expandedTo({0, wanted});
+}
+
+struct Findings {
+    QStringList clippedOrElided;
+    QStringList overlapping;
+    QStringList stickingOut;
+    QStringList uneven;
+    QStringList irregularGaps;
+    QSize neededSize;
+    QStringList paleControls;
+    Links links;
+    QPalette coloursOfFocus; ///< of the control with the focus
+};
+
+Findings Inspect(QWidget& window)
+{
+    const QWidget* focus = window.focusWidget();
+    return {Clipped(window) + Elided(window),
+            Overlapping(window),
+            StickingOut(window),
+            Uneven(window),
+            IrregularGaps(window),
+            NeededSize(window),
+            PaleControls(window),
+            LinksOf(window),
+            focus != nullptr ? focus->palette() : QPalette()};
+}
+
+using Appearances = std::initializer_list<NamedAppearance>;
+
+constexpr Appearances lightAndDark{{"light", Appearance::Usual}, {"dark", Appearance::Dark}};
+constexpr Appearances usualAndLargeFont{{"usual font", Appearance::Usual},
+                                        {"large font", Appearance::LargeFont}};
+
+void AddColumns()
 {
     QTest::addColumn<QString>("state");
-    QTest::addColumn<bool>(column);
-    for (const WindowState& state : EveryWindow()) {
-        QTest::addRow("%s, %s", state.name, first) << QString::fromLatin1(state.name) << false;
-        QTest::addRow("%s, %s", state.name, second) << QString::fromLatin1(state.name) << true;
+    QTest::addColumn<Appearance>("appearance");
+}
+
+void AddRows(const char* state, const Appearances& appearances)
+{
+    for (const auto& [name, appearance] : appearances) {
+        QTest::addRow("%s, %s", state, name) << QString::fromLatin1(state) << appearance;
     }
 }
 
-void AddFonts()
+void AddEveryWindowIn(const Appearances& appearances)
 {
-    AddEveryWindowTwice("large", "usual font", "large font");
+    AddColumns();
+    for (const WindowState& state : EveryWindow()) {
+        AddRows(state.name, appearances);
+    }
 }
 
 } // namespace
@@ -58,59 +146,25 @@ class tst_Looks : public QObject
 
 private Q_SLOTS:
 
-    void initTestCase()
-    {
-        m_font = QApplication::font();
-        m_light = QApplication::palette();
-    }
+    void nothing_isClippedOrElided_data() { AddEveryWindowIn(usualAndLargeFont); }
 
-    void cleanup()
-    {
-        QApplication::setFont(m_font);
-        QApplication::setPalette(m_light);
-    }
+    void nothing_isClippedOrElided() { QCOMPARE(Listed(Found().clippedOrElided), QString()); }
 
-    void nothing_isClippedOrElided_data() { AddFonts(); }
-
-    void nothing_isClippedOrElided()
-    {
-        QFETCH(QString, state);
-        QFETCH(bool, large);
-        SetFont(m_font, large);
-        StateOf(state).show(
-            [](QWidget& window) { QCOMPARE(Listed(Clipped(window) + Elided(window)), QString()); });
-    }
-
-    void controls_haveRoomForThemselves_data() { AddFonts(); }
+    void controls_haveRoomForThemselves_data() { AddEveryWindowIn(usualAndLargeFont); }
 
     void controls_haveRoomForThemselves()
     {
-        QFETCH(QString, state);
-        QFETCH(bool, large);
-        SetFont(m_font, large);
-        StateOf(state).show([](QWidget& window) {
-            QCOMPARE(Listed(Overlapping(window)), QString());
-            QCOMPARE(Listed(StickingOut(window)), QString());
-        });
+        QCOMPARE(Listed(Found().overlapping), QString());
+        QCOMPARE(Listed(Found().stickingOut), QString());
     }
 
-    void rows_standLevel_data() { AddFonts(); }
+    void rows_standLevel_data() { AddEveryWindowIn(usualAndLargeFont); }
 
-    void rows_standLevel()
-    {
-        QFETCH(QString, state);
-        QFETCH(bool, large);
-        SetFont(m_font, large);
-        StateOf(state).show([](QWidget& window) { QCOMPARE(Listed(Uneven(window)), QString()); });
-    }
+    void rows_standLevel() { QCOMPARE(Listed(Found().uneven), QString()); }
 
     void gaps_areMultiplesOfFour_data() { AddEveryWindow(); }
 
-    void gaps_areMultiplesOfFour()
-    {
-        QFETCH(QString, state);
-        StateOf(state).show([](QWidget& window) { QCOMPARE(Listed(OutOfRhythm(window)), QString()); });
-    }
+    void gaps_areMultiplesOfFour() { QCOMPARE(Listed(FoundIn(Appearance::Usual).irregularGaps), QString()); }
 
     void window_fitsASmallScreen_data() { AddEveryWindow(); }
 
@@ -118,91 +172,59 @@ private Q_SLOTS:
     {
         constexpr QSize screen(1280, 720);
         constexpr int titleBar = 32;
-        QFETCH(QString, state);
-        StateOf(state).show([&](QWidget& window) {
-            // Windows makes a window at least as high as that
-            const int wanted = window.hasHeightForWidth() ? window.heightForWidth(window.width()) : 0;
-            const QSize least = window.minimumSizeHint().expandedTo(window.size()).expandedTo({0, wanted});
-            QVERIFY2(least.width() <= screen.width() && least.height() + titleBar <= screen.height(),
-                     qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
-        });
+        const QSize needed = FoundIn(Appearance::Usual).neededSize;
+        QVERIFY2(needed.width() <= screen.width() && needed.height() + titleBar <= screen.height(),
+                 qPrintable(QStringLiteral("%1 x %2").arg(needed.width()).arg(needed.height())));
     }
 
-    void texts_standOutFromTheirGround_data() { AddEveryWindowTwice("dark", "light", "dark"); }
+    void texts_standOutFromTheirGround_data() { AddEveryWindowIn(lightAndDark); }
 
-    void texts_standOutFromTheirGround()
-    {
-        QFETCH(QString, state);
-        QFETCH(bool, dark);
-        QApplication::setPalette(dark ? DarkPalette() : m_light);
-        StateOf(state).show([](QWidget& window) {
-            QStringList pale;
-            for (const QWidget* control : Controls(window)) {
-                const QPalette colours = control->palette();
-                if (control->isEnabled() && Contrast(colours.color(control->foregroundRole()),
-                                                     colours.color(control->backgroundRole())) < readable) {
-                    pale << NameOf(*control);
-                }
-            }
-            QCOMPARE(Listed(pale), QString());
-        });
-    }
+    void texts_standOutFromTheirGround() { QCOMPARE(Listed(Found().paleControls), QString()); }
 
     void links_standOutFromTheirGround_data()
     {
-        QTest::addColumn<bool>("dark");
-        QTest::newRow("light") << false;
-        QTest::newRow("dark") << true;
+        AddColumns();
+        for (const auto& [name, appearance] : lightAndDark) {
+            QTest::newRow(name) << QStringLiteral("manual") << appearance;
+        }
     }
 
     void links_standOutFromTheirGround()
     {
-        QFETCH(bool, dark);
-        QApplication::setPalette(dark ? DarkPalette() : m_light);
-        StateOf(QStringLiteral("manual")).show([](QWidget& window) {
-            const auto* manual = window.findChild<QTextEdit*>(QStringLiteral("txtManual"));
-            const QColor ground = manual->palette().color(QPalette::Base);
-            int links = 0;
-            for (QTextBlock block = manual->document()->begin(); block.isValid(); block = block.next()) {
-                for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
-                    const QTextCharFormat format = piece.fragment().charFormat();
-                    if (format.isAnchor()) {
-                        ++links;
-                        QVERIFY(Contrast(format.foreground().color(), ground) >= readable);
-                    }
-                }
-            }
-            QVERIFY(links > 0);
-        });
+        const Links links = Found().links;
+        QCOMPARE(Listed(links.pale), QString());
+        QVERIFY(links.count > 0);
     }
 
     void refusedBox_isReadable_data()
     {
-        QTest::addColumn<QString>("state");
-        QTest::addColumn<bool>("dark");
-        for (const char* state : {"trip, refused date", "trip, refused time"}) {
-            QTest::addRow("%s, light", state) << QString::fromLatin1(state) << false;
-            QTest::addRow("%s, dark", state) << QString::fromLatin1(state) << true;
-        }
+        AddColumns();
+        AddRows("trip, refused date", lightAndDark);
+        AddRows("trip, refused time", lightAndDark);
     }
 
     void refusedBox_isReadable()
     {
-        QFETCH(QString, state);
-        QFETCH(bool, dark);
-        QApplication::setPalette(dark ? DarkPalette() : m_light);
-        StateOf(state).show([](QWidget& window) {
-            const QPalette colours = window.focusWidget()->palette();
-            QCOMPARE(colours.color(QPalette::Base), QColor(255, 224, 192));
-            QVERIFY(Contrast(colours.color(QPalette::Text), colours.color(QPalette::Base)) >= readable);
-            QVERIFY(Contrast(colours.color(QPalette::HighlightedText), colours.color(QPalette::Highlight)) >=
-                    3);
-        });
+        const QPalette box = Found().coloursOfFocus;
+        QCOMPARE(box.color(QPalette::Base), QColor(255, 224, 192));
+        QVERIFY(Contrast(box.color(QPalette::Text), box.color(QPalette::Base)) >= readable);
+        QVERIFY(Contrast(box.color(QPalette::HighlightedText), box.color(QPalette::Highlight)) >= 3);
     }
 
 private:
-    QFont m_font;
-    QPalette m_light;
+    Findings Found()
+    {
+        QFETCH(Appearance, appearance);
+        return FoundIn(appearance);
+    }
+
+    Findings FoundIn(Appearance appearance)
+    {
+        Apply(appearance);
+        return m_visits.try_emplace(appearance, Inspect).first->second.Found();
+    }
+
+    std::map<Appearance, SharedVisits<Findings>> m_visits;
 };
 
 TEST_CLASS(tst_Looks)
