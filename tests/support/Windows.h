@@ -19,22 +19,39 @@
 /// How long a test waits, in ms, before it fails: so long that no machine is too slow or too busy.
 inline constexpr int patience = 300'000;
 
+/// The line of a test from which a function below was called, so that a failure names it. Like
+/// std::source_location, which clang 14 does not know.
+struct Caller {
+    static Caller Current(const char* file = __builtin_FILE(), int line = __builtin_LINE())
+    {
+        return {file, line};
+    }
+
+    const char* file;
+    int line;
+};
+
+inline void FailAt(const Caller& caller, const char* what)
+{
+    QTest::qFail(what, caller.file, caller.line);
+}
+
 /// Processes events until `isTrue` returns true; fails the test with `what` if that never happens.
 template <typename Predicate>
-bool Await(Predicate&& isTrue, const char* what)
+bool Await(Predicate&& isTrue, const char* what, const Caller& caller = Caller::Current())
 {
     const bool happened = QTest::qWaitFor(std::forward<Predicate>(isTrue), patience);
     if (!happened) {
-        QTest::qFail(what, __FILE__, __LINE__);
+        FailAt(caller, what);
     }
     return happened;
 }
 
 /// Waits until `window` is the active one.
-inline void AwaitActive(QWidget& window)
+inline void AwaitActive(QWidget& window, const Caller& caller = Caller::Current())
 {
     if (!QTest::qWaitForWindowActive(&window, patience)) {
-        QTest::qFail("the window does not become active", __FILE__, __LINE__);
+        FailAt(caller, "the window does not become active");
     }
 }
 
@@ -105,14 +122,14 @@ inline bool IsNamed(const QWidget& window, const char* name)
 }
 
 /// Fails the test because the modal `window` should not be open, and closes it.
-inline void RejectWindow(QDialog& window, const char* what)
+inline void RejectWindow(QDialog& window, const char* what, const Caller& caller)
 {
     if (!QTest::currentTestFailed()) {
         const QString name = window.objectName().isEmpty() ? QLatin1String(window.metaObject()->className())
                                                            : window.objectName();
-        QTest::qFail(
-            qPrintable(QStringLiteral("%1 (\"%2\") %3").arg(name, window.windowTitle(), QLatin1String(what))),
-            __FILE__, __LINE__);
+        FailAt(caller,
+               qPrintable(
+                   QStringLiteral("%1 (\"%2\") %3").arg(name, window.windowTitle(), QLatin1String(what))));
     }
     window.done(QDialog::Rejected);
 }
@@ -121,7 +138,7 @@ inline void RejectWindow(QDialog& window, const char* what)
 /// `steps` on that window, which have to close it. If it does not open, stays open, or another modal window
 /// opens, the test fails and the window is closed.
 template <typename Open, typename Steps>
-void WhileOpen(const char* name, Open&& open, Steps&& steps)
+void WhileOpen(const char* name, Open&& open, Steps&& steps, const Caller& caller = Caller::Current())
 {
     const QWidget* below = QApplication::activeModalWidget();
     bool isDone = false;
@@ -132,15 +149,15 @@ void WhileOpen(const char* name, Open&& open, Steps&& steps)
             return;
         }
         if (isDone || !IsNamed(*window, name)) {
-            RejectWindow(*window, "should not be open");
+            RejectWindow(*window, "should not be open", caller);
             return;
         }
         isDone = true;
         driver.stop(); // the steps watch over the windows that they open
-        AwaitActive(*window);
+        AwaitActive(*window, caller);
         steps(*window);
         if (window->isVisible()) {
-            RejectWindow(*window, "was left open");
+            RejectWindow(*window, "was left open", caller);
         }
         EndLoop();
         driver.start(0);
@@ -148,18 +165,18 @@ void WhileOpen(const char* name, Open&& open, Steps&& steps)
     driver.start(0);
     std::forward<Open>(open)();
     if (!isDone && !QTest::currentTestFailed()) {
-        QTest::qFail((std::string(name) + " was not opened").c_str(), __FILE__, __LINE__);
+        FailAt(caller, (std::string(name) + " was not opened").c_str());
     }
 }
 
 /// Runs `body`; a modal window that it opens fails the test.
 template <typename Body>
-void WithoutWindow(Body&& body)
+void WithoutWindow(Body&& body, const Caller& caller = Caller::Current())
 {
     QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [] {
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&caller] {
         if (auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget()); window != nullptr) {
-            RejectWindow(*window, "should not be open");
+            RejectWindow(*window, "should not be open", caller);
         }
     });
     watch.start(0);
