@@ -24,7 +24,7 @@ constexpr int oldEntries = 20;
 class Hand
 {
 public:
-    explicit Hand(const SharedLog& log) : m_log(log), m_path(log.folder.PathOf("tarno.xml")) {}
+    explicit Hand(const SharedLog& log) : m_path(log.folder.PathOf("tarno.xml")) {}
 
     /// Puts a version in the place of the one that is there, or where there is none.
     void Put(const std::string& bytes)
@@ -89,7 +89,6 @@ private:
         return file ? std::optional<std::string>({std::istreambuf_iterator<char>(file), {}}) : std::nullopt;
     }
 
-    const SharedLog& m_log;
     std::string m_path;
     TemporaryFolder m_side{QuickPlace()};
     Texts m_taken;
