@@ -118,6 +118,13 @@ def press(title, name, role=Atspi.Role.PUSH_BUTTON):
     act(button, "Press")
 
 
+def save(title):
+    """Presses "Save" and waits until it has acted: the button acts a moment after the press, and is disabled then."""
+    press(title, "Save")
+    button = control(title, Atspi.Role.PUSH_BUTTON, "Save")
+    until("the end of saving", lambda: not button.get_state_set().contains(Atspi.StateType.ENABLED))
+
+
 def text_of(node):
     return node.get_text(0, node.get_character_count())
 
@@ -164,6 +171,22 @@ def row_of(title, name, text):
     return until(f"'{text}' in '{name}'", look)
 
 
+def await_splash():
+    """Waits for the splash screen to come and to close by itself. A machine that is too busy to see it sees the log for
+    a while."""
+    splash = "About Tarno Fishing Log"
+    looks = 0
+
+    def look():
+        nonlocal looks
+        log = open_window("Tarno Fishing Log")
+        looks += log is not None and log.get_state_set().contains(Atspi.StateType.ACTIVE)
+        return open_window(splash) or looks > 50
+
+    until("the splash screen", look)
+    gone(splash)
+
+
 def add_trip(date, comment):
     """Returns the location that the new trip was given. Pressing "Save" takes over the date, which stands in
     the box with the focus."""
@@ -172,12 +195,12 @@ def add_trip(date, comment):
     press(log, "Add")
     window(entry)
     write(entry, "Start date", date)
-    press(entry, "Save")
+    save(entry)
     place = labelled(entry, Atspi.Role.COMBO_BOX, "Location:").get_name()
     tell(f"the location is '{place}'")
     press(entry, "Weather", Atspi.Role.PAGE_TAB)
     write(entry, "Other observations", comment)
-    press(entry, "Save")
+    save(entry)
     press(entry, "Close")
     gone(entry)
     return place
@@ -204,10 +227,7 @@ def main(date, comment):
     Atspi.init()
     Atspi.set_timeout(2000, 15000)  # for an answer, in milliseconds; the latter while a program is starting
     until("the program on the bus", program)
-    splash = "About Tarno Fishing Log"
-    window(splash)
-    press(splash, "OK")
-    gone(splash)
+    await_splash()
     place = add_trip(date, comment)
     read_trip(date, place)
     leave()
