@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds Tarno with its tests and runs them.
 #   scripts/test.sh            every test, the longest ones in a short form
-#   scripts/test.sh NAME...    only these, for example tst_fEntry or tour
+#   scripts/test.sh NAME...    only these, for example tst_fEntryEdit or tour
 #   scripts/test.sh --all      every test, also under the sanitizers and, if its libraries are there, as a Windows
 #                              program; the format of the sources and clang-tidy; what CI runs
 set -euo pipefail
@@ -31,8 +31,8 @@ build() {
 run_tests() {
     local preset=$1
     shift
-    ctest --preset "$preset" "$@" | tee "build/$preset/tests.txt" ||
-        fail "$(grep -oE '[0-9]+ tests? failed out of [0-9]+' "build/$preset/tests.txt"); the log is" \
+    ctest --preset "$preset" "$@" 2>&1 | tee "build/$preset/tests.txt" ||
+        fail "$(grep -oE '[0-9]+ tests? failed out of [0-9]+|No tests were found' "build/$preset/tests.txt"); the log is" \
             "build/$preset/Testing/Temporary/LastTest.log"
 }
 
@@ -85,4 +85,5 @@ else
     # to be compared with on other platforms; a later run of a few tests leaves it alone
     cp build/dev/Testing/Temporary/LastTest.log build/dev/AllTests.log
 fi
-say "all $(sed -n 's/.* failed out of //p' build/dev/tests.txt) tests passed in $((SECONDS / 60)) min $((SECONDS % 60)) s"
+count=$(sed -n 's/.* failed out of //p' build/dev/tests.txt)
+say "$count of $count tests passed in $((SECONDS / 60)) min $((SECONDS % 60)) s"

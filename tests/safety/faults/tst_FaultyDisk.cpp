@@ -162,7 +162,7 @@ private Q_SLOTS:
         QFETCH(int, error);
         QFETCH(int, times);
         const Effect effect = EffectOf(call, error);
-        // where the save is told to have failed, and with which number
+        // the step at which the save reports a failure, and the number of its error
         const QString failure = QStringLiteral("1 %1 tarno.xml").arg(NumberOf(error));
         for (int number = 1;; ++number) {
             ++m_saves;
@@ -178,7 +178,7 @@ private Q_SLOTS:
             }
             const bool isSaved = outcome.saves.front() == QLatin1String("0");
             if (call == QLatin1String("stat")) {
-                // some of these calls decide nothing; where one does, it is told as an error or as no access
+                // some of these calls decide nothing; the others report an error or that access was denied
                 QVERIFY2(isSaved || outcome.saves.front() == failure ||
                              QStringList({QStringLiteral("1 57 tarno.xml"), QStringLiteral("1 75 tarno.xml")})
                                  .contains(outcome.saves.front()),
