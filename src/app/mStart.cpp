@@ -4,6 +4,7 @@
 #include "core/SettingsStore.h"
 #include "ui/common/DesktopPrinters.h"
 #include "ui/common/DesktopPrompts.h"
+#include "ui/common/Notices.h"
 #include "ui/common/Program.h"
 #include "ui/common/Strings.h"
 #include "ui/common/SystemClock.h"
@@ -31,6 +32,8 @@ int mStart::Main(const DataFolder& folder)
     });
 
     cSQL sql(programFolder, *operations);
+    sql.SetShowConflict(
+        [&messages](const ConflictNotice& conflict) { ShowConflict(conflict, messages); });
     const cDescs descs;
     const auto store = SystemSettingsStore(*operations);
     CRegSettings settings(*store);

@@ -1,5 +1,7 @@
 #include "Error.h"
 
+#include <cerrno>
+
 std::string_view Describe(ErrorNumber number)
 {
     switch (number) {
@@ -40,4 +42,31 @@ Error::Error(ErrorNumber number) : Error(number, std::string(Describe(number))) 
 Error::Error(ErrorNumber number, const std::string& description)
     : std::runtime_error(description), m_number(number)
 {
+}
+
+Error ErrorOf(const std::error_code& failure)
+{
+    const std::error_condition condition = failure.default_error_condition();
+    switch (condition.category() == std::generic_category() ? condition.value() : 0) {
+    case ENOSPC:
+    case EFBIG:
+#ifdef EDQUOT
+    case EDQUOT:
+#endif
+        return Error(ErrorNumber::DiskFull);
+    case EBUSY:
+    case ETXTBSY:
+    case EAGAIN:
+        return Error(ErrorNumber::PermissionDenied);
+    case ENOENT:
+        return Error(ErrorNumber::PathNotFound);
+    case EEXIST:
+        return Error(ErrorNumber::FileAlreadyExists);
+    case EIO:
+        return Error(ErrorNumber::DeviceInputOutput);
+    case ENOMEM:
+        return Error(ErrorNumber::OutOfMemory);
+    default:
+        return Error(ErrorNumber::PathFileAccess);
+    }
 }

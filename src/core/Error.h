@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 /// The numbers under which the program reports what went wrong.
 enum class ErrorNumber {
@@ -41,3 +42,6 @@ public:
 private:
     ErrorNumber m_number;
 };
+
+/// The Error for a failure that the operating system reports.
+Error ErrorOf(const std::error_code& failure);

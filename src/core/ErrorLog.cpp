@@ -1,7 +1,6 @@
 #include "ErrorLog.h"
 
 #include <new>
-#include <thread>
 #include <utility>
 
 namespace
@@ -71,7 +70,7 @@ void ErrorReporter::AppendToLog(const std::string& record)
                 return;
             }
         }
-        std::this_thread::yield();
+        m_log->operations->Pause();
     }
 }
 

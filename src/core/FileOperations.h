@@ -1,29 +1,32 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
-/// A file open for writing. It closes when it goes out of scope; only Close tells whether that went well.
-class WritableFile
-{
-public:
-    WritableFile() = default;
-    WritableFile(const WritableFile&) = delete;
-    WritableFile& operator=(const WritableFile&) = delete;
-    virtual ~WritableFile() = default;
+/// Tells one version of a file from another without reading it.
+struct FileState {
+    bool exists = false;
+    bool isReplaceable = true;   ///< nothing is there yet, or a regular file that the user may write to
+    std::uint64_t size = 0;      ///< in bytes
+    std::int64_t modified = 0;   ///< time of the last write, in units of the platform
+    std::uint64_t volume = 0;    ///< file system that holds the file
+    std::uint64_t fileIndex = 0; ///< unique within the volume; a file that replaces another has its own
 
-    /// Writes from the front of `bytes`; returns how many were taken, at least one.
-    virtual std::size_t Write(std::string_view bytes) = 0;
-    /// Returns when everything written has reached the disk.
-    virtual void Sync() = 0;
-    virtual void Close() = 0;
+    bool operator==(const FileState&) const = default;
+
+    bool IsSameFile(const FileState& other) const
+    {
+        return exists && other.exists && volume == other.volume && fileIndex == other.fileIndex;
+    }
 };
 
-/// The steps of which a safe write consists, one call of the operating system each, so that a test
-/// can make any of them fail. Every step throws Error when it did not succeed.
+/// Releases its lock when the last copy goes out of scope.
+using FolderLock = std::shared_ptr<void>;
+
+/// The operations on files that a safe write consists of, so that a test can make any of them fail.
+/// They throw Error when they do not succeed.
 class FileOperations
 {
 public:
@@ -32,34 +35,26 @@ public:
     FileOperations& operator=(const FileOperations&) = delete;
     virtual ~FileOperations() = default;
 
-    /// See Exchange.
-    static constexpr std::string_view outSuffix = ".out";
-
-    /// `path` with every symbolic link in it followed; a file that does not exist yet is no error.
-    virtual std::string Followed(const std::string& path) = 0;
-    /// Throws unless `path` names no file yet or a regular one that may be written.
-    virtual void CheckReplaceable(const std::string& path) = 0;
-    /// A new file with the mode of `model`, or the usual one when there is no such file. Throws Error
-    /// FileAlreadyExists when there is something of that name.
-    virtual std::unique_ptr<WritableFile> Create(const std::string& path, const std::string& model) = 0;
-    virtual std::uint64_t Size(const std::string& path) = 0;
-    /// Puts `from` in the place of `to` in one step that cannot be seen half done.
+    /// The state of a file or folder. A path that does not exist is no error.
+    virtual FileState Look(const std::string& path) = 0;
+    /// Creates a file with the contents `bytes` and returns its state when they have reached the disk. Mode,
+    /// owner, access list and extended attributes are those of the file `model`, as far as the user may set
+    /// them, or the usual ones if it does not exist. Throws FileAlreadyExists if `path` exists; after any
+    /// other failure a part of the file may be left.
+    virtual FileState Create(const std::string& path, std::string_view bytes, const std::string& model) = 0;
+    /// Renames `from` to `to`, which it replaces in one step. Throws PermissionDenied if another program
+    /// holds one of the files.
     virtual void Replace(const std::string& from, const std::string& to) = 0;
-    /// Puts each of two files in the place of the other in one step, so that whatever stood at `to` can be
-    /// looked at where `from` was. Returns false, nothing having been done, when one of them is not there or
-    /// the file system has no such step. Windows takes three: a process that is killed among them leaves what
-    /// stood at `to` at `from` with outSuffix behind it, and perhaps nothing at `to`.
-    virtual bool Exchange(const std::string& from, const std::string& to) = 0;
-    /// Returns when the names in the folder that holds `path` have reached the disk.
-    virtual void SyncFolderOf(const std::string& path) = 0;
+    /// Returns when the names in `folder` have reached the disk.
+    virtual void SyncFolder(const std::string& folder) = 0;
     virtual void Remove(const std::string& path) = 0;
-    /// The number that tells this process from every other one that is running.
-    virtual std::uint32_t ProcessNumber() = 0;
-    /// Whether a process of that number is running.
-    virtual bool IsRunning(std::uint32_t process) = 0;
-    /// Writes `bytes` behind the end of the file, which is created when it does not exist.
-    /// Throws Error PermissionDenied when another process holds the file, PathFileAccess when the
-    /// user may not write to it. Never waits.
+    /// Locks `folder` against other processes that do the same, without waiting. Returns null if the file
+    /// system has no locks. Throws PermissionDenied if another process has the lock.
+    virtual FolderLock Lock(const std::string& folder) = 0;
+    /// Waits for 10 ms, to give another program time to finish.
+    virtual void Pause() = 0;
+    /// Writes `bytes` at the end of the file, which is created if it does not exist. Throws PermissionDenied
+    /// if another process holds the file, PathFileAccess if the user may not write to it. Never waits.
     virtual void Append(const std::string& path, std::string_view bytes) = 0;
 };
 

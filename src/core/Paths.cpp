@@ -17,6 +17,12 @@ std::string FromPath(const fs::path& path)
     return {text.begin(), text.end()};
 }
 
+std::string FolderOf(const std::string& path)
+{
+    const fs::path folder = ToPath(path).parent_path();
+    return folder.empty() ? "." : FromPath(folder);
+}
+
 bool mMain::FileExist(std::string& path)
 {
     path = Trimmed(path);

@@ -1,52 +1,32 @@
 #include "Error.h"
 #include "FileOperations.h"
-#include "Paths.h"
+#include "Text.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
+#include <linux/limits.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
 
-namespace fs = std::filesystem;
-
-Error ErrorOf(int code)
-{
-    switch (code) {
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-        return Error(ErrorNumber::DiskFull);
-    case EBUSY:
-    case ETXTBSY:
-    case EAGAIN:
-        return Error(ErrorNumber::PermissionDenied);
-    case ENOENT:
-        return Error(ErrorNumber::PathNotFound);
-    case EEXIST:
-        return Error(ErrorNumber::FileAlreadyExists);
-    case EIO:
-        return Error(ErrorNumber::DeviceInputOutput);
-    case ENOMEM:
-        return Error(ErrorNumber::OutOfMemory);
-    default:
-        return Error(ErrorNumber::PathFileAccess);
-    }
-}
-
 void Check(bool success)
 {
     if (!success) {
-        throw ErrorOf(errno);
+        throw ErrorOf({errno, std::generic_category()});
     }
 }
 
-/// What `call` of the operating system returns; a signal that interrupts it is no failure.
+/// Repeats a system call that a signal has interrupted.
 template <typename Call>
 auto Uninterrupted(const Call& call)
 {
@@ -57,128 +37,113 @@ auto Uninterrupted(const Call& call)
     return result;
 }
 
-/// A descriptor of the file that is opened, for PosixFile to check.
-int Opened(const std::string& path, int flags)
-{
-    constexpr mode_t usual = 0666;
-    return Uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, usual); });
-}
-
-class PosixFile final : public WritableFile
+class Descriptor
 {
 public:
-    explicit PosixFile(int descriptor) : m_descriptor(descriptor) { Check(descriptor >= 0); }
-
-    PosixFile(const PosixFile&) = delete;
-    PosixFile& operator=(const PosixFile&) = delete;
-
-    ~PosixFile() override
+    Descriptor(const std::string& path, int flags)
+        : m_number(Uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, 0666); }))
     {
-        if (m_descriptor >= 0) {
-            ::close(m_descriptor);
+        Check(m_number >= 0);
+    }
+
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    ~Descriptor()
+    {
+        if (m_number >= 0) {
+            ::close(m_number);
         }
     }
 
-    std::size_t Write(std::string_view bytes) override
+    int Number() const { return m_number; }
+
+    void Write(std::string_view bytes) const
     {
-        const ssize_t written =
-            Uninterrupted([&] { return ::write(m_descriptor, bytes.data(), bytes.size()); });
-        Check(written >= 0);
-        if (written == 0) {
-            throw Error(ErrorNumber::DiskFull);
+        while (!bytes.empty()) {
+            const ssize_t written =
+                Uninterrupted([&] { return ::write(m_number, bytes.data(), bytes.size()); });
+            Check(written >= 0);
+            if (written == 0) {
+                throw Error(ErrorNumber::DiskFull);
+            }
+            bytes.remove_prefix(static_cast<std::size_t>(written));
         }
-        return static_cast<std::size_t>(written);
     }
 
-    // some file systems offer no sync of a folder and say EINVAL
-    void Sync() override
+    /// Some file systems cannot synchronise a folder and answer EINVAL.
+    void Sync() const { Check(Uninterrupted([&] { return ::fsync(m_number); }) == 0 || errno == EINVAL); }
+
+    void Close()
     {
-        Check(Uninterrupted([&] { return ::fsync(m_descriptor); }) == 0 || errno == EINVAL);
-    }
-
-    void Close() override
-    {
-        const int descriptor = m_descriptor;
-        m_descriptor = -1;
-        Check(::close(descriptor) == 0 || errno == EINTR);
-    }
-
-    /// A file system that keeps no modes refuses this, which is no reason to lose what is to be written.
-    void TrySetMode(mode_t mode) const { (void)::fchmod(m_descriptor, mode); }
-
-    void CheckRegular() const
-    {
-        struct stat status {
-        };
-
-        if (::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-            throw Error(ErrorNumber::PathFileAccess);
-        }
+        const int number = std::exchange(m_number, -1);
+        Check(::close(number) == 0 || errno == EINTR);
     }
 
 private:
-    int m_descriptor;
+    int m_number;
 };
+
+/// Gives `file` the owner, the extended attributes (the access list is one of them) and the mode of the file
+/// `model`. What the user may not set is left out; the group then gets no rights that were meant for others.
+void CopyRights(const std::string& model, int file)
+{
+    struct stat status {
+    };
+
+    if (::stat(model.c_str(), &status) != 0) {
+        return;
+    }
+    bool isGroupRight = ::fchown(file, status.st_uid, status.st_gid) == 0 ||
+                        ::fchown(file, static_cast<uid_t>(-1), status.st_gid) == 0;
+    const std::string accessList = "system.posix_acl_access";
+    ::fremovexattr(file, accessList.c_str()); // the default one of the folder
+    std::string names(XATTR_LIST_MAX, '\0');
+    names.resize(static_cast<std::size_t>(
+        std::max<ssize_t>(::listxattr(model.c_str(), names.data(), names.size()), 0)));
+    std::string value(XATTR_SIZE_MAX, '\0');
+    for (const std::string& name : Split(names, '\0')) {
+        const ssize_t size = ::getxattr(model.c_str(), name.c_str(), value.data(), value.size());
+        const bool isCopied =
+            size >= 0 &&
+            ::fsetxattr(file, name.c_str(), value.data(), static_cast<std::size_t>(size), 0) == 0;
+        isGroupRight = isGroupRight && (isCopied || name != accessList);
+    }
+    (void)::fchmod(file, status.st_mode & (isGroupRight ? 07777U : 07707U));
+}
 
 class PosixFileOperations final : public FileOperations
 {
-    static constexpr int mostLinks = 40;
-
 public:
-    /// A file that would grow beyond the limit of its size is told like a full disk, and ends nothing.
+    /// A file that would grow beyond the size limit is reported as an error instead of ending the program.
     PosixFileOperations() { std::signal(SIGXFSZ, SIG_IGN); }
 
-    std::string Followed(const std::string& path) override
-    {
-        std::error_code failure;
-        fs::path followed = ToPath(path);
-        // a link to a file that does not exist yet is no link to weakly_canonical
-        for (int links = 0; links < mostLinks && fs::is_symlink(fs::symlink_status(followed, failure));
-             ++links) {
-            followed = followed.parent_path() / fs::read_symlink(followed, failure);
-        }
-        followed = fs::weakly_canonical(followed, failure);
-        if (failure) {
-            throw ErrorOf(failure.value());
-        }
-        return FromPath(followed);
-    }
-
-    void CheckReplaceable(const std::string& path) override
+    FileState Look(const std::string& path) override
     {
         struct stat status {
         };
 
         if (::stat(path.c_str(), &status) != 0) {
             Check(errno == ENOENT);
-            return;
+            return {};
         }
-        if (!S_ISREG(status.st_mode)) {
-            throw Error(ErrorNumber::PathFileAccess);
-        }
-        Check(::access(path.c_str(), W_OK) == 0 || errno == ENOENT); // gone since
+        constexpr std::int64_t nanoseconds = 1'000'000'000;
+        return {.exists = true,
+                .isReplaceable = S_ISREG(status.st_mode) && ::access(path.c_str(), W_OK) == 0,
+                .size = static_cast<std::uint64_t>(status.st_size),
+                .modified = status.st_mtim.tv_sec * nanoseconds + status.st_mtim.tv_nsec,
+                .volume = status.st_dev,
+                .fileIndex = status.st_ino};
     }
 
-    std::unique_ptr<WritableFile> Create(const std::string& path, const std::string& model) override
+    FileState Create(const std::string& path, std::string_view bytes, const std::string& model) override
     {
-        auto file = std::make_unique<PosixFile>(Opened(path, O_WRONLY | O_CREAT | O_EXCL));
-
-        struct stat status {
-        };
-
-        if (::stat(model.c_str(), &status) == 0) {
-            file->TrySetMode(status.st_mode & 07777U);
-        }
-        return file;
-    }
-
-    std::uint64_t Size(const std::string& path) override
-    {
-        struct stat status {
-        };
-
-        Check(::stat(path.c_str(), &status) == 0);
-        return static_cast<std::uint64_t>(status.st_size);
+        Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL);
+        CopyRights(model, file.Number());
+        file.Write(bytes);
+        file.Sync();
+        file.Close();
+        return Look(path);
     }
 
     void Replace(const std::string& from, const std::string& to) override
@@ -186,49 +151,41 @@ public:
         Check(::rename(from.c_str(), to.c_str()) == 0);
     }
 
-    bool Exchange([[maybe_unused]] const std::string& from, [[maybe_unused]] const std::string& to) override
+    void SyncFolder(const std::string& folder) override
     {
-#ifdef RENAME_EXCHANGE
-        if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE) == 0) {
-            return true;
-        }
-        Check(errno == EINVAL || errno == ENOSYS || errno == ENOENT);
-#endif
-        return false;
-    }
-
-    void SyncFolderOf(const std::string& path) override
-    {
-        const std::string folder = FromPath(ToPath(path).parent_path());
-        PosixFile opened(Opened(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY));
+        Descriptor opened(folder, O_RDONLY | O_DIRECTORY);
         opened.Sync();
         opened.Close();
     }
 
-    void Remove(const std::string& path) override
+    void Remove(const std::string& path) override { Check(::unlink(path.c_str()) == 0); }
+
+    FolderLock Lock(const std::string& folder) override
     {
-        Check(::unlink(path.c_str()) == 0);
+        const auto opened = std::make_shared<Descriptor>(folder, O_RDONLY | O_DIRECTORY);
+        if (::flock(opened->Number(), LOCK_EX | LOCK_NB) == 0) {
+            return opened;
+        }
+        if (errno == EWOULDBLOCK) {
+            throw Error(ErrorNumber::PermissionDenied);
+        }
+        return nullptr;
     }
 
-    std::uint32_t ProcessNumber() override
-    {
-        return static_cast<std::uint32_t>(::getpid());
-    }
-
-    // the process of another user may not be sent a signal
-    bool IsRunning(std::uint32_t process) override
-    {
-        return ::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM;
-    }
+    void Pause() override { std::this_thread::sleep_for(std::chrono::milliseconds(10)); }
 
     void Append(const std::string& path, std::string_view bytes) override
     {
-        // a pipe in the file's place must not keep the program waiting
-        PosixFile file(Opened(path, O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK));
-        file.CheckRegular();
-        while (!bytes.empty()) {
-            bytes.remove_prefix(file.Write(bytes));
+        // a pipe in the file's place must not block the program
+        Descriptor file(path, O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK);
+
+        struct stat status {
+        };
+
+        if (::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) {
+            throw Error(ErrorNumber::PathFileAccess);
         }
+        file.Write(bytes);
         file.Close();
     }
 };

@@ -1,56 +1,61 @@
 #pragma once
 
+#include "core/Error.h"
 #include "core/FileOperations.h"
 
-#include <cstddef>
-#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-/// Writes whole files so that a reader, a crash or a power cut finds the old bytes or the new ones,
-/// never a mixture: a temporary file in the same folder is written, synchronised, checked and put in
-/// the target's place.
+/// Writes whole files. A reader, a crash or a power failure finds the old bytes or the new ones, never a
+/// mixture: a temporary file in the same folder is written, synchronised and checked, and replaces the target.
 class SafeWriter
 {
 public:
-    /// What tells one version of a file from another.
-    using Fingerprint = std::size_t;
-    using Fingerprints = std::vector<Fingerprint>;
-
-    static Fingerprint FingerprintOf(std::string_view bytes);
-
     explicit SafeWriter(FileOperations& operations) : m_operations(operations) {}
 
-    /// Replaces the contents of `path`, or creates it, through symbolic links and keeping the mode.
-    /// Throws Error when any step fails: the old bytes are then still there and the temporary is gone
-    /// (only a failure to synchronise the folder comes after the new bytes have taken their place).
+    /// Replaces the contents of `path`, or creates it, through symbolic links and with the rights of the old
+    /// file. Throws Error if any step fails: the old bytes are then still there and the temporary is removed.
+    /// (Only a failure to synchronise the folder comes after the new bytes have replaced the old ones.)
     void Write(const std::string& path, std::string_view bytes);
 
-    /// As Write, but looks at what the new bytes have taken the place of. What is none of the `known`
-    /// versions is kept as Keep does; returns the path of that file, the empty text when there was no need.
-    /// Where the file system cannot exchange two files in one step nothing is looked at.
-    std::string WriteOver(const std::string& path, std::string_view bytes, Fingerprints known);
+    /// Replaces `target`, in which all links are resolved, without synchronising the folder. Returns the
+    /// state of the new file; nothing, having changed nothing, if the old one is no longer as `expected`.
+    /// Throws as Write.
+    std::optional<FileState> Replace(const std::string& target, std::string_view bytes,
+                                     const std::optional<FileState>& expected);
 
-    /// Writes a file of its own for `bytes`, another version of the file at `path`, beside it:
-    /// "tarno-kept-1.xml" for "tarno.xml", or the next number that is free. Returns its path. Throws Error,
-    /// leaving no file.
-    std::string Keep(const std::string& path, std::string_view bytes);
+    /// Locks the folder of `path`, so that no other Tarno saves or cleans up there. Null if the file system
+    /// has no locks. Waits for up to ten seconds, then throws Error PermissionDenied.
+    FolderLock LockFolderOf(const std::string& path);
 
-    /// Removes the temporaries that a crash while `path` was written has left beside it, as far as that can
-    /// be done; those of a process that is still running stay. One that holds what WriteOver would have kept
-    /// is kept; returns the paths of such files. What was on its way out and has got no successor goes back.
-    /// Never fails.
-    std::vector<std::string> RemoveLeftovers(const std::string& path);
+    /// Removes the temporaries that killed programs have left beside `path`: all that are found while the
+    /// folder is locked, or, without locks, those older than an hour. Never fails.
+    void RemoveStale(const std::string& path);
 
-    /// What the name of every temporary ends with.
+    /// The end of the name of every temporary.
     static constexpr std::string_view temporarySuffix = ".tarno-tmp";
 
 private:
-    std::string Target(const std::string& path);
-    std::string TemporaryFor(const std::string& target);
-    bool IsOver(std::uint32_t process);
-    std::string RemoveLeftover(const std::string& leftover, const std::string& target);
+    void TryRemove(const std::string& path);
 
     FileOperations& m_operations;
 };
+
+/// Repeats `body` while it throws Error PermissionDenied because another program holds a file, with a pause
+/// after each attempt.
+template <typename Body>
+auto Patiently(FileOperations& operations, int attempts, const Body& body)
+{
+    for (; attempts > 1; --attempts) {
+        try {
+            return body();
+        } catch (const Error& error) {
+            if (error.Number() != ErrorNumber::PermissionDenied) {
+                throw;
+            }
+        }
+        operations.Pause();
+    }
+    return body();
+}

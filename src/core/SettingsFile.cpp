@@ -122,7 +122,9 @@ void SettingsFile::Save(const pugi::xml_document& document) const
     std::error_code ignored; // a folder that cannot be made shows when the file is written
     fs::create_directories(ToPath(m_path).parent_path(), ignored);
     try {
-        SafeWriter(m_operations).Write(m_path, SerializeXml(document));
+        SafeWriter writer(m_operations);
+        const FolderLock lock = writer.LockFolderOf(m_path);
+        writer.Write(m_path, SerializeXml(document));
     } catch (const Error&) { // NOLINT(bugprone-empty-catch): the setting stays as it was, as promised
     }
 }
@@ -145,7 +147,7 @@ std::string UserConfigurationFolder()
 std::unique_ptr<SettingsStore> SystemSettingsStore(FileOperations& operations)
 {
     const std::string path = UserConfigurationFolder() + "/tarno/settings.xml";
-    SafeWriter(operations).RemoveLeftovers(path);
+    SafeWriter(operations).RemoveStale(path);
     return std::make_unique<SettingsFile>(path, operations);
 }
 #endif

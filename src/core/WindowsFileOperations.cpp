@@ -1,129 +1,100 @@
 #include "Error.h"
 #include "FileOperations.h"
 #include "Paths.h"
-#include "WindowsExchange.h"
 #include "WindowsHandle.h"
-
-#include <algorithm>
 
 namespace
 {
 
-/// "C:\tarno.xml" for "\\?\C:\tarno.xml", "\\server\log\tarno.xml" for "\\?\UNC\server\log\tarno.xml".
-std::string WithoutPrefix(const std::string& path)
+void Write(const Handle& file, std::string_view bytes)
 {
-    constexpr std::string_view prefix = R"(\\?\)";
-    constexpr std::string_view server = R"(\\?\UNC\)";
-    if (path.starts_with(server)) {
-        return R"(\\)" + path.substr(server.size());
+    DWORD written = 0;
+    Check(::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != 0);
+    if (written != bytes.size()) {
+        throw Error(ErrorNumber::DiskFull);
     }
-    return path.starts_with(prefix) ? path.substr(prefix.size()) : path;
 }
-
-class WindowsFile final : public WritableFile
-{
-public:
-    WindowsFile(const std::string& path, DWORD access, DWORD disposition)
-        : m_handle(::CreateFileW(ToPath(path).c_str(), access, FILE_SHARE_READ, nullptr, disposition,
-                                 FILE_ATTRIBUTE_NORMAL, nullptr))
-    {
-        Check(static_cast<bool>(m_handle));
-    }
-
-    std::size_t Write(std::string_view bytes) override
-    {
-        constexpr std::size_t most = 1U << 30U;
-        DWORD written = 0;
-        Check(::WriteFile(m_handle.Get(), bytes.data(), static_cast<DWORD>(std::min(bytes.size(), most)),
-                          &written, nullptr) != 0);
-        if (written == 0) {
-            throw Error(ErrorNumber::DiskFull);
-        }
-        return written;
-    }
-
-    void Sync() override { Check(::FlushFileBuffers(m_handle.Get()) != 0); }
-
-    void Close() override { Check(::CloseHandle(m_handle.Release()) != 0); }
-
-private:
-    Handle m_handle;
-};
 
 class WindowsFileOperations final : public FileOperations
 {
 public:
-    std::string Followed(const std::string& path) override
+    FileState Look(const std::string& path) override
     {
-        const Handle file(::CreateFileW(ToPath(path).c_str(), 0, shareAll, nullptr, OPEN_EXISTING,
-                                        FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        const Handle file(Open(path, FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
         if (!file) {
-            return path;
+            const Error error = LastError();
+            return error.Number() == ErrorNumber::PathNotFound ? FileState() : throw error;
         }
-        std::wstring name(::GetFinalPathNameByHandleW(file.Get(), nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
-        name.resize(::GetFinalPathNameByHandleW(file.Get(), name.data(), static_cast<DWORD>(name.size()),
-                                                FILE_NAME_NORMALIZED));
-        return name.empty() ? path : WithoutPrefix(FromPath(name));
+        BY_HANDLE_FILE_INFORMATION found{};
+        Check(::GetFileInformationByHandle(file.Get(), &found) != 0);
+        const auto joined = [](std::uint64_t high, DWORD low) { return (high << 32U) | low; };
+        return {.exists = true,
+                .isReplaceable =
+                    (found.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == 0,
+                .size = joined(found.nFileSizeHigh, found.nFileSizeLow),
+                .modified = static_cast<std::int64_t>(
+                    joined(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime)),
+                .volume = found.dwVolumeSerialNumber,
+                .fileIndex = joined(found.nFileIndexHigh, found.nFileIndexLow)};
     }
 
-    void CheckReplaceable(const std::string& path) override
+    FileState Create(const std::string& path, std::string_view bytes, const std::string& model) override
     {
-        const DWORD attributes = ::GetFileAttributesW(ToPath(path).c_str());
-        if (attributes != INVALID_FILE_ATTRIBUTES &&
-            (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) {
-            throw Error(ErrorNumber::PathFileAccess);
-        }
-    }
-
-    // ReplaceFile hands the old file's attributes on
-    std::unique_ptr<WritableFile> Create(const std::string& path, const std::string& /*model*/) override
-    {
-        return std::make_unique<WindowsFile>(path, GENERIC_WRITE, CREATE_NEW);
-    }
-
-    std::uint64_t Size(const std::string& path) override
-    {
-        WIN32_FILE_ATTRIBUTE_DATA data{};
-        Check(::GetFileAttributesExW(ToPath(path).c_str(), GetFileExInfoStandard, &data) != 0);
-        return (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32U) | data.nFileSizeLow;
+        const std::wstring from = ToPath(model).wstring();
+        DWORD size = 0;
+        ::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+        std::string descriptor(size, '\0');
+        const bool hasDescriptor = ::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION,
+                                                      descriptor.data(), size, &size) != 0;
+        SECURITY_ATTRIBUTES security{sizeof(SECURITY_ATTRIBUTES), descriptor.data(), FALSE};
+        const DWORD attributes = ::GetFileAttributesW(from.c_str());
+        Handle file(Open(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW,
+                         attributes == INVALID_FILE_ATTRIBUTES ? FILE_ATTRIBUTE_NORMAL : attributes,
+                         hasDescriptor ? &security : nullptr));
+        Check(static_cast<bool>(file));
+        Write(file, bytes);
+        Check(::FlushFileBuffers(file.Get()) != 0);
+        Check(::CloseHandle(file.Release()) != 0);
+        return Look(path);
     }
 
     void Replace(const std::string& from, const std::string& to) override
     {
-        if (Exchange(from, to)) {
-            ::DeleteFileW(ToPath(from).c_str()); // otherwise it goes with the other leftovers
-        } else {
-            Check(::MoveFileExW(ToPath(from).c_str(), ToPath(to).c_str(), MOVEFILE_WRITE_THROUGH) != 0);
+        const bool isReplaced =
+            ::MoveFileExW(ToPath(from).c_str(), ToPath(to).c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+        // the answer as well if a program that reads or scans the file has it open
+        if (!isReplaced && ::GetLastError() == ERROR_ACCESS_DENIED) {
+            throw Error(ErrorNumber::PermissionDenied);
         }
+        Check(isReplaced);
     }
 
-    bool Exchange(const std::string& from, const std::string& to) override
-    {
-        return WindowsExchange().Exchange(from, to);
-    }
-
-    // the file system's own journal keeps names safe; there is nothing to call
-    void SyncFolderOf(const std::string& /*path*/) override {}
+    /// The journal of the file system keeps names safe.
+    void SyncFolder(const std::string& /*folder*/) override {}
 
     void Remove(const std::string& path) override { Check(::DeleteFileW(ToPath(path).c_str()) != 0); }
 
-    std::uint32_t ProcessNumber() override { return ::GetCurrentProcessId(); }
-
-    // the process of another user may not be opened
-    bool IsRunning(std::uint32_t process) override
+    /// A file that exists as long as the lock, even if the process is killed.
+    FolderLock Lock(const std::string& folder) override
     {
-        const Handle handle(::OpenProcess(SYNCHRONIZE, FALSE, process));
-        return handle ? ::WaitForSingleObject(handle.Get(), 0) == WAIT_TIMEOUT
-                      : ::GetLastError() == ERROR_ACCESS_DENIED;
+        constexpr DWORD flags =
+            FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE;
+        const auto file =
+            std::make_shared<Handle>(Open(folder + "\\tarno.lock", GENERIC_WRITE, 0, OPEN_ALWAYS, flags));
+        if (!*file && ::GetLastError() == ERROR_SHARING_VIOLATION) {
+            throw Error(ErrorNumber::PermissionDenied);
+        }
+        return *file ? file : nullptr;
     }
+
+    void Pause() override { ::Sleep(10); }
 
     void Append(const std::string& path, std::string_view bytes) override
     {
-        WindowsFile file(path, FILE_APPEND_DATA, OPEN_ALWAYS);
-        while (!bytes.empty()) {
-            bytes.remove_prefix(file.Write(bytes));
-        }
-        file.Close();
+        Handle file(Open(path, FILE_APPEND_DATA, FILE_SHARE_READ, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL));
+        Check(static_cast<bool>(file));
+        Write(file, bytes);
+        Check(::CloseHandle(file.Release()) != 0);
     }
 };
 

@@ -1,18 +1,24 @@
 #pragma once
 
 #include "Error.h"
+#include "Paths.h"
 
 #include <utility>
 #include <windows.h>
 
-/// What the operating system calls `code`, as this program counts errors.
-Error ErrorOf(DWORD code);
+/// The Error of the last system call.
+inline Error LastError()
+{
+    return ErrorOf({static_cast<int>(::GetLastError()), std::system_category()});
+}
 
-/// What its last call has failed with.
-Error LastError();
-
-/// Throws LastError unless the call went well.
-void Check(bool success);
+/// Throws LastError unless the call succeeded.
+inline void Check(bool success)
+{
+    if (!success) {
+        throw LastError();
+    }
+}
 
 /// A handle of the operating system, closed at the end of its scope.
 class Handle
@@ -30,7 +36,7 @@ public:
         }
     }
 
-    explicit operator bool() const { return m_handle != nullptr && m_handle != INVALID_HANDLE_VALUE; }
+    explicit operator bool() const { return m_handle != INVALID_HANDLE_VALUE; }
 
     HANDLE Get() const { return m_handle; }
 
@@ -40,5 +46,12 @@ private:
     HANDLE m_handle;
 };
 
-/// Whoever reads does not stand in the way of a program that writes, replaces or removes.
+/// Full sharing: a reader does not block a program that writes, replaces or removes the file.
 inline constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+/// Opens or creates a file; for the handle of a Handle, which is false if that failed.
+inline HANDLE Open(const std::string& path, DWORD access, DWORD share, DWORD disposition, DWORD flags,
+                   SECURITY_ATTRIBUTES* security = nullptr)
+{
+    return ::CreateFileW(ToPath(path).c_str(), access, share, security, disposition, flags, nullptr);
+}

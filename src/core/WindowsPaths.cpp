@@ -1,23 +1,27 @@
 #include "Paths.h"
-#include "WindowsExchange.h"
 #include "WindowsHandle.h"
 
 #include <algorithm>
 
-static HANDLE Opened(const std::string& path)
+namespace
 {
-    return ::CreateFileW(ToPath(path).c_str(), GENERIC_READ, shareAll, nullptr, OPEN_EXISTING,
-                         FILE_ATTRIBUTE_NORMAL, nullptr);
+
+/// "C:\tarno.xml" for "\\?\C:\tarno.xml", "\\server\log\tarno.xml" for "\\?\UNC\server\log\tarno.xml".
+std::string WithoutPrefix(const std::string& path)
+{
+    constexpr std::string_view prefix = R"(\\?\)";
+    constexpr std::string_view server = R"(\\?\UNC\)";
+    if (path.starts_with(server)) {
+        return R"(\\)" + path.substr(server.size());
+    }
+    return path.starts_with(prefix) ? path.substr(prefix.size()) : path;
 }
+
+} // namespace
 
 std::string ReadWholeFile(const std::string& path)
 {
-    HANDLE handle = Opened(path);
-    if (handle == INVALID_HANDLE_VALUE && ::GetLastError() == ERROR_FILE_NOT_FOUND &&
-        WindowsExchange::ComesBack(path)) {
-        handle = Opened(path);
-    }
-    const Handle file(handle);
+    const Handle file(Open(path, GENERIC_READ, shareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL));
     if (!file) {
         const Error error = LastError();
         throw error.Number() == ErrorNumber::PathNotFound ? Error(ErrorNumber::FileNotFound) : error;
@@ -38,4 +42,16 @@ std::string ReadWholeFile(const std::string& path)
         done += read;
     }
     return bytes;
+}
+
+std::string Resolved(const std::string& path)
+{
+    const Handle file(Open(path, FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+    if (!file) {
+        return path;
+    }
+    std::wstring name(::GetFinalPathNameByHandleW(file.Get(), nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
+    name.resize(::GetFinalPathNameByHandleW(file.Get(), name.data(), static_cast<DWORD>(name.size()),
+                                            FILE_NAME_NORMALIZED));
+    return name.empty() ? path : WithoutPrefix(FromPath(name));
 }

@@ -4,7 +4,6 @@
 #include "core/Paths.h"
 #include "core/Xml.h"
 
-#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <system_error>
@@ -13,95 +12,134 @@
 namespace
 {
 
-pugi::xml_node Needed(const pugi::xml_node& node)
+constexpr int mostAttempts = 100; // a second
+
+/// What precedes `data`, a declaration written by an XML tool for example, would hide its records.
+void MoveDataToTheFront(pugi::xml_document& document)
 {
-    if (!node) {
-        throw Error(ErrorNumber::ObjectNotSet);
+    document.prepend_move(document.child("data"));
+    for (pugi::xml_node node = document.last_child(); node;) {
+        const pugi::xml_node previous = node.previous_sibling();
+        if (node.type() == pugi::node_declaration || node.type() == pugi::node_doctype) {
+            document.remove_child(node);
+        }
+        node = previous;
     }
-    return node;
+}
+
+/// Writes `record` to a file of its own beside `path`; returns the path of that file.
+std::string Keep(const Record& record, const std::string& path, FileOperations& operations)
+{
+    pugi::xml_document document;
+    document.append_child("data").append_copy(record.View().Node());
+    const std::filesystem::path log = ToPath(path);
+    for (int number = 1;; ++number) {
+        std::filesystem::path name = log.stem();
+        name += "-kept-" + std::to_string(number);
+        name += log.extension();
+        const std::string kept = FromPath(log.parent_path() / name);
+        if (!operations.Look(kept).exists) {
+            SafeWriter(operations).Write(kept, SerializeXml(document));
+            return kept;
+        }
+    }
 }
 
 } // namespace
 
-DataFile::DataFile(std::string name) : m_name(std::move(name)) {}
-
-void DataFile::Load(const ProgramFolder& folder)
+DataFile::DataFile(std::string name, RecordTable::Names names) : m_name(std::move(name)), m_names(names)
 {
+    Release();
+}
+
+void DataFile::Load(const ProgramFolder& folder, FileOperations& operations)
+{
+    Release();
     m_path = folder.Existing(m_name);
     try {
-        TakeOver(ReadWholeFile(m_path));
-    } catch (const std::exception&) { // what cannot be read, or held, counts as what cannot be parsed
-        Release();
-    }
-}
-
-bool DataFile::TakeOver(std::string bytes)
-{
-    Release();
-    m_bytes = std::move(bytes);
-    m_ours = {SafeWriter::FingerprintOf(m_bytes)};
-    if (ParseXmlInPlace(m_bytes, m_document) && m_document.child("data")) {
-        return true;
-    }
-    Release();
-    return false;
-}
-
-std::string DataFile::SavePath(const ProgramFolder& folder, const std::string& name) const
-{
-    std::error_code ignored;
-    return std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.Existing(name);
-}
-
-std::optional<std::string> DataFile::OtherVersion(const std::string& path) const
-{
-    if (m_ours.empty()) {
-        return std::nullopt;
-    }
-    try {
-        std::string bytes = ReadWholeFile(path);
-        const bool isOurs =
-            std::find(m_ours.begin(), m_ours.end(), SafeWriter::FingerprintOf(bytes)) != m_ours.end();
-        return isOurs ? std::nullopt : std::optional(std::move(bytes));
-    } catch (const Error& error) {
-        if (error.Number() != ErrorNumber::FileNotFound) {
-            throw;
+        const std::string path = Resolved(m_path);
+        m_folder = operations.Look(FolderOf(path));
+        m_version = operations.Look(path);
+        if (auto contents = Parsed(ReadWholeFile(path))) {
+            m_contents = std::move(contents);
         }
-        return std::nullopt;
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): the document stays empty
     }
-}
-
-std::string DataFile::Save(const std::string& path, SafeWriter& writer)
-{
-    m_unsaved = true;
-    const std::string bytes = Bytes();
-    const SafeWriter::Fingerprints known = m_ours;
-    m_ours.push_back(SafeWriter::FingerprintOf(bytes)); // before it is known how far the writing comes
-    std::string kept = writer.WriteOver(path, bytes, known);
-    m_ours = {m_ours.back()};
-    m_unsaved = false;
-    return kept;
-}
-
-std::string DataFile::Bytes() const
-{
-    return SerializeXml(m_document);
 }
 
 void DataFile::Release()
 {
-    m_document.reset();
-    m_bytes = {};
-    m_ours.clear();
-    m_unsaved = false;
+    m_contents = std::make_unique<Contents>(m_names);
+    m_isUnsaved = false;
 }
 
-pugi::xml_node DataFile::Container() const
+void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations)
 {
-    return Needed(m_document.first_child());
+    m_isUnsaved = true;
+    std::error_code ignored;
+    const std::string path =
+        Resolved(std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.Existing(name));
+    SafeWriter writer(operations);
+    const FolderLock lock = writer.LockFolderOf(path);
+    if (!operations.Look(FolderOf(path)).IsSameFile(m_folder)) {
+        throw Error(ErrorNumber::PathNotFound,
+                    "The folder of " + m_name + " is no longer the one that was opened:\r\n" + FolderOf(path) +
+                        "\r\nNothing was written. Your changes are kept while Tarno is open. Make that folder "
+                        "available again, then save once more.");
+    }
+    std::string lastRead;
+    for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
+        const FileState found = operations.Look(path);
+        if (!found.exists || found == m_version || MergeFile(path, found, lastRead, operations)) {
+            if (const auto written = writer.Replace(path, SerializeXml(m_contents->document), found)) {
+                m_version = *written;
+                Records().ForgetChanges();
+                operations.SyncFolder(FolderOf(path));
+                m_isUnsaved = false;
+                return;
+            }
+        }
+        operations.Pause();
+    }
+    throw Error(ErrorNumber::PathFileAccess,
+                "Another program has changed " + path + ", which is damaged or not yet complete." +
+                    "\r\nNothing was written. Your changes are kept while Tarno is open. Restore that file or "
+                    "move it away, then save once more.");
 }
 
-pugi::xml_node DataFile::Data() const
+std::unique_ptr<DataFile::Contents> DataFile::Parsed(std::string bytes) const
 {
-    return Needed(m_document.child("data"));
+    auto contents = std::make_unique<Contents>(m_names);
+    contents->bytes = std::move(bytes);
+    if (!ParseXmlInPlace(contents->bytes, contents->document) || !contents->document.child("data")) {
+        return nullptr;
+    }
+    contents->records.Rebuild();
+    return contents;
+}
+
+bool DataFile::MergeFile(const std::string& path, const FileState& found, std::string& lastRead,
+                         FileOperations& operations)
+{
+    if (!found.isReplaceable) {
+        throw Error(ErrorNumber::PathFileAccess);
+    }
+    std::string bytes = Patiently(operations, mostAttempts, [&] { return ReadWholeFile(path); });
+    // a file that has replaced another one is complete; the same file may still be being written
+    const bool isStable = !found.IsSameFile(m_version) || bytes == lastRead;
+    lastRead = bytes;
+    auto theirs = isStable ? Parsed(std::move(bytes)) : nullptr;
+    if (!theirs) {
+        return false;
+    }
+    MoveDataToTheFront(theirs->document);
+    const MergeResult merged = MergeChanges(Records(), theirs->records);
+    for (const Conflict& conflict : merged.conflicts) {
+        m_conflicts.push_back(
+            {conflict, conflict.theirs.Count() == 0 ? "" : Keep(conflict.theirs, path, operations)});
+    }
+    m_newKeys.insert(merged.newKeys.begin(), merged.newKeys.end());
+    m_contents = std::move(theirs);
+    m_version = found;
+    return true;
 }

@@ -1,71 +1,80 @@
 #pragma once
 
+#include "core/FileOperations.h"
 #include "core/ProgramFolder.h"
 #include "core/SafeWriter.h"
+#include "store/Merge.h"
+#include "store/RecordTable.h"
 
-#include <pugixml.hpp>
-
-#include <optional>
+#include <memory>
 #include <string>
-#include <string_view>
+#include <vector>
 
-/// One data file, held whole in memory: a document whose element `data` holds the records. It knows its own
-/// version of the file, the one that was read or written last, from one that another program has put there.
+/// A conflict that was resolved. `keptAs` is the path of the file that holds the other version of the record,
+/// empty if there is none because the other program has deleted it.
+struct ResolvedConflict : Conflict {
+    std::string keptAs;
+};
+
+/// One data file, held whole in memory: a document whose element `data` holds the records. Its file may be
+/// changed by other programs at any time.
 class DataFile
 {
 public:
-    explicit DataFile(std::string name);
-    DataFile(const DataFile&) = delete;
-    DataFile& operator=(const DataFile&) = delete;
-    ~DataFile() = default;
+    DataFile(std::string name, RecordTable::Names names);
 
     const std::string& Name() const { return m_name; }
 
+    RecordTable& Records() { return m_contents->records; }
+
+    const RecordTable& Records() const { return m_contents->records; }
+
     /// Reads the file from `folder`. A file that is missing, damaged or no data file leaves the document
     /// empty: every operation on it then fails, so nothing can be saved over it.
-    void Load(const ProgramFolder& folder);
-
-    /// Holds what `bytes`, another version of the file, say; it is its own version from then on. Returns
-    /// false when they are no data file; the document is empty then.
-    bool TakeOver(std::string bytes);
-
-    /// Where Save writes: the file that was loaded; where that is gone, the existing file of `name`, whatever
-    /// the case of its letters.
-    std::string SavePath(const ProgramFolder& folder, const std::string& name) const;
-
-    /// What the file at `path` holds when another program has written it; nothing when it is our own version,
-    /// when there is no file, or when the document is empty. Throws Error when it cannot be read.
-    std::optional<std::string> OtherVersion(const std::string& path) const;
-
-    /// From now on `bytes`, another version of the file, may be replaced without a trace.
-    void GiveUp(std::string_view bytes) { m_ours.push_back(SafeWriter::FingerprintOf(bytes)); }
-
-    /// Writes the whole document to `path`. Another program's version that stands there by then is kept as
-    /// SafeWriter::Keep does; returns the path of that file, otherwise the empty text.
-    /// Throws Error; the document then still counts as unsaved.
-    std::string Save(const std::string& path, SafeWriter& writer);
-
-    /// The document as Save writes it.
-    std::string Bytes() const;
+    void Load(const ProgramFolder& folder, FileOperations& operations);
 
     void Release();
 
-    /// The document's first child, where records are listed and appended.
-    /// Throws Error ObjectNotSet when the document is empty.
-    pugi::xml_node Container() const;
-    /// The document's child `data`, where records are looked up. Throws as Container.
-    pugi::xml_node Data() const;
+    /// Writes all changes to the file that was loaded or, if it is gone, to the file `name` of `folder`
+    /// whatever the case of its letters. Changes of other programs are merged into the document first. A
+    /// replaced version of a record is written to "tarno-kept-1.xml" or the next number that is free.
+    /// Throws Error: PermissionDenied if the folder stays locked, PathNotFound if it is no longer the folder
+    /// that was opened, PathFileAccess if the file is damaged or incomplete, and what SafeWriter throws. The
+    /// changes then stay in memory for the next save.
+    void Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations);
 
-    /// Whether the last Save did not succeed, or could not even begin: the document differs from the file.
-    bool IsUnsaved() const { return m_unsaved; }
+    /// Whether the last Save failed: the document differs from the file.
+    bool IsUnsaved() const { return m_isUnsaved; }
 
-    void CountAsUnsaved() { m_unsaved = true; }
+    /// The conflicts that saving has resolved since the last call, and the new keys of records added here by
+    /// those they had before.
+    std::vector<ResolvedConflict> TakeConflicts() { return std::exchange(m_conflicts, {}); }
+
+    KeyMap TakeNewKeys() { return std::exchange(m_newKeys, {}); }
 
 private:
+    struct Contents {
+        explicit Contents(RecordTable::Names names) : records(document, names) {}
+
+        std::string bytes; ///< as read; the values of the document lie in them
+        pugi::xml_document document;
+        RecordTable records;
+    };
+
+    /// Null if `bytes` are no data file.
+    std::unique_ptr<Contents> Parsed(std::string bytes) const;
+    /// Merges the file, which another program has changed. Returns false if it is damaged or may still be
+    /// being written. `lastRead` is what the attempt before this one has read.
+    bool MergeFile(const std::string& path, const FileState& found, std::string& lastRead,
+                   FileOperations& operations);
+
     std::string m_name;
-    std::string m_path;  ///< of the file that was loaded
-    std::string m_bytes; ///< of the file as it was loaded, in which the document's values lie
-    pugi::xml_document m_document;
-    SafeWriter::Fingerprints m_ours; ///< of what we read or wrote last, and of what we tried to write since
-    bool m_unsaved = false;
+    RecordTable::Names m_names;
+    std::unique_ptr<Contents> m_contents;
+    std::string m_path;   ///< of the file that was loaded
+    FileState m_folder;   ///< of the folder of that file
+    FileState m_version;  ///< of the file when it was last read or written
+    bool m_isUnsaved = false;
+    std::vector<ResolvedConflict> m_conflicts;
+    KeyMap m_newKeys;
 };

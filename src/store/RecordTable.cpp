@@ -4,7 +4,6 @@
 #include "core/Error.h"
 #include "core/Xml.h"
 
-#include <algorithm>
 #include <limits>
 
 namespace
@@ -28,7 +27,7 @@ std::int32_t KeyAfter(const pugi::xml_node& lastRecord)
     return key + 1;
 }
 
-pugi::xml_node Stored(const pugi::xml_node& node)
+pugi::xml_node Needed(const pugi::xml_node& node)
 {
     if (!node) {
         throw Error(ErrorNumber::ObjectNotSet);
@@ -40,12 +39,15 @@ pugi::xml_node Stored(const pugi::xml_node& node)
 
 void RecordTable::Rebuild()
 {
+    m_changes.clear();
+    Index();
+}
+
+void RecordTable::Index()
+{
     m_byKey.clear();
-    try {
-        for (const pugi::xml_node& record : m_file.Data().children(m_names.record)) {
-            Index(record);
-        }
-    } catch (const Error&) { // NOLINT(bugprone-empty-catch): an unreadable file has no records
+    for (const pugi::xml_node& record : m_document.child("data").children(m_names.record)) {
+        Index(record);
     }
 }
 
@@ -59,7 +61,7 @@ void RecordTable::Index(const pugi::xml_node& record)
 RecordList RecordTable::List() const
 {
     RecordList records;
-    for (const pugi::xml_node& node : m_file.Container().children()) {
+    for (const pugi::xml_node& node : Container().children()) {
         if (node.type() == pugi::node_element) {
             records.emplace_back(node);
         }
@@ -69,11 +71,13 @@ RecordList RecordTable::List() const
 
 RecordView RecordTable::Get(const std::string& key) const
 {
+    return RecordView(Needed(Find(key)));
+}
+
+pugi::xml_node RecordTable::Find(const std::string& key) const
+{
     const auto found = m_byKey.find(key);
-    if (found == m_byKey.end()) {
-        throw Error(ErrorNumber::ObjectNotSet);
-    }
-    return RecordView(found->second);
+    return found == m_byKey.end() ? pugi::xml_node() : found->second;
 }
 
 RecordView RecordTable::First() const
@@ -85,39 +89,14 @@ RecordView RecordTable::First() const
     return records.front();
 }
 
-bool RecordTable::HoldsAllOf(const RecordTable& other) const
-{
-    const std::vector<std::string> ours = SortedTexts();
-    const std::vector<std::string> theirs = other.SortedTexts();
-    return std::includes(ours.begin(), ours.end(), theirs.begin(), theirs.end());
-}
-
-bool RecordTable::AgreesWith(const RecordTable& other, const std::string& key) const
-{
-    const auto text = [&key](const RecordTable& table) {
-        const auto found = table.m_byKey.find(key);
-        return found == table.m_byKey.end() ? std::string() : SerializeXml(found->second);
-    };
-    return text(*this) == text(other);
-}
-
-std::vector<std::string> RecordTable::SortedTexts() const
-{
-    std::vector<std::string> texts;
-    for (const RecordView& record : List()) {
-        texts.push_back(SerializeXml(record.Node()));
-    }
-    std::sort(texts.begin(), texts.end());
-    return texts;
-}
-
 void RecordTable::Append(Record& record)
 {
-    pugi::xml_node container = m_file.Container();
+    pugi::xml_node container = Container();
     const pugi::xml_node last = LastRecord(container);
     Record keyed = record;
     keyed.SetText(0, last ? std::to_string(KeyAfter(last)) : "1");
-    Index(Stored(container.append_copy(keyed.View().Node())));
+    NoteChange(keyed.Text(0));
+    Index(Needed(container.append_copy(keyed.View().Node())));
     record = std::move(keyed);
 }
 
@@ -125,22 +104,63 @@ void RecordTable::Replace(const Record& record)
 {
     const std::string key = record.Text(0);
     const pugi::xml_node old = Get(key).Node();
-    pugi::xml_node data = m_file.Data();
-    const pugi::xml_node stored = Stored(data.insert_copy_after(record.View().Node(), old));
+    NoteChange(key);
+    pugi::xml_node data = Data();
+    const pugi::xml_node stored = Needed(data.insert_copy_after(record.View().Node(), old));
     data.remove_child(old);
     const pugi::xml_node storedKey = stored.child(m_names.key);
     if (storedKey && TextOf(storedKey) == key) {
         m_byKey[key] = stored;
     } else {
-        Rebuild(); // what stands first in the record is not its key
+        Index(); // what stands first in the record is not its key
     }
 }
 
 void RecordTable::Remove(const std::string& key)
 {
-    pugi::xml_node data = m_file.Data();
-    if (const auto found = m_byKey.find(key); found != m_byKey.end()) {
-        data.remove_child(found->second);
-        Rebuild(); // a later record with the same key is the first one now
+    pugi::xml_node data = Data();
+    if (const pugi::xml_node record = Find(key)) {
+        NoteChange(key);
+        data.remove_child(record);
+        Index(); // a later record with the same key is the first one now
     }
+}
+
+void RecordTable::Restore(const Record& record, const std::vector<std::string>& keysBefore)
+{
+    pugi::xml_node data = Data();
+    NoteChange(record.Text(0));
+    pugi::xml_node before;
+    for (auto key = keysBefore.rbegin(); key != keysBefore.rend() && !before; ++key) {
+        before = Find(*key);
+    }
+    const pugi::xml_node& node = record.View().Node();
+    Index(Needed(before ? data.insert_copy_after(node, before) : data.prepend_copy(node)));
+}
+
+std::vector<std::string> RecordTable::KeysBefore(const std::string& key) const
+{
+    std::vector<std::string> keys;
+    for (const RecordView& record : List()) {
+        if (record.Node() == Find(key)) {
+            break;
+        }
+        keys.push_back(TextOf(record.Node().child(m_names.key)));
+    }
+    return keys;
+}
+
+pugi::xml_node RecordTable::Container() const
+{
+    return Needed(m_document.first_child());
+}
+
+pugi::xml_node RecordTable::Data() const
+{
+    return Needed(m_document.child("data"));
+}
+
+void RecordTable::NoteChange(const std::string& key)
+{
+    m_changes.try_emplace(key, SerializeXml(Find(key)));
 }

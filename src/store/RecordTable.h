@@ -1,16 +1,17 @@
 #pragma once
 
-#include "store/DataFile.h"
 #include "store/Record.h"
 
-#include <cstdint>
+#include <pugixml.hpp>
+
+#include <map>
 #include <string>
-#include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
-/// The records of one data file, found by their key. Entries, locations, field definitions and saved
-/// reports differ only in their names. Nothing here touches the disk; whoever changes a table saves it.
+/// The records of one data file, by key, and the changes that its file lacks. Entries, locations, field
+/// definitions and saved reports differ only in their names. Nothing here reads or writes files.
 class RecordTable
 {
 public:
@@ -19,47 +20,72 @@ public:
         const char* key;    ///< the child element that holds its key
     };
 
-    RecordTable(DataFile& file, Names names) : m_file(file), m_names(names) {}
+    /// The order of keys that are decimal numbers.
+    struct KeyOrder {
+        bool operator()(const std::string& left, const std::string& right) const
+        {
+            return std::pair(left.size(), left) < std::pair(right.size(), right);
+        }
+    };
 
-    const Names& RecordNames() const { return m_names; }
+    /// By key, each changed record in XML as it was before its first change; empty if it is new.
+    using Changes = std::map<std::string, std::string, KeyOrder>;
 
-    /// To be called when the file was loaded or released.
+    /// `document` must outlive the table.
+    RecordTable(pugi::xml_document& document, Names names) : m_document(document), m_names(names) {}
+
+    /// To be called after the document was parsed or reset. There are no changes then.
     void Rebuild();
 
     /// The records in file order; comments and the like between them do not count.
-    /// Throws Error ObjectNotSet when the file could not be read.
+    /// Throws Error ObjectNotSet if the document is empty.
     RecordList List() const;
 
     /// The first record whose key is `key` as text ("012" is not "12").
-    /// Throws Error ObjectNotSet when there is none or the file could not be read.
+    /// Throws Error ObjectNotSet if there is none or the document is empty.
     RecordView Get(const std::string& key) const;
+
+    /// The same record; a null node if there is none.
+    pugi::xml_node Find(const std::string& key) const;
 
     /// The first record of the file. Throws as Get.
     RecordView First() const;
 
-    /// Whether every record of `other` is here too, with the same values.
-    /// Throws Error ObjectNotSet when one of the files could not be read.
-    bool HoldsAllOf(const RecordTable& other) const;
-
-    /// Whether both have the same record under `key`, or neither has one.
-    bool AgreesWith(const RecordTable& other, const std::string& key) const;
-
     /// Appends a copy of `record` under the key of the last record plus one ("1" in an empty file) and
-    /// writes the new key into `record`. Throws Error: TypeMismatch or Overflow when the last key is no
-    /// 32-bit number that can be counted on, ObjectNotSet when the file could not be read.
+    /// writes the new key into `record`. Throws Error: TypeMismatch or Overflow if the last key is no 32-bit
+    /// number that can be counted on, ObjectNotSet if the document is empty.
     void Append(Record& record);
 
-    /// Puts a copy of `record` into the place of the stored record with the same key. Throws as Get.
+    /// Puts a copy of `record` in the place of the stored record with the same key. Throws as Get.
     void Replace(const Record& record);
 
-    /// Removes the record if there is one. Throws Error ObjectNotSet when the file could not be read.
+    /// Removes the record if there is one. Throws Error ObjectNotSet if the document is empty.
     void Remove(const std::string& key);
 
-private:
-    void Index(const pugi::xml_node& record);
-    std::vector<std::string> SortedTexts() const;
+    /// Inserts a copy of `record`, which was removed, behind the record of the last of `keysBefore` that the
+    /// table has. Throws Error ObjectNotSet if the document is empty.
+    void Restore(const Record& record, const std::vector<std::string>& keysBefore);
 
-    DataFile& m_file;
+    /// The keys of the records before that of `key`, in file order.
+    std::vector<std::string> KeysBefore(const std::string& key) const;
+
+    /// What has been appended, replaced, removed and restored.
+    const Changes& PendingChanges() const { return m_changes; }
+
+    /// To be called when the file has all changes.
+    void ForgetChanges() { m_changes.clear(); }
+
+private:
+    /// The first child of the document, where records are listed and appended, and its child `data`, where
+    /// they are looked up. They throw Error ObjectNotSet if the document is empty.
+    pugi::xml_node Container() const;
+    pugi::xml_node Data() const;
+    void Index();
+    void Index(const pugi::xml_node& record);
+    void NoteChange(const std::string& key);
+
+    pugi::xml_document& m_document;
     Names m_names;
     std::unordered_map<std::string, pugi::xml_node> m_byKey; ///< the first record of each key
+    Changes m_changes;
 };

@@ -6,6 +6,10 @@
 #include "store/LogGrid.h"
 #include "store/RecordLayouts.h"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 namespace
 {
 
@@ -18,38 +22,10 @@ constexpr RecordTable::Names reportNames{"report", "RptNo"};
 
 constexpr std::string_view newKey = "0"; ///< of a record that has no key yet
 
-std::string KeptNotice(const std::string& file, std::string_view now, const std::string& kept)
+/// Empty if the record has no such value.
+std::string TextAt(const Record& record, std::size_t position)
 {
-    return "Another program has changed " + file + ". Nothing is lost: the log is now as " +
-           std::string(now) + " is kept in\r\n" + kept;
-}
-
-std::string OursStays(const std::string& file, const std::string& kept)
-{
-    return KeptNotice(file, "you see it here; the other version", kept);
-}
-
-std::string TheirsIsTaken(const std::string& file, const std::string& kept)
-{
-    return KeptNotice(file, "that program left it, with your change; what you saw here before", kept);
-}
-
-std::string FoundAgain(const std::string& file, const std::string& kept)
-{
-    return "Tarno was ended by force while it wrote " + file +
-           ". Nothing is lost: what another program had written meanwhile is kept in\r\n" + kept;
-}
-
-void AddNotice(std::string& notice, const std::string& more)
-{
-    notice += (notice.empty() ? "" : "\r\n\r\n") + more;
-}
-
-void Tell(std::string_view routine, const std::string& notice)
-{
-    if (!notice.empty()) {
-        ErrorLog(module, routine, nullptr, notice);
-    }
+    return position < record.Count() ? record.Text(position) : std::string();
 }
 
 template <typename Body>
@@ -62,7 +38,7 @@ Status Trapped(std::string_view routine, Body&& body)
 
 cSQL::cSQL(const ProgramFolder& folder, FileOperations& operations)
     : m_folder(folder),
-      m_writer(operations),
+      m_operations(operations),
       m_entries("tarno.xml", entryNames),
       m_fields("field.xml", fieldNames),
       m_locations("location.xml", locationNames),
@@ -75,29 +51,21 @@ cSQL::cSQL(const ProgramFolder& folder, FileOperations& operations)
 
 Status cSQL::Init()
 {
-    std::string notice;
-    const Status status = Trapped("Init", [&] {
-        for (Document* document : {&m_entries, &m_fields, &m_locations, &m_entryBlank, &m_locationBlank,
-                                   &m_reports, &m_reportBlank}) {
-            document->file.Load(m_folder);
-            document->table.Rebuild();
-            for (const std::string& kept :
-                 m_writer.RemoveLeftovers(m_folder.Existing(document->file.Name()))) {
-                AddNotice(notice, FoundAgain(document->file.Name(), kept));
-            }
+    return Trapped("Init", [&] {
+        for (DataFile* file : {&m_entries, &m_fields, &m_locations, &m_entryBlank, &m_locationBlank,
+                               &m_reports, &m_reportBlank}) {
+            file->Load(m_folder, m_operations);
+            SafeWriter(m_operations).RemoveStale(m_folder.Existing(file->Name()));
         }
     });
-    Tell("Init", notice);
-    return status;
 }
 
 Status cSQL::DeInit()
 {
     return Trapped("DeInit", [&] {
-        for (Document* document : {&m_entries, &m_locations, &m_fields, &m_entryBlank, &m_locationBlank,
-                                   &m_reports, &m_reportBlank}) {
-            document->file.Release();
-            document->table.Rebuild();
+        for (DataFile* file : {&m_entries, &m_locations, &m_fields, &m_entryBlank, &m_locationBlank,
+                               &m_reports, &m_reportBlank}) {
+            file->Release();
         }
     });
 }
@@ -154,9 +122,7 @@ Status cSQL::ReportUpdate(Record& xRpt)
 
 Status cSQL::FieldUpdate(const Record& xFld)
 {
-    return Change(
-        "FieldUpdate", m_fields, "Field.xml", [&] { return xFld.Text(0); },
-        [&](RecordTable& table) { table.Replace(xFld); });
+    return Change("FieldUpdate", m_fields, "Field.xml", [&](RecordTable& table) { table.Replace(xFld); });
 }
 
 Status cSQL::EntryDelete(std::int16_t iTarnoNo)
@@ -178,14 +144,14 @@ std::string cSQL::LocationNameGet(const std::string& sLocNo) const
 {
     std::string name = "1";
     Trap(module, "LocationNameGet",
-         [&] { name = m_locations.table.Get(sLocNo).Text(LocationField::LocName); });
+         [&] { name = m_locations.Records().Get(sLocNo).Text(LocationField::LocName); });
     return name;
 }
 
 Status cSQL::ReportLogData(const std::string& sFlds, const std::string& sKeys, std::int16_t iLocNo)
 {
     return Trapped("ReportLogData", [&] {
-        m_reportGrid = LogGrid(m_entries.table.List(),
+        m_reportGrid = LogGrid(m_entries.Records().List(),
                                {.names = Split(sFlds, ','), .keys = Split(sKeys, ','), .location = iLocNo},
                                [this](const std::string& number) { return LocationNameGet(number); });
     });
@@ -194,91 +160,114 @@ Status cSQL::ReportLogData(const std::string& sFlds, const std::string& sKeys, s
 std::vector<std::string> cSQL::UnsavedFiles() const
 {
     std::vector<std::string> names;
-    for (const Document* document : {&m_entries, &m_locations, &m_fields, &m_reports}) {
-        if (document->file.IsUnsaved()) {
-            names.push_back(document->file.Name());
+    for (const DataFile* file : {&m_entries, &m_locations, &m_fields, &m_reports}) {
+        if (file->IsUnsaved()) {
+            names.push_back(file->Name());
         }
     }
     return names;
 }
 
-Status cSQL::List(std::string_view routine, const Document& from, RecordList& list)
+Status cSQL::List(std::string_view routine, const DataFile& from, RecordList& list)
 {
     return Trapped(routine, [&] {
-        if (RecordList records = from.table.List(); !records.empty()) {
+        if (RecordList records = from.Records().List(); !records.empty()) {
             list = std::move(records);
         }
     });
 }
 
-Status cSQL::Get(std::string_view routine, const Document& from, const Document& blank, std::int16_t key,
+Status cSQL::Get(std::string_view routine, const DataFile& from, const DataFile& blank, std::int16_t key,
                  Record& record)
 {
     return Trapped(routine, [&] {
-        record = Record(key != 0 ? from.table.Get(std::to_string(key)) : blank.table.First());
+        record = Record(key != 0 ? from.Records().Get(std::to_string(key)) : blank.Records().First());
     });
 }
 
-Status cSQL::Update(std::string_view routine, Document& in, Record& record, const char* savedAs)
+Status cSQL::Update(std::string_view routine, DataFile& in, Record& record, const char* savedAs)
 {
-    return Change(
-        routine, in, savedAs, [&] { return record.Text(0); },
-        [&](RecordTable& table) {
-            if (record.Text(0) == newKey) {
-                table.Append(record);
-            } else {
-                table.Replace(record);
-            }
-        });
+    const auto change = [&](RecordTable& table) {
+        if (record.Text(0) == newKey) {
+            table.Append(record);
+        } else {
+            table.Replace(record);
+        }
+    };
+    return Change(routine, in, savedAs, change, &record);
 }
 
-Status cSQL::Delete(std::string_view routine, Document& in, std::int16_t key, const char* savedAs)
+Status cSQL::Delete(std::string_view routine, DataFile& in, std::int16_t key, const char* savedAs)
 {
-    return Change(
-        routine, in, savedAs, [&] { return std::to_string(key); },
-        [&](RecordTable& table) { table.Remove(std::to_string(key)); });
+    return Change(routine, in, savedAs, [&](RecordTable& table) { table.Remove(std::to_string(key)); });
 }
 
-template <typename KeyOf, typename TableChange>
-Status cSQL::Change(std::string_view routine, Document& in, const char* savedAs, const KeyOf& keyOf,
-                    const TableChange& change)
+template <typename TableChange>
+Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs, const TableChange& change,
+                    Record* updated)
 {
-    std::string notice;
     const Status status = Trapped(routine, [&] {
-        const std::string path = in.file.SavePath(m_folder, savedAs);
-        try {
-            notice = MeetOtherVersion(in, path, keyOf());
-        } catch (...) { // nothing may be written now, but the change goes with the next save
-            change(in.table);
-            in.file.CountAsUnsaved();
-            throw;
+        change(in.Records());
+        if (&in == &m_entries && updated != nullptr) {
+            m_ownTrips.insert(updated->Text(0));
         }
-        change(in.table);
-        if (const std::string kept = in.file.Save(path, m_writer); !kept.empty()) {
-            AddNotice(notice, OursStays(in.file.Name(), kept));
-        }
+        in.Save(m_folder, savedAs, m_operations);
     });
-    Tell(routine, notice);
+    if (const KeyMap newKeys = in.TakeNewKeys(); !newKeys.empty()) {
+        Trap(module, routine, [&] { FollowNewKeys(in, newKeys, updated); });
+    }
+    for (const ResolvedConflict& conflict : in.TakeConflicts()) {
+        if (m_showConflict) {
+            m_showConflict(NoticeOf(in, conflict));
+        }
+    }
     return status;
 }
 
-std::string cSQL::MeetOtherVersion(Document& in, const std::string& path, const std::string& key)
+void cSQL::FollowNewKeys(const DataFile& in, const KeyMap& newKeys, Record* updated)
 {
-    const std::optional<std::string> found = in.file.OtherVersion(path);
-    if (!found) {
-        return {};
+    const auto keyOf = [&](const std::string& key) {
+        const auto found = newKeys.find(key);
+        return found == newKeys.end() ? key : found->second;
+    };
+    if (updated != nullptr) {
+        updated->SetText(0, keyOf(updated->Text(0)));
     }
-    Document theirs(in.file.Name(), in.table.RecordNames());
-    const bool isUsable = theirs.file.TakeOver(*found) && theirs.file.Container() == theirs.file.Data();
-    theirs.table.Rebuild();
-    if (!isUsable || in.file.IsUnsaved() || !theirs.table.AgreesWith(in.table, key)) {
-        const std::string kept = m_writer.Keep(path, *found);
-        in.file.GiveUp(*found);
-        return OursStays(in.file.Name(), kept);
+    if (&in == &m_entries) {
+        std::set<std::string> trips;
+        std::transform(m_ownTrips.begin(), m_ownTrips.end(), std::inserter(trips, trips.end()), keyOf);
+        m_ownTrips = std::move(trips);
+    } else if (&in == &m_locations) {
+        for (const std::string& key : m_ownTrips) {
+            if (const pugi::xml_node stored = m_entries.Records().Find(key)) {
+                Record trip{RecordView(stored)};
+                trip.SetText(EntryField::LocNo, keyOf(trip.Text(EntryField::LocNo)));
+                m_entries.Records().Replace(trip);
+            }
+        }
+        m_entries.Save(m_folder, "tarno.xml", m_operations);
     }
-    const std::string kept =
-        theirs.table.HoldsAllOf(in.table) ? std::string() : m_writer.Keep(path, in.file.Bytes());
-    in.file.TakeOver(*found);
-    in.table.Rebuild();
-    return kept.empty() ? std::string() : TheirsIsTaken(in.file.Name(), kept);
+}
+
+ConflictNotice cSQL::NoticeOf(const DataFile& in, const ResolvedConflict& conflict) const
+{
+    using Kind = ConflictNotice::Kind;
+    const bool isDeletedHere = conflict.ours.Count() == 0;
+    const Record& record = isDeletedHere ? conflict.theirs : conflict.ours;
+    ConflictNotice notice{.kind = &in == &m_entries     ? Kind::Trip
+                                  : &in == &m_locations ? Kind::Location
+                                  : &in == &m_fields    ? Kind::Column
+                                                        : Kind::Report,
+                          .date = {},
+                          .name = TextAt(record, 1),
+                          .isDeletedHere = isDeletedHere,
+                          .keptAs = conflict.keptAs};
+    if (notice.kind == Kind::Trip) {
+        notice.date = TextAt(record, EntryField::StartDate);
+        const pugi::xml_node location = m_locations.Records().Find(TextAt(record, EntryField::LocNo));
+        notice.name = location ? TextAt(Record(RecordView(location)), LocationField::LocName) : std::string();
+    } else if (notice.kind == Kind::Column) {
+        notice.name = TextAt(record, FieldField::Desc);
+    }
+    return notice;
 }

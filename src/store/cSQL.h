@@ -2,16 +2,16 @@
 
 #include "core/FileOperations.h"
 #include "core/ProgramFolder.h"
-#include "core/SafeWriter.h"
 #include "core/ShellSort.h"
 #include "store/DataFile.h"
 #include "store/Record.h"
 #include "store/RecordTable.h"
 
 #include <cstdint>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 /// What an operation of the data access returns.
@@ -19,9 +19,21 @@ using Status = std::int32_t;
 constexpr Status succeeded = 0;
 constexpr Status failed = 1; ///< the error has been reported through ErrorLog
 
+/// A record that this program and another one have changed in different ways; the log has the version of
+/// this one.
+struct ConflictNotice {
+    enum class Kind { Trip, Location, Column, Report };
+
+    Kind kind;
+    std::string date; ///< of a trip
+    std::string name; ///< of the location, column or report; a trip has that of its location
+    bool isDeletedHere;
+    std::string keptAs; ///< path of the file that holds the other version; empty if it was deleted there
+};
+
 /// The only code that touches the data files. Documents are held whole in memory; every change is written
-/// to its file at once. A change whose saving failed stays in memory and goes with the next save. Before a
-/// change, what another program has written into the file meanwhile is taken over, or kept beside it.
+/// to its file at once. A change whose saving failed stays in memory and is written by the next save. Changes
+/// that another program has made in a file are merged, record by record, when that file is saved.
 ///
 /// A record is handed out as a copy and handed back whole; a key of 0 means the blank template.
 class cSQL
@@ -29,6 +41,9 @@ class cSQL
 public:
     /// The references must outlive the object. Until Init every file is empty.
     cSQL(const ProgramFolder& folder, FileOperations& operations);
+
+    /// `show` is called after a save that has met a conflict. Until this is called conflicts are not shown.
+    void SetShowConflict(std::function<void(const ConflictNotice&)> show) { m_showConflict = std::move(show); }
 
     /// Loads the seven files. A file that is missing or damaged is no failure here; the operations that
     /// need it fail. Temporaries that a crash has left behind are removed.
@@ -80,41 +95,32 @@ public:
     std::vector<std::string> UnsavedFiles() const;
 
 private:
-    /// One of the seven files with its records.
-    struct Document {
-        Document(std::string fileName, RecordTable::Names names)
-            : file(std::move(fileName)), table(file, names)
-        {
-        }
-
-        DataFile file;
-        RecordTable table;
-    };
-
-    static Status List(std::string_view routine, const Document& from, RecordList& list);
-    static Status Get(std::string_view routine, const Document& from, const Document& blank, std::int16_t key,
+    static Status List(std::string_view routine, const DataFile& from, RecordList& list);
+    static Status Get(std::string_view routine, const DataFile& from, const DataFile& blank, std::int16_t key,
                       Record& record);
-    Status Update(std::string_view routine, Document& in, Record& record, const char* savedAs);
-    Status Delete(std::string_view routine, Document& in, std::int16_t key, const char* savedAs);
+    Status Update(std::string_view routine, DataFile& in, Record& record, const char* savedAs);
+    Status Delete(std::string_view routine, DataFile& in, std::int16_t key, const char* savedAs);
 
-    /// Runs `change` on the table and saves the file. `keyOf` tells the key of the record that is changed.
-    template <typename KeyOf, typename TableChange>
-    Status Change(std::string_view routine, Document& in, const char* savedAs, const KeyOf& keyOf,
-                  const TableChange& change);
+    /// Runs `change` on the records and saves the file. `updated` is the record that was added or replaced.
+    template <typename TableChange>
+    Status Change(std::string_view routine, DataFile& in, const char* savedAs, const TableChange& change,
+                  Record* updated = nullptr);
 
-    /// Looks, before the record `key` is changed, whether another program has written the file at `path`.
-    /// What it wrote is taken over where it leaves that record as it is here, otherwise it is kept beside the
-    /// file. Returns words for the user when one of the two versions was kept.
-    std::string MeetOtherVersion(Document& in, const std::string& path, const std::string& key);
+    /// Brings what refers to records of `in` up to date: the record of the caller and the trips of this run.
+    void FollowNewKeys(const DataFile& in, const KeyMap& newKeys, Record* updated);
+
+    ConflictNotice NoticeOf(const DataFile& in, const ResolvedConflict& conflict) const;
 
     const ProgramFolder& m_folder;
-    SafeWriter m_writer;
-    Document m_entries;
-    Document m_fields;
-    Document m_locations;
-    Document m_entryBlank;
-    Document m_locationBlank;
-    Document m_reports;
-    Document m_reportBlank;
+    FileOperations& m_operations;
+    DataFile m_entries;
+    DataFile m_fields;
+    DataFile m_locations;
+    DataFile m_entryBlank;
+    DataFile m_locationBlank;
+    DataFile m_reports;
+    DataFile m_reportBlank;
+    std::set<std::string> m_ownTrips; ///< keys of the trips that were added or changed in this run
+    std::function<void(const ConflictNotice&)> m_showConflict;
     ReportTable m_reportGrid;
 };

@@ -7,14 +7,15 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-/// The system's own file operations, of which single steps go wrong as a test wishes. What is not in the
-/// script is really done. A failure that was scripted but never asked for fails the test.
+/// The system's own file operations, some of which fail as the test wants. An announced failure that never
+/// happens fails the test. Pauses take no time.
 class ScriptedFileOperations final : public FileOperations
 {
 public:
@@ -24,11 +25,10 @@ public:
 
     ~ScriptedFileOperations() override { Heal(); }
 
-    static constexpr int always = -1; ///< times that never come to an end
+    static constexpr int always = -1; ///< a number of times without end
 
-    /// The next `times` calls of `step` throw `number` and do nothing, after `before` calls that go well.
-    /// The steps are named "follow", "check", "create", "write", "sync", "close", "size", "replace",
-    /// "exchange", "sync folder", "remove" and "append".
+    /// The next `times` calls of `step` throw `number` and do nothing, after `before` calls that succeed.
+    /// The steps are "look", "create", "replace", "sync folder", "remove", "lock" and "append".
     void Fail(const std::string& step, ErrorNumber number, int times = 1, int before = 0)
     {
         m_failures.push_back({step, number, times, before});
@@ -39,64 +39,48 @@ public:
     {
         for (const Failure& failure : m_failures) {
             if (failure.times >= 0 || failure.before >= 0) {
-                QTest::qFail(("the step that was to fail never came: " + failure.step).c_str(), __FILE__,
+                QTest::qFail(("this step was to fail but was not called: " + failure.step).c_str(), __FILE__,
                              __LINE__);
             }
         }
         m_failures.clear();
     }
 
-    /// From now on a write takes at most `most` bytes.
-    void TakeAtMost(std::size_t most) { m_most = most; }
+    /// From now on a new file lacks its last byte, as if the file system had lost it.
+    void LoseLastByte() { m_losesByte = true; }
 
-    /// From now on a write says that it took one byte more than it did.
-    void LoseBytes() { m_losesBytes = true; }
+    /// From now on folders cannot be locked, as on some file systems.
+    void LockNothing() { m_locks = false; }
 
-    /// From now on no two files can be exchanged in one step, as on some file systems.
-    void ExchangeNothing() { m_exchanges = false; }
-
-    /// `happen` is called right before the next exchange, as if another program were that quick.
-    void BeforeExchange(std::function<void()> happen) { m_beforeExchange = std::move(happen); }
-
-    /// `happen` is called right after the next exchange.
-    void AfterExchange(std::function<void()> happen) { m_afterExchange = std::move(happen); }
+    /// `happen` is called once, right before the next call of `step` ("pause" is one as well), after `before`
+    /// other calls of it: another program acts at that moment.
+    void Before(const std::string& step, std::function<void()> happen, int before = 0)
+    {
+        m_events.push_back({step, std::move(happen), before});
+    }
 
     /// The path of the file created last.
     const std::string& Created() const { return m_created; }
 
-    /// What was called so far, failed calls included; "drop" is a file given up without Close.
+    /// What was called so far, failed calls included.
     const std::vector<std::string>& Steps() const { return m_steps; }
 
-    /// Whether anything was done so far that leaves traces.
-    bool HasWritten() const
+    int Count(const std::string& step) const
     {
-        return std::any_of(m_steps.begin(), m_steps.end(),
-                           [](const std::string& step) { return step != "follow" && step != "check"; });
+        return static_cast<int>(std::count(m_steps.begin(), m_steps.end(), step));
     }
 
-    std::string Followed(const std::string& path) override
+    FileState Look(const std::string& path) override
     {
-        Step("follow");
-        return m_system->Followed(path);
+        Step("look");
+        return m_system->Look(path);
     }
 
-    void CheckReplaceable(const std::string& path) override
-    {
-        Step("check");
-        m_system->CheckReplaceable(path);
-    }
-
-    std::unique_ptr<WritableFile> Create(const std::string& path, const std::string& model) override
+    FileState Create(const std::string& path, std::string_view bytes, const std::string& model) override
     {
         Step("create");
         m_created = path;
-        return std::make_unique<File>(*this, m_system->Create(path, model));
-    }
-
-    std::uint64_t Size(const std::string& path) override
-    {
-        Step("size");
-        return m_system->Size(path);
+        return m_system->Create(path, bytes.substr(0, bytes.size() - (m_losesByte ? 1 : 0)), model);
     }
 
     void Replace(const std::string& from, const std::string& to) override
@@ -105,23 +89,10 @@ public:
         m_system->Replace(from, to);
     }
 
-    bool Exchange(const std::string& from, const std::string& to) override
-    {
-        Step("exchange");
-        if (const auto happen = std::exchange(m_beforeExchange, nullptr)) {
-            happen();
-        }
-        const bool isExchanged = m_exchanges && m_system->Exchange(from, to);
-        if (const auto happen = std::exchange(m_afterExchange, nullptr)) {
-            happen();
-        }
-        return isExchanged;
-    }
-
-    void SyncFolderOf(const std::string& path) override
+    void SyncFolder(const std::string& folder) override
     {
         Step("sync folder");
-        m_system->SyncFolderOf(path);
+        m_system->SyncFolder(folder);
     }
 
     void Remove(const std::string& path) override
@@ -130,9 +101,13 @@ public:
         m_system->Remove(path);
     }
 
-    std::uint32_t ProcessNumber() override { return m_system->ProcessNumber(); }
+    FolderLock Lock(const std::string& folder) override
+    {
+        Step("lock");
+        return m_locks ? m_system->Lock(folder) : nullptr;
+    }
 
-    bool IsRunning(std::uint32_t process) override { return m_system->IsRunning(process); }
+    void Pause() override { Step("pause"); }
 
     void Append(const std::string& path, std::string_view bytes) override
     {
@@ -141,53 +116,6 @@ public:
     }
 
 private:
-    class File final : public WritableFile
-    {
-    public:
-        File(ScriptedFileOperations& script, std::unique_ptr<WritableFile> file)
-            : m_script(script), m_file(std::move(file))
-        {
-        }
-
-        File(const File&) = delete;
-        File& operator=(const File&) = delete;
-
-        ~File() override
-        {
-            if (!m_closed) {
-                m_script.m_steps.emplace_back("drop");
-            }
-        }
-
-        std::size_t Write(std::string_view bytes) override
-        {
-            m_script.Step("write");
-            bytes = bytes.substr(0, m_script.m_most);
-            if (m_script.m_losesBytes && bytes.size() > 1) {
-                return m_file->Write(bytes.substr(0, bytes.size() - 1)) + 1;
-            }
-            return m_file->Write(bytes);
-        }
-
-        void Sync() override
-        {
-            m_script.Step("sync");
-            m_file->Sync();
-        }
-
-        void Close() override
-        {
-            m_script.Step("close");
-            m_file->Close();
-            m_closed = true;
-        }
-
-    private:
-        ScriptedFileOperations& m_script;
-        std::unique_ptr<WritableFile> m_file;
-        bool m_closed = false;
-    };
-
     struct Failure {
         std::string step;
         ErrorNumber number;
@@ -195,28 +123,37 @@ private:
         int before;
     };
 
+    struct Event {
+        std::string step;
+        std::function<void()> happen;
+        int before;
+    };
+
     void Step(const std::string& step)
     {
         m_steps.push_back(step);
-        const auto failure = std::find_if(m_failures.begin(), m_failures.end(),
-                                          [&](const Failure& scripted) { return scripted.step == step; });
-        if (failure == m_failures.end() || failure->before-- > 0) {
-            return;
+        const auto isNow = [&](auto& planned) { return planned.step == step && planned.before-- <= 0; };
+        if (const auto event = std::find_if(m_events.begin(), m_events.end(), isNow);
+            event != m_events.end()) {
+            const auto happen = std::move(event->happen);
+            m_events.erase(event);
+            happen();
         }
-        const ErrorNumber number = failure->number;
-        if (--failure->times == 0) {
-            m_failures.erase(failure);
+        const auto failure = std::find_if(m_failures.begin(), m_failures.end(), isNow);
+        if (failure != m_failures.end()) {
+            const ErrorNumber number = failure->number;
+            if (--failure->times == 0) {
+                m_failures.erase(failure);
+            }
+            throw Error(number);
         }
-        throw Error(number);
     }
 
     std::unique_ptr<FileOperations> m_system = SystemFileOperations();
     std::vector<Failure> m_failures;
+    std::vector<Event> m_events;
     std::string m_created;
     std::vector<std::string> m_steps;
-    std::size_t m_most = std::string_view::npos;
-    bool m_losesBytes = false;
-    bool m_exchanges = true;
-    std::function<void()> m_beforeExchange;
-    std::function<void()> m_afterExchange;
+    bool m_losesByte = false;
+    bool m_locks = true;
 };

@@ -7,6 +7,7 @@
 #include "support/ScriptedFileOperations.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TemporaryFolder.h"
+#include "ui/common/Notices.h"
 #include "ui/common/Program.h"
 
 #include <pugixml.hpp>
@@ -26,7 +27,12 @@ using Values = std::map<std::size_t, std::string>;
 class TestProgram
 {
 public:
-    TestProgram() { CopyShipped(""); }
+    TestProgram()
+    {
+        CopyShipped("");
+        sql.SetShowConflict(
+            [this](const ConflictNotice& conflict) { ShowConflict(conflict, messages); });
+    }
 
     /// The sample log instead of the empty one.
     void UseSample() { CopyShipped("sample/"); }
