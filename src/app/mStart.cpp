@@ -32,8 +32,7 @@ int mStart::Main(const DataFolder& folder)
     });
 
     cSQL sql(programFolder, *operations);
-    sql.SetShowConflict(
-        [&messages](const ConflictNotice& conflict) { ShowConflict(conflict, messages); });
+    sql.SetShowConflict([&messages](const ConflictNotice& conflict) { ShowConflict(conflict, messages); });
     const cDescs descs;
     const auto store = SystemSettingsStore(*operations);
     CRegSettings settings(*store);

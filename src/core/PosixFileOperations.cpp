@@ -72,7 +72,10 @@ public:
     }
 
     /// Some file systems cannot synchronise a folder and answer EINVAL.
-    void Sync() const { Check(Uninterrupted([&] { return ::fsync(m_number); }) == 0 || errno == EINVAL); }
+    void Sync() const
+    {
+        Check(Uninterrupted([&] { return ::fsync(m_number); }) == 0 || errno == EINVAL);
+    }
 
     void Close()
     {
@@ -104,9 +107,8 @@ void CopyRights(const std::string& model, int file)
     std::string value(XATTR_SIZE_MAX, '\0');
     for (const std::string& name : Split(names, '\0')) {
         const ssize_t size = ::getxattr(model.c_str(), name.c_str(), value.data(), value.size());
-        const bool isCopied =
-            size >= 0 &&
-            ::fsetxattr(file, name.c_str(), value.data(), static_cast<std::size_t>(size), 0) == 0;
+        const bool isCopied = size >= 0 && ::fsetxattr(file, name.c_str(), value.data(),
+                                                       static_cast<std::size_t>(size), 0) == 0;
         isGroupRight = isGroupRight && (isCopied || name != accessList);
     }
     (void)::fchmod(file, status.st_mode & (isGroupRight ? 07777U : 07707U));

@@ -8,7 +8,8 @@
 #include <string_view>
 
 /// Writes whole files. A reader, a crash or a power failure finds the old bytes or the new ones, never a
-/// mixture: a temporary file in the same folder is written, synchronised and checked, and replaces the target.
+/// mixture: a temporary file in the same folder is written, synchronised and checked, and replaces the
+/// target.
 class SafeWriter
 {
 public:

@@ -20,7 +20,8 @@ class WindowsFileOperations final : public FileOperations
 public:
     FileState Look(const std::string& path) override
     {
-        const Handle file(Open(path, FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+        const Handle file(
+            Open(path, FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
         if (!file) {
             const Error error = LastError();
             return error.Number() == ErrorNumber::PathNotFound ? FileState() : throw error;
@@ -44,8 +45,8 @@ public:
         DWORD size = 0;
         ::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
         std::string descriptor(size, '\0');
-        const bool hasDescriptor = ::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION,
-                                                      descriptor.data(), size, &size) != 0;
+        const bool hasDescriptor =
+            ::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size) != 0;
         SECURITY_ATTRIBUTES security{sizeof(SECURITY_ATTRIBUTES), descriptor.data(), FALSE};
         const DWORD attributes = ::GetFileAttributesW(from.c_str());
         Handle file(Open(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW,
@@ -77,8 +78,7 @@ public:
     /// A file that exists as long as the lock, even if the process is killed.
     FolderLock Lock(const std::string& folder) override
     {
-        constexpr DWORD flags =
-            FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE;
+        constexpr DWORD flags = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE;
         const auto file =
             std::make_shared<Handle>(Open(folder + "\\tarno.lock", GENERIC_WRITE, 0, OPEN_ALWAYS, flags));
         if (!*file && ::GetLastError() == ERROR_SHARING_VIOLATION) {

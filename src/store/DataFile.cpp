@@ -82,10 +82,11 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     SafeWriter writer(operations);
     const FolderLock lock = writer.LockFolderOf(path);
     if (!operations.Look(FolderOf(path)).IsSameFile(m_folder)) {
-        throw Error(ErrorNumber::PathNotFound,
-                    "The folder of " + m_name + " is no longer the one that was opened:\r\n" + FolderOf(path) +
-                        "\r\nNothing was written. Your changes are kept while Tarno is open. Make that folder "
-                        "available again, then save once more.");
+        throw Error(
+            ErrorNumber::PathNotFound,
+            "The folder of " + m_name + " is no longer the one that was opened:\r\n" + FolderOf(path) +
+                "\r\nNothing was written. Your changes are kept while Tarno is open. Make that folder "
+                "available again, then save once more.");
     }
     std::string lastRead;
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
@@ -101,10 +102,11 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
         }
         operations.Pause();
     }
-    throw Error(ErrorNumber::PathFileAccess,
-                "Another program has changed " + path + ", which is damaged or not yet complete." +
-                    "\r\nNothing was written. Your changes are kept while Tarno is open. Restore that file or "
-                    "move it away, then save once more.");
+    throw Error(
+        ErrorNumber::PathFileAccess,
+        "Another program has changed " + path + ", which is damaged or not yet complete." +
+            "\r\nNothing was written. Your changes are kept while Tarno is open. Restore that file or "
+            "move it away, then save once more.");
 }
 
 std::unique_ptr<DataFile::Contents> DataFile::Parsed(std::string bytes) const

@@ -71,9 +71,9 @@ private:
     std::string m_name;
     RecordTable::Names m_names;
     std::unique_ptr<Contents> m_contents;
-    std::string m_path;   ///< of the file that was loaded
-    FileState m_folder;   ///< of the folder of that file
-    FileState m_version;  ///< of the file when it was last read or written
+    std::string m_path;  ///< of the file that was loaded
+    FileState m_folder;  ///< of the folder of that file
+    FileState m_version; ///< of the file when it was last read or written
     bool m_isUnsaved = false;
     std::vector<ResolvedConflict> m_conflicts;
     KeyMap m_newKeys;

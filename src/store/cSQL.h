@@ -43,7 +43,10 @@ public:
     cSQL(const ProgramFolder& folder, FileOperations& operations);
 
     /// `show` is called after a save that has met a conflict. Until this is called conflicts are not shown.
-    void SetShowConflict(std::function<void(const ConflictNotice&)> show) { m_showConflict = std::move(show); }
+    void SetShowConflict(std::function<void(const ConflictNotice&)> show)
+    {
+        m_showConflict = std::move(show);
+    }
 
     /// Loads the seven files. A file that is missing or damaged is no failure here; the operations that
     /// need it fail. Temporaries that a crash has left behind are removed.

@@ -2,6 +2,12 @@
 #include "support/StdStrings.h"
 #include "support/TestClass.h"
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <cerrno>
+#endif
+
 class tst_Error : public QObject
 {
     Q_OBJECT
@@ -52,6 +58,57 @@ private Q_SLOTS:
         const Error error(ErrorNumber::TypeMismatch, "not a tide");
         QVERIFY(error.Number() == ErrorNumber::TypeMismatch);
         QCOMPARE(error.Description(), std::string("not a tide"));
+    }
+
+    void errorOf_systemFailure_isTheMatchingNumber_data()
+    {
+        QTest::addColumn<int>("failure");
+        QTest::addColumn<ErrorNumber>("number");
+        const auto row = [](const char* name, int failure, ErrorNumber number) {
+            QTest::newRow(name) << failure << number;
+        };
+#ifdef Q_OS_WIN
+        row("access denied", ERROR_ACCESS_DENIED, ErrorNumber::PathFileAccess);
+        row("sharing violation", ERROR_SHARING_VIOLATION, ErrorNumber::PermissionDenied);
+        row("lock violation", ERROR_LOCK_VIOLATION, ErrorNumber::PermissionDenied);
+        row("disk full", ERROR_DISK_FULL, ErrorNumber::DiskFull);
+        row("handle disk full", ERROR_HANDLE_DISK_FULL, ErrorNumber::DiskFull);
+        row("file not found", ERROR_FILE_NOT_FOUND, ErrorNumber::PathNotFound);
+        row("path not found", ERROR_PATH_NOT_FOUND, ErrorNumber::PathNotFound);
+        row("file exists", ERROR_FILE_EXISTS, ErrorNumber::FileAlreadyExists);
+        row("io device", ERROR_IO_DEVICE, ErrorNumber::DeviceInputOutput);
+        row("not enough memory", ERROR_NOT_ENOUGH_MEMORY, ErrorNumber::OutOfMemory);
+        row("write fault, not an errno of the same number", ERROR_WRITE_FAULT, ErrorNumber::PathFileAccess);
+#else
+        row("ENOSPC", ENOSPC, ErrorNumber::DiskFull);
+        row("EDQUOT", EDQUOT, ErrorNumber::DiskFull);
+        row("EFBIG", EFBIG, ErrorNumber::DiskFull);
+        row("EBUSY", EBUSY, ErrorNumber::PermissionDenied);
+        row("ETXTBSY", ETXTBSY, ErrorNumber::PermissionDenied);
+        row("EAGAIN", EAGAIN, ErrorNumber::PermissionDenied);
+        row("ENOENT", ENOENT, ErrorNumber::PathNotFound);
+        row("EEXIST", EEXIST, ErrorNumber::FileAlreadyExists);
+        row("EIO", EIO, ErrorNumber::DeviceInputOutput);
+        row("ENOMEM", ENOMEM, ErrorNumber::OutOfMemory);
+        for (const int other :
+             {EACCES, EPERM, EROFS, EXDEV, EOPNOTSUPP, EINVAL, ENOTDIR, ELOOP, ENAMETOOLONG}) {
+            row(std::generic_category().message(other).c_str(), other, ErrorNumber::PathFileAccess);
+        }
+#endif
+    }
+
+    void errorOf_systemFailure_isTheMatchingNumber()
+    {
+        QFETCH(int, failure);
+        QFETCH(ErrorNumber, number);
+#ifdef Q_OS_WIN
+        const auto& category = std::system_category();
+#else
+        const auto& category = std::generic_category();
+#endif
+        const Error error = ErrorOf({failure, category});
+        QVERIFY(error.Number() == number);
+        QCOMPARE(error.Description(), std::string(Describe(number)));
     }
 };
 

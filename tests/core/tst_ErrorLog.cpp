@@ -132,7 +132,8 @@ private Q_SLOTS:
     {
         m_operations->Fail("append", ErrorNumber::PermissionDenied, 3);
         ErrorLog("cSQL", "EntryGet", &objectNotSet);
-        QCOMPARE(m_operations->Steps(), Texts(4, "append"));
+        QCOMPARE(m_operations->Steps(),
+                 (Texts{"append", "pause", "append", "pause", "append", "pause", "append"}));
         QCOMPARE(m_folder->Read("Tarno.log"), recordOfEntryGet);
         QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet}));
     }

@@ -4,6 +4,8 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
 
+#include <chrono>
+
 using namespace std::string_literals;
 
 namespace
@@ -20,79 +22,94 @@ class tst_FileOperations : public QObject
 
 private Q_SLOTS:
 
-    void followed_noLink_isItself()
-    {
-        const TemporaryFolder folder;
-        folder.Write("h\u0101puku.xml", "x");
-        QCOMPARE(ToPath(m_operations->Followed(folder.PathOf("h\u0101puku.xml"))),
-                 ToPath(folder.PathOf("h\u0101puku.xml")).make_preferred());
-        QCOMPARE(m_operations->Followed(folder.PathOf("new")), folder.PathOf("new"));
-        QCOMPARE(m_operations->Followed(folder.PathOf("gone/new")), folder.PathOf("gone/new"));
-    }
-
-    void checkReplaceable_regularFileOrNone_passes()
-    {
-        const TemporaryFolder folder;
-        folder.Write("file", "x");
-        QCOMPARE(RaisedNumber([&] { m_operations->CheckReplaceable(folder.PathOf("file")); }), 0);
-        QCOMPARE(RaisedNumber([&] { m_operations->CheckReplaceable(folder.PathOf("none")); }), 0);
-    }
-
-    void checkReplaceable_aFolder_isPathFileAccess()
-    {
-        const TemporaryFolder folder;
-        QCOMPARE(RaisedNumber([&] { m_operations->CheckReplaceable(folder.Path()); }), 75);
-    }
-
-    void create_existingFile_isFileAlreadyExistsAndKept()
-    {
-        const TemporaryFolder folder;
-        folder.Write("file", "old");
-        QCOMPARE(RaisedNumber([&] { m_operations->Create(folder.PathOf("file"), folder.PathOf("file")); }),
-                 58);
-        QCOMPARE(folder.Read("file"), "old"s);
-    }
-
-    void size_ofAFile_isItsBytes()
+    void look_fileFolderOrNothing_isTold()
     {
         const TemporaryFolder folder;
         folder.Write("file", "12345");
-        QCOMPARE(static_cast<int>(m_operations->Size(folder.PathOf("file"))), 5);
-        QCOMPARE(RaisedNumber([&] { m_operations->Size(folder.PathOf("none")); }), 76);
+        const FileState file = m_operations->Look(folder.PathOf("file"));
+        QVERIFY(file.exists && file.isReplaceable);
+        QCOMPARE(file.size, std::uint64_t{5});
+        const FileState inside = m_operations->Look(folder.Path());
+        QVERIFY(inside.exists && !inside.isReplaceable);
+        for (const char* name : {"none", "gone/none"}) {
+            QVERIFY(m_operations->Look(folder.PathOf(name)) == FileState());
+        }
     }
 
-    void replace_aFile_takesItsPlace()
+    void look_everyChangeOfAFile_isAnotherState()
     {
         const TemporaryFolder folder;
-        folder.Write("from", "new");
+        const std::string path = folder.PathOf("file");
+        folder.Write("file", "12345");
+        const FileState before = m_operations->Look(path);
+        QVERIFY(m_operations->Look(path) == before);
+
+        std::filesystem::last_write_time(ToPath(path), std::filesystem::last_write_time(ToPath(path)) +
+                                                           std::chrono::seconds(1));
+        const FileState touched = m_operations->Look(path);
+        QVERIFY(touched != before);
+        QVERIFY(touched.IsSameFile(before));
+
+        const auto time = std::filesystem::last_write_time(ToPath(path));
+        folder.Write("file", "123456");
+        std::filesystem::last_write_time(ToPath(path), time);
+        const FileState longer = m_operations->Look(path);
+        QVERIFY(longer != touched);
+        QVERIFY(longer.IsSameFile(before));
+
+        folder.Write("other", "123456");
+        std::filesystem::last_write_time(ToPath(folder.PathOf("other")), time);
+        std::filesystem::rename(ToPath(folder.PathOf("other")), ToPath(path));
+        const FileState replaced = m_operations->Look(path);
+        QVERIFY(replaced != longer);
+        QVERIFY(!replaced.IsSameFile(before));
+    }
+
+    void look_folder_isTheSameWhateverIsInIt()
+    {
+        const TemporaryFolder folder;
+        folder.MakeFolder("log");
+        const FileState before = m_operations->Look(folder.PathOf("log"));
+        folder.Write("log/file", "x");
+        QVERIFY(m_operations->Look(folder.PathOf("log")).IsSameFile(before));
+        std::filesystem::rename(ToPath(folder.PathOf("log")), ToPath(folder.PathOf("away")));
+        folder.MakeFolder("log");
+        QVERIFY(!m_operations->Look(folder.PathOf("log")).IsSameFile(before));
+        QVERIFY(m_operations->Look(folder.PathOf("away")).IsSameFile(before));
+        QVERIFY(!m_operations->Look(folder.PathOf("gone")).IsSameFile(FileState()));
+    }
+
+    void create_newFile_returnsItsState()
+    {
+        const TemporaryFolder folder;
+        const std::string bytes = "\r\n\0 bytes"s;
+        const FileState made = m_operations->Create(folder.PathOf("file"), bytes, folder.PathOf("no model"));
+        QVERIFY(made == m_operations->Look(folder.PathOf("file")));
+        QCOMPARE(folder.Read("file"), bytes);
+    }
+
+    void create_existingFile_isFileAlreadyExistsAndLeft()
+    {
+        const TemporaryFolder folder;
+        folder.Write("file", "old");
+        QCOMPARE(
+            RaisedNumber([&] { m_operations->Create(folder.PathOf("file"), "new", folder.PathOf("file")); }),
+            58);
+        QCOMPARE(folder.Read("file"), "old"s);
+    }
+
+    void replace_aFile_keepsItsState()
+    {
+        const TemporaryFolder folder;
         folder.Write("to", "old");
+        const FileState made = m_operations->Create(folder.PathOf("from"), "new", folder.PathOf("to"));
         m_operations->Replace(folder.PathOf("from"), folder.PathOf("to"));
         QCOMPARE(folder.Names(), Texts{"to"});
         QCOMPARE(folder.Read("to"), "new"s);
+        QVERIFY(m_operations->Look(folder.PathOf("to")) == made);
         QCOMPARE(RaisedNumber([&] { m_operations->Replace(folder.PathOf("none"), folder.PathOf("to")); }),
                  76);
         QCOMPARE(folder.Read("to"), "new"s);
-    }
-
-    void exchange_twoFiles_changePlaces()
-    {
-        const TemporaryFolder folder;
-        folder.Write("one", "1");
-        folder.Write("other", "2");
-        QVERIFY(m_operations->Exchange(folder.PathOf("one"), folder.PathOf("other")));
-        QCOMPARE(folder.Read("one"), "2"s);
-        QCOMPARE(folder.Read("other"), "1"s);
-        QCOMPARE(folder.Names(), (Texts{"one", "other"}));
-    }
-
-    void exchange_oneIsNotThere_doesNothing()
-    {
-        const TemporaryFolder folder;
-        folder.Write("one", "1");
-        QVERIFY(!m_operations->Exchange(folder.PathOf("one"), folder.PathOf("other")));
-        QVERIFY(!m_operations->Exchange(folder.PathOf("other"), folder.PathOf("one")));
-        QCOMPARE(folder.Read("one"), "1"s);
-        QCOMPARE(folder.Names(), Texts{"one"});
     }
 
     void remove_aFile_isGone()
@@ -104,6 +121,29 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { m_operations->Remove(folder.PathOf("file")); }), 76);
     }
 
+    void lock_folder_isExclusiveAndLeavesNoFile()
+    {
+        const TemporaryFolder folder;
+        FolderLock lock = m_operations->Lock(folder.Path());
+        QVERIFY(lock != nullptr);
+        QCOMPARE(RaisedNumber([&] { m_operations->Lock(folder.Path()); }), 70);
+        const TemporaryFolder other;
+        QVERIFY(m_operations->Lock(other.Path()) != nullptr);
+        lock.reset();
+        QCOMPARE(folder.Names(), Texts());
+        QVERIFY(m_operations->Lock(folder.Path()) != nullptr);
+    }
+
+    void pause_takesTenMilliseconds()
+    {
+        const auto before = std::chrono::steady_clock::now();
+        for (int pause = 0; pause < 5; ++pause) {
+            m_operations->Pause();
+        }
+        // a lower limit only: a pause that returned at once would keep a processor busy
+        QVERIFY(std::chrono::steady_clock::now() - before >= std::chrono::milliseconds(45));
+    }
+
     void append_newAndExistingFile_grow()
     {
         const TemporaryFolder folder;
@@ -113,15 +153,10 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("log"), "one\r\ntwo\r\n"s);
     }
 
-    void append_aFolder_isPathFileAccess()
+    void append_noFile_isAnError()
     {
         const TemporaryFolder folder;
         QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.Path(), "x"); }), 75);
-    }
-
-    void append_noSuchFolder_isPathNotFound()
-    {
-        const TemporaryFolder folder;
         QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("gone/log"), "x"); }), 76);
     }
 

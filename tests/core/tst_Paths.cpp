@@ -86,6 +86,49 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("secret")); }), 75);
     }
 
+    void resolved_noLink_isItself()
+    {
+        const TemporaryFolder folder;
+        folder.Write("h\u0101puku.xml", "x");
+        for (const char* name : {"h\u0101puku.xml", "new", "gone/new"}) {
+            QCOMPARE(ToPath(Resolved(folder.PathOf(name))), ToPath(folder.PathOf(name)));
+        }
+    }
+
+    void resolved_links_leadToTheFile()
+    {
+        NOT_ON_WINDOWS("links");
+        const TemporaryFolder folder;
+        folder.MakeFolder("real/inner");
+        folder.Write("real/inner/file", "x");
+        folder.MakeLink("folder link", folder.PathOf("real"));
+        folder.MakeLink("real/second", "inner/file");
+        folder.MakeLink("first", "folder link/second");
+        folder.MakeLink("dangling", "real/new");
+        QCOMPARE(Resolved(folder.PathOf("first")), folder.PathOf("real/inner/file"));
+        QCOMPARE(Resolved(folder.PathOf("folder link/inner/file")), folder.PathOf("real/inner/file"));
+        QCOMPARE(Resolved(folder.PathOf("folder link/new")), folder.PathOf("real/new"));
+        QCOMPARE(Resolved(folder.PathOf("dangling")), folder.PathOf("real/new"));
+    }
+
+    void resolved_circleOfLinks_isPathFileAccess()
+    {
+        NOT_ON_WINDOWS("links");
+        const TemporaryFolder folder;
+        folder.MakeLink("circle", "circle");
+        folder.MakeLink("one", "other");
+        folder.MakeLink("other", "one");
+        QCOMPARE(RaisedNumber([&] { Resolved(folder.PathOf("circle")); }), 75);
+        QCOMPARE(RaisedNumber([&] { Resolved(folder.PathOf("one")); }), 75);
+    }
+
+    void folderOf_aPath_isWhatHoldsIt()
+    {
+        const TemporaryFolder folder;
+        QCOMPARE(FolderOf(folder.PathOf("tarno.xml")), folder.Path());
+        QCOMPARE(FolderOf("tarno.xml"), "."s);
+    }
+
     void fileExist_aFile_exists()
     {
         const TemporaryFolder folder;

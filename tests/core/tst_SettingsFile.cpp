@@ -158,7 +158,7 @@ private Q_SLOTS:
         ScriptedFileOperations operations;
         SettingsFile file(folder.PathOf("settings.xml"), operations);
         file.Write("KOWRA", "XTidePath", "old");
-        operations.Fail("write", ErrorNumber::DiskFull);
+        operations.Fail("create", ErrorNumber::DiskFull);
         file.Write("KOWRA", "XTidePath", "new");
         QCOMPARE(file.Read("KOWRA", "XTidePath").value_or("none"), "old"s);
         QCOMPARE(folder.Names(), Texts{"settings.xml"});

@@ -30,8 +30,7 @@ public:
     TestProgram()
     {
         CopyShipped("");
-        sql.SetShowConflict(
-            [this](const ConflictNotice& conflict) { ShowConflict(conflict, messages); });
+        sql.SetShowConflict([this](const ConflictNotice& conflict) { ShowConflict(conflict, messages); });
     }
 
     /// The sample log instead of the empty one.

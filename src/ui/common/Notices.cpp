@@ -42,7 +42,8 @@ void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages)
                FromUtf8(conflict.keptAs);
     } else {
         text = QStringLiteral("You and another program have both changed ") + record +
-               QStringLiteral(".\r\n\r\nYour version stays. The version of the other program is stored in:\r\n") +
+               QStringLiteral(
+                   ".\r\n\r\nYour version stays. The version of the other program is stored in:\r\n") +
                FromUtf8(conflict.keptAs);
     }
     messages.Tell(QApplication::activeWindow(), text, QStringLiteral("Tarno"));
