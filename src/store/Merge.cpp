@@ -5,22 +5,18 @@
 MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
 {
     MergeResult result;
-    for (const auto& [key, before] : ours.PendingChanges()) {
-        const pugi::xml_node our = ours.Find(key);
+    for (const auto& [key, before] : ours.Changed()) {
+        const pugi::xml_node found = ours.Find(key);
+        const pugi::xml_node our =
+            ours.IsAppended(found) ? pugi::xml_node() : found; // the key was used again
         const pugi::xml_node their = theirs.Find(key);
-        const bool isAddedHere = before.empty();
-        if (SerializeXml(our) == SerializeXml(their) || (isAddedHere && !our)) {
+        const std::string ourText = SerializeXml(our);
+        const std::string theirText = SerializeXml(their);
+        if (ourText == theirText || ourText == before) {
             continue;
         }
-        Record record{RecordView(our)};
-        if (isAddedHere) {
-            theirs.Append(record);
-            if (record.Text(0) != key) {
-                result.newKeys.emplace(key, record.Text(0));
-            }
-            continue;
-        }
-        if (SerializeXml(their) != before) {
+        const Record record{RecordView(our)};
+        if (theirText != before) {
             result.conflicts.push_back({record, Record(RecordView(their))});
         }
         if (!our) {
@@ -29,6 +25,17 @@ MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
             theirs.Replace(record);
         } else {
             theirs.Restore(record, ours.KeysBefore(key));
+        }
+    }
+    for (const pugi::xml_node& our : ours.Appended()) {
+        Record record{RecordView(our)};
+        const std::string key = record.Text(0);
+        // the same record under the same key: our own save that was reported as failed
+        if (SerializeXml(theirs.Find(key)) != SerializeXml(our)) {
+            theirs.Append(record);
+            if (record.Text(0) != key) {
+                result.newKeys.emplace(key, record.Text(0));
+            }
         }
     }
     return result;

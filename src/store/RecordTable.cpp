@@ -4,6 +4,7 @@
 #include "core/Error.h"
 #include "core/Xml.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace
@@ -39,7 +40,7 @@ pugi::xml_node Needed(const pugi::xml_node& node)
 
 void RecordTable::Rebuild()
 {
-    m_changes.clear();
+    ForgetChanges();
     Index();
 }
 
@@ -95,8 +96,8 @@ void RecordTable::Append(Record& record)
     const pugi::xml_node last = LastRecord(container);
     Record keyed = record;
     keyed.SetText(0, last ? std::to_string(KeyAfter(last)) : "1");
-    NoteChange(keyed.Text(0));
-    Index(Needed(container.append_copy(keyed.View().Node())));
+    m_appended.push_back(Needed(container.append_copy(keyed.View().Node())));
+    Index(m_appended.back());
     record = std::move(keyed);
 }
 
@@ -104,9 +105,13 @@ void RecordTable::Replace(const Record& record)
 {
     const std::string key = record.Text(0);
     const pugi::xml_node old = Get(key).Node();
-    NoteChange(key);
     pugi::xml_node data = Data();
     const pugi::xml_node stored = Needed(data.insert_copy_after(record.View().Node(), old));
+    if (IsAppended(old)) {
+        std::replace(m_appended.begin(), m_appended.end(), old, stored);
+    } else {
+        m_changed.try_emplace(key, SerializeXml(old));
+    }
     data.remove_child(old);
     const pugi::xml_node storedKey = stored.child(m_names.key);
     if (storedKey && TextOf(storedKey) == key) {
@@ -120,7 +125,11 @@ void RecordTable::Remove(const std::string& key)
 {
     pugi::xml_node data = Data();
     if (const pugi::xml_node record = Find(key)) {
-        NoteChange(key);
+        if (IsAppended(record)) {
+            std::erase(m_appended, record);
+        } else {
+            m_changed.try_emplace(key, SerializeXml(record));
+        }
         data.remove_child(record);
         Index(); // a later record with the same key is the first one now
     }
@@ -129,13 +138,13 @@ void RecordTable::Remove(const std::string& key)
 void RecordTable::Restore(const Record& record, const std::vector<std::string>& keysBefore)
 {
     pugi::xml_node data = Data();
-    NoteChange(record.Text(0));
     pugi::xml_node before;
     for (auto key = keysBefore.rbegin(); key != keysBefore.rend() && !before; ++key) {
         before = Find(*key);
     }
     const pugi::xml_node& node = record.View().Node();
     Index(Needed(before ? data.insert_copy_after(node, before) : data.prepend_copy(node)));
+    m_changed.try_emplace(record.Text(0));
 }
 
 std::vector<std::string> RecordTable::KeysBefore(const std::string& key) const
@@ -160,7 +169,13 @@ pugi::xml_node RecordTable::Data() const
     return Needed(m_document.child("data"));
 }
 
-void RecordTable::NoteChange(const std::string& key)
+bool RecordTable::IsAppended(const pugi::xml_node& record) const
 {
-    m_changes.try_emplace(key, SerializeXml(Find(key)));
+    return std::find(m_appended.begin(), m_appended.end(), record) != m_appended.end();
+}
+
+void RecordTable::ForgetChanges()
+{
+    m_changed.clear();
+    m_appended.clear();
 }

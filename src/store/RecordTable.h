@@ -7,7 +7,6 @@
 #include <map>
 #include <string>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 /// The records of one data file, by key, and the changes that its file lacks. Entries, locations, field
@@ -20,16 +19,8 @@ public:
         const char* key;    ///< the child element that holds its key
     };
 
-    /// The order of keys that are decimal numbers.
-    struct KeyOrder {
-        bool operator()(const std::string& left, const std::string& right) const
-        {
-            return std::pair(left.size(), left) < std::pair(right.size(), right);
-        }
-    };
-
-    /// By key, each changed record in XML as it was before its first change; empty if it is new.
-    using Changes = std::map<std::string, std::string, KeyOrder>;
+    /// By key, each changed or removed record in XML as it was before.
+    using Changes = std::map<std::string, std::string>;
 
     /// `document` must outlive the table.
     RecordTable(pugi::xml_document& document, Names names) : m_document(document), m_names(names) {}
@@ -69,11 +60,15 @@ public:
     /// The keys of the records before that of `key`, in file order.
     std::vector<std::string> KeysBefore(const std::string& key) const;
 
-    /// What has been appended, replaced, removed and restored.
-    const Changes& PendingChanges() const { return m_changes; }
+    /// The records that were replaced, removed or restored; those that were appended.
+    const Changes& Changed() const { return m_changed; }
+
+    const std::vector<pugi::xml_node>& Appended() const { return m_appended; }
+
+    bool IsAppended(const pugi::xml_node& record) const;
 
     /// To be called when the file has all changes.
-    void ForgetChanges() { m_changes.clear(); }
+    void ForgetChanges();
 
 private:
     /// The first child of the document, where records are listed and appended, and its child `data`, where
@@ -82,10 +77,10 @@ private:
     pugi::xml_node Data() const;
     void Index();
     void Index(const pugi::xml_node& record);
-    void NoteChange(const std::string& key);
 
     pugi::xml_document& m_document;
     Names m_names;
     std::unordered_map<std::string, pugi::xml_node> m_byKey; ///< the first record of each key
-    Changes m_changes;
+    Changes m_changed;
+    std::vector<pugi::xml_node> m_appended;
 };

@@ -238,14 +238,18 @@ void cSQL::FollowNewKeys(const DataFile& in, const KeyMap& newKeys, Record* upda
         std::transform(m_ownTrips.begin(), m_ownTrips.end(), std::inserter(trips, trips.end()), keyOf);
         m_ownTrips = std::move(trips);
     } else if (&in == &m_locations) {
+        bool isChanged = false;
         for (const std::string& key : m_ownTrips) {
-            if (const pugi::xml_node stored = m_entries.Records().Find(key)) {
-                Record trip{RecordView(stored)};
-                trip.SetText(EntryField::LocNo, keyOf(trip.Text(EntryField::LocNo)));
+            Record trip{RecordView(m_entries.Records().Find(key))};
+            if (const std::string location = TextAt(trip, EntryField::LocNo); newKeys.contains(location)) {
+                trip.SetText(EntryField::LocNo, keyOf(location));
                 m_entries.Records().Replace(trip);
+                isChanged = true;
             }
         }
-        m_entries.Save(m_folder, "tarno.xml", m_operations);
+        if (isChanged) {
+            m_entries.Save(m_folder, "tarno.xml", m_operations);
+        }
     }
 }
 
@@ -264,8 +268,8 @@ ConflictNotice cSQL::NoticeOf(const DataFile& in, const ResolvedConflict& confli
                           .keptAs = conflict.keptAs};
     if (notice.kind == Kind::Trip) {
         notice.date = TextAt(record, EntryField::StartDate);
-        const pugi::xml_node location = m_locations.Records().Find(TextAt(record, EntryField::LocNo));
-        notice.name = location ? TextAt(Record(RecordView(location)), LocationField::LocName) : std::string();
+        const Record location{RecordView(m_locations.Records().Find(TextAt(record, EntryField::LocNo)))};
+        notice.name = TextAt(location, LocationField::LocName);
     } else if (notice.kind == Kind::Column) {
         notice.name = TextAt(record, FieldField::Desc);
     }

@@ -50,5 +50,5 @@ inline std::string StoredField(const TestProgram& program, std::size_t position)
 inline std::ptrdiff_t Saves(const TestProgram& program)
 {
     const auto& steps = program.operations.Steps();
-    return std::count(steps.begin(), steps.end(), "exchange");
+    return std::count(steps.begin(), steps.end(), "replace");
 }

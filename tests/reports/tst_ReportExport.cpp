@@ -190,7 +190,7 @@ private Q_SLOTS:
     {
         QFETCH(Format, format);
         ShownReport shown;
-        shown.program.operations.Fail("write", ErrorNumber::DiskFull);
+        shown.program.operations.Fail("create", ErrorNumber::DiskFull);
         shown.ExpectQuestion(format, shown.PathOf("report"));
         shown.ExpectExportError(shown.PathOf("report.pdf"));
         shown.Export(format);

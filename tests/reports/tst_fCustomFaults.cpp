@@ -17,7 +17,7 @@ private Q_SLOTS:
         ShowCustom(program, [&](QDialog& custom) {
             Choose(custom, 1);
             Retype(custom, "txtLabel", "Finish");
-            program.operations.Fail("write", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::DiskFull);
             Choose(custom, 4);
             QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 1, patience);
@@ -37,7 +37,7 @@ private Q_SLOTS:
         const std::string before = program.folder.Read("field.xml");
         ShowCustom(program, [&](QDialog& custom) {
             Retype(custom, "txtLabel", "Day");
-            program.operations.Fail("exchange", ErrorNumber::PermissionDenied);
+            program.operations.Fail("replace", ErrorNumber::PermissionDenied);
             program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::PermissionDenied);
             Ok(custom);
             QVERIFY(custom.isVisible());
@@ -55,7 +55,7 @@ private Q_SLOTS:
         const std::string before = program.folder.Read("field.xml");
         ShowCustom(program, [&](QDialog& custom) {
             Retype(custom, "txtLabel", "Day");
-            program.operations.Fail("sync", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::DiskFull);
             Ok(custom);
             Press(custom, Qt::Key_Escape);

@@ -286,7 +286,7 @@ private Q_SLOTS:
             Tick(builder);
             Choose(builder, "cboSaved", 1);
             ChangeSomething(builder);
-            program.operations.Fail("sync", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "ReportDelete", ErrorNumber::DiskFull);
             Click(builder, "cmdDelete");
             QCOMPARE(Choices(builder, "cboSaved"), "Tides|Ends|All");

@@ -261,7 +261,7 @@ private Q_SLOTS:
             Click(builder, "cmdMoveAll");
             Click(builder, "cmdSave");
             Type(builder, "Mine");
-            program.operations.Fail("write", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "ReportUpdate", ErrorNumber::DiskFull);
             Click(builder, "cmdSavedOK");
             Click(builder, "cmdSavedOK");
@@ -276,7 +276,7 @@ private Q_SLOTS:
         ShowBuilder(program, [&](QDialog& builder) {
             OpenFrame(builder);
             Type(builder, "Mine");
-            program.operations.Fail("write", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "ReportUpdate", ErrorNumber::DiskFull);
             Click(builder, "cmdSavedOK");
             Click(builder, "cmdSavedCancel");

@@ -68,10 +68,3 @@ inline std::vector<std::string> KeysOf(const RecordList& list)
     }
     return keys;
 }
-
-/// What the user is told when another version of `file` was put aside as `kept`.
-inline std::string WordsWhenOursStays(const std::string& file, const std::string& kept)
-{
-    return "Another program has changed " + file +
-           ". Nothing is lost: the log is now as you see it here; the other version is kept in\r\n" + kept;
-}

@@ -1,3 +1,4 @@
+#include "core/Xml.h"
 #include "store/DataFile.h"
 #include "support/Platform.h"
 #include "support/RaisedNumber.h"
@@ -15,25 +16,30 @@ using Texts = std::vector<std::string>;
 
 /// A data file in a folder of its own.
 struct Opened {
-    explicit Opened(const char* name) : file(name) {}
+    explicit Opened(const char* name) : file(name, {"report", "RptNo"}) {}
 
-    void Load() { file.Load(programFolder); }
+    void Load() { file.Load(programFolder, operations); }
 
-    /// What Save raises, 0 for nothing.
-    int Save(const std::string& name)
+    void Load(const char* bytes)
     {
-        return RaisedNumber([&] { file.Save(file.SavePath(programFolder, name), writer); });
+        folder.Write(file.Name(), bytes);
+        Load();
     }
 
-    bool IsLoaded() const
+    /// The number that Save raises, 0 for none.
+    int Save(const std::string& name)
     {
-        return RaisedNumber([&] { file.Container(); }) == 0;
+        return RaisedNumber([&] { file.Save(programFolder, name, operations); });
+    }
+
+    bool IsLoaded()
+    {
+        return RaisedNumber([&] { file.Records().List(); }) == 0;
     }
 
     TemporaryFolder folder;
     ProgramFolder programFolder{folder.Path()};
     ScriptedFileOperations operations;
-    SafeWriter writer{operations};
     DataFile file;
 };
 
@@ -45,16 +51,14 @@ class tst_DataFile : public QObject
 
 private Q_SLOTS:
 
-    void load_aDataFile_hasItsContainer()
+    void load_aDataFile_hasItsRecords()
     {
-        Opened test("tarno.xml");
+        Opened test("Rpt.xml");
         QVERIFY(!test.IsLoaded());
-        test.folder.Write("tarno.xml", "<data><tarno/></data>");
-        test.Load();
-        QCOMPARE(std::string(test.file.Container().name()), "data"s);
-        QVERIFY(test.file.Container() == test.file.Data());
+        test.Load("<data><report><RptNo>1</RptNo></report></data>");
+        QCOMPARE(test.file.Records().Get("1").Text(0), "1"s);
         QVERIFY(!test.file.IsUnsaved());
-        QCOMPARE(test.file.Name(), "tarno.xml"s);
+        QCOMPARE(test.file.Name(), "Rpt.xml"s);
     }
 
     void load_nameInOtherCase_meetsItsFile()
@@ -65,53 +69,47 @@ private Q_SLOTS:
         QVERIFY(test.IsLoaded());
     }
 
-    void load_again_forgetsWhatWasThere()
+    void load_damagedAfterGood_isEmpty_data()
     {
-        Opened test("tarno.xml");
-        test.folder.Write("tarno.xml", "<data/>");
-        test.Load();
+        QTest::addColumn<QByteArray>("bytes");
+        for (const char* bytes : {"", "<data>", "<log/>", "<data/>\xFF"}) {
+            QTest::newRow(bytes) << QByteArray(bytes);
+        }
+    }
+
+    void load_damagedAfterGood_isEmpty()
+    {
+        QFETCH(QByteArray, bytes);
+        Opened test("Rpt.xml");
+        test.Load("<data/>");
         QVERIFY(test.IsLoaded());
-        test.folder.Write("tarno.xml", "<data>");
-        test.Load();
+        test.Load(bytes.constData());
         QVERIFY(!test.IsLoaded());
-    }
-
-    void load_firstChildIsNoData_dataIsStillFound()
-    {
-        Opened test("tarno.xml");
-        test.folder.Write("tarno.xml", "<?xml version=\"1.0\"?><data/>");
-        test.Load();
-        QCOMPARE(std::string(test.file.Data().name()), "data"s);
-        QVERIFY(test.file.Container() != test.file.Data());
-    }
-
-    void load_damagedAfterGood_knowsNoOtherVersion()
-    {
-        Opened test("tarno.xml");
-        const std::string path = test.folder.PathOf("tarno.xml");
-        test.folder.Write("tarno.xml", "<data/>");
-        test.Load();
-        test.folder.Write("tarno.xml", "<data><tarno/></data>");
-        QVERIFY(test.file.OtherVersion(path).has_value());
-        test.folder.Write("tarno.xml", "<data>");
-        test.Load();
-        QVERIFY(!test.IsLoaded());
-        test.folder.Write("tarno.xml", "<data><tarno/></data>");
-        QVERIFY(!test.file.OtherVersion(path).has_value());
     }
 
     void release_everythingIsGone()
     {
-        Opened test("tarno.xml");
-        test.folder.Write("tarno.xml", "<data/>");
-        test.Load();
-        test.operations.Fail("write", ErrorNumber::DiskFull);
-        QCOMPARE(test.Save("tarno.xml"), 61);
+        Opened test("Rpt.xml");
+        test.Load("<data/>");
+        test.operations.Fail("create", ErrorNumber::DiskFull);
+        QCOMPARE(test.Save("Rpt.xml"), 61);
         test.file.Release();
-        QCOMPARE(RaisedNumber([&] { test.file.Container(); }), 91);
-        QCOMPARE(RaisedNumber([&] { test.file.Data(); }), 91);
+        QVERIFY(!test.IsLoaded());
         QVERIFY(!test.file.IsUnsaved());
-        QCOMPARE(test.folder.Read("tarno.xml"), "<data/>"s);
+        QCOMPARE(test.folder.Read("Rpt.xml"), "<data/>"s);
+    }
+
+    void save_stepByStep_isWritten()
+    {
+        Opened test("Rpt.xml");
+        test.Load("<data/>");
+        const auto before = static_cast<std::ptrdiff_t>(test.operations.Steps().size());
+        QCOMPARE(test.Save("Rpt.xml"), 0);
+        // the folder, the file, and the file again right before it is replaced
+        QCOMPARE(Texts(test.operations.Steps().begin() + before, test.operations.Steps().end()),
+                 (Texts{"lock", "look", "look", "create", "look", "replace", "sync folder"}));
+        QCOMPARE(test.folder.Read("Rpt.xml"), "<data />\n"s);
+        QCOMPARE(test.folder.Names(), Texts{"Rpt.xml"});
     }
 
     void save_name_intoTheFileThatWasLoaded_data()
@@ -134,18 +132,15 @@ private Q_SLOTS:
             test.folder.Write(name, "<data><!-- " + name + " --></data>");
         }
         test.Load();
-        test.file.Data().append_child("report");
         QCOMPARE(test.Save("rpt.xml"), 0);
         QCOMPARE(test.folder.Names(), files);
-        QCOMPARE(test.folder.Read(files.front()),
-                 "<data>\n\t<!-- " + files.front() + " -->\n\t<report />\n</data>\n");
+        QCOMPARE(test.folder.Read(files.front()), "<data>\n\t<!-- " + files.front() + " -->\n</data>\n");
     }
 
     void save_fileGone_isCreatedUnderTheNameForSaving()
     {
         Opened test("field.xml");
-        test.folder.Write("field.xml", "<data/>");
-        test.Load();
+        test.Load("<data/>");
         std::filesystem::remove(ToPath(test.folder.PathOf("field.xml")));
         QCOMPARE(test.Save("Field.xml"), 0);
         QCOMPARE(test.folder.Names(), Texts{"Field.xml"});
@@ -155,8 +150,7 @@ private Q_SLOTS:
     {
         NOT_ON_WINDOWS("names of files that differ in case");
         Opened test("field.xml");
-        test.folder.Write("field.xml", "<data/>");
-        test.Load();
+        test.Load("<data/>");
         std::filesystem::rename(ToPath(test.folder.PathOf("field.xml")),
                                 ToPath(test.folder.PathOf("FIELD.XML")));
         QCOMPARE(test.Save("Field.xml"), 0);
@@ -165,31 +159,17 @@ private Q_SLOTS:
 
     void save_failed_isUnsavedUntilTheNext()
     {
-        Opened test("tarno.xml");
-        test.folder.Write("tarno.xml", "<data/>");
-        test.Load();
-        test.file.Data().append_child("tarno");
-        test.operations.Fail("exchange", ErrorNumber::PathFileAccess);
-        QCOMPARE(test.Save("tarno.xml"), 75);
+        Opened test("Rpt.xml");
+        test.Load("<data><report><RptNo>1</RptNo></report></data>");
+        test.file.Records().Remove("1");
+        test.operations.Fail("replace", ErrorNumber::PathFileAccess);
+        QCOMPARE(test.Save("Rpt.xml"), 75);
         QVERIFY(test.file.IsUnsaved());
-        QCOMPARE(test.folder.Read("tarno.xml"), "<data/>"s);
-        QCOMPARE(test.Save("tarno.xml"), 0);
+        QCOMPARE(test.file.Records().Changed().size(), std::size_t{1});
+        QCOMPARE(test.Save("Rpt.xml"), 0);
         QVERIFY(!test.file.IsUnsaved());
-        QCOMPARE(test.folder.Read("tarno.xml"), "<data>\n\t<tarno />\n</data>\n"s);
-    }
-
-    // as when another program puts a copy from earlier back
-    void save_succeeded_whatStoodThereBeforeIsAnotherVersion()
-    {
-        Opened test("tarno.xml");
-        test.folder.Write("tarno.xml", "<data/>");
-        test.Load();
-        test.file.Data().append_child("tarno");
-        QCOMPARE(test.Save("tarno.xml"), 0);
-        const std::string path = test.folder.PathOf("tarno.xml");
-        QVERIFY(!test.file.OtherVersion(path));
-        test.folder.Write("tarno.xml", "<data/>");
-        QCOMPARE(test.file.OtherVersion(path).value_or("none"), "<data/>"s);
+        QVERIFY(test.file.Records().Changed().empty());
+        QCOMPARE(test.folder.Read("Rpt.xml"), "<data />\n"s);
     }
 };
 

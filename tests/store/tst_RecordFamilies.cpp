@@ -311,7 +311,7 @@ private Q_SLOTS:
             QCOMPARE((store.sql.*family.remove)(key), succeeded);
         }
         const Texts& steps = store.operations.Steps();
-        QCOMPARE(static_cast<int>(std::count(steps.begin(), steps.end(), "exchange")), 3);
+        QCOMPARE(static_cast<int>(std::count(steps.begin(), steps.end(), "replace")), 3);
         QCOMPARE(store.Bytes(), before);
     }
 

@@ -1,9 +1,7 @@
-#include "core/SafeWriter.h"
+#include "core/Xml.h"
 #include "store/RecordTable.h"
 #include "support/RaisedNumber.h"
-#include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
-#include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
 
 using namespace std::string_literals;
@@ -13,12 +11,11 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A table over the bytes of a file with the records of locations.
+/// A table over the records of locations in `bytes`.
 struct Table {
     explicit Table(std::string_view bytes)
     {
-        folder.Write("location.xml", bytes);
-        file.Load(programFolder);
+        ParseXml(bytes, document);
         table.Rebuild();
     }
 
@@ -32,18 +29,10 @@ struct Table {
         return keys;
     }
 
-    std::string Bytes()
-    {
-        SafeWriter writer(operations);
-        file.Save(folder.PathOf("location.xml"), writer);
-        return folder.Read("location.xml");
-    }
+    std::string Bytes() const { return SerializeXml(document); }
 
-    TemporaryFolder folder;
-    ProgramFolder programFolder{folder.Path()};
-    ScriptedFileOperations operations;
-    DataFile file{"location.xml"};
-    RecordTable table{file, {"location", "LocNo"}};
+    pugi::xml_document document;
+    RecordTable table{document, {"location", "LocNo"}};
 };
 
 std::string Location(const std::string& key, const std::string& name)
@@ -322,7 +311,42 @@ private Q_SLOTS:
                                    "\t<!-- end -->\n" + location("4", "d") + "</data>\n");
     }
 
-    void unreadableFile_everyOperationIsObjectNotSet()
+    void changes_untilTheyAreForgotten_areThoseAgainstTheFile()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b") + Location("3", "c")));
+        test.table.Replace(Made("1", "new"));
+        test.table.Replace(Made("1", "newer"));
+        test.table.Remove("2");
+        Record added = Made("0", "d");
+        test.table.Append(added);
+        test.table.Replace(Made("4", "changed"));
+        Record dropped = Made("0", "e");
+        test.table.Append(dropped);
+        test.table.Remove("5");
+        QCOMPARE(test.table.Changed(),
+                 (RecordTable::Changes{{"1", Location("1", "a")}, {"2", Location("2", "b")}}));
+        QCOMPARE(test.table.Appended().size(), std::size_t{1});
+        QCOMPARE(RecordView(test.table.Appended().front()).Text(1), "changed"s);
+        QVERIFY(test.table.IsAppended(test.table.Find("4")));
+        QVERIFY(!test.table.IsAppended(test.table.Find("1")));
+        test.table.ForgetChanges();
+        QVERIFY(test.table.Changed().empty());
+        QVERIFY(test.table.Appended().empty());
+    }
+
+    void restore_removedRecord_goesBehindTheLastOneBeforeIt()
+    {
+        Table test(Data(Location("1", "a") + Location("4", "d")));
+        test.table.Restore(Made("3", "c"), {"1", "2"});
+        QCOMPARE(test.Keys(), (Texts{"1", "3", "4"}));
+        test.table.Restore(Made("7", "g"), {"5", "6"});
+        QCOMPARE(test.Keys(), (Texts{"7", "1", "3", "4"}));
+        QCOMPARE(test.table.Get("3").Text(1), "c"s);
+        QCOMPARE(test.table.KeysBefore("4"), (Texts{"7", "1", "3"}));
+        QCOMPARE(test.table.KeysBefore("7"), Texts());
+    }
+
+    void emptyDocument_everyOperationIsObjectNotSet()
     {
         Table test("<data><location>");
         Record record = Made("0", "new");

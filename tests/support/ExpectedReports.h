@@ -33,16 +33,16 @@ public:
     /// The next report will be that `module`.`routine` raised `number` with its usual words.
     void Expect(std::string_view module, std::string_view routine, ErrorNumber number)
     {
-        m_expected.push_back("An error has occurred in Tarno in " + std::string(module) + "." +
-                             std::string(routine) + "\r\nVb<" + std::to_string(static_cast<int>(number)) +
-                             "> error raised\r\n" + std::string(Describe(number)));
+        Expect(module, routine, number, Describe(number));
     }
 
-    /// The next report will be words of `module`.`routine` for the user, no error.
-    void ExpectWords(std::string_view module, std::string_view routine, std::string_view words)
+    /// The same with a description of its own.
+    void Expect(std::string_view module, std::string_view routine, ErrorNumber number,
+                std::string_view description)
     {
         m_expected.push_back("An error has occurred in Tarno in " + std::string(module) + "." +
-                             std::string(routine) + "\r\n" + std::string(words));
+                             std::string(routine) + "\r\nVb<" + std::to_string(static_cast<int>(number)) +
+                             "> error raised\r\n" + std::string(description));
     }
 
 private:

@@ -65,6 +65,14 @@ public:
     /// What was called so far, failed calls included.
     const std::vector<std::string>& Steps() const { return m_steps; }
 
+    /// Whether anything was called so far that leaves traces.
+    bool HasWritten() const
+    {
+        return std::any_of(m_steps.begin(), m_steps.end(), [](const std::string& step) {
+            return step != "look" && step != "lock" && step != "pause";
+        });
+    }
+
     int Count(const std::string& step) const
     {
         return static_cast<int>(std::count(m_steps.begin(), m_steps.end(), step));

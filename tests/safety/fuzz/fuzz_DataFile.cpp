@@ -1,5 +1,4 @@
 #include "Promise.h"
-#include "UnsyncedFileOperations.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/Text.h"
@@ -409,8 +408,8 @@ private:
     std::string_view m_bytes;
     std::string m_text; ///< what is written into records
     Content m_content;  ///< what the file should hold
-    UnsyncedFileOperations m_operations;
-    cSQL m_sql{m_folder.programFolder, m_operations};
+    std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
+    cSQL m_sql{m_folder.programFolder, *m_operations};
 };
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "Promise.h"
-#include "UnsyncedFileOperations.h"
 #include "core/CRegSettings.h"
 #include "core/SettingsFile.h"
 #include "core/Text.h"
@@ -59,13 +58,13 @@ void CheckSaving(CRegSettings& settings, const std::string& key, const std::stri
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const TemporaryFolder folder;
-    static UnsyncedFileOperations operations;
+    static const std::unique_ptr<FileOperations> operations = SystemFileOperations();
     const std::string_view input = BytesOf(data, size);
     const auto end = std::min(input.find('\n'), input.size());
     const std::string text(input.substr(0, end));
     const std::string_view bytes = input.substr(std::min(end + 1, input.size()));
     folder.Write(fileName, bytes);
-    SettingsFile store(folder.PathOf(fileName), operations);
+    SettingsFile store(folder.PathOf(fileName), *operations);
     CRegSettings settings(store);
 
     pugi::xml_document document;

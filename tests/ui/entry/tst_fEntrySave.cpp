@@ -207,7 +207,7 @@ private Q_SLOTS:
         const std::string before = program.folder.Read("tarno.xml");
         Edit(program, key, [&](QDialog& editor) {
             Enter(editor, "txtTideLowHt", "0.9");
-            program.operations.Fail("write", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
             Save(editor);
             QVERIFY(editor.isVisible());
@@ -225,7 +225,7 @@ private Q_SLOTS:
         ProgramWithPlace program;
         Edit(program, 0, [&](QDialog& editor) {
             Enter(editor, "txtTideLowHt", "0.9");
-            program.operations.Fail("exchange", ErrorNumber::PermissionDenied);
+            program.operations.Fail("replace", ErrorNumber::PermissionDenied);
             program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PermissionDenied);
             Save(editor);
             QVERIFY(program.Stored("tarno.xml").empty());
@@ -352,7 +352,7 @@ private Q_SLOTS:
         program.messages.Expect(saveQuestion, Button::Yes);
         Edit(program, key, [&](QDialog& editor) {
             Enter(editor, "txtAirTemp", "30");
-            program.operations.Fail("sync", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
             Close(editor);
             QVERIFY(!editor.isVisible());
@@ -369,7 +369,7 @@ private Q_SLOTS:
         const int key = program.AddCompleteEntry();
         Edit(program, key, [&](QDialog& editor) {
             Enter(editor, "txtAirTemp", "30");
-            program.operations.Fail("sync", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
             Save(editor);
             program.messages.Expect(saveQuestion, Button::Yes);

@@ -113,7 +113,7 @@ private Q_SLOTS:
         const std::string before = program.folder.Read("location.xml");
         EditLocation(program, 1, [&](QDialog& location) {
             Retype(location, "txtGMT", "8");
-            program.operations.Fail("write", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "LocationUpdate", ErrorNumber::DiskFull);
             Save(location);
             QVERIFY(location.isVisible());
@@ -196,7 +196,7 @@ private Q_SLOTS:
         program.messages.Expect(saveQuestion, Button::Yes);
         EditLocation(program, 1, [&](QDialog& location) {
             Retype(location, "txtGMT", "8");
-            program.operations.Fail("sync", ErrorNumber::DiskFull);
+            program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "LocationUpdate", ErrorNumber::DiskFull);
             Close(location);
             QVERIFY(!location.isVisible());

@@ -356,7 +356,7 @@ private Q_SLOTS:
         TwoTrips program;
         ShownLog window(program);
         const QSignalSpy exits(&window, &fTarno::ExitConfirmed);
-        program.operations.Fail("write", ErrorNumber::DiskFull);
+        program.operations.Fail("create", ErrorNumber::DiskFull);
         program.reports.Expect("cSQL", "EntryDelete", ErrorNumber::DiskFull);
         program.messages.Expect(deleteQuestion, Button::Yes);
         window.Delete();

@@ -1,0 +1,223 @@
+#include "store/RecordLayouts.h"
+#include "support/StdStrings.h"
+#include "support/TestClass.h"
+#include "support/TestStore.h"
+
+using namespace std::string_literals;
+
+namespace
+{
+
+using Texts = std::vector<std::string>;
+using Values = std::vector<std::pair<std::size_t, std::string>>;
+
+/// The installed program with one trip at one location.
+struct Log : TestStore {
+    Log()
+    {
+        sql.SetShowConflict([this](const ConflictNotice& notice) { notices.push_back(notice); });
+        sql.Init();
+        AddLocation(sql, "Old Pier");
+        AddTrip("2026-05-03", "1");
+    }
+
+    static Record AddLocation(cSQL& to, const std::string& name)
+    {
+        Record location;
+        to.LocationGet(0, location);
+        location.SetText(LocationField::LocName, name);
+        to.LocationUpdate(location);
+        return location;
+    }
+
+    Record AddTrip(const std::string& date, const std::string& location)
+    {
+        Record trip;
+        sql.EntryGet(0, trip);
+        trip.SetText(EntryField::StartDate, date);
+        trip.SetText(EntryField::LocNo, location);
+        sql.EntryUpdate(trip);
+        return trip;
+    }
+
+    /// The program and another one change a record in different ways; theirs is saved first.
+    void BothChange(const std::function<void(cSQL&, const std::string&)>& change)
+    {
+        const auto operations = SystemFileOperations();
+        cSQL other(programFolder, *operations);
+        other.Init();
+        change(other, "theirs");
+        change(sql, "ours");
+    }
+
+    Record Trip(std::int16_t key) const
+    {
+        Record trip;
+        sql.EntryGet(key, trip);
+        return trip;
+    }
+
+    std::vector<ConflictNotice> notices;
+};
+
+using Kind = ConflictNotice::Kind;
+
+} // namespace
+
+// What is told about a conflict with another program, and what follows from new keys.
+class tst_Conflicts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void trip_isNamedByDateAndLocation()
+    {
+        Log log;
+        log.BothChange([](cSQL& sql, const std::string& value) {
+            Record trip;
+            sql.EntryGet(1, trip);
+            trip.SetText(EntryField::AirTemp, value);
+            sql.EntryUpdate(trip);
+        });
+        QCOMPARE(log.notices.size(), std::size_t{1});
+        QVERIFY(log.notices[0].kind == Kind::Trip);
+        QCOMPARE(log.notices[0].date, "2026-05-03"s);
+        QCOMPARE(log.notices[0].name, "Old Pier"s);
+        QVERIFY(!log.notices[0].isDeletedHere);
+        QCOMPARE(log.notices[0].keptAs, log.folder.PathOf("tarno-kept-1.xml"));
+    }
+
+    void tripOfAVanishedLocation_hasNoName()
+    {
+        Log log;
+        QCOMPARE(log.sql.LocationDelete(1), succeeded);
+        log.BothChange([](cSQL& sql, const std::string& value) {
+            Record trip;
+            sql.EntryGet(1, trip);
+            trip.SetText(EntryField::AirTemp, value);
+            value == "ours" ? sql.EntryDelete(1) : sql.EntryUpdate(trip);
+        });
+        QCOMPARE(log.notices.size(), std::size_t{1});
+        QCOMPARE(log.notices[0].date, "2026-05-03"s);
+        QCOMPARE(log.notices[0].name, ""s);
+        QVERIFY(log.notices[0].isDeletedHere);
+    }
+
+    void locationReportAndColumn_areNamed()
+    {
+        Log log;
+        log.BothChange([](cSQL& sql, const std::string& value) {
+            Record location;
+            sql.LocationGet(1, location);
+            location.SetText(LocationField::LocName, value);
+            sql.LocationUpdate(location);
+        });
+        Record report;
+        log.sql.ReportGet(0, report);
+        report.SetText(ReportField::RptName, "Summer");
+        log.sql.ReportUpdate(report);
+        log.BothChange([](cSQL& sql, const std::string& value) {
+            Record changed;
+            sql.ReportGet(1, changed);
+            changed.SetText(ReportField::Options, value);
+            sql.ReportUpdate(changed);
+        });
+        std::string description;
+        log.BothChange([&](cSQL& sql, const std::string& value) {
+            RecordList fields;
+            sql.FieldList(fields);
+            Record field(fields.front());
+            description = field.Text(FieldField::Desc);
+            field.SetText(FieldField::Label, value);
+            sql.FieldUpdate(field);
+        });
+        QCOMPARE(log.notices.size(), std::size_t{3});
+        QVERIFY(log.notices[0].kind == Kind::Location);
+        QCOMPARE(log.notices[0].name, "ours"s);
+        QVERIFY(log.notices[1].kind == Kind::Report);
+        QCOMPARE(log.notices[1].name, "Summer"s);
+        QVERIFY(log.notices[2].kind == Kind::Column);
+        QCOMPARE(log.notices[2].name, description);
+        QVERIFY(!description.empty());
+    }
+
+    void recordOfFewValues_isNoObstacle()
+    {
+        Log log;
+        log.folder.Write("tarno.xml", "<data><tarno><TarnoNo>1</TarnoNo></tarno></data>");
+        log.sql.Init();
+        log.BothChange([](cSQL& sql, const std::string& value) {
+            if (value == "ours") {
+                sql.EntryDelete(1);
+            } else {
+                Record trip;
+                sql.EntryGet(1, trip);
+                trip.SetText(0, "1");
+                sql.EntryDelete(1);
+                sql.EntryGet(0, trip);
+                sql.EntryUpdate(trip);
+            }
+        });
+        QCOMPARE(log.notices.size(), std::size_t{1});
+        QVERIFY(log.notices[0].kind == Kind::Trip);
+    }
+
+    // The new location could not be saved; meanwhile another program has given its key to another one.
+    void tripsOfThisRun_followALocationToItsNewKey()
+    {
+        Log log;
+        const auto operations = SystemFileOperations();
+        log.operations.Fail("create", ErrorNumber::DiskFull);
+        log.reports.Expect("cSQL", "LocationUpdate", ErrorNumber::DiskFull);
+        Record jetty = Log::AddLocation(log.sql, "Jetty");
+        QCOMPARE(jetty.Text(0), "2"s);
+        QCOMPARE(log.AddTrip("2026-05-04", "2").Text(0), "2"s);
+        QCOMPARE(log.AddTrip("2026-05-05", "1").Text(0), "3"s);
+
+        cSQL other(log.programFolder, *operations);
+        QCOMPARE(other.Init(), succeeded);
+        QCOMPARE(Log::AddLocation(other, "Reef").Text(0), "2"s);
+        Record trip;
+        QCOMPARE(other.EntryGet(0, trip), succeeded);
+        trip.SetText(EntryField::LocNo, "2");
+        QCOMPARE(other.EntryUpdate(trip), succeeded);
+
+        QCOMPARE(log.sql.LocationUpdate(jetty), succeeded);
+        QCOMPARE(jetty.Text(0), "3"s);
+        QCOMPARE(log.sql.LocationNameGet("2"), "Reef"s);
+        QCOMPARE(log.sql.LocationNameGet("3"), "Jetty"s);
+        QCOMPARE(log.sql.Init(), succeeded); // as at the next start
+        QCOMPARE(log.Trip(1).Text(EntryField::LocNo), "1"s);
+        QCOMPARE(log.Trip(2).Text(EntryField::LocNo), "3"s);
+        QCOMPARE(log.Trip(3).Text(EntryField::LocNo), "1"s);
+        QCOMPARE(log.Trip(4).Text(EntryField::LocNo), "2"s);
+        QVERIFY(log.notices.empty());
+    }
+
+    void unsavedTrip_followsALocationUnderItsOwnNewKey()
+    {
+        Log log;
+        const auto operations = SystemFileOperations();
+        log.operations.Fail("create", ErrorNumber::DiskFull, 2);
+        log.reports.Expect("cSQL", "LocationUpdate", ErrorNumber::DiskFull);
+        log.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::DiskFull);
+        Record jetty = Log::AddLocation(log.sql, "Jetty");
+        Record trip = log.AddTrip("2026-05-04", "2");
+
+        cSQL other(log.programFolder, *operations);
+        QCOMPARE(other.Init(), succeeded);
+        Log::AddLocation(other, "Reef");
+        Record theirs;
+        QCOMPARE(other.EntryGet(0, theirs), succeeded);
+        QCOMPARE(other.EntryUpdate(theirs), succeeded);
+
+        QCOMPARE(log.sql.EntryUpdate(trip), succeeded);
+        QCOMPARE(trip.Text(0), "3"s);
+        QCOMPARE(log.sql.LocationUpdate(jetty), succeeded);
+        QCOMPARE(log.Trip(3).Text(EntryField::LocNo), "3"s);
+    }
+};
+
+TEST_CLASS(tst_Conflicts)
+#include "tst_Conflicts.moc"
