@@ -101,12 +101,7 @@ void SaveLimit(benchmark::State& state)
     document.load_string(log.Bytes().c_str(), pugi::parse_default);
     for ([[maybe_unused]] auto _ : state) {
         const std::string bytes = SerializeXml(document);
-        const auto file = operations->Create(path, path);
-        for (std::string_view rest = bytes; !rest.empty();) {
-            rest.remove_prefix(file->Write(rest));
-        }
-        file->Sync();
-        file->Close();
+        operations->Create(path, bytes, path);
         state.PauseTiming();
         operations->Remove(path);
         state.ResumeTiming();

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// A conflict that was resolved. `keptAs` is the path of the file that holds the other version of the record,

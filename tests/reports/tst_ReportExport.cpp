@@ -147,8 +147,7 @@ private Q_SLOTS:
             for (const auto& [step, error] :
                  {std::pair("create", ErrorNumber::PathFileAccess),
                   std::pair("create", ErrorNumber::PermissionDenied),
-                  std::pair("write", ErrorNumber::DiskFull), std::pair("sync", ErrorNumber::DiskFull),
-                  std::pair("close", ErrorNumber::DiskFull),
+                  std::pair("create", ErrorNumber::DiskFull),
                   std::pair("replace", ErrorNumber::PathFileAccess)}) {
                 QTest::addRow("%s, %s fails with %d", qPrintable(NameOf(format)), step,
                               static_cast<int>(error))

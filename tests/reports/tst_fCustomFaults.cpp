@@ -37,8 +37,8 @@ private Q_SLOTS:
         const std::string before = program.folder.Read("field.xml");
         ShowCustom(program, [&](QDialog& custom) {
             Retype(custom, "txtLabel", "Day");
-            program.operations.Fail("replace", ErrorNumber::PermissionDenied);
-            program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::PermissionDenied);
+            program.operations.Fail("replace", ErrorNumber::PathFileAccess);
+            program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::PathFileAccess);
             Ok(custom);
             QVERIFY(custom.isVisible());
             QCOMPARE(Boxes(custom), "Date/Day/20/8");

@@ -223,10 +223,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("step");
         QTest::addColumn<int>("number");
-        QTest::newRow("full disk") << QByteArray("write") << int(ErrorNumber::DiskFull);
+        QTest::newRow("full disk") << QByteArray("create") << int(ErrorNumber::DiskFull);
         QTest::newRow("no room for the file") << QByteArray("create") << int(ErrorNumber::PathFileAccess);
-        QTest::newRow("file held by another") << QByteArray("exchange") << int(ErrorNumber::PermissionDenied);
-        QTest::newRow("not synchronised") << QByteArray("sync") << int(ErrorNumber::DeviceInputOutput);
+        QTest::newRow("file not replaced") << QByteArray("replace") << int(ErrorNumber::PathFileAccess);
     }
 
     void notSaved_keepsTheFrame()

@@ -225,8 +225,8 @@ private Q_SLOTS:
         ProgramWithPlace program;
         Edit(program, 0, [&](QDialog& editor) {
             Enter(editor, "txtTideLowHt", "0.9");
-            program.operations.Fail("replace", ErrorNumber::PermissionDenied);
-            program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PermissionDenied);
+            program.operations.Fail("replace", ErrorNumber::PathFileAccess);
+            program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PathFileAccess);
             Save(editor);
             QVERIFY(program.Stored("tarno.xml").empty());
             SaveAndClose(editor);
