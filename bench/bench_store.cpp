@@ -99,8 +99,9 @@ void SaveLimit(benchmark::State& state)
     const std::string path = FromPath(std::filesystem::temp_directory_path() / "tarno-bench.xml");
     pugi::xml_document document;
     document.load_string(log.Bytes().c_str(), pugi::parse_default);
+    const std::size_t size = log.Bytes().size();
     for ([[maybe_unused]] auto _ : state) {
-        const std::string bytes = SerializeXml(document);
+        const std::string bytes = SerializeXml(document, size);
         operations->Create(path, bytes, path);
         state.PauseTiming();
         operations->Remove(path);
@@ -128,12 +129,11 @@ void UpdateEntryInMemory(benchmark::State& state)
 {
     LoadedLog log(state);
     const LogFolder folder(static_cast<int>(state.range(0)));
-    DataFile file("tarno.xml");
-    file.Load(ProgramFolder(folder.Path()));
-    RecordTable table(file, {"tarno", "TarnoNo"});
-    table.Rebuild();
+    const auto operations = SystemFileOperations();
+    DataFile file("tarno.xml", {"tarno", "TarnoNo"});
+    file.Load(ProgramFolder(folder.Path()), *operations);
     for ([[maybe_unused]] auto _ : state) {
-        table.Replace(log.entry);
+        file.Records().Replace(log.entry);
     }
 }
 

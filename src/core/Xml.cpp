@@ -189,9 +189,10 @@ bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
                       document);
 }
 
-std::string SerializeXml(const pugi::xml_document& document)
+std::string SerializeXml(const pugi::xml_document& document, std::size_t expectedSize)
 {
     StringWriter writer;
+    writer.text.reserve(expectedSize);
     document.save(writer, "\t", pugi::format_indent | pugi::format_no_declaration, pugi::encoding_utf8);
     return std::move(writer.text);
 }

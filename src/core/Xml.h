@@ -15,8 +15,9 @@ bool ParseXml(std::string_view bytes, pugi::xml_document& document);
 /// outlive it untouched.
 bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document);
 
-/// The document as UTF-8 text, one element a line, without a declaration of our own.
-std::string SerializeXml(const pugi::xml_document& document);
+/// The document as UTF-8 text, one element a line, without a declaration of our own. `expectedSize`, if the
+/// caller knows it, saves copies of a large text that grows.
+std::string SerializeXml(const pugi::xml_document& document, std::size_t expectedSize = 0);
 
 /// One node with all that is in it, on one line: equal texts, equal contents.
 std::string SerializeXml(const pugi::xml_node& node);

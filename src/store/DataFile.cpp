@@ -13,6 +13,7 @@ namespace
 {
 
 constexpr int mostAttempts = 100; // a second
+constexpr std::uint64_t roomToGrow = 65536;
 
 /// What precedes `data`, a declaration written by an XML tool for example, would hide its records.
 void MoveDataToTheFront(pugi::xml_document& document)
@@ -92,7 +93,8 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
         const FileState found = operations.Look(path);
         if (!found.exists || found == m_version || MergeFile(path, found, lastRead, operations)) {
-            if (const auto written = writer.Replace(path, SerializeXml(m_contents->document), found)) {
+            const std::string bytes = SerializeXml(m_contents->document, m_version.size + roomToGrow);
+            if (const auto written = writer.Replace(path, bytes, found)) {
                 m_version = *written;
                 Records().ForgetChanges();
                 operations.SyncFolder(FolderOf(path));
