@@ -142,7 +142,7 @@ void RecordTable::Restore(const Record& record, const std::vector<std::string>& 
     for (auto key = keysBefore.rbegin(); key != keysBefore.rend() && !before; ++key) {
         before = Find(*key);
     }
-    const pugi::xml_node& node = record.View().Node();
+    const pugi::xml_node node = record.View().Node();
     Index(Needed(before ? data.insert_copy_after(node, before) : data.prepend_copy(node)));
     m_changed.try_emplace(record.Text(0));
 }

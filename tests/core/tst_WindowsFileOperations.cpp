@@ -7,8 +7,6 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
 
-#include <QProcess>
-
 using namespace std::string_literals;
 
 namespace
@@ -19,8 +17,7 @@ using Texts = std::vector<std::string>;
 /// The file as another program holds it, which shares it only for `share` (FILE_SHARE_READ and the like).
 Handle Held(const std::string& path, DWORD share)
 {
-    return Handle(::CreateFileW(ToPath(path).c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
-                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    return Handle(Open(path, GENERIC_READ, share, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL));
 }
 
 constexpr DWORD shareReading = FILE_SHARE_READ | FILE_SHARE_WRITE;
@@ -30,50 +27,85 @@ std::wstring Native(const std::string& path)
     return ToPath(path).wstring();
 }
 
+/// The bytes of the access list; none if it cannot be read.
+std::string AccessListOf(const std::string& path)
+{
+    DWORD size = 0;
+    ::GetFileSecurityW(Native(path).c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::string list(size, '\0');
+    const bool isRead =
+        ::GetFileSecurityW(Native(path).c_str(), DACL_SECURITY_INFORMATION, list.data(), size, &size) != 0;
+    return isRead ? list : std::string();
+}
+
 } // namespace
 
 // What the system's own operations do beyond tst_FileOperations with files that others hold, attributes, long
-// paths and processes.
+// paths and locks.
 class tst_WindowsFileOperations : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
 
-    void followed_isAPathAsOthers()
+    void resolved_isAPathAsOthers()
     {
         const TemporaryFolder folder;
         folder.Write("Tarno.XML", "x");
-        const std::string followed = m_operations->Followed(folder.PathOf("tarno.xml"));
-        QVERIFY2(followed.size() > 3 && followed.substr(1, 2) == ":\\", followed.c_str());
-        QVERIFY2(followed.ends_with("\\Tarno.XML"), followed.c_str());
+        const std::string resolved = Resolved(folder.PathOf("tarno.xml"));
+        QVERIFY2(resolved.size() > 3 && resolved.substr(1, 2) == ":\\", resolved.c_str());
+        QVERIFY2(resolved.ends_with("\\Tarno.XML"), resolved.c_str());
     }
 
-    void checkReplaceable_readOnlyFile_isPathFileAccess()
+    void look_heldFile_isTold()
+    {
+        const TemporaryFolder folder;
+        folder.Write("file", "12345");
+        const FileState before = m_operations->Look(folder.PathOf("file"));
+        const Handle held = Held(folder.PathOf("file"), 0);
+        QVERIFY(m_operations->Look(folder.PathOf("file")) == before);
+    }
+
+    void look_readOnlyFile_isNotReplaceable()
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
         const std::wstring path = Native(folder.PathOf("file"));
         QVERIFY(::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY) != 0);
-        const int number = RaisedNumber([&] { m_operations->CheckReplaceable(folder.PathOf("file")); });
+        const FileState state = m_operations->Look(folder.PathOf("file"));
         ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-        QCOMPARE(number, 75);
+        QVERIFY(state.exists && !state.isReplaceable);
     }
 
-    void replace_heldFile_isPermissionDenied_data() { AddShares(); }
+    void create_attributesAndAccessList_areThoseOfTheModel()
+    {
+        const TemporaryFolder folder;
+        folder.Write("model", "x");
+        QVERIFY(::SetFileAttributesW(Native(folder.PathOf("model")).c_str(), FILE_ATTRIBUTE_HIDDEN) != 0);
+        m_operations->Create(folder.PathOf("new"), "new", folder.PathOf("model"));
+        QVERIFY((::GetFileAttributesW(Native(folder.PathOf("new")).c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
+        QCOMPARE(AccessListOf(folder.PathOf("new")), AccessListOf(folder.PathOf("model")));
+        QVERIFY(!AccessListOf(folder.PathOf("model")).empty());
+    }
 
-    void replace_heldFile_isPermissionDenied()
+    void replace_heldFile_isPermissionDeniedAndReplacedTheNextTime_data()
+    {
+        QTest::addColumn<DWORD>("share");
+        QTest::newRow("by a program that shares nothing") << DWORD{0};
+        QTest::newRow("by a program that lets others read and write") << shareReading;
+    }
+
+    void replace_heldFile_isPermissionDeniedAndReplacedTheNextTime()
     {
         QFETCH(DWORD, share);
         const TemporaryFolder folder;
         folder.Write("old", "old");
         folder.Write("new", "new");
         const auto replace = [&] { m_operations->Replace(folder.PathOf("new"), folder.PathOf("old")); };
-        {
-            const Handle held = Held(folder.PathOf("old"), share);
+        for (const char* name : {"old", "new"}) {
+            const Handle held = Held(folder.PathOf(name), share);
             QCOMPARE(RaisedNumber(replace), 70);
         }
-        QCOMPARE(folder.Names(), (Texts{"new", "old"}));
         QCOMPARE(folder.Read("old"), "old"s);
         QCOMPARE(folder.Read("new"), "new"s);
         QCOMPARE(RaisedNumber(replace), 0);
@@ -81,72 +113,24 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("old"), "new"s);
     }
 
-    void exchange_heldFile_isPermissionDenied_data() { AddShares(); }
-
-    void exchange_heldFile_isPermissionDenied()
-    {
-        QFETCH(DWORD, share);
-        const TemporaryFolder folder;
-        folder.Write("old", "old");
-        folder.Write("new", "new");
-        const auto exchange = [&] { m_operations->Exchange(folder.PathOf("new"), folder.PathOf("old")); };
-        for (const char* name : {"old", "new"}) {
-            const Handle held = Held(folder.PathOf(name), share);
-            QCOMPARE(RaisedNumber(exchange), 70);
-        }
-        QCOMPARE(folder.Names(), (Texts{"new", "old"}));
-        QCOMPARE(folder.Read("old"), "old"s);
-        QCOMPARE(folder.Read("new"), "new"s);
-        QCOMPARE(RaisedNumber(exchange), 0);
-        QCOMPARE(folder.Read("old"), "new"s);
-        QCOMPARE(folder.Read("new"), "old"s);
-    }
-
-    void exchange_fileThatIsRead_succeeds()
+    void lock_ofAKilledProcess_isReleased()
     {
         const TemporaryFolder folder;
-        folder.Write("old", "old");
-        folder.Write("new", "new");
-        const Handle held = Held(folder.PathOf("old"), shareAll);
-        QVERIFY(m_operations->Exchange(folder.PathOf("new"), folder.PathOf("old")));
-        QCOMPARE(folder.Read("old"), "new"s);
-        QCOMPARE(folder.Read("new"), "old"s);
-        QCOMPARE(folder.Names(), (Texts{"new", "old"}));
-    }
-
-    void exchange_theWayOutIsBlocked_changesNothing()
-    {
-        const TemporaryFolder folder;
-        folder.Write("old", "old");
-        folder.Write("new", "new");
-        folder.MakeFolder("new.out");
-        QVERIFY(RaisedNumber([&] { m_operations->Exchange(folder.PathOf("new"), folder.PathOf("old")); }) !=
-                0);
-        QCOMPARE(folder.Names(), (Texts{"new", "new.out", "old"}));
-        QCOMPARE(folder.Read("old"), "old"s);
-        QCOMPARE(folder.Read("new"), "new"s);
-    }
-
-    void writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime_data() { AddShares(); }
-
-    void writeOver_heldFile_isPermissionDeniedAndWrittenTheNextTime()
-    {
-        QFETCH(DWORD, share);
-        const TemporaryFolder folder;
-        folder.Write("tarno.xml", "old");
-        const auto write = [&] {
-            SafeWriter(*m_operations)
-                .WriteOver(folder.PathOf("tarno.xml"), "new", {SafeWriter::FingerprintOf("old")});
-        };
         {
-            const Handle held = Held(folder.PathOf("tarno.xml"), share);
-            QCOMPARE(RaisedNumber(write), 70);
+            const Handle held(
+                Open(folder.PathOf("tarno.lock"), GENERIC_WRITE, 0, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE));
+            QCOMPARE(RaisedNumber([&] { m_operations->Lock(folder.Path()); }), 70);
         }
-        QCOMPARE(folder.Names(), Texts{"tarno.xml"});
-        QCOMPARE(folder.Read("tarno.xml"), "old"s);
-        QCOMPARE(RaisedNumber(write), 0);
-        QCOMPARE(folder.Names(), Texts{"tarno.xml"});
-        QCOMPARE(folder.Read("tarno.xml"), "new"s);
+        // what a machine that lost its power leaves
+        folder.Write("tarno.lock", "");
+        QVERIFY(m_operations->Lock(folder.Path()) != nullptr);
+        QCOMPARE(folder.Names(), Texts());
+    }
+
+    void lock_folderThatIsMissing_isNull()
+    {
+        const TemporaryFolder folder;
+        QVERIFY(m_operations->Lock(folder.PathOf("gone")) == nullptr);
     }
 
     void remove_heldFile_isPermissionDenied()
@@ -185,37 +169,6 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([] { ReadWholeFile("NUL"); }), 75);
     }
 
-    void isRunning_aProcess_untilItHasEnded()
-    {
-        QCOMPARE(m_operations->ProcessNumber(), static_cast<std::uint32_t>(::GetCurrentProcessId()));
-        QVERIFY(m_operations->IsRunning(m_operations->ProcessNumber()));
-        QProcess other;
-        other.start(QStringLiteral("cmd.exe"), QStringList());
-        QVERIFY(other.waitForStarted());
-        const auto number = static_cast<std::uint32_t>(other.processId());
-        QVERIFY(m_operations->IsRunning(number));
-        other.kill();
-        QVERIFY(other.waitForFinished(-1));
-        QVERIFY(!m_operations->IsRunning(number));
-    }
-
-    void removeLeftovers_ofARunningProcess_stay()
-    {
-        const TemporaryFolder folder;
-        QProcess other;
-        other.start(QStringLiteral("cmd.exe"), QStringList());
-        QVERIFY(other.waitForStarted());
-        const std::string name = "tarno.xml." + std::to_string(other.processId()) + "-12.tarno-tmp";
-        folder.Write(name, "half");
-        SafeWriter writer(*m_operations);
-        writer.RemoveLeftovers(folder.PathOf("tarno.xml"));
-        QCOMPARE(folder.Names(), Texts{name});
-        other.kill();
-        QVERIFY(other.waitForFinished(-1));
-        writer.RemoveLeftovers(folder.PathOf("tarno.xml"));
-        QCOMPARE(folder.Names(), Texts());
-    }
-
     void longPaths_areFilesAsOthers()
     {
         const TemporaryFolder folder;
@@ -232,21 +185,13 @@ private Q_SLOTS:
         QCOMPARE(ProgramFolder(folder.PathOf(name)).Existing("Tarno.xml"),
                  folder.PathOf(name + "/Tarno.xml"));
         SafeWriter writer(*m_operations);
-        QCOMPARE(writer.WriteOver(path, "new", {SafeWriter::FingerprintOf("old")}), ""s);
+        const FolderLock lock = writer.LockFolderOf(path);
+        QVERIFY(lock != nullptr);
+        writer.Write(path, "new");
         QCOMPARE(ReadWholeFile(path), "new"s);
-        const std::string kept = writer.Keep(path, "other");
-        QVERIFY2(kept.ends_with("tarno-kept-1.xml"), kept.c_str());
-        QCOMPARE(ReadWholeFile(kept), "other"s);
     }
 
 private:
-    static void AddShares()
-    {
-        QTest::addColumn<DWORD>("share");
-        QTest::newRow("by one who shares nothing") << DWORD{0};
-        QTest::newRow("by one who lets others read and write") << shareReading;
-    }
-
     std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
 };
 
