@@ -26,22 +26,13 @@ void Check(bool success)
     }
 }
 
-/// Repeats a system call that a signal has interrupted.
-template <typename Call>
-auto Uninterrupted(const Call& call)
-{
-    auto result = call();
-    while (result < 0 && errno == EINTR) {
-        result = call();
-    }
-    return result;
-}
+using Status = struct stat;
 
 class Descriptor
 {
 public:
     Descriptor(const std::string& path, int flags)
-        : m_number(Uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, 0666); }))
+        : m_number(TEMP_FAILURE_RETRY(::open(path.c_str(), flags | O_CLOEXEC, 0666)))
     {
         Check(m_number >= 0);
     }
@@ -61,8 +52,7 @@ public:
     void Write(std::string_view bytes) const
     {
         while (!bytes.empty()) {
-            const ssize_t written =
-                Uninterrupted([&] { return ::write(m_number, bytes.data(), bytes.size()); });
+            const ssize_t written = TEMP_FAILURE_RETRY(::write(m_number, bytes.data(), bytes.size()));
             Check(written >= 0);
             if (written == 0) {
                 throw Error(ErrorNumber::DiskFull);
@@ -72,10 +62,7 @@ public:
     }
 
     /// Some file systems cannot synchronise a folder and answer EINVAL.
-    void Sync() const
-    {
-        Check(Uninterrupted([&] { return ::fsync(m_number); }) == 0 || errno == EINVAL);
-    }
+    void Sync() const { Check(TEMP_FAILURE_RETRY(::fsync(m_number)) == 0 || errno == EINVAL); }
 
     void Close()
     {
@@ -91,9 +78,7 @@ private:
 /// `model`. What the user may not set is left out; the group then gets no rights that were meant for others.
 void CopyRights(const std::string& model, int file)
 {
-    struct stat status {
-    };
-
+    Status status{};
     if (::stat(model.c_str(), &status) != 0) {
         return;
     }
@@ -122,9 +107,7 @@ public:
 
     FileState Look(const std::string& path) override
     {
-        struct stat status {
-        };
-
+        Status status{};
         if (::stat(path.c_str(), &status) != 0) {
             Check(errno == ENOENT);
             return {};
@@ -181,9 +164,7 @@ public:
         // a pipe in the file's place must not block the program
         Descriptor file(path, O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK);
 
-        struct stat status {
-        };
-
+        Status status{};
         if (::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) {
             throw Error(ErrorNumber::PathFileAccess);
         }

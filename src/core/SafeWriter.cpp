@@ -1,5 +1,6 @@
 #include "SafeWriter.h"
 
+#include "Error.h"
 #include "Paths.h"
 
 #include <chrono>
@@ -25,6 +26,23 @@ bool IsTemporary(std::string_view name, const std::string& target)
     name.remove_prefix(target.size() + 1);
     const auto end = name.find_first_not_of("0123456789-");
     return end > 0 && name.substr(end) == SafeWriter::temporarySuffix;
+}
+
+/// Repeats `body` while it throws Error PermissionDenied because another program holds a file.
+template <typename Body>
+auto Patiently(FileOperations& operations, int attempts, const Body& body)
+{
+    for (; attempts > 1; --attempts) {
+        try {
+            return body();
+        } catch (const Error& error) {
+            if (error.Number() != ErrorNumber::PermissionDenied) {
+                throw;
+            }
+        }
+        operations.Pause();
+    }
+    return body();
 }
 
 } // namespace

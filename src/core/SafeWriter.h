@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/Error.h"
 #include "core/FileOperations.h"
 
 #include <optional>
@@ -42,21 +41,3 @@ private:
 
     FileOperations& m_operations;
 };
-
-/// Repeats `body` while it throws Error PermissionDenied because another program holds a file, with a pause
-/// after each attempt.
-template <typename Body>
-auto Patiently(FileOperations& operations, int attempts, const Body& body)
-{
-    for (; attempts > 1; --attempts) {
-        try {
-            return body();
-        } catch (const Error& error) {
-            if (error.Number() != ErrorNumber::PermissionDenied) {
-                throw;
-            }
-        }
-        operations.Pause();
-    }
-    return body();
-}

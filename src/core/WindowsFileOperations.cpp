@@ -9,7 +9,8 @@ namespace
 void Write(const Handle& file, std::string_view bytes)
 {
     DWORD written = 0;
-    Check(::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != 0);
+    Check(file &&
+          ::WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != 0);
     if (written != bytes.size()) {
         throw Error(ErrorNumber::DiskFull);
     }
@@ -27,7 +28,7 @@ public:
             return error.Number() == ErrorNumber::PathNotFound ? FileState() : throw error;
         }
         BY_HANDLE_FILE_INFORMATION found{};
-        Check(::GetFileInformationByHandle(file.Get(), &found) != 0);
+        Check(::GetFileInformationByHandle(file.get(), &found) != 0);
         const auto joined = [](std::uint64_t high, DWORD low) { return (high << 32U) | low; };
         return {.exists = true,
                 .isReplaceable =
@@ -49,13 +50,12 @@ public:
             ::GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size) != 0;
         SECURITY_ATTRIBUTES security{sizeof(SECURITY_ATTRIBUTES), descriptor.data(), FALSE};
         const DWORD attributes = ::GetFileAttributesW(from.c_str());
-        Handle file(Open(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW,
-                         attributes == INVALID_FILE_ATTRIBUTES ? FILE_ATTRIBUTE_NORMAL : attributes,
-                         hasDescriptor ? &security : nullptr));
-        Check(static_cast<bool>(file));
+        Handle file = Open(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW,
+                           attributes == INVALID_FILE_ATTRIBUTES ? FILE_ATTRIBUTE_NORMAL : attributes,
+                           hasDescriptor ? &security : nullptr);
         Write(file, bytes);
-        Check(::FlushFileBuffers(file.Get()) != 0);
-        Check(::CloseHandle(file.Release()) != 0);
+        Check(::FlushFileBuffers(file.get()) != 0);
+        Check(::CloseHandle(file.release()) != 0);
         return Look(path);
     }
 
@@ -78,23 +78,21 @@ public:
     /// A file that exists as long as the lock, even if the process is killed.
     FolderLock Lock(const std::string& folder) override
     {
-        constexpr DWORD flags = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE;
-        const auto file =
-            std::make_shared<Handle>(Open(folder + "\\tarno.lock", GENERIC_WRITE, 0, OPEN_ALWAYS, flags));
-        if (!*file && ::GetLastError() == ERROR_SHARING_VIOLATION) {
-            throw Error(ErrorNumber::PermissionDenied);
+        FolderLock file = Open(folder + "\\tarno.lock", GENERIC_WRITE, 0, OPEN_ALWAYS,
+                               FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE);
+        if (!file && ::GetLastError() == ERROR_SHARING_VIOLATION) {
+            throw LastError();
         }
-        return *file ? file : nullptr;
+        return file;
     }
 
     void Pause() override { ::Sleep(10); }
 
     void Append(const std::string& path, std::string_view bytes) override
     {
-        Handle file(Open(path, FILE_APPEND_DATA, FILE_SHARE_READ, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL));
-        Check(static_cast<bool>(file));
+        Handle file = Open(path, FILE_APPEND_DATA, FILE_SHARE_READ, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL);
         Write(file, bytes);
-        Check(::CloseHandle(file.Release()) != 0);
+        Check(::CloseHandle(file.release()) != 0);
     }
 };
 

@@ -3,7 +3,7 @@
 #include "Error.h"
 #include "Paths.h"
 
-#include <utility>
+#include <memory>
 #include <windows.h>
 
 /// The Error of the last system call.
@@ -20,38 +20,20 @@ inline void Check(bool success)
     }
 }
 
-/// A handle of the operating system, closed at the end of its scope.
-class Handle
-{
-public:
-    explicit Handle(HANDLE handle) : m_handle(handle) {}
-
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-
-    ~Handle()
-    {
-        if (*this) {
-            ::CloseHandle(m_handle);
-        }
-    }
-
-    explicit operator bool() const { return m_handle != INVALID_HANDLE_VALUE; }
-
-    HANDLE Get() const { return m_handle; }
-
-    HANDLE Release() { return std::exchange(m_handle, INVALID_HANDLE_VALUE); }
-
-private:
-    HANDLE m_handle;
+struct CloseHandleOf {
+    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
 };
+
+using Handle = std::unique_ptr<void, CloseHandleOf>;
 
 /// Full sharing: a reader does not block a program that writes, replaces or removes the file.
 inline constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// Opens or creates a file; for the handle of a Handle, which is false if that failed.
-inline HANDLE Open(const std::string& path, DWORD access, DWORD share, DWORD disposition, DWORD flags,
+/// Opens or creates a file. Null if that failed; LastError then says why.
+inline Handle Open(const std::string& path, DWORD access, DWORD share, DWORD disposition, DWORD flags,
                    SECURITY_ATTRIBUTES* security = nullptr)
 {
-    return ::CreateFileW(ToPath(path).c_str(), access, share, security, disposition, flags, nullptr);
+    const HANDLE handle =
+        ::CreateFileW(ToPath(path).c_str(), access, share, security, disposition, flags, nullptr);
+    return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }

@@ -21,20 +21,20 @@ std::string WithoutPrefix(const std::string& path)
 
 std::string ReadWholeFile(const std::string& path)
 {
-    const Handle file(Open(path, GENERIC_READ, shareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL));
+    const Handle file = Open(path, GENERIC_READ, shareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
     if (!file) {
         const Error error = LastError();
         throw error.Number() == ErrorNumber::PathNotFound ? Error(ErrorNumber::FileNotFound) : error;
     }
     LARGE_INTEGER size{};
-    if (::GetFileType(file.Get()) != FILE_TYPE_DISK || ::GetFileSizeEx(file.Get(), &size) == 0) {
+    if (::GetFileType(file.get()) != FILE_TYPE_DISK || ::GetFileSizeEx(file.get(), &size) == 0) {
         throw Error(ErrorNumber::PathFileAccess);
     }
     constexpr std::size_t most = 1U << 30U;
     std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
     for (std::size_t done = 0; done < bytes.size();) {
         DWORD read = 0;
-        if (::ReadFile(file.Get(), bytes.data() + done,
+        if (::ReadFile(file.get(), bytes.data() + done,
                        static_cast<DWORD>(std::min(bytes.size() - done, most)), &read, nullptr) == 0 ||
             read == 0) {
             throw Error(ErrorNumber::DeviceInputOutput);
@@ -46,12 +46,12 @@ std::string ReadWholeFile(const std::string& path)
 
 std::string Resolved(const std::string& path)
 {
-    const Handle file(Open(path, FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+    const Handle file = Open(path, FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
     if (!file) {
         return path;
     }
-    std::wstring name(::GetFinalPathNameByHandleW(file.Get(), nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
-    name.resize(::GetFinalPathNameByHandleW(file.Get(), name.data(), static_cast<DWORD>(name.size()),
+    std::wstring name(::GetFinalPathNameByHandleW(file.get(), nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
+    name.resize(::GetFinalPathNameByHandleW(file.get(), name.data(), static_cast<DWORD>(name.size()),
                                             FILE_NAME_NORMALIZED));
     return name.empty() ? path : WithoutPrefix(FromPath(name));
 }

@@ -74,7 +74,8 @@ void DataFile::Release()
     m_isUnsaved = false;
 }
 
-void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations)
+void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
+                    MergeResult& merged)
 {
     m_isUnsaved = true;
     std::error_code ignored;
@@ -92,7 +93,7 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     std::string lastRead;
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
         const FileState found = operations.Look(path);
-        if (!found.exists || found == m_version || MergeFile(path, found, lastRead, operations)) {
+        if (!found.exists || found == m_version || MergeFile(path, found, lastRead, operations, merged)) {
             const std::string bytes = SerializeXml(m_contents->document, m_version.size + roomToGrow);
             if (const auto written = writer.Replace(path, bytes, found)) {
                 m_version = *written;
@@ -106,7 +107,8 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     }
     throw Error(
         ErrorNumber::PathFileAccess,
-        "Another program has changed " + path + ", which is damaged or not yet complete." +
+        "Another program has changed " + path +
+            ", which is damaged, not yet complete or held by that program." +
             "\r\nNothing was written. Your changes are kept while Tarno is open. Restore that file or "
             "move it away, then save once more.");
 }
@@ -123,12 +125,20 @@ std::unique_ptr<DataFile::Contents> DataFile::Parsed(std::string bytes) const
 }
 
 bool DataFile::MergeFile(const std::string& path, const FileState& found, std::string& lastRead,
-                         FileOperations& operations)
+                         FileOperations& operations, MergeResult& merged)
 {
     if (!found.isReplaceable) {
         throw Error(ErrorNumber::PathFileAccess);
     }
-    std::string bytes = Patiently(operations, mostAttempts, [&] { return ReadWholeFile(path); });
+    std::string bytes;
+    try {
+        bytes = ReadWholeFile(path);
+    } catch (const Error& error) {
+        if (error.Number() != ErrorNumber::FileNotFound && error.Number() != ErrorNumber::PermissionDenied) {
+            throw;
+        }
+        return false; // removed a moment ago, or held by the program that writes it
+    }
     // a file that has replaced another one is complete; the same file may still be being written
     const bool isStable = !found.IsSameFile(m_version) || bytes == lastRead;
     lastRead = bytes;
@@ -137,12 +147,14 @@ bool DataFile::MergeFile(const std::string& path, const FileState& found, std::s
         return false;
     }
     MoveDataToTheFront(theirs->document);
-    const MergeResult merged = MergeChanges(Records(), theirs->records);
-    for (const Conflict& conflict : merged.conflicts) {
-        m_conflicts.push_back(
-            {conflict, conflict.theirs.Count() == 0 ? "" : Keep(conflict.theirs, path, operations)});
+    MergeResult result = MergeChanges(Records(), theirs->records);
+    for (Conflict& conflict : result.conflicts) {
+        if (conflict.theirs.Count() != 0) {
+            conflict.keptAs = Keep(conflict.theirs, path, operations);
+        }
+        merged.conflicts.push_back(std::move(conflict));
     }
-    m_newKeys.insert(merged.newKeys.begin(), merged.newKeys.end());
+    merged.newKeys.merge(result.newKeys);
     m_contents = std::move(theirs);
     m_version = found;
     return true;

@@ -8,14 +8,6 @@
 
 #include <memory>
 #include <string>
-#include <utility>
-#include <vector>
-
-/// A conflict that was resolved. `keptAs` is the path of the file that holds the other version of the record,
-/// empty if there is none because the other program has deleted it.
-struct ResolvedConflict : Conflict {
-    std::string keptAs;
-};
 
 /// One data file, held whole in memory: a document whose element `data` holds the records. Its file may be
 /// changed by other programs at any time.
@@ -41,17 +33,12 @@ public:
     /// replaced version of a record is written to "tarno-kept-1.xml" or the next number that is free.
     /// Throws Error: PermissionDenied if the folder stays locked, PathNotFound if it is no longer the folder
     /// that was opened, PathFileAccess if the file is damaged or incomplete, and what SafeWriter throws. The
-    /// changes then stay in memory for the next save.
-    void Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations);
+    /// changes then stay in memory for the next save. Returns in `merged`, even then, what merging has done.
+    void Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
+              MergeResult& merged);
 
     /// Whether the last Save failed: the document differs from the file.
     bool IsUnsaved() const { return m_isUnsaved; }
-
-    /// The conflicts that saving has resolved since the last call, and the new keys of records added here by
-    /// those they had before.
-    std::vector<ResolvedConflict> TakeConflicts() { return std::exchange(m_conflicts, {}); }
-
-    KeyMap TakeNewKeys() { return std::exchange(m_newKeys, {}); }
 
 private:
     struct Contents {
@@ -67,7 +54,7 @@ private:
     /// Merges the file, which another program has changed. Returns false if it is damaged or may still be
     /// being written. `lastRead` is what the attempt before this one has read.
     bool MergeFile(const std::string& path, const FileState& found, std::string& lastRead,
-                   FileOperations& operations);
+                   FileOperations& operations, MergeResult& merged);
 
     std::string m_name;
     RecordTable::Names m_names;
@@ -76,6 +63,4 @@ private:
     FileState m_folder;  ///< of the folder of that file
     FileState m_version; ///< of the file when it was last read or written
     bool m_isUnsaved = false;
-    std::vector<ResolvedConflict> m_conflicts;
-    KeyMap m_newKeys;
 };

@@ -9,8 +9,9 @@
 
 /// A record that this program and another one have changed in different ways.
 struct Conflict {
-    Record ours;   ///< as it is in the merged file; without values if it was deleted here
-    Record theirs; ///< the version that is replaced; without values if it was deleted there
+    Record ours;             ///< as it is in the merged file; without values if it was deleted here
+    Record theirs;           ///< the version that is replaced; without values if it was deleted there
+    std::string keptAs = {}; ///< path of the file that holds `theirs`, empty if there is none
 };
 
 /// New keys by the keys that they replace.

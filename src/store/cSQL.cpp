@@ -206,21 +206,18 @@ template <typename TableChange>
 Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs, const TableChange& change,
                     Record* updated)
 {
+    MergeResult merged;
     const Status status = Trapped(routine, [&] {
         change(in.Records());
         if (&in == &m_entries && updated != nullptr) {
             m_ownTrips.insert(updated->Text(0));
         }
-        in.Save(m_folder, savedAs, m_operations);
+        in.Save(m_folder, savedAs, m_operations, merged);
     });
-    if (const KeyMap newKeys = in.TakeNewKeys(); !newKeys.empty()) {
-        Trap(module, routine, [&] { FollowNewKeys(in, newKeys, updated); });
+    if (!merged.newKeys.empty()) {
+        Trap(module, routine, [&] { FollowNewKeys(in, merged.newKeys, updated); });
     }
-    for (const ResolvedConflict& conflict : in.TakeConflicts()) {
-        if (m_showConflict) {
-            m_showConflict(NoticeOf(in, conflict));
-        }
-    }
+    ShowConflicts(in, merged);
     return status;
 }
 
@@ -248,12 +245,23 @@ void cSQL::FollowNewKeys(const DataFile& in, const KeyMap& newKeys, Record* upda
             }
         }
         if (isChanged) {
-            m_entries.Save(m_folder, "tarno.xml", m_operations);
+            MergeResult merged;
+            m_entries.Save(m_folder, "tarno.xml", m_operations, merged);
+            ShowConflicts(m_entries, merged);
         }
     }
 }
 
-ConflictNotice cSQL::NoticeOf(const DataFile& in, const ResolvedConflict& conflict) const
+void cSQL::ShowConflicts(const DataFile& in, const MergeResult& merged) const
+{
+    for (const Conflict& conflict : merged.conflicts) {
+        if (m_showConflict) {
+            m_showConflict(NoticeOf(in, conflict));
+        }
+    }
+}
+
+ConflictNotice cSQL::NoticeOf(const DataFile& in, const Conflict& conflict) const
 {
     using Kind = ConflictNotice::Kind;
     const bool isDeletedHere = conflict.ours.Count() == 0;

@@ -113,7 +113,8 @@ private:
     /// Brings what refers to records of `in` up to date: the record of the caller and the trips of this run.
     void FollowNewKeys(const DataFile& in, const KeyMap& newKeys, Record* updated);
 
-    ConflictNotice NoticeOf(const DataFile& in, const ResolvedConflict& conflict) const;
+    void ShowConflicts(const DataFile& in, const MergeResult& merged) const;
+    ConflictNotice NoticeOf(const DataFile& in, const Conflict& conflict) const;
 
     const ProgramFolder& m_folder;
     FileOperations& m_operations;

@@ -17,7 +17,7 @@ using Texts = std::vector<std::string>;
 /// The file as another program holds it, which shares it only for `share` (FILE_SHARE_READ and the like).
 Handle Held(const std::string& path, DWORD share)
 {
-    return Handle(Open(path, GENERIC_READ, share, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL));
+    return Open(path, GENERIC_READ, share, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
 }
 
 constexpr DWORD shareReading = FILE_SHARE_READ | FILE_SHARE_WRITE;

@@ -29,7 +29,7 @@ struct Opened {
     /// The number that Save raises, 0 for none.
     int Save(const std::string& name)
     {
-        return RaisedNumber([&] { file.Save(programFolder, name, operations); });
+        return RaisedNumber([&] { file.Save(programFolder, name, operations, merged); });
     }
 
     bool IsLoaded()
@@ -41,6 +41,7 @@ struct Opened {
     ProgramFolder programFolder{folder.Path()};
     ScriptedFileOperations operations;
     DataFile file;
+    MergeResult merged;
 };
 
 } // namespace

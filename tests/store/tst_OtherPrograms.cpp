@@ -26,9 +26,10 @@ struct OtherProgram {
     cSQL sql;
 };
 
-const std::string notComplete = ", which is damaged or not yet complete.\r\nNothing was written. Your "
-                                "changes are kept while Tarno is open. "
-                                "Restore that file or move it away, then save once more.";
+const std::string notComplete =
+    ", which is damaged, not yet complete or held by that program.\r\nNothing was written. Your "
+    "changes are kept while Tarno is open. "
+    "Restore that file or move it away, then save once more.";
 
 } // namespace
 
