@@ -60,11 +60,12 @@ struct OpenLog : TestStore {
         fs::rename(ToPath(folder.PathOf("received")), Path());
     }
 
-    /// Adds a trip by writing into the log itself, as cp and scp do. EndCopy writes the second half.
-    void BeginCopy()
+    /// Adds a trip by writing into the log itself, as cp and scp do, or over it (`mode` is "in"), as rsync
+    /// does. EndCopy writes the second half.
+    void BeginCopy(std::ios::openmode mode)
     {
         const std::string bytes = WithTheirs();
-        copy.open(Path(), std::ios::binary | std::ios::trunc);
+        copy.open(Path(), std::ios::out | std::ios::binary | mode);
         copy << bytes.substr(0, bytes.size() / 2) << std::flush;
         rest = bytes.substr(bytes.size() / 2);
     }
@@ -76,11 +77,11 @@ struct OpenLog : TestStore {
     }
 
     /// Begins a copy that ends after `pauses` pauses of Tarno.
-    void CopyFor(int pauses)
+    void CopyFor(int pauses, std::ios::openmode mode = std::ios::trunc)
     {
         operations.Before(
             "pause", [this] { EndCopy(); }, pauses);
-        BeginCopy();
+        BeginCopy(mode);
     }
 
     Texts kept; ///< the files that the notices name
@@ -141,6 +142,7 @@ private Q_SLOTS:
             {"the same bytes in place", [](OpenLog& log) { Written(log.Bytes())(log); }, false},
             {"a trip more", [](OpenLog& log) { log.Replace(log.WithTheirs()); }, true},
             {"a trip more in place", [](OpenLog& log) { log.CopyFor(0); }, true},
+            {"a trip more over the old bytes", [](OpenLog& log) { log.CopyFor(0, std::ios::in); }, true},
             {"a trip more in place, slowly", [](OpenLog& log) { log.CopyFor(1); }, true},
             {"a trip more in place, very slowly", [](OpenLog& log) { log.CopyFor(90); }, true}};
         // until Tarno looks at the log for the last time
@@ -193,8 +195,8 @@ private Q_SLOTS:
         const Action remove = Remove;
         const Action restore = Replaced(LogOf(OldTrips(2)));
         const std::string ours = " old-1 old-2 A B";
-        QTest::newRow("half of a copy")
-            << Action(&OpenLog::BeginCopy) << Action(&OpenLog::EndCopy) << " old-1 old-2 theirs A B"s;
+        QTest::newRow("half of a copy") << Action([](OpenLog& log) { log.BeginCopy(std::ios::trunc); })
+                                        << Action(&OpenLog::EndCopy) << " old-1 old-2 theirs A B"s;
         QTest::newRow("empty") << Replaced("") << remove << ours;
         QTest::newRow("empty, in place") << Written("") << restore << ours;
         QTest::newRow("torn") << Replaced("<data>\n\t<tarno>\n\t\t<TarnoNo>1</Tar") << restore << ours;
