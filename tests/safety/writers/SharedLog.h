@@ -108,15 +108,6 @@ public:
         }
     }
 
-    /// Every program makes one change when the one before it has made its own.
-    void TakeTurns()
-    {
-        for (Writer& writer : m_writers) {
-            writer.program.Tell("1 0");
-            Await(writer, "done");
-        }
-    }
-
     /// Kills the program that was started first in the save that follows one of its first `mostSaves`.
     void KillFirst(int mostSaves, std::mt19937& random)
     {

@@ -174,15 +174,25 @@ private Q_SLOTS:
         QCOMPARE(log.kept, Texts());
     }
 
-    void sameTripChanged_onlyTheOtherVersionOfItIsKept()
+    void twoTakeTurns_onlyVersionsOfTheSameTripAreKept()
     {
         OpenLog log;
         cSQL other(log.programFolder, log.operations);
         QCOMPARE(other.Init(), succeeded);
+        Trips expected = OldTrips(2);
+        for (int key = 3; key < 73; key += 2) {
+            QCOMPARE(Save(log.sql, 0, "ours"), succeeded);
+            QCOMPARE(Save(other, 0, "theirs"), succeeded);
+            expected.insert(expected.end(), {{key, "ours"}, {key + 1, "theirs"}});
+        }
+        QCOMPARE(log.Bytes(), LogOf(expected));
+        QCOMPARE(log.kept, Texts());
         QCOMPARE(Save(other, 1, "A"), succeeded);
-        QCOMPARE(Save(other, 0, "A-3"), succeeded);
+        QCOMPARE(Save(other, 0, "A-73"), succeeded);
         QCOMPARE(Save(log.sql, 1, "B"), succeeded);
-        QCOMPARE(log.Bytes(), LogOf({{1, "B"}, {2, "old-2"}, {3, "A-3"}}));
+        expected.front().value = "B";
+        expected.push_back({73, "A-73"});
+        QCOMPARE(log.Bytes(), LogOf(expected));
         QCOMPARE(log.folder.Read("tarno-kept-1.xml"), LogOf({{1, "A"}}));
         QCOMPARE(log.kept, Texts{log.folder.PathOf("tarno-kept-1.xml")});
     }
@@ -221,8 +231,7 @@ private Q_SLOTS:
                 "cSQL", "EntryUpdate",
                 "Vb<75> error raised\r\nAnother program has changed " + log.folder.PathOf("tarno.xml") +
                     ", which is damaged or not yet complete.\r\nNothing was written. Your changes are kept "
-                    "while "
-                    "Tarno is open. Restore that file or move it away, then save once more.");
+                    "while Tarno is open. Restore that file or move it away, then save once more.");
         }
         QCOMPARE(Save(log.sql, 0, "A"), failed);
         QCOMPARE(log.Bytes(), bytes);

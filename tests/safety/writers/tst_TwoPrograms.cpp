@@ -17,15 +17,7 @@ constexpr int changes = 100;
 constexpr int sharedTrip = 1; ///< all programs whose task is "edit" edit this one
 /// The others have old trips of their own. The last one stays, as its key would be given again.
 constexpr int oldTrips = sharedTrip + 4 * (changes + 1) + 1;
-
-void Start(SharedLog& log, const Texts& tasks)
-{
-    int own = sharedTrip + 1;
-    for (const std::string& task : tasks) {
-        log.Start(task, task == "edit" ? sharedTrip : own);
-        own += changes + 1;
-    }
-}
+constexpr int longestPause = 2000; ///< microseconds: some saves, so that most find changes of others
 
 } // namespace
 
@@ -36,72 +28,49 @@ class tst_TwoPrograms : public QObject
 
 private Q_SLOTS:
 
-    void atTheSameTime_theLogHasAllChanges_data()
+    void atTheSameTime_theLogHasAllSavedChanges_data()
     {
         QTest::addColumn<Texts>("tasks");
-        QTest::newRow("two add") << Texts{"add", "add"};
-        QTest::newRow("three add") << Texts{"add", "add", "add"};
-        QTest::newRow("four add, edit and delete") << Texts{"mixed", "mixed", "mixed", "mixed"};
-        QTest::newRow("one adds, one edits, one deletes") << Texts{"add", "edit", "delete"};
-        QTest::newRow("two edit the same trip") << Texts{"edit", "edit"};
-        QTest::newRow("one is started again and again") << Texts{"add", "restart"};
-        QTest::newRow("two are started again and again") << Texts{"add", "add", "restart", "restart"};
+        QTest::addColumn<bool>("isOneKilled");
+        QTest::newRow("two add") << Texts{"add", "add"} << false;
+        QTest::newRow("three add") << Texts{"add", "add", "add"} << false;
+        QTest::newRow("four add, edit and delete") << Texts{"mixed", "mixed", "mixed", "mixed"} << false;
+        QTest::newRow("one adds, one edits, one deletes") << Texts{"add", "edit", "delete"} << false;
+        QTest::newRow("two edit the same trip") << Texts{"edit", "edit"} << false;
+        QTest::newRow("one is started again and again") << Texts{"add", "restart"} << false;
+        QTest::newRow("two are started again and again")
+            << Texts{"add", "add", "restart", "restart"} << false;
+        QTest::newRow("two add, one is killed") << Texts{"add", "add"} << true;
+        QTest::newRow("three add, edit and delete, one is killed")
+            << Texts{"mixed", "mixed", "mixed"} << true;
     }
 
-    void atTheSameTime_theLogHasAllChanges()
+    void atTheSameTime_theLogHasAllSavedChanges()
     {
         QFETCH(Texts, tasks);
+        QFETCH(bool, isOneKilled);
+        std::mt19937 random(20260411);
         int saves = 0;
         int keptFiles = 0;
-        for (int round = Times(1, 50); round > 0; --round) {
+        for (int round = isOneKilled ? Times(10, 400) : Times(1, 50); round > 0; --round) {
             SharedLog log(OldTrips(oldTrips));
-            Start(log, tasks);
-            constexpr int longestPause = 2000; // some saves, so that most find changes of others
-            log.Begin(changes, longestPause);
+            int own = sharedTrip + 1;
+            for (const std::string& task : tasks) {
+                log.Start(task, task == "edit" ? sharedTrip : own);
+                own += changes + 1;
+            }
+            log.Begin(changes, isOneKilled ? 0 : longestPause);
+            if (isOneKilled) {
+                log.KillFirst(changes / 4, random);
+            }
             log.End();
+            log.Start("add", 0); // removes the temporary of the killed program
             QCOMPARE(log.Fault(), ""s);
             saves += log.Saves();
             keptFiles += log.KeptFiles();
         }
         QVERIFY(keptFiles == 0 || std::count(tasks.begin(), tasks.end(), "edit") > 1);
         qInfo("%d saves, %d kept files", saves, keptFiles);
-    }
-
-    void takingTurns_theLogHasAllChangesAndNothingIsKept()
-    {
-        SharedLog log(OldTrips(oldTrips));
-        Start(log, {"add", "mixed", "restart", "delete"});
-        for (int turn = 0; turn < changes; ++turn) {
-            log.TakeTurns();
-        }
-        QCOMPARE(log.Fault(), ""s);
-        QCOMPARE(log.KeptFiles(), 0);
-    }
-
-    void oneIsKilled_theLogHasAllSavedChanges_data()
-    {
-        QTest::addColumn<Texts>("tasks");
-        QTest::newRow("of two that add") << Texts{"add", "add"};
-        QTest::newRow("of three that add, edit and delete") << Texts{"mixed", "mixed", "mixed"};
-    }
-
-    void oneIsKilled_theLogHasAllSavedChanges()
-    {
-        QFETCH(Texts, tasks);
-        std::mt19937 random(20260411);
-        for (int round = Times(10, 400); round > 0; --round) {
-            SharedLog log(OldTrips(oldTrips));
-            Start(log, tasks);
-            constexpr int changesOfOne = 20;
-            log.Begin(changesOfOne, 0);
-            log.KillFirst(changesOfOne - 1, random);
-            log.End();
-            log.Start("add", 0); // removes the temporary of the killed program
-            log.Begin(1, 0);
-            log.End();
-            QCOMPARE(log.Fault(), ""s);
-            QCOMPARE(log.KeptFiles(), 0);
-        }
     }
 };
 

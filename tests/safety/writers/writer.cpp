@@ -1,18 +1,14 @@
-// writer FOLDER TASK NUMBER KEY  loads the log in FOLDER and says "ready"; then reads lines of two numbers:
-// how many
-//                                changes to make, and for how many microseconds to pause at most after each;
-//                                says "done"
-// writer hold FILE               locks the folder of FILE, creates a temporary as a save does and says
-// "ready"
+// writer FOLDER TASK NUMBER KEY
 //
-// TASK  add     adds trips with the values NUMBER-1, NUMBER-2 and so on
-//       restart the same, but loads the log anew before each
-//       edit    gives the trip KEY those values
-//       delete  deletes the trips KEY+1, KEY+2 and so on
-//       mixed   adds, edits and deletes at random
-//
-// It says "change OLD>NEW" with both values of the trip, one of which may be empty, before each save, then
-// "saved" or "failed"; "told" and the words of each message, "kept" and the path of each conflict.
+// Loads the log in FOLDER and says "ready". Then reads lines of two numbers: how many changes to make, and
+// for how many microseconds to pause at most after each; says "done" when they are made. TASK is one of
+//   add      adds trips with the values NUMBER-1, NUMBER-2 and so on
+//   restart  the same, but loads the log anew before each
+//   edit     gives the trip KEY those values
+//   delete   deletes the trips KEY+1, KEY+2 and so on
+//   mixed    adds, edits and deletes at random
+// Before each save it says "change OLD>NEW" with the values of the trip, one of which may be empty,
+// afterwards "saved" or "failed"; "told" and the words of each message; "kept" and the path of each conflict.
 
 #include "core/ErrorLog.h"
 #include "store/cSQL.h"
