@@ -9,11 +9,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr int changes = 30;
-#else
 constexpr int changes = 100;
-#endif
 constexpr int sharedTrip = 1; ///< all programs whose task is "edit" edit this one
 /// The others have old trips of their own. The last one stays, as its key would be given again.
 constexpr int oldTrips = sharedTrip + 4 * (changes + 1) + 1;
