@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Two programs on one log, driven from outside: each adds a trip, and both are there; both change the same trip, and
-# the second to save says where the other's version is kept.
+# Two programs on one log, driven from outside: each adds a trip and changes one of its own, and the log has all of it;
+# both change the same trip, and the second to save says where the version of the first is stored.
 #   tests/app/two-programs.sh PROGRAM OUT
 set -euo pipefail
 cd "$(dirname "$0")/../.."
@@ -16,31 +16,38 @@ rm -rf "$out"
 mkdir -p "$out"
 scripts/lay-out.sh --sample "$out/log"
 
-# turn_to <window>: the program whose main window that is
-turn_to() {
-    xdotool windowactivate --sync "$1"
-    window "Tarno Fishing Log"
-}
-
 is_not_active() {
     [ "$(xdotool getactivewindow 2>/dev/null)" != "$1" ]
 }
 
-# save_date <date> <position>: in the entry editor, whose first box has the focus; the trip is then at that position
-# of the log
-save_date() {
+# date_of <position> [<file>]: the start date of that trip
+date_of() {
+    xmllint --xpath "string(/data/tarno[$1]/*[2])" "$log/${2:-tarno.xml}"
+}
+
+# save <main window> <date> <position> <keys>...: opens the entry editor with the keys and saves the trip with that
+# start date; it is then at that position of the log
+save() {
+    xdotool windowactivate --sync "$1"
+    window "Tarno Fishing Log"
+    keys "${@:4}"
     window "Tarno Log Entry"
     keys ctrl+a
-    type_text "$1"
+    type_text "$2"
     keys Tab
     keys ctrl+a
     keys alt+s
-    await_value "the date" "$1" log_date "$out/log/tarno.xml" "$2"
+    await_value "the date of trip $3" "$2" date_of "$3"
 }
 
-# log_date <file> <position>
-log_date() {
-    xmllint --xpath "string(/data/tarno[$2]/*[2])" "$1"
+close_editor() {
+    keys Escape
+    window "Tarno Fishing Log"
+}
+
+# the error log and the versions of trips that are stored beside the log
+other_files() {
+    (cd "$log" && find . -iname '*.log' -o -name '*kept*')
 }
 
 start "$out/log"
@@ -54,30 +61,28 @@ await "the second program" is_not_active "$first"
 splash
 second=$(xdotool getactivewindow)
 
-for number in 1 2; do
-    [ "$number" = 1 ] && turn_to "$first" || turn_to "$second"
-    keys ctrl+n
-    save_date "2026-07-0$number" $((before + number))
-    keys Escape
-    window "Tarno Fishing Log"
-done
-await_value "trips after each program has added one" $((before + 2)) records tarno.xml tarno
-picture 01-both "the list of the second program holds both"
+save "$first" 2026-07-01 $((before + 1)) ctrl+n
+close_editor
+save "$second" 2026-07-02 $((before + 2)) ctrl+n
+close_editor
+save "$first" 1999-01-01 1 Home Return
+close_editor
+save "$second" 2026-07-31 $((before + 2)) End Return
+close_editor
+expect "trips after each program has added one" "$(records tarno.xml tarno)" $((before + 2))
+expect "the trip that the first program changed" "$(date_of 1)" 1999-01-01
+expect "other files" "$(other_files)" ""
+picture 01-both "the list of the second program has all changes"
 
-for number in 3 4; do
-    [ "$number" = 3 ] && turn_to "$first" || turn_to "$second"
-    keys Home
-    keys Return
-    save_date "1999-01-0$number" 1
-    [ "$number" = 4 ] || { keys Escape && window "Tarno Fishing Log"; }
-done
-window "Tarno Error"
-picture 02-kept "both have changed the first trip"
+save "$first" 1999-01-03 1 Home Return
+close_editor
+save "$second" 1999-01-04 1 Home Return
+window "Tarno"
+picture 02-conflict "both have changed the first trip"
 keys Return
 window "Tarno Log Entry"
-keys Escape
-window "Tarno Fishing Log"
-await_value "trips in the log" $((before + 2)) records tarno.xml tarno
-await_value "the first trip in the version that was kept" 1999-01-03 log_date "$out/log/tarno-kept-1.xml" 1
-picture 03-log "the log of the second program"
-tell "both programs know what happened"
+close_editor
+expect "trips in the log" "$(records tarno.xml tarno)" $((before + 2))
+expect "other files" "$(other_files)" ./tarno-kept-1.xml
+expect "trips in that file" "$(records tarno-kept-1.xml tarno)" 1
+expect "the version of the first program" "$(date_of 1 tarno-kept-1.xml)" 1999-01-03

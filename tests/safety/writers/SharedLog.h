@@ -2,139 +2,252 @@
 
 #include "core/Xml.h"
 #include "safety/ChildProgram.h"
-#include "safety/QuickPlace.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 
 #include <algorithm>
-#include <map>
-#include <memory>
+#include <chrono>
+#include <iterator>
+#include <list>
 #include <optional>
+#include <random>
 #include <set>
-#include <sstream>
 #include <string>
+#include <string_view>
+#include <thread>
 #include <vector>
 
-/// The folder of a log that several programs write; it holds entries of two values, the key and a text.
+/// A trip of two values.
+struct Trip {
+    int key;
+    std::string value;
+};
+
+using Trips = std::vector<Trip>;
+
+/// The trips 1 to `count`. Their values are "old-1", "old-2" and so on, followed by `padding`.
+inline Trips OldTrips(int count, const std::string& padding = {})
+{
+    Trips trips;
+    for (int key = 1; key <= count; ++key) {
+        trips.push_back({key, "old-" + std::to_string(key) + padding});
+    }
+    return trips;
+}
+
+/// The bytes of the log with these trips.
+inline std::string LogOf(const Trips& trips)
+{
+    std::string bytes = "<data>\n";
+    for (const Trip& trip : trips) {
+        bytes += "\t<tarno>\n\t\t<TarnoNo>" + std::to_string(trip.key) + "</TarnoNo>\n\t\t<Value>" +
+                 trip.value + "</Value>\n\t</tarno>\n";
+    }
+    return bytes + "</data>\n";
+}
+
+/// The trips of a log; nothing if it is not whole.
+inline std::optional<Trips> TripsIn(std::string_view bytes)
+{
+    pugi::xml_document document;
+    if (!ParseXml(bytes, document) || !document.child("data")) {
+        return std::nullopt;
+    }
+    Trips trips;
+    for (const pugi::xml_node& trip : document.child("data").children("tarno")) {
+        trips.push_back({trip.child("TarnoNo").text().as_int(), trip.child_value("Value")});
+    }
+    return trips;
+}
+
+/// Writes a log with these trips and the other data files, which hold no records.
+inline void WriteDataFiles(const TemporaryFolder& folder, const Trips& trips)
+{
+    for (const char* name : {"field.xml", "location.xml", "locationblank.xml", "Rpt.xml", "RptBlank.xml"}) {
+        folder.Write(name, "<data />\n");
+    }
+    folder.Write("tarnoblank.xml", LogOf({{0, ""}}));
+    folder.Write("tarno.xml", LogOf(trips));
+}
+
+/// A log that programs change, and what it must hold according to what they say (see writer.cpp).
 class SharedLog
 {
 public:
-    /// With the entries 1 to `entries`, whose values are "old-1", "old-2" and so on.
-    explicit SharedLog(int entries)
+    explicit SharedLog(const Trips& trips, const QString& place = QDir::tempPath()) : m_folder(place)
     {
-        for (const char* name :
-             {"field.xml", "location.xml", "locationblank.xml", "Rpt.xml", "RptBlank.xml"}) {
-            folder.Write(name, "<data />\n");
+        WriteDataFiles(m_folder, trips);
+        WriteSimilarFiles();
+        for (const Trip& trip : trips) {
+            m_expected.insert(trip.value);
         }
-        folder.Write("tarnoblank.xml", Bytes({{"0", ""}}));
-        std::vector<Entry> old;
-        for (int key = 1; key <= entries; ++key) {
-            old.push_back({std::to_string(key), "old-" + std::to_string(key)});
-        }
-        folder.Write("tarno.xml", Bytes(old));
+        m_names = m_folder.Names();
     }
 
-    struct Entry {
-        std::string key;
-        std::string value;
-    };
-
-    static std::string Bytes(const std::vector<Entry>& entries)
+    /// Starts a program and waits until it has loaded the log.
+    void Start(const std::string& task, int key)
     {
-        std::string bytes = "<data>\n";
-        for (const Entry& entry : entries) {
-            bytes += "\t<tarno>\n\t\t<TarnoNo>" + entry.key + "</TarnoNo>\n\t\t<Value>" + entry.value +
-                     "</Value>\n\t</tarno>\n";
-        }
-        return bytes + "</data>\n";
+        m_writers.emplace_back(std::vector<std::string>{TARNO_WRITER, m_folder.Path(), task,
+                                                        std::to_string(++m_started), std::to_string(key)});
+        Await(m_writers.back(), "ready");
     }
 
-    /// What a version of the log holds; nothing when it is not whole.
-    static std::optional<std::vector<Entry>> Entries(std::string_view bytes)
+    /// Every program begins to make `count` changes, with pauses of up to `longestPause` microseconds.
+    void Begin(int count, int longestPause)
     {
-        pugi::xml_document document;
-        if (!ParseXml(bytes, document) || !document.child("data")) {
-            return std::nullopt;
+        for (Writer& writer : m_writers) {
+            writer.program.Tell(std::to_string(count) + ' ' + std::to_string(longestPause));
         }
-        std::vector<Entry> entries;
-        for (const pugi::xml_node& entry : document.child("data").children("tarno")) {
-            entries.push_back({entry.child_value("TarnoNo"), entry.child_value("Value")});
-        }
-        return entries;
     }
 
-    /// Starts a writer, as writer.cpp says, and waits until it has loaded the log.
-    ChildProgram& Start(const std::string& task, int count)
+    /// Waits until every program has made its changes.
+    void End()
     {
-        const std::string name(1, static_cast<char>('A' + m_writers.size()));
-        m_writers.push_back(std::make_unique<ChildProgram>(std::vector<std::string>{
-            TARNO_WRITER, folder.Path(), m_notes.PathOf(name), task, name, std::to_string(count)}));
-        m_writers.back()->Line();
-        return *m_writers.back();
+        for (Writer& writer : m_writers) {
+            Await(writer, "done");
+        }
     }
 
-    ChildProgram& Writer(std::size_t number) { return *m_writers.at(number); }
-
-    std::size_t WriterCount() const { return m_writers.size(); }
-
-    /// What all writers have noted that begins with `word`, without it.
-    std::vector<std::string> Noted(const std::string& word) const
+    /// Kills the program that was started first in the save that follows one of its first `mostSaves`.
+    void KillFirst(int mostSaves, std::mt19937& random)
     {
-        std::vector<std::string> found;
-        for (const std::string& name : m_notes.Names()) {
-            std::istringstream notes(m_notes.Read(name));
-            for (std::string line; std::getline(notes, line);) {
-                if (line.starts_with(word + ' ')) {
-                    found.push_back(line.substr(word.size() + 1));
-                }
+        Writer& writer = m_writers.front();
+        const auto begin = std::chrono::steady_clock::now();
+        const int saves = std::uniform_int_distribution(1, mostSaves)(random);
+        for (int save = 0; save < saves; ++save) {
+            Await(writer, "saved");
+        }
+        const auto aSave = (std::chrono::steady_clock::now() - begin) / saves;
+        std::this_thread::sleep_for(aSave * std::uniform_real_distribution()(random));
+        writer.program.Kill();
+        while (const auto line = writer.program.Line()) {
+            Note(writer, *line);
+        }
+        m_begun = writer.change;
+        m_writers.pop_front();
+    }
+
+    /// What is wrong with the log and the files beside it; empty if nothing is.
+    std::string Fault()
+    {
+        const auto trips = TripsIn(m_folder.Read("tarno.xml"));
+        if (!trips || !m_complaint.empty()) {
+            return trips ? m_complaint : "the log is not whole";
+        }
+        std::set<int> keys;
+        Values found;
+        for (const Trip& trip : *trips) {
+            keys.insert(trip.key);
+            found.insert(trip.value);
+        }
+        const Change begun = std::exchange(m_begun, {});
+        if (found.contains(begun.after) || found.count(begun.before) < m_expected.count(begun.before)) {
+            Expect(begun);
+        }
+        Values paths;
+        for (const std::string& name : ChangedNames()) {
+            const auto kept = name.starts_with("tarno-kept-") ? TripsIn(Read(name)) : std::nullopt;
+            if (!kept || kept->size() != 1) {
+                return name + " was left or removed";
             }
+            found.insert(kept->front().value);
+            paths.insert(m_folder.PathOf(name));
         }
-        return found;
-    }
-
-    /// The paths of the kept files that the words for the user name.
-    std::set<std::string> NamedFiles() const
-    {
-        std::set<std::string> named;
-        for (const std::string& words : Noted("told")) {
-            std::istringstream lines(words);
-            for (std::string line; std::getline(lines, line, '|');) {
-                if (line.starts_with(folder.Path())) {
-                    named.insert(line);
-                }
-            }
+        if (paths != m_kept) {
+            return "the kept files are not those that were named";
         }
-        return named;
+        const bool isAllThere =
+            m_kept.empty() ? found == m_expected
+                           : std::includes(found.begin(), found.end(), m_expected.begin(), m_expected.end());
+        return isAllThere && keys.size() == trips->size() ? "" : "trips are lost, or there more than once";
     }
 
-    /// The names in the folder that begin and end so.
-    std::vector<std::string> Names(std::string_view begin, std::string_view end) const
+    /// The names that have come into the folder since the beginning, and those that have gone.
+    std::vector<std::string> ChangedNames() const
     {
-        std::vector<std::string> names = folder.Names();
-        std::erase_if(
-            names, [&](const std::string& name) { return !name.starts_with(begin) || !name.ends_with(end); });
-        return names;
+        const auto now = m_folder.Names();
+        std::vector<std::string> changed;
+        std::set_symmetric_difference(m_names.begin(), m_names.end(), now.begin(), now.end(),
+                                      std::back_inserter(changed));
+        return changed;
     }
 
-    std::vector<std::string> KeptFiles() const { return Names("tarno-kept-", ".xml"); }
+    std::string Read(const std::string& name) const { return m_folder.Read(name); }
 
-    /// The values that one or more versions of the log hold.
-    static std::set<std::string> Values(const std::vector<std::string>& versions)
-    {
-        std::set<std::string> values;
-        for (const std::string& bytes : versions) {
-            if (const auto entries = Entries(bytes)) {
-                for (const Entry& entry : *entries) {
-                    values.insert(entry.value);
-                }
-            }
-        }
-        return values;
-    }
+    int Saves() const { return m_saves; }
 
-    TemporaryFolder folder{QuickPlace()};
+    int KeptFiles() const { return static_cast<int>(m_kept.size()); }
 
 private:
-    TemporaryFolder m_notes{QuickPlace()};
-    std::vector<std::unique_ptr<ChildProgram>> m_writers;
+    using Values = std::multiset<std::string>;
+
+    struct Change {
+        std::string before; ///< value of the trip, "" if it is new
+        std::string after;  ///< "" if the trip is deleted
+    };
+
+    struct Writer {
+        explicit Writer(const std::vector<std::string>& command) : program(command) {}
+
+        ChildProgram program;
+        Change change; ///< not yet saved
+    };
+
+    void Await(Writer& writer, const std::string& word)
+    {
+        std::optional<std::string> line;
+        while (line != word && (line = writer.program.Line())) {
+            Note(writer, *line);
+        }
+        m_complaint += line ? "" : "A program has ended. ";
+    }
+
+    void Note(Writer& writer, const std::string& line)
+    {
+        const auto blank = line.find(' ');
+        const std::string word = line.substr(0, blank);
+        const std::string rest = blank == std::string::npos ? "" : line.substr(blank + 1);
+        if (word == "change") {
+            const auto end = rest.find('>');
+            writer.change = {rest.substr(0, end), rest.substr(end + 1)};
+        } else if (word == "saved") {
+            Expect(std::exchange(writer.change, {}));
+        } else if (word == "kept") {
+            m_kept.insert(rest);
+        } else if (word == "told" || word == "failed") {
+            m_complaint += line + ". ";
+        }
+    }
+
+    void Expect(const Change& change)
+    {
+        ++m_saves;
+        m_expected.erase(change.before);
+        if (!change.after.empty()) {
+            m_expected.insert(change.after);
+        }
+    }
+
+    /// Writes files whose names are almost those of temporaries.
+    void WriteSimilarFiles() const
+    {
+        for (const char* name : {"tarno.xml.12.tmp", "tarno.xml.49-abc.tarno-tmp", "tarno.xml.tarno-tmp",
+                                 "xtarno.xml.49.tarno-tmp", "precious"}) {
+            m_folder.Write(name, "not ours");
+        }
+        m_folder.MakeFolder("tarno.xml.50.tarno-tmp");
+        if constexpr (!isWindows) {
+            m_folder.MakeLink("tarno.xml.51.tarno-tmp", "precious");
+        }
+    }
+
+    TemporaryFolder m_folder;
+    std::list<Writer> m_writers;
+    Values m_expected;
+    std::vector<std::string> m_names; ///< in the folder at the beginning
+    Change m_begun;                   ///< of a killed program, saved or not
+    Values m_kept;                    ///< the paths that were named
+    std::string m_complaint;
+    int m_started = 0;
+    int m_saves = 0;
 };

@@ -1,104 +1,111 @@
-// writer FOLDER NOTES TASK NAME COUNT  loads the log in FOLDER and says "ready"; then makes COUNT changes,
-// one for each line "one" that it reads, all that are left for a line "all", and says "done" each time.
+// writer FOLDER TASK NUMBER KEY
 //
-// TASK  add     entries with the values NAME-1, NAME-2 and so on
-//       restart the same, but the log is loaded anew before each
-//       edit    the entry 1 gets those values
-//       delete  the entries COUNT+1 down to 2
-//
-// What it was told is written into the file NOTES, a line each: "saved NAME-1", "failed NAME-1"; "told" and
-// the words when it would have told the user something.
+// Loads the log in FOLDER and says "ready". Then reads lines of two numbers: how many changes to make, and
+// for how many microseconds to pause at most after each; says "done" when they are made. TASK is one of
+//   add      adds trips with the values NUMBER-1, NUMBER-2 and so on
+//   restart  the same, but loads the log anew before each
+//   edit     gives the trip KEY those values
+//   delete   deletes the trips KEY+1, KEY+2 and so on
+//   mixed    adds, edits and deletes at random
+// Before each save it says "change OLD>NEW" with the values of the trip, one of which may be empty,
+// afterwards "saved" or "failed"; "told" and the words of each message; "kept" and the path of each conflict.
 
 #include "core/ErrorLog.h"
 #include "store/cSQL.h"
 
 #include <algorithm>
+#include <array>
+#include <chrono>
 #include <iostream>
 #include <memory>
+#include <random>
 #include <string>
+#include <thread>
+#include <unistd.h>
 
 namespace
 {
 
-/// In one call of the system, so that a kill leaves a whole line or none.
-void Note(const std::string& notes, std::string line)
+/// In one call to the system, so that a kill leaves a whole line or none.
+void Say(std::string line)
 {
-    std::erase(line, '\r');
-    std::replace(line.begin(), line.end(), '\n', '|');
-    SystemFileOperations()->Append(notes, line + '\n');
-}
-
-void Say(const char* line)
-{
-    std::cout << line << std::endl; // at once
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    line += '\n';
+    if (::write(STDOUT_FILENO, line.data(), static_cast<unsigned>(line.size())) < 0) {
+        std::_Exit(1);
+    }
 }
 
 class Writer
 {
 public:
-    Writer(const std::string& folder, std::string task, std::string name, int count)
-        : m_folder(folder), m_task(std::move(task)), m_name(std::move(name)), m_count(count)
+    explicit Writer(char** words)
+        : m_folder(words[1]), m_task(words[2]), m_number(words[3]), m_key(std::stoi(words[4]))
     {
         Load();
     }
 
-    int Left() const { return m_count - m_done; }
-
-    /// Makes the next change; returns the line for the notes.
-    std::string Next()
+    void MakeChanges(int count, int longestPause)
     {
-        ++m_done;
-        const std::string value = m_name + '-' + std::to_string(m_done);
-        if (m_task == "restart") {
-            Load();
+        std::uniform_int_distribution pause(0, longestPause);
+        for (; count > 0; --count) {
+            MakeChange();
+            std::this_thread::sleep_for(std::chrono::microseconds(pause(m_random)));
         }
-        if (m_task == "delete") {
-            const int key = m_count + 2 - m_done;
-            return (m_sql->EntryDelete(static_cast<std::int16_t>(key)) == succeeded ? "deleted "
-                                                                                    : "failed ") +
-                   std::to_string(key);
-        }
-        Record entry;
-        if (m_sql->EntryGet(m_task == "edit" ? 1 : 0, entry) != succeeded) {
-            return "failed " + value;
-        }
-        entry.SetText(1, value);
-        return (m_sql->EntryUpdate(entry) == succeeded ? "saved " : "failed ") + value;
     }
 
 private:
     void Load()
     {
         m_sql = std::make_unique<cSQL>(m_folder, *m_operations);
+        m_sql->SetShowConflict([](const ConflictNotice& conflict) { Say("kept " + conflict.keptAs); });
         m_sql->Init();
+    }
+
+    void MakeChange()
+    {
+        const std::array<std::string, 3> tasks{"add", "edit", "delete"};
+        const std::string task = m_task == "mixed" ? tasks.at(m_random() % tasks.size()) : m_task;
+        if (task == "restart") {
+            Load();
+        }
+        const bool isDeletion = task == "delete";
+        const int key = isDeletion ? m_key + ++m_deletions : task == "edit" ? m_key : 0;
+        const int change = ++m_changes;
+        // of many lengths, so that a mixture of two versions of the log is noticed
+        const std::string value =
+            m_number + '-' + std::to_string(change) + std::string(change % 11 * 37, '.');
+        Record trip;
+        m_sql->EntryGet(static_cast<std::int16_t>(key), trip);
+        Say("change " + trip.Text(1) + '>' + (isDeletion ? "" : value));
+        trip.SetText(1, value);
+        const Status status =
+            isDeletion ? m_sql->EntryDelete(static_cast<std::int16_t>(key)) : m_sql->EntryUpdate(trip);
+        Say(status == succeeded ? "saved" : "failed");
     }
 
     ProgramFolder m_folder;
     std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
     std::unique_ptr<cSQL> m_sql;
     std::string m_task;
-    std::string m_name;
-    int m_count;
-    int m_done = 0;
+    std::string m_number;
+    int m_key;
+    int m_changes = 0;
+    int m_deletions = 0;
+    std::mt19937 m_random{static_cast<unsigned>(std::stoi(m_number))};
 };
 
 } // namespace
 
-int main(int count, char** words)
+int main(int /*count*/, char** words)
 {
-    if (count != 6) {
-        return 2;
-    }
-    const std::string notes = words[2];
     ErrorReporter::Instance().SetShowMessage(
-        [&](const std::string& text, const std::string& /*title*/) { Note(notes, "told " + text); });
-    Writer writer(words[1], words[3], words[4], std::stoi(words[5]));
+        [](const std::string& text, const std::string& /*title*/) { Say("told " + text); });
+    Writer writer(words);
     Say("ready");
-    for (std::string line; std::getline(std::cin, line);) {
-        for (int changes = line == "all" ? writer.Left() : 1; changes > 0; --changes) {
-            Note(notes, writer.Next());
-        }
-        Say("done");
+    for (int changes = 0, longestPause = 0; std::cin >> changes >> longestPause; Say("done")) {
+        writer.MakeChanges(changes, longestPause);
     }
     return 0;
 }
