@@ -96,7 +96,7 @@ void SafeWriter::RemoveStale(const std::string& path)
                 found.push_back(entry);
             }
         }
-        const FolderLock lock = found.empty() ? nullptr : LockFolderOf(path);
+        const FolderLock lock = found.empty() ? nullptr : m_operations.Lock(FromPath(target.parent_path()));
         for (const fs::directory_entry& entry : found) {
             if (lock || entry.last_write_time() < fs::file_time_type::clock::now() - std::chrono::hours(1)) {
                 TryRemove(FromPath(entry.path()));

@@ -15,16 +15,17 @@ namespace
 constexpr int mostAttempts = 100; // a second
 constexpr std::uint64_t roomToGrow = 65536;
 
+const std::string nothingWritten = "\r\nNothing was written. Your changes are kept while Tarno is open. ";
+const std::string saveAgain = ", then save once more.";
+
 /// What precedes `data`, a declaration written by an XML tool for example, would hide its records.
 void MoveDataToTheFront(pugi::xml_document& document)
 {
     document.prepend_move(document.child("data"));
-    for (pugi::xml_node node = document.last_child(); node;) {
-        const pugi::xml_node previous = node.previous_sibling();
-        if (node.type() == pugi::node_declaration || node.type() == pugi::node_doctype) {
-            document.remove_child(node);
-        }
-        node = previous;
+    const auto isDeclaration = [](const pugi::xml_node& node) {
+        return node.type() == pugi::node_declaration || node.type() == pugi::node_doctype;
+    };
+    while (document.remove_child(document.find_child(isDeclaration))) {
     }
 }
 
@@ -35,10 +36,9 @@ std::string Keep(const Record& record, const std::string& path, FileOperations& 
     document.append_child("data").append_copy(record.View().Node());
     const std::filesystem::path log = ToPath(path);
     for (int number = 1;; ++number) {
-        std::filesystem::path name = log.stem();
-        name += "-kept-" + std::to_string(number);
-        name += log.extension();
-        const std::string kept = FromPath(log.parent_path() / name);
+        const std::string name =
+            FromPath(log.stem()) + "-kept-" + std::to_string(number) + FromPath(log.extension());
+        const std::string kept = FromPath(log.parent_path() / ToPath(name));
         if (!operations.Look(kept).exists) {
             SafeWriter(operations).Write(kept, SerializeXml(document));
             return kept;
@@ -84,11 +84,9 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     SafeWriter writer(operations);
     const FolderLock lock = writer.LockFolderOf(path);
     if (!operations.Look(FolderOf(path)).IsSameFile(m_folder)) {
-        throw Error(
-            ErrorNumber::PathNotFound,
-            "The folder of " + m_name + " is no longer the one that was opened:\r\n" + FolderOf(path) +
-                "\r\nNothing was written. Your changes are kept while Tarno is open. Make that folder "
-                "available again, then save once more.");
+        throw Error(ErrorNumber::PathNotFound,
+                    "The folder of " + m_name + " is no longer the one that was opened:\r\n" +
+                        FolderOf(path) + nothingWritten + "Make that folder available again" + saveAgain);
     }
     std::string lastRead;
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
@@ -105,12 +103,10 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
         }
         operations.Pause();
     }
-    throw Error(
-        ErrorNumber::PathFileAccess,
-        "Another program has changed " + path +
-            ", which is damaged, not yet complete or held by that program." +
-            "\r\nNothing was written. Your changes are kept while Tarno is open. Restore that file or "
-            "move it away, then save once more.");
+    throw Error(ErrorNumber::PathFileAccess,
+                "Another program has changed " + path +
+                    ", which is damaged, not yet complete or held by that program." + nothingWritten +
+                    "Restore that file or move it away" + saveAgain);
 }
 
 std::unique_ptr<DataFile::Contents> DataFile::Parsed(std::string bytes) const

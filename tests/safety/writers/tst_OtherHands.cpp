@@ -209,7 +209,8 @@ private Q_SLOTS:
             log.reports.ExpectWords(
                 "cSQL", "EntryUpdate",
                 "Vb<75> error raised\r\nAnother program has changed " + log.folder.PathOf("tarno.xml") +
-                    ", which is damaged or not yet complete.\r\nNothing was written. Your changes are kept "
+                    ", which is damaged, not yet complete or held by that program.\r\nNothing was written. "
+                    "Your changes are kept "
                     "while Tarno is open. Restore that file or move it away, then save once more.");
         }
         QCOMPARE(Save(log.sql, 0, "A"), failed);
