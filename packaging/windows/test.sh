@@ -43,7 +43,6 @@ join -a 1 -a 2 -e - -o 0,1.2,1.3,2.2,2.3 <(counts $ranOnLinux) <(counts $ran) | 
         needed["assistive"] = "the bus for assistive tools"
         needed["tst_FaultyDisk"] = "calls of the system caught by a preloaded library"
         needed["tst_FullDisk"] = "a file system of its own"
-        needed["tst_OtherHands"] = "hands that exchange files in one step"
         needed["tst_PosixFileOperations"] = "Linux"
     }
     { linux += $2; linuxSkipped += $3; windows += $4; windowsSkipped += $5 }
