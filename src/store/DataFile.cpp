@@ -27,7 +27,8 @@ void MoveDataToTheFront(pugi::xml_document& document)
     }
 }
 
-/// Writes `record` to a file of its own beside `path`; returns the path of that file.
+/// Writes `record` to a file of its own beside `path`, without synchronising the folder; returns the path of
+/// that file.
 std::string Keep(const Record& record, const std::string& path, FileOperations& operations)
 {
     pugi::xml_document document;
@@ -39,7 +40,7 @@ std::string Keep(const Record& record, const std::string& path, FileOperations& 
         name += log.extension();
         const std::string kept = FromPath(log.parent_path() / name);
         if (!operations.Look(kept).exists) {
-            SafeWriter(operations).Write(kept, SerializeXml(document));
+            SafeWriter(operations).Replace(kept, SerializeXml(document), std::nullopt);
             return kept;
         }
     }
@@ -137,6 +138,9 @@ bool DataFile::MergeFile(const std::string& path, const FileState& found, std::s
     for (const Conflict& conflict : merged.conflicts) {
         m_conflicts.push_back(
             {conflict, conflict.theirs.Count() == 0 ? "" : Keep(conflict.theirs, path, operations)});
+    }
+    if (!merged.conflicts.empty()) {
+        operations.SyncFolder(FolderOf(path)); // after a failure the notices still name the kept files
     }
     m_newKeys.insert(merged.newKeys.begin(), merged.newKeys.end());
     m_contents = std::move(theirs);
