@@ -238,14 +238,21 @@ void cSQL::FollowNewKeys(const DataFile& in, const KeyMap& newKeys, Record* upda
         std::transform(m_ownTrips.begin(), m_ownTrips.end(), std::inserter(trips, trips.end()), keyOf);
         m_ownTrips = std::move(trips);
     } else if (&in == &m_locations) {
+        bool hasChanges = false;
         for (const std::string& key : m_ownTrips) {
             if (const pugi::xml_node stored = m_entries.Records().Find(key)) {
                 Record trip{RecordView(stored)};
-                trip.SetText(EntryField::LocNo, keyOf(trip.Text(EntryField::LocNo)));
-                m_entries.Records().Replace(trip);
+                const std::string location = trip.Text(EntryField::LocNo);
+                if (keyOf(location) != location) {
+                    trip.SetText(EntryField::LocNo, keyOf(location));
+                    m_entries.Records().Replace(trip);
+                    hasChanges = true;
+                }
             }
         }
-        m_entries.Save(m_folder, "tarno.xml", m_operations);
+        if (hasChanges) {
+            m_entries.Save(m_folder, "tarno.xml", m_operations);
+        }
     }
 }
 
