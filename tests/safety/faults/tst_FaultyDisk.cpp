@@ -34,11 +34,9 @@ std::vector<int> ErrorsOf(const std::string& call)
 /// What is reported after an error of a system call.
 ErrorNumber NumberOf(const std::string& call, int error)
 {
-    if (call == "access") {
-        return ErrorNumber::PathFileAccess;
-    }
-    return error == NothingWritten ? ErrorNumber::DiskFull
-                                   : ErrorOf({error, std::generic_category()}).Number();
+    return call == "access"          ? ErrorNumber::PathFileAccess
+           : error == NothingWritten ? ErrorNumber::DiskFull
+                                     : ErrorOf({error, std::generic_category()}).Number();
 }
 
 /// Whether the number of these calls depends on the extended attributes of the file.
@@ -75,8 +73,6 @@ private Q_SLOTS:
 
     void initTestCase() { QVERIFY(disk != nullptr); }
 
-    void init() { *disk = {}; }
-
     void save_makesTheCallsOfTheTable()
     {
         static Texts calls;
@@ -94,7 +90,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QCOMPARE(log.Change(1, "changed"), succeeded);
+        QCOMPARE(log.Save(1, "changed"), succeeded);
         disk->record = nullptr;
         std::erase_if(calls, IsCallPerAttribute);
         std::erase_if(expected, IsCallPerAttribute);

@@ -17,9 +17,6 @@ private Q_SLOTS:
         ShowBuilder(program, [&](QDialog& builder) {
             Click(builder, "cmdMoveAll");
             Click(builder, "cmdSave");
-            if (!IsTicked(builder, "chkNew")) {
-                Click(builder, "chkNew");
-            }
             Retype(builder, "txtSaved", "Mine");
             CheckFaultySaves(program, builder,
                              {"Rpt.xml", "ReportUpdate", "txtSaved", "cmdSavedOK",
