@@ -80,6 +80,7 @@ void CopyRights(const std::string& model, int file)
 {
     Status status{};
     if (::stat(model.c_str(), &status) != 0) {
+        Check(errno == ENOENT);
         return;
     }
     bool isGroupRight = ::fchown(file, status.st_uid, status.st_gid) == 0 ||

@@ -29,7 +29,8 @@ void MoveDataToTheFront(pugi::xml_document& document)
     }
 }
 
-/// Writes `record` to a file of its own beside `path`; returns the path of that file.
+/// Writes `record` to a file of its own beside `path`, without synchronising the folder. Returns the path of
+/// that file.
 std::string Keep(const Record& record, const std::string& path, FileOperations& operations)
 {
     pugi::xml_document document;
@@ -40,7 +41,7 @@ std::string Keep(const Record& record, const std::string& path, FileOperations& 
             FromPath(log.stem()) + "-kept-" + std::to_string(number) + FromPath(log.extension());
         const std::string kept = FromPath(log.parent_path() / ToPath(name));
         if (!operations.Look(kept).exists) {
-            SafeWriter(operations).Write(kept, SerializeXml(document));
+            SafeWriter(operations).Replace(kept, SerializeXml(document), std::nullopt);
             return kept;
         }
     }
@@ -81,13 +82,13 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     std::error_code ignored;
     const std::string path =
         Resolved(std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.Existing(name));
-    SafeWriter writer(operations);
-    const FolderLock lock = writer.LockFolderOf(path);
     if (!operations.Look(FolderOf(path)).IsSameFile(m_folder)) {
         throw Error(ErrorNumber::PathNotFound,
                     "The folder of " + m_name + " is no longer the one that was opened:\r\n" +
                         FolderOf(path) + nothingWritten + "Make that folder available again" + saveAgain);
     }
+    SafeWriter writer(operations);
+    const FolderLock lock = writer.LockFolderOf(path);
     std::string lastRead;
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
         const FileState found = operations.Look(path);
@@ -149,6 +150,9 @@ bool DataFile::MergeFile(const std::string& path, const FileState& found, std::s
             conflict.keptAs = Keep(conflict.theirs, path, operations);
         }
         merged.conflicts.push_back(std::move(conflict));
+    }
+    if (!result.conflicts.empty()) {
+        operations.SyncFolder(FolderOf(path)); // if this fails, the notices still name the kept files
     }
     merged.newKeys.merge(result.newKeys);
     m_contents = std::move(theirs);

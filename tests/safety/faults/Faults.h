@@ -1,36 +1,102 @@
 #pragma once
 
+#include "safety/faults/FaultyDisk.h"
 #include "support/ScriptedFileOperations.h"
 
+#include <cerrno>
 #include <string>
 #include <vector>
 
-/// A step of a save and the way in which it fails.
-struct Fault {
-    std::string step;
-    ErrorNumber error;
-    int times;
+// The steps of a save, the system calls below them, and what the failure of each does to the save.
+
+enum Effect {
+    Fails,             ///< the file keeps its old bytes
+    FailsButIsWritten, ///< the file has its new bytes, which a power failure may still undo
+    GoesUnnoticed
 };
 
-/// Every one of `steps` with every error, once and for ever.
-inline std::vector<Fault> AllFaults(const std::vector<std::string>& steps)
+struct SystemCall {
+    std::string name;
+    Effect effect;
+    std::vector<int> harmless = {}; ///< errors and write faults after which the step succeeds all the same
+};
+
+struct SaveStep {
+    std::string name; ///< as ScriptedFileOperations calls it
+    int before;       ///< steps of that name that precede it in a save
+    Effect effect;
+    std::vector<SystemCall> calls = {};
+
+    /// Whether it is repeated while another program holds the lock or the file.
+    bool IsRetried() const { return name == "lock" || name == "replace"; }
+};
+
+/// In their order. The last step is taken only after a failure.
+inline const std::vector<SaveStep> saveSteps{
+    {"lock", 0, Fails, {{"open", Fails, {EINTR}}, {"flock", GoesUnnoticed}}},
+    {"look", 0, Fails, {{"stat", Fails}}}, // at the folder
+    {"look", 1, Fails, {{"stat", Fails}, {"access", Fails}}},
+    {"create",
+     0,
+     Fails,
+     {{"open", Fails, {EINTR}},
+      {"stat", GoesUnnoticed}, // from here to fchmod: the rights of the old file
+      {"fchown", GoesUnnoticed},
+      {"fremovexattr", GoesUnnoticed},
+      {"listxattr", GoesUnnoticed},
+      {"getxattr", GoesUnnoticed},
+      {"fsetxattr", GoesUnnoticed},
+      {"fchmod", GoesUnnoticed},
+      {"write", Fails, {EINTR, ShortWrite}},
+      {"fsync", Fails, {EINTR, EINVAL}}, // some file systems cannot synchronise
+      {"close", Fails, {EINTR}},
+      {"stat", Fails},
+      {"access", GoesUnnoticed}}},
+    {"look", 2, Fails, {{"stat", Fails}, {"access", GoesUnnoticed}}},
+    {"replace", 0, Fails, {{"rename", Fails}}},
+    {"sync folder",
+     0,
+     FailsButIsWritten,
+     {{"open", FailsButIsWritten, {EINTR}},
+      {"fsync", FailsButIsWritten, {EINTR, EINVAL}},
+      {"close", FailsButIsWritten, {EINTR}},
+      {"close", GoesUnnoticed}}}, // releases the lock
+    {"remove", 0, GoesUnnoticed, {{"unlink", GoesUnnoticed}}},
+};
+
+/// A step and the way in which it fails.
+struct Fault {
+    SaveStep step;
+    ErrorNumber error;
+    int times;
+    Effect effect;
+
+    std::string Description() const
+    {
+        return step.name + " after " + std::to_string(step.before) + ", error " +
+               std::to_string(static_cast<int>(error)) + ", " + std::to_string(times) + " times";
+    }
+
+    void Inject(ScriptedFileOperations& operations) const
+    {
+        operations.Fail(step.name, error, times, step.before);
+    }
+};
+
+inline const std::vector<ErrorNumber> allErrors{ErrorNumber::DiskFull, ErrorNumber::DeviceInputOutput,
+                                                ErrorNumber::PermissionDenied, ErrorNumber::PathFileAccess};
+
+/// Every one of `steps` with every one of `errors`, once and always.
+inline std::vector<Fault> AllFaults(const std::vector<SaveStep>& steps,
+                                    const std::vector<ErrorNumber>& errors)
 {
     std::vector<Fault> faults;
-    for (const std::string& step : steps) {
-        for (const ErrorNumber error : {ErrorNumber::DiskFull, ErrorNumber::DeviceInputOutput,
-                                        ErrorNumber::PermissionDenied, ErrorNumber::PathFileAccess}) {
-            for (const int times : {1, ScriptedFileOperations::always}) {
-                faults.push_back({step, error, times});
-            }
+    for (const SaveStep& step : steps) {
+        for (const ErrorNumber error : errors) {
+            const bool isRetried = step.IsRetried() && error == ErrorNumber::PermissionDenied;
+            faults.push_back({step, error, 1, isRetried ? GoesUnnoticed : step.effect});
+            faults.push_back({step, error, ScriptedFileOperations::always, step.effect});
         }
     }
     return faults;
 }
-
-/// The steps of a data file's save that come before the new bytes have taken their place.
-inline const std::vector<std::string> stepsBefore{"follow", "check", "create", "write",
-                                                  "sync",   "close", "size",   "exchange"};
-
-/// Those of an export.
-inline const std::vector<std::string> exportSteps{"follow", "check", "create", "write",
-                                                  "sync",   "close", "size",   "replace"};

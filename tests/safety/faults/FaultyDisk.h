@@ -1,10 +1,14 @@
 #pragma once
 
-extern "C" {
+/// How a write fails without an error.
+enum WriteFault { ShortWrite = -1, NothingWritten = -2 };
 
-/// From now on calls are counted, and fail.
-void FaultyDiskBegin();
-
-/// How many have failed so far.
-int FaultyDiskFailures();
-}
+/// Which system call fails, and how. The library `faulty_disk` has the only object, `faultyDisk`.
+struct FaultyDisk {
+    const char* call = nullptr;                 ///< null if none fails
+    int error = 0;                              ///< its number, or a WriteFault
+    int before = 0;                             ///< calls that succeed first
+    int times = 0;                              ///< calls that fail
+    int failures = 0;                           ///< calls that have failed
+    void (*record)(const char* call) = nullptr; ///< receives each call if it is set
+};

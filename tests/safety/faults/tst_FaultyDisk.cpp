@@ -1,110 +1,49 @@
-// Every call to the operating system of a real save fails, in a program of its own.
+// Every system call of a save fails with every error that it may have.
 
-#include "safety/Form.h"
-#include "store/RecordFamily.h"
-#include "support/TemporaryFolder.h"
+#include "safety/faults/FaultyLog.h"
 #include "support/TestClass.h"
 
-#include <QProcess>
-
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
-
-using namespace std::string_literals;
+#include <dlfcn.h>
+#include <sys/resource.h>
+#include <sys/xattr.h>
+#include <unistd.h>
 
 namespace
 {
 
-using Texts = std::vector<std::string>;
+constexpr int forEver = 1'000'000;
 
-/// What a save on a faulty disk came to.
-struct Outcome {
-    QStringList saves; ///< a line of FaultySaver for each
-    int failures = 0;  ///< of calls
-    QByteArray broken; ///< why there is no outcome
-};
+/// The disk of the library that was loaded before the C library; null without it.
+FaultyDisk* const disk = static_cast<FaultyDisk*>(::dlsym(RTLD_DEFAULT, "faultyDisk"));
 
-const RecordFamily& Entries()
+void Heal()
 {
-    return RecordFamilies().front();
+    disk->times = 0;
 }
 
-std::string FileWith(const std::string& value)
+std::vector<int> ErrorsOf(const std::string& call)
 {
-    return RecordFamily::File({Entries().Made("1", value), Entries().Made("2", "untouched")});
+    std::vector<int> errors{ENOSPC, EDQUOT, EIO,    EACCES, EPERM,   EROFS,  EXDEV, EOPNOTSUPP,
+                            ENOSYS, ENOLCK, ENOMEM, EBUSY,  ETXTBSY, EAGAIN, EINTR, EINVAL};
+    if (call == "write") {
+        errors.insert(errors.end(), {ShortWrite, NothingWritten});
+    }
+    return errors;
 }
 
-/// Saves in `folder` so many times, or appends to its log, while `times` calls fail, from the `number`th on.
-Outcome SaveIn(const TemporaryFolder& folder, const QString& call, int number, int times, int error,
-               const QString& saves)
+/// What is reported after an error of a system call.
+ErrorNumber NumberOf(const std::string& call, int error)
 {
-    QProcess saver;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(TARNO_FAULTY_DISK));
-    environment.insert(QStringLiteral("TARNO_FAULTY_FOLDER"), QString::fromStdString(folder.Path()));
-    environment.insert(QStringLiteral("TARNO_FAULTY_CALL"), call);
-    environment.insert(QStringLiteral("TARNO_FAULTY_NUMBER"), QString::number(number));
-    environment.insert(QStringLiteral("TARNO_FAULTY_TIMES"), QString::number(times));
-    environment.insert(QStringLiteral("TARNO_FAULTY_ERROR"), QString::number(error));
-    saver.setProcessEnvironment(environment);
-    saver.start(QStringLiteral(TARNO_FAULTY_SAVER), {QString::fromStdString(folder.Path()), saves});
-    Outcome outcome;
-    if (!saver.waitForFinished(-1) || saver.exitStatus() != QProcess::NormalExit || saver.exitCode() != 0) {
-        outcome.broken = "the saver did not come to its end: " + saver.readAllStandardError();
-        return outcome;
-    }
-    outcome.saves =
-        QString::fromUtf8(saver.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    outcome.failures = outcome.saves.takeLast().toInt();
-    return outcome;
+    return call == "access"          ? ErrorNumber::PathFileAccess
+           : error == NothingWritten ? ErrorNumber::DiskFull
+                                     : ErrorOf({error, std::generic_category()}).Number();
 }
 
-constexpr int shortWrite = 0;
-constexpr int nothingWritten = -1;
-
-/// The number that the program knows an error of the operating system by.
-int NumberOf(int error)
+/// Whether the number of these calls depends on the extended attributes of the file.
+bool IsCallPerAttribute(const std::string& call)
 {
-    switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-    case nothingWritten:
-        return 61;
-    case EIO:
-        return 57;
-    case EBUSY:
-    case ETXTBSY:
-    case EAGAIN:
-        return 70;
-    case ENOMEM:
-        return 7;
-    default:
-        return 75;
-    }
+    return call == "getxattr" || call == "fsetxattr";
 }
-
-/// What the failure of a call does to a save.
-enum class Effect { Fails, FailsButIsWritten, GoesUnnoticed };
-
-Effect EffectOf(const QString& call, int error)
-{
-    if (call.endsWith(QLatin1String(" folder"))) {
-        return error == EINTR || error == EINVAL ? Effect::GoesUnnoticed : Effect::FailsButIsWritten;
-    }
-    if (call == QLatin1String("unlink") || call == QLatin1String("fchmod")) {
-        return Effect::GoesUnnoticed;
-    }
-    // some file systems synchronise nothing, others exchange nothing
-    if ((error == EINVAL && call != QLatin1String("rename")) || error == ENOSYS) {
-        return Effect::GoesUnnoticed;
-    }
-    const bool isTriedAgain = call == QLatin1String("open") || call == QLatin1String("write") ||
-                              call == QLatin1String("fsync") || call == QLatin1String("close");
-    return error == shortWrite || (error == EINTR && isTriedAgain) ? Effect::GoesUnnoticed : Effect::Fails;
-}
-
-constexpr int forEver = 1000000;
 
 } // namespace
 
@@ -112,131 +51,126 @@ class tst_FaultyDisk : public QObject
 {
     Q_OBJECT
 
+public:
+    /// Starts this program again with the library.
+    static void initMain()
+    {
+        if (std::getenv("LD_PRELOAD") != nullptr) {
+            return;
+        }
+        ::setenv("LD_PRELOAD", TARNO_FAULTY_DISK, 1);
+        std::ifstream file("/proc/self/cmdline");
+        std::string words{std::istreambuf_iterator<char>(file), {}};
+        std::vector<char*> arguments;
+        for (std::size_t at = 0; at < words.size(); at = words.find('\0', at) + 1) {
+            arguments.push_back(&words[at]);
+        }
+        arguments.push_back(nullptr);
+        ::execv("/proc/self/exe", arguments.data());
+    }
+
 private Q_SLOTS:
 
-    void untouched_savesWhatItSays()
-    {
-        TemporaryFolder folder;
-        folder.Write("tarno.xml", FileWith("old"));
-        const Outcome outcome = SaveIn(folder, QStringLiteral("none"), 1, 1, EIO, QStringLiteral("2"));
-        QCOMPARE(outcome.broken, QByteArray());
-        QCOMPARE(outcome.saves, (QStringList{QStringLiteral("0"), QStringLiteral("0")}));
-        QCOMPARE(outcome.failures, 0);
-        QCOMPARE(folder.Read("tarno.xml"), FileWith("new 2"));
-    }
+    void initTestCase() { QVERIFY(disk != nullptr); }
 
-    void everyCall_isToldAsItIs_data()
+    void save_makesTheCallsOfTheTable()
     {
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<int>("error");
-        QTest::addColumn<int>("times");
-        const auto add = [](const char* call, int error) {
-            for (const int times : {1, 3, forEver}) {
-                // what is tried again until it goes through may not be interrupted for ever
-                if ((error != EINTR || times != forEver) && (times != 3 || IsLongForm())) {
-                    QTest::addRow("%s, error %d, %d times", call, error, times)
-                        << QString::fromLatin1(call) << error << times;
+        static Texts calls;
+        FaultyLog log;
+        Texts expected;
+        for (const SaveStep& step : saveSteps) {
+            if (step.name != "remove") {
+                log.operations.Before(step.name, [&] {
+                    calls.push_back(step.name + ':');
+                    disk->record = [](const char* call) { calls.emplace_back(call); };
+                });
+                expected.push_back(step.name + ':');
+                for (const SystemCall& call : step.calls) {
+                    expected.push_back(call.name);
                 }
             }
-        };
-        for (const char* call : {"open", "write", "fsync", "close", "exchange", "rename", "unlink", "stat",
-                                 "access", "fchmod", "open folder", "fsync folder", "close folder"}) {
-            for (const int error : {ENOSPC, EIO, EDQUOT, EACCES, EBUSY, EINTR}) {
-                add(call, error);
-            }
         }
-        for (const int error : {ETXTBSY, EAGAIN, ENOMEM}) {
-            add("open", error);
-        }
-        add("write", shortWrite);
-        add("write", nothingWritten);
-        add("fsync", EINVAL);
-        add("fsync folder", EINVAL);
-        add("exchange", EINVAL);
-        add("exchange", ENOSYS);
+        QCOMPARE(log.Save(1, "changed"), succeeded);
+        disk->record = nullptr;
+        std::erase_if(calls, IsCallPerAttribute);
+        std::erase_if(expected, IsCallPerAttribute);
+        QCOMPARE(calls, expected);
     }
 
-    void everyCall_isToldAsItIs()
+    void everyCall_leavesTheOldBytesOrTheNewOnes()
     {
-        QFETCH(QString, call);
-        QFETCH(int, error);
-        QFETCH(int, times);
-        const Effect effect = EffectOf(call, error);
-        // the step at which the save reports a failure, and the number of its error
-        const QString failure = QStringLiteral("1 %1 tarno.xml").arg(NumberOf(error));
-        for (int number = 1;; ++number) {
-            ++m_saves;
-            TemporaryFolder folder;
-            folder.Write("tarno.xml", FileWith("old"));
-            const Outcome outcome = SaveIn(folder, call, number, times, error, QStringLiteral("1"));
-            QCOMPARE(outcome.broken, QByteArray());
-            QCOMPARE(outcome.saves.size(), 1);
-            if (outcome.failures == 0) {
-                QVERIFY2(number > 1, "the call never comes");
-                QCOMPARE(outcome.saves.front(), QStringLiteral("0"));
-                break;
-            }
-            const bool isSaved = outcome.saves.front() == QLatin1String("0");
-            if (call == QLatin1String("stat")) {
-                // some of these calls decide nothing; the others report an error or that access was denied
-                QVERIFY2(isSaved || outcome.saves.front() == failure ||
-                             QStringList({QStringLiteral("1 57 tarno.xml"), QStringLiteral("1 75 tarno.xml")})
-                                 .contains(outcome.saves.front()),
-                         qPrintable(outcome.saves.front()));
-            } else {
-                QCOMPARE(outcome.saves.front(),
-                         effect == Effect::GoesUnnoticed ? QStringLiteral("0") : failure);
-            }
-            const bool isWritten = isSaved || effect == Effect::FailsButIsWritten;
-            QCOMPARE(folder.Read("tarno.xml"), FileWith(isWritten ? "new 1" : "old"));
-            const Texts names = folder.Names();
-            if (call == QLatin1String("stat") && times > 1) {
-                QVERIFY(names.size() <= 2); // what cannot be looked at is left to the next start
-            } else {
-                QCOMPARE(static_cast<int>(names.size()), call == QLatin1String("unlink") ? 2 : 1);
-            }
-
-            if (times != forEver) { // the fault is over with the next save, or with the one after it
-                TemporaryFolder other;
-                other.Write("tarno.xml", FileWith("old"));
-                const Outcome next = SaveIn(other, call, number, times, error, QString::number(times + 1));
-                QCOMPARE(next.broken, QByteArray());
-                QCOMPARE(next.saves.back(), QStringLiteral("0"));
-                QCOMPARE(other.Read("tarno.xml"), FileWith("new " + std::to_string(times + 1)));
+        for (const SaveStep& step : saveSteps) {
+            std::map<std::string, int> before; // calls of each name
+            for (const SystemCall& call : step.calls) {
+                for (const int error : ErrorsOf(call.name)) {
+                    CheckCall(step, call, before[call.name], error, 1);
+                    if (error != EINTR) { // interrupted calls are repeated
+                        CheckCall(step, call, before[call.name], error, forEver);
+                    }
+                    if (QTest::currentTestFailed()) {
+                        QFAIL((step.name + ", " + call.name + ", error " + std::to_string(error)).c_str());
+                    }
+                }
+                ++before[call.name];
             }
         }
     }
 
-    void errorLog_everyCall_isTold_data()
+    void changedFile_everyCallThatReadsIt_losesNothingOfEitherSide()
     {
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<int>("error");
-        for (const char* call : {"open", "write", "close"}) {
-            for (const int error : {ENOSPC, EIO, EDQUOT, EACCES, EBUSY, EINTR}) {
-                QTest::addRow("%s, error %d", call, error) << QString::fromLatin1(call) << error;
+        for (const char* call : {"stat", "read"}) {
+            for (int before = 0, failures = 1; failures > 0 && !QTest::currentTestFailed(); ++before) {
+                FaultyLog log;
+                log.values[3] = "changed by another program";
+                log.folder.Write(log.family.file, log.FileOf(log.values));
+                log.operations.Before("create", Heal);
+                CheckSaves(
+                    log, std::nullopt, 1,
+                    [&] { *disk = {.call = call, .error = EIO, .before = before, .times = 1}; }, Heal);
+                failures = disk->failures;
+                QVERIFY2(failures > 0 || before > 0, "the call is not made");
             }
         }
     }
 
-    void errorLog_everyCall_isTold()
+    void limitOfTheFileSize_isDiskFull()
     {
-        QFETCH(QString, call);
-        QFETCH(int, error);
-        TemporaryFolder folder;
-        folder.Write("tarno.xml", FileWith("old"));
-        const Outcome outcome = SaveIn(folder, call, 1, 1, error, QStringLiteral("log"));
-        QCOMPARE(outcome.broken, QByteArray());
-        QCOMPARE(outcome.failures, 1);
-        QCOMPARE(outcome.saves, QStringList(QString::number(error == EINTR ? 0 : NumberOf(error))));
-        if (error == EINTR || call == QLatin1String("close")) {
-            QCOMPARE(folder.Read("Tarno.log"), "words"s);
-        }
+        FaultyLog log;
+        rlimit usual{};
+        ::getrlimit(RLIMIT_FSIZE, &usual);
+        const rlimit low{10, usual.rlim_max};
+        // the system would end the program if it did not ignore the signal
+        CheckSaves(
+            log, Outcome{Fails, ErrorNumber::DiskFull}, 1, [&] { ::setrlimit(RLIMIT_FSIZE, &low); },
+            [&] { ::setrlimit(RLIMIT_FSIZE, &usual); });
+        ::setrlimit(RLIMIT_FSIZE, &usual);
     }
-
-    void cleanupTestCase() { qInfo("%d saves", m_saves); }
 
 private:
-    int m_saves = 0;
+    /// Lets `call` of `step` fail so many times, from the call after `before` others of its name on.
+    static void CheckCall(const SaveStep& step, const SystemCall& call, int before, int error, int times)
+    {
+        FaultyLog log;
+        ::setxattr(log.folder.PathOf(log.family.file).c_str(), "user.origin", "pier", 4, 0); // if possible
+        const ErrorNumber number = NumberOf(call.name, error);
+        const bool isHarmless = std::count(call.harmless.begin(), call.harmless.end(), error) > 0 ||
+                                (step.IsRetried() && number == ErrorNumber::PermissionDenied);
+        std::optional<Outcome> expected;
+        if (step.name == "remove") {
+            log.operations.Fail("replace", ErrorNumber::PathNotFound);
+            expected = {Fails, ErrorNumber::PathNotFound, 1};
+        } else if (times == 1) { // later, other steps make the call as well
+            expected = {isHarmless ? GoesUnnoticed : call.effect, number};
+        }
+        *disk = {};
+        const auto inject = [&] {
+            *disk = {.call = call.name.c_str(), .error = error, .before = before, .times = times};
+        };
+        CheckSaves(
+            log, expected, times == 1 || step.name == "remove" ? 1 : 2,
+            [&] { log.operations.Before(step.name, inject, step.before); }, Heal);
+        QVERIFY2(disk->failures > 0 || IsCallPerAttribute(call.name), "the call is not made");
+    }
 };
 
 TEST_CLASS(tst_FaultyDisk)

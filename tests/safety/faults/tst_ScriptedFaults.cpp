@@ -1,266 +1,62 @@
-// Every call of a save fails, one after the other, with every error, once and for ever.
+// Every step of a save fails with every error, with and without changes of another program.
 
-#include "safety/Form.h"
-#include "store/RecordFamily.h"
+#include "safety/faults/FaultyLog.h"
 #include "support/TestClass.h"
-#include "support/TestStore.h"
 
-#include <functional>
-#include <optional>
-
-using namespace std::string_literals;
+#include <array>
 
 namespace
 {
 
-using Texts = std::vector<std::string>;
-
-/// The field definitions, as far as they are like the others.
+/// The field definitions, as far as they are like the other kinds of record.
 const RecordFamily fieldFamily{"Field",          "field", "FieldNo", "field.xml", "",
                                &cSQL::FieldList, nullptr, nullptr,   nullptr};
 
-std::vector<RecordFamily> AllFamilies()
-{
-    std::vector<RecordFamily> families(RecordFamilies().begin(), RecordFamilies().end());
-    families.push_back(fieldFamily);
-    return families;
-}
-
-/// How a call fails.
-struct Fault {
-    ErrorNumber error;
-    int times;
-};
-
-/// Every error, once and for ever. In the short form one error is enough for ever, and where it `isBrief` one
-/// once.
-std::vector<Fault> Faults(bool isBrief)
-{
-    if (isBrief && !IsLongForm()) {
-        return {{ErrorNumber::DiskFull, 1}};
-    }
-    std::vector<Fault> faults;
-    for (const ErrorNumber error : {ErrorNumber::DiskFull, ErrorNumber::DeviceInputOutput,
-                                    ErrorNumber::PermissionDenied, ErrorNumber::PathFileAccess}) {
-        faults.push_back({error, 1});
-        if (error == ErrorNumber::DiskFull || IsLongForm()) {
-            faults.push_back({error, ScriptedFileOperations::always});
-        }
-    }
-    return faults;
-}
-
-/// A call of a save: the name of its step, and how many calls of that step come before it.
-struct Call {
-    std::string step;
-    int before;
-};
-
-/// The calls among `steps` that can fail.
-std::vector<Call> CallsOf(const Texts& steps)
-{
-    std::vector<Call> calls;
-    for (auto step = steps.begin(); step != steps.end(); ++step) {
-        if (*step != "drop") {
-            calls.push_back({*step, static_cast<int>(std::count(steps.begin(), step, *step))});
-        }
-    }
-    return calls;
-}
-
-/// A log with three records of one kind, which are changed one value at a time, and what is told about it.
-class Log : public TestStore
-{
-public:
-    explicit Log(const RecordFamily& family) : m_family(family)
-    {
-        for (std::size_t record = 0; record < m_values.size(); ++record) {
-            m_values[record] = "as it was " + std::to_string(record);
-        }
-        folder.Write(m_family.file, File());
-        if (sql.Init() != succeeded) {
-            QTest::qFail("the log cannot be loaded", __FILE__, __LINE__);
-        }
-    }
-
-    /// The file when all changes are in it.
-    std::string File() const { return FileOf(m_values); }
-
-    /// A file of the same records with other values.
-    std::string FileOf(const Texts& values) const
-    {
-        Texts records;
-        for (const std::string& value : values) {
-            records.push_back(m_family.Made(std::to_string(records.size() + 1), value));
-        }
-        return RecordFamily::File(records);
-    }
-
-    std::string OnDisk() const { return folder.Read(m_family.file); }
-
-    /// Changes the value of a record; returns what is told.
-    Status Change(std::size_t record, const std::string& value)
-    {
-        RecordList list;
-        (sql.*m_family.list)(list);
-        Record changed(list.at(record));
-        changed.SetText(1, value);
-        m_values.at(record) = value;
-        return m_family.update == nullptr ? sql.FieldUpdate(changed) : (sql.*m_family.update)(changed);
-    }
-
-    /// What is held in memory.
-    Texts InMemory() const
-    {
-        Texts values;
-        RecordList list;
-        (sql.*m_family.list)(list);
-        for (const RecordView& record : list) {
-            values.push_back(record.Text(1));
-        }
-        return values;
-    }
-
-    const Texts& Values() const { return m_values; }
-
-    bool IsUnsaved() const { return sql.UnsavedFiles() == Texts{m_family.file}; }
-
-    void ExpectReport(ErrorNumber number) { reports.Expect("cSQL", m_family.name + "Update", number); }
-
-    void ExpectWords(const std::string& words)
-    {
-        reports.ExpectWords("cSQL", m_family.name + "Update", words);
-    }
-
-    const RecordFamily& Family() const { return m_family; }
-
-    /// Everything in the folder that is not one of the files which were there at first.
-    Texts Others() const
-    {
-        Texts others;
-        for (const std::string& name : folder.Names()) {
-            if (!std::binary_search(m_names.begin(), m_names.end(), name)) {
-                others.push_back(name);
-            }
-        }
-        return others;
-    }
-
-private:
-    RecordFamily m_family;
-    Texts m_values = Texts(3);
-    Texts m_names = folder.Names();
-};
-
-const std::string changed = "changed by the angler";
-
-void AddFamilies()
-{
-    for (const RecordFamily& family : AllFamilies()) {
-        QTest::newRow(family.name.c_str()) << family;
-    }
-}
-
-/// A way in which another program's version meets ours.
-struct Meeting {
+/// What another program does to the three records while the first one is changed here, or one is added.
+struct OtherChange {
     const char* name;
-    bool atTheLastMoment; ///< it comes between our look and our writing
-    bool exchanges;
-    std::function<std::string(const Log&)> theirs;
+    void (*make)(RecordValues&);
 };
 
-const std::string theirWord = "written by the other program";
+constexpr std::array<OtherChange, 6> otherChanges{{
+    {"another record", [](RecordValues& values) { values[2] = "theirs"; }},
+    {"the same record", [](RecordValues& values) { values[1] = "theirs"; }},
+    {"all records", [](RecordValues& values) { values[1] = values[2] = values[3] = "theirs"; }},
+    {"a record added", [](RecordValues& values) { values[4] = "theirs"; }},
+    {"another record deleted", [](RecordValues& values) { values.erase(2); }},
+    {"the same record deleted", [](RecordValues& values) { values.erase(1); }},
+}};
 
-/// Another value in the record that is being changed here.
-std::string SameRecord(const Log& log)
+/// When it does so. A file that is incomplete at first is completed while the save waits.
+enum Moment { BeforeTheSave, DuringTheSave, IncompleteAtFirst };
+
+/// The faults of a save that takes `steps`.
+std::vector<Fault> FaultsOf(const Texts& steps)
 {
-    Texts values = log.Values();
-    values[0] = theirWord;
-    return log.FileOf(values);
-}
-
-/// Another value in another record, in a file that lacks the last record.
-std::string OneRecordLess(const Log& log)
-{
-    Texts values = log.Values();
-    values[1] = theirWord;
-    values.pop_back();
-    return log.FileOf(values);
-}
-
-/// One record more.
-std::string OneRecordMore(const Log& log)
-{
-    Texts values = log.Values();
-    values.push_back(theirWord);
-    return log.FileOf(values);
-}
-
-std::string Damaged(const Log& log)
-{
-    const std::string whole = SameRecord(log);
-    return whole.substr(0, whole.size() - 5);
-}
-
-const std::vector<Meeting> meetings{
-    {"the same record", false, true, SameRecord},
-    {"the same record, no exchange", false, false, SameRecord},
-    {"a record less", false, true, OneRecordLess},
-    {"a record less, no exchange", false, false, OneRecordLess},
-    {"a record more", false, true, OneRecordMore},
-    {"damaged", false, true, Damaged},
-    {"damaged, no exchange", false, false, Damaged},
-    {"the last moment, the same record", true, true, SameRecord},
-    {"the last moment, a record less", true, true, OneRecordLess},
-    {"the last moment, damaged", true, true, Damaged},
-};
-
-/// Whether every one of `wanted` is in one of the files of the folder, or among `others`.
-std::string Lost(const Log& log, const Texts& wanted, const Texts& others = {})
-{
-    std::string all;
-    for (const std::string& name : log.folder.Names()) {
-        if (name.find("kept") != std::string::npos || name.starts_with(log.Family().file)) {
-            all += log.folder.Read(name) + '\n';
+    std::vector<SaveStep> calls;
+    for (auto step = steps.begin(); step != steps.end(); ++step) {
+        if (*step != "pause") {
+            const bool isLast = step + 1 == steps.end(); // before it, kept files are synchronised
+            calls.push_back({*step, static_cast<int>(std::count(steps.begin(), step, *step)),
+                             *step == "remove" ? GoesUnnoticed
+                             : isLast          ? FailsButIsWritten
+                                               : Fails});
         }
     }
-    for (const std::string& other : others) {
-        all += other + '\n';
-    }
-    std::string lost;
-    for (const std::string& text : wanted) {
-        lost += all.find(text) == std::string::npos ? text + '\n' : "";
-    }
-    return lost;
+    return AllFaults(calls, {ErrorNumber::PermissionDenied});
 }
 
-/// Takes every report and counts them; any number of them may come.
-class AnyReports
+/// Every kept file has to hold `version` and to be named in a notice.
+void CheckKeptFiles(const FaultyLog& log, const std::string& version)
 {
-public:
-    AnyReports()
-    {
-        ErrorReporter::Instance().SetShowMessage(
-            [this](const std::string& text, const std::string& /*title*/) { m_shown.push_back(text); });
+    for (const std::string& name : log.FilesWith("-kept-")) {
+        const auto namesIt = [&](const ConflictNotice& notice) {
+            return notice.keptAs == log.folder.PathOf(name);
+        };
+        QVERIFY2(std::any_of(log.notices.begin(), log.notices.end(), namesIt), "a kept file is not named");
+        QCOMPARE(log.folder.Read(name), version);
     }
-
-    AnyReports(const AnyReports&) = delete;
-    AnyReports& operator=(const AnyReports&) = delete;
-
-    ~AnyReports() { ErrorReporter::Instance().Reset(); }
-
-    const Texts& Shown() const { return m_shown; }
-
-    int Failures() const
-    {
-        return static_cast<int>(std::count_if(m_shown.begin(), m_shown.end(), [](const std::string& text) {
-            return text.find("error raised") != std::string::npos;
-        }));
-    }
-
-private:
-    Texts m_shown;
-};
+}
 
 } // namespace
 
@@ -270,201 +66,122 @@ class tst_ScriptedFaults : public QObject
 
 private Q_SLOTS:
 
-    void everyCall_leavesTheOldBytes_andTheNextSaveWritesAll_data()
+    void initTestCase_data()
     {
-        QTest::addColumn<RecordFamily>("family");
-        QTest::addColumn<bool>("exchanges");
-        QTest::addColumn<int>("most");
-        for (const RecordFamily& family : AllFamilies()) {
-            for (const bool exchanges : {true, false}) {
-                for (const int most : {1, 100, 100000}) {
-                    if (most == 1 && family.name != "Entry" && !IsLongForm()) {
-                        continue;
+        AddRecordFamilies();
+        QTest::newRow("Field") << fieldFamily;
+    }
+
+    void everyStep_leavesTheOldBytes_andTheNextSaveWritesAll()
+    {
+        QFETCH_GLOBAL(RecordFamily, family);
+        for (const Fault& fault : AllFaults(saveSteps, allErrors)) {
+            FaultyLog log(family);
+            const int attempts = fault.times == 1 ? 1 : 2;
+            Outcome expected{fault.effect, fault.error};
+            if (fault.step.name == "remove") { // follows another failure, which is the one reported
+                log.operations.Fail("replace", ErrorNumber::OutOfMemory, attempts);
+                expected = {Fails, ErrorNumber::OutOfMemory, 1};
+            }
+            CheckSaves(
+                log, expected, attempts, [&] { fault.Inject(log.operations); },
+                [&] { log.operations.Heal(); });
+            if (QTest::currentTestFailed()) {
+                QFAIL(fault.Description().c_str());
+            }
+        }
+    }
+
+    void otherProgram_everyStep_losesNothingOfEitherSide_data()
+    {
+        QTest::addColumn<OtherChange>("change");
+        for (const OtherChange& change : otherChanges) {
+            QTest::newRow(change.name) << change;
+        }
+    }
+
+    void otherProgram_everyStep_losesNothingOfEitherSide()
+    {
+        for (const Moment moment : {BeforeTheSave, DuringTheSave, IncompleteAtFirst}) {
+            for (const bool isAdding : {false, true}) {
+                Texts steps;
+                SaveWithFault(moment, isAdding, nullptr, &steps);
+                for (const Fault& fault : FaultsOf(steps)) {
+                    SaveWithFault(moment, isAdding, &fault, &steps);
+                    if (QTest::currentTestFailed()) {
+                        QFAIL(fault.Description().c_str());
                     }
-                    QTest::addRow("%s, %s, writes of %d bytes", family.name.c_str(),
-                                  exchanges ? "exchange" : "replace", most)
-                        << family << exchanges << most;
                 }
             }
         }
     }
-
-    void everyCall_leavesTheOldBytes_andTheNextSaveWritesAll()
-    {
-        QFETCH(RecordFamily, family);
-        QFETCH(bool, exchanges);
-        QFETCH(int, most);
-        const auto prepare = [&](Log& log) {
-            log.operations.TakeAtMost(static_cast<std::size_t>(most));
-            if (!exchanges) {
-                log.operations.ExchangeNothing();
-            }
-        };
-        std::vector<Call> calls;
-        {
-            Log log(family);
-            prepare(log);
-            const std::size_t before = log.operations.Steps().size();
-            QCOMPARE(log.Change(0, changed), succeeded);
-            const Texts& steps = log.operations.Steps();
-            calls = CallsOf({steps.begin() + static_cast<std::ptrdiff_t>(before), steps.end()});
-            QCOMPARE(log.OnDisk(), log.File());
-        }
-        int atWrite = 0;
-        for (const Call& call : calls) {
-            // single bytes: the first few, then ever fewer of them
-            if (most == 1 && call.step == "write" && call.before > 2 && ++atWrite % Times(50, 5) != 0) {
-                continue;
-            }
-            for (const auto& [error, times] : Faults(family.name != "Entry" || most < 1000)) {
-                ++m_faults;
-                Log log(family);
-                prepare(log);
-                const std::string old = log.OnDisk();
-                const int tries = times == 1 ? 1 : 2;
-                // the script counts from now on: what came before the save has been done
-                log.operations.Fail(call.step, error, times, call.before);
-                const bool isWritten = call.step == "sync folder" || call.step == "remove";
-                for (int tried = 0; tried < tries; ++tried) {
-                    if (call.step != "remove") {
-                        log.ExpectReport(error);
-                    }
-                    QCOMPARE(log.Change(0, changed), call.step == "remove" ? succeeded : failed);
-                    QCOMPARE(log.OnDisk(), isWritten ? log.File() : old);
-                    QCOMPARE(log.IsUnsaved(), call.step != "remove");
-                    QCOMPARE(log.InMemory(), log.Values());
-                    QCOMPARE(log.Others().size(), call.step == "remove" ? std::size_t(tried + 1) : 0U);
-                }
-                log.operations.Heal();
-                QCOMPARE(log.Change(1, changed), succeeded);
-                QCOMPARE(log.OnDisk(), log.File());
-                QCOMPARE(log.sql.UnsavedFiles(), Texts());
-                QCOMPARE(log.sql.Init(), succeeded);
-                QCOMPARE(log.InMemory(), log.Values());
-                QCOMPARE(log.Others(), Texts());
-            }
-        }
-    }
-
-    void everyCallAndItsRemoving_leavesALeftoverThatTheNextStartTakesAway_data()
-    {
-        QTest::addColumn<RecordFamily>("family");
-        AddFamilies();
-    }
-
-    void everyCallAndItsRemoving_leavesALeftoverThatTheNextStartTakesAway()
-    {
-        QFETCH(RecordFamily, family);
-        for (const char* step : {"write", "sync", "close", "size", "exchange", "replace"}) {
-            for (const auto& [error, times] : Faults(family.name != "Entry")) {
-                ++m_faults;
-                Log log(family);
-                if (step == "replace"s) {
-                    log.operations.ExchangeNothing();
-                }
-                const std::string old = log.OnDisk();
-                log.operations.Fail(step, error, times);
-                log.operations.Fail("remove", ErrorNumber::PathFileAccess);
-                log.ExpectReport(error); // the first failure, not the second
-                QCOMPARE(log.Change(2, changed), failed);
-                QCOMPARE(log.OnDisk(), old);
-                QCOMPARE(log.Others().size(), std::size_t{1});
-                QVERIFY(log.Others().front().ends_with(SafeWriter::temporarySuffix));
-                log.operations.Heal();
-                QCOMPARE(log.Change(1, changed), succeeded);
-                QCOMPARE(log.OnDisk(), log.File());
-                QCOMPARE(log.sql.Init(), succeeded);
-                QCOMPARE(log.Others(), Texts());
-                QCOMPARE(log.InMemory(), log.Values());
-            }
-        }
-    }
-
-    void otherVersion_everyCall_losesNothingOfEitherSide_data()
-    {
-        QTest::addColumn<RecordFamily>("family");
-        QTest::addColumn<int>("meeting");
-        for (const RecordFamily& family : AllFamilies()) {
-            for (std::size_t meeting = 0; meeting < meetings.size(); ++meeting) {
-                QTest::addRow("%s, %s", family.name.c_str(), meetings[meeting].name)
-                    << family << static_cast<int>(meeting);
-            }
-        }
-    }
-
-    void otherVersion_everyCall_losesNothingOfEitherSide()
-    {
-        QFETCH(RecordFamily, family);
-        QFETCH(int, meeting);
-        const Meeting& met = meetings[static_cast<std::size_t>(meeting)];
-        bool hasCome = false;
-        const auto prepare = [&](Log& log) {
-            const std::string theirs = met.theirs(log);
-            if (!met.exchanges) {
-                log.operations.ExchangeNothing();
-            }
-            if (met.atTheLastMoment) {
-                log.operations.BeforeExchange([&, theirs] {
-                    log.folder.Write(log.Family().file, theirs);
-                    hasCome = true;
-                });
-            } else {
-                log.folder.Write(log.Family().file, theirs);
-            }
-            hasCome = !met.atTheLastMoment;
-            return theirs;
-        };
-        std::vector<Call> calls;
-        {
-            Log log(family);
-            const AnyReports reports;
-            const std::string theirs = prepare(log);
-            const std::size_t before = log.operations.Steps().size();
-            QCOMPARE(log.Change(0, changed), succeeded);
-            const Texts& steps = log.operations.Steps();
-            calls = CallsOf({steps.begin() + static_cast<std::ptrdiff_t>(before), steps.end()});
-            QCOMPARE(reports.Failures(), 0);
-        }
-        for (const Call& call : calls) {
-            for (const auto& [error, times] : Faults(family.name != "Entry")) {
-                ++m_faults;
-                Log log(family);
-                const AnyReports reports;
-                const Texts ours = log.Values();
-                const std::string theirs = prepare(log);
-                log.operations.Fail(call.step, error, times, call.before);
-                const Status told = log.Change(0, changed);
-                const std::string where = call.step + " " + std::to_string(call.before) + ", error " +
-                                          std::to_string(static_cast<int>(error)) +
-                                          (times < 0 ? " always" : "");
-                const auto lost = [&](const Texts& wanted, const Texts& others = {}) {
-                    const std::string texts = Lost(log, wanted, others);
-                    return texts.empty() ? texts : where + ": " + texts;
-                };
-                // what is damaged has to be kept as it is, of anything else every record
-                const bool isWhole = theirs.find("</data>") != std::string::npos;
-                const std::string word = isWhole ? theirWord : theirs;
-                QCOMPARE(lost(hasCome ? Texts{word} : Texts()), ""s);
-                QCOMPARE(lost({changed, ours[1], ours[2]}, log.InMemory()), ""s);
-                QCOMPARE(told == succeeded, call.step == "remove");
-                QCOMPARE(reports.Failures(), told == succeeded ? 0 : 1);
-                QCOMPARE(log.IsUnsaved(), told == failed);
-
-                log.operations.Heal();
-                QCOMPARE(log.Change(0, changed), succeeded);
-                QCOMPARE(log.sql.UnsavedFiles(), Texts());
-                QCOMPARE(lost({word, changed, ours[1], ours[2]}), ""s);
-                QCOMPARE(log.sql.Init(), succeeded); // as at the next start
-                QCOMPARE(lost({word, changed, ours[1], ours[2]}), ""s);
-                QCOMPARE(log.InMemory().at(0), changed);
-            }
-        }
-    }
-
-    void cleanupTestCase() { qInfo("%d faults", m_faults); }
 
 private:
-    int m_faults = 0;
+    /// Changes or adds a record while another program changes the file and `fault`, if any, is injected. The
+    /// next save has to write what is missing. `steps` receives the steps of the first save.
+    static void SaveWithFault(Moment moment, bool isAdding, const Fault* fault, Texts* steps)
+    {
+        QFETCH_GLOBAL(RecordFamily, family);
+        QFETCH(OtherChange, change);
+        if (isAdding && family.update == nullptr) {
+            return; // field definitions cannot be added
+        }
+        FaultyLog log(family);
+        RecordValues theirs = log.values;
+        change.make(theirs);
+        const auto theirFirst = theirs.find(1);
+        const bool isConflict = !isAdding && (theirFirst == theirs.end() || theirFirst->second == "theirs");
+        const bool isKept = isConflict && theirFirst != theirs.end();
+        const std::string version = isKept ? log.FileOf({*theirFirst}) : "";
+        RecordValues merged = theirs;
+        merged[isAdding ? theirs.rbegin()->first + 1 : 1] = "ours";
+
+        const std::string theirFile = log.FileOf(theirs);
+        std::string lastFile = log.OnDisk(); // until our save writes it
+        const auto write = [&](const std::string& bytes) {
+            log.folder.Write(family.file, bytes);
+            lastFile = bytes;
+        };
+        if (moment == DuringTheSave) {
+            log.operations.Before("create", [&] { write(theirFile); });
+        } else {
+            write(moment == BeforeTheSave ? theirFile : theirFile.substr(0, theirFile.size() - 5));
+        }
+        if (moment == IncompleteAtFirst) {
+            log.operations.Before(
+                "pause", [&] { write(theirFile); }, 2);
+        }
+        if (fault != nullptr) {
+            fault->Inject(log.operations);
+        }
+        const auto before = static_cast<std::ptrdiff_t>(log.operations.Steps().size());
+        const bool isSaved = log.Save(isAdding ? 0 : 1, "ours") == succeeded;
+        steps->assign(log.operations.Steps().begin() + before, log.operations.Steps().end());
+        // kept files reach the disk before the log is replaced
+        QVERIFY(!isSaved || std::count(steps->begin(), steps->end(), "sync folder") >= (isKept ? 2 : 1));
+        const Effect effect = fault == nullptr ? GoesUnnoticed : fault->effect;
+        QCOMPARE(isSaved, effect == GoesUnnoticed);
+        QCOMPARE(log.reported, isSaved ? Texts() : log.ReportOf(fault->error));
+        QCOMPARE(log.OnDisk(), effect == Fails ? lastFile : log.FileOf(merged));
+        QCOMPARE(log.sql.UnsavedFiles(), isSaved ? Texts() : Texts{family.file});
+        const RecordValues inMemory = log.InMemory();
+        QVERIFY(inMemory == log.values || inMemory == merged);
+        QVERIFY(log.Temporaries().empty() || (fault != nullptr && fault->step.name == "remove"));
+        CheckKeptFiles(log, version);
+
+        log.operations.Heal();
+        // a save without a change; field definitions cannot be deleted
+        QCOMPARE(family.remove == nullptr ? log.Save(1, log.InMemory()[1]) : (log.sql.*family.remove)(99),
+                 succeeded);
+        QCOMPARE(log.OnDisk(), log.FileOf(merged));
+        QCOMPARE(log.sql.UnsavedFiles(), Texts());
+        QCOMPARE(log.notices.empty(), !isConflict);
+        QCOMPARE(log.FilesWith("-kept-").empty(), !isKept);
+        CheckKeptFiles(log, version);
+        QCOMPARE(log.sql.Init(), succeeded); // the next start
+        QVERIFY(log.InMemory() == merged);
+        QCOMPARE(log.Temporaries(), Texts());
+    }
 };
 
 TEST_CLASS(tst_ScriptedFaults)
