@@ -79,9 +79,8 @@ std::optional<FileState> SafeWriter::Replace(const std::string& target, std::str
     }
 }
 
-FolderLock SafeWriter::LockFolderOf(const std::string& path)
+FolderLock SafeWriter::LockFolder(const std::string& folder)
 {
-    const std::string folder = FolderOf(Resolved(path));
     return Patiently(m_operations, tenSeconds, [&] { return m_operations.Lock(folder); });
 }
 

@@ -25,9 +25,9 @@ public:
     std::optional<FileState> Replace(const std::string& target, std::string_view bytes,
                                      const std::optional<FileState>& expected);
 
-    /// Locks the folder of `path`, so that no other Tarno saves or cleans up there. Null if the file system
-    /// has no locks. Waits for up to ten seconds, then throws Error PermissionDenied.
-    FolderLock LockFolderOf(const std::string& path);
+    /// Locks `folder`, so that no other Tarno saves or cleans up there. Null if the file system has no locks.
+    /// Waits for up to ten seconds, then throws Error PermissionDenied.
+    FolderLock LockFolder(const std::string& folder);
 
     /// Removes the temporaries that killed programs have left beside `path`: all that are found while the
     /// folder is locked, or, without locks, those older than an hour. Never fails.

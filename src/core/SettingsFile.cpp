@@ -123,7 +123,7 @@ void SettingsFile::Save(const pugi::xml_document& document) const
     fs::create_directories(ToPath(m_path).parent_path(), ignored);
     try {
         SafeWriter writer(m_operations);
-        const FolderLock lock = writer.LockFolderOf(m_path);
+        const FolderLock lock = writer.LockFolder(FolderOf(Resolved(m_path)));
         writer.Write(m_path, SerializeXml(document));
     } catch (const Error&) { // NOLINT(bugprone-empty-catch): the setting stays as it was, as promised
     }

@@ -88,7 +88,7 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
                         FolderOf(path) + nothingWritten + "Make that folder available again" + saveAgain);
     }
     SafeWriter writer(operations);
-    const FolderLock lock = writer.LockFolderOf(path);
+    const FolderLock lock = writer.LockFolder(FolderOf(path));
     std::string lastRead;
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
         const FileState found = operations.Look(path);

@@ -231,14 +231,14 @@ private Q_SLOTS:
         FolderLock held = SystemFileOperations()->Lock(m_folder->Path());
         m_operations->Before(
             "pause", [&] { held.reset(); }, 4);
-        QVERIFY(SafeWriter(*m_operations).LockFolderOf(m_folder->PathOf("tarno.xml")) != nullptr);
+        QVERIFY(SafeWriter(*m_operations).LockFolder(m_folder->Path()) != nullptr);
         QCOMPARE(m_operations->Count("pause"), 5);
     }
 
     void lock_heldForLong_isPermissionDeniedAfterTenSeconds()
     {
         const FolderLock held = SystemFileOperations()->Lock(m_folder->Path());
-        QCOMPARE(RaisedNumber([&] { SafeWriter(*m_operations).LockFolderOf(m_folder->PathOf("tarno.xml")); }),
+        QCOMPARE(RaisedNumber([&] { SafeWriter(*m_operations).LockFolder(m_folder->Path()); }),
                  70);
         QCOMPARE(m_operations->Count("lock"), 1000);
     }
@@ -246,7 +246,7 @@ private Q_SLOTS:
     void lock_fileSystemWithoutLocks_isNull()
     {
         m_operations->LockNothing();
-        QVERIFY(SafeWriter(*m_operations).LockFolderOf(m_folder->PathOf("tarno.xml")) == nullptr);
+        QVERIFY(SafeWriter(*m_operations).LockFolder(m_folder->Path()) == nullptr);
     }
 
     void removeStale_onlyTemporariesOfTheFile_areGone()

@@ -185,7 +185,7 @@ private Q_SLOTS:
         QCOMPARE(ProgramFolder(folder.PathOf(name)).Existing("Tarno.xml"),
                  folder.PathOf(name + "/Tarno.xml"));
         SafeWriter writer(*m_operations);
-        const FolderLock lock = writer.LockFolderOf(path);
+        const FolderLock lock = writer.LockFolder(FolderOf(path));
         QVERIFY(lock != nullptr);
         writer.Write(path, "new");
         QCOMPARE(ReadWholeFile(path), "new"s);

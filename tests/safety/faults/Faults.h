@@ -33,14 +33,14 @@ struct SaveStep {
 
 /// In their order. The last step is taken only after a failure.
 inline const std::vector<SaveStep> saveSteps{
-    {"lock", 0, Fails, {{"open", Fails, {EINTR}}, {"flock", GoesUnnoticed}}},
     {"look", 0, Fails, {{"stat", Fails}}}, // at the folder
+    {"lock", 0, Fails, {{"open", Fails, {EINTR}}, {"flock", GoesUnnoticed}}},
     {"look", 1, Fails, {{"stat", Fails}, {"access", Fails}}},
     {"create",
      0,
      Fails,
      {{"open", Fails, {EINTR}},
-      {"stat", GoesUnnoticed}, // from here to fchmod: the rights of the old file
+      {"stat", Fails, {ENOENT}}, // from here to fchmod: the rights of the old file
       {"fchown", GoesUnnoticed},
       {"fremovexattr", GoesUnnoticed},
       {"listxattr", GoesUnnoticed},

@@ -90,7 +90,7 @@ private Q_SLOTS:
         const auto shipped = store.folder.Names();
         const std::string log = store.folder.PathOf("tarno.xml");
         const auto operations = SystemFileOperations();
-        FolderLock lock = SafeWriter(*operations).LockFolderOf(log);
+        FolderLock lock = SafeWriter(*operations).LockFolder(FolderOf(log));
         operations->Create(log + ".1.tarno-tmp", "half of a lo", log);
         QCOMPARE(store.sql.Init(), succeeded);
         QVERIFY(operations->Look(log + ".1.tarno-tmp").exists);

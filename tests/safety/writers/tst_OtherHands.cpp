@@ -206,9 +206,9 @@ private Q_SLOTS:
         if (fs::is_directory(log.Path())) {
             log.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PathFileAccess);
         } else {
-            log.reports.ExpectWords(
-                "cSQL", "EntryUpdate",
-                "Vb<75> error raised\r\nAnother program has changed " + log.folder.PathOf("tarno.xml") +
+            log.reports.Expect(
+                "cSQL", "EntryUpdate", ErrorNumber::PathFileAccess,
+                "Another program has changed " + log.folder.PathOf("tarno.xml") +
                     ", which is damaged, not yet complete or held by that program.\r\nNothing was written. "
                     "Your changes are kept "
                     "while Tarno is open. Restore that file or move it away, then save once more.");
