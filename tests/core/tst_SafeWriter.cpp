@@ -238,15 +238,8 @@ private Q_SLOTS:
     void lock_heldForLong_isPermissionDeniedAfterTenSeconds()
     {
         const FolderLock held = SystemFileOperations()->Lock(m_folder->Path());
-        QCOMPARE(RaisedNumber([&] { SafeWriter(*m_operations).LockFolder(m_folder->Path()); }),
-                 70);
+        QCOMPARE(RaisedNumber([&] { SafeWriter(*m_operations).LockFolder(m_folder->Path()); }), 70);
         QCOMPARE(m_operations->Count("lock"), 1000);
-    }
-
-    void lock_fileSystemWithoutLocks_isNull()
-    {
-        m_operations->LockNothing();
-        QVERIFY(SafeWriter(*m_operations).LockFolder(m_folder->Path()) == nullptr);
     }
 
     void removeStale_onlyTemporariesOfTheFile_areGone()

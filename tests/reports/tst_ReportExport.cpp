@@ -144,11 +144,10 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("step");
         QTest::addColumn<int>("error");
         for (const Format format : {Format::Rtf, Format::Pdf}) {
-            for (const auto& [step, error] :
-                 {std::pair("create", ErrorNumber::PathFileAccess),
-                  std::pair("create", ErrorNumber::PermissionDenied),
-                  std::pair("create", ErrorNumber::DiskFull),
-                  std::pair("replace", ErrorNumber::PathFileAccess)}) {
+            for (const auto& [step, error] : {std::pair("create", ErrorNumber::PathFileAccess),
+                                              std::pair("create", ErrorNumber::PermissionDenied),
+                                              std::pair("create", ErrorNumber::DiskFull),
+                                              std::pair("replace", ErrorNumber::PathFileAccess)}) {
                 QTest::addRow("%s, %s fails with %d", qPrintable(NameOf(format)), step,
                               static_cast<int>(error))
                     << format << QByteArray(step) << static_cast<int>(error);

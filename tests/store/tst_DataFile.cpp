@@ -70,24 +70,6 @@ private Q_SLOTS:
         QVERIFY(test.IsLoaded());
     }
 
-    void load_damagedAfterGood_isEmpty_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        for (const char* bytes : {"", "<data>", "<log/>", "<data/>\xFF"}) {
-            QTest::newRow(bytes) << QByteArray(bytes);
-        }
-    }
-
-    void load_damagedAfterGood_isEmpty()
-    {
-        QFETCH(QByteArray, bytes);
-        Opened test("Rpt.xml");
-        test.Load("<data/>");
-        QVERIFY(test.IsLoaded());
-        test.Load(bytes.constData());
-        QVERIFY(!test.IsLoaded());
-    }
-
     void release_everythingIsGone()
     {
         Opened test("Rpt.xml");
@@ -156,21 +138,6 @@ private Q_SLOTS:
                                 ToPath(test.folder.PathOf("FIELD.XML")));
         QCOMPARE(test.Save("Field.xml"), 0);
         QCOMPARE(test.folder.Names(), Texts{"FIELD.XML"});
-    }
-
-    void save_failed_isUnsavedUntilTheNext()
-    {
-        Opened test("Rpt.xml");
-        test.Load("<data><report><RptNo>1</RptNo></report></data>");
-        test.file.Records().Remove("1");
-        test.operations.Fail("replace", ErrorNumber::PathFileAccess);
-        QCOMPARE(test.Save("Rpt.xml"), 75);
-        QVERIFY(test.file.IsUnsaved());
-        QCOMPARE(test.file.Records().Changed().size(), std::size_t{1});
-        QCOMPARE(test.Save("Rpt.xml"), 0);
-        QVERIFY(!test.file.IsUnsaved());
-        QVERIFY(test.file.Records().Changed().empty());
-        QCOMPARE(test.folder.Read("Rpt.xml"), "<data />\n"s);
     }
 };
 

@@ -26,11 +26,6 @@ struct OtherProgram {
     cSQL sql;
 };
 
-const std::string notComplete =
-    ", which is damaged, not yet complete or held by that program.\r\nNothing was written. Your "
-    "changes are kept while Tarno is open. "
-    "Restore that file or move it away, then save once more.";
-
 } // namespace
 
 // Another program writes a data file while this one runs: a second Tarno, a tool that synchronises folders,
@@ -60,19 +55,6 @@ private Q_SLOTS:
     }
 
     void cleanup() { m_store.reset(); }
-
-    void bothAddInTurns_allAreThereInOrder()
-    {
-        OtherProgram other(*m_store);
-        Texts expected{"1 one", "2 two"};
-        for (int key = 3; key <= 12; ++key) {
-            const std::string value = "value " + std::to_string(key);
-            QCOMPARE(Add(key % 2 == 0 ? other.sql : m_store->sql, value), std::to_string(key));
-            expected.push_back(std::to_string(key) + ' ' + value);
-        }
-        QCOMPARE(Records(m_family.file), expected);
-        QCOMPARE(Kept(), Texts());
-    }
 
     void differentRecords_areMergedInSilence()
     {
@@ -106,66 +88,6 @@ private Q_SLOTS:
         QCOMPARE(Records(KeptName(2)), Texts{"1 again"});
     }
 
-    void changeOfARemovedRecord_putsItBack()
-    {
-        OtherProgram other(*m_store);
-        QCOMPARE(Remove(other.sql, 1), succeeded);
-        QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
-        QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two"}));
-        QCOMPARE(Kept(), Texts());
-        QCOMPARE(m_notices, Texts{"deleted there"});
-    }
-
-    void removalOfAChangedRecord_keepsTheOtherVersion()
-    {
-        OtherProgram other(*m_store);
-        QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
-        QCOMPARE(Remove(m_store->sql, 2), succeeded);
-        QCOMPARE(Records(m_family.file), Texts{"1 one"});
-        QCOMPARE(Records(KeptName(1)), Texts{"2 theirs"});
-        QCOMPARE(m_notices, Texts{"deleted here, " + KeptName(1)});
-    }
-
-    void incompleteFile_isWaitedForThenReportedAndLeft_data()
-    {
-        QTest::addColumn<std::string>("bytes");
-        QTest::newRow("empty") << ""s;
-        QTest::newRow("cut off") << "<data><tarno>"s;
-        QTest::newRow("other root") << "<log/>"s;
-        QTest::newRow("zeros") << std::string(200, '\0');
-    }
-
-    void incompleteFile_isWaitedForThenReportedAndLeft()
-    {
-        QFETCH(std::string, bytes);
-        m_store->folder.Write(m_family.file, bytes);
-        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess,
-                                "Another program has changed " + m_store->folder.PathOf(m_family.file) +
-                                    notComplete);
-        QCOMPARE(Add(m_store->sql, "ours"), ""s);
-        QCOMPARE(m_store->operations.Count("pause"), 100);
-        QCOMPARE(m_store->folder.Read(m_family.file), bytes);
-        QCOMPARE(m_store->sql.UnsavedFiles(), Texts{m_family.file});
-
-        m_store->folder.Write(m_family.file, RecordFamily::File({m_family.Made("3", "theirs")}));
-        QCOMPARE(Change(m_store->sql, 1, "ours too"), succeeded);
-        QCOMPARE(Records(m_family.file), (Texts{"1 ours too", "3 theirs", "4 ours"}));
-        QCOMPARE(m_store->sql.UnsavedFiles(), Texts());
-        QCOMPARE(Kept(), Texts());
-    }
-
-    // as cp, scp and "rsync --inplace" do
-    void fileWrittenInPlace_isReadWhenItIsComplete()
-    {
-        const std::string whole = RecordFamily::File(
-            {m_family.Made("1", "one"), m_family.Made("2", "two"), m_family.Made("3", "theirs")});
-        m_store->folder.Write(m_family.file, whole.substr(0, whole.size() / 2));
-        m_store->operations.Before(
-            "pause", [&] { m_store->folder.Write(m_family.file, whole); }, 2);
-        QCOMPARE(Add(m_store->sql, "ours"), "4"s);
-        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs", "4 ours"}));
-    }
-
     // a mixture of two versions may be well-formed
     void fileWrittenInPlace_isReadTwice()
     {
@@ -177,37 +99,6 @@ private Q_SLOTS:
         });
         QCOMPARE(Add(m_store->sql, "ours"), "3"s);
         QCOMPARE(Records(m_family.file), (Texts{"1 new", "2 new", "3 ours"}));
-    }
-
-    void otherIsQuickerThanTheReplacing_itsChangesAreMergedToo()
-    {
-        OtherProgram other(*m_store);
-        const int looks = 2; // at the folder and at the file
-        m_store->operations.LockNothing();
-        m_store->operations.Before(
-            "look",
-            [&] {
-                const std::string theirs = RecordFamily::File(
-                    {m_family.Made("1", "one"), m_family.Made("2", "two"), m_family.Made("3", "theirs")});
-                m_store->folder.Write("theirs", theirs);
-                std::filesystem::rename(ToPath(m_store->folder.PathOf("theirs")),
-                                        ToPath(m_store->folder.PathOf(m_family.file)));
-            },
-            looks);
-        QCOMPARE(Add(m_store->sql, "ours"), "4"s);
-        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs", "4 ours"}));
-        QCOMPARE(m_store->operations.Count("create"), 2);
-    }
-
-    void sameBytesWrittenAnew_areNoChange()
-    {
-        for (const char* value : {"ours", "again"}) {
-            m_store->folder.Write(m_family.file, m_store->folder.Read(m_family.file));
-            QCOMPARE(Change(m_store->sql, 1, value), succeeded);
-        }
-        QCOMPARE(Records(m_family.file), (Texts{"1 again", "2 two"}));
-        QCOMPARE(Kept(), Texts());
-        QCOMPARE(m_notices, Texts());
     }
 
     // as "xmllint --format" writes it: a declaration in front would hide the records
@@ -225,13 +116,6 @@ private Q_SLOTS:
         QCOMPARE(Kept(), Texts());
     }
 
-    void fileRemoved_isWrittenAnew()
-    {
-        std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file)));
-        QCOMPARE(Add(m_store->sql, "ours"), "3"s);
-        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 ours"}));
-    }
-
     void fileRemovedWhileItIsMerged_isWrittenAnew()
     {
         m_store->folder.Write(m_family.file, "<data><!-- theirs -->");
@@ -239,17 +123,6 @@ private Q_SLOTS:
             "pause", [&] { std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file))); });
         QCOMPARE(Add(m_store->sql, "ours"), "3"s);
         QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 ours"}));
-    }
-
-    void folderInItsPlace_failsAndKeepsTheChange()
-    {
-        std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file)));
-        m_store->folder.MakeFolder(m_family.file);
-        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess);
-        QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
-        std::filesystem::remove(ToPath(m_store->folder.PathOf(m_family.file)));
-        QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
-        QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two"}));
     }
 
     void unreadableFile_isNeverReplaced()
@@ -328,62 +201,6 @@ private Q_SLOTS:
         QCOMPARE((m_store->sql.*m_family.update)(record), succeeded);
         QCOMPARE(record.Text(0), "4"s);
         QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs", "4 ours again"}));
-    }
-
-    void failedFolderSync_isNoOtherVersion()
-    {
-        m_store->operations.Fail("sync folder", ErrorNumber::DeviceInputOutput);
-        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DeviceInputOutput);
-        QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
-        QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two"}));
-        QCOMPARE(Change(m_store->sql, 1, "again"), succeeded);
-        QCOMPARE(Records(m_family.file), (Texts{"1 again", "2 two"}));
-        QCOMPARE(Kept(), Texts());
-    }
-
-    void otherVersionThatCannotBeKept_isLeftInTheLog()
-    {
-        OtherProgram other(*m_store);
-        QCOMPARE(Change(other.sql, 2, "theirs"), succeeded);
-        m_store->operations.Fail("create", ErrorNumber::DiskFull);
-        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DiskFull);
-        QCOMPARE(Change(m_store->sql, 2, "ours"), failed);
-        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 theirs"}));
-        QCOMPARE(m_notices, Texts());
-        QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
-        QCOMPARE(Records(KeptName(1)), Texts{"2 theirs"});
-        QCOMPARE(m_notices, Texts{KeptName(1)});
-    }
-
-    void savingFailsAfterMerging_nextSaveWritesBothAndKeepsNothingTwice()
-    {
-        OtherProgram other(*m_store);
-        QCOMPARE(Add(other.sql, "theirs"), "3"s);
-        QCOMPARE(Change(other.sql, 1, "theirs"), succeeded);
-        m_store->operations.Fail("replace", ErrorNumber::DiskFull, 1, 1); // the kept file succeeds
-        m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::DiskFull);
-        QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
-        QCOMPARE(m_notices, Texts{KeptName(1)});
-        QCOMPARE(Records(m_family.file), (Texts{"1 theirs", "2 two", "3 theirs"}));
-        QCOMPARE(Held(m_store->sql), (Texts{"1 ours", "2 two", "3 theirs"}));
-        QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
-        QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 ours", "3 theirs"}));
-        QCOMPARE(Kept(), Texts{KeptName(1)});
-    }
-
-    void rightsAndLinks_areKept()
-    {
-        NOT_ON_WINDOWS("modes of files and links");
-        m_store->folder.MakeFolder("share");
-        const std::string shared = m_store->folder.PathOf("share/" + m_family.file);
-        std::filesystem::rename(ToPath(m_store->folder.PathOf(m_family.file)), ToPath(shared));
-        std::filesystem::permissions(ToPath(shared), static_cast<std::filesystem::perms>(0660));
-        m_store->folder.MakeLink(m_family.file, shared);
-        QCOMPARE(m_store->sql.Init(), succeeded);
-        QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
-        QVERIFY(std::filesystem::is_symlink(ToPath(m_store->folder.PathOf(m_family.file))));
-        QCOMPARE(static_cast<int>(std::filesystem::status(ToPath(shared)).permissions()), 0660);
-        QCOMPARE(Records("share/" + m_family.file), (Texts{"1 ours", "2 two"}));
     }
 
 private:
