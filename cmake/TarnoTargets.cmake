@@ -82,7 +82,7 @@ function(tarno_tests)
     target_link_libraries(${program} PRIVATE ${TEST_LINK} tests_main Qt6::Test)
     tarno_offscreen(${program})
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13 AND WIN32)
-        # optimising, GCC 12 sees texts overlap that do not
+        # when it optimises, GCC 12 reports false overlaps and sizes of texts
         target_compile_options(${program} PRIVATE -Wno-array-bounds -Wno-restrict -Wno-stringop-overflow)
     endif()
     target_include_directories(${program} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
