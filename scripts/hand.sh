@@ -178,7 +178,7 @@ export_report() {
     keys Return
     if [ -n "${TARNO_DRIVE:-}" ]; then # Wine leaves the focus with its dialog, which has gone
         await "the end of the dialog" no_window_is_named "Save Report to $1"
-        xdotool search --onlyvisible --name "^$preview\$" windowactivate
+        await "the window '$preview'" activate "$preview"
     fi
     window "$preview"
     await_value "first bytes of the $1" "$head" head -c 5 "$out/$2.$suffix"
@@ -186,6 +186,11 @@ export_report() {
 
 no_window_is_named() {
     ! xdotool search --onlyvisible --name "^$1\$" >/dev/null
+}
+
+# activate <title>: fails while a window that xdotool looks at is being closed
+activate() {
+    xdotool search --onlyvisible --name "^$1\$" windowactivate 2>/dev/null && is_active "$1"
 }
 
 # first_trip: adds the first place and the first trip to an empty log, from its main window
