@@ -64,7 +64,7 @@ using Kind = ConflictNotice::Kind;
 
 } // namespace
 
-// What is told about a conflict with another program, and what follows from new keys.
+// The notices about conflicts with another program, and the trips that follow a location to its new key.
 class tst_Conflicts : public QObject
 {
     Q_OBJECT
@@ -163,7 +163,7 @@ private Q_SLOTS:
         QVERIFY(log.notices[0].kind == Kind::Trip);
     }
 
-    // The new location could not be saved; meanwhile another program has given its key to another one.
+    // The new location could not be saved, and another program has given its key to another one.
     void tripsOfThisRun_followALocationToItsNewKey()
     {
         Log log;
