@@ -215,13 +215,17 @@ Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs,
         in.Save(m_folder, savedAs, m_operations, merged);
     });
     if (!merged.newKeys.empty()) {
-        Trap(module, routine, [&] { FollowNewKeys(in, merged.newKeys, updated); });
+        Trap(module, routine, [&] { FollowNewKeys(routine, in, merged.newKeys, updated); });
     }
-    ShowConflicts(in, merged);
+    for (const Conflict& conflict : merged.conflicts) {
+        if (m_showConflict) {
+            m_showConflict(NoticeOf(in, conflict));
+        }
+    }
     return status;
 }
 
-void cSQL::FollowNewKeys(const DataFile& in, const KeyMap& newKeys, Record* updated)
+void cSQL::FollowNewKeys(std::string_view routine, const DataFile& in, const KeyMap& newKeys, Record* updated)
 {
     const auto keyOf = [&](const std::string& key) {
         const auto found = newKeys.find(key);
@@ -235,28 +239,20 @@ void cSQL::FollowNewKeys(const DataFile& in, const KeyMap& newKeys, Record* upda
         std::transform(m_ownTrips.begin(), m_ownTrips.end(), std::inserter(trips, trips.end()), keyOf);
         m_ownTrips = std::move(trips);
     } else if (&in == &m_locations) {
-        bool isChanged = false;
+        std::vector<Record> trips;
         for (const std::string& key : m_ownTrips) {
             Record trip{RecordView(m_entries.Records().Find(key))};
             if (const std::string location = TextAt(trip, EntryField::LocNo); newKeys.contains(location)) {
                 trip.SetText(EntryField::LocNo, keyOf(location));
-                m_entries.Records().Replace(trip);
-                isChanged = true;
+                trips.push_back(std::move(trip));
             }
         }
-        if (isChanged) {
-            MergeResult merged;
-            m_entries.Save(m_folder, "tarno.xml", m_operations, merged);
-            ShowConflicts(m_entries, merged);
-        }
-    }
-}
-
-void cSQL::ShowConflicts(const DataFile& in, const MergeResult& merged) const
-{
-    for (const Conflict& conflict : merged.conflicts) {
-        if (m_showConflict) {
-            m_showConflict(NoticeOf(in, conflict));
+        if (!trips.empty()) {
+            Change(routine, m_entries, "tarno.xml", [&](RecordTable& table) {
+                for (const Record& trip : trips) {
+                    table.Replace(trip);
+                }
+            });
         }
     }
 }

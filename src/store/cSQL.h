@@ -111,9 +111,8 @@ private:
                   Record* updated = nullptr);
 
     /// Brings what refers to records of `in` up to date: the record of the caller and the trips of this run.
-    void FollowNewKeys(const DataFile& in, const KeyMap& newKeys, Record* updated);
+    void FollowNewKeys(std::string_view routine, const DataFile& in, const KeyMap& newKeys, Record* updated);
 
-    void ShowConflicts(const DataFile& in, const MergeResult& merged) const;
     ConflictNotice NoticeOf(const DataFile& in, const Conflict& conflict) const;
 
     const ProgramFolder& m_folder;
