@@ -32,17 +32,15 @@ bool IsTemporary(std::string_view name, const std::string& target)
 template <typename Body>
 auto Patiently(FileOperations& operations, int attempts, const Body& body)
 {
-    for (; attempts > 1; --attempts) {
+    for (;; operations.Pause()) {
         try {
             return body();
         } catch (const Error& error) {
-            if (error.Number() != ErrorNumber::PermissionDenied) {
+            if (error.Number() != ErrorNumber::PermissionDenied || --attempts == 0) {
                 throw;
             }
         }
-        operations.Pause();
     }
-    return body();
 }
 
 } // namespace

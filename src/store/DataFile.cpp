@@ -6,7 +6,6 @@
 
 #include <exception>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace
@@ -39,7 +38,7 @@ std::string Keep(const Record& record, const std::string& path, FileOperations& 
     for (int number = 1;; ++number) {
         const std::string name =
             FromPath(log.stem()) + "-kept-" + std::to_string(number) + FromPath(log.extension());
-        const std::string kept = FromPath(log.parent_path() / ToPath(name));
+        std::string kept = FromPath(log.parent_path() / ToPath(name));
         if (!operations.Look(kept).exists) {
             SafeWriter(operations).Replace(kept, SerializeXml(document), std::nullopt);
             return kept;
@@ -104,10 +103,10 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
         }
         operations.Pause();
     }
-    throw Error(ErrorNumber::PathFileAccess,
-                "Another program has changed " + path +
-                    ", which is damaged, not yet complete or held by that program." + nothingWritten +
-                    "Restore that file or move it away" + saveAgain);
+    throw Error(ErrorNumber::PathFileAccess, "Another program has changed " + path +
+                                                 ", which is damaged, not yet complete or cannot be read." +
+                                                 nothingWritten + "Restore that file or move it away" +
+                                                 saveAgain);
 }
 
 std::unique_ptr<DataFile::Contents> DataFile::Parsed(std::string bytes) const
@@ -124,17 +123,11 @@ std::unique_ptr<DataFile::Contents> DataFile::Parsed(std::string bytes) const
 bool DataFile::MergeFile(const std::string& path, const FileState& found, std::string& lastRead,
                          FileOperations& operations, MergeResult& merged)
 {
-    if (!found.isReplaceable) {
-        throw Error(ErrorNumber::PathFileAccess);
-    }
     std::string bytes;
     try {
         bytes = ReadWholeFile(path);
-    } catch (const Error& error) {
-        if (error.Number() != ErrorNumber::FileNotFound && error.Number() != ErrorNumber::PermissionDenied) {
-            throw;
-        }
-        return false; // removed a moment ago, or held by the program that writes it
+    } catch (const Error&) { // removed a moment ago, or held by the program that writes it
+        return false;
     }
     // a file that has replaced another one is complete; the same file may still be being written
     const bool isStable = !found.IsSameFile(m_version) || bytes == lastRead;

@@ -135,7 +135,12 @@ private Q_SLOTS:
             if (!PlainUser::IsPlain()) {
                 QSKIP(PlainUser::whyNot);
             }
-            m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess);
+            m_store->reports.Expect(
+                "cSQL", Routine("Update"), ErrorNumber::PathFileAccess,
+                "Another program has changed " + m_store->folder.PathOf(m_family.file) +
+                    ", which is damaged, not yet complete or cannot be read.\r\nNothing was "
+                    "written. Your changes are kept while Tarno is open. Restore that file or "
+                    "move it away, then save once more.");
             QCOMPARE(Add(m_store->sql, "ours"), ""s);
         }
         std::filesystem::permissions(ToPath(m_store->folder.PathOf(m_family.file)),

@@ -23,7 +23,7 @@ QString RecordOf(const ConflictNotice& conflict)
     case Kind::Report:
         return QStringLiteral("the report ") + name;
     }
-    return name;
+    return {};
 }
 
 } // namespace

@@ -203,16 +203,12 @@ private Q_SLOTS:
         make(log);
         const FileState found = log.operations.Look(log.folder.PathOf("tarno.xml"));
         const Texts names = log.folder.Names();
-        if (fs::is_directory(log.Path())) {
-            log.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PathFileAccess);
-        } else {
-            log.reports.Expect(
-                "cSQL", "EntryUpdate", ErrorNumber::PathFileAccess,
-                "Another program has changed " + log.folder.PathOf("tarno.xml") +
-                    ", which is damaged, not yet complete or held by that program.\r\nNothing was written. "
-                    "Your changes are kept "
-                    "while Tarno is open. Restore that file or move it away, then save once more.");
-        }
+        log.reports.Expect(
+            "cSQL", "EntryUpdate", ErrorNumber::PathFileAccess,
+            "Another program has changed " + log.folder.PathOf("tarno.xml") +
+                ", which is damaged, not yet complete or cannot be read.\r\nNothing was written. "
+                "Your changes are kept while Tarno is open. Restore that file or move it away, "
+                "then save once more.");
         QCOMPARE(Save(log.sql, 0, "A"), failed);
         QVERIFY(log.operations.Look(log.folder.PathOf("tarno.xml")) == found);
         QCOMPARE(log.folder.Names(), names);
