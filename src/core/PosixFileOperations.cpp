@@ -25,8 +25,6 @@ void Check(bool success)
     }
 }
 
-using Status = struct stat;
-
 class Descriptor
 {
 public:
@@ -77,7 +75,7 @@ private:
 /// `model`. What the user may not set is left out; the group then gets no rights that were meant for others.
 void CopyRights(const std::string& model, int file)
 {
-    Status status{};
+    struct stat status = {};
     if (::stat(model.c_str(), &status) != 0) {
         Check(errno == ENOENT);
         return;
@@ -107,7 +105,7 @@ public:
 
     FileState Look(const std::string& path) override
     {
-        Status status{};
+        struct stat status = {};
         if (::stat(path.c_str(), &status) != 0) {
             Check(errno == ENOENT);
             return {};
@@ -164,7 +162,7 @@ public:
         // a pipe in the file's place must not block the program
         Descriptor file(path, O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK);
 
-        Status status{};
+        struct stat status = {};
         if (::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) {
             throw Error(ErrorNumber::PathFileAccess);
         }

@@ -91,7 +91,8 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     std::string lastRead;
     for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
         const FileState found = operations.Look(path);
-        if (!found.exists || found == m_version || MergeFile(path, found, lastRead, operations, merged)) {
+        const bool isOther = found.exists && found.isReplaceable && found != m_version;
+        if (!isOther || MergeFile(path, found, lastRead, operations, merged)) {
             const std::string bytes = SerializeXml(m_contents->document, m_version.size + roomToGrow);
             if (const auto written = writer.Replace(path, bytes, found)) {
                 m_version = *written;

@@ -203,12 +203,13 @@ private Q_SLOTS:
         make(log);
         const FileState found = log.operations.Look(log.folder.PathOf("tarno.xml"));
         const Texts names = log.folder.Names();
-        log.reports.Expect(
-            "cSQL", "EntryUpdate", ErrorNumber::PathFileAccess,
+        const std::string words =
             "Another program has changed " + log.folder.PathOf("tarno.xml") +
-                ", which is damaged, not yet complete or cannot be read.\r\nNothing was written. "
-                "Your changes are kept while Tarno is open. Restore that file or move it away, "
-                "then save once more.");
+            ", which is damaged, not yet complete or cannot be read.\r\nNothing was written. Your changes "
+            "are "
+            "kept while Tarno is open. Restore that file or move it away, then save once more.";
+        log.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PathFileAccess,
+                           fs::is_directory(log.Path()) ? Describe(ErrorNumber::PathFileAccess) : words);
         QCOMPARE(Save(log.sql, 0, "A"), failed);
         QVERIFY(log.operations.Look(log.folder.PathOf("tarno.xml")) == found);
         QCOMPARE(log.folder.Names(), names);
