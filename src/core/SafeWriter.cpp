@@ -85,15 +85,16 @@ FolderLock SafeWriter::LockFolder(const std::string& folder)
 void SafeWriter::RemoveStale(const std::string& path)
 {
     try {
-        const fs::path target = ToPath(Resolved(path));
+        const std::string target = Resolved(path);
+        const std::string name = FromPath(ToPath(target).filename());
         std::vector<fs::directory_entry> found;
-        for (const auto& entry : fs::directory_iterator(target.parent_path())) {
-            if (IsTemporary(FromPath(entry.path().filename()), FromPath(target.filename())) &&
+        for (const auto& entry : fs::directory_iterator(ToPath(FolderOf(target)))) {
+            if (IsTemporary(FromPath(entry.path().filename()), name) &&
                 entry.symlink_status().type() == fs::file_type::regular) {
                 found.push_back(entry);
             }
         }
-        const FolderLock lock = found.empty() ? nullptr : m_operations.Lock(FromPath(target.parent_path()));
+        const FolderLock lock = found.empty() ? nullptr : m_operations.Lock(FolderOf(target));
         for (const fs::directory_entry& entry : found) {
             if (lock || entry.last_write_time() < fs::file_time_type::clock::now() - std::chrono::hours(1)) {
                 TryRemove(FromPath(entry.path()));

@@ -1,3 +1,4 @@
+#include "RecordFamily.h"
 #include "store/RecordLayouts.h"
 #include "support/StdStrings.h"
 #include "support/TestClass.h"
@@ -62,6 +63,15 @@ struct Log : TestStore {
 
 using Kind = ConflictNotice::Kind;
 
+/// Changes a value of the record 1.
+void Edit(cSQL& sql, const RecordFamily& family, std::size_t position, const std::string& value)
+{
+    Record record;
+    (sql.*family.get)(1, record);
+    record.SetText(position, value);
+    (sql.*family.update)(record);
+}
+
 } // namespace
 
 // The notices about conflicts with another program, and the trips that follow a location to its new key.
@@ -75,10 +85,7 @@ private Q_SLOTS:
     {
         Log log;
         log.BothChange([](cSQL& sql, const std::string& value) {
-            Record trip;
-            sql.EntryGet(1, trip);
-            trip.SetText(EntryField::AirTemp, value);
-            sql.EntryUpdate(trip);
+            Edit(sql, RecordFamilies()[0], EntryField::AirTemp, value);
         });
         QCOMPARE(log.notices.size(), std::size_t{1});
         QVERIFY(log.notices[0].kind == Kind::Trip);
@@ -108,20 +115,14 @@ private Q_SLOTS:
     {
         Log log;
         log.BothChange([](cSQL& sql, const std::string& value) {
-            Record location;
-            sql.LocationGet(1, location);
-            location.SetText(LocationField::LocName, value);
-            sql.LocationUpdate(location);
+            Edit(sql, RecordFamilies()[1], LocationField::LocName, value);
         });
         Record report;
         log.sql.ReportGet(0, report);
         report.SetText(ReportField::RptName, "Summer");
         log.sql.ReportUpdate(report);
         log.BothChange([](cSQL& sql, const std::string& value) {
-            Record changed;
-            sql.ReportGet(1, changed);
-            changed.SetText(ReportField::Options, value);
-            sql.ReportUpdate(changed);
+            Edit(sql, RecordFamilies()[2], ReportField::Options, value);
         });
         std::string description;
         log.BothChange([&](cSQL& sql, const std::string& value) {
@@ -152,8 +153,6 @@ private Q_SLOTS:
                 sql.EntryDelete(1);
             } else {
                 Record trip;
-                sql.EntryGet(1, trip);
-                trip.SetText(0, "1");
                 sql.EntryDelete(1);
                 sql.EntryGet(0, trip);
                 sql.EntryUpdate(trip);
