@@ -2,10 +2,10 @@
 
 #include "LogFolder.h"
 #include "core/SettingsStore.h"
-#include "ui/common/DesktopPrinters.h"
 #include "ui/common/DesktopPrompts.h"
 #include "ui/common/Program.h"
 #include "ui/common/SystemClock.h"
+#include "ui/reports/DesktopPrinters.h"
 
 #include <memory>
 

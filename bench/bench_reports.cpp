@@ -1,13 +1,13 @@
 // What the log report costs, step by step: its table filled from the entries and sorted, laid out, written.
 
 #include "LoadedProgram.h"
+#include "qt/Strings.h"
 #include "reports/arLogList.h"
 #include "reports/engine/LayOut.h"
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/ReportFonts.h"
 #include "reports/engine/RtfWriter.h"
 #include "store/RecordLayouts.h"
-#include "ui/common/Strings.h"
 
 #include <QApplication>
 #include <benchmark/benchmark.h>
@@ -44,7 +44,7 @@ public:
 
     const ReportTable& Grid() { return m_loaded.sql.ReportGrid(); }
 
-    arLogList Report() { return {m_loaded.program, fields, Grid()}; }
+    arLogList Report() { return {m_loaded.program.printers.DefaultPage(), fields, Grid()}; }
 
     RecordList fields;
 

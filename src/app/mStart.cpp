@@ -2,15 +2,15 @@
 
 #include "core/ErrorLog.h"
 #include "core/SettingsStore.h"
-#include "ui/common/DesktopPrinters.h"
+#include "qt/Strings.h"
 #include "ui/common/DesktopPrompts.h"
 #include "ui/common/Notices.h"
 #include "ui/common/Program.h"
-#include "ui/common/Strings.h"
 #include "ui/common/SystemClock.h"
 #include "ui/help/fHelp.h"
 #include "ui/main/fSplash.h"
 #include "ui/main/fTarno.h"
+#include "ui/reports/DesktopPrinters.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "core/Error.h"
 #include "mStart.h"
+#include "qt/Icons.h"
 #include "ui/common/DesktopPrompts.h"
-#include "ui/common/Icons.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

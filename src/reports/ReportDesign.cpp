@@ -1,7 +1,7 @@
 #include "ReportDesign.h"
 
-#include "ui/common/Icons.h"
-#include "ui/common/Strings.h"
+#include "qt/Icons.h"
+#include "qt/Strings.h"
 
 #include <QIcon>
 
@@ -15,6 +15,9 @@ constexpr int titleLeft = 840;
 constexpr int titleWidth = 8000;
 constexpr int smallTop = 440; // of the line below the title
 constexpr int smallHeight = 240;
+
+constexpr QLatin1String rtfTool("&RTF Export");
+constexpr QLatin1String pdfTool("&PDF Export");
 
 struct PageNumberPart {
     const char* name;
@@ -101,6 +104,20 @@ void PlacePageNumber(ReportSection& header, const Heading& heading, int width)
     for (const PageNumberPart& part : parts) {
         header.Controls[QLatin1String(part.name)].Left = left;
         left += part.width;
+    }
+}
+
+std::vector<ReportTool> ExportTools()
+{
+    return {{rtfTool, 3}, {pdfTool, 4}};
+}
+
+void RunExportTool(const QString& caption, ReportViewer& viewer)
+{
+    if (caption == rtfTool) {
+        viewer.ExportRtf();
+    } else if (caption == pdfTool) {
+        viewer.ExportPdf();
     }
 }
 

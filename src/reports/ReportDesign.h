@@ -1,9 +1,11 @@
 #pragma once
 
 #include "core/Clock.h"
-#include "reports/engine/ReportControl.h"
+#include "reports/engine/Report.h"
 
 #include <QString>
+
+#include <vector>
 
 // What the reports' designs have in common. All lengths are twips.
 
@@ -39,6 +41,12 @@ void AddHeading(ReportSection& header, const Heading& heading);
 
 /// Puts the page number at the right end of a report that is `width` wide.
 void PlacePageNumber(ReportSection& header, const Heading& heading, int width);
+
+/// The tools "&RTF Export" and "&PDF Export" at their positions.
+std::vector<ReportTool> ExportTools();
+
+/// Runs the export whose tool has that caption; other captions do nothing.
+void RunExportTool(const QString& caption, ReportViewer& viewer);
 
 /// "Printed on " with today's date and the time as the desktop writes them.
 QString PrintedOn(const Clock& clock);

@@ -1,9 +1,8 @@
 #include "arLocList.h"
 
 #include "ReportDesign.h"
-#include "ReportExport.h"
+#include "qt/Strings.h"
 #include "store/RecordLayouts.h"
-#include "ui/common/Strings.h"
 
 namespace
 {
@@ -21,11 +20,10 @@ constexpr Heading heading{"Tarno Fishing Log - Locations Listing", "txtPageNumbe
 
 } // namespace
 
-arLocList::arLocList(const Program& program, const RecordList& locations)
-    : m_program(program), m_locations(locations)
+arLocList::arLocList(const QPageLayout& page, const RecordList& locations) : m_locations(locations)
 {
     Caption = QStringLiteral("Tarno Locations Listing");
-    Page = program.printers.DefaultPage();
+    Page = page;
     DesignPageHeader();
     DesignDetail();
 }
@@ -109,7 +107,7 @@ void arLocList::Detail_Format()
                                             : QStringLiteral("Land/Boat");
 }
 
-void arLocList::ToolbarClick(const QString& caption)
+void arLocList::ToolbarClick(const QString& caption, ReportViewer& viewer)
 {
-    RunExportTool(m_program, *this, caption);
+    RunExportTool(caption, viewer);
 }

@@ -1,11 +1,10 @@
 #include "arLogList.h"
 
 #include "ReportDesign.h"
-#include "ReportExport.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
+#include "qt/Strings.h"
 #include "store/RecordLayouts.h"
-#include "ui/common/Strings.h"
 
 #include <utility>
 
@@ -43,11 +42,11 @@ double FontSize(const RecordView& column)
 
 } // namespace
 
-arLogList::arLogList(const Program& program, RecordList columns, const ReportTable& grid)
-    : m_program(program), m_columns(std::move(columns)), m_grid(grid)
+arLogList::arLogList(const QPageLayout& page, RecordList columns, const ReportTable& grid)
+    : m_columns(std::move(columns)), m_grid(grid)
 {
     Caption = QStringLiteral("Tarno Fish Log Entry Listing");
-    Page = program.printers.DefaultPage();
+    Page = page;
     PageHeader.Height = headingTop * twipsToTheMillimetre + headingHeight;
     AddHeading(PageHeader, heading);
     Detail.Height = detailHeight;
@@ -131,7 +130,7 @@ void arLogList::ReportEnd()
     Page.setOrientation(m_orientation);
 }
 
-void arLogList::ToolbarClick(const QString& caption)
+void arLogList::ToolbarClick(const QString& caption, ReportViewer& viewer)
 {
-    RunExportTool(m_program, *this, caption);
+    RunExportTool(caption, viewer);
 }

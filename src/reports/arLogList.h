@@ -3,7 +3,6 @@
 #include "core/ShellSort.h"
 #include "reports/engine/Report.h"
 #include "store/Record.h"
-#include "ui/common/Program.h"
 
 #include <QPageLayout>
 
@@ -18,21 +17,20 @@
 class arLogList : public Report
 {
 public:
-    /// `columns` are field definitions in the order of the report, `grid` its rows. The grid and what
-    /// `program` and `columns` refer to must outlive the report.
-    arLogList(const Program& program, RecordList columns, const ReportTable& grid);
+    /// Prints on `page`, turned to landscape while it runs. `columns` are field definitions in the order of
+    /// the report, `grid` its rows. The grid and what `columns` refer to must outlive the report.
+    arLogList(const QPageLayout& page, RecordList columns, const ReportTable& grid);
 
     void ReportStart() override;
     void DataInitialize() override;
     void FetchData(bool& endOfData) override;
     void Detail_BeforePrint() override;
     void ReportEnd() override;
-    void ToolbarClick(const QString& caption) override;
+    void ToolbarClick(const QString& caption, ReportViewer& viewer) override;
 
 private:
     void LayOutColumns(int printableWidth);
 
-    const Program& m_program;
     RecordList m_columns;
     const ReportTable& m_grid;
     std::size_t m_row = 0;

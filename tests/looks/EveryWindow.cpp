@@ -1,7 +1,5 @@
 #include "EveryWindow.h"
 
-#include "reports/BuilderTest.h"
-#include "reports/fCustom.h"
 #include "ui/common/SortableList.h"
 #include "ui/entry/fEntry.h"
 #include "ui/help/fHelp.h"
@@ -9,6 +7,8 @@
 #include "ui/locations/fLocs.h"
 #include "ui/main/fSplash.h"
 #include "ui/main/fTarno.h"
+#include "ui/reports/BuilderTest.h"
+#include "ui/reports/fCustom.h"
 
 #include <QHeaderView>
 #include <QTabWidget>

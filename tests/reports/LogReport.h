@@ -93,7 +93,7 @@ struct LogReport {
 
     Document Run() const
     {
-        arLogList report(program.program, columns, grid);
+        arLogList report(program.program.printers.DefaultPage(), columns, grid);
         return LayOut(report).value();
     }
 

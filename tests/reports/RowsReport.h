@@ -99,7 +99,7 @@ public:
 
     void ReportEnd() override { Happened("ReportEnd"); }
 
-    void ToolbarClick(const QString& caption) override
+    void ToolbarClick(const QString& caption, ReportViewer& /*viewer*/) override
     {
         clicked << caption;
         Happened("ToolbarClick");

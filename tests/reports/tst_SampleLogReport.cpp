@@ -1,12 +1,12 @@
 // The whole sample log as a report: what stands in the preview, the PDF and the RTF is what the file holds.
 
+#include "qt/Strings.h"
 #include "reports/LogReport.h"
 #include "reports/ReadRtf.h"
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/RtfWriter.h"
 #include "support/Platform.h"
 #include "support/TestClass.h"
-#include "ui/common/Strings.h"
 
 #include <QHash>
 #include <QProcess>
@@ -356,7 +356,7 @@ private:
             qFatal("no rows");
         }
         mMain::ShellSort(program.sql.ReportGrid(), {.column = 0, .descending = descending});
-        arLogList report(program.program, columns, program.sql.ReportGrid());
+        arLogList report(program.program.printers.DefaultPage(), columns, program.sql.ReportGrid());
         return LayOut(report).value();
     }
 

@@ -20,7 +20,7 @@ struct LocationReport {
         if (program.sql.LocationList(locations) != succeeded) {
             qFatal("no list of locations");
         }
-        arLocList report(program.program, locations);
+        arLocList report(program.program.printers.DefaultPage(), locations);
         return LayOut(report).value();
     }
 
@@ -92,7 +92,7 @@ private Q_SLOTS:
     {
         LocationReport data;
         data.program.Start();
-        const arLocList report(data.program.program, data.locations);
+        const arLocList report(data.program.program.printers.DefaultPage(), data.locations);
         QCOMPARE(report.Caption, QStringLiteral("Tarno Locations Listing"));
         QCOMPARE(Described(report.PageHeader).join(QLatin1Char('\n')),
                  QStringLiteral("Line1|line\n"
@@ -124,7 +124,7 @@ private Q_SLOTS:
     {
         LocationReport data;
         data.program.Start();
-        arLocList report(data.program.program, data.locations);
+        arLocList report(data.program.program.printers.DefaultPage(), data.locations);
         QVERIFY(!report.PageHeader.Controls[QStringLiteral("picHeader")].Picture.isNull());
     }
 
@@ -132,7 +132,7 @@ private Q_SLOTS:
     {
         LocationReport data;
         data.program.Start();
-        const arLocList report(data.program.program, data.locations);
+        const arLocList report(data.program.program.printers.DefaultPage(), data.locations);
         CheckNothingOverlaps(report.PageHeader);
         CheckNothingOverlaps(report.Detail);
     }
@@ -141,7 +141,7 @@ private Q_SLOTS:
     {
         LocationReport data;
         data.program.Start();
-        const arLocList report(data.program.program, data.locations);
+        const arLocList report(data.program.program.printers.DefaultPage(), data.locations);
         TextMeasurer measurer;
         for (const ReportSection* section : {&report.PageHeader, &report.Detail}) {
             for (const ReportControl& control : section->Controls) {
@@ -188,7 +188,7 @@ private Q_SLOTS:
         LocationReport data;
         data.program.Start();
         data.program.printers.defaultPage.setOrientation(QPageLayout::Landscape);
-        arLocList report(data.program.program, data.locations);
+        arLocList report(data.program.program.printers.DefaultPage(), data.locations);
         const Document document = LayOut(report).value();
         QVERIFY(document.paper.width() < document.paper.height());
         QCOMPARE(report.Tools.size(), std::size_t(2));
@@ -202,7 +202,7 @@ private Q_SLOTS:
     {
         LocationReport data;
         data.program.Start();
-        arLocList report(data.program.program, data.locations);
+        arLocList report(data.program.program.printers.DefaultPage(), data.locations);
         report.DataInitialize();
         QCOMPARE(report.Fields.Count(), 7);
         int position = 0;

@@ -10,7 +10,10 @@ struct IncludeWalk {
     std::vector<std::string> violations; ///< "store/cSQL.h: ui/main/fTarno.h runs upwards", in file order
 };
 
-/// Reads the includes of every source and form below `sources` and holds them against the floors:
-/// a folder includes only folders below it, each by its full path from the root of the sources; core,
-/// astro and store know no Qt, reports/engine only what is in Qt Core and Qt Gui.
+/// The folders of the source tree, from the top down.
+std::vector<std::string> Layers();
+
+/// Reads the includes of every source and form below `sources` and checks them against the layers: a folder
+/// includes only folders of lower levels, each by its full path from the root of the sources; core, astro and
+/// store include no Qt, qt and reports only what is in Qt Core and Qt Gui.
 IncludeWalk WalkIncludes(const std::filesystem::path& sources);

@@ -61,4 +61,4 @@ void Report::Detail_BeforePrint() {}
 
 void Report::ReportEnd() {}
 
-void Report::ToolbarClick(const QString& /*caption*/) {}
+void Report::ToolbarClick(const QString& /*caption*/, ReportViewer& /*viewer*/) {}

@@ -11,8 +11,6 @@
 #include <optional>
 #include <vector>
 
-struct Document;
-
 /// The data of the current row, by name and position.
 class ReportFields
 {
@@ -38,6 +36,20 @@ struct ReportTool {
     int Position = 0; ///< from 0
 };
 
+/// The window that shows a report, for the tools that the report adds to it.
+class ReportViewer
+{
+public:
+    ReportViewer() = default;
+    ReportViewer(const ReportViewer&) = delete;
+    ReportViewer& operator=(const ReportViewer&) = delete;
+    virtual ~ReportViewer() = default;
+
+    /// Both ask for a file and write the pages that are shown into it. They report errors themselves.
+    virtual void ExportRtf() = 0;
+    virtual void ExportPdf() = 0;
+};
+
 /// What is to be printed: a page header and footer, and a detail band that is printed once for each row of
 /// data. A derived report fills it by answering the events, which come in this order: ReportStart,
 /// DataInitialize, then for each row FetchData, Detail_Format, Detail_BeforePrint, and ReportEnd. Laying
@@ -57,8 +69,6 @@ public:
     ReportSection PageFooter;
     ReportFields Fields;
     std::vector<ReportTool> Tools;
-    /// The pages while the report is shown in its preview; an export takes them.
-    const Document* Pages = nullptr;
     /// The page that the printer prints on: size, orientation and margins. A4 with 1 inch margins at first.
     QPageLayout Page;
 
@@ -80,6 +90,6 @@ public:
     /// Comes even when one of the events after ReportStart has thrown. Must not throw.
     virtual void ReportEnd();
 
-    /// The user clicked the tool with that caption in the preview.
-    virtual void ToolbarClick(const QString& caption);
+    /// The user clicked the tool with that caption in `viewer`.
+    virtual void ToolbarClick(const QString& caption, ReportViewer& viewer);
 };

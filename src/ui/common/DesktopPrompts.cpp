@@ -1,7 +1,7 @@
 #include "DesktopPrompts.h"
 
-#include "Strings.h"
 #include "core/Error.h"
+#include "qt/Strings.h"
 
 #include <QDir>
 #include <QFileDialog>

@@ -1,8 +1,8 @@
 #include "EditingDialog.h"
 
 #include "LeaveGuard.h"
-#include "Strings.h"
 #include "core/ErrorLog.h"
+#include "qt/Strings.h"
 
 #include <QPushButton>
 

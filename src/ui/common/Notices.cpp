@@ -1,6 +1,6 @@
 #include "Notices.h"
 
-#include "ui/common/Strings.h"
+#include "qt/Strings.h"
 
 #include <QApplication>
 

@@ -3,9 +3,9 @@
 #include "KeyFilter.h"
 #include "LeaveGuard.h"
 #include "OptionGroup.h"
-#include "Strings.h"
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
+#include "qt/Strings.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 #include "SortableList.h"
 
 #include "core/ErrorLog.h"
-#include "ui/common/Strings.h"
+#include "qt/Strings.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>

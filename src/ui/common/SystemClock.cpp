@@ -1,6 +1,6 @@
 #include "SystemClock.h"
 
-#include "Strings.h"
+#include "qt/Strings.h"
 
 #include <QDate>
 #include <QLocale>

@@ -1,6 +1,6 @@
 #include "TextTableModel.h"
 
-#include "Icons.h"
+#include "qt/Icons.h"
 
 #include <QCollator>
 #include <QHash>

@@ -2,10 +2,10 @@
 
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
+#include "qt/Strings.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/ClickLabel.h"
 #include "ui/common/KeyFilter.h"
-#include "ui/common/Strings.h"
 #include "ui/entry/FieldRules.h"
 
 #include <QLineEdit>

@@ -4,9 +4,9 @@
 #include "astro/Forecast.h"
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
+#include "qt/Strings.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/KeyFilter.h"
-#include "ui/common/Strings.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -3,7 +3,7 @@
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/ErrorLog.h"
-#include "ui/common/Strings.h"
+#include "qt/Strings.h"
 
 #include <QDate>
 #include <QLineEdit>

@@ -2,9 +2,9 @@
 
 #include "core/ErrorLog.h"
 #include "core/Paths.h"
+#include "qt/Strings.h"
 #include "ui/common/ClickLabel.h"
 #include "ui/common/LeaveGuard.h"
-#include "ui/common/Strings.h"
 #include "ui/common/Twips.h"
 
 #include <QApplication>

@@ -3,7 +3,7 @@
 #include "PictureFile.h"
 #include "PictureSurface.h"
 #include "core/ErrorLog.h"
-#include "ui/common/Strings.h"
+#include "qt/Strings.h"
 #include "ui/common/Twips.h"
 #include "ui_PicturePanel.h"
 

@@ -5,10 +5,10 @@
 #include "PickLists.h"
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
+#include "qt/Strings.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/KeyFilter.h"
 #include "ui/common/LeaveGuard.h"
-#include "ui/common/Strings.h"
 #include "ui_fEntry.h"
 
 #include <QCheckBox>

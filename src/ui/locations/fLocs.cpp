@@ -3,11 +3,11 @@
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
 #include "dlgLocMaint.h"
+#include "qt/Strings.h"
 #include "reports/ReportDesign.h"
 #include "reports/arLocList.h"
-#include "reports/preview/fPreview.h"
 #include "store/RecordLayouts.h"
-#include "ui/common/Strings.h"
+#include "ui/reports/fPreview.h"
 #include "ui_fLocs.h"
 
 #include <QShortcut>
@@ -143,7 +143,7 @@ void fLocs::cmdPrint_Click()
         if (m_program.sql.LocationList(locations) != succeeded) {
             return;
         }
-        arLocList report(m_program, locations);
+        arLocList report(m_program.printers.DefaultPage(), locations);
         report.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(m_program.clock);
         fPreview(m_program, report, this).ShowReport();
     });

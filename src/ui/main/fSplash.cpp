@@ -1,6 +1,6 @@
 #include "fSplash.h"
 
-#include "ui/common/Icons.h"
+#include "qt/Icons.h"
 #include "ui_fSplash.h"
 
 #include <QCoreApplication>

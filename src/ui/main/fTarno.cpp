@@ -4,12 +4,12 @@
 #include "core/ErrorLog.h"
 #include "core/Paths.h"
 #include "fSplash.h"
-#include "reports/fRptLog.h"
+#include "qt/Icons.h"
+#include "qt/Strings.h"
 #include "store/RecordLayouts.h"
-#include "ui/common/Icons.h"
-#include "ui/common/Strings.h"
 #include "ui/entry/fEntry.h"
 #include "ui/locations/fLocs.h"
+#include "ui/reports/fRptLog.h"
 #include "ui_fTarno.h"
 
 #include <QAction>

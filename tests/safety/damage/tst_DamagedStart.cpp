@@ -1,11 +1,11 @@
 #include "EveryOperation.h"
-#include "reports/fRptLog.h"
 #include "safety/Form.h"
 #include "support/TestClass.h"
 #include "ui/entry/EntryTest.h"
 #include "ui/locations/dlgLocMaint.h"
 #include "ui/locations/fLocs.h"
 #include "ui/main/fTarno.h"
+#include "ui/reports/fRptLog.h"
 
 #include <QListWidget>
 

@@ -1,7 +1,7 @@
 #include "Promise.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
-#include "ui/common/Strings.h"
+#include "qt/Strings.h"
 #include "ui/entry/FieldRules.h"
 
 #include <algorithm>

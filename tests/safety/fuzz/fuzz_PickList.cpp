@@ -1,5 +1,5 @@
 #include "Promise.h"
-#include "ui/common/Strings.h"
+#include "qt/Strings.h"
 #include "ui/entry/PickLists.h"
 
 namespace

@@ -1,15 +1,15 @@
-#include "reports/fRptLog.h"
+#include "qt/Strings.h"
 #include "support/Platform.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Windows.h"
 #include "ui/common/DesktopPrompts.h"
 #include "ui/common/SortableList.h"
-#include "ui/common/Strings.h"
 #include "ui/entry/fEntry.h"
 #include "ui/locations/dlgLocMaint.h"
 #include "ui/locations/fLocs.h"
 #include "ui/main/fTarno.h"
+#include "ui/reports/fRptLog.h"
 
 #include <QAction>
 #include <QComboBox>

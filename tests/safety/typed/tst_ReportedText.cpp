@@ -1,10 +1,10 @@
 #include "Characters.h"
+#include "qt/Strings.h"
 #include "reports/LogReport.h"
 #include "reports/ReadRtf.h"
 #include "reports/engine/RtfWriter.h"
 #include "safety/Form.h"
 #include "support/TestClass.h"
-#include "ui/common/Strings.h"
 
 // What the log holds is on the log report and in the RTF file that it is saved to, character by character.
 

@@ -1,8 +1,8 @@
+#include "qt/Strings.h"
 #include "support/StdStrings.h"
 #include "support/TestClass.h"
 #include "support/Windows.h"
 #include "ui/common/LeaveGuard.h"
-#include "ui/common/Strings.h"
 
 #include <QCheckBox>
 #include <QComboBox>

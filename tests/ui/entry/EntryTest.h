@@ -1,8 +1,8 @@
 #pragma once
 
+#include "qt/Strings.h"
 #include "support/TestProgram.h"
 #include "support/Windows.h"
-#include "ui/common/Strings.h"
 #include "ui/entry/fEntry.h"
 
 #include <QAbstractButton>

@@ -1,7 +1,7 @@
 #include "core/Conversions.h"
+#include "qt/Strings.h"
 #include "support/ExpectedReports.h"
 #include "support/TestClass.h"
-#include "ui/common/Strings.h"
 #include "ui/entry/FieldRules.h"
 
 namespace

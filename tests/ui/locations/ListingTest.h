@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LocationTest.h"
-#include "ui/common/Icons.h"
+#include "qt/Icons.h"
 #include "ui/common/SortableList.h"
 #include "ui/locations/fLocs.h"
 

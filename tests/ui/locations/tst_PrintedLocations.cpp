@@ -1,12 +1,12 @@
 // "Print" in the list of locations.
 
 #include "reports/PaintedPage.h"
-#include "reports/preview/PreviewView.h"
-#include "reports/preview/fPreview.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 #include "support/Windows.h"
 #include "ui/locations/fLocs.h"
+#include "ui/reports/PreviewView.h"
+#include "ui/reports/fPreview.h"
 
 #include <QAction>
 #include <QPushButton>

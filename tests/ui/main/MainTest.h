@@ -1,9 +1,9 @@
 #pragma once
 
+#include "qt/Strings.h"
 #include "support/TestProgram.h"
 #include "support/Windows.h"
 #include "ui/common/SortableList.h"
-#include "ui/common/Strings.h"
 #include "ui/main/fTarno.h"
 
 #include <QAction>

@@ -1,6 +1,6 @@
+#include "qt/Strings.h"
 #include "support/TestClass.h"
 #include "support/Windows.h"
-#include "ui/common/Strings.h"
 #include "ui/main/fSplash.h"
 
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "MainTest.h"
+#include "qt/Icons.h"
 #include "support/TestClass.h"
-#include "ui/common/Icons.h"
 
 #include <QAbstractItemModelTester>
 #include <QLabel>

@@ -1,8 +1,8 @@
 // The columns of the report builder's "Preview": those of a saved report, and those whose field definitions
 // keep it from printing.
 
-#include "reports/LogPreviewTest.h"
 #include "support/TestClass.h"
+#include "ui/reports/LogPreviewTest.h"
 
 class tst_fRptLogPreviewColumns : public QObject
 {

@@ -1,6 +1,6 @@
+#include "qt/Strings.h"
 #include "support/StdStrings.h"
 #include "support/TestClass.h"
-#include "ui/common/Strings.h"
 
 class tst_Strings : public QObject
 {

@@ -1,7 +1,7 @@
 // The report builder's two lists of fields: moving fields between and within them, and the sort caption.
 
-#include "reports/BuilderTest.h"
 #include "support/TestClass.h"
+#include "ui/reports/BuilderTest.h"
 
 #include <utility>
 

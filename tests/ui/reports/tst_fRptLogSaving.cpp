@@ -1,7 +1,7 @@
 // Saving a report in the report builder: what is stored, and what happens when it cannot be stored.
 
-#include "reports/SavedReportTest.h"
 #include "support/TestClass.h"
+#include "ui/reports/SavedReportTest.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The frame of the report builder in which a report gets a name: opening, filling in and cancelling it.
 
-#include "reports/SavedReportTest.h"
 #include "support/TestClass.h"
+#include "ui/reports/SavedReportTest.h"
 
 class tst_fRptLogSaveFrame : public QObject
 {

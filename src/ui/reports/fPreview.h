@@ -14,7 +14,7 @@ class QSpinBox;
 class QToolBar;
 
 /// The window in which a report is looked at before it is printed or exported.
-class fPreview : public QDialog
+class fPreview : public QDialog, private ReportViewer
 {
     Q_OBJECT
 
@@ -29,7 +29,12 @@ public:
     /// laying out. What the report's events throw passes through.
     void ShowReport();
 
+    /// The pages that are shown.
+    const Document& Pages() const { return *m_document; }
+
 private:
+    void ExportRtf() override;
+    void ExportPdf() override;
     bool Prepare();
     void MakeToolBar();
     void AddReportTools();

@@ -1,15 +1,15 @@
 #include "fRptLog.h"
 
-#include "ReportDesign.h"
-#include "arLogList.h"
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
 #include "fCustom.h"
-#include "reports/preview/fPreview.h"
+#include "fPreview.h"
+#include "qt/Icons.h"
+#include "qt/Strings.h"
+#include "reports/ReportDesign.h"
+#include "reports/arLogList.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/BoxWidth.h"
-#include "ui/common/Icons.h"
-#include "ui/common/Strings.h"
 #include "ui_fRptLog.h"
 
 #include <QScopedValueRollback>
@@ -464,7 +464,7 @@ void fRptLog::CreateReport()
         if (grid.size() > 1) {
             mMain::ShellSort(grid, {.column = 0, .descending = m_ui->chkDesc->isChecked(), .mode = 0});
         }
-        arLogList report(m_program, columns, grid);
+        arLogList report(m_program.printers.DefaultPage(), columns, grid);
         report.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(m_program.clock);
         fPreview(m_program, report, this).ShowReport();
     });

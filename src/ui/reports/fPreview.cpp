@@ -1,9 +1,10 @@
 #include "fPreview.h"
 
 #include "PreviewView.h"
+#include "ReportExport.h"
+#include "WaitDialog.h"
 #include "core/ErrorLog.h"
 #include "reports/engine/PaintPage.h"
-#include "reports/preview/WaitDialog.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -46,10 +47,7 @@ fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
     connect(m_view, &PreviewView::ZoomChanged, this, &fPreview::ShowZoom);
 }
 
-fPreview::~fPreview()
-{
-    m_report.Pages = nullptr;
-}
+fPreview::~fPreview() = default;
 
 void fPreview::ShowReport()
 {
@@ -74,7 +72,6 @@ bool fPreview::Prepare()
     auto laidOut = std::make_unique<Document>(std::move(*document));
     m_view->SetDocument(laidOut.get());
     m_document = std::move(laidOut);
-    m_report.Pages = m_document.get();
     if (m_page != nullptr) {
         ShowPage();
     }
@@ -123,7 +120,7 @@ void fPreview::AddReportTools()
         action->setObjectName(tool.Caption);
         action->setShortcut(QKeySequence::mnemonic(tool.Caption));
         connect(action, &QAction::triggered, this, [this, caption = tool.Caption] {
-            Trap(module, "ToolbarClick", [&] { m_report.ToolbarClick(caption); });
+            Trap(module, "ToolbarClick", [&] { m_report.ToolbarClick(caption, *this); });
         });
         m_toolBar->insertAction(m_toolBar->actions().value(tool.Position), action);
     }
@@ -216,6 +213,16 @@ void fPreview::ChooseZoom()
     }
     ShowZoom();
     m_view->setFocus();
+}
+
+void fPreview::ExportRtf()
+{
+    mMain::RTFExport(m_program, *m_document, this);
+}
+
+void fPreview::ExportPdf()
+{
+    mMain::PDFExport(m_program, *m_document, this);
 }
 
 void fPreview::Print()

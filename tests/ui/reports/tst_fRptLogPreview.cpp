@@ -1,7 +1,7 @@
 // What the report builder's "Preview" shows: its page, its rows, their order and their locations.
 
-#include "reports/LogPreviewTest.h"
 #include "support/TestClass.h"
+#include "ui/reports/LogPreviewTest.h"
 
 #include <algorithm>
 

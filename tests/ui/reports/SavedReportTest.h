@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reports/BuilderTest.h"
+#include "ui/reports/BuilderTest.h"
 
 #include <cstddef>
 #include <string>

@@ -14,9 +14,9 @@ using Texts = std::vector<std::string>;
 struct MadeUpTree {
     MadeUpTree()
     {
-        for (const char* floor : {"app", "ui/main", "ui/locations", "ui/entry", "ui/common",
-                                  "reports/preview", "reports/engine", "store", "astro", "core"}) {
-            folder.MakeFolder(floor);
+        for (const char* layer : {"app", "ui/main", "ui/locations", "ui/entry", "ui/reports", "ui/common",
+                                  "reports", "reports/engine", "store", "astro", "core"}) {
+            folder.MakeFolder(layer);
         }
         folder.Write("core/Error.h", "#pragma once\n#include <string>\n");
         folder.Write("core/Error.cpp", "#include \"Error.h\"\n");
@@ -28,7 +28,7 @@ struct MadeUpTree {
         folder.Write("ui/main/fTarno.ui", "<widget/>\n  <header>ui/locations/fLocs.h</header>\n");
         folder.Write("reports/engine/Report.h",
                      "#include \"core/Error.h\"\n#include <QPainter>\n#include <vector>\n");
-        folder.Write("reports/preview/dlgPreview.h",
+        folder.Write("ui/reports/dlgPreview.h",
                      "#include \"reports/engine/Report.h\"\n#include <QPrinter>\n");
     }
 
@@ -39,13 +39,13 @@ struct MadeUpTree {
 
 } // namespace
 
-class tst_FloorOrder : public QObject
+class tst_LayerOrder : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
 
-    void sources_includeOnlyFloorsBelow()
+    void sources_includeOnlyLayersBelow()
     {
         const IncludeWalk walk = WalkIncludes(TARNO_SOURCES);
         for (const char* file :
@@ -73,8 +73,8 @@ private Q_SLOTS:
         row("upwards", "core/Text.h", "#include \"store/cSQL.h\"", "store/cSQL.h runs upwards");
         row("upwards among the windows", "ui/entry/Page.h", "#include \"ui/locations/fLocs.h\"",
             "ui/locations/fLocs.h runs upwards");
-        row("upwards from the engine", "reports/engine/Page.h", "#include \"reports/preview/dlgPreview.h\"",
-            "reports/preview/dlgPreview.h runs upwards");
+        row("upwards from the engine", "reports/engine/Page.h", "#include \"ui/reports/dlgPreview.h\"",
+            "ui/reports/dlgPreview.h runs upwards");
         row("upwards with blanks", "store/Record.cpp", "\t # include  \"ui/entry/fEntry.h\" // why",
             "ui/entry/fEntry.h runs upwards");
         row("upwards from a form", "ui/entry/Page.ui", "   <header>ui/locations/fLocs.h</header>",
@@ -96,6 +96,11 @@ private Q_SLOTS:
             "QWidget is not known to be in Qt Core or Qt Gui");
         row("printer in the engine", "reports/engine/Page.h", "#include <QtPrintSupport/QPrinter>",
             "QtPrintSupport/QPrinter is not known to be in Qt Core or Qt Gui");
+        row("widget in a report", "reports/arLogList.h", "#include <QDialog>",
+            "QDialog is not known to be in Qt Core or Qt Gui");
+        row("sideways", "astro/Day.h", "#include \"store/cSQL.h\"", "store/cSQL.h runs sideways");
+        row("sideways among the windows", "ui/entry/Page.h", "#include \"ui/reports/dlgPreview.h\"",
+            "ui/reports/dlgPreview.h runs sideways");
     }
 
     void badInclude_isFound()
@@ -108,16 +113,29 @@ private Q_SLOTS:
         QCOMPARE(tree.Violations(), Texts{file + ": " + fault});
     }
 
-    void fileOnNoFloor_isFound()
+    void fileInNoLayer_isFound()
     {
         const MadeUpTree tree;
         tree.folder.MakeFolder("helpers");
         tree.folder.Write("helpers/Misc.h", "");
         tree.folder.Write("main.cpp", "");
         QCOMPARE(tree.Violations(),
-                 (Texts{"helpers/Misc.h: stands on no floor", "main.cpp: stands on no floor"}));
+                 (Texts{"helpers/Misc.h: belongs to no layer", "main.cpp: belongs to no layer"}));
+    }
+
+    void topFolders_dependOneWay()
+    {
+        // every folder of a top folder comes before every folder of the next one
+        Texts topFolders;
+        for (const std::string& layer : Layers()) {
+            const std::string top = layer.substr(0, layer.find('/'));
+            if (topFolders.empty() || topFolders.back() != top) {
+                topFolders.push_back(top);
+            }
+        }
+        QCOMPARE(topFolders, (Texts{"app", "ui", "reports", "qt", "store", "astro", "core"}));
     }
 };
 
-TEST_CLASS(tst_FloorOrder)
-#include "tst_FloorOrder.moc"
+TEST_CLASS(tst_LayerOrder)
+#include "tst_LayerOrder.moc"

@@ -1,8 +1,8 @@
 // Saved reports in the report builder: choosing and deleting them, and what customising the fields does to
 // them.
 
-#include "reports/SavedReportTest.h"
 #include "support/TestClass.h"
+#include "ui/reports/SavedReportTest.h"
 
 namespace
 {

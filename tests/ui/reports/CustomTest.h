@@ -1,7 +1,7 @@
 #pragma once
 
-#include "reports/BuilderTest.h"
-#include "reports/fCustom.h"
+#include "ui/reports/BuilderTest.h"
+#include "ui/reports/fCustom.h"
 
 #include <algorithm>
 #include <cstddef>

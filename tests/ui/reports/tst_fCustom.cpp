@@ -1,8 +1,8 @@
 // The window in which the fields of the log report are customised: what it shows, and what it stores when.
 
-#include "reports/CustomTest.h"
 #include "reports/engine/ReportFonts.h"
 #include "support/TestClass.h"
+#include "ui/reports/CustomTest.h"
 
 #include <QGroupBox>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "reports/BuilderTest.h"
 #include "reports/ReadRtf.h"
 #include "store/RecordLayouts.h"
+#include "ui/reports/BuilderTest.h"
 
 #include <QAction>
 #include <QStringList>

@@ -1,11 +1,11 @@
 // Saving a report as RTF or PDF: the question, the file's name, and writing that fails.
 
+#include "qt/Strings.h"
 #include "reports/ReadRtf.h"
-#include "reports/ReportExport.h"
 #include "reports/RowsReport.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
-#include "ui/common/Strings.h"
+#include "ui/reports/ReportExport.h"
 
 namespace
 {
@@ -20,7 +20,6 @@ struct ShownReport {
         report.Detail.Height = 300;
         report.Caption = QStringLiteral("three rows");
         document = LayOut(report).value();
-        report.Pages = &document;
     }
 
     /// The user is asked for a file and names `file`, or cancels.
@@ -40,9 +39,9 @@ struct ShownReport {
     void Export(Format format)
     {
         if (format == Format::Rtf) {
-            mMain::RTFExport(program.program, report, nullptr);
+            mMain::RTFExport(program.program, document, nullptr);
         } else {
-            mMain::PDFExport(program.program, report, nullptr);
+            mMain::PDFExport(program.program, document, nullptr);
         }
     }
 
@@ -232,9 +231,9 @@ private Q_SLOTS:
         shown.program.reports.Expect("mMain", format == Format::Rtf ? "RTFExport" : "PDFExport",
                                      ErrorNumber::OutOfMemory);
         if (format == Format::Rtf) {
-            mMain::RTFExport(program, shown.report, nullptr);
+            mMain::RTFExport(program, shown.document, nullptr);
         } else {
-            mMain::PDFExport(program, shown.report, nullptr);
+            mMain::PDFExport(program, shown.document, nullptr);
         }
     }
 

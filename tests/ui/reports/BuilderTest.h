@@ -1,9 +1,9 @@
 #pragma once
 
-#include "reports/fRptLog.h"
+#include "qt/Strings.h"
 #include "support/TestProgram.h"
 #include "support/Windows.h"
-#include "ui/common/Strings.h"
+#include "ui/reports/fRptLog.h"
 
 #include <QAbstractButton>
 #include <QComboBox>

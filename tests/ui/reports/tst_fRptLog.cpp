@@ -1,8 +1,8 @@
 // The report builder's window: what it shows when it opens, its locations, how it closes, and data files that
 // it cannot use.
 
-#include "reports/BuilderTest.h"
 #include "support/TestClass.h"
+#include "ui/reports/BuilderTest.h"
 
 #include <algorithm>
 #include <map>

@@ -1,21 +1,16 @@
 #include "ReportExport.h"
 
+#include "WaitDialog.h"
 #include "core/ErrorLog.h"
 #include "core/SafeWriter.h"
+#include "qt/Strings.h"
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/RtfWriter.h"
-#include "reports/preview/WaitDialog.h"
-#include "ui/common/Strings.h"
-
-#include <QApplication>
 
 namespace
 {
 
 constexpr std::string_view module = "mMain";
-
-constexpr QLatin1String rtfTool("&RTF Export");
-constexpr QLatin1String pdfTool("&PDF Export");
 
 /// The file that the user chose, suffix included; nothing when the user cancelled.
 std::optional<QString> ChosenFile(const Program& program, const FileQuestion& question, QWidget* parent)
@@ -44,7 +39,7 @@ void WriteFile(const Program& program, const QString& file, const QByteArray& by
 
 } // namespace
 
-void mMain::RTFExport(const Program& program, const Report& report, QWidget* parent)
+void mMain::RTFExport(const Program& program, const Document& document, QWidget* parent)
 {
     Trap(module, "RTFExport", [&] {
         const auto file = ChosenFile(program,
@@ -55,12 +50,12 @@ void mMain::RTFExport(const Program& program, const Report& report, QWidget* par
                                       .suffix = QStringLiteral(".rtf")},
                                      parent);
         if (file) {
-            WriteFile(program, *file, RtfBytes(*report.Pages), parent);
+            WriteFile(program, *file, RtfBytes(document), parent);
         }
     });
 }
 
-void mMain::PDFExport(const Program& program, const Report& report, QWidget* parent)
+void mMain::PDFExport(const Program& program, const Document& document, QWidget* parent)
 {
     Trap(module, "PDFExport", [&] {
         const auto file = ChosenFile(program,
@@ -74,25 +69,10 @@ void mMain::PDFExport(const Program& program, const Report& report, QWidget* par
             return;
         }
         WaitDialog wait(program.clock, parent, QStringLiteral("Writing the report..."),
-                        static_cast<int>(report.Pages->pages.size()));
-        const QByteArray bytes = PdfBytes(*report.Pages, [&wait](int /*pages*/) { return wait.GoesOn(); });
+                        static_cast<int>(document.pages.size()));
+        const QByteArray bytes = PdfBytes(document, [&wait](int /*pages*/) { return wait.GoesOn(); });
         if (!bytes.isEmpty()) {
             WriteFile(program, *file, bytes, parent);
         }
     });
-}
-
-std::vector<ReportTool> ExportTools()
-{
-    return {{rtfTool, 3}, {pdfTool, 4}};
-}
-
-void RunExportTool(const Program& program, const Report& report, const QString& caption)
-{
-    QWidget* preview = QApplication::activeWindow();
-    if (caption == rtfTool) {
-        mMain::RTFExport(program, report, preview);
-    } else if (caption == pdfTool) {
-        mMain::PDFExport(program, report, preview);
-    }
 }

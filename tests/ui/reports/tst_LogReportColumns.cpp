@@ -1,12 +1,12 @@
 // How the log report lays its columns out from their definitions.
 
+#include "qt/Strings.h"
 #include "reports/LogReport.h"
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/RtfWriter.h"
-#include "reports/preview/fPreview.h"
 #include "support/TestClass.h"
 #include "support/Windows.h"
-#include "ui/common/Strings.h"
+#include "ui/reports/fPreview.h"
 
 #include <QAction>
 
@@ -33,7 +33,7 @@ private Q_SLOTS:
     {
         LogReport data({{.name = "StartDate", .width = "18", .grow = "0", .font = "9.5", .label = "From"},
                         {.name = "Obbos", .width = "70", .grow = "1", .font = "7", .label = "Seen"}});
-        arLogList report(data.program.program, data.columns, data.grid);
+        arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         report.ReportStart();
         report.DataInitialize();
         const auto check = [&](const char* name, const char* caption, double size, bool grows) {
@@ -276,7 +276,7 @@ private Q_SLOTS:
     void anotherPage_laysTheColumnsOutAnew()
     {
         LogReport data(Wide({120, 118, 17}));
-        arLogList report(data.program.program, data.columns, data.grid);
+        arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         const Document a4 = LayOut(report).value();
         QCOMPARE(Joined(Places(a4, 3)), QStringLiteral("0,0 120,0 238,0"));
         report.Page.setPageSize(QPageSize(QPageSize::Letter));
@@ -297,7 +297,7 @@ private Q_SLOTS:
     void pageSetup_inThePreview_laysTheColumnsOutAnew()
     {
         LogReport data(Wide({120, 118, 17}));
-        arLogList report(data.program.program, data.columns, data.grid);
+        arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         QPageLayout letter = data.program.printers.defaultPage;
         letter.setPageSize(QPageSize(QPageSize::Letter));
         data.program.printers.ExpectSetUpPage(letter);
@@ -305,10 +305,11 @@ private Q_SLOTS:
         WhileOpen(
             "fPreview", [&] { fPreview(data.program.program, report, nullptr).ShowReport(); },
             [&](QDialog& preview) {
-                places << Joined(Places(*report.Pages, 3));
+                const auto& shown = static_cast<fPreview&>(preview);
+                places << Joined(Places(shown.Pages(), 3));
                 Find<QAction>(preview, "tolPageSetup").trigger();
-                places << Joined(Places(*report.Pages, 3));
-                QVERIFY(report.Pages->paper.width() > report.Pages->paper.height());
+                places << Joined(Places(shown.Pages(), 3));
+                QVERIFY(shown.Pages().paper.width() > shown.Pages().paper.height());
                 preview.close();
             });
         QCOMPARE(places, (QStringList{QStringLiteral("0,0 120,0 238,0"), QStringLiteral("0,0 120,0 0,1")}));

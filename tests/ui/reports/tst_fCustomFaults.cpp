@@ -1,8 +1,8 @@
 // Customising the fields of the log report when a save fails, and with field files that are damaged, empty or
 // incomplete.
 
-#include "reports/CustomTest.h"
 #include "support/TestClass.h"
+#include "ui/reports/CustomTest.h"
 
 class tst_fCustomFaults : public QObject
 {

@@ -1,6 +1,6 @@
-#include "reports/preview/WaitDialog.h"
 #include "support/ScriptedClock.h"
 #include "support/TestClass.h"
+#include "ui/reports/WaitDialog.h"
 
 #include <QApplication>
 

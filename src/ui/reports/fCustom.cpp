@@ -2,10 +2,10 @@
 
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
+#include "qt/Strings.h"
 #include "reports/engine/ReportFonts.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/BoxWidth.h"
-#include "ui/common/Strings.h"
 #include "ui/common/TextHeight.h"
 #include "ui_fCustom.h"
 
