@@ -2,6 +2,7 @@
 
 #include "core/Conversions.h"
 #include "core/Paths.h"
+#include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 
 #include <array>

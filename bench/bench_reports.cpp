@@ -7,6 +7,7 @@
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/ReportFonts.h"
 #include "reports/engine/RtfWriter.h"
+#include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 
 #include <QApplication>

@@ -3,40 +3,15 @@
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/Text.h"
-#include "store/RecordLayouts.h"
+#include "store/EntryFields.h"
 #include "store/cDescs.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 #include <unordered_map>
 
 namespace
 {
-
-using Word = std::string (cDescs::*)(std::string_view) const;
-
-struct CodedField {
-    std::string_view name;
-    Word word;
-    bool ordersByCode; ///< as the first column
-};
-
-constexpr std::array codedFields{
-    CodedField{"WindDir", &cDescs::WindDirDesc, false},
-    CodedField{"WindStrength", &cDescs::WindStrengthDesc, false},
-    CodedField{"WaterClarity", &cDescs::WaterClarityDesc, false},
-    CodedField{"MoonPhase", &cDescs::MoonPhaseDesc, false},
-    CodedField{"AirPressure", &cDescs::AirPressureDesc, false},
-    CodedField{"TideStart", &cDescs::TideStartDesc, true},
-    CodedField{"TideEnd", &cDescs::TideEndDesc, true},
-    CodedField{"Prediction", &cDescs::PredictionDesc, true},
-    CodedField{"FishAction", &cDescs::FishActionDesc, true},
-    CodedField{"Weather", &cDescs::WeatherDesc, true},
-};
-
-constexpr std::array<std::string_view, 5> fieldsOfLines{"TargetSpecies", "BaitUsed", "Method", "FishCaught",
-                                                        "Obbos"};
 
 /// The names of the locations, each looked up once.
 class LocationNames
@@ -58,42 +33,40 @@ private:
     std::unordered_map<std::string, std::string> m_names;
 };
 
-/// A column of the table: where its values are, and how they are shown.
+/// A column of the table: where its values are, and how they are shown. The two may belong to different
+/// fields in a saved report that was edited by hand.
 class Column
 {
 public:
-    Column(std::string_view name, const std::string& key, bool first)
-        : m_position(ToInt32(key)),
-          m_isLocation(name == "LocNo"),
-          m_hasLines(std::find(fieldsOfLines.begin(), fieldsOfLines.end(), name) != fieldsOfLines.end())
+    Column(std::string_view name, const std::string& key, bool isFirst)
+        : m_position(ToInt32(key)), m_shownAs(FindEntryField(name)), m_isFirst(isFirst)
     {
-        const auto coded = std::find_if(codedFields.begin(), codedFields.end(),
-                                        [&](const CodedField& field) { return field.name == name; });
-        if (coded != codedFields.end()) {
-            m_word = coded->word;
-            m_showsCode = first && coded->ordersByCode;
-        }
     }
 
     std::string Cell(const RecordView& entry, LocationNames& locations) const
     {
         std::string value = entry.Text(static_cast<std::size_t>(m_position));
-        if (m_isLocation) {
+        switch (m_shownAs == nullptr ? FieldKind::Text : m_shownAs->kind) {
+        case FieldKind::Place:
             return locations.Of(value);
+        case FieldKind::Code: {
+            const std::string word = CodeWord(m_shownAs->position, value);
+            const bool showsCode = m_isFirst && m_shownAs->inFirstColumn == FirstColumn::ShowsCodeAndWord;
+            return showsCode ? value + "-" + word : word;
         }
-        if (m_word != nullptr) {
-            const std::string word = (cDescs().*m_word)(value);
-            return m_showsCode ? value + "-" + word : word;
+        case FieldKind::MoonPhase:
+            return cDescs().MoonPhaseDesc(value);
+        case FieldKind::Lines:
+            return mMain::DecodeLineBreaks(value);
+        default:
+            return value;
         }
-        return m_hasLines ? mMain::DecodeLineBreaks(value) : value;
     }
 
 private:
     std::int32_t m_position; // a negative one is beyond every record's end
-    bool m_isLocation;
-    bool m_hasLines;
-    Word m_word = nullptr;
-    bool m_showsCode = false;
+    const FieldInfo* m_shownAs;
+    bool m_isFirst;
 };
 
 std::vector<Column> ColumnsOf(const LogGridQuery& query)

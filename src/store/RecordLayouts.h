@@ -2,52 +2,9 @@
 
 #include <cstddef>
 
-// The positions of the values in the four kinds of record. The order of a record's children is part of
-// the file format; their names are not looked at.
-
-namespace EntryField
-{
-enum Position : std::size_t {
-    TarnoNo,
-    StartDate,
-    EndDate,
-    StartTime,
-    EndTime,
-    LocNo,
-    TideStart,
-    TideEnd,
-    HighTide,
-    HighTideHt,
-    LowTide,
-    LowTideHt,
-    SunRise,
-    SunSet,
-    MoonRise,
-    MoonSet,
-    MoonPhase,
-    Prediction,
-    AirTemp,
-    WaterTemp,
-    WindDir,
-    WindStrength,
-    Weather,
-    WaterClarity,
-    TargetSpecies,
-    BaitUsed,
-    Method,
-    FishAction,
-    FishCaught,
-    AirPressure,
-    PressureReading,
-    Obbos,
-    Major1,
-    Major2,
-    Minor1,
-    Minor2,
-    Picture,
-    Count
-};
-} // namespace EntryField
+// The positions of the values in the records of locations, columns of the log report and saved reports; those
+// of an entry are in EntryFields.h. The order of a record's children is part of the file format; their names
+// are not looked at.
 
 namespace LocationField
 {

@@ -3,8 +3,9 @@
 #include <string>
 #include <string_view>
 
-/// The words for the condition codes of an entry. A code is the zero-based index of the chosen option as
-/// decimal text; every other text, " 1" and "01" included, reads "Not Set".
+/// The words for the condition codes of an entry, which are in the catalogue of fields. A code is the
+/// zero-based index of the chosen option as decimal text; every other text, " 1" and "01" included, reads
+/// "Not Set".
 class cDescs
 {
 public:

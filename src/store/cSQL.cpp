@@ -3,6 +3,7 @@
 #include "core/Error.h"
 #include "core/ErrorLog.h"
 #include "core/Text.h"
+#include "store/EntryFields.h"
 #include "store/LogGrid.h"
 #include "store/RecordLayouts.h"
 

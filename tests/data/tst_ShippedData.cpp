@@ -2,6 +2,7 @@
 #include "core/Conversions.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 #include "store/cSQL.h"
 #include "support/ExpectedReports.h"

@@ -1,4 +1,5 @@
 #include "RecordFamily.h"
+#include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 #include "support/StdStrings.h"
 #include "support/TestClass.h"

@@ -1,5 +1,6 @@
 #include "RecordFamily.h"
 #include "core/Conversions.h"
+#include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 #include "support/TestClass.h"
 #include "support/TestStore.h"

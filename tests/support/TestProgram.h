@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/SettingsFile.h"
+#include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 #include "support/ExpectedReports.h"
 #include "support/ScriptedClock.h"

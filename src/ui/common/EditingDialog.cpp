@@ -1,20 +1,26 @@
 #include "EditingDialog.h"
 
 #include "LeaveGuard.h"
+#include "RecordBinder.h"
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
 
 #include <QPushButton>
 
-EditingDialog::EditingDialog(const Program& program, QWidget* parent)
-    : QDialog(parent), m_program(program), m_guard(new LeaveGuard(this))
+EditingDialog::EditingDialog(const Program& program, UpdateOperation update, QWidget* parent)
+    : QDialog(parent),
+      m_program(program),
+      m_update(update),
+      m_guard(new LeaveGuard(this)),
+      m_binder(new RecordBinder(this, m_record, *m_guard))
 {
+    connect(m_binder, &RecordBinder::WrittenBack, this, &EditingDialog::EnableSave);
 }
 
 void EditingDialog::Prepare(QPushButton* save, QPushButton* close)
 {
     m_save = save;
-    m_guard->AddWakened(save);
+    m_guard->SetSaveButton(save);
     connect(save, &QPushButton::clicked, this, [this] {
         Trap(ToUtf8(objectName()), "cmdOK_Click", [this] {
             if (m_guard->Leave()) {
@@ -33,7 +39,8 @@ void EditingDialog::EnableSave()
 void EditingDialog::SaveData()
 {
     Trap(ToUtf8(objectName()), "SaveData", [this] {
-        if (TakeTyped() && m_record.IsChanged() && Update(m_record.Record()) == succeeded) {
+        if (m_binder->WriteBack() && m_record.IsChanged() &&
+            (m_program.sql.*m_update)(m_record.Copy()) == succeeded) {
             m_record.SetChanged(false);
             m_save->setEnabled(false);
         }
@@ -45,7 +52,7 @@ void EditingDialog::reject()
     bool mayClose = m_guard->Leave();
     if (mayClose) {
         Trap(ToUtf8(objectName()), "cmdCancel_Click", [&] {
-            mayClose = TakeTyped();
+            mayClose = m_binder->WriteBack();
             if (mayClose) {
                 AskAboutChanges();
             }

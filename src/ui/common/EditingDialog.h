@@ -8,9 +8,11 @@
 
 class LeaveGuard;
 class QPushButton;
+class RecordBinder;
 
-/// What the windows that edit one record have in common: a private copy of the record, a guard over its
-/// boxes, "Save" enabled as the changed flag says, and the question about changes on closing.
+/// What the windows that edit one record have in common: a private copy of the record, what binds it to the
+/// controls, a guard over the boxes, "Save" enabled as the changed flag says, and the question about changes
+/// on closing.
 class EditingDialog : public QDialog
 {
     Q_OBJECT
@@ -20,33 +22,33 @@ public:
     void reject() override;
 
 protected:
-    /// What `program` refers to must outlive the window.
-    EditingDialog(const Program& program, QWidget* parent);
+    using UpdateOperation = Status (cSQL::*)(Record&);
 
-    /// To be called when the window has its controls and its name.
+    /// `update` saves the record. What `program` refers to must outlive the window.
+    EditingDialog(const Program& program, UpdateOperation update, QWidget* parent);
+
+    /// To be called when the window has its controls.
     void Prepare(QPushButton* save, QPushButton* close);
 
     const Program& CurrentProgram() const { return m_program; }
 
     EditedRecord& Edited() { return m_record; }
 
+    RecordBinder& Binder() { return *m_binder; }
+
     LeaveGuard& Guard() { return *m_guard; }
 
     /// Enables "Save" as the changed flag says.
     void EnableSave();
-
-    /// Hands the record over to the data access.
-    virtual Status Update(Record& record) = 0;
-    /// Takes over into the record what stands in the controls and has not been left yet. Returns false when a
-    /// control holds what it refuses; nothing is saved or closed then.
-    virtual bool TakeTyped() = 0;
 
 private:
     void SaveData();
     void AskAboutChanges();
 
     const Program& m_program;
+    UpdateOperation m_update;
     EditedRecord m_record;
     LeaveGuard* m_guard;
+    RecordBinder* m_binder;
     QPushButton* m_save = nullptr;
 };

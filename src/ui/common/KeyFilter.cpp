@@ -1,7 +1,7 @@
 #include "KeyFilter.h"
 
 #include <QLineEdit>
-#include <QScopedValueRollback>
+#include <QSignalBlocker>
 
 #include <algorithm>
 #include <utility>
@@ -13,13 +13,16 @@ KeyFilter::KeyFilter(QLineEdit* box, QString besidesDigits)
     connect(box, &QLineEdit::textChanged, this, [this](const QString& text) { m_before = text; });
 }
 
-void KeyFilter::Show(QLineEdit* box, const QString& text)
+void KeyFilter::SetText(QLineEdit* box, const QString& text)
 {
-    const QScopedValueRollback showing(m_showing, true);
-    const QValidator* filter = box->validator();
+    const QSignalBlocker blocker(box);
+    const QValidator* validator = box->validator();
     box->setValidator(nullptr);
     box->setText(text);
-    box->setValidator(filter);
+    box->setValidator(validator);
+    if (auto* filter = box->findChild<KeyFilter*>(); filter != nullptr) {
+        filter->m_before = box->text();
+    }
 }
 
 bool KeyFilter::Passes(QChar character) const
@@ -30,7 +33,7 @@ bool KeyFilter::Passes(QChar character) const
 
 QValidator::State KeyFilter::validate(QString& input, int& position) const
 {
-    // what was put in stands between the text that is still there in front and behind
+    // what was put in is between the unchanged text in front of it and behind it
     qsizetype front = 0;
     const qsizetype shorter = std::min(input.size(), m_before.size());
     while (front < shorter && input[front] == m_before[front]) {

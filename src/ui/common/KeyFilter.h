@@ -5,9 +5,8 @@
 
 class QLineEdit;
 
-/// Lets only digits and some further characters be put into a box, by whatever way: what else is typed,
-/// pasted, dropped or composed is left out. What the program shows there, and what the user takes away
-/// from it, passes as it is.
+/// Lets the user put only digits and some further characters into a box: every other character that is typed,
+/// pasted, dropped or composed is left out. Texts that the program sets, and deletions, are not filtered.
 class KeyFilter : public QValidator
 {
     Q_OBJECT
@@ -18,16 +17,12 @@ public:
 
     State validate(QString& input, int& position) const override;
 
-    /// Puts `text` into `box` past its filter, if it has one.
-    static void Show(QLineEdit* box, const QString& text);
-
-    /// Whether a box is changing because of Show, not by the user's hand.
-    static bool IsShowing() { return m_showing; }
+    /// Puts `text` into `box`, unfiltered and without its signals: they are for changes by the user.
+    static void SetText(QLineEdit* box, const QString& text);
 
 private:
     bool Passes(QChar character) const;
 
     QString m_besidesDigits;
-    static inline bool m_showing = false;
     QString m_before; ///< the box's text before what is being put in
 };

@@ -55,9 +55,9 @@ void LeaveGuard::Add(QWidget* box, Check check)
     m_checks[box] = std::move(check);
 }
 
-void LeaveGuard::AddWakened(QAbstractButton* button)
+void LeaveGuard::SetSaveButton(QAbstractButton* button)
 {
-    m_wakened = button;
+    m_save = button;
 }
 
 bool LeaveGuard::Leave()
@@ -97,7 +97,7 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
                RefusesWheel(static_cast<QWheelEvent*>(event)->position().toPoint());
     case QEvent::ShortcutOverride:
         // before the shortcuts are looked up: the check may enable the button
-        if (IsOwn(receiver) && IsWakening(*static_cast<QKeyEvent*>(event))) {
+        if (IsOwn(receiver) && IsMnemonicOfDisabledSave(*static_cast<QKeyEvent*>(event))) {
             Leave();
         }
         return false;
@@ -137,15 +137,15 @@ bool LeaveGuard::RefusesWheel(const QPoint& position)
     return list != nullptr && !list->hasFocus();
 }
 
-bool LeaveGuard::IsWakening(const QKeyEvent& key) const
+bool LeaveGuard::IsMnemonicOfDisabledSave(const QKeyEvent& key) const
 {
-    return m_wakened != nullptr && !m_wakened->isEnabled() && IsMnemonic(*m_wakened, key);
+    return m_save != nullptr && !m_save->isEnabled() && IsMnemonic(*m_save, key);
 }
 
 bool LeaveGuard::RefusesKey(const QKeyEvent& key)
 {
     // a mnemonic that found its button disabled, even now, is no letter for the box
-    if (IsWakening(key)) {
+    if (IsMnemonicOfDisabledSave(key)) {
         return true;
     }
     switch (key.key()) {

@@ -26,9 +26,9 @@ public:
 
     void Add(QWidget* box, Check check);
 
-    /// A button that may be disabled until the box with the focus is taken over: its click or mnemonic
-    /// first runs the check and counts if that enabled it.
-    void AddWakened(QAbstractButton* button);
+    /// The button "Save", which may be disabled until the text of the box with the focus is written back: its
+    /// click or mnemonic first runs the check, and counts if that enabled the button.
+    void SetSaveButton(QAbstractButton* button);
 
     /// Runs the check of the box that has the focus, if any; returns whether it may be left.
     bool Leave();
@@ -39,11 +39,11 @@ private:
     bool RefusesPress(const QPoint& position);
     bool RefusesWheel(const QPoint& position);
     bool RefusesKey(const QKeyEvent& key);
-    bool IsWakening(const QKeyEvent& key) const;
+    bool IsMnemonicOfDisabledSave(const QKeyEvent& key) const;
     QWidget* FocusedBox() const;
     bool IsOwn(const QObject* widget) const;
 
     QWidget* m_window;
     std::map<QWidget*, Check> m_checks;
-    QAbstractButton* m_wakened = nullptr;
+    QAbstractButton* m_save = nullptr;
 };

@@ -31,7 +31,7 @@ void ShowRefused(QWidget* box, bool refused)
 
 void Show(QLineEdit* box, std::string_view stored)
 {
-    KeyFilter::Show(box, FromUtf8(stored));
+    KeyFilter::SetText(box, FromUtf8(stored));
     ShowRefused(box, false);
 }
 
@@ -56,12 +56,13 @@ std::optional<int> CodeOf(std::string_view stored)
 } // namespace
 
 RecordBinder::RecordBinder(QWidget* window, EditedRecord& record, LeaveGuard& guard)
-    : QObject(window),
-      m_window(window),
-      m_record(record),
-      m_guard(guard),
-      m_module(ToUtf8(window->objectName()))
+    : QObject(window), m_window(window), m_record(record), m_guard(guard)
 {
+}
+
+std::string RecordBinder::Module() const
+{
+    return ToUtf8(m_window->objectName());
 }
 
 std::string RecordBinder::Routine(const QObject* control, const char* event) const
@@ -69,39 +70,37 @@ std::string RecordBinder::Routine(const QObject* control, const char* event) con
     return ToUtf8(control->objectName()) + event;
 }
 
-void RecordBinder::BindBox(std::size_t position, const char* box, Check check, const QString& refusal)
+void RecordBinder::BindBox(std::size_t position, QLineEdit* box, Check check, const QString& refusal)
 {
-    auto* line = m_window->findChild<QLineEdit*>(QLatin1String(box));
-    m_boxes[position] = {line, std::move(check), refusal};
-    m_guard.Add(line, [this, position] { return Validate(position); });
-    // assistive tools write into a box without going there: nobody will leave it
-    connect(line, &QLineEdit::textChanged, this, [this, line, position] {
-        if (!KeyFilter::IsShowing() && m_window->focusWidget() != line) {
+    m_boxes[position] = {box, std::move(check), refusal};
+    m_guard.Add(box, [this, position] { return Validate(position); });
+    // assistive tools change a box that does not have the focus and so is never left
+    connect(box, &QLineEdit::textChanged, this, [this, box, position] {
+        if (m_window->focusWidget() != box) {
             Validate(position);
         }
     });
 }
 
-void RecordBinder::BindLines(std::size_t position, const char* box)
+void RecordBinder::BindLines(std::size_t position, QPlainTextEdit* box)
 {
-    auto* lines = m_window->findChild<QPlainTextEdit*>(QLatin1String(box));
-    m_lines[position] = lines;
-    connect(lines, &QPlainTextEdit::textChanged, this, &RecordBinder::LinesEdited);
-    m_guard.Add(lines, [this, position, lines] {
-        Trap(m_module, Routine(lines, "_Validate"), [&] {
-            ValidateLines(position, lines);
+    m_lines[position] = box;
+    connect(box, &QPlainTextEdit::textChanged, this, &RecordBinder::LinesEdited);
+    m_guard.Add(box, [this, position, box] {
+        Trap(Module(), Routine(box, "_Validate"), [&] {
+            ValidateLines(position, box);
             Q_EMIT WrittenBack();
         });
         return true;
     });
 }
 
-void RecordBinder::BindOptions(std::size_t position, const char* group)
+void RecordBinder::BindOptions(std::size_t position, QWidget* page, const char* group)
 {
-    auto* options = new OptionGroup(m_window, QLatin1String(group));
+    auto* options = new OptionGroup(page, QLatin1String(group));
     m_options[position] = options;
     connect(options, &OptionGroup::Clicked, this, [this, position, group](int index) {
-        Trap(m_module, std::string(group) + "_Click", [&] {
+        Trap(Module(), std::string(group) + "_Click", [&] {
             if (CodeOf(m_record.Text(position)) != index) { // "03" is option 3 already
                 Store(position, std::to_string(index));
             }
@@ -152,7 +151,7 @@ bool RecordBinder::Validate(std::size_t position)
 {
     const LineBox& line = m_boxes.at(position);
     bool mayLeave = true;
-    Trap(m_module, Routine(line.box, "_Validate"), [&] {
+    Trap(Module(), Routine(line.box, "_Validate"), [&] {
         mayLeave = ValidateBox(position, line);
         if (mayLeave) {
             Q_EMIT WrittenBack();
@@ -177,15 +176,13 @@ bool RecordBinder::ValidateBox(std::size_t position, const LineBox& line)
         QToolTip::hideText();
     }
     if (ToUtf8(line.box->text()) != text) {
-        KeyFilter::Show(line.box, FromUtf8(text));
+        KeyFilter::SetText(line.box, FromUtf8(text));
     }
     ShowRefused(line.box, false);
-    Accepted(position);
+    Q_EMIT Accepted(position);
     Store(position, ToUtf8(line.box->text()));
     return true;
 }
-
-void RecordBinder::Accepted(std::size_t /*position*/) {}
 
 bool RecordBinder::WriteBack()
 {
@@ -201,7 +198,7 @@ bool RecordBinder::WriteBack()
     return true;
 }
 
-/// Gives `box` the focus, on whichever page it stands.
+/// Gives `box` the focus, on whichever page it is.
 void RecordBinder::GoTo(QWidget* box)
 {
     for (auto* pages : m_window->findChildren<QTabWidget*>()) {

@@ -28,20 +28,20 @@ public:
     /// Brings a typed text into the stored form; returns false, the text unchanged, when it is refused.
     using Check = std::function<bool(std::string& text)>;
 
-    /// Binds controls of `window`, which owns the binder, found by their names. Errors in their handlers are
-    /// reported as the window's, by its name.
+    /// Binds controls of `window`, which owns the binder. Errors in their handlers are reported under the
+    /// name of the window.
     RecordBinder(QWidget* window, EditedRecord& record, LeaveGuard& guard);
 
-    /// Binds a box of one line; without a check any text is taken. A box is not checked while its text
-    /// is the stored one: what was accepted or calculated once holds nobody. `refusal` is said at the box,
-    /// and to assistive tools as its description, while its text is refused.
-    void BindBox(std::size_t position, const char* box, Check check = nullptr, const QString& refusal = {});
+    /// Binds a box of one line; without a check any text is accepted. A box whose text is the stored one is
+    /// not checked, so that stored and calculated values can always be left. While a text is refused,
+    /// `refusal` is shown at the box and is its description for assistive tools.
+    void BindBox(std::size_t position, QLineEdit* box, Check check = nullptr, const QString& refusal = {});
     /// Binds a box of several lines, whose line breaks are stored encoded.
-    void BindLines(std::size_t position, const char* box);
-    /// Binds the option buttons `group`_0, `group`_1, ...; the chosen one's index is stored.
-    void BindOptions(std::size_t position, const char* group);
+    void BindLines(std::size_t position, QPlainTextEdit* box);
+    /// Binds the option buttons `group`_0, `group`_1, ... on `page`; the index of the chosen one is stored.
+    void BindOptions(std::size_t position, QWidget* page, const char* group);
 
-    /// Shows the record in every control. A code that is none of its group leaves the group unset.
+    /// Shows the record in every control. A code outside its group leaves the group unset.
     void ShowRecord();
     /// Empties every control; the record stays as it is.
     void ShowNothing();
@@ -54,7 +54,8 @@ public:
     /// The box of one line at `position`.
     QLineEdit* Box(std::size_t position) const { return m_boxes.at(position).box; }
 
-    /// Takes the text of the box at `position` over as if the user left it; returns whether it was accepted.
+    /// Checks and stores the text of the box at `position` as if the user left it; returns whether it was
+    /// accepted.
     bool Validate(std::size_t position);
     /// Writes every box of several lines back that differs from the record. Returns false, and shows the box,
     /// when one of a single line still holds a text that was refused.
@@ -63,14 +64,12 @@ public:
 Q_SIGNALS:
     /// A control's value was compared with the record, which may have changed.
     void WrittenBack();
+    /// The text of the box at `position` has been accepted and shown, and is not stored yet.
+    void Accepted(std::size_t position);
     /// The user changed the value at `position`.
     void ValueChanged(std::size_t position);
     /// The text of a box of several lines changed, before it reaches the record.
     void LinesEdited();
-
-protected:
-    /// Called when the text of the box at `position` has been accepted and shown, before it is stored.
-    virtual void Accepted(std::size_t position);
 
 private:
     struct LineBox {
@@ -79,6 +78,7 @@ private:
         QString refusal;
     };
 
+    std::string Module() const;
     std::string Routine(const QObject* control, const char* event) const;
     bool ValidateBox(std::size_t position, const LineBox& line);
     void ValidateLines(std::size_t position, const QPlainTextEdit* lines);
@@ -88,7 +88,6 @@ private:
     QWidget* m_window;
     EditedRecord& m_record;
     LeaveGuard& m_guard;
-    std::string m_module;
     std::map<std::size_t, LineBox> m_boxes;
     std::set<std::size_t> m_refused; ///< the boxes whose text was refused last
     std::map<std::size_t, QPlainTextEdit*> m_lines;

@@ -1,15 +1,20 @@
 #pragma once
 
+#include "ui/common/Program.h"
+
 #include <QWidget>
 
 #include <memory>
+
+class LeaveGuard;
+class RecordBinder;
 
 namespace Ui
 {
 class EntryCommentsPage;
 }
 
-/// The page "Comments" of the entry editor: its layout, nothing more.
+/// The page "Comments" of the entry editor: species, bait and methods, with their pick lists.
 class EntryCommentsPage : public QWidget
 {
     Q_OBJECT
@@ -19,6 +24,9 @@ public:
     EntryCommentsPage(const EntryCommentsPage&) = delete;
     EntryCommentsPage& operator=(const EntryCommentsPage&) = delete;
     ~EntryCommentsPage() override;
+
+    /// To be called once: binds the controls. The references must outlive the page.
+    void Attach(const Program& program, RecordBinder& binder, LeaveGuard& guard);
 
 private:
     std::unique_ptr<Ui::EntryCommentsPage> m_ui;

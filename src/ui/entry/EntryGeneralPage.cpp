@@ -1,17 +1,220 @@
 #include "EntryGeneralPage.h"
 
-#include "ui/common/BoxWidth.h"
+#include "EntryBindings.h"
+#include "EntryCalculator.h"
+#include "EntryModule.h"
+#include "FieldRules.h"
+#include "MoonPhaseEditor.h"
+#include "core/Conversions.h"
+#include "core/ErrorLog.h"
+#include "qt/Strings.h"
+#include "store/RecordLayouts.h"
+#include "ui/common/ClickLabel.h"
+#include "ui/common/KeyFilter.h"
+#include "ui/common/LeaveGuard.h"
 #include "ui_EntryGeneralPage.h"
+
+#include <QShortcut>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
 
 EntryGeneralPage::EntryGeneralPage(QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::EntryGeneralPage>())
 {
     m_ui->setupUi(this);
-    FitBoxes({m_ui->txtStart, m_ui->txtEnd}, QStringLiteral("2008-08-08"));
-    FitBoxes({m_ui->txtTStart, m_ui->txtTEnd, m_ui->txtTideLow, m_ui->txtTideHigh, m_ui->txtSunRise,
-              m_ui->txtSunSet, m_ui->txtMoonRise, m_ui->txtMoonSet, m_ui->txtMoon, m_ui->txtMajor1,
-              m_ui->txtMajor2, m_ui->txtMinor1, m_ui->txtMinor2},
-             QStringLiteral("never"));
+    setFocusProxy(m_ui->txtStart);
 }
 
 EntryGeneralPage::~EntryGeneralPage() = default;
+
+void EntryGeneralPage::Attach(const Program& program, EditedRecord& record, RecordBinder& binder,
+                              LeaveGuard& guard)
+{
+    m_program = &program;
+    m_record = &record;
+    m_binder = &binder;
+    m_moonPhase = std::make_unique<MoonPhaseEditor>(m_ui->txtMoon, m_ui->chkMoon, record);
+    m_calculator = std::make_unique<EntryCalculator>(program, binder, *m_moonPhase, window());
+    BindControls();
+    guard.Add(m_ui->cboLocation, [this] { return cboLocation_Validate(); });
+    connect(m_moonPhase.get(), &MoonPhaseEditor::Changed, this, &EntryGeneralPage::WrittenBack);
+    connect(m_binder, &RecordBinder::Accepted, this, [this](std::size_t field) {
+        if (field == EntryField::StartDate || field == EntryField::EndDate) {
+            OrderDates();
+        }
+    });
+    connect(m_binder, &RecordBinder::ValueChanged, this, [this](std::size_t field) {
+        if (field == EntryField::StartDate) {
+            StartDateChanged();
+        }
+    });
+}
+
+void EntryGeneralPage::BindControls()
+{
+    BindEntryBoxes(*m_binder, {{EntryField::StartDate, m_ui->txtStart},
+                               {EntryField::EndDate, m_ui->txtEnd},
+                               {EntryField::StartTime, m_ui->txtTStart},
+                               {EntryField::EndTime, m_ui->txtTEnd},
+                               {EntryField::HighTide, m_ui->txtTideHigh},
+                               {EntryField::HighTideHt, m_ui->txtTideHighHt},
+                               {EntryField::LowTide, m_ui->txtTideLow},
+                               {EntryField::LowTideHt, m_ui->txtTideLowHt},
+                               {EntryField::SunRise, m_ui->txtSunRise},
+                               {EntryField::SunSet, m_ui->txtSunSet},
+                               {EntryField::MoonRise, m_ui->txtMoonRise},
+                               {EntryField::MoonSet, m_ui->txtMoonSet},
+                               {EntryField::Major1, m_ui->txtMajor1},
+                               {EntryField::Major2, m_ui->txtMajor2},
+                               {EntryField::Minor1, m_ui->txtMinor1},
+                               {EntryField::Minor2, m_ui->txtMinor2}});
+    BindEntryOptions(*m_binder, this,
+                     {{EntryField::TideStart, "optTideSt"},
+                      {EntryField::TideEnd, "optTideEnd"},
+                      {EntryField::Prediction, "optPrediction"},
+                      {EntryField::FishAction, "optAction"}});
+    BindStep(m_ui->lblStPlus, EntryField::StartDate, 1);
+    BindStep(m_ui->lblStMinus, EntryField::StartDate, -1);
+    BindStep(m_ui->lblEndPlus, EntryField::EndDate, 1);
+    BindStep(m_ui->lblEndMinus, EntryField::EndDate, -1);
+}
+
+void EntryGeneralPage::BindStep(ClickLabel* label, std::size_t field, int days)
+{
+    const auto step = [this, label, field, days] {
+        Trap(entryModule, ToUtf8(label->objectName()) + "_Click", [&] { StepDate(field, days); });
+    };
+    connect(label, &ClickLabel::Clicked, this, step);
+    // the label takes no focus; in the box the arrow keys do the same
+    auto* shortcut = new QShortcut(QKeySequence(days > 0 ? Qt::Key_Up : Qt::Key_Down), m_binder->Box(field));
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, step);
+}
+
+void EntryGeneralPage::StepDate(std::size_t field, int days)
+{
+    QLineEdit* box = m_binder->Box(field);
+    const auto date = UserDate(box->text());
+    if (!date) {
+        throw Error(ErrorNumber::TypeMismatch);
+    }
+    const std::chrono::year_month_day stepped = std::chrono::sys_days(*date) + std::chrono::days(days);
+    if (stepped.year() < std::chrono::year(1) || stepped.year() > std::chrono::year(9999)) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    KeyFilter::SetText(box, FromUtf8(FromDate(stepped)));
+    m_binder->Validate(field);
+}
+
+/// Moves the end date to a later start date. Only in the box: the record gets the end date when that box is
+/// left.
+void EntryGeneralPage::OrderDates()
+{
+    const auto start = UserDate(m_ui->txtStart->text());
+    const auto end = UserDate(m_ui->txtEnd->text());
+    if (start && end && *start > *end) {
+        KeyFilter::SetText(m_ui->txtEnd, m_ui->txtStart->text());
+    }
+}
+
+void EntryGeneralPage::StartDateChanged()
+{
+    m_calculator->DoTheCalcs(StartDate(), Place());
+    m_moonPhase->SignPhase();
+}
+
+std::string EntryGeneralPage::StartDate() const
+{
+    return ToUtf8(m_ui->txtStart->text());
+}
+
+/// The number of the selected location.
+std::optional<std::int32_t> EntryGeneralPage::Place() const
+{
+    const QVariant location = m_ui->cboLocation->currentData();
+    return location.isValid() ? std::optional(location.toInt()) : std::nullopt;
+}
+
+bool EntryGeneralPage::LoadLocations()
+{
+    Trap(entryModule, "LoadLocations", [this] {
+        RecordList locations;
+        if (m_program->sql.LocationList(locations) != succeeded) {
+            return;
+        }
+        m_ui->cboLocation->clear();
+        for (const RecordView& location : locations) {
+            m_ui->cboLocation->addItem(ShownInOneLine(location.Text(LocationField::LocName)),
+                                       ToInt32(location.Text(LocationField::LocNo)));
+        }
+    });
+    return m_ui->cboLocation->count() > 0;
+}
+
+void EntryGeneralPage::ShowExistingEntry()
+{
+    SelectStoredLocation();
+    constexpr std::array peaks{EntryField::Major1, EntryField::Major2, EntryField::Minor1,
+                               EntryField::Minor2};
+    if (std::any_of(peaks.begin(), peaks.end(), [this](auto peak) { return m_record->Text(peak).empty(); })) {
+        for (const auto peak : peaks) { // shown together or not at all
+            KeyFilter::SetText(m_binder->Box(peak), {});
+        }
+        m_calculator->DoRiseSet(StartDate(), Place());
+    }
+    m_moonPhase->ShowRecord();
+    if (m_record->Text(EntryField::MoonPhase).empty()) {
+        m_calculator->DoMoonPhase(StartDate());
+        m_moonPhase->PhaseChange();
+    }
+}
+
+void EntryGeneralPage::ShowNewEntry()
+{
+    m_ui->cboLocation->setCurrentIndex(0);
+    const std::string today = FromDate(m_program->clock.Today());
+    m_binder->Put(EntryField::StartDate, today);
+    m_binder->Put(EntryField::EndDate, today);
+    m_binder->Put(EntryField::StartTime, "06:00");
+    m_binder->Put(EntryField::EndTime, "12:00");
+    m_calculator->DoTheCalcs(StartDate(), Place());
+    m_moonPhase->PhaseChange();
+}
+
+/// Selects the entry's location, or none if it no longer exists.
+void EntryGeneralPage::SelectStoredLocation()
+{
+    try {
+        m_ui->cboLocation->setCurrentIndex(
+            m_ui->cboLocation->findData(ToInt32(m_record->Text(EntryField::LocNo))));
+    } catch (const Error&) {
+        m_ui->cboLocation->setCurrentIndex(-1);
+    }
+}
+
+void EntryGeneralPage::StoreLocation()
+{
+    if (const auto place = Place()) {
+        m_record->Store(EntryField::LocNo, std::to_string(*place));
+    }
+}
+
+bool EntryGeneralPage::cboLocation_Validate()
+{
+    bool mayLeave = true;
+    Trap(entryModule, "cboLocation_Validate", [&] {
+        const auto place = Place();
+        mayLeave = place.has_value();
+        if (!mayLeave) {
+            return;
+        }
+        if (m_record->Store(EntryField::LocNo, std::to_string(*place))) {
+            m_calculator->DoTheCalcs(StartDate(), place);
+            m_moonPhase->PhaseChange();
+        }
+        Q_EMIT WrittenBack();
+    });
+    return mayLeave;
+}

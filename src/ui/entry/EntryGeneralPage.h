@@ -1,15 +1,28 @@
 #pragma once
 
+#include "ui/common/EditedRecord.h"
+#include "ui/common/Program.h"
+
 #include <QWidget>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
+
+class EntryCalculator;
+class LeaveGuard;
+class MoonPhaseEditor;
+class RecordBinder;
+class ClickLabel;
 
 namespace Ui
 {
 class EntryGeneralPage;
 }
 
-/// The page "General" of the entry editor: its layout, nothing more.
+/// The page "General" of the entry editor: dates and times, location, tide, action, and what is calculated
+/// from start date and location.
 class EntryGeneralPage : public QWidget
 {
     Q_OBJECT
@@ -20,6 +33,37 @@ public:
     EntryGeneralPage& operator=(const EntryGeneralPage&) = delete;
     ~EntryGeneralPage() override;
 
+    /// To be called once: binds the controls to `record`. The references must outlive the page.
+    void Attach(const Program& program, EditedRecord& record, RecordBinder& binder, LeaveGuard& guard);
+
+    /// Fills the list of locations; returns whether there is at least one.
+    bool LoadLocations();
+    /// Shows what the binder does not show, location and moon phase, and calculates what the record lacks.
+    void ShowExistingEntry();
+    /// Shows and stores the defaults of a new entry. The controls must be empty.
+    void ShowNewEntry();
+    /// Stores the selected location, if there is one.
+    void StoreLocation();
+
+Q_SIGNALS:
+    /// A value was written into the record outside the binder.
+    void WrittenBack();
+
 private:
+    void BindControls();
+    void BindStep(ClickLabel* label, std::size_t field, int days);
+    void StepDate(std::size_t field, int days);
+    void OrderDates();
+    void StartDateChanged();
+    void SelectStoredLocation();
+    bool cboLocation_Validate();
+    std::string StartDate() const;
+    std::optional<std::int32_t> Place() const;
+
     std::unique_ptr<Ui::EntryGeneralPage> m_ui;
+    const Program* m_program = nullptr;
+    EditedRecord* m_record = nullptr;
+    RecordBinder* m_binder = nullptr;
+    std::unique_ptr<MoonPhaseEditor> m_moonPhase;
+    std::unique_ptr<EntryCalculator> m_calculator;
 };

@@ -4,12 +4,14 @@
 
 #include <memory>
 
+class RecordBinder;
+
 namespace Ui
 {
 class EntryWeatherPage;
 }
 
-/// The page "Weather" of the entry editor: its layout, nothing more.
+/// The page "Weather" of the entry editor: weather, wind, water, temperatures, air pressure, observations.
 class EntryWeatherPage : public QWidget
 {
     Q_OBJECT
@@ -19,6 +21,9 @@ public:
     EntryWeatherPage(const EntryWeatherPage&) = delete;
     EntryWeatherPage& operator=(const EntryWeatherPage&) = delete;
     ~EntryWeatherPage() override;
+
+    /// To be called once: binds the controls. The binder must outlive the page.
+    void Attach(RecordBinder& binder);
 
 private:
     std::unique_ptr<Ui::EntryWeatherPage> m_ui;

@@ -1,5 +1,6 @@
 #include "FieldRules.h"
 
+#include "EntryModule.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/ErrorLog.h"
@@ -109,7 +110,7 @@ void CheckTimeFormat(std::string& text, bool& ok)
     if (ok) {
         return;
     }
-    Trap("fEntry", "CheckTimeFormat", [&] {
+    Trap(entryModule, "CheckTimeFormat", [&] {
         if (const auto time = NormalTime(text)) {
             text = *time;
             ok = true;

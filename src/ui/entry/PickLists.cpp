@@ -1,5 +1,6 @@
 #include "PickLists.h"
 
+#include "EntryModule.h"
 #include "core/ErrorLog.h"
 #include "core/Paths.h"
 #include "qt/Strings.h"
@@ -16,24 +17,14 @@
 #include <QStringDecoder>
 
 #include <algorithm>
-#include <array>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
 #endif
 
-struct PickLists::Binding {
-    const char* file;
-    const char* editLabel;
-    const char* dropDownLabel;
-    const char* box;
-    bool opensToTheLeft; ///< the right-hand frames
-};
-
 namespace
 {
 
-constexpr std::string_view module = "fEntry";
 constexpr int gapBelowLabel = FromTwips(40);
 constexpr int overlapOfFrame = FromTwips(100);
 
@@ -73,22 +64,13 @@ QStringList PickListLines(const QByteArray& bytes)
     return text.replace(QLatin1String("\r\n"), QLatin1String("\n")).split(QLatin1Char('\n'));
 }
 
-PickLists::PickLists(QWidget* page, const Program& program, LeaveGuard& guard)
-    : QObject(page),
-      m_page(page),
+PickLists::PickLists(QListWidget* list, const Program& program, LeaveGuard& guard)
+    : QObject(list->parentWidget()),
+      m_page(list->parentWidget()),
       m_program(program),
       m_guard(guard),
-      m_list(page->findChild<QListWidget*>(QStringLiteral("lstList")))
+      m_list(list)
 {
-    static constexpr std::array bindings{
-        Binding{"Species.txt", "lblEditTargets", "lblDDTarget", "txtTarget", false},
-        Binding{"Species.txt", "lblEditCaught", "lblDDCaught", "txtCaught", true},
-        Binding{"Bait.txt", "lblEditBait", "lblDDBait", "txtBait", false},
-        Binding{"Methods.txt", "lblEditMethods", "lblDDMethods", "txtMethods", true},
-    };
-    for (const Binding& binding : bindings) {
-        Bind(binding);
-    }
     m_list->setUniformItemSizes(true);
     m_list->hide();
     m_list->installEventFilter(this);
@@ -98,42 +80,40 @@ PickLists::PickLists(QWidget* page, const Program& program, LeaveGuard& guard)
     });
 }
 
-void PickLists::Bind(const Binding& binding)
+void PickLists::Add(const PickList& pickList)
 {
-    auto* editLabel = m_page->findChild<ClickLabel*>(QLatin1String(binding.editLabel));
-    auto* dropDownLabel = m_page->findChild<ClickLabel*>(QLatin1String(binding.dropDownLabel));
-    for (ClickLabel* label : {editLabel, dropDownLabel}) {
+    for (ClickLabel* label : {pickList.editLabel, pickList.dropDownLabel}) {
         QFont font = label->font();
         font.setFamily(QStringLiteral("MS Sans Serif"));
         font.setBold(true);
         label->setFont(font);
     }
-    connect(editLabel, &ClickLabel::Clicked, this, [this, &binding] {
-        Trap(module, std::string(binding.editLabel) + "_Click",
-             [&] { m_program.programs.EditText(FromUtf8(m_program.folder.Existing(binding.file))); });
+    const auto clicked = [](const ClickLabel* label) { return ToUtf8(label->objectName()) + "_Click"; };
+    connect(pickList.editLabel, &ClickLabel::Clicked, this, [this, pickList, clicked] {
+        Trap(entryModule, clicked(pickList.editLabel),
+             [&] { m_program.programs.EditText(FromUtf8(m_program.folder.Existing(pickList.file))); });
     });
-    const auto open = [this, &binding] {
-        Trap(module, std::string(binding.dropDownLabel) + "_Click", [&] { Open(binding); });
+    const auto open = [this, pickList, clicked] {
+        Trap(entryModule, clicked(pickList.dropDownLabel), [&] { Open(pickList); });
     };
-    connect(dropDownLabel, &ClickLabel::Clicked, this, open);
+    connect(pickList.dropDownLabel, &ClickLabel::Clicked, this, open);
     // the label takes no focus; from the keyboard the list opens as a drop-down list does
-    auto* box = m_page->findChild<QPlainTextEdit*>(QLatin1String(binding.box));
-    auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Down), box);
+    auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Down), pickList.box);
     shortcut->setContext(Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this, open);
 }
 
-void PickLists::Open(const Binding& binding)
+void PickLists::Open(const PickList& pickList)
 {
     Close();
     if (!m_guard.Leave()) { // the list takes the focus from the box that has it
         return;
     }
-    m_open = &binding;
-    Fill(binding);
+    m_box = pickList.box;
+    Fill(pickList);
     if (m_list->count() > 0) {
         m_list->setCurrentRow(0, QItemSelectionModel::NoUpdate);
-        Place(binding);
+        Place(pickList);
         m_list->show();
         m_list->raise();
         m_list->setFocus();
@@ -141,10 +121,10 @@ void PickLists::Open(const Binding& binding)
     }
 }
 
-void PickLists::Fill(const Binding& binding)
+void PickLists::Fill(const PickList& pickList)
 {
     m_list->clear();
-    std::string path = m_program.folder.Existing(binding.file);
+    std::string path = m_program.folder.Existing(pickList.file);
     if (!mMain::FileExist(path)) {
         return;
     }
@@ -158,36 +138,34 @@ void PickLists::Fill(const Binding& binding)
 }
 
 /// Just below the label, as high as the page allows.
-void PickLists::Place(const Binding& binding)
+void PickLists::Place(const PickList& pickList)
 {
     constexpr int widthInLetters = 36;
     constexpr int mostRows = 12;
-    const auto* label = m_page->findChild<ClickLabel*>(QLatin1String(binding.dropDownLabel));
+    const ClickLabel* label = pickList.dropDownLabel;
     const QWidget* frame = label->parentWidget();
     const int width = widthInLetters * m_list->fontMetrics().averageCharWidth();
     const int top = frame->y() + label->y() + label->height() + gapBelowLabel;
-    const int left = binding.opensToTheLeft ? frame->x() - width + overlapOfFrame : label->x();
+    const int left =
+        pickList.opens == PickList::Opens::Left ? frame->x() - width + overlapOfFrame : label->x();
     const int rows = std::min(mostRows, m_list->count());
     const int wanted = rows * m_list->sizeHintForRow(0) + 2 * m_list->frameWidth();
     m_list->setGeometry(left, top, width, std::min(wanted, m_page->height() - top - gapBelowLabel));
 }
 
-QPlainTextEdit* PickLists::OpenBox() const
-{
-    return m_page->findChild<QPlainTextEdit*>(QLatin1String(m_open->box));
-}
-
+/// Appends the selected lines to the box that the list was opened for, and hides the list. Does nothing if no
+/// list is open.
 void PickLists::Close()
 {
     if (!m_list->isHidden()) {
         qApp->removeEventFilter(this);
-        Trap(module, "lstList_LostFocus", [this] { lstList_LostFocus(); });
+        Trap(entryModule, "lstList_LostFocus", [this] { lstList_LostFocus(); });
     }
 }
 
 void PickLists::lstList_LostFocus()
 {
-    QString text = OpenBox()->toPlainText();
+    QString text = m_box->toPlainText();
     QString added;
     for (int row = 0; row < m_list->count(); ++row) {
         if (m_list->item(row)->isSelected()) {
@@ -198,7 +176,7 @@ void PickLists::lstList_LostFocus()
         }
     }
     if (!added.isEmpty()) {
-        QTextCursor end(OpenBox()->document());
+        QTextCursor end(m_box->document());
         end.movePosition(QTextCursor::End);
         end.insertText(added);
     }
@@ -206,7 +184,7 @@ void PickLists::lstList_LostFocus()
     const bool hadFocus = m_list->hasFocus();
     m_list->hide();
     if (hadFocus) {
-        OpenBox()->setFocus();
+        m_box->setFocus();
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QStringList>
 
+class ClickLabel;
 class LeaveGuard;
 class QListWidget;
 class QPlainTextEdit;
@@ -15,6 +16,17 @@ class QWidget;
 /// that an index counts them.
 QStringList PickListLines(const QByteArray& bytes);
 
+/// A file of lines from which a box can be filled, and the controls that belong to it.
+struct PickList {
+    enum class Opens { Left, Right };
+
+    const char* file;
+    ClickLabel* editLabel;
+    ClickLabel* dropDownLabel;
+    QPlainTextEdit* box;
+    Opens opens; ///< to which side of the drop-down label's frame
+};
+
 /// The lists from which the boxes of the page "Comments" can be filled: a floating list over the page, in
 /// which a click or the space bar selects; the selected lines are appended to the box when it closes.
 class PickLists : public QObject
@@ -22,29 +34,24 @@ class PickLists : public QObject
     Q_OBJECT
 
 public:
-    /// Finds the labels, the boxes and the list below `page`, which owns the object.
-    PickLists(QWidget* page, const Program& program, LeaveGuard& guard);
+    /// `list` is the floating list. Its parent is the page, which owns the object.
+    PickLists(QListWidget* list, const Program& program, LeaveGuard& guard);
 
-    /// Appends what is selected to the box that the list was opened for, and hides the list. Does nothing
-    /// when no list is open.
-    void Close();
+    void Add(const PickList& pickList);
 
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:
-    struct Binding;
-
-    void Bind(const Binding& binding);
-    void Open(const Binding& binding);
-    void Fill(const Binding& binding);
-    void Place(const Binding& binding);
+    void Open(const PickList& pickList);
+    void Fill(const PickList& pickList);
+    void Place(const PickList& pickList);
+    void Close();
     void lstList_LostFocus();
-    QPlainTextEdit* OpenBox() const;
     void GoToLine(const QString& typed);
 
     QWidget* m_page;
     const Program& m_program;
     LeaveGuard& m_guard;
     QListWidget* m_list;
-    const Binding* m_open = nullptr; ///< whose list is or was shown last
+    QPlainTextEdit* m_box = nullptr; ///< that the list was opened for last
 };

@@ -5,11 +5,6 @@
 #include <cstdint>
 #include <memory>
 
-class EntryBinder;
-class EntryCalculator;
-class PickLists;
-class QComboBox;
-
 namespace Ui
 {
 class fEntry;
@@ -33,29 +28,10 @@ public:
     /// once, the user having been told, when there is no location or the entry cannot be read.
     void SetData(std::int16_t iTarnoNo, bool bDelete);
 
-protected:
-    Status Update(Record& record) override;
-    bool TakeTyped() override;
-
 private:
-    bool LoadLocations();
-    void LoadTheForm();
-    void ShowExistingEntry();
-    void ShowNewEntry();
-    void SelectStoredLocation();
-    void DeleteAfterQuestion();
-
+    void LoadTheForm(std::int16_t iTarnoNo);
+    void DeleteAfterQuestion(std::int16_t iTarnoNo);
     void sstEntry_Click();
-    bool cboLocation_Validate();
-    void ValueChanged(std::size_t position);
-    void PhaseChanged();
-    void LinesEdited();
 
     std::unique_ptr<Ui::fEntry> m_ui;
-    std::int16_t m_entryNumber = 0;
-    bool m_loading = false;
-    QComboBox* m_cboLocation = nullptr;
-    EntryBinder* m_binder = nullptr;
-    std::unique_ptr<EntryCalculator> m_calculator;
-    PickLists* m_pickLists = nullptr;
 };

@@ -16,20 +16,19 @@ constexpr std::string_view module = "dlgLocMaint";
 } // namespace
 
 dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
-    : EditingDialog(program, parent), m_ui(std::make_unique<Ui::dlgLocMaint>())
+    : EditingDialog(program, &cSQL::LocationUpdate, parent), m_ui(std::make_unique<Ui::dlgLocMaint>())
 {
     m_ui->setupUi(this);
     new TextHeight(this);
     FitBoxes({m_ui->txtLatt, m_ui->txtLong}, QStringLiteral("-151.123456"));
     FitBoxes({m_ui->txtGMT}, QStringLiteral("-12.75"));
-    m_binder = new RecordBinder(this, Edited(), Guard());
-    m_binder->BindLines(LocationField::LocName, "txtLocName");
-    m_binder->BindLines(LocationField::LocDirections, "txtDirections");
-    m_binder->BindLines(LocationField::LocDescription, "txtDescription");
-    m_binder->BindOptions(LocationField::LocAccess, "optAccess");
-    m_binder->BindBox(LocationField::LocLatt, "txtLatt");
-    m_binder->BindBox(LocationField::LocLong, "txtLong");
-    m_binder->BindBox(LocationField::LocGMT, "txtGMT");
+    Binder().BindLines(LocationField::LocName, m_ui->txtLocName);
+    Binder().BindLines(LocationField::LocDirections, m_ui->txtDirections);
+    Binder().BindLines(LocationField::LocDescription, m_ui->txtDescription);
+    Binder().BindOptions(LocationField::LocAccess, this, "optAccess");
+    Binder().BindBox(LocationField::LocLatt, m_ui->txtLatt);
+    Binder().BindBox(LocationField::LocLong, m_ui->txtLong);
+    Binder().BindBox(LocationField::LocGMT, m_ui->txtGMT);
     for (QLineEdit* box : {m_ui->txtLatt, m_ui->txtLong, m_ui->txtGMT}) {
         // besides the signs of a number also what four keys that move the cursor have as characters
         new KeyFilter(box, QStringLiteral("-.#$%'"));
@@ -37,7 +36,6 @@ dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
     m_ui->picturePanel->Attach(program, Edited(), LocationField::LocPicture, QStringLiteral("picLoc"),
                                m_ui->cmdCancel);
     Prepare(m_ui->cmdOK, m_ui->cmdCancel);
-    connect(m_binder, &RecordBinder::WrittenBack, this, &dlgLocMaint::EnableSave);
     connect(m_ui->chkDST, &QCheckBox::clicked, this, &dlgLocMaint::chkDST_Click);
     connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &dlgLocMaint::EnableSave);
 }
@@ -66,13 +64,13 @@ void dlgLocMaint::SetData(std::int16_t locationNumber, bool deleteMode)
 
 void dlgLocMaint::ShowLocation(bool isNew)
 {
-    if (Edited().Record().Count() < LocationField::Count) {
+    if (Edited().Count() < LocationField::Count) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
     if (isNew) {
-        m_binder->ShowNothing();
+        Binder().ShowNothing();
     } else {
-        m_binder->ShowRecord();
+        Binder().ShowRecord();
     }
     m_ui->chkDST->setChecked(!isNew && Edited().Text(LocationField::LocDST) == "1");
     m_ui->picturePanel->ShowRecord();
@@ -98,14 +96,4 @@ void dlgLocMaint::chkDST_Click()
         Edited().Store(LocationField::LocDST, m_ui->chkDST->isChecked() ? "1" : "0");
         EnableSave();
     });
-}
-
-Status dlgLocMaint::Update(Record& record)
-{
-    return CurrentProgram().sql.LocationUpdate(record);
-}
-
-bool dlgLocMaint::TakeTyped()
-{
-    return m_binder->WriteBack();
 }

@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <memory>
 
-class RecordBinder;
-
 namespace Ui
 {
 class dlgLocMaint;
@@ -32,15 +30,10 @@ public:
     /// its layout would like to be, beyond the screen.
     bool hasHeightForWidth() const override { return false; }
 
-protected:
-    Status Update(Record& record) override;
-    bool TakeTyped() override;
-
 private:
     void ShowLocation(bool isNew);
     void DeleteAfterQuestion(std::int16_t locationNumber);
     void chkDST_Click();
 
     std::unique_ptr<Ui::dlgLocMaint> m_ui;
-    RecordBinder* m_binder = nullptr;
 };

@@ -1,12 +1,12 @@
 #include "fTarno.h"
 
+#include "LogColumns.h"
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
 #include "core/Paths.h"
 #include "fSplash.h"
 #include "qt/Icons.h"
 #include "qt/Strings.h"
-#include "store/RecordLayouts.h"
 #include "ui/entry/fEntry.h"
 #include "ui/locations/fLocs.h"
 #include "ui/reports/fRptLog.h"
@@ -18,7 +18,6 @@
 #include <QMenu>
 
 #include <array>
-#include <unordered_map>
 #include <vector>
 
 namespace
@@ -57,16 +56,8 @@ fTarno::fTarno(const Program& program)
     : m_program(program), m_ui(std::make_unique<Ui::fTarno>()), m_popUp(new QMenu(this))
 {
     m_ui->setupUi(this);
-    m_ui->lvwEntry->SetHeadings({QStringLiteral("From"), QStringLiteral("To"), QStringLiteral("Location"),
-                                 QStringLiteral("Start"), QStringLiteral("End"), QStringLiteral("Tide-Start"),
-                                 QStringLiteral("Tide-End"), QStringLiteral("Rating"),
-                                 QStringLiteral("Action")});
-    constexpr int locationColumn = 2;
-    const QString date = QStringLiteral("2008-08-08");
-    const QString time = QStringLiteral("08:08");
-    const QString tide = QStringLiteral("Bottom");
-    const QString rated = QStringLiteral("2 - Not Set");
-    m_ui->lvwEntry->FitColumns({date, date, {}, time, time, tide, tide, rated, rated}, locationColumn);
+    m_ui->lvwEntry->SetHeadings(LogHeadings());
+    m_ui->lvwEntry->FitColumns(LogSamples(), StretchedLogColumn());
     MakePopUp();
     ConnectCommands();
     Form_Load();
@@ -145,34 +136,9 @@ void fTarno::LoadEntryList()
     std::vector<TextTableModel::Row> rows;
     Trap(module, "LoadEntryList", [&] {
         RecordList entries;
-        if (m_program.sql.EntryList(entries) != succeeded) {
-            return;
-        }
-        rows.reserve(entries.size());
-        std::unordered_map<std::string, QString> locations; // each is looked up once
-        const cDescs& descs = m_program.descs;
-        const auto rated = [](const std::string& code, const std::string& word) {
-            return FromUtf8(code + " - " + word);
-        };
-        for (const RecordView& entry : entries) {
-            const auto text = [&entry](EntryField::Position position) {
-                return FromUtf8(entry.Text(position));
-            };
-            const std::string locNo = entry.Text(EntryField::LocNo);
-            auto location = locations.find(locNo);
-            if (location == locations.end()) {
-                location =
-                    locations.emplace(locNo, ShownInOneLine(m_program.sql.LocationNameGet(locNo))).first;
-            }
-            const std::string prediction = entry.Text(EntryField::Prediction);
-            const std::string action = entry.Text(EntryField::FishAction);
-            rows.push_back({QLatin1Char('K') + text(EntryField::TarnoNo),
-                            {text(EntryField::StartDate), text(EntryField::EndDate), location->second,
-                             text(EntryField::StartTime), text(EntryField::EndTime),
-                             FromUtf8(descs.TideStartDesc(entry.Text(EntryField::TideStart))),
-                             FromUtf8(descs.TideEndDesc(entry.Text(EntryField::TideEnd))),
-                             rated(prediction, descs.PredictionDesc(prediction)),
-                             rated(action, descs.FishActionDesc(action))}});
+        if (m_program.sql.EntryList(entries) == succeeded) {
+            AddLogRows(rows, entries,
+                       [this](const std::string& number) { return m_program.sql.LocationNameGet(number); });
         }
     });
     m_ui->lvwEntry->SetRows(std::move(rows));

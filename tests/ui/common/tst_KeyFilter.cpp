@@ -99,7 +99,7 @@ private Q_SLOTS:
     void shown_passesAsItIs()
     {
         Filtered box;
-        KeyFilter::Show(&box, QStringLiteral("never"));
+        KeyFilter::SetText(&box, QStringLiteral("never"));
         QCOMPARE(box.text(), QStringLiteral("never"));
         QVERIFY(box.hasAcceptableInput());
         QVERIFY(box.validator() != nullptr);
@@ -108,7 +108,7 @@ private Q_SLOTS:
     void shown_besides_canBeTakenAway()
     {
         Filtered box;
-        KeyFilter::Show(&box, QStringLiteral("never"));
+        KeyFilter::SetText(&box, QStringLiteral("never"));
         QTest::keyClick(&box, Qt::Key_Backspace);
         QCOMPARE(box.text(), QStringLiteral("neve"));
         QCOMPARE(box.Typed("r1"), QStringLiteral("neve1"));
@@ -119,7 +119,7 @@ private Q_SLOTS:
     void show_aBoxWithoutFilter_justShows()
     {
         QLineEdit box;
-        KeyFilter::Show(&box, QStringLiteral("anything"));
+        KeyFilter::SetText(&box, QStringLiteral("anything"));
         QCOMPARE(box.text(), QStringLiteral("anything"));
         QVERIFY(box.validator() == nullptr);
     }

@@ -242,7 +242,7 @@ private Q_SLOTS:
         QFETCH(bool, byMnemonic);
         for (const bool enables : {true, false}) {
             Guarded window;
-            window.guard.AddWakened(&window.button);
+            window.guard.SetSaveButton(&window.button);
             window.guard.Add(&window.box, [&] {
                 window.button.setEnabled(enables);
                 return true;
@@ -261,7 +261,7 @@ private Q_SLOTS:
     void wakened_disabledButton_refused_typesNothing()
     {
         Guarded window;
-        window.guard.AddWakened(&window.button);
+        window.guard.SetSaveButton(&window.button);
         window.button.setEnabled(false);
         window.allows = false;
         Press(window, Qt::Key_G, Qt::AltModifier);

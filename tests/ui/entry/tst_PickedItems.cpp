@@ -1,8 +1,8 @@
 #include "PickListTest.h"
 #include "support/TestClass.h"
 #include "ui/common/LeaveGuard.h"
+#include "ui/common/RecordBinder.h"
 #include "ui/entry/EntryCommentsPage.h"
-#include "ui/entry/PickLists.h"
 
 #include <QFocusEvent>
 #include <QVBoxLayout>
@@ -403,7 +403,13 @@ private Q_SLOTS:
         LeaveGuard guard(&window);
         bool mayLeave = false;
         guard.Add(&date, [&] { return mayLeave; });
-        PickLists lists(&page, program.program, guard);
+        program.Start();
+        Record entry;
+        QCOMPARE(program.sql.EntryGet(0, entry), succeeded);
+        EditedRecord record;
+        record.Begin(entry);
+        RecordBinder binder(&window, record, guard);
+        page.Attach(program.program, binder, guard);
         window.show();
         AwaitActive(window);
         date.setFocus();

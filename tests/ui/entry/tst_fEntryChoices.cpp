@@ -38,6 +38,26 @@ class tst_fEntryChoices : public QObject
 
 private Q_SLOTS:
 
+    void option_isCaptionedWithTheWordOfItsCode_data() { AddGroups(); }
+
+    void option_isCaptionedWithTheWordOfItsCode()
+    {
+        QFETCH(QString, group);
+        QFETCH(int, position);
+        QFETCH(int, count);
+        const FieldInfo& field = entryFields.at(static_cast<std::size_t>(position));
+        QCOMPARE(static_cast<int>(field.words.size()), count);
+        ProgramWithPlace program;
+        Edit(program, 0, [&](QDialog& editor) {
+            for (int code = 0; code < count; ++code) {
+                QString caption = Find<QAbstractButton>(editor, OptionName(group, code)).text();
+                QCOMPARE(ToUtf8(caption.remove(QLatin1Char('&'))),
+                         CodeWord(field.position, std::to_string(code)));
+            }
+            Close(editor);
+        });
+    }
+
     void option_clicked_storesItsIndexOnly_data() { AddGroups(); }
 
     void option_clicked_storesItsIndexOnly()

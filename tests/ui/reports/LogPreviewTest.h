@@ -1,7 +1,7 @@
 #pragma once
 
 #include "reports/ReadRtf.h"
-#include "store/RecordLayouts.h"
+#include "store/EntryFields.h"
 #include "ui/reports/BuilderTest.h"
 
 #include <QAction>

@@ -1,0 +1,54 @@
+#include "EntryBindings.h"
+
+#include "FieldRules.h"
+#include "ui/common/KeyFilter.h"
+
+namespace
+{
+
+/// A rule of the entry's boxes in the form that the binder takes.
+RecordBinder::Check CheckWith(void (*rule)(std::string& text, bool& ok))
+{
+    return [rule](std::string& text) {
+        bool ok = false;
+        rule(text, ok);
+        return ok;
+    };
+}
+
+} // namespace
+
+void BindEntryBoxes(RecordBinder& binder, std::initializer_list<EntryBox> boxes)
+{
+    for (const auto& [field, box] : boxes) {
+        switch (entryFields.at(field).kind) {
+        case FieldKind::Date:
+            binder.BindBox(
+                field, box, CheckWith(CheckDateFormat),
+                QStringLiteral("There is no such day. Enter year, month and day, as in 2026-11-14."));
+            new KeyFilter(box, QStringLiteral("-."));
+            break;
+        case FieldKind::Time:
+            binder.BindBox(field, box, CheckWith(CheckTimeFormat),
+                           QStringLiteral("There is no such time. Enter hours and minutes, as in 05:45."));
+            new KeyFilter(box, QStringLiteral(":."));
+            break;
+        default:
+            binder.BindBox(field, box);
+        }
+    }
+}
+
+void BindEntryOptions(RecordBinder& binder, QWidget* page, std::initializer_list<EntryOptions> groups)
+{
+    for (const auto& [field, group] : groups) {
+        binder.BindOptions(field, page, group);
+    }
+}
+
+void BindEntryLines(RecordBinder& binder, std::initializer_list<EntryLines> boxes)
+{
+    for (const auto& [field, box] : boxes) {
+        binder.BindLines(field, box);
+    }
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string_view>
+
+/// The module under which the entry editor and all its parts report errors.
+inline constexpr std::string_view entryModule = "fEntry";

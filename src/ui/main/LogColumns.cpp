@@ -1,0 +1,102 @@
+#include "LogColumns.h"
+
+#include "qt/Strings.h"
+#include "store/EntryFields.h"
+
+#include <algorithm>
+#include <array>
+#include <unordered_map>
+
+namespace
+{
+
+enum class Shows { Value, CodeAndWord };
+
+struct LogColumn {
+    const char* heading;
+    EntryField::Position field;
+    Shows shows = Shows::Value;
+};
+
+constexpr std::array columns{
+    LogColumn{"From", EntryField::StartDate},
+    LogColumn{"To", EntryField::EndDate},
+    LogColumn{"Location", EntryField::LocNo},
+    LogColumn{"Start", EntryField::StartTime},
+    LogColumn{"End", EntryField::EndTime},
+    LogColumn{"Tide-Start", EntryField::TideStart},
+    LogColumn{"Tide-End", EntryField::TideEnd},
+    LogColumn{"Rating", EntryField::Prediction, Shows::CodeAndWord},
+    LogColumn{"Action", EntryField::FishAction, Shows::CodeAndWord},
+};
+
+QString SampleOf(const LogColumn& column)
+{
+    switch (entryFields.at(column.field).kind) {
+    case FieldKind::Date:
+        return QStringLiteral("2008-08-08");
+    case FieldKind::Time:
+        return QStringLiteral("08:08");
+    case FieldKind::Code:
+        return (column.shows == Shows::CodeAndWord ? QStringLiteral("2 - ") : QString()) +
+               FromUtf8(FieldWords::notSet);
+    default:
+        return {};
+    }
+}
+
+template <typename Text>
+QStringList TextsOf(Text&& text)
+{
+    QStringList texts;
+    std::transform(columns.begin(), columns.end(), std::back_inserter(texts), text);
+    return texts;
+}
+
+} // namespace
+
+QStringList LogHeadings()
+{
+    return TextsOf([](const LogColumn& column) { return QLatin1String(column.heading); });
+}
+
+QStringList LogSamples()
+{
+    return TextsOf(SampleOf);
+}
+
+int StretchedLogColumn()
+{
+    return static_cast<int>(LogSamples().indexOf(QString()));
+}
+
+void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entries,
+                const std::function<std::string(const std::string&)>& locationName)
+{
+    std::unordered_map<std::string, QString> locations;
+    const auto shownName = [&](const std::string& number) {
+        auto known = locations.find(number);
+        if (known == locations.end()) {
+            known = locations.emplace(number, ShownInOneLine(locationName(number))).first;
+        }
+        return known->second;
+    };
+    const auto cell = [&](const RecordView& entry, const LogColumn& column) {
+        const std::string value = entry.Text(column.field);
+        switch (entryFields.at(column.field).kind) {
+        case FieldKind::Place:
+            return shownName(value);
+        case FieldKind::Code: {
+            const std::string word = CodeWord(column.field, value);
+            return FromUtf8(column.shows == Shows::CodeAndWord ? value + " - " + word : word);
+        }
+        default:
+            return FromUtf8(value);
+        }
+    };
+    rows.reserve(rows.size() + entries.size());
+    for (const RecordView& entry : entries) {
+        rows.push_back({QLatin1Char('K') + FromUtf8(entry.Text(EntryField::TarnoNo)),
+                        TextsOf([&](const LogColumn& column) { return cell(entry, column); })});
+    }
+}
