@@ -3,8 +3,8 @@
 #include "PictureFile.h"
 #include "PictureSurface.h"
 #include "core/ErrorLog.h"
+#include "core/Twips.h"
 #include "qt/Strings.h"
-#include "ui/common/Twips.h"
 #include "ui_PicturePanel.h"
 
 #include <QDir>
