@@ -125,10 +125,11 @@ void SortableList::SortBy(int column)
     }
 }
 
-/// Shows the icon of the current direction in the sorted column's heading and in no other.
+/// Shows the icon of the current direction in the sorted column's heading and in no other. Errors are
+/// reported as the window's.
 void SortableList::SetCHIcons()
 {
-    m_model->ShowSortIcon();
+    Trap(ToUtf8(window()->objectName()), "SetCHIcons", [this] { m_model->ShowSortIcon(); });
 }
 
 void SortableList::SelectKey(const std::optional<QString>& key)
