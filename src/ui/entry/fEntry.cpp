@@ -35,7 +35,7 @@ fEntry::fEntry(const Program& program, QWidget* parent)
     m_calculator = std::make_unique<EntryCalculator>(this, program, Edited(), *m_binder);
     m_pickLists = new PickLists(m_ui->pageComments, program, Guard());
     m_ui->picturePanel->Attach(program, Edited(), EntryField::Picture, QStringLiteral("picCatch"),
-                               m_ui->cmdCancel);
+                               QStringLiteral("imgCatch"), m_ui->cmdCancel);
     Prepare(m_ui->cmdOK, m_ui->cmdCancel);
     Guard().Add(m_cboLocation, [this] { return cboLocation_Validate(); });
 
