@@ -13,13 +13,13 @@ using namespace std::chrono_literals;
 namespace
 {
 
-const LocationTexts Sydney{"-33.8", "151.25", "10", "1"};
+const LocationTexts sydney{"-33.8", "151.25", "10", "1"};
 
 void OneDay(benchmark::State& state)
 {
     sys_days day = 2003y / 1 / 1;
     for ([[maybe_unused]] auto _ : state) {
-        benchmark::DoNotOptimize(Forecast(Sydney, day));
+        benchmark::DoNotOptimize(Forecast(sydney, day));
         day += days(1);
     }
 }
@@ -29,7 +29,7 @@ void OneYear(benchmark::State& state)
     const sys_days newYear = 2003y / 1 / 1;
     for ([[maybe_unused]] auto _ : state) {
         for (int day = 0; day < 365; ++day) {
-            benchmark::DoNotOptimize(Forecast(Sydney, newYear + days(day)));
+            benchmark::DoNotOptimize(Forecast(sydney, newYear + days(day)));
         }
     }
 }
@@ -37,12 +37,12 @@ void OneYear(benchmark::State& state)
 /// The sines and cosines alone of one day: 25 samples of the sun, three days of them of the moon.
 void SinesOfOneDay(benchmark::State& state)
 {
-    constexpr int Samples = 25;
-    constexpr int OfTheSun = 9;   // 2 in its series, 4 to turn to the equator, 3 for the altitude
-    constexpr int OfTheMoon = 29; // 22 in its series, then the same
+    constexpr int samples = 25;
+    constexpr int ofTheSun = 9;   // 2 in its series, 4 to turn to the equator, 3 for the altitude
+    constexpr int ofTheMoon = 29; // 22 in its series, then the same
     for ([[maybe_unused]] auto _ : state) {
         double angle = 0;
-        for (int sine = 0; sine < Samples * (OfTheSun + 3 * OfTheMoon); ++sine) {
+        for (int sine = 0; sine < samples * (ofTheSun + 3 * ofTheMoon); ++sine) {
             benchmark::DoNotOptimize(std::sin(angle));
             angle = angle < 6 ? angle + 0.0123 : 0;
         }

@@ -3,6 +3,7 @@
 #include "LoadedProgram.h"
 #include "ui/common/SortableList.h"
 #include "ui/entry/PictureFile.h"
+#include "ui/entry/PictureSource.h"
 #include "ui/entry/PictureSurface.h"
 #include "ui/main/fTarno.h"
 
@@ -105,13 +106,14 @@ void ZoomLargePicture(benchmark::State& state)
 {
     QWidget frame;
     frame.resize(800, 500);
-    PictureSurface surface(&frame);
-    surface.SetPicture(ReadPicture(LargeJpeg().Path()));
+    PictureSource source(&frame);
+    PictureSurface surface(source, &frame);
+    source.SetPicture(ReadPicture(LargeJpeg().Path()));
     frame.show();
     int percent = 0;
     for ([[maybe_unused]] auto _ : state) {
         percent = percent % 100 + 1;
-        surface.resize((surface.NaturalSize() * (percent / 100.0)).expandedTo(QSize(1, 1)));
+        surface.resize((source.NaturalSize() * (percent / 100.0)).expandedTo(QSize(1, 1)));
         benchmark::DoNotOptimize(frame.grab());
     }
 }

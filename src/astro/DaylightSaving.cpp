@@ -30,8 +30,8 @@ Season SeasonAround(year_month_day date, bool isNorth)
 
 bool IsTime(std::string_view text)
 {
-    constexpr std::string_view Shape = "dd:dd";
-    return std::equal(text.begin(), text.end(), Shape.begin(), Shape.end(), [](char is, char wanted) {
+    constexpr std::string_view shape = "dd:dd";
+    return std::equal(text.begin(), text.end(), shape.begin(), shape.end(), [](char is, char wanted) {
         return wanted == 'd' ? is >= '0' && is <= '9' : is == wanted;
     });
 }

@@ -9,31 +9,31 @@ namespace
 
 using std::sin;
 
-constexpr double TwoPi = 6.283185307; // the digits that the series were published with
-constexpr double ArcSecondsPerRadian = 206264.8062;
-constexpr double ArcSecondsPerCircle = 1296000;
+constexpr double twoPi = 6.283185307; // the digits that the series were published with
+constexpr double arcSecondsPerRadian = 206264.8062;
+constexpr double arcSecondsPerCircle = 1296000;
 
 /// The mean anomaly of the sun in radians.
 double SunAnomaly(double t)
 {
-    return TwoPi * mRiseSet::Frac(0.993133 + 99.997361 * t);
+    return twoPi * mRiseSet::Frac(0.993133 + 99.997361 * t);
 }
 
 /// The place at the ecliptic `longitude` and `latitude` (radians).
 mRiseSet::Equatorial FromEcliptic(double longitude, double latitude)
 {
-    constexpr double CosObliquity = 0.91748;
-    constexpr double SinObliquity = 0.39778;
+    constexpr double cosObliquity = 0.91748;
+    constexpr double sinObliquity = 0.39778;
 
     const double x = std::cos(latitude) * std::cos(longitude);
     const double v = std::cos(latitude) * sin(longitude);
     const double w = sin(latitude);
-    const double y = CosObliquity * v - SinObliquity * w;
-    const double z = SinObliquity * v + CosObliquity * w;
+    const double y = cosObliquity * v - sinObliquity * w;
+    const double z = sinObliquity * v + cosObliquity * w;
     const double rho = std::sqrt(1 - z * z);
 
-    const double dec = 360 / TwoPi * std::atan(z / rho);
-    const double ra = 48 / TwoPi * std::atan(y / (x + rho));
+    const double dec = 360 / twoPi * std::atan(z / rho);
+    const double ra = 48 / twoPi * std::atan(y / (x + rho));
     return {ra < 0 ? ra + 24 : ra, dec};
 }
 
@@ -43,7 +43,7 @@ mRiseSet::Equatorial mRiseSet::MiniSun(double t)
 {
     const double m = SunAnomaly(t);
     const double dL = 6893 * sin(m) + 72 * sin(2 * m);
-    const double longitude = TwoPi * Frac(0.7859453 + m / TwoPi + (6191.2 * t + dL) / ArcSecondsPerCircle);
+    const double longitude = twoPi * Frac(0.7859453 + m / twoPi + (6191.2 * t + dL) / arcSecondsPerCircle);
     return FromEcliptic(longitude, 0);
 }
 
@@ -52,10 +52,10 @@ mRiseSet::Equatorial mRiseSet::MiniMoon(double t)
     // mean longitude (in circles), mean anomalies of the moon and the sun, mean elongation from the
     // sun, mean distance from the ascending node
     const double l0 = Frac(0.606433 + 1336.855225 * t);
-    const double l = TwoPi * Frac(0.374897 + 1325.55241 * t);
+    const double l = twoPi * Frac(0.374897 + 1325.55241 * t);
     const double ls = SunAnomaly(t);
-    const double d = TwoPi * Frac(0.827361 + 1236.853086 * t);
-    const double f = TwoPi * Frac(0.259086 + 1342.227825 * t);
+    const double d = twoPi * Frac(0.827361 + 1236.853086 * t);
+    const double f = twoPi * Frac(0.259086 + 1342.227825 * t);
 
     const double sinLs = sin(ls);
     const double sin2F = sin(2 * f);
@@ -64,12 +64,12 @@ mRiseSet::Equatorial mRiseSet::MiniMoon(double t)
                       668 * sinLs - 412 * sin2F - 212 * sin(2 * l - 2 * d) - 206 * sin(l + ls - 2 * d) +
                       192 * sin(l + 2 * d) - 165 * sin(ls - 2 * d) - 125 * sin(d) - 110 * sin(l + ls) +
                       148 * sin(l - ls) - 55 * sin(2 * f - 2 * d);
-    const double s = f + (dL + 412 * sin2F + 541 * sinLs) / ArcSecondsPerRadian;
+    const double s = f + (dL + 412 * sin2F + 541 * sinLs) / arcSecondsPerRadian;
     const double h = f - 2 * d;
     const double n = -526 * sin(h) + 44 * sin(l + h) - 31 * sin(h - l) - 23 * sin(ls + h) + 11 * sin(h - ls) -
                      25 * sin(f - 2 * l) + 21 * sin(f - l);
 
-    const double longitude = TwoPi * Frac(l0 + dL / ArcSecondsPerCircle);
-    const double latitude = (18520 * sin(s) + n) / ArcSecondsPerRadian;
+    const double longitude = twoPi * Frac(l0 + dL / arcSecondsPerCircle);
+    const double latitude = (18520 * sin(s) + n) / arcSecondsPerRadian;
     return FromEcliptic(longitude, latitude);
 }

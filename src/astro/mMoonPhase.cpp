@@ -11,8 +11,8 @@ namespace
 /// moons, 0 the new moon between them.
 double PhaseFigure(double jd)
 {
-    constexpr double SynodicMonth = 29.53058;
-    const double months = jd / SynodicMonth;
+    constexpr double synodicMonth = 29.53058;
+    const double months = jd / synodicMonth;
     return (2 * (months - std::trunc(months)) - 1) * 100;
 }
 
@@ -22,10 +22,10 @@ float Folded(float percent)
     return percent > 100 ? std::abs(percent - 200) : percent;
 }
 
-constexpr mMoonPhase::DayRating Poor{"Poor", "*"};
-constexpr mMoonPhase::DayRating Fair{"Fair", "**"};
-constexpr mMoonPhase::DayRating Good{"Good", "***"};
-constexpr mMoonPhase::DayRating Best{"Best", "****"};
+constexpr mMoonPhase::DayRating poor{"Poor", "*"};
+constexpr mMoonPhase::DayRating fair{"Fair", "**"};
+constexpr mMoonPhase::DayRating good{"Good", "***"};
+constexpr mMoonPhase::DayRating best{"Best", "****"};
 
 struct Band {
     float first; ///< lit percentages, both included
@@ -35,16 +35,16 @@ struct Band {
 };
 
 // The edges are 2, 6, 8, 10, 12, 22, 26 and 28 days of a month of 29.5.
-constexpr std::array<Band, 9> Bands{{
-    {0.0F, 6.78F, Good, Fair},
-    {6.79F, 20.34F, Best, Fair},
-    {20.35F, 27.12F, Best, Good},
-    {27.13F, 33.9F, Good, Good},
-    {33.91F, 40.68F, Fair, Fair},
-    {40.69F, 74.58F, Poor, Poor},
-    {74.59F, 88.14F, Fair, Fair},
-    {88.15F, 94.92F, Best, Best},
-    {94.93F, 100.0F, Good, Good},
+constexpr std::array<Band, 9> bands{{
+    {0.0F, 6.78F, good, fair},
+    {6.79F, 20.34F, best, fair},
+    {20.35F, 27.12F, best, good},
+    {27.13F, 33.9F, good, good},
+    {33.91F, 40.68F, fair, fair},
+    {40.69F, 74.58F, poor, poor},
+    {74.59F, 88.14F, fair, fair},
+    {88.15F, 94.92F, best, best},
+    {94.93F, 100.0F, good, good},
 }};
 
 } // namespace
@@ -75,10 +75,10 @@ mMoonPhase::Light mMoonPhase::LitPercent(float jd)
 
 mMoonPhase::DayRating mMoonPhase::Rating(float percent, bool waxing)
 {
-    const auto* const band = std::find_if(Bands.begin(), Bands.end(), [percent](const Band& candidate) {
+    const auto* const band = std::find_if(bands.begin(), bands.end(), [percent](const Band& candidate) {
         return candidate.first <= percent && percent <= candidate.last;
     });
-    if (band == Bands.end()) {
+    if (band == bands.end()) {
         return {};
     }
     return waxing ? band->waxing : band->waning;

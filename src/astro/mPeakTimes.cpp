@@ -9,10 +9,10 @@
 namespace
 {
 
-constexpr std::string_view None = ":";
-constexpr float HalfLunarDay = 12.4167F; // a lunar day has 24 h 50 min
-constexpr float QuarterLunarDay = 6.2083F;
-constexpr float LastTransit = 24.0167F; // up to one minute past midnight still counts as this day's
+constexpr std::string_view none = ":";
+constexpr float halfLunarDay = 12.4167F; // a lunar day has 24 h 50 min
+constexpr float quarterLunarDay = 6.2083F;
+constexpr float lastTransit = 24.0167F; // up to one minute past midnight still counts as this day's
 
 /// Whether `text` is one of the words of `words`, which stand side by side in it, or empty.
 bool IsAmong(std::string_view text, std::string_view words)
@@ -23,7 +23,7 @@ bool IsAmong(std::string_view text, std::string_view words)
 /// `hours` as a time, none when it is not on the day.
 std::string TimeOnDay(float hours)
 {
-    return hours < 0 || hours > 24 ? std::string(None) : mPeakTimes::HoursToTime(hours);
+    return hours < 0 || hours > 24 ? std::string(none) : mPeakTimes::HoursToTime(hours);
 }
 
 } // namespace
@@ -32,10 +32,10 @@ mPeakTimes::Periods mPeakTimes::PeakTimes(const mRiseSet::RiseSetTexts& before,
                                           const mRiseSet::RiseSetTexts& today,
                                           const mRiseSet::RiseSetTexts& after)
 {
-    const std::string& rise = today.rise == None ? before.rise : today.rise;
-    const std::string& set = today.set == None ? after.set : today.set;
-    if (rise == None || set == None || IsAmong(rise, "up_down_rises_sets") || IsAmong(set, "up_down_never")) {
-        return {std::string(None), std::string(None), std::string(None), std::string(None)};
+    const std::string& rise = today.rise == none ? before.rise : today.rise;
+    const std::string& set = today.set == none ? after.set : today.set;
+    if (rise == none || set == none || IsAmong(rise, "up_down_rises_sets") || IsAmong(set, "up_down_never")) {
+        return {std::string(none), std::string(none), std::string(none), std::string(none)};
     }
 
     std::string major1 = MoonTransit(rise, set);
@@ -62,32 +62,32 @@ std::string mPeakTimes::MoonTransit(std::string_view rise, std::string_view set)
 std::string mPeakTimes::OppositeTransit(std::string_view major)
 {
     const float transit = TimeToHours(major);
-    if (transit - HalfLunarDay > 0) {
-        return HoursToTime(transit - HalfLunarDay);
+    if (transit - halfLunarDay > 0) {
+        return HoursToTime(transit - halfLunarDay);
     }
-    const float later = transit + HalfLunarDay;
-    if (later > LastTransit) {
-        return std::string(None);
+    const float later = transit + halfLunarDay;
+    if (later > lastTransit) {
+        return std::string(none);
     }
     return HoursToTime(later > 24 ? later - 24 : later);
 }
 
 mPeakTimes::Minors mPeakTimes::MinorTimes(std::string_view major1, std::string_view major2)
 {
-    if (major2 == None) {
+    if (major2 == none) {
         const float only = TimeToHours(major1);
-        return {TimeOnDay(only - QuarterLunarDay), TimeOnDay(only + QuarterLunarDay)};
+        return {TimeOnDay(only - quarterLunarDay), TimeOnDay(only + quarterLunarDay)};
     }
     const float second = TimeToHours(major2);
-    if (major1 == None) {
-        const std::string minor = TimeOnDay(second - QuarterLunarDay);
+    if (major1 == none) {
+        const std::string minor = TimeOnDay(second - quarterLunarDay);
         return {minor, minor};
     }
     const float first = TimeToHours(major1);
-    if (first - QuarterLunarDay >= 0) {
-        return {TimeOnDay(first - QuarterLunarDay), TimeOnDay(second - QuarterLunarDay)};
+    if (first - quarterLunarDay >= 0) {
+        return {TimeOnDay(first - quarterLunarDay), TimeOnDay(second - quarterLunarDay)};
     }
-    return {TimeOnDay(second - QuarterLunarDay), TimeOnDay(second + QuarterLunarDay)};
+    return {TimeOnDay(second - quarterLunarDay), TimeOnDay(second + quarterLunarDay)};
 }
 
 float mPeakTimes::TimeToHours(std::string_view time)

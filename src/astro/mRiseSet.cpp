@@ -14,7 +14,20 @@ namespace
 using mRiseSet::Body;
 using mRiseSet::Observer;
 
-constexpr double Degree = std::numbers::pi / 180;
+constexpr double rads = std::numbers::pi / 180;
+
+// the factor of the two routines below, which is not quite `rads`; see docs/quirks.md
+constexpr double radiansPerDegree = 0.0174532925199433;
+
+double SinOfDegrees(double degrees)
+{
+    return std::sin(radiansPerDegree * degrees);
+}
+
+double CosOfDegrees(double degrees)
+{
+    return std::cos(radiansPerDegree * degrees);
+}
 
 /// What one day holds; the times are hours after local midnight.
 struct Crossings {
@@ -29,13 +42,13 @@ double SinHorizon(Body body)
 {
     switch (body) {
     case Body::Moon:
-        return std::sin(Degree * 8 / 60);
+        return std::sin(rads * 8 / 60);
     case Body::NauticalTwilight:
-        return std::sin(Degree * -12);
+        return std::sin(rads * -12);
     case Body::Sun:
         break;
     }
-    return std::sin(Degree * -50 / 60);
+    return std::sin(rads * -50 / 60);
 }
 
 /// Adds the crossings of the two hours around `hour`, at whose start the body stood at `yMinus`.
@@ -98,7 +111,7 @@ Body BodyOf(std::string_view eventCode)
 
 Observer mRiseSet::ObserverAt(double latitude, double longitude)
 {
-    return {-longitude, std::cos(Degree * latitude), std::sin(Degree * latitude)};
+    return {-longitude, CosOfDegrees(latitude), SinOfDegrees(latitude)};
 }
 
 double mRiseSet::SinAlt(Body body, double mjd0, double hour, const Observer& observer)
@@ -107,8 +120,8 @@ double mRiseSet::SinAlt(Body body, double mjd0, double hour, const Observer& obs
     const double t = JulianCenturies(instant);
     const Equatorial place = body == Body::Moon ? MiniMoon(t) : MiniSun(t);
     const double hourAngle = 15 * (LMST(instant, observer.lambda) - place.ra);
-    return observer.sinLat * std::sin(Degree * place.dec) +
-           observer.cosLat * std::cos(Degree * place.dec) * std::cos(Degree * hourAngle);
+    return observer.sinLat * SinOfDegrees(place.dec) +
+           observer.cosLat * CosOfDegrees(place.dec) * CosOfDegrees(hourAngle);
 }
 
 mRiseSet::Parabola mRiseSet::Quad(double yMinus, double y0, double yPlus)

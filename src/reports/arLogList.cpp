@@ -13,8 +13,8 @@ namespace
 
 constexpr Heading heading{"Tarno Fishing Log - Log Reporting", "txtPage", "txtPages"};
 
-// Columns are laid out in millimetres, each of which counts as so many twips.
-constexpr std::int16_t twipsToTheMillimetre = 57;
+// Columns are laid out in millimetres of 57 twips, not of twipsPerMillimetre; see docs/quirks.md.
+constexpr std::int16_t twipsPerColumnMillimetre = 57;
 constexpr std::int16_t headingTop = 13; // of the first line of headings, from the header's top
 constexpr std::int16_t lineAdvance = 7; // from one line of columns to the next
 
@@ -28,7 +28,7 @@ constexpr double largestFont = 2160; // points
 
 std::int16_t Twips(int millimetres)
 {
-    return RoundToInt16(static_cast<double>(millimetres) * twipsToTheMillimetre);
+    return RoundToInt16(static_cast<double>(millimetres) * twipsPerColumnMillimetre);
 }
 
 double FontSize(const RecordView& column)
@@ -47,7 +47,7 @@ arLogList::arLogList(const QPageLayout& page, RecordList columns, const ReportTa
 {
     Caption = QStringLiteral("Tarno Fish Log Entry Listing");
     Page = page;
-    PageHeader.Height = headingTop * twipsToTheMillimetre + headingHeight;
+    PageHeader.Height = headingTop * twipsPerColumnMillimetre + headingHeight;
     AddHeading(PageHeader, heading);
     Detail.Height = detailHeight;
     AddControl(Detail, "Line", QStringLiteral("lineDetail"), {0, detailHeight - ruleAboveEnd, 0, 0}).Weight =
@@ -73,7 +73,7 @@ void arLogList::DataInitialize()
 /// Columns stand side by side, without a gap, until one does not fit: that one begins a further line.
 void arLogList::LayOutColumns(int printableWidth)
 {
-    const double printable = static_cast<double>(printableWidth) / twipsToTheMillimetre;
+    const double printable = static_cast<double>(printableWidth) / twipsPerColumnMillimetre;
     std::int16_t top = headingTop; // all in millimetres
     std::int16_t left = 0;
     for (const RecordView& column : m_columns) {
@@ -98,7 +98,7 @@ void arLogList::LayOutColumns(int printableWidth)
                      {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
                      Tahoma(FontSize(column)), ToInt16(column.Text(FieldField::Grow)) != 0);
         field.VerticalAlignment = VerticalAlignment::Middle;
-        label.PaddingRight = field.PaddingRight = twipsToTheMillimetre; // columns touch, texts shall not
+        label.PaddingRight = field.PaddingRight = twipsPerColumnMillimetre; // columns touch, texts shall not
 
         left = RoundToInt16(left + width);
     }

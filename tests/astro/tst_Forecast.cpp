@@ -16,7 +16,7 @@ using std::chrono::year_month_day;
 namespace
 {
 
-const LocationTexts Sydney{"-33.8", "151.25", "10", "1"};
+const LocationTexts sydney{"-33.8", "151.25", "10", "1"};
 
 bool IsBoxText(const std::string& text)
 {
@@ -92,8 +92,8 @@ private Q_SLOTS:
     void forecast_anyDay_isBothOfItsParts()
     {
         const year_month_day date = 2003y / 1 / 10;
-        const DayForecast parts{ForecastMoon(date), ForecastRiseSet(Sydney, date)};
-        QCOMPARE(CellsOf(Forecast(Sydney, date)), CellsOf(parts));
+        const DayForecast parts{ForecastMoon(date), ForecastRiseSet(sydney, date)};
+        QCOMPARE(CellsOf(Forecast(sydney, date)), CellsOf(parts));
     }
 
     void moon_18January2003_is98WaningAndGood()

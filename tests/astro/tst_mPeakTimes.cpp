@@ -9,8 +9,8 @@ using mRiseSet::RiseSetTexts;
 namespace
 {
 
-const RiseSetTexts Unused{"03:33", "15:15"};
-const RiseSetTexts Nothing{":", ":"};
+const RiseSetTexts unused{"03:33", "15:15"};
+const RiseSetTexts nothing{":", ":"};
 
 /// The four texts with blanks between them.
 std::string Joined(const Periods& periods)
@@ -33,55 +33,55 @@ private Q_SLOTS:
 
     void peakTimes_rise0100AndSet1300_giveAllFour()
     {
-        QCOMPARE(Joined(PeakTimes(Unused, {"01:00", "13:00"}, Unused)), "07:00 19:25 00:47 13:12"s);
+        QCOMPARE(Joined(PeakTimes(unused, {"01:00", "13:00"}, unused)), "07:00 19:25 00:47 13:12"s);
     }
 
     void peakTimes_transitAt1150_hasNoSecondMajor()
     {
-        QCOMPARE(Joined(PeakTimes(Unused, {"05:50", "17:50"}, Unused)), "11:50 : 05:37 18:02"s);
+        QCOMPARE(Joined(PeakTimes(unused, {"05:50", "17:50"}, unused)), "11:50 : 05:37 18:02"s);
     }
 
     void peakTimes_afternoonTransit_comesSecond()
     {
-        QCOMPARE(Joined(PeakTimes(Unused, {"13:00", "01:00"}, Unused)), "06:34 19:00 00:21 12:47"s);
+        QCOMPARE(Joined(PeakTimes(unused, {"13:00", "01:00"}, unused)), "06:34 19:00 00:21 12:47"s);
     }
 
     void peakTimes_missingRise_isThatOfTheDayBefore()
     {
-        const Periods wanted = PeakTimes(Unused, {"23:30", "11:30"}, Unused);
-        QCOMPARE(Joined(PeakTimes({"23:30", ":"}, {":", "11:30"}, Unused)), Joined(wanted));
+        const Periods wanted = PeakTimes(unused, {"23:30", "11:30"}, unused);
+        QCOMPARE(Joined(PeakTimes({"23:30", ":"}, {":", "11:30"}, unused)), Joined(wanted));
         QCOMPARE(wanted.major1, "05:30"s);
     }
 
     void peakTimes_missingSet_isThatOfTheDayAfter()
     {
-        const Periods wanted = PeakTimes(Unused, {"12:30", "00:30"}, Unused);
-        QCOMPARE(Joined(PeakTimes(Unused, {"12:30", ":"}, {":", "00:30"})), Joined(wanted));
+        const Periods wanted = PeakTimes(unused, {"12:30", "00:30"}, unused);
+        QCOMPARE(Joined(PeakTimes(unused, {"12:30", ":"}, {":", "00:30"})), Joined(wanted));
         QCOMPARE(wanted.major2, "18:30"s);
     }
 
     void peakTimes_eventMissingOnBothDays_givesNone()
     {
-        QCOMPARE(Joined(PeakTimes(Nothing, {":", "11:20"}, Unused)), ": : : :"s);
-        QCOMPARE(Joined(PeakTimes(Unused, {"12:30", ":"}, Nothing)), ": : : :"s);
-        QCOMPARE(Joined(PeakTimes(Nothing, Nothing, Nothing)), ": : : :"s);
+        QCOMPARE(Joined(PeakTimes(nothing, {":", "11:20"}, unused)), ": : : :"s);
+        QCOMPARE(Joined(PeakTimes(unused, {"12:30", ":"}, nothing)), ": : : :"s);
+        QCOMPARE(Joined(PeakTimes(nothing, nothing, nothing)), ": : : :"s);
     }
 
     void peakTimes_moonUpOrDownAllDay_givesNone()
     {
         for (const std::string word : {"up", "down", ""}) {
-            QCOMPARE(Joined(PeakTimes(Unused, {word, word}, Unused)), ": : : :"s);
+            QCOMPARE(Joined(PeakTimes(unused, {word, word}, unused)), ": : : :"s);
         }
         for (const std::string word : {"rises", "sets"}) {
-            QCOMPARE(Joined(PeakTimes(Unused, {word, "11:20"}, Unused)), ": : : :"s);
+            QCOMPARE(Joined(PeakTimes(unused, {word, "11:20"}, unused)), ": : : :"s);
         }
-        QCOMPARE(Joined(PeakTimes(Unused, {"11:20", "never"}, Unused)), ": : : :"s);
+        QCOMPARE(Joined(PeakTimes(unused, {"11:20", "never"}, unused)), ": : : :"s);
     }
 
     void peakTimes_neighbourUpOrDown_givesNone()
     {
-        QCOMPARE(Joined(PeakTimes({"down", "down"}, {":", "11:20"}, Unused)), ": : : :"s);
-        QCOMPARE(Joined(PeakTimes(Unused, {"12:30", ":"}, {"up", "up"})), ": : : :"s);
+        QCOMPARE(Joined(PeakTimes({"down", "down"}, {":", "11:20"}, unused)), ": : : :"s);
+        QCOMPARE(Joined(PeakTimes(unused, {"12:30", ":"}, {"up", "up"})), ": : : :"s);
     }
 
     void peakTimes_anyMoonTimes_comeInOrder()
@@ -91,7 +91,7 @@ private Q_SLOTS:
                 const auto text = [](int minutes) {
                     return ZeroPadded(minutes / 60, 2).append(":").append(ZeroPadded(minutes % 60, 2));
                 };
-                const Periods periods = PeakTimes(Unused, {text(rise), text(set)}, Unused);
+                const Periods periods = PeakTimes(unused, {text(rise), text(set)}, unused);
                 QVERIFY(periods.major1 < periods.major2);
                 QVERIFY(periods.minor1 < periods.minor2);
                 QVERIFY(periods.major1 <= "24:00" && periods.minor1 <= "24:00");

@@ -1,17 +1,12 @@
 #include "Document.h"
 
+#include "core/Twips.h"
+
 #include <QPageSize>
-
-namespace
-{
-
-constexpr qreal twipsToThePoint = 20;
-
-} // namespace
 
 QPageLayout PageOf(const Document& document)
 {
-    const QSizeF points = QSizeF(document.paper) / twipsToThePoint;
+    const QSizeF points = QSizeF(document.paper) / twipsPerPoint;
     const bool landscape = points.width() > points.height();
     const QPageSize size(landscape ? points.transposed() : points, QPageSize::Point, QString(),
                          QPageSize::FuzzyOrientationMatch);

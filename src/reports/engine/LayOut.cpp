@@ -1,6 +1,7 @@
 #include "LayOut.h"
 
 #include "ReportFonts.h"
+#include "core/Twips.h"
 
 #include <QScopeGuard>
 
@@ -9,8 +10,6 @@
 
 namespace
 {
-
-constexpr int twipsToTheInch = 1440;
 
 /// Puts the report's design back that its run changes.
 class DesignKeeper
@@ -213,7 +212,7 @@ public:
     explicit Paging(Document& document)
         : m_document(document),
           m_top(document.margins.top() + document.header.height),
-          m_bottom(std::max(m_top + twipsToTheInch / 2,
+          m_bottom(std::max(m_top + twipsPerInch / 2,
                             document.paper.height() - document.margins.bottom() - document.footer.height))
     {
         StartPage();

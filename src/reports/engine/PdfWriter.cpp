@@ -1,17 +1,11 @@
 #include "PdfWriter.h"
 
 #include "PaintPage.h"
+#include "core/Twips.h"
 
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
-
-namespace
-{
-
-constexpr int twipsToTheInch = 1440;
-
-} // namespace
 
 QByteArray PdfBytes(const Document& document, const ExportProgress& progress)
 {
@@ -20,7 +14,7 @@ QByteArray PdfBytes(const Document& document, const ExportProgress& progress)
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setResolution(twipsToTheInch);
+    writer.setResolution(twipsPerInch);
     writer.setPageLayout(PageOf(document));
     writer.setTitle(document.title);
     writer.setCreator(QStringLiteral("Tarno"));

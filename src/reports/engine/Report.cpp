@@ -1,16 +1,9 @@
 #include "Report.h"
 
 #include "core/Error.h"
+#include "core/Twips.h"
 
 #include <QPageSize>
-
-namespace
-{
-
-// papers are measured in millimetres, in which the usual ones are exact; points and inches come rounded
-constexpr qreal twipsToTheMillimetre = 1440 / 25.4;
-
-} // namespace
 
 void ReportFields::Add(const QString& name)
 {
@@ -43,12 +36,13 @@ Report::Report()
 
 QSize Report::PaperSize() const
 {
-    return (Page.fullRect(QPageLayout::Millimeter).size() * twipsToTheMillimetre).toSize();
+    // in millimetres the usual papers are exact, in points and inches they are rounded
+    return (Page.fullRect(QPageLayout::Millimeter).size() * twipsPerMillimetre).toSize();
 }
 
 QMargins Report::PaperMargins() const
 {
-    return (Page.margins(QPageLayout::Millimeter) * twipsToTheMillimetre).toMargins();
+    return (Page.margins(QPageLayout::Millimeter) * twipsPerMillimetre).toMargins();
 }
 
 void Report::ReportStart() {}

@@ -1,5 +1,7 @@
 #include "ReportFonts.h"
 
+#include "core/Twips.h"
+
 #include <QFontDatabase>
 #include <QHash>
 #include <QTextLayout>
@@ -9,8 +11,6 @@
 
 namespace
 {
-
-constexpr int twipsToThePoint = 20;
 
 /// Whether `text` has letters that are written joined, as Arabic is; spacing would tear them apart.
 bool Joins(const QString& text)
@@ -52,7 +52,7 @@ QString AvailableFamily(const QString& family)
 QFont TwipFont(const ReportFont& font)
 {
     QFont twipFont(AvailableFamily(font.Name));
-    twipFont.setPixelSize(std::max(1, static_cast<int>(std::lround(font.Size * twipsToThePoint))));
+    twipFont.setPixelSize(std::max(1, static_cast<int>(std::lround(font.Size * twipsPerPoint))));
     twipFont.setBold(font.Bold);
     twipFont.setHintingPreference(QFont::PreferNoHinting);
     return twipFont;

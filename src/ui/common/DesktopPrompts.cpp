@@ -124,7 +124,7 @@ void DesktopProgramStarter::Start(const QString& program, const QStringList& arg
 void DesktopProgramStarter::EditText(const QString& path)
 {
 #ifdef Q_OS_WIN
-    // one command line, the path without quotation marks
+    // the path without quotation marks; see docs/quirks.md
     std::wstring commandLine = QStringLiteral("notepad.exe %1").arg(path).toStdWString();
     QProcess editor;
     editor.setProgram(QStringLiteral("notepad.exe"));

@@ -100,7 +100,7 @@ std::optional<QString> SortableList::SelectedKey() const
 {
     const QModelIndexList rows = selectionModel()->selectedRows();
     return rows.isEmpty() ? std::nullopt
-                          : std::optional(rows.first().data(TextTableModel::KeyRole).toString());
+                          : std::optional(rows.first().data(TextTableModel::keyRole).toString());
 }
 
 void SortableList::SetUsable(bool usable)
@@ -125,10 +125,11 @@ void SortableList::SortBy(int column)
     }
 }
 
-/// Shows the icon of the current direction in the sorted column's heading and in no other.
+/// Shows the icon of the current direction in the sorted column's heading and in no other. Errors are
+/// reported as the window's.
 void SortableList::SetCHIcons()
 {
-    m_model->ShowSortIcon();
+    Trap(ToUtf8(window()->objectName()), "SetCHIcons", [this] { m_model->ShowSortIcon(); });
 }
 
 void SortableList::SelectKey(const std::optional<QString>& key)
@@ -136,7 +137,7 @@ void SortableList::SelectKey(const std::optional<QString>& key)
     QModelIndex row = m_model->index(0, 0);
     if (key) {
         const QModelIndexList found =
-            m_model->match(row, TextTableModel::KeyRole, *key, 1, Qt::MatchExactly | Qt::MatchCaseSensitive);
+            m_model->match(row, TextTableModel::keyRole, *key, 1, Qt::MatchExactly | Qt::MatchCaseSensitive);
         row = found.isEmpty() ? row : found.first();
     }
     if (row.isValid()) {

@@ -42,7 +42,7 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return row.cells.value(index.column());
-    case KeyRole:
+    case keyRole:
         return row.key;
     default:
         return {};

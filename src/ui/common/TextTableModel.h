@@ -21,7 +21,7 @@ public:
     };
 
     /// The row's key.
-    static constexpr int KeyRole = Qt::UserRole;
+    static constexpr int keyRole = Qt::UserRole;
 
     TextTableModel(QStringList headings, QObject* parent);
 

@@ -3,10 +3,10 @@
 #include "EntryModule.h"
 #include "core/ErrorLog.h"
 #include "core/Paths.h"
+#include "core/Twips.h"
 #include "qt/Strings.h"
 #include "ui/common/ClickLabel.h"
 #include "ui/common/LeaveGuard.h"
-#include "ui/common/Twips.h"
 
 #include <QApplication>
 #include <QGroupBox>

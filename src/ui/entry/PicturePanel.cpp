@@ -1,10 +1,11 @@
 #include "PicturePanel.h"
 
 #include "PictureFile.h"
+#include "PictureSource.h"
 #include "PictureSurface.h"
 #include "core/ErrorLog.h"
+#include "core/Twips.h"
 #include "qt/Strings.h"
-#include "ui/common/Twips.h"
 #include "ui_PicturePanel.h"
 
 #include <QDir>
@@ -18,28 +19,40 @@ constexpr int scrollSteps = 20;
 
 } // namespace
 
+/// Connects `signal` of `control` to `body`. Errors in it are reported as those of the window's routine
+/// `control`_`event`.
+template <typename Control, typename Signal>
+void PicturePanel::Handle(Control* control, Signal signal, const char* event, void (PicturePanel::*body)())
+{
+    const std::string routine = ToUtf8(control->objectName()) + '_' + event;
+    connect(control, signal, this, [this, routine, body] {
+        Trap(ToUtf8(window()->objectName()), routine, [&] { (this->*body)(); });
+    });
+}
+
 PicturePanel::PicturePanel(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::PicturePanel>())
 {
     m_ui->setupUi(this);
-    m_surface = new PictureSurface(m_ui->frPic);
+    m_source = new PictureSource(m_ui->frPic);
+    m_surface = new PictureSurface(*m_source, m_ui->frPic);
     Reset();
-    connect(m_ui->cmdLoad, &QPushButton::clicked, this,
-            [this] { Handle("cmdLoad_Click", &PicturePanel::ChoosePicture); });
-    connect(m_ui->cmdRemove, &QPushButton::clicked, this,
-            [this] { Handle("cmdRemove_Click", &PicturePanel::RemovePicture); });
-    connect(m_ui->sldZoom, &QSlider::valueChanged, this, &PicturePanel::ApplyZoom);
-    connect(m_ui->sldZoom, &QSlider::sliderReleased, this, &PicturePanel::ApplyZoom);
+    Handle(m_ui->cmdLoad, &QPushButton::clicked, "Click", &PicturePanel::ChoosePicture);
+    Handle(m_ui->cmdRemove, &QPushButton::clicked, "Click", &PicturePanel::RemovePicture);
+    Handle(m_ui->sldZoom, &QSlider::valueChanged, "Change", &PicturePanel::ApplyZoom);
+    Handle(m_ui->sldZoom, &QSlider::sliderReleased, "MouseUp", &PicturePanel::ApplyZoom);
     for (QScrollBar* bar : {m_ui->hscPic, m_ui->vscPic}) {
-        connect(bar, &QScrollBar::valueChanged, this, &PicturePanel::PlaceByScrollbars);
+        Handle(bar, &QScrollBar::sliderMoved, "Scroll", &PicturePanel::PlaceByScrollbars);
+        Handle(bar, &QScrollBar::valueChanged, "Change", &PicturePanel::PlaceByScrollbars);
     }
 }
 
 PicturePanel::~PicturePanel() = default;
 
 void PicturePanel::Attach(const Program& program, EditedRecord& record, std::size_t position,
-                          const QString& name, QWidget* focusAfterRemove)
+                          const QString& surfaceName, const QString& sourceName, QWidget* focusAfterRemove)
 {
-    m_surface->setObjectName(name);
+    m_surface->setObjectName(surfaceName);
+    m_source->setObjectName(sourceName);
     m_program = &program;
     m_record = &record;
     m_position = position;
@@ -65,8 +78,8 @@ void PicturePanel::Guarded(Body&& body)
 
 void PicturePanel::Reset()
 {
-    m_surface->SetPicture({});
-    m_surface->setGeometry(QRect({0, 0}, VisibleArea()));
+    m_source->SetPicture({});
+    SizeToPicture();
     m_shownAsChosen = false;
     SetSliderEnabled();
     ScrollbarStuff();
@@ -78,8 +91,8 @@ void PicturePanel::ShowRecord()
     if (const QFileInfo file(PicturePath()); file.exists() && !file.isDir()) {
         LoadPicture();
     }
-    m_ui->cmdRemove->setEnabled(m_surface->HasPicture());
-    m_ui->cmdLoad->setEnabled(!m_surface->HasPicture());
+    m_ui->cmdRemove->setEnabled(m_source->HasPicture());
+    m_ui->cmdLoad->setEnabled(!m_source->HasPicture());
     SetZoomToMaximum();
     ApplyZoom();
 }
@@ -91,30 +104,41 @@ QString PicturePanel::PicturePath() const
                           : QDir(FromUtf8(m_program->folder.GetAppPath() + '/')).filePath(FromUtf8(stored));
 }
 
-QSize PicturePanel::VisibleArea() const
+/// The frame less its margin at the right and at the bottom.
+QRect PicturePanel::VisibleArea() const
 {
-    return m_ui->frPic->contentsRect().size() - QSize(frameMargin, frameMargin);
+    return m_ui->frPic->contentsRect().adjusted(0, 0, -frameMargin, -frameMargin);
+}
+
+/// Gives the source and the surface the picture's natural size, or without a picture that of the frame.
+void PicturePanel::SizeToPicture()
+{
+    const QRect area = VisibleArea();
+    const QRect picture(area.topLeft(), m_source->HasPicture() ? m_source->NaturalSize() : area.size());
+    m_source->setGeometry(picture);
+    m_surface->setGeometry(picture);
+    m_surface->update();
 }
 
 void PicturePanel::LoadPicture()
 {
-    m_surface->SetPicture({});
+    m_source->SetPicture({});
     Guarded([this] {
         const QString path = PicturePath();
         if (!path.isEmpty()) {
-            m_surface->SetPicture(ReadPicture(path));
+            m_source->SetPicture(ReadPicture(path));
         }
     });
-    m_surface->setGeometry(QRect({0, 0}, m_surface->HasPicture() ? m_surface->NaturalSize() : VisibleArea()));
+    SizeToPicture();
     SetSliderEnabled();
 }
 
 void PicturePanel::SetSliderEnabled()
 {
-    const QSize natural = m_surface->NaturalSize();
-    const QSize area = VisibleArea();
+    const QSize natural = m_source->NaturalSize();
+    const QRect area = VisibleArea();
     const bool larger = natural.height() > area.height() && natural.width() > area.width();
-    m_ui->sldZoom->setEnabled(m_shownAsChosen ? m_surface->HasPicture() : larger);
+    m_ui->sldZoom->setEnabled(m_shownAsChosen ? m_source->HasPicture() : larger);
 }
 
 void PicturePanel::SetZoomToMaximum()
@@ -125,7 +149,7 @@ void PicturePanel::SetZoomToMaximum()
 
 void PicturePanel::ApplyZoom()
 {
-    if (!m_surface->HasPicture()) {
+    if (!m_source->HasPicture()) {
         return;
     }
     if (m_ui->sldZoom->value() == 0) {
@@ -134,25 +158,27 @@ void PicturePanel::ApplyZoom()
     }
     Guarded([this] {
         m_surface->resize(
-            (m_surface->NaturalSize() * (m_ui->sldZoom->value() / 100.0)).expandedTo(QSize(1, 1)));
+            (m_source->NaturalSize() * (m_ui->sldZoom->value() / 100.0)).expandedTo(QSize(1, 1)));
         ScrollbarStuff();
     });
 }
 
 void PicturePanel::ScrollbarStuff()
 {
-    SetScrollbarsEnabled();
-    for (QScrollBar* bar : {m_ui->hscPic, m_ui->vscPic}) {
-        bar->setValue(0);
-    }
-    PlaceByScrollbars();
+    Trap(ToUtf8(window()->objectName()), "ScrollbarStuff", [this] {
+        SetScrollbarsEnabled();
+        for (QScrollBar* bar : {m_ui->hscPic, m_ui->vscPic}) {
+            bar->setValue(0);
+        }
+        PlaceByScrollbars();
+    });
 }
 
 void PicturePanel::SetScrollbarsEnabled()
 {
-    const QSize area = VisibleArea();
-    m_ui->vscPic->setEnabled(m_surface->HasPicture() && m_surface->height() > area.height());
-    m_ui->hscPic->setEnabled(m_surface->HasPicture() && m_surface->width() > area.width());
+    const QRect area = VisibleArea();
+    m_ui->vscPic->setEnabled(m_source->HasPicture() && m_surface->height() > area.height());
+    m_ui->hscPic->setEnabled(m_source->HasPicture() && m_surface->width() > area.width());
     for (QScrollBar* bar : {m_ui->hscPic, m_ui->vscPic}) {
         bar->setValue(bar->isEnabled() ? bar->value() : 0);
     }
@@ -162,16 +188,10 @@ void PicturePanel::PlaceByScrollbars()
 {
     const QRect area = m_ui->frPic->contentsRect();
     const auto place = [](int frame, int picture, const QScrollBar* bar) {
-        return bar->isEnabled() ? (frame - picture) * bar->value() / scrollSteps : 0;
+        return bar->isEnabled() ? (frame - picture) * bar->sliderPosition() / scrollSteps : 0;
     };
     m_surface->move(area.topLeft() + QPoint(place(area.width(), m_surface->width(), m_ui->hscPic),
                                             place(area.height(), m_surface->height(), m_ui->vscPic)));
-}
-
-/// Errors are the window's own, whichever window the panel stands in.
-void PicturePanel::Handle(const char* routine, void (PicturePanel::*body)())
-{
-    Trap(ToUtf8(window()->objectName()), routine, [&] { (this->*body)(); });
 }
 
 void PicturePanel::ChoosePicture()
@@ -219,8 +239,8 @@ void PicturePanel::TakePath(const std::string& path)
 void PicturePanel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    if (!m_surface->HasPicture()) {
-        m_surface->resize(VisibleArea());
+    if (!m_source->HasPicture()) {
+        SizeToPicture();
     }
     SetSliderEnabled();
     SetScrollbarsEnabled();

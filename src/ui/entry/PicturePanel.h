@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <memory>
 
+class PictureSource;
 class PictureSurface;
 
 namespace Ui
@@ -27,10 +28,11 @@ public:
     PicturePanel& operator=(const PicturePanel&) = delete;
     ~PicturePanel() override;
 
-    /// To be called once: the record's child at `position` holds the path; the picture is called `name`;
-    /// `focusAfterRemove` gets the focus when the user removed it.
-    void Attach(const Program& program, EditedRecord& record, std::size_t position, const QString& name,
-                QWidget* focusAfterRemove);
+    /// To be called once: the record's child at `position` holds the path; `surfaceName` and `sourceName` are
+    /// the object names of the picture shown and of the hidden one that it is drawn from; `focusAfterRemove`
+    /// gets the focus when the user removed it.
+    void Attach(const Program& program, EditedRecord& record, std::size_t position,
+                const QString& surfaceName, const QString& sourceName, QWidget* focusAfterRemove);
 
     /// Empties the panel.
     void Reset();
@@ -57,12 +59,15 @@ private:
     void PlaceByScrollbars();
     void SetZoomToMaximum();
     QString PicturePath() const;
-    QSize VisibleArea() const;
+    QRect VisibleArea() const;
+    void SizeToPicture();
     template <typename Body>
     void Guarded(Body&& body);
-    void Handle(const char* routine, void (PicturePanel::*body)());
+    template <typename Control, typename Signal>
+    void Handle(Control* control, Signal signal, const char* event, void (PicturePanel::*body)());
 
     std::unique_ptr<Ui::PicturePanel> m_ui;
+    PictureSource* m_source;
     PictureSurface* m_surface;
     const Program* m_program = nullptr;
     EditedRecord* m_record = nullptr;

@@ -15,7 +15,7 @@ fEntry::fEntry(const Program& program, QWidget* parent)
     m_ui->pageWeather->Attach(Binder());
     m_ui->pageComments->Attach(program, Binder(), Guard());
     m_ui->picturePanel->Attach(program, Edited(), EntryField::Picture, QStringLiteral("picCatch"),
-                               m_ui->cmdCancel);
+                               QStringLiteral("imgCatch"), m_ui->cmdCancel);
     Prepare(m_ui->cmdOK, m_ui->cmdCancel);
 
     connect(m_ui->sstEntry, &QTabWidget::currentChanged, this, &fEntry::sstEntry_Click);

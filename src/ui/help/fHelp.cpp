@@ -57,10 +57,13 @@ fHelp::fHelp(QWidget* parent) : QDialog(parent), m_browser(new QTextBrowser(this
     layout->addWidget(m_browser);
     layout->addLayout(buttons);
 
-    connect(contents, &QPushButton::clicked, this, &fHelp::ShowContents);
-    connect(back, &QPushButton::clicked, m_browser, &QTextBrowser::backward);
+    connect(contents, &QPushButton::clicked, this,
+            [this] { Trap(module, "cmdContents_Click", [this] { ShowContents(); }); });
+    connect(back, &QPushButton::clicked, this,
+            [this] { Trap(module, "cmdBack_Click", [this] { m_browser->backward(); }); });
     connect(m_browser, &QTextBrowser::backwardAvailable, back, &QPushButton::setEnabled);
-    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+    connect(close, &QPushButton::clicked, this,
+            [this] { Trap(module, "cmdClose_Click", [this] { reject(); }); });
     m_browser->setFocus();
 }
 

@@ -34,7 +34,7 @@ dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
         new KeyFilter(box, QStringLiteral("-.#$%'"));
     }
     m_ui->picturePanel->Attach(program, Edited(), LocationField::LocPicture, QStringLiteral("picLoc"),
-                               m_ui->cmdCancel);
+                               QStringLiteral("imgLoc"), m_ui->cmdCancel);
     Prepare(m_ui->cmdOK, m_ui->cmdCancel);
     connect(m_ui->chkDST, &QCheckBox::clicked, this, &dlgLocMaint::chkDST_Click);
     connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &dlgLocMaint::EnableSave);

@@ -47,10 +47,9 @@ fLocs::fLocs(const Program& program, QWidget* parent)
     connect(m_ui->cmdEdit, &QPushButton::clicked, this, &fLocs::Edit);
     connect(m_ui->cmdDelete, &QPushButton::clicked, this, &fLocs::Delete);
     connect(m_ui->cmdPrint, &QPushButton::clicked, this, &fLocs::cmdPrint_Click);
-    connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
-    connect(m_ui->lvwLocs, &SortableList::OpenRequested, this, &fLocs::Edit);
-    connect(m_ui->lvwLocs, &SortableList::Pressed, this,
-            [this] { Trap(module, "lvwLocs_MouseDown", [this] { SetControls(); }); });
+    connect(m_ui->cmdOK, &QPushButton::clicked, this, &fLocs::cmdOK_Click);
+    connect(m_ui->lvwLocs, &SortableList::OpenRequested, this, &fLocs::lvwLocs_DblClick);
+    connect(m_ui->lvwLocs, &SortableList::Pressed, this, &fLocs::lvwLocs_MouseDown);
     connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_N), this), &QShortcut::activated, this,
             &fLocs::Add);
     connect(new QShortcut(QKeySequence(Qt::Key_F2), this), &QShortcut::activated, this, &fLocs::Edit);
@@ -134,6 +133,21 @@ void fLocs::Delete()
             Maintain(SelectedLocation(), true);
         }
     });
+}
+
+void fLocs::lvwLocs_MouseDown()
+{
+    Trap(module, "lvwLocs_MouseDown", [this] { SetControls(); });
+}
+
+void fLocs::lvwLocs_DblClick()
+{
+    Trap(module, "lvwLocs_DblClick", [this] { Edit(); });
+}
+
+void fLocs::cmdOK_Click()
+{
+    Trap(module, "cmdOK_Click", [this] { accept(); });
 }
 
 void fLocs::cmdPrint_Click()

@@ -30,7 +30,10 @@ private:
     void Add();
     void Edit();
     void Delete();
+    void lvwLocs_MouseDown();
+    void lvwLocs_DblClick();
     void cmdPrint_Click();
+    void cmdOK_Click();
     void Maintain(std::int16_t locationNumber, bool deleteMode);
     std::int16_t SelectedLocation() const;
 

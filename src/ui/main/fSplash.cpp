@@ -1,5 +1,6 @@
 #include "fSplash.h"
 
+#include "core/ErrorLog.h"
 #include "qt/Icons.h"
 #include "ui_fSplash.h"
 
@@ -12,6 +13,7 @@
 namespace
 {
 
+constexpr std::string_view module = "fSplash";
 constexpr std::chrono::milliseconds splashTime{2500};
 constexpr QSize pictureSize(480, 270);
 
@@ -36,8 +38,9 @@ fSplash::fSplash(const QString& folder, QWidget* parent)
     tShow->setObjectName(QStringLiteral("tShow"));
     tShow->setSingleShot(true);
     tShow->setInterval(splashTime);
-    connect(tShow, &QTimer::timeout, this, &QDialog::accept);
-    connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(tShow, &QTimer::timeout, this, [this] { Trap(module, "tShow_Timer", [this] { accept(); }); });
+    connect(m_ui->cmdOK, &QPushButton::clicked, this,
+            [this] { Trap(module, "cmdOK_Click", [this] { accept(); }); });
 }
 
 fSplash::~fSplash() = default;

@@ -17,7 +17,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 
-#include <array>
 #include <vector>
 
 namespace
@@ -27,30 +26,13 @@ constexpr std::string_view module = "fTarno";
 constexpr std::string_view tideSection = "KOWRA";
 constexpr std::string_view tideSetting = "XTidePath";
 
-struct Command {
-    const char* button; ///< the toolbar's key
-    const char* icon;
-    int menuIndex; ///< in the pop-up menu
-    const char* menuCaption;
-    void (fTarno::*run)();
-};
-
-constexpr std::array commands{
-    Command{"icoAdd", "add", 0, "Add", &fTarno::Add},
-    Command{"icoEdit", "edit", 1, "Edit", &fTarno::Edit},
-    Command{"icoDelete", "delete", 2, "Delete", &fTarno::Delete},
-    Command{"Earth", "locations", 3, "Locations", &fTarno::Locations},
-    Command{"icoReports", "reports", 4, "Reports", &fTarno::Reports},
-    Command{"icoAbout", "about", 5, "About...", &fTarno::About},
-    Command{"icoTides", "tides", 7, "Tides", &fTarno::Tides},
-};
-
-QString MenuItemName(int index)
-{
-    return QStringLiteral("miPopUp_") + QString::number(index);
-}
-
 } // namespace
+
+struct fTarno::Command {
+    QAction* button;
+    QAction* menuItem;
+    Needs needs;
+};
 
 fTarno::fTarno(const Program& program)
     : m_program(program), m_ui(std::make_unique<Ui::fTarno>()), m_popUp(new QMenu(this))
@@ -58,46 +40,62 @@ fTarno::fTarno(const Program& program)
     m_ui->setupUi(this);
     m_ui->lvwEntry->SetHeadings(LogHeadings());
     m_ui->lvwEntry->FitColumns(LogSamples(), StretchedLogColumn());
-    MakePopUp();
-    ConnectCommands();
+    MakeCommands();
+    ConnectHandlers();
     Form_Load();
 }
 
 fTarno::~fTarno() = default;
 
-void fTarno::MakePopUp()
+void fTarno::MakeCommands()
 {
     m_popUp->setObjectName(QStringLiteral("popPopup"));
-    int index = 0;
-    for (const Command& command : commands) {
-        for (; index < command.menuIndex; ++index) {
-            m_popUp->addSeparator();
-        }
-        QAction* item =
-            m_popUp->addAction(DrawnIcon(QLatin1String(command.icon)), QLatin1String(command.menuCaption));
-        item->setObjectName(MenuItemName(index++));
-    }
+    AddCommand(m_ui->icoAdd, "add", "Add", Needs::Location, &fTarno::Add);
+    AddCommand(m_ui->icoEdit, "edit", "Edit", Needs::Entry, &fTarno::Edit);
+    AddCommand(m_ui->icoDelete, "delete", "Delete", Needs::Entry, &fTarno::Delete);
+    AddCommand(m_ui->Earth, "locations", "Locations", Needs::Nothing, &fTarno::Locations);
+    AddCommand(m_ui->icoReports, "reports", "Reports", Needs::Entry, &fTarno::Reports);
+    AddCommand(m_ui->icoAbout, "about", "About...", Needs::Nothing, &fTarno::About);
+    m_popUp->addSeparator();
+    AddCommand(m_ui->icoTides, "tides", "Tides", Needs::Nothing, &fTarno::Tides);
 }
 
-void fTarno::ConnectCommands()
+/// Appends the command to the pop-up menu; the item's name contains its index there.
+void fTarno::AddCommand(QAction* button, const char* icon, const char* menuCaption, Needs needs,
+                        void (fTarno::*run)())
 {
-    for (const Command& command : commands) {
-        auto* button = findChild<QAction*>(QLatin1String(command.button));
-        button->setIcon(DrawnIcon(QLatin1String(command.icon)));
-        connect(button, &QAction::triggered, this, command.run);
-        connect(findChild<QAction*>(MenuItemName(command.menuIndex)), &QAction::triggered, this, command.run);
-    }
+    const QIcon drawn = DrawnIcon(QLatin1String(icon));
+    const auto index = m_popUp->actions().size();
+    QAction* item = m_popUp->addAction(drawn, QLatin1String(menuCaption));
+    item->setObjectName(QStringLiteral("miPopUp_") + QString::number(index));
+    button->setIcon(drawn);
+    connect(button, &QAction::triggered, this,
+            [this, run] { Trap(module, "tlbTarno_ButtonClick", [&] { (this->*run)(); }); });
+    connect(item, &QAction::triggered, this,
+            [this, run] { Trap(module, "miPopup_Click", [&] { (this->*run)(); }); });
+    m_commands.push_back({button, item, needs});
+}
+
+void fTarno::ConnectHandlers()
+{
     connect(m_ui->cmdExit, &QPushButton::clicked, this, &fTarno::cmdExit_Click);
-    connect(m_ui->lvwEntry, &SortableList::OpenRequested, this, &fTarno::Edit);
-    connect(m_ui->lvwEntry, &SortableList::Pressed, this,
-            [this](Qt::MouseButton button, const QPoint& position) {
-                Trap(module, "lvwEntry_MouseDown", [&] {
-                    EnableCommands();
-                    if (button == Qt::RightButton) {
-                        m_popUp->popup(position);
-                    }
-                });
-            });
+    connect(m_ui->lvwEntry, &SortableList::OpenRequested, this, &fTarno::lvwEntry_DblClick);
+    connect(m_ui->lvwEntry, &SortableList::Pressed, this, &fTarno::lvwEntry_MouseDown);
+}
+
+void fTarno::lvwEntry_DblClick()
+{
+    Trap(module, "lvwEntry_DblClick", [this] { Edit(); });
+}
+
+void fTarno::lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position)
+{
+    Trap(module, "lvwEntry_MouseDown", [&] {
+        EnableCommands();
+        if (button == Qt::RightButton) {
+            m_popUp->popup(position);
+        }
+    });
 }
 
 void fTarno::Form_Load()
@@ -108,7 +106,6 @@ void fTarno::Form_Load()
     });
 }
 
-/// "Add" needs a location; editing, deleting and reporting need an entry.
 void fTarno::EnableCommands()
 {
     RecordList locations;
@@ -121,13 +118,12 @@ void fTarno::EnableCommands()
                   "Your log is empty. A trip needs a place: click \"Locations\" and add one first.")
             : QStringLiteral("No trips yet. Click \"Add\", or press Ctrl+N, to log the first one."));
     const bool anyEntry = m_ui->lvwEntry->RowCount() > 0;
-    for (const Command& command : commands) {
-        const bool needsLocation = command.run == &fTarno::Add;
-        const bool needsEntry =
-            command.run == &fTarno::Edit || command.run == &fTarno::Delete || command.run == &fTarno::Reports;
-        const bool enabled = (!needsLocation || !locations.empty()) && (!needsEntry || anyEntry);
-        findChild<QAction*>(QLatin1String(command.button))->setEnabled(enabled);
-        findChild<QAction*>(MenuItemName(command.menuIndex))->setEnabled(enabled);
+    for (const Command& command : m_commands) {
+        const bool enabled = command.needs == Needs::Location ? !locations.empty()
+                             : command.needs == Needs::Entry  ? anyEntry
+                                                              : true;
+        command.button->setEnabled(enabled);
+        command.menuItem->setEnabled(enabled);
     }
 }
 
@@ -192,7 +188,7 @@ void fTarno::Edit()
 
 void fTarno::Delete()
 {
-    EditSelected("Edit", true); // its errors bear the name of its sister
+    EditSelected("Edit", true); // reports errors as "Edit" (see docs/quirks.md)
 }
 
 void fTarno::Locations()

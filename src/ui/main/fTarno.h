@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QAction;
 class QMenu;
@@ -47,12 +48,19 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    struct Command;
+    enum class Needs { Nothing, Location, Entry };
+
     void Form_Load();
-    void MakePopUp();
-    void ConnectCommands();
+    void MakeCommands();
+    void AddCommand(QAction* button, const char* icon, const char* menuCaption, Needs needs,
+                    void (fTarno::*run)());
+    void ConnectHandlers();
     void LoadEntryList();
     void SetControls(bool usable);
     void EnableCommands();
+    void lvwEntry_DblClick();
+    void lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position);
     void cmdExit_Click();
     bool MayLoseUnsaved();
     void EditSelected(const char* routine, bool remove);
@@ -63,5 +71,6 @@ private:
     const Program& m_program;
     std::unique_ptr<Ui::fTarno> m_ui;
     QMenu* m_popUp;
+    std::vector<Command> m_commands; ///< with what has to exist before one is enabled
     bool m_exitConfirmed = false;
 };

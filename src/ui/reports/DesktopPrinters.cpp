@@ -1,6 +1,7 @@
 #include "DesktopPrinters.h"
 
 #include "core/Error.h"
+#include "core/Twips.h"
 
 #include <QPageSetupDialog>
 #include <QPainter>
@@ -12,7 +13,6 @@
 namespace
 {
 
-constexpr int twipsToTheInch = 1440;
 constexpr qreal margin = 20; // millimetres
 
 } // namespace
@@ -50,7 +50,7 @@ bool DesktopPrinters::Print(QWidget* parent, const PrintJob& job)
             throw Error(ErrorNumber::DeviceInputOutput);
         }
         painter.save();
-        const double scale = static_cast<double>(printer.resolution()) / twipsToTheInch;
+        const double scale = static_cast<double>(printer.resolution()) / twipsPerInch;
         painter.scale(scale, scale);
         job.paint(painter, page - 1);
         painter.restore();

@@ -1,5 +1,6 @@
 #include "PreviewView.h"
 
+#include "core/Twips.h"
 #include "reports/engine/PaintPage.h"
 
 #include <QKeyEvent>
@@ -12,7 +13,6 @@
 namespace
 {
 
-constexpr int twipsToThePixel = 15;
 constexpr int gap = 16; // around and between the pages
 constexpr int shadow = 3;
 constexpr int smallestZoom = 10;
@@ -49,7 +49,7 @@ int PreviewView::Rows() const
 
 QSize PreviewView::PaperSize() const
 {
-    return m_document != nullptr ? m_document->paper * (m_zoom / 100.0) / twipsToThePixel : QSize();
+    return m_document != nullptr ? m_document->paper * (m_zoom / 100.0) / twipsPerPixel : QSize();
 }
 
 /// Where the page stands in the viewport.
@@ -118,7 +118,7 @@ void PreviewView::ApplyFit()
     if (m_document == nullptr || m_fit == Fit::None) {
         return;
     }
-    const QSizeF natural = QSizeF(m_document->paper) / twipsToThePixel;
+    const QSizeF natural = QSizeF(m_document->paper) / twipsPerPixel;
     const int scrollBar = verticalScrollBar()->sizeHint().width();
     const double across = (maximumViewportSize().width() - scrollBar - (m_pagesAcross + 1) * gap) /
                           (natural.width() * m_pagesAcross);
@@ -216,7 +216,7 @@ void PreviewView::paintEvent(QPaintEvent* event)
         painter.save();
         painter.setClipRect(paper & event->rect());
         painter.translate(paper.topLeft());
-        const double scale = m_zoom / 100.0 / twipsToThePixel;
+        const double scale = m_zoom / 100.0 / twipsPerPixel;
         painter.scale(scale, scale);
         PaintPage(painter, *m_document, static_cast<std::size_t>(page));
         painter.restore();

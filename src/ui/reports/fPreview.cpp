@@ -43,8 +43,10 @@ fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
     layout->addWidget(m_toolBar);
     layout->addWidget(m_view);
     m_view->setFocus();
-    connect(m_view, &PreviewView::CurrentPageChanged, this, &fPreview::ShowPage);
-    connect(m_view, &PreviewView::ZoomChanged, this, &fPreview::ShowZoom);
+    connect(m_view, &PreviewView::CurrentPageChanged, this,
+            [this] { Trap(module, "arvPreview_PageChange", [this] { ShowPage(); }); });
+    connect(m_view, &PreviewView::ZoomChanged, this,
+            [this] { Trap(module, "arvPreview_ZoomChange", [this] { ShowZoom(); }); });
 }
 
 fPreview::~fPreview() = default;
@@ -143,8 +145,10 @@ void fPreview::AddNavigation()
     m_page->setRange(1, m_view->PageCount());
     m_toolBar->addWidget(m_page);
     connect(m_page, &QSpinBox::valueChanged, this, [this](int page) {
-        m_view->GoTo(page - 1);
-        ShowPage();
+        Trap(module, "txtPreviewPage_Change", [&] {
+            m_view->GoTo(page - 1);
+            ShowPage();
+        });
     });
     Describe(AddAction("tolNext", QStringLiteral(">"), QKeySequence(Qt::CTRL | Qt::Key_PageDown),
                        &fPreview::NextPage),
@@ -170,8 +174,9 @@ void fPreview::AddZoom()
         m_zoom->addItem(QStringLiteral("%1 %").arg(percent), percent);
     }
     m_toolBar->addWidget(m_zoom);
-    connect(m_zoom, &QComboBox::activated, this, &fPreview::ChooseZoom);
-    connect(m_zoom->lineEdit(), &QLineEdit::returnPressed, this, &fPreview::ChooseZoom);
+    const auto choose = [this] { Trap(module, "cboZoom_Click", [this] { ChooseZoom(); }); };
+    connect(m_zoom, &QComboBox::activated, this, choose);
+    connect(m_zoom->lineEdit(), &QLineEdit::returnPressed, this, choose);
     Describe(AddAction("tolZoomIn", QStringLiteral("+"), QKeySequence::ZoomIn, &fPreview::ZoomIn),
              QStringLiteral("Larger"));
     m_toolBar->addSeparator();

@@ -57,8 +57,8 @@ private Q_SLOTS:
         QCOMPARE(model.rowCount(), 2);
         QCOMPARE(Cell(model, 0, 0), QStringLiteral("b"));
         QCOMPARE(Cell(model, 1, 1), QStringLiteral("9:00"));
-        QCOMPARE(model.index(1, 0).data(TextTableModel::KeyRole).toString(), QStringLiteral("K2"));
-        QCOMPARE(model.index(1, 1).data(TextTableModel::KeyRole).toString(), QStringLiteral("K2"));
+        QCOMPARE(model.index(1, 0).data(TextTableModel::keyRole).toString(), QStringLiteral("K2"));
+        QCOMPARE(model.index(1, 1).data(TextTableModel::keyRole).toString(), QStringLiteral("K2"));
     }
 
     void rows_setAgain_replaceTheOldOnes()
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(Texts(model), List("b B A a"));
         model.sort(1);
         QCOMPARE(Texts(model), List("b A a B"));
-        QCOMPARE(model.index(1, 0).data(TextTableModel::KeyRole).toString(), QStringLiteral("2"));
+        QCOMPARE(model.index(1, 0).data(TextTableModel::keyRole).toString(), QStringLiteral("2"));
     }
 
     void sort_followsTheUsersLanguage()
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QCOMPARE(first.column(), 1);
         model.sort(0, Qt::DescendingOrder);
         QCOMPARE(first.row(), 0);
-        QCOMPARE(first.data(TextTableModel::KeyRole).toString(), QStringLiteral("1"));
+        QCOMPARE(first.data(TextTableModel::keyRole).toString(), QStringLiteral("1"));
     }
 };
 

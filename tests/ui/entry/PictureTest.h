@@ -34,6 +34,15 @@ int EditPicture(ProgramWithPlace& program, const char* name, const std::string& 
     return EditPicture(program, program.folder.PathOf(name), std::forward<Steps>(steps));
 }
 
+inline FileQuestion ChooseIn(const TestProgram& program)
+{
+    return {.title = QStringLiteral("Select the image to display"),
+            .filter = QStringLiteral("*.bmp,*.jpg,*.tif,*.gif,*.ico,*.wmf "
+                                     "(*.bmp *.jpg *.tif *.gif *.ico *.wmf);;All Files (*)"),
+            .folder = FromUtf8(program.folder.Path() + '/'),
+            .fileName = QStringLiteral("Image Files")};
+}
+
 inline QSlider& Zoom(const QWidget& editor)
 {
     return Find<QSlider>(editor, "sldZoom");
@@ -47,6 +56,12 @@ inline QScrollBar& Down(const QWidget& editor)
 inline QWidget& Picture(const QWidget& editor)
 {
     return Find<QWidget>(editor, "picCatch");
+}
+
+/// The hidden picture that the visible one is drawn from.
+inline QWidget& Source(const QWidget& editor)
+{
+    return Find<QWidget>(editor, "imgCatch");
 }
 
 /// Where the picture can be seen, in the coordinates of its parent.

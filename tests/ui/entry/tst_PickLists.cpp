@@ -1,8 +1,8 @@
 #include "PickListTest.h"
+#include "core/Twips.h"
 #include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/TestClass.h"
-#include "ui/common/Twips.h"
 #include "ui/entry/PickLists.h"
 
 #include <QGroupBox>

@@ -10,15 +10,6 @@
 namespace
 {
 
-FileQuestion ChooseIn(const TestProgram& program)
-{
-    return {.title = QStringLiteral("Select the image to display"),
-            .filter = QStringLiteral("*.bmp,*.jpg,*.tif,*.gif,*.ico,*.wmf "
-                                     "(*.bmp *.jpg *.tif *.gif *.ico *.wmf);;All Files (*)"),
-            .folder = FromUtf8(program.folder.Path() + '/'),
-            .fileName = QStringLiteral("Image Files")};
-}
-
 void ExpectPictureProblem(TestProgram& program)
 {
     program.messages.ExpectTold(

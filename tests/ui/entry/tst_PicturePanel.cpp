@@ -1,8 +1,11 @@
 #include "PictureTest.h"
 #include "support/Pictures.h"
 #include "support/TestClass.h"
+#include "ui/entry/PicturePanel.h"
 
 #include <QStyleOptionSlider>
+
+#include <utility>
 
 // The picture panel: its controls, zooming and scrolling.
 
@@ -88,6 +91,36 @@ private Q_SLOTS:
             QCOMPARE(Picture(editor).size(), size);
             QCOMPARE(Picture(editor).pos(), Frame(editor).topLeft());
             QCOMPARE(EnabledControls(editor), enabled);
+            Close(editor);
+        });
+    }
+
+    void source_holdsThePictureAtItsNaturalSize()
+    {
+        ProgramWithPlace program;
+        EditPicture(program, "catch.png", Pictures::Png(2000, 1500), [](QDialog& editor) {
+            QCOMPARE(Source(editor).parentWidget(), &Find<QWidget>(editor, "frPic"));
+            QVERIFY(Source(editor).isHidden());
+            QVERIFY(!Picture(editor).isHidden());
+            QCOMPARE(Source(editor).size(), QSize(2000, 1500));
+            Zoom(editor).setValue(50);
+            Down(editor).setValue(20);
+            QCOMPARE(Source(editor).geometry(), QRect(Frame(editor).topLeft(), QSize(2000, 1500)));
+            Close(editor);
+        });
+    }
+
+    void source_withoutPicture_coversTheEmptyPanel()
+    {
+        ProgramWithPlace program;
+        program.messages.Expect(saveQuestion, Button::No);
+        EditPicture(program, "catch.png", Pictures::Png(2000, 1500), [](QDialog& editor) {
+            Click(editor, "cmdRemove");
+            QVERIFY(Source(editor).isHidden());
+            QCOMPARE(Source(editor).geometry(), Picture(editor).geometry());
+            QCOMPARE(Source(editor).size(), Frame(editor).size() - QSize(1, 1));
+            editor.resize(editor.size() + QSize(200, 200));
+            QTRY_COMPARE_WITH_TIMEOUT(Source(editor).size(), Frame(editor).size() - QSize(1, 1), patience);
             Close(editor);
         });
     }
@@ -268,6 +301,21 @@ private Q_SLOTS:
         });
     }
 
+    void scrolling_byDragging_movesThePicture()
+    {
+        ProgramWithPlace program;
+        EditPicture(program, "catch.png", Pictures::Png(4000, 3000), [](QDialog& editor) {
+            QScrollBar& bar = Down(editor);
+            bar.setSliderDown(true);
+            bar.setSliderPosition(20);
+            QCOMPARE(Picture(editor).geometry().bottom(), Frame(editor).bottom());
+            bar.setSliderPosition(0);
+            QCOMPARE(Picture(editor).geometry().top(), Frame(editor).top());
+            bar.setSliderDown(false);
+            Close(editor);
+        });
+    }
+
     void window_enlarged_followsTheRules()
     {
         const QSize size = FrameSize() + QSize(40, 60);
@@ -281,6 +329,36 @@ private Q_SLOTS:
             QCOMPARE(Picture(editor).geometry(), QRect(Frame(editor).topLeft(), size));
             Close(editor);
         });
+    }
+
+    void buttons_thatFail_reportAsTheWindow()
+    {
+        TestProgram program;
+        program.Start();
+        program.folder.Write("catch.png", Pictures::Png(100, 60));
+        Record entry;
+        program.sql.EntryGet(0, entry);
+        entry.SetText(EntryField::Picture, "catch.png");
+        EditedRecord edited;
+        edited.Begin(std::move(entry));
+        QDialog window;
+        window.setObjectName(QStringLiteral("fPictures"));
+        PicturePanel panel(&window);
+        panel.Attach(program.program, edited, EntryField::Picture, QStringLiteral("picCatch"),
+                     QStringLiteral("imgCatch"), &window);
+        panel.ShowRecord();
+        panel.resize(400, 300);
+        window.resize(400, 300);
+        window.show();
+        AwaitActive(window);
+        edited.Begin({}); // a record without a value for the picture
+        program.reports.Expect("fPictures", "cmdRemove_Click", ErrorNumber::ObjectNotSet);
+        Click(window, "cmdRemove");
+        Find<QWidget>(window, "cmdLoad").setEnabled(true);
+        program.reports.Expect("fPictures", "cmdLoad_Click", ErrorNumber::ObjectNotSet);
+        program.files.ExpectOpen(ChooseIn(program), FromUtf8(program.folder.PathOf("catch.png")));
+        Click(window, "cmdLoad");
+        QVERIFY(window.isVisible());
     }
 };
 

@@ -133,6 +133,8 @@ private Q_SLOTS:
             const QRect frame = Find<QWidget>(location, "frPic").contentsRect();
             Find<QSlider>(location, "sldZoom").setValue(50);
             QCOMPARE(picture.size(), QSize(2000, 1500));
+            QVERIFY(Find<QWidget>(location, "imgLoc").isHidden());
+            QCOMPARE(Find<QWidget>(location, "imgLoc").size(), QSize(4000, 3000));
             Find<QScrollBar>(location, "vscPic").setValue(20);
             QCOMPARE(picture.geometry().bottom(), frame.bottom());
             QCOMPARE(picture.geometry().left(), frame.left());

@@ -80,7 +80,7 @@ inline std::vector<std::string> Keys(const QWidget& window)
     const QAbstractItemModel* model = List(window).model();
     std::vector<std::string> keys;
     for (int row = 0; row < model->rowCount(); ++row) {
-        keys.push_back(ToUtf8(model->index(row, 0).data(TextTableModel::KeyRole).toString()));
+        keys.push_back(ToUtf8(model->index(row, 0).data(TextTableModel::keyRole).toString()));
     }
     return keys;
 }
