@@ -90,7 +90,7 @@ void AddHeading(ReportSection& header, const Heading& heading)
         ReportControl& label = AddLabel(header, QLatin1String(part.name), QLatin1String(part.caption),
                                         {0, smallTop, part.width, smallHeight}, Tahoma());
         label.Page = part.page;
-        label.Alignment = Alignment::Center;
+        label.Alignment = TextAlignment::Center;
     }
 }
 

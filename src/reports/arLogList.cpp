@@ -90,14 +90,14 @@ void arLogList::LayOutColumns(int printableWidth)
         ReportControl& label =
             AddLabel(PageHeader, QLatin1String("lbl") + dataName, FromUtf8(column.Text(FieldField::Label)),
                      {Twips(left), Twips(top), Twips(width), headingHeight}, Tahoma(8, true));
-        label.VerticalAlignment = VerticalAlignment::Middle;
+        label.VerticalAlignment = VerticalTextAlignment::Middle;
         label.MultiLine = true; // a long heading has room for a second line
 
         ReportControl& field =
             AddField(Detail, QLatin1String("fld") + dataName, dataName,
                      {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
                      Tahoma(FontSize(column)), ToInt16(column.Text(FieldField::Grow)) != 0);
-        field.VerticalAlignment = VerticalAlignment::Middle;
+        field.VerticalAlignment = VerticalTextAlignment::Middle;
         label.PaddingRight = field.PaddingRight = twipsPerColumnMillimetre; // columns touch, texts shall not
 
         left = RoundToInt16(left + width);

@@ -25,7 +25,7 @@ struct PlacedText {
     QString name; ///< of the control
     QRect box;    ///< in the band
     ReportFont font;
-    Alignment alignment = Alignment::Left;
+    TextAlignment alignment = TextAlignment::Left;
     PageText page = PageText::None;
     int lineHeight = 0;
     std::vector<TextLine> lines;

@@ -95,7 +95,7 @@ int GrowthFor(const ReportControl& control, int lines, int lineHeight)
         return 0;
     }
     const bool hasRoom =
-        control.VerticalAlignment == VerticalAlignment::Middle && control.Height >= lineHeight;
+        control.VerticalAlignment == VerticalTextAlignment::Middle && control.Height >= lineHeight;
     return needed + (hasRoom ? control.Height % lineHeight : 0) - control.Height;
 }
 
@@ -147,8 +147,8 @@ PlacedText Placed(const ReportControl& control, const QStringList& lines, TextMe
     text.lineHeight = measurer.For(control.Font).lineHeight;
     const int room = std::max(0, control.Height - static_cast<int>(lines.size()) * text.lineHeight);
     int top = control.Top;
-    if (control.VerticalAlignment != VerticalAlignment::Top) {
-        top += control.VerticalAlignment == VerticalAlignment::Middle ? room / 2 : room;
+    if (control.VerticalAlignment != VerticalTextAlignment::Top) {
+        top += control.VerticalAlignment == VerticalTextAlignment::Middle ? room / 2 : room;
     }
     for (const QString& line : lines) {
         if (top + text.lineHeight > control.Top + control.Height && !text.lines.empty()) {

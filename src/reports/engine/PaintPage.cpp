@@ -51,9 +51,9 @@ private:
             }
             const qreal width = measure.metrics.horizontalAdvance(words[i]);
             const qreal room = text.box.width() - width;
-            const qreal left = text.alignment == Alignment::Left || room < 0 ? 0
-                               : text.alignment == Alignment::Right          ? room
-                                                                             : room / 2;
+            const qreal left = text.alignment == TextAlignment::Left || room < 0 ? 0
+                               : text.alignment == TextAlignment::Right          ? room
+                                                                                 : room / 2;
             const QPointF baseline(text.box.left() + left, top + measure.metrics.ascent());
             if (room >= 0) {
                 m_painter.drawText(baseline, words[i]);

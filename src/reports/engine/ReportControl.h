@@ -7,8 +7,8 @@
 
 // What a report is made of. All lengths are twips: 1440 to the inch, 15 to a device-independent pixel.
 
-enum class Alignment { Left = 0, Right = 1, Center = 2 };
-enum class VerticalAlignment { Top = 0, Middle = 1, Bottom = 2 };
+enum class TextAlignment { Left = 0, Right = 1, Center = 2 };
+enum class VerticalTextAlignment { Top = 0, Middle = 1, Bottom = 2 };
 
 struct ReportFont {
     QString Name;
@@ -36,8 +36,8 @@ struct ReportControl {
     // labels and fields
     QString Text; ///< a label's caption; a field's value, set from its data before Detail_Format
     ReportFont Font;
-    ::Alignment Alignment = ::Alignment::Left;
-    ::VerticalAlignment VerticalAlignment = ::VerticalAlignment::Top;
+    TextAlignment Alignment = TextAlignment::Left;
+    VerticalTextAlignment VerticalAlignment = VerticalTextAlignment::Top;
     PageText Page = PageText::None;
 
     // fields

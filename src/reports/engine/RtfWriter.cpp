@@ -67,9 +67,9 @@ QByteArray Run(const PlacedText& text, FontTable& fonts)
     return run + "}";
 }
 
-QByteArray AlignmentWord(Alignment alignment)
+QByteArray AlignmentWord(TextAlignment alignment)
 {
-    return alignment == Alignment::Right ? "\\qr" : alignment == Alignment::Center ? "\\qc" : "\\ql";
+    return alignment == TextAlignment::Right ? "\\qr" : alignment == TextAlignment::Center ? "\\qc" : "\\ql";
 }
 
 QByteArray PictureRun(const PlacedPicture& picture)

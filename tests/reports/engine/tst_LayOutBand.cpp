@@ -166,9 +166,9 @@ private Q_SLOTS:
     {
         RowsReport report({{QStringLiteral("1\n2\n3"), QStringLiteral("x")}});
         report.AddGrowing(QStringLiteral("a"), {0, 0, 1000, 300}).VerticalAlignment =
-            VerticalAlignment::Middle;
+            VerticalTextAlignment::Middle;
         report.AddGrowing(QStringLiteral("b"), {1000, 0, 1000, 300}).VerticalAlignment =
-            VerticalAlignment::Middle;
+            VerticalTextAlignment::Middle;
         report.Detail.Height = 300;
         const Band band = OnlyRow(report);
         QCOMPARE(TextOf(band, "a").box.height(),
@@ -253,9 +253,9 @@ private Q_SLOTS:
     void alignment_placesTheLineInItsBox_data()
     {
         QTest::addColumn<int>("alignment");
-        QTest::newRow("left") << static_cast<int>(Alignment::Left);
-        QTest::newRow("right") << static_cast<int>(Alignment::Right);
-        QTest::newRow("centre") << static_cast<int>(Alignment::Center);
+        QTest::newRow("left") << static_cast<int>(TextAlignment::Left);
+        QTest::newRow("right") << static_cast<int>(TextAlignment::Right);
+        QTest::newRow("centre") << static_cast<int>(TextAlignment::Center);
     }
 
     void alignment_placesTheLineInItsBox()
@@ -276,9 +276,9 @@ private Q_SLOTS:
         QTest::addColumn<int>("alignment");
         QTest::addColumn<int>("top");
         const int room = 1000 - 2 * RowsReport::LineHeight();
-        QTest::newRow("top") << static_cast<int>(VerticalAlignment::Top) << 100;
-        QTest::newRow("middle") << static_cast<int>(VerticalAlignment::Middle) << 100 + room / 2;
-        QTest::newRow("bottom") << static_cast<int>(VerticalAlignment::Bottom) << 100 + room;
+        QTest::newRow("top") << static_cast<int>(VerticalTextAlignment::Top) << 100;
+        QTest::newRow("middle") << static_cast<int>(VerticalTextAlignment::Middle) << 100 + room / 2;
+        QTest::newRow("bottom") << static_cast<int>(VerticalTextAlignment::Bottom) << 100 + room;
     }
 
     void verticalAlignment_placesTheLinesInTheirBox()
@@ -298,7 +298,7 @@ private Q_SLOTS:
     {
         const QString text = QStringLiteral("a long text in a narrow box");
         RowsReport report({{text}});
-        report.AddField(QStringLiteral("a"), {500, 100, 600, 300}).Alignment = Alignment::Right;
+        report.AddField(QStringLiteral("a"), {500, 100, 600, 300}).Alignment = TextAlignment::Right;
         const PaintedPage page(*LayOut(report), 0);
         const PaintedText& painted = page.Text(text);
         QCOMPARE(painted.baseline.x(), 1440 + 500.0);

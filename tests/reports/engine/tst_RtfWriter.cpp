@@ -236,8 +236,8 @@ private Q_SLOTS:
     {
         RowsReport report({{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}});
         report.AddField(QStringLiteral("a"), {0, 0, 2000, 300}).Font = {QStringLiteral("Tahoma"), 8.5, true};
-        report.AddField(QStringLiteral("b"), {0, 300, 2000, 300}).Alignment = Alignment::Right;
-        report.AddField(QStringLiteral("c"), {0, 600, 2000, 300}).Alignment = Alignment::Center;
+        report.AddField(QStringLiteral("b"), {0, 300, 2000, 300}).Alignment = TextAlignment::Right;
+        report.AddField(QStringLiteral("c"), {0, 600, 2000, 300}).Alignment = TextAlignment::Center;
         const QByteArray rtf = RtfBytes(*LayOut(report));
         const RtfReading reading = RtfReader::Read(rtf);
         QVERIFY(reading.body[0].words.contains(QStringLiteral("ql")));

@@ -49,8 +49,8 @@ private Q_SLOTS:
             QCOMPARE(field.CanGrow, grows);
             QCOMPARE(field.MultiLine, grows);
             for (const ReportControl* control : {&label, &field}) {
-                QCOMPARE(control->Alignment, Alignment::Left);
-                QCOMPARE(control->VerticalAlignment, VerticalAlignment::Middle);
+                QCOMPARE(control->Alignment, TextAlignment::Left);
+                QCOMPARE(control->VerticalAlignment, VerticalTextAlignment::Middle);
                 QVERIFY(control->Visible);
             }
         };
