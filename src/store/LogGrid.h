@@ -8,10 +8,10 @@
 #include <functional>
 #include <string>
 
-/// What a log report asks for.
+/// What a log report asks for. The names of `selection` choose how values are shown, its numbers are the
+/// positions of the values in the entry.
 struct LogGridQuery {
-    ReportSelection
-        selection; ///< its numbers are positions in the entry, its names choose how values are shown
+    ReportSelection selection;
     std::int16_t location = 0; ///< only entries of that location; 0 for all
 };
 
