@@ -11,7 +11,9 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
+#include <initializer_list>
 #include <string>
 
 namespace
@@ -110,8 +112,10 @@ void FieldPicker::ShowSelection(const RecordList& fields, const ReportSelection&
 
 std::vector<std::int32_t> FieldPicker::Chosen() const
 {
+    const int count = m_ui->lstRpt->count();
     std::vector<std::int32_t> numbers;
-    for (int row = 0; row < m_ui->lstRpt->count(); ++row) {
+    numbers.reserve(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row) {
         numbers.push_back(m_ui->lstRpt->item(row)->data(numberRole).toInt());
     }
     return numbers;

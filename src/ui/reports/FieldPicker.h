@@ -28,6 +28,8 @@ public:
     FieldPicker& operator=(const FieldPicker&) = delete;
     ~FieldPicker() override;
 
+    /// Empties both lists.
+    void Clear();
     /// Shows the default report: `fields` split by their flag, in file order.
     /// Throws Error: TypeMismatch if a field number is not a number, ObjectNotSet if a definition lacks a
     /// value.
@@ -51,7 +53,6 @@ Q_SIGNALS:
     void Changed();
 
 private:
-    void Clear();
     void Move(QListWidget* from, QListWidget* to);
     void MoveAll(QListWidget* from, QListWidget* to);
     void MoveBy(int rows);

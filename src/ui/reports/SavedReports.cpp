@@ -57,6 +57,7 @@ void SavedReports::LoadCustomReport()
         RecordList fields;
         if (m_program.sql.ReportGet(SelectedNumber(), report) == succeeded &&
             m_program.sql.FieldList(fields) == succeeded) {
+            m_controls.picker->Clear(); // in case the record cannot be read
             m_controls.picker->ShowSelection(fields, ReadSelection(report.View()));
         }
     });
@@ -114,7 +115,7 @@ void SavedReports::cmdSave_Click()
                            m_controls.cboSaved->count() > 0);
 }
 
-void SavedReports::CloseFrame()
+void SavedReports::CloseFrame() const
 {
     m_controls.covered->setEnabled(true);
     m_controls.frame->hide();
@@ -136,8 +137,9 @@ void SavedReports::cmdSavedOK_Click()
     if (m_program.sql.FieldList(fields) != succeeded && !chosen.empty()) {
         return;
     }
+    const ReportSelection selection = SelectionOf(chosen, fields);
     report.SetText(ReportField::RptName, ToUtf8(m_controls.frame->Description()));
-    WriteSelection(SelectionOf(chosen, fields), report);
+    WriteSelection(selection, report);
     if (m_program.sql.ReportUpdate(report) != succeeded) {
         if (isNew) {
             m_newReport = report;

@@ -66,7 +66,7 @@ private:
 
     bool IsSelected() const;
     std::int16_t SelectedNumber() const;
-    void CloseFrame();
+    void CloseFrame() const;
 
     const Program& m_program;
     const Controls m_controls;

@@ -206,6 +206,21 @@ private Q_SLOTS:
         });
     }
 
+    void chosen_withTooFewValues_isReported()
+    {
+        TestProgram program;
+        WriteFields(program, sixFields);
+        program.folder.Write("Rpt.xml",
+                             "<data><report><RptNo>1</RptNo><RptName>Short</RptName></report></data>");
+        program.Start();
+        program.reports.Expect("fRptLog", "LoadCustomReport", ErrorNumber::ObjectNotSet);
+        ShowBuilder(program, [](QDialog& builder) {
+            Choose(builder, "cboSaved", 0);
+            QCOMPARE(FieldNumbers(builder), " -> ");
+            QVERIFY(!IsEnabled(builder, "cmdPreview"));
+        });
+    }
+
     void deleted_confirmed_isGone()
     {
         ProgramWithSixFields program(threeReports);
