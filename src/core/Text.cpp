@@ -124,6 +124,18 @@ std::vector<std::string> Split(std::string_view text, char separator)
     return parts;
 }
 
+std::string Join(const std::vector<std::string>& texts, char separator)
+{
+    std::string joined;
+    for (const std::string& text : texts) {
+        if (&text != &texts.front()) {
+            joined += separator;
+        }
+        joined += text;
+    }
+    return joined;
+}
+
 bool IsXmlCharacter(char32_t value)
 {
     if (value < 0x20) {

@@ -15,6 +15,10 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
 /// The parts of `text` between the separators; an empty text has none.
 std::vector<std::string> Split(std::string_view text, char separator);
 
+/// The texts with the separator between them. Split returns the same texts unless one contains the separator
+/// or the only one is empty.
+std::string Join(const std::vector<std::string>& texts, char separator);
+
 /// Whether XML 1.0 can carry the character.
 bool IsXmlCharacter(char32_t value);
 

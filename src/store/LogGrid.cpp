@@ -38,8 +38,8 @@ private:
 class Column
 {
 public:
-    Column(std::string_view name, const std::string& key, bool isFirst)
-        : m_position(ToInt32(key)), m_shownAs(FindEntryField(name)), m_isFirst(isFirst)
+    Column(std::string_view name, const std::string& number, bool isFirst)
+        : m_position(ToInt32(number)), m_shownAs(FindEntryField(name)), m_isFirst(isFirst)
     {
     }
 
@@ -69,14 +69,14 @@ private:
     bool m_isFirst;
 };
 
-std::vector<Column> ColumnsOf(const LogGridQuery& query)
+std::vector<Column> ColumnsOf(const ReportSelection& selection)
 {
-    if (query.names.size() < query.keys.size()) {
+    if (selection.names.size() < selection.numbers.size()) {
         throw Error(ErrorNumber::SubscriptOutOfRange);
     }
     std::vector<Column> columns;
-    for (std::size_t column = 0; column < query.keys.size(); ++column) {
-        columns.emplace_back(query.names[column], query.keys[column], column == 0);
+    for (std::size_t column = 0; column < selection.numbers.size(); ++column) {
+        columns.emplace_back(selection.names[column], selection.numbers[column], column == 0);
     }
     return columns;
 }
@@ -88,14 +88,14 @@ ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
 {
     std::vector<Column> columns; // made when there is an entry for them
     LocationNames locations(locationName);
-    ReportTable table(1, ReportRow(query.keys.size()));
+    ReportTable table(1, ReportRow(query.selection.numbers.size()));
     for (std::size_t index = 0; index < entries.size(); ++index) {
         const RecordView& entry = entries[index];
         if (query.location != 0 && ToDouble(entry.Text(EntryField::LocNo)) != query.location) {
             continue;
         }
         if (columns.empty()) {
-            columns = ColumnsOf(query);
+            columns = ColumnsOf(query.selection);
         }
         if (index > 0) { // the first row is the first entry's own, and stays empty without it
             table.emplace_back(columns.size());

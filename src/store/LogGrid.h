@@ -2,17 +2,17 @@
 
 #include "core/ShellSort.h"
 #include "store/Record.h"
+#include "store/ReportSelection.h"
 
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
-/// What a log report asks for.
+/// What a log report asks for. The names of `selection` choose how values are shown, its numbers are the
+/// positions of the values in the entry.
 struct LogGridQuery {
-    std::vector<std::string> names; ///< the columns' data names, which choose how values are shown
-    std::vector<std::string> keys;  ///< their field numbers, which are positions in the entry
-    std::int16_t location = 0;      ///< only entries of that location; 0 for all
+    ReportSelection selection;
+    std::int16_t location = 0; ///< only entries of that location; 0 for all
 };
 
 /// The table of the log report: a row for each entry that passes the filter, in file order. Codes are words,
@@ -23,7 +23,7 @@ struct LogGridQuery {
 /// There is always at least one row: the first is empty when the first entry of the file does not pass.
 ///
 /// Throws Error: TypeMismatch when a filter meets an entry whose location is no number; when an entry passes,
-/// SubscriptOutOfRange when there are fewer names than keys, TypeMismatch when a key or a moon phase is no
-/// number, ObjectNotSet when an entry lacks a value.
+/// SubscriptOutOfRange when there are fewer names than numbers, TypeMismatch when a field number or a moon
+/// phase is no number, ObjectNotSet when an entry lacks a value.
 ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
                     const std::function<std::string(const std::string& number)>& locationName);

@@ -152,9 +152,10 @@ std::string cSQL::LocationNameGet(const std::string& sLocNo) const
 Status cSQL::ReportLogData(const std::string& sFlds, const std::string& sKeys, std::int16_t iLocNo)
 {
     return Trapped("ReportLogData", [&] {
-        m_reportGrid = LogGrid(m_entries.Records().List(),
-                               {.names = Split(sFlds, ','), .keys = Split(sKeys, ','), .location = iLocNo},
-                               [this](const std::string& number) { return LocationNameGet(number); });
+        m_reportGrid = LogGrid(
+            m_entries.Records().List(),
+            {.selection = {.names = Split(sFlds, ','), .numbers = Split(sKeys, ',')}, .location = iLocNo},
+            [this](const std::string& number) { return LocationNameGet(number); });
     });
 }
 

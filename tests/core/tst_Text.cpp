@@ -53,6 +53,14 @@ private Q_SLOTS:
     {
         QFETCH(std::string, text);
         QTEST(Split(text, ','), "parts");
+        QCOMPARE(Join(Split(text, ','), ','), text);
+    }
+
+    void join_putsTheSeparatorBetweenTheTexts()
+    {
+        QCOMPARE(Join({"a", "b,c", ""}, ','), "a,b,c,"s);
+        QCOMPARE(Join({""}, ','), ""s);
+        QCOMPARE(Join({"a", "b"}, '\0'), "a\0b"s);
     }
 
     void xmlText_whatXmlCanCarry_staysAsItIs_data()

@@ -41,7 +41,9 @@ fCustom::fCustom(const Program& program, QWidget* parent)
         note->setFont(font);
     }
     for (const auto& [box, position] : m_boxes) {
-        connect(box, &QLineEdit::textChanged, this, [this] { m_changed = m_changed || !m_loading; });
+        connect(box, &QLineEdit::textChanged, this, [this, routine = ToUtf8(box->objectName()) + "_Change"] {
+            Trap(module, routine, [this] { m_changed = m_changed || !m_loading; });
+        });
     }
     connect(m_ui->lstField, &QListWidget::currentRowChanged, this,
             [this] { Trap(module, "lstField_Click", [this] { lstField_Click(); }); });
@@ -64,7 +66,7 @@ void fCustom::Form_Load()
         auto* item = new QListWidgetItem(FromUtf8(field.Text(FieldField::Desc)), m_ui->lstField);
         item->setData(numberRole, number);
     }
-    // usual descriptions stand there whole, in any font
+    // wide enough for the usual descriptions, in any font
     const QListWidget& list = *m_ui->lstField;
     const int widest =
         list.sizeHintForColumn(0) + list.verticalScrollBar()->sizeHint().width() + 2 * list.frameWidth();
@@ -72,12 +74,12 @@ void fCustom::Form_Load()
     m_ui->lstField->setCurrentRow(0);
 }
 
-/// Stores the field shown before, so that what was typed is not lost, and shows the chosen one. A field that
-/// cannot be stored stays chosen.
+/// Stores the field shown before, so that edits are not lost, and shows the selected one. A field that cannot
+/// be stored stays selected.
 void fCustom::lstField_Click()
 {
     auto stay = qScopeGuard([this] {
-        // after the list is done with the click
+        // after the list has handled the click
         QMetaObject::invokeMethod(
             this,
             [this] {

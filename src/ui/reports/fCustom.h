@@ -16,9 +16,9 @@ namespace Ui
 class fCustom;
 }
 
-/// The window in which the fields of the log report are given other descriptions, headings, widths and font
-/// sizes. What was typed goes into the field file when another field is chosen and on "OK". Values are stored
-/// as typed; a report that cannot use them says so.
+/// The window for editing the descriptions, headings, widths and font sizes of the fields of the log report.
+/// Edits are stored in the field file when another field is selected and on "OK". Values are stored as typed;
+/// a report that cannot use them reports an error.
 class fCustom : public QDialog
 {
     Q_OBJECT
@@ -46,6 +46,6 @@ private:
     std::unique_ptr<Ui::fCustom> m_ui;
     std::vector<std::pair<QLineEdit*, std::size_t>> m_boxes; ///< with the positions of their values
     bool m_loading = false;                                  ///< the boxes are being filled by the program
-    bool m_changed = false; ///< never cleared: from the first edit on, every choice stores what was shown
+    bool m_changed = false; ///< never cleared: after the first edit, every selection stores what was shown
     int m_shown = -1;       ///< the row whose field the boxes show
 };

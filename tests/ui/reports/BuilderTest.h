@@ -19,7 +19,7 @@
 #include <utility>
 #include <vector>
 
-// The report builder as its user sees it, over data files that a test writes itself.
+// The report builder as its user sees it, with data files that a test writes itself.
 
 /// The values of a record in the order of its file.
 using Line = std::vector<std::string>;
@@ -115,14 +115,14 @@ inline std::string Numbers(const QWidget& window, const char* list)
     return ToUtf8(numbers.join(QLatin1Char(',')));
 }
 
-/// The row that is selected in a list; -1 without one.
+/// The row that is selected in a list, or -1.
 inline int SelectedRow(const QWidget& window, const char* list)
 {
     const QList<QListWidgetItem*> selected = List(window, list).selectedItems();
     return selected.isEmpty() ? -1 : List(window, list).row(selected.front());
 }
 
-/// Where the row of a list is in its window.
+/// A visible point of the row of a list, in coordinates of the window.
 inline QPoint PlaceOf(const QWidget& window, const char* name, int row)
 {
     QListWidget& list = List(window, name);
@@ -157,7 +157,7 @@ inline void Choose(const QWidget& window, const char* name, int row)
     }
     const QModelIndex index = box.model()->index(row, box.modelColumn());
     list->scrollTo(index);
-    // a click that comes at once belongs to the press that opened the list
+    // an immediate click would count as part of the press that opened the list
     Await(
         [&] {
             QTest::mouseMove(list->viewport(), list->visualRect(index).center());
@@ -167,7 +167,7 @@ inline void Choose(const QWidget& window, const char* name, int row)
         "the list stays open");
 }
 
-/// The selected item of a combo box; "(none)" without one.
+/// The selected item of a combo box, or "(none)".
 inline std::string Chosen(const QWidget& window, const char* name)
 {
     const auto& box = Find<QComboBox>(window, name);
@@ -224,7 +224,7 @@ inline bool IsTicked(const QWidget& window, const char* name)
     return Find<QAbstractButton>(window, name).isChecked();
 }
 
-/// The disabled ones of the controls that a builder enables and disables.
+/// Which of the controls that the builder enables and disables are disabled.
 inline std::string Disabled(const QWidget& builder)
 {
     QStringList disabled;
@@ -266,7 +266,7 @@ inline std::string Focused(const QWidget& window)
     return focus == nullptr ? "(none)" : ToUtf8(focus->objectName());
 }
 
-/// The controls that Tab reaches, from the one that has the focus until it comes again.
+/// The controls that Tab reaches, starting with the one that has the focus.
 inline std::string TabOrder(const QWidget& window)
 {
     const std::string first = Focused(window);

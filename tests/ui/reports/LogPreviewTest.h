@@ -42,7 +42,22 @@ inline RtfReading Exported(TestProgram& program, QWidget& preview)
     return RtfReader::Read(QByteArray::fromStdString(program.folder.Read("shown.pdf")));
 }
 
-/// Opens the preview by `open`, reads the report in it, and closes it. Its columns must fit on one line.
+/// Reads the report in the open preview. Its columns must fit on one line.
+inline Shown ReadPreview(TestProgram& program, QWidget& preview, int columns)
+{
+    Shown shown;
+    shown.windowTitle = preview.windowTitle();
+    shown.all = Exported(program, preview);
+    if (!shown.all.header.isEmpty()) {
+        shown.headings = Joined(shown.all.header.last().cells, columns);
+    }
+    for (const RtfRow& row : shown.all.body) {
+        shown.rows.push_back(Joined(row.cells, columns));
+    }
+    return shown;
+}
+
+/// Opens the preview of the builder's report by `open`, reads it, and closes it.
 template <typename Open>
 Shown PreviewBy(TestProgram& program, QWidget& builder, Open&& open)
 {
@@ -50,16 +65,9 @@ Shown PreviewBy(TestProgram& program, QWidget& builder, Open&& open)
     const int columns = List(builder, "lstRpt").count();
     WhileOpen("fPreview", std::forward<Open>(open), [&](QDialog& preview) {
         QCOMPARE(preview.parentWidget(), &builder);
-        shown.windowTitle = preview.windowTitle();
-        shown.all = Exported(program, preview);
+        shown = ReadPreview(program, preview, columns);
         preview.close();
     });
-    if (!shown.all.header.isEmpty()) {
-        shown.headings = Joined(shown.all.header.last().cells, columns);
-    }
-    for (const RtfRow& row : shown.all.body) {
-        shown.rows.push_back(Joined(row.cells, columns));
-    }
     return shown;
 }
 

@@ -1,5 +1,5 @@
-// The report builder's window: what it shows when it opens, its locations, how it closes, and data files that
-// it cannot use.
+// The window of the report builder: what it shows when it opens, its locations, how it closes, and damaged
+// data files.
 
 #include "support/TestClass.h"
 #include "ui/reports/BuilderTest.h"
@@ -103,7 +103,7 @@ private Q_SLOTS:
         });
     }
 
-    void opened_field_standsWhereItsFlagPutsIt_data()
+    void opened_field_isInTheListThatItsFlagSays_data()
     {
         QTest::addColumn<QByteArray>("flag");
         QTest::addColumn<bool>("onReport");
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QTest::newRow("with a blank") << QByteArray("0 ") << true;
     }
 
-    void opened_field_standsWhereItsFlagPutsIt()
+    void opened_field_isInTheListThatItsFlagSays()
     {
         QFETCH(QByteArray, flag);
         QFETCH(bool, onReport);
@@ -127,7 +127,7 @@ private Q_SLOTS:
                     [&](QDialog& builder) { QCOMPARE(Lists(builder), onReport ? " -> Date" : "Date -> "); });
     }
 
-    void opened_withoutSavedReports_enablesWhatThereIsToDo()
+    void opened_withoutSavedReports_enablesTheRest()
     {
         ProgramWithSixFields program;
         ShowBuilder(program, [](QDialog& builder) {
@@ -164,7 +164,7 @@ private Q_SLOTS:
         });
     }
 
-    void locations_standInFileOrderBehindAll()
+    void locations_areInFileOrderAfterAll()
     {
         ProgramWithSixFields program;
         program.AddLocation("Zeehan");
@@ -299,28 +299,35 @@ private Q_SLOTS:
         });
     }
 
-    void fieldNumber_thatIsNone_isReported()
+    void fieldDefinition_thatCannotBeUsed_isReported_data()
     {
+        QTest::addColumn<QList<Line>>("fields");
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QByteArray>("lists");
+        QTest::newRow("number in words")
+            << QList<Line>{sixFields[0], {"two", "EndDate", "Until", "To", "20", "8", "0", "1"}}
+            << int(ErrorNumber::TypeMismatch) << QByteArray(" -> Date|Until");
+        QTest::newRow("too few values") << QList<Line>{{"1", "StartDate", "Date", "From", "20", "8", "0"}}
+                                        << int(ErrorNumber::ObjectNotSet) << QByteArray(" -> ");
+    }
+
+    void fieldDefinition_thatCannotBeUsed_isReported()
+    {
+        QFETCH(QList<Line>, fields);
+        QFETCH(int, number);
+        QFETCH(QByteArray, lists);
         TestProgram program;
-        WriteFields(program, {sixFields[0], {"two", "EndDate", "Until", "To", "20", "8", "0", "1"}});
+        WriteFields(program, {fields.begin(), fields.end()});
         program.Start();
-        program.reports.Expect("fRptLog", "LoadDefaultReport", ErrorNumber::TypeMismatch);
-        ShowBuilder(program, [](QDialog& builder) {
+        program.reports.Expect("fRptLog", "LoadDefaultReport", static_cast<ErrorNumber>(number));
+        ShowBuilder(program, [&](QDialog& builder) {
             QVERIFY(builder.isVisible());
+            QCOMPARE(Lists(builder), lists.toStdString());
             QCOMPARE(Choices(builder, "cboLocation"), "All Locations");
         });
     }
 
-    void fieldWithTooFewValues_isReported()
-    {
-        TestProgram program;
-        WriteFields(program, {{"1", "StartDate", "Date", "From", "20", "8", "0"}});
-        program.Start();
-        program.reports.Expect("fRptLog", "LoadDefaultReport", ErrorNumber::ObjectNotSet);
-        ShowBuilder(program, [](QDialog& builder) { QCOMPARE(Lists(builder), " -> "); });
-    }
-
-    void reportNumber_thatIsNone_isReported()
+    void reportNumber_inWords_isReported()
     {
         TestProgram program;
         WriteFields(program, sixFields);

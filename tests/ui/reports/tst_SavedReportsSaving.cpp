@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-class tst_fRptLogSaving : public QObject
+class tst_SavedReportsSaving : public QObject
 {
     Q_OBJECT
 
@@ -371,7 +371,7 @@ private Q_SLOTS:
                  "1/Shifted/EndTime,StartDate/3,1"); // field 3 is the third of the file
     }
 
-    void fieldFileWithAGap_fieldBehindTheEnd_isReported()
+    void fieldFileWithAGap_fieldBeyondTheEnd_isReported()
     {
         TestProgram program;
         WriteFields(program, {sixFields[0], sixFields[2]}); // numbers 1, 3
@@ -389,5 +389,5 @@ private Q_SLOTS:
     }
 };
 
-TEST_CLASS(tst_fRptLogSaving)
-#include "tst_fRptLogSaving.moc"
+TEST_CLASS(tst_SavedReportsSaving)
+#include "tst_SavedReportsSaving.moc"

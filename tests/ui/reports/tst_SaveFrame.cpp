@@ -1,13 +1,65 @@
-// The frame of the report builder in which a report gets a name: opening, filling in and cancelling it.
+// The frame of the report builder in which a report gets its name: opening, filling in and cancelling it.
 
 #include "support/TestClass.h"
+#include "ui/reports/SaveFrame.h"
 #include "ui/reports/SavedReportTest.h"
 
-class tst_fRptLogSaveFrame : public QObject
+#include <QtTest/QSignalSpy>
+
+class tst_SaveFrame : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void opened_asksForWhatIsNeeded_data()
+    {
+        QTest::addColumn<bool>("isSelected");
+        QTest::addColumn<bool>("anySaved");
+        QTest::addColumn<bool>("isNew");
+        QTest::addColumn<QString>("description");
+        QTest::newRow("nothing saved") << false << false << true << QString();
+        QTest::newRow("none selected") << false << true << false << QString();
+        QTest::newRow("selected") << true << true << false << QStringLiteral("Ends");
+    }
+
+    void opened_asksForWhatIsNeeded()
+    {
+        QFETCH(bool, isSelected);
+        QFETCH(bool, anySaved);
+        QFETCH(bool, isNew);
+        QFETCH(QString, description);
+        QDialog window;
+        SaveFrame frame(&window);
+        window.show();
+        AwaitActive(window);
+        QVERIFY(!frame.isVisible());
+        frame.Open(isSelected ? std::optional(QStringLiteral("Ends")) : std::nullopt, anySaved);
+        QVERIFY(frame.isVisible());
+        QCOMPARE(frame.IsNew(), isNew);
+        QCOMPARE(IsEnabled(frame, "chkNew"), anySaved);
+        QCOMPARE(frame.Description(), description);
+        QCOMPARE(IsEnabled(frame, "cmdSavedOK"), isSelected);
+    }
+
+    void answered_emitsItsSignal()
+    {
+        QDialog window;
+        SaveFrame frame(&window);
+        window.show();
+        AwaitActive(window);
+        const QSignalSpy confirmed(&frame, &SaveFrame::Confirmed);
+        const QSignalSpy cancelled(&frame, &SaveFrame::Cancelled);
+        frame.Open(std::nullopt, false);
+        Type(window, "Mine");
+        QCOMPARE(frame.Description(), QStringLiteral("Mine"));
+        frame.Cancel();
+        QCOMPARE(cancelled.count(), 1);
+        QCOMPARE(confirmed.count(), 0);
+        QTest::mouseClick(&Find<QWidget>(frame, "cmdSavedOK"), Qt::LeftButton);
+        QCOMPARE(confirmed.count(), 1);
+        QVERIFY(frame.isVisible()); // its owner decides when it closes
+    }
 
     void save_opensTheFrameOverTheWindow()
     {
@@ -270,5 +322,5 @@ private Q_SLOTS:
     }
 };
 
-TEST_CLASS(tst_fRptLogSaveFrame)
-#include "tst_fRptLogSaveFrame.moc"
+TEST_CLASS(tst_SaveFrame)
+#include "tst_SaveFrame.moc"

@@ -1,5 +1,5 @@
-// Saved reports in the report builder: choosing and deleting them, and what customising the fields does to
-// them.
+// Saved reports in the report builder: choosing and deleting them, and reloading after fields were
+// customised.
 
 #include "support/TestClass.h"
 #include "ui/reports/SavedReportTest.h"
@@ -15,7 +15,7 @@ const Question deleteQuestion{.text = QStringLiteral("Are you sure you want to d
 
 } // namespace
 
-class tst_fRptLogSaved : public QObject
+class tst_SavedReports : public QObject
 {
     Q_OBJECT
 
@@ -144,21 +144,26 @@ private Q_SLOTS:
         });
     }
 
-    void chosen_namingVanishedFields_losesThem()
+    void chosen_namingUnknownFields_skipsThem_data()
     {
-        ProgramWithSixFields program({{"1", "Old", "Gone,TideStart,Gone2,StartDate", "40,6,7,1"}});
-        ShowBuilder(program, [](QDialog& builder) {
-            Choose(builder, "cboSaved", 0);
-            QCOMPARE(FieldNumbers(builder), "2,3,4,5 -> 6,1");
-        });
+        QTest::addColumn<QByteArray>("names");
+        QTest::addColumn<QByteArray>("numbers");
+        QTest::addColumn<QByteArray>("lists");
+        QTest::newRow("no longer in the file") << QByteArray("Gone,TideStart,Gone2,StartDate")
+                                               << QByteArray("40,6,7,1") << QByteArray("2,3,4,5 -> 6,1");
+        QTest::newRow("not numbers") << QByteArray("a,b,c,d,e") << QByteArray("x,,-1,2,0")
+                                     << QByteArray("1,3,4,5,6 -> 2");
     }
 
-    void chosen_namingOddNumbers_losesThem()
+    void chosen_namingUnknownFields_skipsThem()
     {
-        ProgramWithSixFields program({{"1", "Odd", "a,b,c,d,e", "x,,-1,2,0"}});
-        ShowBuilder(program, [](QDialog& builder) {
+        QFETCH(QByteArray, names);
+        QFETCH(QByteArray, numbers);
+        QFETCH(QByteArray, lists);
+        ProgramWithSixFields program({{"1", "Old", names.toStdString(), numbers.toStdString()}});
+        ShowBuilder(program, [&](QDialog& builder) {
             Choose(builder, "cboSaved", 0);
-            QCOMPARE(FieldNumbers(builder), "1,3,4,5,6 -> 2");
+            QCOMPARE(FieldNumbers(builder), lists.toStdString());
         });
     }
 
@@ -198,6 +203,21 @@ private Q_SLOTS:
             Choose(builder, "cboSaved", 0);
             QCOMPARE(FieldNumbers(builder), defaultLists);
             QVERIFY(IsEnabled(builder, "cmdPreview"));
+        });
+    }
+
+    void chosen_withTooFewValues_isReported()
+    {
+        TestProgram program;
+        WriteFields(program, sixFields);
+        program.folder.Write("Rpt.xml",
+                             "<data><report><RptNo>1</RptNo><RptName>Short</RptName></report></data>");
+        program.Start();
+        program.reports.Expect("fRptLog", "LoadCustomReport", ErrorNumber::ObjectNotSet);
+        ShowBuilder(program, [](QDialog& builder) {
+            Choose(builder, "cboSaved", 0);
+            QCOMPARE(FieldNumbers(builder), " -> ");
+            QVERIFY(!IsEnabled(builder, "cmdPreview"));
         });
     }
 
@@ -359,5 +379,5 @@ private Q_SLOTS:
     }
 };
 
-TEST_CLASS(tst_fRptLogSaved)
-#include "tst_fRptLogSaved.moc"
+TEST_CLASS(tst_SavedReports)
+#include "tst_SavedReports.moc"

@@ -1,8 +1,13 @@
-// The report builder's two lists of fields: moving fields between and within them, and the sort caption.
+// The two lists of fields of the report builder: what they show, moving fields, and the sort caption.
 
+#include "core/Text.h"
 #include "support/TestClass.h"
 #include "ui/reports/BuilderTest.h"
+#include "ui/reports/FieldPicker.h"
 
+#include <QtTest/QSignalSpy>
+
+#include <cstdint>
 #include <utility>
 
 namespace
@@ -19,13 +24,111 @@ std::vector<Line> ManyFields(int count)
     return fields;
 }
 
+/// A picker in a window of its own, with definitions to show.
+struct Picker {
+    explicit Picker(const std::vector<Line>& definitions = sixFields)
+    {
+        WriteFields(program, definitions);
+        program.Start();
+        if (program.sql.FieldList(fields) != succeeded) {
+            qFatal("no fields");
+        }
+        picker.show();
+        AwaitActive(picker);
+    }
+
+    /// The numbers in both lists.
+    std::string Shown() const { return Numbers(picker, "lstAvail") + " -> " + Numbers(picker, "lstRpt"); }
+
+    TestProgram program;
+    RecordList fields;
+    FieldPicker picker;
+};
+
 } // namespace
 
-class tst_fRptLogLists : public QObject
+class tst_FieldPicker : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void selection_isShownInItsOrder_data()
+    {
+        QTest::addColumn<QByteArray>("numbers");
+        QTest::addColumn<QByteArray>("shown");
+        QTest::newRow("some") << QByteArray("4,2,5") << QByteArray("1,3,6 -> 4,2,5");
+        QTest::newRow("none") << QByteArray() << QByteArray("1,2,3,4,5,6 -> ");
+        QTest::newRow("all") << QByteArray("6,5,4,3,2,1") << QByteArray(" -> 6,5,4,3,2,1");
+        QTest::newRow("unknown ones") << QByteArray("40,6,7,1") << QByteArray("2,3,4,5 -> 6,1");
+        QTest::newRow("not numbers") << QByteArray("x,,-1,2,0") << QByteArray("1,3,4,5,6 -> 2");
+        QTest::newRow("other spellings") << QByteArray("01, 2,3.0") << QByteArray("1,2,3,4,5,6 -> ");
+        QTest::newRow("one twice") << QByteArray("3,3") << QByteArray("1,2,4,5,6 -> 3,3");
+    }
+
+    void selection_isShownInItsOrder()
+    {
+        QFETCH(QByteArray, numbers);
+        QFETCH(QByteArray, shown);
+        Picker data;
+        // the names do not matter
+        data.picker.ShowSelection(data.fields,
+                                  {.names = {"a"}, .numbers = Split(numbers.toStdString(), ',')});
+        QCOMPARE(data.Shown(), shown.toStdString());
+        data.picker.ShowDefault(data.fields);
+        QCOMPARE(data.Shown(), "2,4,6 -> 1,3,5");
+    }
+
+    void chosen_areTheNumbersOnTheReport()
+    {
+        Picker data;
+        QVERIFY(data.picker.Chosen().empty());
+        data.picker.ShowDefault(data.fields);
+        QCOMPARE(data.picker.Chosen(), (std::vector<std::int32_t>{1, 3, 5}));
+        ClickItem(data.picker, "lstAvail", 1);
+        Click(data.picker, "cmdMove");
+        QCOMPARE(data.picker.Chosen(), (std::vector<std::int32_t>{1, 3, 5, 4}));
+    }
+
+    void changed_isEmittedForMovesOnly()
+    {
+        Picker data;
+        const QSignalSpy changes(&data.picker, &FieldPicker::Changed);
+        data.picker.ShowDefault(data.fields);
+        data.picker.ShowSelection(data.fields, {.names = {}, .numbers = {"1", "2"}});
+        for (const char* button : {"cmdMove", "cmdBack", "cmdUp", "cmdDn"}) {
+            Click(data.picker, button); // nothing is selected
+        }
+        ClickItem(data.picker, "lstRpt", 0);
+        Click(data.picker, "cmdUp");
+        QCOMPARE(changes.count(), 0);
+        int expected = 0;
+        for (const char* button : {"cmdDn", "cmdUp", "cmdBack", "cmdMoveAll", "cmdBackAll"}) {
+            Click(data.picker, button);
+            QCOMPARE(changes.count(), ++expected);
+        }
+        DoubleClickItem(data.picker, "lstAvail", 0);
+        QCOMPARE(changes.count(), ++expected);
+    }
+
+    void sortField_isShownOnDemand()
+    {
+        Picker data;
+        const auto& order = Find<QAbstractButton>(data.picker, "chkDesc");
+        data.picker.ShowSortField();
+        QCOMPARE(SortCaption(data.picker), "");
+        QCOMPARE(order.accessibleName(), QStringLiteral("Sort descending"));
+        QVERIFY(!order.isEnabled());
+        data.picker.ShowDefault(data.fields);
+        QCOMPARE(SortCaption(data.picker), "");
+        data.picker.ShowSortField();
+        QCOMPARE(SortCaption(data.picker), "Sort by Date Desc");
+        QCOMPARE(order.accessibleName(), QString());
+        QVERIFY(order.isEnabled());
+        QVERIFY(!data.picker.IsDescending());
+        Click(data.picker, "chkDesc");
+        QVERIFY(data.picker.IsDescending());
+    }
 
     void move_putsTheFieldAtTheEnd_data()
     {
@@ -79,7 +182,7 @@ private Q_SLOTS:
         });
     }
 
-    void moveAll_landsBehindWhatIsThere_data()
+    void moveAll_appendsTheFields_data()
     {
         QTest::addColumn<QByteArray>("button");
         QTest::addColumn<QByteArray>("lists");
@@ -92,7 +195,7 @@ private Q_SLOTS:
             << QByteArray("2,4,6,1,3,5 -> ");
     }
 
-    void moveAll_landsBehindWhatIsThere()
+    void moveAll_appendsTheFields()
     {
         QFETCH(QByteArray, button);
         QFETCH(QByteArray, lists);
@@ -207,31 +310,29 @@ private Q_SLOTS:
         });
     }
 
-    void cmdUp_onTheFirstItem_doesNothing()
+    void order_atTheEnd_doesNothing_data()
     {
+        QTest::addColumn<QByteArray>("button");
+        QTest::addColumn<int>("row");
+        QTest::newRow("first up") << QByteArray("cmdUp") << 0;
+        QTest::newRow("last down") << QByteArray("cmdDn") << 2;
+    }
+
+    void order_atTheEnd_doesNothing()
+    {
+        QFETCH(QByteArray, button);
+        QFETCH(int, row);
         ProgramWithSixFields program;
-        ShowBuilder(program, [](QDialog& builder) {
-            ClickItem(builder, "lstRpt", 0);
-            Click(builder, "cmdUp");
+        ShowBuilder(program, [&](QDialog& builder) {
+            ClickItem(builder, "lstRpt", row);
+            Click(builder, button.constData());
             QCOMPARE(Numbers(builder, "lstRpt"), "1,3,5");
-            QCOMPARE(SelectedRow(builder, "lstRpt"), 0);
+            QCOMPARE(SelectedRow(builder, "lstRpt"), row);
             QVERIFY(!IsEnabled(builder, "cmdSave"));
         });
     }
 
-    void cmdDn_onTheLastItem_doesNothing()
-    {
-        ProgramWithSixFields program;
-        ShowBuilder(program, [](QDialog& builder) {
-            ClickItem(builder, "lstRpt", 2);
-            Click(builder, "cmdDn");
-            QCOMPARE(Numbers(builder, "lstRpt"), "1,3,5");
-            QCOMPARE(SelectedRow(builder, "lstRpt"), 2);
-            QVERIFY(!IsEnabled(builder, "cmdSave"));
-        });
-    }
-
-    void order_movesOnAndOn()
+    void order_movesAsFarAsTheEnds()
     {
         ProgramWithSixFields program;
         ShowBuilder(program, [](QDialog& builder) {
@@ -425,5 +526,5 @@ private Q_SLOTS:
     }
 };
 
-TEST_CLASS(tst_fRptLogLists)
-#include "tst_fRptLogLists.moc"
+TEST_CLASS(tst_FieldPicker)
+#include "tst_FieldPicker.moc"

@@ -1,10 +1,9 @@
-// The columns of the report builder's "Preview": those of a saved report, and those whose field definitions
-// keep it from printing.
+// The fields of the log report: those of a saved report, and those whose definitions make the report fail.
 
 #include "support/TestClass.h"
 #include "ui/reports/LogPreviewTest.h"
 
-class tst_fRptLogPreviewColumns : public QObject
+class tst_LogReportSelection : public QObject
 {
     Q_OBJECT
 
@@ -106,7 +105,7 @@ private Q_SLOTS:
         });
     }
 
-    void savedReport_numberBehindTheList_isReported()
+    void savedReport_numberBeyondTheList_isReported()
     {
         ProgramWithTrips program({{"2", "Tides", "TideStart,StartTime", "6,3"}});
         ShowBuilder(program, [&](QDialog& builder) {
@@ -173,7 +172,7 @@ private Q_SLOTS:
         });
     }
 
-    void gap_fieldBehindTheEnd_isReported()
+    void gap_fieldBeyondTheEnd_isReported()
     {
         TestProgram program;
         WriteFields(program, {sixFields[0], sixFields[2]}); // numbers 1, 3
@@ -303,5 +302,5 @@ private Q_SLOTS:
     }
 };
 
-TEST_CLASS(tst_fRptLogPreviewColumns)
-#include "tst_fRptLogPreviewColumns.moc"
+TEST_CLASS(tst_LogReportSelection)
+#include "tst_LogReportSelection.moc"

@@ -1,15 +1,68 @@
-// What the report builder's "Preview" shows: its page, its rows, their order and their locations.
+// The log report as its preview shows it: its page, its rows, their order and their locations.
 
 #include "support/TestClass.h"
 #include "ui/reports/LogPreviewTest.h"
+#include "ui/reports/LogReport.h"
 
 #include <algorithm>
 
-class tst_fRptLogPreview : public QObject
+class tst_LogReport : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void report_withoutBuilder_isShown()
+    {
+        ProgramWithTrips program;
+        RecordList fields;
+        QCOMPARE(program.sql.FieldList(fields), succeeded);
+        QWidget parent;
+        Shown shown;
+        WhileOpen(
+            "fPreview",
+            [&] {
+                ShowLogReport(program.program,
+                              {.selection = {.names = {"StartTime", "LocNo"}, .numbers = {"3", "5"}},
+                               .columns = DefinitionsOf({3, 5}, fields),
+                               .location = 1,
+                               .descending = true},
+                              &parent);
+            },
+            [&](QDialog& preview) {
+                QCOMPARE(preview.parentWidget(), &parent);
+                shown = ReadPreview(program, preview, 2);
+                preview.close();
+            });
+        QCOMPARE(shown.headings, "Start|Where");
+        QCOMPARE(shown.rows, (Rows{"07:00|Zeehan", "06:00|Zeehan"}));
+    }
+
+    void report_withAnEmptyList_isNotShown_data()
+    {
+        QTest::addColumn<Rows>("names");
+        QTest::addColumn<Rows>("numbers");
+        QTest::newRow("both") << Rows{} << Rows{};
+        QTest::newRow("names") << Rows{} << Rows{"3"};
+        QTest::newRow("an empty name") << Rows{""} << Rows{"3"};
+        QTest::newRow("numbers") << Rows{"StartTime"} << Rows{};
+    }
+
+    void report_withAnEmptyList_isNotShown()
+    {
+        QFETCH(Rows, names);
+        QFETCH(Rows, numbers);
+        ProgramWithTrips program;
+        RecordList fields;
+        QCOMPARE(program.sql.FieldList(fields), succeeded);
+        WithoutWindow([&] {
+            ShowLogReport(
+                program.program,
+                {.selection = {.names = names, .numbers = numbers}, .columns = DefinitionsOf({3}, fields)},
+                nullptr);
+        });
+        QVERIFY(program.sql.ReportGrid().empty());
+    }
 
     void preview_showsTheFieldsInTheirOrder()
     {
@@ -301,7 +354,7 @@ private Q_SLOTS:
         });
     }
 
-    void location_isMeantByItsPosition()
+    void location_isFilteredByItsPosition()
     {
         ProgramWithTrips program;
         program.AddLocation("Third");
@@ -371,5 +424,5 @@ private Q_SLOTS:
     }
 };
 
-TEST_CLASS(tst_fRptLogPreview)
-#include "tst_fRptLogPreview.moc"
+TEST_CLASS(tst_LogReport)
+#include "tst_LogReport.moc"
