@@ -263,7 +263,7 @@ private Q_SLOTS:
         QFETCH(int, alignment);
         RowsReport report({{QStringLiteral("bream")}});
         report.AddField(QStringLiteral("a"), {500, 0, 3000, 300}).Alignment =
-            static_cast<Alignment>(alignment);
+            static_cast<TextAlignment>(alignment);
         const PaintedPage page(*LayOut(report), 0);
         const PaintedText& text = page.Text(QStringLiteral("bream"));
         const qreal room = 3000 - WidthOf(QStringLiteral("bream"));
@@ -287,7 +287,7 @@ private Q_SLOTS:
         QFETCH(int, top);
         RowsReport report({{QStringLiteral("1\n2")}});
         report.AddGrowing(QStringLiteral("a"), {0, 100, 3000, 1000}).VerticalAlignment =
-            static_cast<VerticalAlignment>(alignment);
+            static_cast<VerticalTextAlignment>(alignment);
         const Band band = OnlyRow(report);
         const PlacedText& text = TextOf(band, "a");
         QCOMPARE(text.lines[0].top, top);

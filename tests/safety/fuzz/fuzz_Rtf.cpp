@@ -31,7 +31,7 @@ Band BandOf(const QStringList& texts)
         PlacedText placed;
         placed.box = QRect(index % 2 * columnWidth, index / 2 * lineHeight, columnWidth, lineHeight);
         placed.font = {QStringLiteral("Arial"), 8, index % 3 == 0};
-        placed.alignment = static_cast<Alignment>(index % 3);
+        placed.alignment = static_cast<TextAlignment>(index % 3);
         placed.text = texts[index];
         band.texts.push_back(placed);
     }
