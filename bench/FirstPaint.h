@@ -6,6 +6,9 @@
 
 #include <cstdlib>
 
+namespace Tarno
+{
+
 /// Ends the process, without any tidying, as soon as the first window has been painted.
 class FirstPaint : public QObject
 {
@@ -20,3 +23,5 @@ public:
         return QObject::eventFilter(object, event);
     }
 };
+
+} // namespace Tarno

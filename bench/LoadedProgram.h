@@ -9,6 +9,9 @@
 
 #include <memory>
 
+namespace Tarno
+{
+
 /// The program with a log of so many made-up trips, loaded, without its windows.
 class LoadedProgram
 {
@@ -33,3 +36,5 @@ public:
     const Program program{m_folder,   sql,     m_descs,    m_settings, m_clock,
                           m_messages, m_files, m_programs, m_printers, *m_operations};
 };
+
+} // namespace Tarno

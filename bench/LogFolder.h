@@ -18,6 +18,9 @@
 #include <unistd.h>
 #endif
 
+namespace Tarno
+{
+
 /// A data folder with made-up trips and places; it is gone when the object is.
 class LogFolder
 {
@@ -111,3 +114,5 @@ private:
 
     std::filesystem::path m_path;
 };
+
+} // namespace Tarno

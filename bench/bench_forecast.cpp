@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+using namespace Tarno;
+
 using std::chrono::days;
 using std::chrono::sys_days;
 using namespace std::chrono_literals;

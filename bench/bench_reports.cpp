@@ -16,6 +16,8 @@
 #include <array>
 #include <string>
 
+using namespace Tarno;
+
 namespace
 {
 

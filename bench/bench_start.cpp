@@ -10,6 +10,8 @@
 #include <sys/resource.h>
 #include <sys/wait.h>
 
+using namespace Tarno;
+
 namespace
 {
 

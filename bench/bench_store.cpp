@@ -16,6 +16,8 @@
 #include <malloc.h>
 #endif
 
+using namespace Tarno;
+
 namespace
 {
 

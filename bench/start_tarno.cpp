@@ -4,6 +4,8 @@
 #include "FirstPaint.h"
 #include "app/mStart.h"
 
+using namespace Tarno;
+
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);

@@ -8,6 +8,9 @@
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -64,3 +67,5 @@ DataFolder FindDataFolder(const QString& programFolder, const QString& userFolde
     }
     return {userFolder, isNew};
 }
+
+} // namespace Tarno

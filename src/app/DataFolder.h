@@ -2,6 +2,9 @@
 
 #include <QString>
 
+namespace Tarno
+{
+
 /// The folder with the data files, the pick lists and the log of errors.
 struct DataFolder {
     QString path;
@@ -14,3 +17,5 @@ struct DataFolder {
 /// the program brings when it is not there yet; it is there whole or not at all. A program that brings no
 /// files uses its own folder. Throws Error PathFileAccess when the user's folder cannot be made.
 DataFolder FindDataFolder(const QString& programFolder, const QString& userFolder);
+
+} // namespace Tarno

@@ -15,6 +15,9 @@
 #include <QApplication>
 #include <QDir>
 
+namespace Tarno
+{
+
 int mStart::Main(const DataFolder& folder)
 {
     const ProgramFolder programFolder(ToUtf8(QDir::toNativeSeparators(folder.path)));
@@ -62,3 +65,5 @@ int mStart::Main(const DataFolder& folder)
     reporter.Reset();
     return exitCode;
 }
+
+} // namespace Tarno

@@ -2,6 +2,9 @@
 
 #include "DataFolder.h"
 
+namespace Tarno
+{
+
 namespace mStart
 {
 
@@ -11,3 +14,5 @@ namespace mStart
 int Main(const DataFolder& folder);
 
 } // namespace mStart
+
+} // namespace Tarno

@@ -22,6 +22,8 @@ static bool UserWantsDarkPrograms()
 }
 #endif
 
+using namespace Tarno;
+
 int main(int argc, char* argv[])
 {
 #ifdef Q_OS_WIN

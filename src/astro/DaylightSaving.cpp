@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 using std::chrono::year_month_day;
 
 namespace
@@ -80,3 +83,5 @@ std::string mRiseSet::CorrectedForChangeover(const std::string& text, const Dayl
     const bool isStandardTime = (clocks.startsToday && hour < 2) || (clocks.endsToday && hour >= 4);
     return isStandardTime ? HourEarlier(text) : text;
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 // Daylight saving time between the last Sundays of March and October, in summer of either hemisphere.
 namespace mRiseSet
 {
@@ -34,3 +37,5 @@ std::string HourEarlier(std::string_view time);
 std::string CorrectedForChangeover(const std::string& text, const DaylightSaving& clocks);
 
 } // namespace mRiseSet
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 
 #include <cmath>
 
+namespace Tarno
+{
+
 using mRiseSet::Body;
 using mRiseSet::RiseSetTexts;
 using std::chrono::year_month_day;
@@ -92,3 +95,5 @@ DayForecast Forecast(const LocationTexts& location, year_month_day date)
 {
     return {ForecastMoon(date), ForecastRiseSet(location, date)};
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <string>
 
+namespace Tarno
+{
+
 /// A location's texts as its record holds them.
 struct LocationTexts {
     std::string latitude;  ///< decimal degrees, north positive
@@ -54,3 +57,5 @@ RiseSetForecast ForecastRiseSet(const LocationTexts& location, std::chrono::year
 
 /// Both of the above.
 DayForecast Forecast(const LocationTexts& location, std::chrono::year_month_day date);
+
+} // namespace Tarno

@@ -2,6 +2,9 @@
 
 #include <cmath>
 
+namespace Tarno
+{
+
 double mRiseSet::Frac(double x)
 {
     const double rest = x - std::trunc(x);
@@ -36,3 +39,5 @@ double mRiseSet::LMST(double mjd, double lambda)
         6.697374558 + 1.0027379093 * ut + (8640184.812866 + (0.093104 - 6.2e-6 * t) * t) * t / 3600;
     return 24 * Frac((gmst - lambda / 15) / 24);
 }
+
+} // namespace Tarno

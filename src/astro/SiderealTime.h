@@ -2,6 +2,9 @@
 
 #include <chrono>
 
+namespace Tarno
+{
+
 // Instants and sidereal time after O. Montenbruck and T. Pfleger, "Astronomy on the Personal
 // Computer". An instant is a modified Julian date (MJD): universal time in days since 17 November
 // 1858, 0 h.
@@ -22,3 +25,5 @@ double JulianCenturies(double mjd);
 double LMST(double mjd, double lambda);
 
 } // namespace mRiseSet
+
+} // namespace Tarno

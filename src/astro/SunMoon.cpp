@@ -4,6 +4,9 @@
 
 #include <cmath>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -73,3 +76,5 @@ mRiseSet::Equatorial mRiseSet::MiniMoon(double t)
     const double latitude = (18520 * sin(s) + n) / arcSecondsPerRadian;
     return FromEcliptic(longitude, latitude);
 }
+
+} // namespace Tarno

@@ -1,5 +1,8 @@
 #pragma once
 
+namespace Tarno
+{
+
 // The short series for the sun and the moon from O. Montenbruck and T. Pfleger, "Astronomy on the
 // Personal Computer": good to about 1 (sun) and 5 (moon) arc minutes for some centuries around 2000.
 namespace mRiseSet
@@ -18,3 +21,5 @@ Equatorial MiniSun(double t);
 Equatorial MiniMoon(double t);
 
 } // namespace mRiseSet
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include <array>
 #include <cmath>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -83,3 +86,5 @@ mMoonPhase::DayRating mMoonPhase::Rating(float percent, bool waxing)
     }
     return waxing ? band->waxing : band->waning;
 }
+
+} // namespace Tarno

@@ -3,6 +3,9 @@
 #include <chrono>
 #include <string_view>
 
+namespace Tarno
+{
+
 // How much of the moon is lit, and how good a day for fishing that makes.
 namespace mMoonPhase
 {
@@ -31,3 +34,5 @@ struct DayRating {
 DayRating Rating(float percent, bool waxing);
 
 } // namespace mMoonPhase
+
+} // namespace Tarno

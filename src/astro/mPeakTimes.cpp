@@ -6,6 +6,9 @@
 #include <cmath>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -107,3 +110,5 @@ std::string mPeakTimes::HoursToTime(float hours)
     const float minutes = std::trunc((hours - whole) * 60);
     return ZeroPadded(static_cast<int>(whole), 2) + ':' + ZeroPadded(static_cast<int>(minutes), 2);
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 // The day's periods in which fish are most active: two major ones around the moon's transits above
 // and below, two minor ones a quarter of a lunar day away from them. Times are texts "hh:mm" with the
 // minutes cut, never rounded, and ":" for none; hours are single precision.
@@ -47,3 +50,5 @@ float TimeToHours(std::string_view time);
 std::string HoursToTime(float hours);
 
 } // namespace mPeakTimes
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 #include <numbers>
 #include <optional>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -173,3 +176,5 @@ std::string mRiseSet::RiseSetTime(std::string_view latitude, std::string_view lo
     }
     return EventText(found, event);
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 // When the sun and the moon cross the horizon, after O. Montenbruck and T. Pfleger, "Astronomy on the
 // Personal Computer": the sine of the altitude is taken at every hour of the local day, and a
 // parabola through each three of them gives the crossings of those two hours.
@@ -60,3 +63,5 @@ std::string RiseSetTime(std::string_view latitude, std::string_view longitude, s
                         std::string_view eventCode, std::chrono::year_month_day date);
 
 } // namespace mRiseSet
+
+} // namespace Tarno

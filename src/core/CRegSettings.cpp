@@ -3,6 +3,9 @@
 #include "Conversions.h"
 #include "ErrorLog.h"
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -65,3 +68,5 @@ void CRegSettings::DeleteSetting(std::string_view Section, std::optional<std::st
         }
     });
 }
+
+} // namespace Tarno

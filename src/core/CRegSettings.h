@@ -7,6 +7,9 @@
 #include <string_view>
 #include <vector>
 
+namespace Tarno
+{
+
 /// The program's own settings. No operation throws; an error inside goes to ErrorLog.
 class CRegSettings
 {
@@ -43,3 +46,5 @@ private:
     std::string m_company{defaultCompany};
     std::string m_appName{productName};
 };
+
+} // namespace Tarno

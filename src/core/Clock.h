@@ -3,6 +3,9 @@
 #include <chrono>
 #include <string>
 
+namespace Tarno
+{
+
 /// Where the program learns what time it is. All times are the user's local time.
 class Clock
 {
@@ -19,3 +22,5 @@ public:
     /// For measuring how long something takes; never goes back.
     virtual std::chrono::steady_clock::time_point Now() const = 0;
 };
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 #include <limits>
 #include <optional>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -142,3 +145,5 @@ std::string ZeroPadded(int number, int width)
     }
     return digits;
 }
+
+} // namespace Tarno

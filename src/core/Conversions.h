@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 // Conversions between text and numbers. None depends on the user's locale: the decimal sign is
 // always ".". Blanks around a number are ignored; an exponent ("1e2") is a number.
 
@@ -35,3 +38,5 @@ std::string ZeroPadded(int number, int width);
 
 /// `text` without the blanks (space and tab) around it.
 std::string_view Trimmed(std::string_view text);
+
+} // namespace Tarno

@@ -2,6 +2,9 @@
 
 #include <cerrno>
 
+namespace Tarno
+{
+
 std::string_view Describe(ErrorNumber number)
 {
     switch (number) {
@@ -70,3 +73,5 @@ Error ErrorOf(const std::error_code& failure)
         return Error(ErrorNumber::PathFileAccess);
     }
 }
+
+} // namespace Tarno

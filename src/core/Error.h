@@ -5,6 +5,9 @@
 #include <string_view>
 #include <system_error>
 
+namespace Tarno
+{
+
 /// The numbers under which the program reports what went wrong.
 enum class ErrorNumber {
     InvalidProcedureCall = 5,
@@ -45,3 +48,5 @@ private:
 
 /// The Error for a failure that the operating system reports.
 Error ErrorOf(const std::error_code& failure);
+
+} // namespace Tarno

@@ -3,6 +3,9 @@
 #include <new>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -97,3 +100,5 @@ Error CurrentError()
         return {ErrorNumber::InvalidProcedureCall, other.what()};
     }
 }
+
+} // namespace Tarno

@@ -12,6 +12,9 @@
 #include <string_view>
 #include <utility>
 
+namespace Tarno
+{
+
 /// Tells the user and the log file about errors. There is one reporter, which every routine reaches
 /// through ErrorLog and Trap.
 class ErrorReporter
@@ -70,3 +73,5 @@ bool Trap(std::string_view module, std::string_view routine, Body&& body)
         return false;
     }
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 /// Tells one version of a file from another without reading it.
 struct FileState {
     bool exists = false;
@@ -60,3 +63,5 @@ public:
 
 /// The operating system's own operations.
 std::unique_ptr<FileOperations> SystemFileOperations();
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 
 #include <exception>
 
+namespace Tarno
+{
+
 namespace fs = std::filesystem;
 
 fs::path ToPath(std::string_view utf8)
@@ -33,3 +36,5 @@ bool mMain::FileExist(std::string& path)
         return false;
     }
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 // Paths are UTF-8 texts everywhere but at the file system itself.
 
 std::filesystem::path ToPath(std::string_view utf8);
@@ -29,3 +32,5 @@ namespace mMain
 bool FileExist(std::string& path);
 
 } // namespace mMain
+
+} // namespace Tarno

@@ -15,6 +15,9 @@
 #include <unistd.h>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -177,3 +180,5 @@ std::unique_ptr<FileOperations> SystemFileOperations()
 {
     return std::make_unique<PosixFileOperations>();
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 #include <fstream>
 #include <system_error>
 
+namespace Tarno
+{
+
 namespace fs = std::filesystem;
 
 std::string ReadWholeFile(const std::string& path)
@@ -48,3 +51,5 @@ std::string Resolved(const std::string& path)
     }
     return FromPath(resolved);
 }
+
+} // namespace Tarno

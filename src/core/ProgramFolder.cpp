@@ -6,6 +6,9 @@
 #include <system_error>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace fs = std::filesystem;
 
 ProgramFolder::ProgramFolder(std::string path, char separator)
@@ -38,3 +41,5 @@ std::string ProgramFolder::Existing(std::string_view name) const
     }
     return path;
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 /// The folder that holds the data files, the pick lists and the log of errors.
 class ProgramFolder
 {
@@ -26,3 +29,5 @@ private:
     std::string m_path;
     char m_separator;
 };
+
+} // namespace Tarno

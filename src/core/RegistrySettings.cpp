@@ -3,6 +3,9 @@
 #include <array>
 #include <windows.h>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -172,3 +175,5 @@ std::unique_ptr<SettingsStore> SystemSettingsStore(FileOperations& /*operations*
 {
     return std::make_unique<RegistrySettings>();
 }
+
+} // namespace Tarno

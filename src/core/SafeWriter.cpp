@@ -9,6 +9,9 @@
 #include <random>
 #include <vector>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -111,3 +114,5 @@ void SafeWriter::TryRemove(const std::string& path)
     } catch (const Error&) { // NOLINT(bugprone-empty-catch): the next start tries again
     }
 }
+
+} // namespace Tarno

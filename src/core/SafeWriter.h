@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 /// Writes whole files. A reader, a crash or a power failure finds the old bytes or the new ones, never a
 /// mixture: a temporary file in the same folder is written, synchronised and checked, and replaces the
 /// target.
@@ -41,3 +44,5 @@ private:
 
     FileOperations& m_operations;
 };
+
+} // namespace Tarno

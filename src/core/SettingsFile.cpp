@@ -12,6 +12,9 @@
 #include <system_error>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -151,3 +154,5 @@ std::unique_ptr<SettingsStore> SystemSettingsStore(FileOperations& operations)
     return std::make_unique<SettingsFile>(path, operations);
 }
 #endif
+
+} // namespace Tarno

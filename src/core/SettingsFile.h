@@ -6,6 +6,9 @@
 
 #include <string>
 
+namespace Tarno
+{
+
 /// Settings in an XML file: <settings><section name="..."><value name="...">text</value>...
 /// The file is read at each call, so two running programs see each other's settings, and written whole.
 /// A file that is damaged is left alone: nothing is read from it and nothing is written over it.
@@ -27,3 +30,5 @@ private:
     std::string m_path;
     FileOperations& m_operations;
 };
+
+} // namespace Tarno

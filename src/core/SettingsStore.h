@@ -8,6 +8,9 @@
 #include <string_view>
 #include <vector>
 
+namespace Tarno
+{
+
 struct Setting {
     std::string name; ///< empty for the section's unnamed value
     std::string text;
@@ -37,3 +40,5 @@ public:
 /// The registry of the current user on Windows, a file "tarno/settings.xml" in the user's configuration
 /// folder elsewhere. `operations` must outlive the store.
 std::unique_ptr<SettingsStore> SystemSettingsStore(FileOperations& operations);
+
+} // namespace Tarno

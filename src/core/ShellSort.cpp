@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -42,3 +45,5 @@ void mMain::ShellSort(ReportTable& table, const SortSettings& settings)
         InsertApart(table, std::max<std::size_t>(gap, 1), settings);
     } while (gap > 0);
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 /// The texts of one line of a report, by column.
 using ReportRow = std::vector<std::string>;
 
@@ -26,3 +29,5 @@ namespace mMain
 void ShellSort(ReportTable& table, const SortSettings& settings);
 
 } // namespace mMain
+
+} // namespace Tarno

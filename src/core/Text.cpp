@@ -6,6 +6,9 @@
 #include <cstdint>
 #include <cstring>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -210,3 +213,5 @@ std::string mMain::EncodeLineBreaks(std::string_view text)
 {
     return ReplaceAll(text, lineBreak, lineBreakMark);
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include <string_view>
 #include <vector>
 
+namespace Tarno
+{
+
 // Small helpers for UTF-8 texts.
 
 /// Whether the texts are equal but for the case of ASCII letters.
@@ -47,3 +50,5 @@ std::string DecodeLineBreaks(std::string_view text);
 std::string EncodeLineBreaks(std::string_view text);
 
 } // namespace mMain
+
+} // namespace Tarno

@@ -1,5 +1,8 @@
 #pragma once
 
+namespace Tarno
+{
+
 // The unit in which reports, and a few distances in windows, are given.
 
 constexpr int twipsPerInch = 1440;
@@ -12,3 +15,5 @@ constexpr int FromTwips(int twips)
 {
     return (twips + (twips < 0 ? -twipsPerPixel / 2 : twipsPerPixel / 2)) / twipsPerPixel;
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 
 #include <compare>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -78,3 +81,5 @@ bool mMain::CompMe(const std::string& first, const std::string& second, bool des
 {
     return OutOfOrder(second <=> first, descending, mode);
 }
+
+} // namespace Tarno

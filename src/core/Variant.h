@@ -5,6 +5,9 @@
 #include <string_view>
 #include <variant>
 
+namespace Tarno
+{
+
 /// The absence of a value: never set.
 struct Empty {
     bool operator==(const Empty&) const = default;
@@ -39,3 +42,5 @@ bool CompMe(const Variant& first, const Variant& second, bool descending, std::i
 bool CompMe(const std::string& first, const std::string& second, bool descending, std::int16_t mode);
 
 } // namespace mMain
+
+} // namespace Tarno

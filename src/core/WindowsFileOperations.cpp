@@ -3,6 +3,9 @@
 #include "Paths.h"
 #include "WindowsHandle.h"
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -102,3 +105,5 @@ std::unique_ptr<FileOperations> SystemFileOperations()
 {
     return std::make_unique<WindowsFileOperations>();
 }
+
+} // namespace Tarno

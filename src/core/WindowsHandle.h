@@ -6,6 +6,9 @@
 #include <memory>
 #include <windows.h>
 
+namespace Tarno
+{
+
 /// The Error of the last system call.
 inline Error LastError()
 {
@@ -37,3 +40,5 @@ inline Handle Open(const std::string& path, DWORD access, DWORD share, DWORD dis
         ::CreateFileW(ToPath(path).c_str(), access, share, security, disposition, flags, nullptr);
     return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
+
+} // namespace Tarno

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -55,3 +58,5 @@ std::string Resolved(const std::string& path)
                                             FILE_NAME_NORMALIZED));
     return name.empty() ? path : WithoutPrefix(FromPath(name));
 }
+
+} // namespace Tarno

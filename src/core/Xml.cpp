@@ -7,6 +7,9 @@
 #include <charconv>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -203,3 +206,5 @@ std::string SerializeXml(const pugi::xml_node& node)
     node.print(writer, "", pugi::format_raw, pugi::encoding_utf8);
     return std::move(writer.text);
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 /// Parses `bytes` (UTF-8, or UTF-16 with its mark) so that saving loses nothing that somebody put there
 /// by hand: declaration, comments and processing instructions stay nodes, white space in values is kept.
 /// Returns whether they are one well-formed document, its elements at most 256 levels deep; otherwise
@@ -21,3 +24,5 @@ std::string SerializeXml(const pugi::xml_document& document, std::size_t expecte
 
 /// One node with all that is in it, on one line: equal texts, equal contents.
 std::string SerializeXml(const pugi::xml_node& node);
+
+} // namespace Tarno

@@ -3,10 +3,14 @@
 #include <QDir>
 #include <QString>
 
+// Q_INIT_RESOURCE does not work in a namespace
 static void InitIcons()
 {
     Q_INIT_RESOURCE(icons);
 }
+
+namespace Tarno
+{
 
 QIcon DrawnIcon(QLatin1String name)
 {
@@ -17,3 +21,5 @@ QIcon DrawnIcon(QLatin1String name)
     }
     return icon;
 }
+
+} // namespace Tarno

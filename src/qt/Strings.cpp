@@ -4,6 +4,9 @@
 
 #include <QList>
 
+namespace Tarno
+{
+
 // A text may begin with U+FEFF like with any other character, which Qt's conversions take for a byte order
 // mark and drop.
 
@@ -45,3 +48,5 @@ QString ShownInOneLine(std::string_view stored)
 {
     return ShownLines(stored).replace(QLatin1Char('\n'), QLatin1Char(' '));
 }
+
+} // namespace Tarno

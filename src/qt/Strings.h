@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 // The border between the program's texts (UTF-8) and those of the windows.
 
 QString FromUtf8(std::string_view text);
@@ -20,3 +23,5 @@ std::string StoredLines(const QString& shown);
 
 /// A stored text of several lines where there is room for one only: line breaks show as blanks.
 QString ShownInOneLine(std::string_view stored);
+
+} // namespace Tarno

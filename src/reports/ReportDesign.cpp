@@ -7,6 +7,9 @@
 
 #include <array>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -125,3 +128,5 @@ QString PrintedOn(const Clock& clock)
 {
     return FromUtf8("Printed on " + clock.ShortDate() + " at " + clock.ShortTime());
 }
+
+} // namespace Tarno

@@ -7,6 +7,9 @@
 
 #include <vector>
 
+namespace Tarno
+{
+
 // What the reports' designs have in common. All lengths are twips.
 
 struct Place {
@@ -50,3 +53,5 @@ void RunExportTool(const QString& caption, ReportViewer& viewer);
 
 /// "Printed on " with today's date and the time as the desktop writes them.
 QString PrintedOn(const Clock& clock);
+
+} // namespace Tarno

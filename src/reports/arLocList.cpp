@@ -4,6 +4,9 @@
 #include "qt/Strings.h"
 #include "store/RecordLayouts.h"
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -111,3 +114,5 @@ void arLocList::ToolbarClick(const QString& caption, ReportViewer& viewer)
 {
     RunExportTool(caption, viewer);
 }
+
+} // namespace Tarno

@@ -3,6 +3,9 @@
 #include "reports/engine/Report.h"
 #include "store/Record.h"
 
+namespace Tarno
+{
+
 /// The report that lists every location: name, description, directions, access, position and time zone.
 class arLocList : public Report
 {
@@ -23,3 +26,5 @@ private:
     const RecordList& m_locations;
     std::size_t m_row = 0;
 };
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -134,3 +137,5 @@ void arLogList::ToolbarClick(const QString& caption, ReportViewer& viewer)
 {
     RunExportTool(caption, viewer);
 }
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 
 #include <cstddef>
 
+namespace Tarno
+{
+
 /// The log report: a landscape table whose columns are laid out from their field definitions, each time that
 /// the report runs, for the page that it prints on.
 ///
@@ -36,3 +39,5 @@ private:
     std::size_t m_row = 0;
     QPageLayout::Orientation m_orientation = QPageLayout::Portrait; ///< of the printer, before the report
 };
+
+} // namespace Tarno

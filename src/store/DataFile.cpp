@@ -8,6 +8,9 @@
 #include <filesystem>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -153,3 +156,5 @@ bool DataFile::MergeFile(const std::string& path, const FileState& found, std::s
     m_version = found;
     return true;
 }
+
+} // namespace Tarno

@@ -9,6 +9,9 @@
 #include <memory>
 #include <string>
 
+namespace Tarno
+{
+
 /// One data file, held whole in memory: a document whose element `data` holds the records. Its file may be
 /// changed by other programs at any time.
 class DataFile
@@ -64,3 +67,5 @@ private:
     FileState m_version; ///< of the file when it was last read or written
     bool m_isUnsaved = false;
 };
+
+} // namespace Tarno

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -33,3 +36,5 @@ std::string CodeWord(EntryField::Position field, std::string_view code)
         code.size() == 1 && code[0] >= '0' && static_cast<std::size_t>(code[0] - '0') < words.size();
     return std::string(isCode ? words[static_cast<std::size_t>(code[0] - '0')] : FieldWords::notSet);
 }
+
+} // namespace Tarno

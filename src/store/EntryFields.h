@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 // The catalogue of the values that a log entry has. Everything that shows, edits, lists, prints or exchanges
 // an entry reads it. A new value is a name in EntryField::Position, a row in entryFields, a child at the end
 // of each record in the shipped files, and a control with its binding in the editor.
@@ -148,3 +151,5 @@ const FieldInfo* FindEntryField(std::string_view name);
 /// The word for a stored code of a field of kind Code; "Not Set" for every text that is not one of its codes,
 /// such as " 1" and "01".
 std::string CodeWord(EntryField::Position field, std::string_view code);
+
+} // namespace Tarno

@@ -10,6 +10,9 @@
 #include <string_view>
 #include <unordered_map>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -105,3 +108,5 @@ ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
     }
     return table;
 }
+
+} // namespace Tarno

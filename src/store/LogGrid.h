@@ -8,6 +8,9 @@
 #include <functional>
 #include <string>
 
+namespace Tarno
+{
+
 /// What a log report asks for. The names of `selection` choose how values are shown, its numbers are the
 /// positions of the values in the entry.
 struct LogGridQuery {
@@ -27,3 +30,5 @@ struct LogGridQuery {
 /// phase is no number, ObjectNotSet when an entry lacks a value.
 ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
                     const std::function<std::string(const std::string& number)>& locationName);
+
+} // namespace Tarno

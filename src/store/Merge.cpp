@@ -2,6 +2,9 @@
 
 #include "core/Xml.h"
 
+namespace Tarno
+{
+
 MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
 {
     MergeResult result;
@@ -40,3 +43,5 @@ MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
     }
     return result;
 }
+
+} // namespace Tarno

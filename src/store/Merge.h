@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 /// A record that this program and another one have changed in different ways.
 struct Conflict {
     Record ours;             ///< as it is in the merged file; without values if it was deleted here
@@ -27,3 +30,5 @@ struct MergeResult {
 /// theirs. Records added here are appended under the next free keys. The changes of `theirs` are then those
 /// that its file still lacks.
 MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs);
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 
 #include <iterator>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -88,3 +91,5 @@ void Record::SetText(std::size_t position, std::string_view text)
         child.append_child(pugi::node_pcdata).set_value(XmlText(text).c_str());
     }
 }
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 #include <string_view>
 #include <vector>
 
+namespace Tarno
+{
+
 /// All text inside `node`, CDATA sections and nested elements included.
 std::string TextOf(const pugi::xml_node& node);
 
@@ -61,3 +64,5 @@ public:
 private:
     pugi::xml_document m_document;
 };
+
+} // namespace Tarno

@@ -2,6 +2,9 @@
 
 #include <cstddef>
 
+namespace Tarno
+{
+
 // The positions of the values in the records of locations, columns of the log report and saved reports; those
 // of an entry are in EntryFields.h. The order of a record's children is part of the file format; their names
 // are not looked at.
@@ -32,3 +35,5 @@ namespace ReportField
 {
 enum Position : std::size_t { RptNo, RptName, Fields, FieldKeys, Options, Count };
 } // namespace ReportField
+
+} // namespace Tarno

@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <limits>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -179,3 +182,5 @@ void RecordTable::ForgetChanges()
     m_changed.clear();
     m_appended.clear();
 }
+
+} // namespace Tarno

@@ -9,6 +9,9 @@
 #include <unordered_map>
 #include <vector>
 
+namespace Tarno
+{
+
 /// The records of one data file, by key, and the changes that its file lacks. Entries, locations, field
 /// definitions and saved reports differ only in their names. Nothing here reads or writes files.
 class RecordTable
@@ -84,3 +87,5 @@ private:
     Changes m_changed;
     std::vector<pugi::xml_node> m_appended;
 };
+
+} // namespace Tarno

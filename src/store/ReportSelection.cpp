@@ -3,6 +3,9 @@
 #include "core/Text.h"
 #include "store/RecordLayouts.h"
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -42,3 +45,5 @@ ReportSelection SelectionOf(const std::vector<std::int32_t>& numbers, const Reco
     }
     return selection;
 }
+
+} // namespace Tarno

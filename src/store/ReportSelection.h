@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 /// The fields of a log report, in its order. The lists can differ in length: a saved report may have been
 /// edited by hand.
 struct ReportSelection {
@@ -27,3 +30,5 @@ RecordList DefinitionsOf(const std::vector<std::int32_t>& numbers, const RecordL
 
 /// The selection of the fields `numbers`, with the data names from DefinitionsOf.
 ReportSelection SelectionOf(const std::vector<std::int32_t>& numbers, const RecordList& fields);
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 
 #include <cstdlib>
 
+namespace Tarno
+{
+
 std::string cDescs::TideStartDesc(std::string_view sNo) const
 {
     return CodeWord(EntryField::TideStart, sNo);
@@ -60,3 +63,5 @@ std::string cDescs::MoonPhaseDesc(std::string_view sPhase) const
     const std::string digits = "00" + std::to_string(lit);
     return (sPhase.starts_with('-') ? "Waning, " : "Waxing, ") + digits.substr(digits.size() - 2) + "%";
 }
+
+} // namespace Tarno

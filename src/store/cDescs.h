@@ -3,6 +3,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 /// The words for the condition codes of an entry, which are in the catalogue of fields. A code is the
 /// zero-based index of the chosen option as decimal text; every other text, " 1" and "01" included, reads
 /// "Not Set".
@@ -24,3 +27,5 @@ public:
     /// Throws Error: TypeMismatch when the text is no number, Overflow when it is no 16-bit integer.
     std::string MoonPhaseDesc(std::string_view sPhase) const;
 };
+
+} // namespace Tarno

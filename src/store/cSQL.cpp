@@ -11,6 +11,9 @@
 #include <iterator>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -281,3 +284,5 @@ ConflictNotice cSQL::NoticeOf(const DataFile& in, const Conflict& conflict) cons
     }
     return notice;
 }
+
+} // namespace Tarno

@@ -15,6 +15,9 @@
 #include <utility>
 #include <vector>
 
+namespace Tarno
+{
+
 /// What an operation of the data access returns.
 using Status = std::int32_t;
 constexpr Status succeeded = 0;
@@ -128,3 +131,5 @@ private:
     std::function<void(const ConflictNotice&)> m_showConflict;
     ReportTable m_reportGrid;
 };
+
+} // namespace Tarno

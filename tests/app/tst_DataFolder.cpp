@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 
+using namespace Tarno;
+
 namespace
 {
 

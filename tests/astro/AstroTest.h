@@ -29,10 +29,13 @@ inline char* toString(const std::string_view& text)
 template <>
 inline char* toString(const std::chrono::year_month_day& t)
 {
-    return qstrdup(FromDate(t).c_str());
+    return qstrdup(Tarno::FromDate(t).c_str());
 }
 
 } // namespace QTest
+
+namespace Tarno
+{
 
 /// The number of the error that `routine` throws; nothing when it throws none.
 template <typename Routine>
@@ -45,3 +48,5 @@ std::optional<ErrorNumber> ErrorOf(Routine routine)
     }
     return std::nullopt;
 }
+
+} // namespace Tarno

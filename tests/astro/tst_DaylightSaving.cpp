@@ -2,6 +2,8 @@
 #include "astro/DaylightSaving.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 using namespace mRiseSet;
 using namespace std::chrono_literals;
 using namespace std::string_literals;

@@ -9,6 +9,8 @@
 #include <array>
 #include <vector>
 
+using namespace Tarno;
+
 using namespace std::chrono_literals;
 using namespace std::string_literals;
 using std::chrono::year_month_day;

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+using namespace Tarno;
+
 using namespace mRiseSet;
 using namespace std::chrono_literals;
 using std::chrono::days;

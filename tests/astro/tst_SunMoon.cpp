@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+using namespace Tarno;
+
 using namespace mRiseSet;
 
 namespace

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+using namespace Tarno;
+
 using namespace mMoonPhase;
 using namespace std::chrono_literals;
 using namespace std::string_literals;

@@ -2,6 +2,8 @@
 #include "astro/mPeakTimes.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 using namespace mPeakTimes;
 using namespace std::string_literals;
 using mRiseSet::RiseSetTexts;

@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+using namespace Tarno;
+
 using namespace mRiseSet;
 using namespace std::chrono_literals;
 using namespace std::string_literals;

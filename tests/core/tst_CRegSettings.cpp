@@ -5,6 +5,8 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

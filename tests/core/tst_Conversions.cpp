@@ -5,6 +5,8 @@
 
 #include <locale>
 
+using namespace Tarno;
+
 using namespace std::chrono_literals;
 using namespace std::string_literals;
 

@@ -8,6 +8,8 @@
 #include <cerrno>
 #endif
 
+using namespace Tarno;
+
 class tst_Error : public QObject
 {
     Q_OBJECT

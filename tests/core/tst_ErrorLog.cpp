@@ -12,6 +12,8 @@
 #include <unistd.h>
 #endif
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

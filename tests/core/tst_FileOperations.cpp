@@ -6,6 +6,8 @@
 
 #include <chrono>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

@@ -6,6 +6,8 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 class tst_Paths : public QObject

@@ -15,6 +15,8 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

@@ -10,6 +10,8 @@
 
 #include <chrono>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

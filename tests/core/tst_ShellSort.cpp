@@ -5,6 +5,8 @@
 
 #include <map>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

@@ -2,6 +2,8 @@
 #include "support/StdStrings.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 class tst_Text : public QObject

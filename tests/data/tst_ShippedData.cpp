@@ -15,6 +15,8 @@
 #include <memory>
 #include <set>
 
+using namespace Tarno;
+
 // The files that a user gets with the program, and the sample log.
 
 namespace

@@ -4,6 +4,9 @@
 #include <QFont>
 #include <QPalette>
 
+namespace Tarno
+{
+
 /// The colours and the font size of a desktop.
 enum class Appearance { Usual, Dark, LargeFont, DarkWithLargeFont };
 
@@ -32,3 +35,5 @@ inline void Apply(Appearance appearance)
     QApplication::setPalette(isDark ? DarkPalette() : usualPalette);
     QApplication::setFont(font);
 }
+
+} // namespace Tarno

@@ -9,6 +9,9 @@
 #include <QToolBar>
 #include <QToolButton>
 
+namespace Tarno
+{
+
 // The controls of a window as its user meets them.
 
 /// Whether Qt builds it of parts of its own: viewports, scroll bars, the line in which a number stands.
@@ -70,3 +73,5 @@ inline QString Listed(const QStringList& texts)
 {
     return texts.join(QLatin1String(", "));
 }
+
+} // namespace Tarno

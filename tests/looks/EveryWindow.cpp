@@ -14,6 +14,9 @@
 #include <QTabWidget>
 #include <QToolBar>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -268,3 +271,5 @@ void AddEveryWindow(const std::function<bool(const WindowState&)>& wanted)
         }
     }
 }
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 #include <map>
 #include <vector>
 
+namespace Tarno
+{
+
 /// What is done with a window while it is on the screen.
 using Visit = std::function<void(QWidget& window)>;
 
@@ -63,3 +66,5 @@ private:
     Findings (*m_inspect)(QWidget& window);
     std::map<QString, Findings> m_stored;
 };
+
+} // namespace Tarno

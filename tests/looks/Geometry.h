@@ -18,6 +18,9 @@
 
 #include <cstdlib>
 
+namespace Tarno
+{
+
 // What is wrong with the places and sizes of a window's controls; each fault in words.
 
 inline QString Fault(const QWidget& control, const QString& what)
@@ -219,3 +222,5 @@ inline QStringList IrregularGaps(const QWidget& window)
     faults.removeDuplicates();
     return faults;
 }
+
+} // namespace Tarno

@@ -15,6 +15,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 // What a keyboard finds in a window.
 
 /// The keys that act in the whole window, each as often as something in it claims it.
@@ -185,3 +188,5 @@ inline bool TabGoesRound(const WindowState& state)
 {
     return state.tabGoesRound;
 }
+
+} // namespace Tarno

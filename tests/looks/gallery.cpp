@@ -10,6 +10,8 @@
 
 #include <cstdio>
 
+using namespace Tarno;
+
 namespace
 {
 

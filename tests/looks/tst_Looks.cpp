@@ -13,6 +13,8 @@
 #include <initializer_list>
 #include <map>
 
+using namespace Tarno;
+
 namespace
 {
 

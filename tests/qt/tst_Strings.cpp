@@ -2,6 +2,8 @@
 #include "support/StdStrings.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 class tst_Strings : public QObject
 {
     Q_OBJECT

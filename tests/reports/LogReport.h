@@ -15,6 +15,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 /// A column's definition, as the file of field definitions holds it.
 struct Column {
     std::string name;
@@ -186,3 +189,5 @@ inline void AddPapers()
     QTest::newRow("A4") << QPageSize::A4 << 16838 - 2 * 1134;
     QTest::newRow("Letter") << QPageSize::Letter << 15840 - 2 * 1134;
 }
+
+} // namespace Tarno

@@ -13,6 +13,9 @@
 #include <functional>
 #include <vector>
 
+namespace Tarno
+{
+
 struct PaintedText {
     QString text;
     QPointF baseline; ///< where it starts, in twips from the page's upper left corner
@@ -145,3 +148,5 @@ private:
 
     mutable Engine m_engine;
 };
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 
 #include <utility>
 
+namespace Tarno
+{
+
 /// A row of a table in an RTF file.
 struct RtfRow {
     QStringList cells; ///< fields stand as "<PAGE>", pictures as "<picture>", \line as a line break
@@ -193,3 +196,5 @@ private:
     RtfRow m_row;
     QString m_cell;
 };
+
+} // namespace Tarno

@@ -11,6 +11,9 @@
 #include <utility>
 #include <vector>
 
+namespace Tarno
+{
+
 /// A report of rows that a test gives it. It writes its events down, and during each of them does what the
 /// test wants. Its paper is A4 upright with margins of one inch, its bands are empty at first.
 class RowsReport : public Report
@@ -132,3 +135,5 @@ private:
 
     std::size_t m_row = 0;
 };
+
+} // namespace Tarno

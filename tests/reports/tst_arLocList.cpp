@@ -8,6 +8,8 @@
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 
+using namespace Tarno;
+
 namespace
 {
 

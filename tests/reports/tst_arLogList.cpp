@@ -6,6 +6,8 @@
 #include "reports/ReportDesign.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 class tst_arLogList : public QObject

@@ -16,6 +16,9 @@
 #include <sys/prctl.h>
 #endif
 
+namespace Tarno
+{
+
 /// Another program, whose standard input and output lead here. It ends with the object at the latest.
 class ChildProgram
 {
@@ -100,3 +103,5 @@ private:
 
     QProcess m_process;
 };
+
+} // namespace Tarno

@@ -3,6 +3,9 @@
 #include <cstdlib>
 #include <string_view>
 
+namespace Tarno
+{
+
 // The environment variable TARNO_SAFETY chooses how much the safety tests do: "long" takes hours, "short" is
 // what CI runs, and without it the tests that take longest do a quarter of the short form.
 
@@ -27,3 +30,5 @@ inline int Times(int shortForm, int longForm)
 {
     return IsLongForm() ? longForm : shortForm;
 }
+
+} // namespace Tarno

@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 /// One of the three kinds of record whose operations are alike but for their names.
 struct RecordFamily {
     std::string name;   ///< as it begins the names of its operations
@@ -68,3 +71,5 @@ inline std::vector<std::string> KeysOf(const RecordList& list)
     }
     return keys;
 }
+
+} // namespace Tarno

@@ -5,6 +5,8 @@
 #include "support/TestClass.h"
 #include "support/TestStore.h"
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 class tst_EntryFields : public QObject

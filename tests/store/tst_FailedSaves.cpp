@@ -2,6 +2,8 @@
 #include "support/TestClass.h"
 #include "support/TestStore.h"
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

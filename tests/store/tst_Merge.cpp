@@ -5,6 +5,8 @@
 
 #include <functional>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

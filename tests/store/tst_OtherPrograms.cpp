@@ -6,6 +6,8 @@
 
 #include <regex>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

@@ -6,6 +6,8 @@
 
 #include <limits>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

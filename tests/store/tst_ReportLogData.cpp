@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <map>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

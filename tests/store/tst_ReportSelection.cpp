@@ -9,6 +9,8 @@
 
 #include <limits>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

@@ -7,6 +7,8 @@
 
 #include <set>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

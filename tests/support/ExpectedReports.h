@@ -7,6 +7,9 @@
 #include <string>
 #include <string_view>
 
+namespace Tarno
+{
+
 /// Stands in for the message box of the error reporter. A report that the test did not announce fails the
 /// test, and so does an announced one that never comes. Nothing is logged.
 class ExpectedReports
@@ -58,3 +61,5 @@ private:
 
     std::deque<std::string> m_expected;
 };
+
+} // namespace Tarno

@@ -12,6 +12,9 @@
 #include <psapi.h>
 #endif
 
+namespace Tarno
+{
+
 /// The most memory that this process ever used, in megabytes; that of the process that started it does not
 /// count.
 inline std::size_t PeakMegabytes()
@@ -30,3 +33,5 @@ inline std::size_t PeakMegabytes()
     return kilobytes / 1024;
 #endif
 }
+
+} // namespace Tarno

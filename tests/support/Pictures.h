@@ -9,6 +9,9 @@
 #include <cstdint>
 #include <string>
 
+namespace Tarno
+{
+
 // Picture files of every kind the program meets, as bytes.
 
 namespace Pictures
@@ -83,3 +86,5 @@ inline std::string AnimatedGif()
 }
 
 } // namespace Pictures
+
+} // namespace Tarno

@@ -4,6 +4,13 @@
 
 #include <filesystem>
 
+#ifndef Q_OS_WIN
+#include <unistd.h>
+#endif
+
+namespace Tarno
+{
+
 #ifdef Q_OS_WIN
 
 /// Windows has no bits of permission that could be taken away here: a test of them is skipped.
@@ -18,8 +25,6 @@ public:
 };
 
 #else
-
-#include <unistd.h>
 
 /// As long as it lives, the process has the rights of a plain user, so that permissions bite: root, whom
 /// they do not stop, becomes "nobody", who is given the folder and all that is in it.
@@ -60,3 +65,5 @@ private:
 };
 
 #endif
+
+} // namespace Tarno

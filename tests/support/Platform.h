@@ -4,6 +4,9 @@
 
 #include <string_view>
 
+namespace Tarno
+{
+
 #ifdef Q_OS_WIN
 inline constexpr bool isWindows = true;
 /// Skips the rest of a test that needs something which Windows does not have, or has otherwise.
@@ -19,3 +22,5 @@ inline bool IsFileName(std::string_view name)
     return !isWindows ||
            (name.find_first_of("<>:\"/\\|?*\n") == std::string_view::npos && !name.ends_with(' '));
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 
 #include <utility>
 
+namespace Tarno
+{
+
 /// The number of the Error that `body` throws, 0 when it throws none.
 template <typename Body>
 int RaisedNumber(Body&& body)
@@ -15,3 +18,5 @@ int RaisedNumber(Body&& body)
         return static_cast<int>(error.Number());
     }
 }
+
+} // namespace Tarno

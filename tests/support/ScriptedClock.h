@@ -2,6 +2,9 @@
 
 #include "core/Clock.h"
 
+namespace Tarno
+{
+
 /// A clock that moves only when a test sets it.
 class ScriptedClock final : public Clock
 {
@@ -19,3 +22,5 @@ public:
     std::string shortTime = "9:07 PM";
     std::chrono::steady_clock::time_point now;
 };
+
+} // namespace Tarno

@@ -14,6 +14,9 @@
 #include <utility>
 #include <vector>
 
+namespace Tarno
+{
+
 /// The system's own file operations, some of which fail as the test wants. An announced failure that never
 /// happens fails the test. Pauses take no time.
 class ScriptedFileOperations final : public FileOperations
@@ -165,3 +168,5 @@ private:
     bool m_losesByte = false;
     bool m_locks = true;
 };
+
+} // namespace Tarno

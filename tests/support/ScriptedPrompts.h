@@ -11,6 +11,9 @@
 #include <optional>
 #include <utility>
 
+namespace Tarno
+{
+
 // The desktop as a test plays it. What the program asks without being expected to fails the test, and so
 // does an announced question that never comes. Questions must come in the order announced.
 
@@ -257,3 +260,5 @@ private:
 
     std::deque<Expected> m_expected;
 };
+
+} // namespace Tarno

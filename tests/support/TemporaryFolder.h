@@ -18,6 +18,9 @@
 #include <sys/stat.h>
 #endif
 
+namespace Tarno
+{
+
 /// A folder of the test's own, gone with the object. Names are relative to it.
 class TemporaryFolder
 {
@@ -101,3 +104,5 @@ public:
 private:
     QTemporaryDir m_folder;
 };
+
+} // namespace Tarno

@@ -20,6 +20,9 @@
 #include <utility>
 #include <vector>
 
+namespace Tarno
+{
+
 /// The values of a record by their positions; the others are those of the template.
 using Values = std::map<std::size_t, std::string>;
 
@@ -136,3 +139,5 @@ private:
         }
     }
 };
+
+} // namespace Tarno

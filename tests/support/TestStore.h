@@ -9,6 +9,9 @@
 #include <filesystem>
 #include <string_view>
 
+namespace Tarno
+{
+
 /// The data access over a folder of the test's own, which holds copies of the seven shipped data files.
 /// Change files before Init. A report that the test does not announce fails it.
 struct TestStore {
@@ -26,3 +29,5 @@ struct TestStore {
     ExpectedReports reports;
     cSQL sql{programFolder, operations};
 };
+
+} // namespace Tarno

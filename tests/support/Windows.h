@@ -13,6 +13,9 @@
 #include <string>
 #include <utility>
 
+namespace Tarno
+{
+
 // Windows from outside: found by the names of their controls, driven through the window system, so that an
 // event takes the way that it takes when a user raises it.
 
@@ -182,3 +185,5 @@ void WithoutWindow(Body&& body, const Caller& caller = Caller::Current())
     watch.start(0);
     std::forward<Body>(body)();
 }
+
+} // namespace Tarno

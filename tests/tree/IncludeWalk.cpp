@@ -7,6 +7,9 @@
 #include <set>
 #include <string_view>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -209,3 +212,5 @@ IncludeWalk WalkIncludes(const fs::path& sources)
     }
     return walk;
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 /// What a walk through the includes of a source tree found.
 struct IncludeWalk {
     std::vector<std::string> files;      ///< every file read, by its path in the tree, sorted
@@ -17,3 +20,5 @@ std::vector<std::string> Layers();
 /// includes only folders of lower levels, each by its full path from the root of the sources; core, astro and
 /// store include no Qt, qt and reports only what is in Qt Core and Qt Gui.
 IncludeWalk WalkIncludes(const std::filesystem::path& sources);
+
+} // namespace Tarno

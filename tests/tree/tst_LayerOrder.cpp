@@ -3,6 +3,8 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

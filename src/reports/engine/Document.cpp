@@ -4,6 +4,9 @@
 
 #include <QPageSize>
 
+namespace Tarno
+{
+
 QPageLayout PageOf(const Document& document)
 {
     const QSizeF points = QSizeF(document.paper) / twipsPerPoint;
@@ -31,3 +34,5 @@ QStringList LinesOnPage(const Document& document, const PlacedText& text, std::s
     }
     return lines;
 }
+
+} // namespace Tarno

@@ -14,6 +14,9 @@
 #include <limits>
 #include <vector>
 
+namespace Tarno
+{
+
 // A report that has been laid out: texts broken into lines, bands cut into pages. All lengths are twips.
 
 struct TextLine {
@@ -83,3 +86,5 @@ QPageLayout PageOf(const Document& document);
 
 /// The words of `text` on the page `page` (from 0) of `document`: one text a line.
 QStringList LinesOnPage(const Document& document, const PlacedText& text, std::size_t page);
+
+} // namespace Tarno

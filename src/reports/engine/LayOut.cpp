@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -319,3 +322,5 @@ std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
     }
     return document;
 }
+
+} // namespace Tarno

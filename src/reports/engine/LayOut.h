@@ -6,6 +6,9 @@
 #include <functional>
 #include <optional>
 
+namespace Tarno
+{
+
 /// Told how many rows have been laid out; returns false to stop.
 using LayOutProgress = std::function<bool(int rows)>;
 
@@ -14,3 +17,5 @@ using LayOutProgress = std::function<bool(int rows)>;
 /// Nothing when `progress` stopped it. What an event throws passes through; the report's design is as
 /// before in every case.
 std::optional<Document> LayOut(Report& report, const LayOutProgress& progress = nullptr);
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 
 #include <QPainter>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -86,3 +89,5 @@ void PaintPage(QPainter& painter, const Document& document, std::size_t page)
     pagePainter.Paint(document.footer, {.bandTop = document.paper.height() - document.margins.bottom() -
                                                    document.footer.height});
 }
+
+} // namespace Tarno

@@ -7,6 +7,9 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+namespace Tarno
+{
+
 QByteArray PdfBytes(const Document& document, const ExportProgress& progress)
 {
     // in memory: the writer itself does not tell when a device takes no more
@@ -32,3 +35,5 @@ QByteArray PdfBytes(const Document& document, const ExportProgress& progress)
     painter.end();
     return bytes;
 }
+
+} // namespace Tarno

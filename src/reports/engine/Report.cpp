@@ -5,6 +5,9 @@
 
 #include <QPageSize>
 
+namespace Tarno
+{
+
 void ReportFields::Add(const QString& name)
 {
     m_names.append(name);
@@ -56,3 +59,5 @@ void Report::Detail_BeforePrint() {}
 void Report::ReportEnd() {}
 
 void Report::ToolbarClick(const QString& /*caption*/, ReportViewer& /*viewer*/) {}
+
+} // namespace Tarno

@@ -11,6 +11,9 @@
 #include <optional>
 #include <vector>
 
+namespace Tarno
+{
+
 /// The data of the current row, by name and position.
 class ReportFields
 {
@@ -93,3 +96,5 @@ public:
     /// The user clicked the tool with that caption in `viewer`.
     virtual void ToolbarClick(const QString& caption, ReportViewer& viewer);
 };
+
+} // namespace Tarno

@@ -6,6 +6,9 @@
 #include <array>
 #include <utility>
 
+namespace Tarno
+{
+
 ReportControl& ReportControls::Add(const QString& type)
 {
     using Kind = ReportControl::Kind;
@@ -31,3 +34,5 @@ ReportControl& ReportControls::operator[](const QString& name)
     }
     return *found;
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 
 #include <deque>
 
+namespace Tarno
+{
+
 // What a report is made of. All lengths are twips: 1440 to the inch, 15 to a device-independent pixel.
 
 enum class TextAlignment { Left = 0, Right = 1, Center = 2 };
@@ -82,3 +85,5 @@ struct ReportSection {
     int Height = 0;
     ReportControls Controls;
 };
+
+} // namespace Tarno

@@ -9,6 +9,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -94,3 +97,5 @@ QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int
     }
     return lines;
 }
+
+} // namespace Tarno

@@ -7,6 +7,9 @@
 
 #include <vector>
 
+namespace Tarno
+{
+
 /// The family in which `family` is printed: itself where the machine has it, otherwise one of like width.
 QString AvailableFamily(const QString& family);
 
@@ -36,3 +39,5 @@ public:
 private:
     std::vector<Measure> m_measures;
 };
+
+} // namespace Tarno

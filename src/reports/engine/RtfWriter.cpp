@@ -8,6 +8,9 @@
 #include <cmath>
 #include <map>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -200,3 +203,5 @@ QByteArray RtfBytes(const Document& document)
     }
     return rtf + body + "\\pard\\par}\n";
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include <QLineEdit>
 #include <QScrollBar>
 
+namespace Tarno
+{
+
 void FitBoxes(std::initializer_list<QLineEdit*> boxes, const QString& sample)
 {
     for (QLineEdit* box : boxes) {
@@ -21,3 +24,5 @@ void WidenLists(std::initializer_list<QAbstractItemView*> lists, int letters)
                               list->verticalScrollBar()->sizeHint().width());
     }
 }
+
+} // namespace Tarno

@@ -2,6 +2,9 @@
 
 #include <QMouseEvent>
 
+namespace Tarno
+{
+
 ClickLabel::ClickLabel(QWidget* parent) : QLabel(parent)
 {
     setCursor(Qt::PointingHandCursor);
@@ -23,3 +26,5 @@ void ClickLabel::mousePressEvent(QMouseEvent* event)
         QLabel::mousePressEvent(event);
     }
 }
+
+} // namespace Tarno

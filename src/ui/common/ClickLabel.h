@@ -2,6 +2,9 @@
 
 #include <QLabel>
 
+namespace Tarno
+{
+
 /// A label that acts when it is clicked. It takes no focus, so the box that has it keeps it.
 class ClickLabel : public QLabel
 {
@@ -21,3 +24,5 @@ Q_SIGNALS:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
 };
+
+} // namespace Tarno

@@ -9,6 +9,9 @@
 #include <QMessageBox>
 #include <QProcess>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -145,3 +148,5 @@ void DesktopProgramStarter::EditText(const QString& path)
                         ToUtf8(path));
     }
 }
+
+} // namespace Tarno

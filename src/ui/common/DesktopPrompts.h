@@ -2,6 +2,9 @@
 
 #include "ui/common/Prompts.h"
 
+namespace Tarno
+{
+
 class DesktopMessageBoxes final : public MessageBoxes
 {
 public:
@@ -21,3 +24,5 @@ public:
     void Start(const QString& program, const QStringList& arguments) override;
     void EditText(const QString& path) override;
 };
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 #include <string_view>
 #include <utility>
 
+namespace Tarno
+{
+
 /// The record that an editing window works on: a private copy, and whether it holds values that have not been
 /// saved.
 class EditedRecord
@@ -47,3 +50,5 @@ private:
     Record m_copy;
     bool m_changed = false;
 };
+
+} // namespace Tarno

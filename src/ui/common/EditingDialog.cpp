@@ -7,6 +7,9 @@
 
 #include <QPushButton>
 
+namespace Tarno
+{
+
 EditingDialog::EditingDialog(const Program& program, UpdateOperation update, QWidget* parent)
     : QDialog(parent),
       m_program(program),
@@ -79,3 +82,5 @@ void EditingDialog::AskAboutChanges()
         SaveData();
     }
 }
+
+} // namespace Tarno

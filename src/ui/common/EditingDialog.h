@@ -6,8 +6,12 @@
 
 #include <QDialog>
 
-class LeaveGuard;
 class QPushButton;
+
+namespace Tarno
+{
+
+class LeaveGuard;
 class RecordBinder;
 
 /// What the windows that edit one record have in common: a private copy of the record, what binds it to the
@@ -52,3 +56,5 @@ private:
     RecordBinder* m_binder;
     QPushButton* m_save = nullptr;
 };
+
+} // namespace Tarno

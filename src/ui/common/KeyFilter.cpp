@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace Tarno
+{
+
 KeyFilter::KeyFilter(QLineEdit* box, QString besidesDigits)
     : QValidator(box), m_besidesDigits(std::move(besidesDigits)), m_before(box->text())
 {
@@ -57,3 +60,5 @@ QValidator::State KeyFilter::validate(QString& input, int& position) const
     position = static_cast<int>(front + inserted.size());
     return Acceptable;
 }
+
+} // namespace Tarno

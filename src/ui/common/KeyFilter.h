@@ -5,6 +5,9 @@
 
 class QLineEdit;
 
+namespace Tarno
+{
+
 /// Lets the user put only digits and some further characters into a box: every other character that is typed,
 /// pasted, dropped or composed is left out. Texts that the program sets, and deletions, are not filtered.
 class KeyFilter : public QValidator
@@ -26,3 +29,5 @@ private:
     QString m_besidesDigits;
     QString m_before; ///< the box's text before what is being put in
 };
+
+} // namespace Tarno

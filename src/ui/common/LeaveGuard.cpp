@@ -12,6 +12,9 @@
 
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -161,3 +164,5 @@ bool LeaveGuard::RefusesKey(const QKeyEvent& key)
         return false;
     }
 }
+
+} // namespace Tarno

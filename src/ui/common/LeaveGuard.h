@@ -9,6 +9,9 @@ class QAbstractButton;
 class QKeyEvent;
 class QWidget;
 
+namespace Tarno
+{
+
 /// Runs the check of the box that has the focus before anything else in its window acts: a click, Tab, a
 /// mnemonic or a control's own shortcut, Enter, Esc, a page tab, the close box. A check that refuses swallows
 /// that action, so the box keeps the focus and nothing happens.
@@ -47,3 +50,5 @@ private:
     std::map<QWidget*, Check> m_checks;
     QAbstractButton* m_save = nullptr;
 };
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 
 #include <QApplication>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -48,3 +51,5 @@ void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages)
     }
     messages.Tell(QApplication::activeWindow(), text, QStringLiteral("Tarno"));
 }
+
+} // namespace Tarno

@@ -3,6 +3,9 @@
 #include <QAbstractButton>
 #include <QWidget>
 
+namespace Tarno
+{
+
 OptionGroup::OptionGroup(QWidget* window, const QString& name) : QObject(window)
 {
     for (int index = 0;; ++index) {
@@ -38,3 +41,5 @@ void OptionGroup::Choose(std::optional<int> index)
         m_buttons.setExclusive(true);
     }
 }
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 
 class QWidget;
 
+namespace Tarno
+{
+
 /// The option buttons `name`_0, `name`_1, ... of a window, of which one or none is chosen.
 class OptionGroup : public QObject
 {
@@ -30,3 +33,5 @@ Q_SIGNALS:
 private:
     QButtonGroup m_buttons;
 };
+
+} // namespace Tarno

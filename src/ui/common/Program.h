@@ -8,6 +8,9 @@
 #include "store/cSQL.h"
 #include "ui/common/Prompts.h"
 
+namespace Tarno
+{
+
 /// What every window is given: the objects that live for the whole run, and the outside world. Whoever
 /// makes it owns what it refers to.
 struct Program {
@@ -22,3 +25,5 @@ struct Program {
     Printers& printers;
     FileOperations& operations;
 };
+
+} // namespace Tarno

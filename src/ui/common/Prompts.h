@@ -10,6 +10,9 @@
 class QPainter;
 class QWidget;
 
+namespace Tarno
+{
+
 // What the program asks of the desktop, so that a test can answer in the user's place.
 
 enum class Icon { Information, Question, Exclamation };
@@ -110,3 +113,5 @@ public:
     /// Throws Error FileNotFound when the editor cannot be started.
     virtual void EditText(const QString& path) = 0;
 };
+
+} // namespace Tarno

@@ -15,6 +15,9 @@
 
 #include <utility>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -226,3 +229,5 @@ void RecordBinder::Store(std::size_t position, std::string_view text)
         Q_EMIT ValueChanged(position);
     }
 }
+
+} // namespace Tarno

@@ -12,11 +12,15 @@
 #include <string>
 #include <string_view>
 
-class LeaveGuard;
-class OptionGroup;
 class QLineEdit;
 class QPlainTextEdit;
 class QWidget;
+
+namespace Tarno
+{
+
+class LeaveGuard;
+class OptionGroup;
 
 /// Keeps the text boxes and option groups of an editing window and its record in step, both ways: shows
 /// the record's values, and writes a control's value back when the user leaves or clicks it.
@@ -93,3 +97,5 @@ private:
     std::map<std::size_t, QPlainTextEdit*> m_lines;
     std::map<std::size_t, OptionGroup*> m_options;
 };
+
+} // namespace Tarno

@@ -12,6 +12,9 @@
 
 #include <utility>
 
+namespace Tarno
+{
+
 SortableList::SortableList(QWidget* parent) : QTreeView(parent)
 {
     setRootIsDecorated(false);
@@ -179,3 +182,5 @@ void SortableList::contextMenuEvent(QContextMenuEvent* event)
     const QRect row = visualRect(currentIndex()) & viewport()->rect();
     Q_EMIT Pressed(Qt::RightButton, viewport()->mapToGlobal(row.center()));
 }
+
+} // namespace Tarno

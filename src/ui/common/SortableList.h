@@ -7,6 +7,9 @@
 #include <optional>
 #include <vector>
 
+namespace Tarno
+{
+
 /// A list of records in columns. A click on a heading sorts by that column's text, a second one reverses
 /// the order; before the first the rows stand as given. New rows keep the order chosen and the selection.
 class SortableList : public QTreeView
@@ -63,3 +66,5 @@ private:
     TextTableModel* m_model = nullptr;
     QString m_hint;
 };
+
+} // namespace Tarno

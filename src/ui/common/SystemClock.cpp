@@ -6,6 +6,9 @@
 #include <QLocale>
 #include <QTime>
 
+namespace Tarno
+{
+
 std::chrono::year_month_day SystemClock::Today() const
 {
     const QDate today = QDate::currentDate();
@@ -26,3 +29,5 @@ std::chrono::steady_clock::time_point SystemClock::Now() const
 {
     return std::chrono::steady_clock::now();
 }
+
+} // namespace Tarno

@@ -2,6 +2,9 @@
 
 #include "core/Clock.h"
 
+namespace Tarno
+{
+
 /// The computer's clock, with date and time written as the user's locale does.
 class SystemClock final : public Clock
 {
@@ -11,3 +14,5 @@ public:
     std::string ShortTime() const override;
     std::chrono::steady_clock::time_point Now() const override;
 };
+
+} // namespace Tarno

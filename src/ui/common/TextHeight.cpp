@@ -3,6 +3,9 @@
 #include <QEvent>
 #include <QLabel>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -35,3 +38,5 @@ bool TextHeight::eventFilter(QObject* watched, QEvent* event)
     }
     return false;
 }
+
+} // namespace Tarno

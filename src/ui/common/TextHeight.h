@@ -4,6 +4,9 @@
 
 class QWidget;
 
+namespace Tarno
+{
+
 /// Keeps every wrapped label of a window as high as its text needs at its width: a layout alone would cut it
 /// off where the font is large or the window narrow.
 class TextHeight : public QObject
@@ -16,3 +19,5 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
+
+} // namespace Tarno

@@ -9,6 +9,9 @@
 #include <numeric>
 #include <utility>
 
+namespace Tarno
+{
+
 TextTableModel::TextTableModel(QStringList headings, QObject* parent)
     : QAbstractTableModel(parent), m_headings(std::move(headings))
 {
@@ -152,3 +155,5 @@ const std::vector<int>& TextTableModel::Ranks(int column)
     }
     return ranks;
 }
+
+} // namespace Tarno

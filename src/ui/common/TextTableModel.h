@@ -7,6 +7,9 @@
 #include <optional>
 #include <vector>
 
+namespace Tarno
+{
+
 /// Rows of texts, each known by a key. It holds texts only, so thousands of rows are cheap, and puts them
 /// into the order of a column itself: as the user's language orders texts, case-blind, equal ones in the
 /// order in which they were given.
@@ -58,3 +61,5 @@ private:
     std::vector<std::vector<int>>
         m_ranks; ///< by column: each given row's place in its order, equal for equal texts
 };
+
+} // namespace Tarno

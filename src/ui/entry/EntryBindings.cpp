@@ -3,6 +3,9 @@
 #include "FieldRules.h"
 #include "ui/common/KeyFilter.h"
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -52,3 +55,5 @@ void BindEntryLines(RecordBinder& binder, std::initializer_list<EntryLines> boxe
         binder.BindLines(field, box);
     }
 }
+
+} // namespace Tarno

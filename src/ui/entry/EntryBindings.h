@@ -5,6 +5,9 @@
 
 #include <initializer_list>
 
+namespace Tarno
+{
+
 // How the pages of the entry editor bind their controls: the kind of a field decides which texts its box
 // accepts.
 
@@ -30,3 +33,5 @@ struct EntryLines {
 };
 
 void BindEntryLines(RecordBinder& binder, std::initializer_list<EntryLines> boxes);
+
+} // namespace Tarno

@@ -11,6 +11,9 @@
 
 #include <utility>
 
+namespace Tarno
+{
+
 EntryCalculator::EntryCalculator(const Program& program, RecordBinder& binder, MoonPhaseEditor& moonPhase,
                                  QWidget* window)
     : m_program(program), m_binder(binder), m_moonPhase(moonPhase), m_window(window)
@@ -62,3 +65,5 @@ void EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int3
         }
     });
 }
+
+} // namespace Tarno

@@ -6,9 +6,13 @@
 #include <optional>
 #include <string>
 
+class QWidget;
+
+namespace Tarno
+{
+
 class MoonPhaseEditor;
 class RecordBinder;
-class QWidget;
 
 /// Fills the calculated frames of the entry editor. Dates are texts as their boxes hold them, places are
 /// numbers of locations. Errors are reported through ErrorLog.
@@ -32,3 +36,5 @@ private:
     MoonPhaseEditor& m_moonPhase;
     QWidget* m_window;
 };
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 #include "PickLists.h"
 #include "ui_EntryCommentsPage.h"
 
+namespace Tarno
+{
+
 EntryCommentsPage::EntryCommentsPage(QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::EntryCommentsPage>())
 {
@@ -28,3 +31,5 @@ void EntryCommentsPage::Attach(const Program& program, RecordBinder& binder, Lea
     lists->Add(
         {"Methods.txt", m_ui->lblEditMethods, m_ui->lblDDMethods, m_ui->txtMethods, PickList::Opens::Left});
 }
+
+} // namespace Tarno

@@ -6,6 +6,9 @@
 
 #include <memory>
 
+namespace Tarno
+{
+
 class LeaveGuard;
 class RecordBinder;
 
@@ -31,3 +34,5 @@ public:
 private:
     std::unique_ptr<Ui::EntryCommentsPage> m_ui;
 };
+
+} // namespace Tarno

@@ -20,6 +20,9 @@
 #include <array>
 #include <chrono>
 
+namespace Tarno
+{
+
 EntryGeneralPage::EntryGeneralPage(QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::EntryGeneralPage>())
 {
@@ -218,3 +221,5 @@ bool EntryGeneralPage::cboLocation_Validate()
     });
     return mayLeave;
 }
+
+} // namespace Tarno

@@ -10,6 +10,9 @@
 #include <optional>
 #include <string>
 
+namespace Tarno
+{
+
 class EntryCalculator;
 class LeaveGuard;
 class MoonPhaseEditor;
@@ -67,3 +70,5 @@ private:
     std::unique_ptr<MoonPhaseEditor> m_moonPhase;
     std::unique_ptr<EntryCalculator> m_calculator;
 };
+
+} // namespace Tarno

@@ -3,6 +3,9 @@
 #include "EntryBindings.h"
 #include "ui_EntryWeatherPage.h"
 
+namespace Tarno
+{
+
 EntryWeatherPage::EntryWeatherPage(QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::EntryWeatherPage>())
 {
@@ -25,3 +28,5 @@ void EntryWeatherPage::Attach(RecordBinder& binder)
                       {EntryField::WaterClarity, "optClarity"},
                       {EntryField::AirPressure, "optPressure"}});
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 
 #include <memory>
 
+namespace Tarno
+{
+
 class RecordBinder;
 
 namespace Ui
@@ -28,3 +31,5 @@ public:
 private:
     std::unique_ptr<Ui::EntryWeatherPage> m_ui;
 };
+
+} // namespace Tarno

@@ -11,6 +11,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -117,3 +120,5 @@ void CheckTimeFormat(std::string& text, bool& ok)
         }
     });
 }
+
+} // namespace Tarno

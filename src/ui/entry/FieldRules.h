@@ -7,6 +7,9 @@
 #include <optional>
 #include <string>
 
+namespace Tarno
+{
+
 // The rules of the date and time boxes.
 
 /// The date that a user may write: "yyyy-mm-dd" with or without leading zeros, or the short form of
@@ -20,3 +23,5 @@ void CheckDateFormat(std::string& text, bool& ok);
 /// be written as "hh:mm" with parts of any length or as four digits; it is rewritten as "hh:mm". An hours
 /// or minutes part that is no number is also reported through ErrorLog.
 void CheckTimeFormat(std::string& text, bool& ok);
+
+} // namespace Tarno

@@ -13,6 +13,9 @@
 
 #include <cstdlib>
 
+namespace Tarno
+{
+
 MoonPhaseEditor::MoonPhaseEditor(QLineEdit* percent, QCheckBox* waxing, EditedRecord& record)
     : m_percent(percent), m_waxing(waxing), m_record(record)
 {
@@ -69,3 +72,5 @@ void MoonPhaseEditor::SignPhase()
                        std::to_string(ToInt16(percent) * (m_waxing->isChecked() ? 1 : -1)));
     }
 }
+
+} // namespace Tarno

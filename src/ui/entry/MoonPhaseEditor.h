@@ -7,6 +7,9 @@
 class QCheckBox;
 class QLineEdit;
 
+namespace Tarno
+{
+
 /// The two controls of an entry's moon phase, lit percentage and "Waxing", and the record's value: the
 /// percentage, negative while waning. The value has three writers, which differ at 0 % while waning; see
 /// docs/quirks.md.
@@ -39,3 +42,5 @@ private:
     QCheckBox* m_waxing;
     EditedRecord& m_record;
 };
+
+} // namespace Tarno

@@ -22,6 +22,9 @@
 #include <windows.h>
 #endif
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -223,3 +226,5 @@ bool PickLists::eventFilter(QObject* receiver, QEvent* event)
     }
     return false;
 }
+
+} // namespace Tarno

@@ -5,11 +5,15 @@
 #include <QObject>
 #include <QStringList>
 
-class ClickLabel;
-class LeaveGuard;
 class QListWidget;
 class QPlainTextEdit;
 class QWidget;
+
+namespace Tarno
+{
+
+class ClickLabel;
+class LeaveGuard;
 
 /// The lines of a pick-list file, in its order: UTF-8 with or without its mark when it is valid, the ANSI
 /// code page otherwise (Windows-1252 off Windows). A line ends with CR LF or LF; empty lines stay in, so
@@ -55,3 +59,5 @@ private:
     QListWidget* m_list;
     QPlainTextEdit* m_box = nullptr; ///< that the list was opened for last
 };
+
+} // namespace Tarno

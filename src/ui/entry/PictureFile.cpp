@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <array>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -39,3 +42,5 @@ QImage ReadPicture(const QString& path)
     return picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                              : QImage::Format_RGB32);
 }
+
+} // namespace Tarno

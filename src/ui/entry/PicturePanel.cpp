@@ -11,6 +11,9 @@
 #include <QDir>
 #include <QFileInfo>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -246,3 +249,5 @@ void PicturePanel::resizeEvent(QResizeEvent* event)
     SetScrollbarsEnabled();
     PlaceByScrollbars();
 }
+
+} // namespace Tarno

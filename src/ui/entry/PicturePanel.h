@@ -8,6 +8,9 @@
 #include <cstddef>
 #include <memory>
 
+namespace Tarno
+{
+
 class PictureSource;
 class PictureSurface;
 
@@ -75,3 +78,5 @@ private:
     std::size_t m_position = 0;
     bool m_shownAsChosen = false; ///< the picture in view came from the dialog, not with the record
 };
+
+} // namespace Tarno

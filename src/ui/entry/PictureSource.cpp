@@ -1,5 +1,8 @@
 #include "PictureSource.h"
 
+namespace Tarno
+{
+
 PictureSource::PictureSource(QWidget* parent) : QWidget(parent)
 {
     hide();
@@ -33,3 +36,5 @@ const QImage& PictureSource::LevelFor(QSize pixels)
         }
     }
 }
+
+} // namespace Tarno

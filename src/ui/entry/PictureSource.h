@@ -5,6 +5,9 @@
 
 #include <vector>
 
+namespace Tarno
+{
+
 /// Holds a picture at its natural size for the surface that shows it; is itself never visible.
 class PictureSource : public QWidget
 {
@@ -27,3 +30,5 @@ public:
 private:
     std::vector<QImage> m_levels; ///< the picture, and its halves of halves as far as they were needed
 };
+
+} // namespace Tarno

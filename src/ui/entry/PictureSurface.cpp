@@ -5,6 +5,9 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+namespace Tarno
+{
+
 PictureSurface::PictureSurface(PictureSource& source, QWidget* parent) : QWidget(parent), m_source(source) {}
 
 void PictureSurface::paintEvent(QPaintEvent* event)
@@ -22,3 +25,5 @@ void PictureSurface::paintEvent(QPaintEvent* event)
         seen, source,
         QRectF(seen.x() * across, seen.y() * down, seen.width() * across, seen.height() * down));
 }
+
+} // namespace Tarno

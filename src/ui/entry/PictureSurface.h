@@ -2,6 +2,9 @@
 
 #include <QWidget>
 
+namespace Tarno
+{
+
 class PictureSource;
 
 /// Paints the picture of its source, stretched to the surface's size, or nothing.
@@ -19,3 +22,5 @@ protected:
 private:
     PictureSource& m_source;
 };
+
+} // namespace Tarno

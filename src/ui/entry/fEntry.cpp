@@ -7,6 +7,9 @@
 #include "ui/common/RecordBinder.h"
 #include "ui_fEntry.h"
 
+namespace Tarno
+{
+
 fEntry::fEntry(const Program& program, QWidget* parent)
     : EditingDialog(program, &cSQL::EntryUpdate, parent), m_ui(std::make_unique<Ui::fEntry>())
 {
@@ -96,3 +99,5 @@ void fEntry::sstEntry_Click()
         (page == m_ui->pagePicture ? m_ui->cmdCancel : page)->setFocus();
     });
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <memory>
 
+namespace Tarno
+{
+
 namespace Ui
 {
 class fEntry;
@@ -35,3 +38,5 @@ private:
 
     std::unique_ptr<Ui::fEntry> m_ui;
 };
+
+} // namespace Tarno

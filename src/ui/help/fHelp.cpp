@@ -9,10 +9,14 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
+// Q_INIT_RESOURCE does not work in a namespace
 static void InitManual()
 {
     Q_INIT_RESOURCE(manual);
 }
+
+namespace Tarno
+{
 
 namespace
 {
@@ -110,3 +114,5 @@ bool HelpKey::eventFilter(QObject* object, QEvent* event)
     });
     return true;
 }
+
+} // namespace Tarno

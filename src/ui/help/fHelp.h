@@ -4,6 +4,9 @@
 
 class QTextBrowser;
 
+namespace Tarno
+{
+
 /// The manual, one page for each window of the program. It stands beside the window that it was opened from,
 /// which can be used meanwhile.
 class fHelp : public QDialog
@@ -33,3 +36,5 @@ public:
 
     bool eventFilter(QObject* object, QEvent* event) override;
 };
+
+} // namespace Tarno

@@ -8,6 +8,9 @@
 #include "ui/common/TextHeight.h"
 #include "ui_dlgLocMaint.h"
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -97,3 +100,5 @@ void dlgLocMaint::chkDST_Click()
         EnableSave();
     });
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <memory>
 
+namespace Tarno
+{
+
 namespace Ui
 {
 class dlgLocMaint;
@@ -37,3 +40,5 @@ private:
 
     std::unique_ptr<Ui::dlgLocMaint> m_ui;
 };
+
+} // namespace Tarno

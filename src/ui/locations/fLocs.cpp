@@ -14,6 +14,9 @@
 
 #include <vector>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -162,3 +165,5 @@ void fLocs::cmdPrint_Click()
         fPreview(m_program, report, this).ShowReport();
     });
 }
+
+} // namespace Tarno

@@ -7,6 +7,9 @@
 #include <cstdint>
 #include <memory>
 
+namespace Tarno
+{
+
 namespace Ui
 {
 class fLocs;
@@ -40,3 +43,5 @@ private:
     const Program& m_program;
     std::unique_ptr<Ui::fLocs> m_ui;
 };
+
+} // namespace Tarno

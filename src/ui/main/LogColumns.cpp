@@ -7,6 +7,9 @@
 #include <array>
 #include <unordered_map>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -100,3 +103,5 @@ void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entrie
                         TextsOf([&](const LogColumn& column) { return cell(entry, column); })});
     }
 }
+
+} // namespace Tarno

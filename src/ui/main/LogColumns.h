@@ -9,6 +9,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 // The columns of the log: what they are called, how wide they are, and what they show of an entry.
 
 QStringList LogHeadings();
@@ -23,3 +26,5 @@ int StretchedLogColumn();
 /// asked once for each number of a location. Throws Error ObjectNotSet at the first entry that lacks a value.
 void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entries,
                 const std::function<std::string(const std::string&)>& locationName);
+
+} // namespace Tarno

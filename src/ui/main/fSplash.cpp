@@ -10,6 +10,9 @@
 
 #include <chrono>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -56,3 +59,5 @@ void fSplash::ShowAbout()
     tShow->stop();
     exec();
 }
+
+} // namespace Tarno

@@ -6,6 +6,9 @@
 
 class QTimer;
 
+namespace Tarno
+{
+
 namespace Ui
 {
 class fSplash;
@@ -31,3 +34,5 @@ private:
     std::unique_ptr<Ui::fSplash> m_ui;
     QTimer* tShow; ///< closes the splash
 };
+
+} // namespace Tarno

@@ -19,6 +19,9 @@
 
 #include <vector>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -284,3 +287,5 @@ void fTarno::keyPressEvent(QKeyEvent* event)
         QMainWindow::keyPressEvent(event);
     }
 }
+
+} // namespace Tarno

@@ -12,6 +12,9 @@
 class QAction;
 class QMenu;
 
+namespace Tarno
+{
+
 namespace Ui
 {
 class fTarno;
@@ -74,3 +77,5 @@ private:
     std::vector<Command> m_commands; ///< with what has to exist before one is enabled
     bool m_exitConfirmed = false;
 };
+
+} // namespace Tarno

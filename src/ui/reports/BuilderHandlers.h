@@ -7,6 +7,9 @@
 #include <string_view>
 #include <utility>
 
+namespace Tarno
+{
+
 /// The module under which the report builder and its parts report errors.
 constexpr std::string_view builderModule = "fRptLog";
 
@@ -18,3 +21,5 @@ void Handle(const Sender* sender, Signal signal, const QObject* context, std::st
     QObject::connect(sender, signal, context,
                      [routine, body = std::move(body)] { Trap(builderModule, routine, body); });
 }
+
+} // namespace Tarno

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -72,3 +75,5 @@ bool DesktopPrinters::SetUpPage(QWidget* parent, QPageLayout& page)
     page = printer.pageLayout();
     return true;
 }
+
+} // namespace Tarno

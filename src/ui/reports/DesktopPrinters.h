@@ -2,6 +2,9 @@
 
 #include "ui/common/Prompts.h"
 
+namespace Tarno
+{
+
 /// The system's printers and dialogs.
 class DesktopPrinters final : public Printers
 {
@@ -10,3 +13,5 @@ public:
     bool Print(QWidget* parent, const PrintJob& job) override;
     bool SetUpPage(QWidget* parent, QPageLayout& page) override;
 };
+
+} // namespace Tarno

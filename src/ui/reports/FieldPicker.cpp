@@ -16,6 +16,9 @@
 #include <initializer_list>
 #include <string>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -174,3 +177,5 @@ void FieldPicker::MoveBy(int rows)
     list->setCurrentRow(target);
     Q_EMIT Changed();
 }
+
+} // namespace Tarno

@@ -11,6 +11,9 @@
 
 class QListWidget;
 
+namespace Tarno
+{
+
 namespace Ui
 {
 class FieldPicker;
@@ -59,3 +62,5 @@ private:
 
     std::unique_ptr<Ui::FieldPicker> m_ui;
 };
+
+} // namespace Tarno

@@ -6,6 +6,9 @@
 #include "reports/ReportDesign.h"
 #include "reports/arLogList.h"
 
+namespace Tarno
+{
+
 void ShowLogReport(const Program& program, const LogReportRequest& request, QWidget* parent)
 {
     const std::string names = Join(request.selection.names, ',');
@@ -22,3 +25,5 @@ void ShowLogReport(const Program& program, const LogReportRequest& request, QWid
     report.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(program.clock);
     fPreview(program, report, parent).ShowReport();
 }
+
+} // namespace Tarno

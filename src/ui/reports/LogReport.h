@@ -7,6 +7,9 @@
 
 class QWidget;
 
+namespace Tarno
+{
+
 /// What a log report shows.
 struct LogReportRequest {
     ReportSelection selection; ///< the fields whose values are shown
@@ -19,3 +22,5 @@ struct LogReportRequest {
 /// nothing if the selection has no names or no numbers, or if the data access has reported an error.
 /// Throws what running arLogList throws.
 void ShowLogReport(const Program& program, const LogReportRequest& request, QWidget* parent);
+
+} // namespace Tarno

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -222,3 +225,5 @@ void PreviewView::paintEvent(QPaintEvent* event)
         painter.restore();
     }
 }
+
+} // namespace Tarno

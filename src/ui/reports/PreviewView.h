@@ -4,6 +4,9 @@
 
 #include <QAbstractScrollArea>
 
+namespace Tarno
+{
+
 /// The pages of a document as paper on a desk: one or two side by side, at any zoom. A page is painted when
 /// it comes into view.
 class PreviewView : public QAbstractScrollArea
@@ -66,3 +69,5 @@ private:
     int m_pagesAcross = 1;
     int m_currentPage = 0;
 };
+
+} // namespace Tarno

@@ -7,6 +7,9 @@
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/RtfWriter.h"
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -77,3 +80,5 @@ void mMain::PDFExport(const Program& program, const Document& document, QWidget*
         }
     });
 }
+
+} // namespace Tarno

@@ -5,6 +5,9 @@
 
 class QWidget;
 
+namespace Tarno
+{
+
 namespace mMain
 {
 
@@ -16,3 +19,5 @@ void RTFExport(const Program& program, const Document& document, QWidget* parent
 void PDFExport(const Program& program, const Document& document, QWidget* parent);
 
 } // namespace mMain
+
+} // namespace Tarno

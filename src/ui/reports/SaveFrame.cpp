@@ -3,6 +3,9 @@
 #include "BuilderHandlers.h"
 #include "ui_SaveFrame.h"
 
+namespace Tarno
+{
+
 SaveFrame::SaveFrame(QWidget* parent) : QFrame(parent), m_ui(std::make_unique<Ui::SaveFrame>())
 {
     m_ui->setupUi(this);
@@ -56,3 +59,5 @@ void SaveFrame::chkNew_Click()
         m_ui->txtSaved->setText(*m_selected);
     }
 }
+
+} // namespace Tarno

@@ -6,6 +6,9 @@
 #include <memory>
 #include <optional>
 
+namespace Tarno
+{
+
 namespace Ui
 {
 class SaveFrame;
@@ -44,3 +47,5 @@ private:
     std::unique_ptr<Ui::SaveFrame> m_ui;
     std::optional<QString> m_selected;
 };
+
+} // namespace Tarno

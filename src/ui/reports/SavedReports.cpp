@@ -12,6 +12,9 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 
+namespace Tarno
+{
+
 SavedReports::SavedReports(const Program& program, const Controls& controls, QWidget* window)
     : QObject(window), m_program(program), m_controls(controls), m_window(window)
 {
@@ -197,3 +200,5 @@ ReportSelection SavedReports::StoredSelection() const
     }
     return ReadSelection(RecordAt(reports, m_controls.cboSaved->currentData().toInt() - 1));
 }
+
+} // namespace Tarno

@@ -8,11 +8,15 @@
 #include <cstdint>
 #include <optional>
 
-class FieldPicker;
 class QCheckBox;
 class QComboBox;
 class QPushButton;
 class QWidget;
+
+namespace Tarno
+{
+
+class FieldPicker;
 class SaveFrame;
 
 /// The saved reports of the report builder: choosing one, which shows its fields in the picker, saving the
@@ -76,3 +80,5 @@ private:
     /// instead of adding another one.
     std::optional<Record> m_newReport;
 };
+
+} // namespace Tarno

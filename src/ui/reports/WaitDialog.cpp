@@ -4,6 +4,9 @@
 
 #include <limits>
 
+namespace Tarno
+{
+
 using namespace std::chrono_literals;
 
 namespace
@@ -36,3 +39,5 @@ bool WaitDialog::GoesOn()
     }
     return !m_dialog.wasCanceled();
 }
+
+} // namespace Tarno

@@ -4,6 +4,9 @@
 
 #include <QProgressDialog>
 
+namespace Tarno
+{
+
 /// Shows a progress dialog with Cancel for work that takes longer than half a second.
 class WaitDialog
 {
@@ -21,3 +24,5 @@ private:
     QProgressDialog m_dialog;
     int m_step = 0;
 };
+
+} // namespace Tarno

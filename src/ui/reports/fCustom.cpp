@@ -15,6 +15,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -140,3 +143,5 @@ bool fCustom::StoreShown()
 {
     return m_shown < 0 || !m_changed || Save(m_shown) == succeeded;
 }
+
+} // namespace Tarno

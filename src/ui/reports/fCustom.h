@@ -11,6 +11,9 @@
 
 class QLineEdit;
 
+namespace Tarno
+{
+
 namespace Ui
 {
 class fCustom;
@@ -49,3 +52,5 @@ private:
     bool m_changed = false; ///< never cleared: after the first edit, every selection stores what was shown
     int m_shown = -1;       ///< the row whose field the boxes show
 };
+
+} // namespace Tarno

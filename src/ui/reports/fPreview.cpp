@@ -16,6 +16,9 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+namespace Tarno
+{
+
 namespace
 {
 
@@ -289,3 +292,5 @@ void fPreview::TwoPages()
 {
     m_view->SetPagesAcross(2);
 }
+
+} // namespace Tarno

@@ -7,11 +7,15 @@
 
 #include <memory>
 
-class PreviewView;
 class QAction;
 class QComboBox;
 class QSpinBox;
 class QToolBar;
+
+namespace Tarno
+{
+
+class PreviewView;
 
 /// The window in which a report is looked at before it is printed or exported.
 class fPreview : public QDialog, private ReportViewer
@@ -66,3 +70,5 @@ private:
     QSpinBox* m_page = nullptr;
     QComboBox* m_zoom = nullptr;
 };
+
+} // namespace Tarno

@@ -11,6 +11,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 fRptLog::fRptLog(const Program& program, QWidget* parent)
     : QDialog(parent), m_program(program), m_ui(std::make_unique<Ui::fRptLog>())
 {
@@ -107,3 +110,5 @@ void fRptLog::CreateReport()
             this);
     });
 }
+
+} // namespace Tarno

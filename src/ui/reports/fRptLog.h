@@ -6,6 +6,9 @@
 
 #include <memory>
 
+namespace Tarno
+{
+
 class SavedReports;
 
 namespace Ui
@@ -40,3 +43,5 @@ private:
     std::unique_ptr<Ui::fRptLog> m_ui;
     SavedReports* m_saved;
 };
+
+} // namespace Tarno

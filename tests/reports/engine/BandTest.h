@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace Tarno
+{
+
 // The bands of a report that has been laid out.
 
 inline const PlacedText& TextOf(const Band& band, const char* name)
@@ -27,3 +30,5 @@ inline Band OnlyRow(Report& report)
     }
     return document->details.front();
 }
+
+} // namespace Tarno

@@ -6,6 +6,8 @@
 #include "support/RaisedNumber.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 namespace
 {
 

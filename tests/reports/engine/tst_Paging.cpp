@@ -4,6 +4,8 @@
 #include "reports/RowsReport.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -9,6 +9,8 @@
 #include <QProcess>
 #include <QRegularExpression>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -4,6 +4,8 @@
 #include "support/RaisedNumber.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 using Kind = ReportControl::Kind;
 
 Q_DECLARE_METATYPE(ReportControl::Kind)

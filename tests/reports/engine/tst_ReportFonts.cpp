@@ -7,6 +7,8 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 
+using namespace Tarno;
+
 class tst_ReportFonts : public QObject
 {
     Q_OBJECT

@@ -9,6 +9,8 @@
 
 #include <QProcess>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -17,6 +17,9 @@
 #include <string_view>
 #include <vector>
 
+namespace Tarno
+{
+
 // Every operation of the data access, tried on a folder in which a file may be damaged.
 
 inline constexpr std::array dataFiles{"tarno.xml",         "field.xml", "location.xml", "tarnoblank.xml",
@@ -282,3 +285,5 @@ inline XmlReading ReadXml(const std::string& bytes)
     }
     return reading;
 }
+
+} // namespace Tarno

@@ -10,6 +10,8 @@
 #include <iostream>
 #include <string_view>
 
+using namespace Tarno;
+
 int main(int argc, char* argv[])
 {
     if (argc != 4) {

@@ -11,6 +11,8 @@
 
 #include <optional>
 
+using namespace Tarno;
+
 // The windows over a log of which one file is damaged: all of them open or say why not, and nothing that is
 // done in them touches the file.
 

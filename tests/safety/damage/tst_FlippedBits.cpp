@@ -2,6 +2,8 @@
 #include "safety/Form.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 // A log in which one bit has tipped over, as on a failing disk: each bit of 4 KB in turn.
 
 namespace

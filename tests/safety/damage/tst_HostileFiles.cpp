@@ -3,6 +3,8 @@
 #include "support/Platform.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 // Each of the seven data files in turn is replaced by something that is no data file, by one that is strange
 // but sound, or by something that is no file at all; then every operation is tried.
 

@@ -8,6 +8,8 @@
 #include <iostream>
 #include <sstream>
 
+using namespace Tarno;
+
 // Files far beyond any log: 200 MB in the long form. They are loaded by a process of its own, whose memory is
 // bounded by the size of the file.
 

@@ -4,6 +4,8 @@
 
 #include <set>
 
+using namespace Tarno;
+
 // Each file that ships, cut off at each byte: what a full disk, a stick pulled too early or a broken copy
 // leaves behind.
 

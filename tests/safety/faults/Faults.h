@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 // The steps of a save, the system calls below them, and what the failure of each does to the save.
 
 enum Effect {
@@ -100,3 +103,5 @@ inline std::vector<Fault> AllFaults(const std::vector<SaveStep>& steps,
     }
     return faults;
 }
+
+} // namespace Tarno

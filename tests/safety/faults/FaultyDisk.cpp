@@ -11,6 +11,8 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+using namespace Tarno;
+
 extern "C" {
 FaultyDisk faultyDisk;
 }

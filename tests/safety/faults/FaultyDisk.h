@@ -1,5 +1,8 @@
 #pragma once
 
+namespace Tarno
+{
+
 /// How a write fails without an error.
 enum WriteFault { ShortWrite = -1, NothingWritten = -2 };
 
@@ -12,3 +15,5 @@ struct FaultyDisk {
     int failures = 0;                           ///< calls that have failed
     void (*record)(const char* call) = nullptr; ///< receives each call if it is set
 };
+
+} // namespace Tarno

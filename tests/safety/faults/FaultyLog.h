@@ -8,6 +8,9 @@
 #include <map>
 #include <optional>
 
+namespace Tarno
+{
+
 using Texts = std::vector<std::string>;
 
 /// The values of records by their keys.
@@ -124,3 +127,5 @@ inline void CheckSaves(FaultyLog& log, const std::optional<Outcome>& expected, i
     QCOMPARE(log.Temporaries(), Texts());
     QVERIFY(log.notices.empty());
 }
+
+} // namespace Tarno

@@ -8,6 +8,8 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -7,6 +7,8 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -5,6 +5,8 @@
 
 #include <array>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -9,6 +9,9 @@
 /// What every program of this folder defines: takes any bytes, returns 0.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
+namespace Tarno
+{
+
 /// The bytes as a text.
 inline std::string_view BytesOf(const std::uint8_t* data, std::size_t size)
 {
@@ -32,3 +35,5 @@ inline std::string WithoutBlanks(std::string text)
     });
     return text;
 }
+
+} // namespace Tarno

@@ -13,6 +13,8 @@
 #include <map>
 #include <optional>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <optional>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -2,6 +2,8 @@
 #include "qt/Strings.h"
 #include "ui/entry/PickLists.h"
 
+using namespace Tarno;
+
 namespace
 {
 

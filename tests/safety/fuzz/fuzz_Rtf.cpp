@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Tarno;
+
 namespace
 {
 

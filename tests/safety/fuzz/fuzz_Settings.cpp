@@ -7,6 +7,8 @@
 
 #include <map>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

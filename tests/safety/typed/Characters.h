@@ -10,6 +10,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 // The characters of Unicode, and what a strict reader of XML says to a file.
 
 constexpr char32_t lastCharacter = 0x10FFFF;
@@ -77,3 +80,5 @@ inline std::string XmllintFault(const std::string& path)
     const std::string said = xmllint.readAllStandardError().toStdString();
     return xmllint.exitCode() == 0 ? said : said + "(refused)";
 }
+
+} // namespace Tarno

@@ -6,6 +6,8 @@
 
 #include <set>
 
+using namespace Tarno;
+
 // Each character that XML can carry comes back from the data files as it was handed over, and each other one
 // as the replacement character.
 

@@ -27,6 +27,8 @@
 #include <shellapi.h>
 #endif
 
+using namespace Tarno;
+
 // Names and paths that look like commands, markup or other places: they start nothing, write nowhere else and
 // show as what they are.
 

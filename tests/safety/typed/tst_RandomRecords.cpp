@@ -6,6 +6,8 @@
 
 #include <random>
 
+using namespace Tarno;
+
 // Records of arbitrary texts, added, replaced and removed in an arbitrary order: after each start of the
 // program the files hold what a plain list of them holds.
 

@@ -6,6 +6,8 @@
 #include "safety/Form.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 // What the log holds is on the log report and in the RTF file that it is saved to, character by character.
 
 using namespace std::string_literals;

@@ -8,6 +8,8 @@
 #include <array>
 #include <utility>
 
+using namespace Tarno;
+
 // What is typed or pasted into the boxes of the editors is in the file after "Save", and in the boxes when
 // the editor opens again. In a box of several lines each character that ends a line there is a line break.
 

@@ -17,6 +17,9 @@
 #include <thread>
 #include <vector>
 
+namespace Tarno
+{
+
 /// A trip of two values.
 struct Trip {
     int key;
@@ -251,3 +254,5 @@ private:
     int m_started = 0;
     int m_saves = 0;
 };
+
+} // namespace Tarno

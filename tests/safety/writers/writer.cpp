@@ -23,6 +23,8 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -17,6 +17,8 @@
 #include <map>
 #include <optional>
 
+using namespace Tarno;
+
 namespace
 {
 

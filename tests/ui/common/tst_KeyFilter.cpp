@@ -4,6 +4,8 @@
 #include <QClipboard>
 #include <QLineEdit>
 
+using namespace Tarno;
+
 namespace
 {
 

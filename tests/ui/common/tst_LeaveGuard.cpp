@@ -15,6 +15,8 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -2,6 +2,8 @@
 #include "support/TestClass.h"
 #include "ui/common/Notices.h"
 
+using namespace Tarno;
+
 using Kind = ConflictNotice::Kind;
 
 class tst_Notices : public QObject

@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
+using namespace Tarno;
+
 namespace
 {
 

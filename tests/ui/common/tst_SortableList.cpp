@@ -8,6 +8,8 @@
 #include <QHeaderView>
 #include <QSignalSpy>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -7,6 +7,8 @@
 
 #include <optional>
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -14,6 +14,9 @@
 #include <QTabWidget>
 #include <QtTest>
 
+namespace Tarno
+{
+
 // The entry editor as its user sees it.
 
 /// An entry in which every value is set, so that nothing has to be calculated; it lies at location 1.
@@ -226,3 +229,5 @@ inline const QString dataMissingText =
                    "to calculate sun/moon times, you need to fill in the\r\n"
                    "latitude, longitude and GMT difference");
 inline const QString dataMissingTitle = QStringLiteral("Location Data Missing");
+
+} // namespace Tarno

@@ -7,6 +7,9 @@
 
 #include <initializer_list>
 
+namespace Tarno
+{
+
 // The pick lists of the comments page as their user sees them.
 
 /// A program with an entry whose comment boxes are empty, and short pick lists.
@@ -77,3 +80,5 @@ inline void OpenAndPick(QWidget& editor, const char* label, std::initializer_lis
         Pick(editor, item);
     }
 }
+
+} // namespace Tarno

@@ -12,6 +12,9 @@
 #include <string>
 #include <utility>
 
+namespace Tarno
+{
+
 // The page of the entry editor that shows a picture, as its user sees it.
 
 /// Opens the editor for an entry whose picture is `path` and runs `steps` on its page "Picture".
@@ -122,3 +125,5 @@ inline bool IsNear(const QColor& colour, const QColor& expected)
     return qAbs(colour.red() - expected.red()) < 40 && qAbs(colour.green() - expected.green()) < 40 &&
            qAbs(colour.blue() - expected.blue()) < 40;
 }
+
+} // namespace Tarno

@@ -1,6 +1,8 @@
 #include "EntryTest.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 // The start and end date of an entry: their order, and the labels and keys that change them by one day.
 
 class tst_EntryDates : public QObject

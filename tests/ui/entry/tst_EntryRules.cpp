@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+using namespace Tarno;
+
 // The input rules of the editor's date and time boxes, and what may not happen while a box is refused.
 
 namespace

@@ -4,6 +4,8 @@
 #include "support/TestClass.h"
 #include "ui/entry/FieldRules.h"
 
+using namespace Tarno;
+
 namespace
 {
 

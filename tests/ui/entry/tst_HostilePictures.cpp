@@ -14,6 +14,8 @@
 #include <unistd.h>
 #endif
 
+using namespace Tarno;
+
 // Files that claim to be pictures. The user is told of a problem or sees a picture, and in any case goes on
 // working; a file that keeps the program reading for ever ends the test program.
 

@@ -10,6 +10,8 @@
 
 #include <filesystem>
 
+using namespace Tarno;
+
 // The pick lists, the labels that open and edit them, and the files that they are read from.
 
 class tst_PickLists : public QObject

@@ -10,6 +10,8 @@
 #include <functional>
 #include <map>
 
+using namespace Tarno;
+
 // Picking items from an open list, closing it, and what it adds to its box.
 
 namespace

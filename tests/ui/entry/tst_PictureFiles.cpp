@@ -5,6 +5,8 @@
 
 #include <optional>
 
+using namespace Tarno;
+
 // The files that the picture panel shows: loading and removing them, their paths and formats.
 
 namespace

@@ -7,6 +7,8 @@
 
 #include <utility>
 
+using namespace Tarno;
+
 // The picture panel: its controls, zooming and scrolling.
 
 namespace

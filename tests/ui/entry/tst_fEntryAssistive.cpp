@@ -6,6 +6,8 @@
 
 #include <QAccessible>
 
+using namespace Tarno;
+
 namespace
 {
 

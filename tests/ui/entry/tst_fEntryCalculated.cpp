@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QRegularExpression>
 
+using namespace Tarno;
+
 using namespace std::chrono_literals;
 
 namespace

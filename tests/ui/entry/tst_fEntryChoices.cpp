@@ -1,6 +1,8 @@
 #include "EntryTest.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 // Choosing the options of an entry and its location.
 
 namespace

@@ -1,6 +1,8 @@
 #include "EntryTest.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 // Editing the boxes of an entry and its moon phase.
 
 namespace

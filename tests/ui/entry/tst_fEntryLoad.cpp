@@ -1,6 +1,8 @@
 #include "EntryTest.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 class tst_fEntryLoad : public QObject
 {
     Q_OBJECT

@@ -1,6 +1,8 @@
 #include "EntryTest.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 using namespace std::chrono_literals;
 
 class tst_fEntryNew : public QObject

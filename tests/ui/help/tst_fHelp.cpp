@@ -10,6 +10,8 @@
 #include <QRegularExpression>
 #include <QTextBrowser>
 
+using namespace Tarno;
+
 namespace
 {
 

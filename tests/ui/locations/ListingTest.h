@@ -12,6 +12,9 @@
 #include <utility>
 #include <vector>
 
+namespace Tarno
+{
+
 // The listing of the locations as its user sees it.
 
 /// Opens the listing and runs `steps` in it, which must close it.
@@ -98,3 +101,5 @@ inline void CloseListing(QWidget& listing)
 {
     Click(listing, "cmdOK");
 }
+
+} // namespace Tarno

@@ -10,6 +10,9 @@
 #include <utility>
 #include <vector>
 
+namespace Tarno
+{
+
 // The windows of the locations as their user sees them.
 
 /// A location in which every value but the picture is set.
@@ -116,3 +119,5 @@ inline const Question deleteLocationQuestion{
     .icon = Icon::Question,
     .buttons = Buttons::YesNoCancel,
     .byDefault = Button::Cancel};
+
+} // namespace Tarno

@@ -11,6 +11,8 @@
 #include <QAction>
 #include <QPushButton>
 
+using namespace Tarno;
+
 class tst_PrintedLocations : public QObject
 {
     Q_OBJECT

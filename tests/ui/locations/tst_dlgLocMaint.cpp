@@ -8,6 +8,8 @@
 
 #include <map>
 
+using namespace Tarno;
+
 // The dialog for a location: its texts, and the values that it shows and stores.
 
 class tst_dlgLocMaint : public QObject

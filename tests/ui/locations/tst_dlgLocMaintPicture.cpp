@@ -7,6 +7,8 @@
 
 #include <optional>
 
+using namespace Tarno;
+
 // The picture of a location.
 
 class tst_dlgLocMaintPicture : public QObject

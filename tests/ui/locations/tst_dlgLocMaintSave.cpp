@@ -1,6 +1,8 @@
 #include "LocationTest.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 // Saving, closing and deleting in the dialog for a location, and records that it cannot show.
 
 class tst_dlgLocMaintSave : public QObject

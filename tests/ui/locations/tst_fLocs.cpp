@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <map>
 
+using namespace Tarno;
+
 // The listing of the locations: its rows, their order, and data files that it cannot list in full.
 
 namespace

@@ -1,6 +1,8 @@
 #include "ListingTest.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 // The commands of the listing: adding, editing and deleting locations.
 
 namespace

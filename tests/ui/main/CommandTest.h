@@ -8,12 +8,14 @@
 #include <utility>
 #include <vector>
 
+namespace Tarno
+{
+
 // The commands of the main window as their user runs them.
 
 using Texts = std::vector<std::string>;
 
 enum class Way { Toolbar, Menu, Key, DoubleClick, Enter };
-Q_DECLARE_METATYPE(Way)
 
 /// A log with one location and two trips there.
 class TwoTrips : public TestProgram
@@ -97,3 +99,7 @@ inline Texts EnabledCommands(const QWidget& window)
 
 inline const Texts allCommands{"icoAdd",     "icoEdit",  "icoDelete", "Earth",
                                "icoReports", "icoAbout", "icoTides"};
+
+} // namespace Tarno
+
+Q_DECLARE_METATYPE(Tarno::Way)

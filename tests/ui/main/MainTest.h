@@ -13,6 +13,9 @@
 #include <QToolBar>
 #include <QtTest>
 
+namespace Tarno
+{
+
 // The main window as its user sees it.
 
 /// The main window on the screen.
@@ -131,3 +134,5 @@ inline const Question deleteQuestion{
     .icon = Icon::Question,
     .buttons = Buttons::YesNoCancel,
     .byDefault = Button::Cancel};
+
+} // namespace Tarno

@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+using namespace Tarno;
+
 // The main window's look, its list and its sorting.
 
 namespace

@@ -5,6 +5,8 @@
 
 #include <optional>
 
+using namespace Tarno;
+
 // The commands of the main window: which are enabled, the windows and programs that they open, and Exit.
 
 namespace

@@ -1,6 +1,8 @@
 #include "CommandTest.h"
 #include "support/TestClass.h"
 
+using namespace Tarno;
+
 // The commands for the entries of the main window's list, run by toolbar, menu, mouse and keyboard.
 
 class tst_fTarnoEntries : public QObject

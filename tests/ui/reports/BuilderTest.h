@@ -19,6 +19,9 @@
 #include <utility>
 #include <vector>
 
+namespace Tarno
+{
+
 // The report builder as its user sees it, with data files that a test writes itself.
 
 /// The values of a record in the order of its file.
@@ -302,3 +305,5 @@ inline std::string Mnemonics(const QWidget& window)
     std::sort(letters.begin(), letters.end());
     return letters;
 }
+
+} // namespace Tarno

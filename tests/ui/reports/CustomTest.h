@@ -8,6 +8,9 @@
 #include <string>
 #include <utility>
 
+namespace Tarno
+{
+
 // The window in which the fields of the log report are customised, as its user sees it.
 
 /// Opens the window and takes `steps` in it, which must close it.
@@ -52,3 +55,5 @@ inline std::ptrdiff_t Saves(const TestProgram& program)
     const auto& steps = program.operations.Steps();
     return std::count(steps.begin(), steps.end(), "replace");
 }
+
+} // namespace Tarno

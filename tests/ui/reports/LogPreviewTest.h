@@ -12,6 +12,9 @@
 #include <utility>
 #include <vector>
 
+namespace Tarno
+{
+
 // The report builder's "Preview", whose report is read back from an RTF export.
 
 /// A report as its preview shows it. The cells of a row have "|" between them.
@@ -147,3 +150,5 @@ inline void ChooseSaved(QWidget& builder, int row, bool tick = true)
     }
     Choose(builder, "cboSaved", row);
 }
+
+} // namespace Tarno

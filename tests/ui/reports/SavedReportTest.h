@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+namespace Tarno
+{
+
 // Saved reports in the report builder.
 
 /// Three saved reports over the six fields.
@@ -70,3 +73,5 @@ inline void Tick(const QWidget& builder)
 {
     Click(builder, "chkSaved");
 }
+
+} // namespace Tarno

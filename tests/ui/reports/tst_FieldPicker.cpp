@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <utility>
 
+using namespace Tarno;
+
 namespace
 {
 

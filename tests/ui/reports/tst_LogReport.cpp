@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Tarno;
+
 class tst_LogReport : public QObject
 {
     Q_OBJECT

@@ -10,6 +10,8 @@
 
 #include <QAction>
 
+using namespace Tarno;
+
 using namespace std::string_literals;
 
 namespace

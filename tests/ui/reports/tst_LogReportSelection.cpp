@@ -3,6 +3,8 @@
 #include "support/TestClass.h"
 #include "ui/reports/LogPreviewTest.h"
 
+using namespace Tarno;
+
 class tst_LogReportSelection : public QObject
 {
     Q_OBJECT

@@ -7,6 +7,8 @@
 #include "support/TestProgram.h"
 #include "ui/reports/ReportExport.h"
 
+using namespace Tarno;
+
 namespace
 {
 

@@ -6,6 +6,8 @@
 
 #include <QtTest/QSignalSpy>
 
+using namespace Tarno;
+
 class tst_SaveFrame : public QObject
 {
     Q_OBJECT

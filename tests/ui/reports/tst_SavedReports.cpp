@@ -4,6 +4,8 @@
 #include "support/TestClass.h"
 #include "ui/reports/SavedReportTest.h"
 
+using namespace Tarno;
+
 namespace
 {
 

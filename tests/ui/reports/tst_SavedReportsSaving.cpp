@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Tarno;
+
 class tst_SavedReportsSaving : public QObject
 {
     Q_OBJECT

@@ -4,6 +4,8 @@
 
 #include <QApplication>
 
+using namespace Tarno;
+
 using namespace std::chrono_literals;
 
 namespace

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <map>
 
+using namespace Tarno;
+
 class tst_fCustom : public QObject
 {
     Q_OBJECT

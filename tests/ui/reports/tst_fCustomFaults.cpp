@@ -4,6 +4,8 @@
 #include "support/TestClass.h"
 #include "ui/reports/CustomTest.h"
 
+using namespace Tarno;
+
 class tst_fCustomFaults : public QObject
 {
     Q_OBJECT

@@ -19,6 +19,8 @@
 #include <QToolBar>
 #include <QWheelEvent>
 
+using namespace Tarno;
+
 namespace
 {
 

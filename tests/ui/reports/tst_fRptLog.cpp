@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <map>
 
+using namespace Tarno;
+
 class tst_fRptLog : public QObject
 {
     Q_OBJECT
