@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QStandardPaths>
 
+#include <optional>
+
 #ifdef Q_OS_WIN
 #include <QPalette>
 #include <QSettings>
@@ -23,6 +25,23 @@ static bool UserWantsDarkPrograms()
 #endif
 
 using namespace Tarno;
+
+/// The absolute path of the folder given on the command line; nothing without that option. Ends the program
+/// for options such as --help, and for those that do not exist.
+static std::optional<QString> FolderOption(const QApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("A fishing log for one angler."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption folder(
+        QStringLiteral("folder"),
+        QStringLiteral("Keep the data in <dir> instead of the program's or your own folder."),
+        QStringLiteral("dir"));
+    parser.addOption(folder);
+    parser.process(application);
+    return parser.isSet(folder) ? std::optional(QDir(parser.value(folder)).absolutePath()) : std::nullopt;
+}
 
 int main(int argc, char* argv[])
 {
@@ -49,19 +68,8 @@ int main(int argc, char* argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(DrawnIcon(QLatin1String("tarno")));
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A fishing log for one angler."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption folder(
-        QStringLiteral("folder"),
-        QStringLiteral("Keep the data in <dir> instead of the program's or your own folder."),
-        QStringLiteral("dir"));
-    parser.addOption(folder);
-    parser.process(application);
-
-    if (parser.isSet(folder)) {
-        return mStart::Main({QDir(parser.value(folder)).absolutePath()});
+    if (const auto folder = FolderOption(application)) {
+        return mStart::Main({*folder});
     }
     const QString programFolder = QApplication::applicationDirPath();
     const QString userFolder = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);

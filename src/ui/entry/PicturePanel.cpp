@@ -6,6 +6,7 @@
 #include "core/ErrorLog.h"
 #include "core/Twips.h"
 #include "qt/Strings.h"
+#include "ui/common/Handle.h"
 #include "ui_PicturePanel.h"
 
 #include <QDir>
@@ -22,30 +23,19 @@ constexpr int scrollSteps = 20;
 
 } // namespace
 
-/// Connects `signal` of `control` to `body`. Errors in it are reported as those of the window's routine
-/// `control`_`event`.
-template <typename Control, typename Signal>
-void PicturePanel::Handle(Control* control, Signal signal, const char* event, void (PicturePanel::*body)())
-{
-    const std::string routine = ToUtf8(control->objectName()) + '_' + event;
-    connect(control, signal, this, [this, routine, body] {
-        Trap(ToUtf8(window()->objectName()), routine, [&] { (this->*body)(); });
-    });
-}
-
 PicturePanel::PicturePanel(QWidget* parent) : QWidget(parent), m_ui(std::make_unique<Ui::PicturePanel>())
 {
     m_ui->setupUi(this);
     m_source = new PictureSource(m_ui->frPic);
     m_surface = new PictureSurface(*m_source, m_ui->frPic);
     Reset();
-    Handle(m_ui->cmdLoad, &QPushButton::clicked, "Click", &PicturePanel::ChoosePicture);
-    Handle(m_ui->cmdRemove, &QPushButton::clicked, "Click", &PicturePanel::RemovePicture);
-    Handle(m_ui->sldZoom, &QSlider::valueChanged, "Change", &PicturePanel::ApplyZoom);
-    Handle(m_ui->sldZoom, &QSlider::sliderReleased, "MouseUp", &PicturePanel::ApplyZoom);
+    Handle(m_ui->cmdLoad, &QPushButton::clicked, "Click", this, [this] { ChoosePicture(); });
+    Handle(m_ui->cmdRemove, &QPushButton::clicked, "Click", this, [this] { RemovePicture(); });
+    Handle(m_ui->sldZoom, &QSlider::valueChanged, "Change", this, [this] { ApplyZoom(); });
+    Handle(m_ui->sldZoom, &QSlider::sliderReleased, "MouseUp", this, [this] { ApplyZoom(); });
     for (QScrollBar* bar : {m_ui->hscPic, m_ui->vscPic}) {
-        Handle(bar, &QScrollBar::sliderMoved, "Scroll", &PicturePanel::PlaceByScrollbars);
-        Handle(bar, &QScrollBar::valueChanged, "Change", &PicturePanel::PlaceByScrollbars);
+        Handle(bar, &QScrollBar::sliderMoved, "Scroll", this, [this] { PlaceByScrollbars(); });
+        Handle(bar, &QScrollBar::valueChanged, "Change", this, [this] { PlaceByScrollbars(); });
     }
 }
 

@@ -66,8 +66,6 @@ private:
     void SizeToPicture();
     template <typename Body>
     void Guarded(Body&& body);
-    template <typename Control, typename Signal>
-    void Handle(Control* control, Signal signal, const char* event, void (PicturePanel::*body)());
 
     std::unique_ptr<Ui::PicturePanel> m_ui;
     PictureSource* m_source;

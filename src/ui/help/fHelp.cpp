@@ -1,6 +1,7 @@
 #include "fHelp.h"
 
 #include "core/ErrorLog.h"
+#include "ui/common/Handle.h"
 
 #include <QApplication>
 #include <QFile>
@@ -61,13 +62,10 @@ fHelp::fHelp(QWidget* parent) : QDialog(parent), m_browser(new QTextBrowser(this
     layout->addWidget(m_browser);
     layout->addLayout(buttons);
 
-    connect(contents, &QPushButton::clicked, this,
-            [this] { Trap(module, "cmdContents_Click", [this] { ShowContents(); }); });
-    connect(back, &QPushButton::clicked, this,
-            [this] { Trap(module, "cmdBack_Click", [this] { m_browser->backward(); }); });
+    Handle(contents, &QPushButton::clicked, "Click", this, [this] { ShowContents(); });
+    Handle(back, &QPushButton::clicked, "Click", this, [this] { m_browser->backward(); });
     connect(m_browser, &QTextBrowser::backwardAvailable, back, &QPushButton::setEnabled);
-    connect(close, &QPushButton::clicked, this,
-            [this] { Trap(module, "cmdClose_Click", [this] { reject(); }); });
+    Handle(close, &QPushButton::clicked, "Click", this, [this] { reject(); });
     m_browser->setFocus();
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/ErrorLog.h"
 #include "qt/Icons.h"
+#include "ui/common/Handle.h"
 #include "ui_fSplash.h"
 
 #include <QCoreApplication>
@@ -42,8 +43,7 @@ fSplash::fSplash(const QString& folder, QWidget* parent)
     tShow->setSingleShot(true);
     tShow->setInterval(splashTime);
     connect(tShow, &QTimer::timeout, this, [this] { Trap(module, "tShow_Timer", [this] { accept(); }); });
-    connect(m_ui->cmdOK, &QPushButton::clicked, this,
-            [this] { Trap(module, "cmdOK_Click", [this] { accept(); }); });
+    Handle(m_ui->cmdOK, &QPushButton::clicked, "Click", this, [this] { accept(); });
 }
 
 fSplash::~fSplash() = default;

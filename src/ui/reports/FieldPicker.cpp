@@ -1,11 +1,11 @@
 #include "FieldPicker.h"
 
-#include "BuilderHandlers.h"
 #include "core/Conversions.h"
 #include "qt/Icons.h"
 #include "qt/Strings.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/BoxWidth.h"
+#include "ui/common/Handle.h"
 #include "ui_FieldPicker.h"
 
 #include <QShortcut>
@@ -51,32 +51,27 @@ FieldPicker::FieldPicker(QWidget* parent) : QWidget(parent), m_ui(std::make_uniq
         QPushButton* button;
         const char* icon;
         QKeyCombination key;
-        std::string_view routine;
         std::function<void()> act;
     };
 
     const std::initializer_list<Tool> tools{
-        {m_ui->cmdMove, "move", Qt::CTRL | Qt::Key_Right, "cmdMove_Click",
-         [=, this] { Move(available, chosen); }},
-        {m_ui->cmdMoveAll, "move-all", Qt::CTRL | Qt::SHIFT | Qt::Key_Right, "cmdMoveAll_Click",
+        {m_ui->cmdMove, "move", Qt::CTRL | Qt::Key_Right, [=, this] { Move(available, chosen); }},
+        {m_ui->cmdMoveAll, "move-all", Qt::CTRL | Qt::SHIFT | Qt::Key_Right,
          [=, this] { MoveAll(available, chosen); }},
-        {m_ui->cmdBack, "back", Qt::CTRL | Qt::Key_Left, "cmdBack_Click",
-         [=, this] { Move(chosen, available); }},
-        {m_ui->cmdBackAll, "back-all", Qt::CTRL | Qt::SHIFT | Qt::Key_Left, "cmdBackAll_Click",
+        {m_ui->cmdBack, "back", Qt::CTRL | Qt::Key_Left, [=, this] { Move(chosen, available); }},
+        {m_ui->cmdBackAll, "back-all", Qt::CTRL | Qt::SHIFT | Qt::Key_Left,
          [=, this] { MoveAll(chosen, available); }},
-        {m_ui->cmdUp, "up", Qt::CTRL | Qt::Key_Up, "cmdUp_Click", [this] { MoveBy(-1); }},
-        {m_ui->cmdDn, "down", Qt::CTRL | Qt::Key_Down, "cmdDn_Click", [this] { MoveBy(1); }},
+        {m_ui->cmdUp, "up", Qt::CTRL | Qt::Key_Up, [this] { MoveBy(-1); }},
+        {m_ui->cmdDn, "down", Qt::CTRL | Qt::Key_Down, [this] { MoveBy(1); }},
     };
     for (const Tool& tool : tools) {
         tool.button->setIcon(DrawnIcon(QLatin1String(tool.icon)));
         // a button ignores its own shortcut while it is still animating the previous key press
         connect(new QShortcut(tool.key, this), &QShortcut::activated, tool.button, &QPushButton::click);
-        Handle(tool.button, &QPushButton::clicked, this, tool.routine, tool.act);
+        Handle(tool.button, &QPushButton::clicked, "Click", this, tool.act);
     }
-    Handle(available, &QListWidget::itemDoubleClicked, this, "lstAvail_DblClick",
-           [this] { m_ui->cmdMove->click(); });
-    Handle(chosen, &QListWidget::itemDoubleClicked, this, "lstRpt_DblClick",
-           [this] { m_ui->cmdBack->click(); });
+    Handle(available, &QListWidget::itemDoubleClicked, "DblClick", this, [this] { m_ui->cmdMove->click(); });
+    Handle(chosen, &QListWidget::itemDoubleClicked, "DblClick", this, [this] { m_ui->cmdBack->click(); });
 }
 
 FieldPicker::~FieldPicker() = default;

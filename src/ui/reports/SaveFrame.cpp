@@ -1,6 +1,6 @@
 #include "SaveFrame.h"
 
-#include "BuilderHandlers.h"
+#include "ui/common/Handle.h"
 #include "ui_SaveFrame.h"
 
 namespace Tarno
@@ -10,8 +10,8 @@ SaveFrame::SaveFrame(QWidget* parent) : QFrame(parent), m_ui(std::make_unique<Ui
 {
     m_ui->setupUi(this);
     hide();
-    Handle(m_ui->txtSaved, &QLineEdit::textChanged, this, "txtSaved_Change", [this] { txtSaved_Change(); });
-    Handle(m_ui->chkNew, &QCheckBox::clicked, this, "chkNew_Click", [this] { chkNew_Click(); });
+    Handle(m_ui->txtSaved, &QLineEdit::textChanged, "Change", this, [this] { txtSaved_Change(); });
+    Handle(m_ui->chkNew, &QCheckBox::clicked, "Click", this, [this] { chkNew_Click(); });
     connect(m_ui->cmdSavedOK, &QPushButton::clicked, this, &SaveFrame::Confirmed);
     connect(m_ui->cmdSavedCancel, &QPushButton::clicked, this, &SaveFrame::Cancelled);
 }

@@ -1,11 +1,13 @@
 #include "SavedReports.h"
 
-#include "BuilderHandlers.h"
+#include "BuilderModule.h"
 #include "FieldPicker.h"
 #include "SaveFrame.h"
 #include "core/Conversions.h"
+#include "core/ErrorLog.h"
 #include "qt/Strings.h"
 #include "store/RecordLayouts.h"
+#include "ui/common/Handle.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -18,13 +20,14 @@ namespace Tarno
 SavedReports::SavedReports(const Program& program, const Controls& controls, QWidget* window)
     : QObject(window), m_program(program), m_controls(controls), m_window(window)
 {
-    Handle(controls.chkSaved, &QCheckBox::clicked, this, "chkSaved_Click", [this] { chkSaved_Click(); });
-    Handle(controls.cboSaved, &QComboBox::activated, this, "cboSaved_Click", [this] { cboSaved_Click(); });
-    Handle(controls.cmdSave, &QPushButton::clicked, this, "cmdSave_Click", [this] { cmdSave_Click(); });
-    Handle(controls.cmdDelete, &QPushButton::clicked, this, "cmdDelete_Click", [this] { cmdDelete_Click(); });
-    Handle(controls.frame, &SaveFrame::Confirmed, this, "cmdSavedOK_Click", [this] { cmdSavedOK_Click(); });
-    Handle(controls.frame, &SaveFrame::Cancelled, this, "cmdSavedCancel_Click",
-           [this] { cmdSavedCancel_Click(); });
+    Handle(controls.chkSaved, &QCheckBox::clicked, "Click", this, [this] { chkSaved_Click(); });
+    Handle(controls.cboSaved, &QComboBox::activated, "Click", this, [this] { cboSaved_Click(); });
+    Handle(controls.cmdSave, &QPushButton::clicked, "Click", this, [this] { cmdSave_Click(); });
+    Handle(controls.cmdDelete, &QPushButton::clicked, "Click", this, [this] { cmdDelete_Click(); });
+    connect(controls.frame, &SaveFrame::Confirmed, this,
+            [this] { Trap(builderModule, "cmdSavedOK_Click", [this] { cmdSavedOK_Click(); }); });
+    connect(controls.frame, &SaveFrame::Cancelled, this,
+            [this] { Trap(builderModule, "cmdSavedCancel_Click", [this] { cmdSavedCancel_Click(); }); });
 }
 
 void SavedReports::Load()

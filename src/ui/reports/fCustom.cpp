@@ -6,6 +6,7 @@
 #include "reports/engine/ReportFonts.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/BoxWidth.h"
+#include "ui/common/Handle.h"
 #include "ui/common/TextHeight.h"
 #include "ui_fCustom.h"
 
@@ -44,14 +45,10 @@ fCustom::fCustom(const Program& program, QWidget* parent)
         note->setFont(font);
     }
     for (const auto& [box, position] : m_boxes) {
-        connect(box, &QLineEdit::textChanged, this, [this, routine = ToUtf8(box->objectName()) + "_Change"] {
-            Trap(module, routine, [this] { m_changed = m_changed || !m_loading; });
-        });
+        Handle(box, &QLineEdit::textChanged, "Change", this, [this] { m_changed = m_changed || !m_loading; });
     }
-    connect(m_ui->lstField, &QListWidget::currentRowChanged, this,
-            [this] { Trap(module, "lstField_Click", [this] { lstField_Click(); }); });
-    connect(m_ui->cmdOK, &QPushButton::clicked, this,
-            [this] { Trap(module, "cmdOK_Click", [this] { cmdOK_Click(); }); });
+    Handle(m_ui->lstField, &QListWidget::currentRowChanged, "Click", this, [this] { lstField_Click(); });
+    Handle(m_ui->cmdOK, &QPushButton::clicked, "Click", this, [this] { cmdOK_Click(); });
     Trap(module, "Form_Load", [this] { Form_Load(); });
 }
 

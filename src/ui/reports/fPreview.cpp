@@ -5,6 +5,7 @@
 #include "WaitDialog.h"
 #include "core/ErrorLog.h"
 #include "reports/engine/PaintPage.h"
+#include "ui/common/Handle.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -46,10 +47,8 @@ fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
     layout->addWidget(m_toolBar);
     layout->addWidget(m_view);
     m_view->setFocus();
-    connect(m_view, &PreviewView::CurrentPageChanged, this,
-            [this] { Trap(module, "arvPreview_PageChange", [this] { ShowPage(); }); });
-    connect(m_view, &PreviewView::ZoomChanged, this,
-            [this] { Trap(module, "arvPreview_ZoomChange", [this] { ShowZoom(); }); });
+    Handle(m_view, &PreviewView::CurrentPageChanged, "PageChange", this, [this] { ShowPage(); });
+    Handle(m_view, &PreviewView::ZoomChanged, "ZoomChange", this, [this] { ShowZoom(); });
 }
 
 fPreview::~fPreview() = default;

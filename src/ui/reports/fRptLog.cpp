@@ -1,12 +1,14 @@
 #include "fRptLog.h"
 
-#include "BuilderHandlers.h"
+#include "BuilderModule.h"
 #include "LogReport.h"
 #include "SavedReports.h"
 #include "core/Conversions.h"
+#include "core/ErrorLog.h"
 #include "fCustom.h"
 #include "qt/Strings.h"
 #include "store/RecordLayouts.h"
+#include "ui/common/Handle.h"
 #include "ui_fRptLog.h"
 
 #include <algorithm>
@@ -30,9 +32,9 @@ fRptLog::fRptLog(const Program& program, QWidget* parent)
                                this);
     connect(m_ui->fieldPicker, &FieldPicker::Changed, this, &fRptLog::SetControls);
     connect(m_saved, &SavedReports::Changed, this, &fRptLog::SetControls);
-    Handle(m_ui->cmdCustom, &QPushButton::clicked, this, "cmdCustom_Click", [this] { cmdCustom_Click(); });
-    Handle(m_ui->cmdPreview, &QPushButton::clicked, this, "cmdPreview_Click", [this] { CreateReport(); });
-    Handle(m_ui->cmdClose, &QPushButton::clicked, this, "cmdClose_Click", [this] { reject(); });
+    Handle(m_ui->cmdCustom, &QPushButton::clicked, "Click", this, [this] { cmdCustom_Click(); });
+    Handle(m_ui->cmdPreview, &QPushButton::clicked, "Click", this, [this] { CreateReport(); });
+    Handle(m_ui->cmdClose, &QPushButton::clicked, "Click", this, [this] { reject(); });
     Trap(builderModule, "Form_Load", [this] { Form_Load(); });
 }
 
