@@ -2,10 +2,7 @@
 
 #include "DataFolder.h"
 
-namespace Tarno
-{
-
-namespace mStart
+namespace Tarno::mStart
 {
 
 /// Creates what lives for the whole run, loads the data files in `folder` and shows the main window with the
@@ -13,6 +10,4 @@ namespace mStart
 /// has left the program; at once, without a window, when loading fails.
 int Main(const DataFolder& folder);
 
-} // namespace mStart
-
-} // namespace Tarno
+} // namespace Tarno::mStart

@@ -4,11 +4,8 @@
 #include <string>
 #include <string_view>
 
-namespace Tarno
-{
-
 // Daylight saving time between the last Sundays of March and October, in summer of either hemisphere.
-namespace mRiseSet
+namespace Tarno::mRiseSet
 {
 
 /// The Sunday on or before the 31st.
@@ -36,6 +33,4 @@ std::string HourEarlier(std::string_view time);
 /// whole day as daylight saving time. Other days and other texts stay as they are.
 std::string CorrectedForChangeover(const std::string& text, const DaylightSaving& clocks);
 
-} // namespace mRiseSet
-
-} // namespace Tarno
+} // namespace Tarno::mRiseSet

@@ -2,13 +2,10 @@
 
 #include <chrono>
 
-namespace Tarno
-{
-
 // Instants and sidereal time after O. Montenbruck and T. Pfleger, "Astronomy on the Personal
 // Computer". An instant is a modified Julian date (MJD): universal time in days since 17 November
 // 1858, 0 h.
-namespace mRiseSet
+namespace Tarno::mRiseSet
 {
 
 /// The fractional part of `x`, 0 to 1, counted upwards for negative numbers too: Frac(-0.25) is 0.75.
@@ -24,6 +21,4 @@ double JulianCenturies(double mjd);
 /// positive.
 double LMST(double mjd, double lambda);
 
-} // namespace mRiseSet
-
-} // namespace Tarno
+} // namespace Tarno::mRiseSet

@@ -1,11 +1,8 @@
 #pragma once
 
-namespace Tarno
-{
-
 // The short series for the sun and the moon from O. Montenbruck and T. Pfleger, "Astronomy on the
 // Personal Computer": good to about 1 (sun) and 5 (moon) arc minutes for some centuries around 2000.
-namespace mRiseSet
+namespace Tarno::mRiseSet
 {
 
 /// A place in the sky, referred to the equator and equinox of the day.
@@ -20,6 +17,4 @@ Equatorial MiniSun(double t);
 /// The moon `t` Julian centuries after J2000, as seen from the centre of the earth.
 Equatorial MiniMoon(double t);
 
-} // namespace mRiseSet
-
-} // namespace Tarno
+} // namespace Tarno::mRiseSet

@@ -3,11 +3,8 @@
 #include <chrono>
 #include <string_view>
 
-namespace Tarno
-{
-
 // How much of the moon is lit, and how good a day for fishing that makes.
-namespace mMoonPhase
+namespace Tarno::mMoonPhase
 {
 
 /// The day number of `date` by the formula of Fliegel and Van Flandern (Communications of the ACM 11,
@@ -33,6 +30,4 @@ struct DayRating {
 
 DayRating Rating(float percent, bool waxing);
 
-} // namespace mMoonPhase
-
-} // namespace Tarno
+} // namespace Tarno::mMoonPhase

@@ -5,13 +5,10 @@
 #include <string>
 #include <string_view>
 
-namespace Tarno
-{
-
 // The day's periods in which fish are most active: two major ones around the moon's transits above
 // and below, two minor ones a quarter of a lunar day away from them. Times are texts "hh:mm" with the
 // minutes cut, never rounded, and ":" for none; hours are single precision.
-namespace mPeakTimes
+namespace Tarno::mPeakTimes
 {
 
 struct Periods {
@@ -49,6 +46,4 @@ float TimeToHours(std::string_view time);
 /// `hours` must not be negative.
 std::string HoursToTime(float hours);
 
-} // namespace mPeakTimes
-
-} // namespace Tarno
+} // namespace Tarno::mPeakTimes

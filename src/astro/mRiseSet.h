@@ -4,13 +4,10 @@
 #include <string>
 #include <string_view>
 
-namespace Tarno
-{
-
 // When the sun and the moon cross the horizon, after O. Montenbruck and T. Pfleger, "Astronomy on the
 // Personal Computer": the sine of the altitude is taken at every hour of the local day, and a
 // parabola through each three of them gives the crossings of those two hours.
-namespace mRiseSet
+namespace Tarno::mRiseSet
 {
 
 enum class Body { Moon = 1, Sun = 2, NauticalTwilight = 3 };
@@ -62,6 +59,4 @@ RiseSetTexts RiseAndSet(Body body, const Observer& observer, double gmt, std::ch
 std::string RiseSetTime(std::string_view latitude, std::string_view longitude, std::string_view gmtDifference,
                         std::string_view eventCode, std::chrono::year_month_day date);
 
-} // namespace mRiseSet
-
-} // namespace Tarno
+} // namespace Tarno::mRiseSet

@@ -1,5 +1,6 @@
 #include "RecordBinder.h"
 
+#include "Handle.h"
 #include "KeyFilter.h"
 #include "LeaveGuard.h"
 #include "OptionGroup.h"
@@ -88,7 +89,7 @@ void RecordBinder::BindBox(std::size_t position, QLineEdit* box, Check check, co
 void RecordBinder::BindLines(std::size_t position, QPlainTextEdit* box)
 {
     m_lines[position] = box;
-    connect(box, &QPlainTextEdit::textChanged, this, &RecordBinder::LinesEdited);
+    Handle(box, &QPlainTextEdit::textChanged, "Change", this, [this] { Q_EMIT LinesEdited(); });
     m_guard.Add(box, [this, position, box] {
         Trap(Module(), Routine(box, "_Validate"), [&] {
             ValidateLines(position, box);

@@ -5,6 +5,7 @@
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
 #include "store/EntryFields.h"
+#include "ui/common/Handle.h"
 #include "ui/common/KeyFilter.h"
 
 #include <QCheckBox>
@@ -20,8 +21,8 @@ MoonPhaseEditor::MoonPhaseEditor(QLineEdit* percent, QCheckBox* waxing, EditedRe
     : m_percent(percent), m_waxing(waxing), m_record(record)
 {
     new KeyFilter(percent, {});
-    connect(percent, &QLineEdit::textChanged, this, &MoonPhaseEditor::PhaseChange);
-    connect(waxing, &QCheckBox::toggled, this, &MoonPhaseEditor::PhaseChange);
+    Handle(percent, &QLineEdit::textChanged, "Change", this, [this] { PhaseChange(); });
+    Handle(waxing, &QCheckBox::toggled, "Click", this, [this] { PhaseChange(); });
 }
 
 void MoonPhaseEditor::ShowValue(const QString& percent, bool waxing)

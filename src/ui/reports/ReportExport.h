@@ -5,10 +5,7 @@
 
 class QWidget;
 
-namespace Tarno
-{
-
-namespace mMain
+namespace Tarno::mMain
 {
 
 // Both ask for a file, over `parent`, and write the pages of `document` into it. An older file is replaced
@@ -18,6 +15,4 @@ namespace mMain
 void RTFExport(const Program& program, const Document& document, QWidget* parent);
 void PDFExport(const Program& program, const Document& document, QWidget* parent);
 
-} // namespace mMain
-
-} // namespace Tarno
+} // namespace Tarno::mMain
