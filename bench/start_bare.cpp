@@ -11,6 +11,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+using namespace Tarno;
+
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);

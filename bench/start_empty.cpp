@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+using namespace Tarno;
+
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);
