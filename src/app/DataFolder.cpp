@@ -19,13 +19,13 @@ bool HoldsDataFiles(const QDir& folder)
     return folder.exists(QStringLiteral("field.xml"));
 }
 
-/// Tried, because the bits of permission do not tell it everywhere.
+/// Creates a temporary file, because permission bits are not reliable on every platform.
 bool CanBeWrittenTo(const QString& folder)
 {
     return QTemporaryFile(folder + QStringLiteral("/tarno-XXXXXX")).open();
 }
 
-/// Copies the data files; the copies can be written even where the originals cannot.
+/// Copies the data files. The copies are writable even if the originals are read-only.
 bool Fill(const QDir& from, const QDir& to)
 {
     for (const QString& name :
@@ -39,7 +39,7 @@ bool Fill(const QDir& from, const QDir& to)
     return true;
 }
 
-/// Makes `userFolder` under another name first, so that no start finds half of it.
+/// Fills a temporary folder first and renames it to `userFolder`, so that an incomplete folder is never used.
 void Make(const QString& userFolder, const QDir& shipped)
 {
     const bool hasParent = QDir().mkpath(QFileInfo(userFolder).path());

@@ -58,7 +58,7 @@ int mStart::Main(const DataFolder& folder)
         fTarno window(program);
         QObject::connect(&window, &fTarno::ExitConfirmed, qApp, &QApplication::quit, Qt::QueuedConnection);
         window.show();
-        QApplication::processEvents(); // the window is in its place before the splash stands over it
+        QApplication::processEvents(); // positions the window before the splash screen is centred over it
         fSplash(FromUtf8(programFolder.GetAppPath()), &window).ShowSplash();
         exitCode = QApplication::exec();
     }

@@ -36,7 +36,7 @@ bool KeyFilter::Passes(QChar character) const
 
 QValidator::State KeyFilter::validate(QString& input, int& position) const
 {
-    // what was put in is between the unchanged text in front of it and behind it
+    // the inserted text is what remains between the unchanged prefix and suffix
     qsizetype front = 0;
     const qsizetype shorter = std::min(input.size(), m_before.size());
     while (front < shorter && input[front] == m_before[front]) {

@@ -9,7 +9,7 @@ namespace Tarno
 namespace
 {
 
-/// A rule of the entry's boxes in the form that the binder takes.
+/// Adapts a field rule to the check of the binder.
 RecordBinder::Check CheckWith(void (*rule)(std::string& text, bool& ok))
 {
     return [rule](std::string& text) {

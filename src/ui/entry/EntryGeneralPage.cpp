@@ -90,7 +90,7 @@ void EntryGeneralPage::BindStep(ClickLabel* label, std::size_t field, int days)
         Trap(entryModule, ToUtf8(label->objectName()) + "_Click", [&] { StepDate(field, days); });
     };
     connect(label, &ClickLabel::Clicked, this, step);
-    // the label takes no focus; in the box the arrow keys do the same
+    // the label takes no focus, so the arrow keys in the box do the same
     auto* shortcut = new QShortcut(QKeySequence(days > 0 ? Qt::Key_Up : Qt::Key_Down), m_binder->Box(field));
     shortcut->setContext(Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this, step);
@@ -111,7 +111,7 @@ void EntryGeneralPage::StepDate(std::size_t field, int days)
     m_binder->Validate(field);
 }
 
-/// Moves the end date to a later start date. Only in the box: the record gets the end date when that box is
+/// Moves the end date to a later start date, but only in the box: the end date is stored when its box is
 /// left.
 void EntryGeneralPage::OrderDates()
 {
@@ -133,7 +133,7 @@ std::string EntryGeneralPage::StartDate() const
     return ToUtf8(m_ui->txtStart->text());
 }
 
-/// The number of the selected location.
+/// Returns the number of the selected location, if any.
 std::optional<std::int32_t> EntryGeneralPage::Place() const
 {
     const QVariant location = m_ui->cboLocation->currentData();
@@ -162,7 +162,7 @@ void EntryGeneralPage::ShowExistingEntry()
     constexpr std::array peaks{EntryField::Major1, EntryField::Major2, EntryField::Minor1,
                                EntryField::Minor2};
     if (std::any_of(peaks.begin(), peaks.end(), [this](auto peak) { return m_record->Text(peak).empty(); })) {
-        for (const auto peak : peaks) { // shown together or not at all
+        for (const auto peak : peaks) { // all four are shown, or none
             KeyFilter::SetText(m_binder->Box(peak), {});
         }
         m_calculator->DoRiseSet(StartDate(), Place());
@@ -186,7 +186,7 @@ void EntryGeneralPage::ShowNewEntry()
     m_moonPhase->PhaseChange();
 }
 
-/// Selects the entry's location, or none if it no longer exists.
+/// Selects the location of the entry, or none if it no longer exists.
 void EntryGeneralPage::SelectStoredLocation()
 {
     try {

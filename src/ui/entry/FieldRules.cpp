@@ -19,9 +19,10 @@ namespace
 
 constexpr int firstYear = 1;
 constexpr int lastYear = 9999;
-constexpr int lastYearOf2000s = 29; // of the years of two digits
+constexpr int lastYearOf2000s = 29; // two-digit years up to this one are in the 2000s
 
-/// The whole number in a part of a time; nothing when it is too large to be one.
+/// Returns the number in one part of a time, or nothing if it overflows. Throws Error TypeMismatch if the
+/// part is not a number.
 std::optional<int> TimePart(std::string_view part)
 {
     try {
@@ -34,7 +35,8 @@ std::optional<int> TimePart(std::string_view part)
     }
 }
 
-/// The time rewritten; nothing when it is none. Throws Error TypeMismatch when a part is no number.
+/// Returns the time as "hh:mm", or nothing if it is not valid. Throws Error TypeMismatch if a part is not a
+/// number.
 std::optional<std::string> NormalTime(std::string_view text)
 {
     constexpr qsizetype lengthWithoutSeparator = 4;
@@ -51,7 +53,7 @@ std::optional<std::string> NormalTime(std::string_view text)
     return ZeroPadded(*hours, 2) + ':' + ZeroPadded(*minutes, 2);
 }
 
-/// The locale's short form with parts of any length and years of four digits.
+/// Returns the short date format of the locale, changed to parts of any length and four-digit years.
 QString ShortForm(const QLocale& locale)
 {
     QString form = locale.dateFormat(QLocale::ShortFormat);
@@ -67,8 +69,8 @@ QString ShortForm(const QLocale& locale)
     return form;
 }
 
-/// `text` with the century before a year of two digits, which stands where `form` has it: in front or at
-/// the end. 29 February is a day of 2000 but not of 1900, so the year has to be whole before it is read.
+/// Inserts the century before a two-digit year, which is at the start or end of `text` as in `form`. Parsing
+/// needs the full year, because 29 February exists in 2000 but not in 1900.
 QString WithCentury(const QString& text, const QString& form)
 {
     const bool yearFirst = form.startsWith(QLatin1Char('y'));
@@ -84,12 +86,12 @@ std::optional<std::chrono::year_month_day> UserDate(const QString& text, const Q
 {
     try {
         return ToDate(ToUtf8(text));
-    } catch (const Error&) { // NOLINT(bugprone-empty-catch): then it may be the user's own form
+    } catch (const Error&) { // NOLINT(bugprone-empty-catch): the text may be in the locale's format
     }
     const QString form = ShortForm(locale);
     const QString typed = text.trimmed();
     for (const QString& written : {typed, WithCentury(typed, form)}) {
-        // a year may have come with a sign
+        // QLocale accepts a year with a sign
         if (const QDate date = locale.toDate(written, form);
             date.isValid() && date.year() >= firstYear && date.year() <= lastYear) {
             return std::chrono::year(date.year()) / date.month() / date.day();

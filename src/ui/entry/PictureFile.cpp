@@ -14,8 +14,8 @@ namespace Tarno
 namespace
 {
 
-/// Drawings and what packs others could name further files, or hold more than any memory does: only
-/// formats of plain pixels are read.
+/// Whether `format` is a raster format that is safe to read. Vector drawings and compressed drawings can
+/// refer to other files or expand without limit.
 bool IsOfPixels(const QByteArray& format)
 {
     constexpr std::array formats{"bmp", "cur", "gif", "ico", "jpeg", "png", "tiff", "webp"};
@@ -27,7 +27,7 @@ bool IsOfPixels(const QByteArray& format)
 QImage ReadPicture(const QString& path)
 {
     constexpr int mostMegabytes = 256;
-    if (!QFileInfo(path).isFile()) { // reading a device could last for ever
+    if (!QFileInfo(path).isFile()) { // reading a device could block forever
         throw Error(ErrorNumber::InvalidPicture);
     }
     QImageReader::setAllocationLimit(mostMegabytes);
@@ -38,7 +38,7 @@ QImage ReadPicture(const QString& path)
     if (picture.isNull()) {
         throw Error(ErrorNumber::InvalidPicture);
     }
-    // what the painter draws fastest
+    // the formats that QPainter draws fastest
     return picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                              : QImage::Format_RGB32);
 }

@@ -52,7 +52,7 @@ void PicturePanel::Attach(const Program& program, EditedRecord& record, std::siz
     m_focusAfterRemove = focusAfterRemove;
 }
 
-/// Runs `body`; an error in it ends it with the message about problem pictures.
+/// Runs `body` and shows the message "Picture Problem" if it throws.
 template <typename Body>
 void PicturePanel::Guarded(Body&& body)
 {
@@ -97,13 +97,13 @@ QString PicturePanel::PicturePath() const
                           : QDir(FromUtf8(m_program->folder.GetAppPath() + '/')).filePath(FromUtf8(stored));
 }
 
-/// The frame less its margin at the right and at the bottom.
+/// Returns the frame without its right and bottom margin.
 QRect PicturePanel::VisibleArea() const
 {
     return m_ui->frPic->contentsRect().adjusted(0, 0, -frameMargin, -frameMargin);
 }
 
-/// Gives the source and the surface the picture's natural size, or without a picture that of the frame.
+/// Resizes source and surface to the natural size of the picture, or to the frame if there is no picture.
 void PicturePanel::SizeToPicture()
 {
     const QRect area = VisibleArea();

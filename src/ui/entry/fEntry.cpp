@@ -47,7 +47,7 @@ void fEntry::SetData(std::int16_t iTarnoNo, bool bDelete)
         }
         Edited().Begin(std::move(entry));
         const bool isLoaded = Trap(entryModule, "LoadTheForm", [&] { LoadTheForm(iTarnoNo); });
-        if (bDelete) { // also an entry that cannot be shown whole
+        if (bDelete) { // also if the entry could not be loaded completely
             DeleteAfterQuestion(iTarnoNo);
             return;
         }
@@ -95,7 +95,7 @@ void fEntry::sstEntry_Click()
 {
     Trap(entryModule, "sstEntry_Click", [this] {
         m_ui->lblNote->setVisible(m_ui->sstEntry->currentIndex() == 0);
-        QWidget* page = m_ui->sstEntry->currentWidget(); // whose focus proxy is its first control
+        QWidget* page = m_ui->sstEntry->currentWidget(); // its focus proxy is its first control
         (page == m_ui->pagePicture ? m_ui->cmdCancel : page)->setFocus();
     });
 }

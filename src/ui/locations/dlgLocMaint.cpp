@@ -33,7 +33,7 @@ dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
     Binder().BindBox(LocationField::LocLong, m_ui->txtLong);
     Binder().BindBox(LocationField::LocGMT, m_ui->txtGMT);
     for (QLineEdit* box : {m_ui->txtLatt, m_ui->txtLong, m_ui->txtGMT}) {
-        // besides the signs of a number also what four keys that move the cursor have as characters
+        // "#$%'": see docs/quirks.md
         new KeyFilter(box, QStringLiteral("-.#$%'"));
     }
     m_ui->picturePanel->Attach(program, Edited(), LocationField::LocPicture, QStringLiteral("picLoc"),

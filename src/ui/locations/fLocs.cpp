@@ -22,7 +22,7 @@ namespace
 
 constexpr std::string_view module = "fLocs";
 
-/// How the spot is reached, as the location's window calls it.
+/// Returns the caption for an access code that the location dialog uses.
 QString AccessWord(std::string_view code)
 {
     return code == "0"   ? QStringLiteral("Land Based")
@@ -76,7 +76,7 @@ void fLocs::LoadLocations()
         }
         rows.reserve(locations.size());
         for (const RecordView& location : locations) {
-            // the name has to be there; a record that lacks another value is listed without it
+            // the name is required; other missing values are listed as empty
             const auto text = [&](LocationField::Position position) {
                 return position < location.Count() ? location.Text(position) : std::string();
             };

@@ -63,7 +63,7 @@ void fTarno::MakeCommands()
     AddCommand(m_ui->icoTides, "tides", "Tides", Needs::Nothing, &fTarno::Tides);
 }
 
-/// Appends the command to the pop-up menu; the item's name contains its index there.
+/// Appends the command to the pop-up menu. The object name of the item contains its index in the menu.
 void fTarno::AddCommand(QAction* button, const char* icon, const char* menuCaption, Needs needs,
                         void (fTarno::*run)())
 {
@@ -148,8 +148,8 @@ void fTarno::SetControls(bool usable)
     Trap(module, "SetControls", [&] { m_ui->lvwEntry->SetUsable(usable); });
 }
 
-/// Runs `body`, which opens a window, while the list is greyed; afterwards the list is usable again and
-/// the commands follow their rule, whatever happened.
+/// Greys the list while `body` shows a window. Then enables the list and the commands again, even if `body`
+/// failed.
 template <typename Body>
 void fTarno::WithListGreyed(const char* routine, Body&& body)
 {
@@ -250,7 +250,7 @@ void fTarno::cmdExit_Click()
     });
 }
 
-/// Whether nothing would be lost by ending now, or the user accepts it.
+/// Returns true if there are no unsaved changes or the user agrees to lose them.
 bool fTarno::MayLoseUnsaved()
 {
     const std::vector<std::string> files = m_program.sql.UnsavedFiles();
