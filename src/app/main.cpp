@@ -36,7 +36,7 @@ static std::optional<QString> FolderOption(const QApplication& application)
     parser.addVersionOption();
     const QCommandLineOption folder(
         QStringLiteral("folder"),
-        QStringLiteral("Keep the data in <dir> instead of the program's or your own folder."),
+        QStringLiteral("Store the data in <dir> instead of the program folder or your own data folder."),
         QStringLiteral("dir"));
     parser.addOption(folder);
     parser.process(application);
@@ -76,13 +76,12 @@ int main(int argc, char* argv[])
     try {
         return mStart::Main(FindDataFolder(programFolder, userFolder));
     } catch (const Error&) {
-        DesktopMessageBoxes().Tell(
-            nullptr,
-            QStringLiteral("Your log needs a folder that can be written to. This one cannot be "
-                           "made:\r\n\r\n") +
-                QDir::toNativeSeparators(userFolder) +
-                QStringLiteral("\r\n\r\nStart Tarno with --folder and another one."),
-            QStringLiteral("Tarno Error"));
+        DesktopMessageBoxes().Tell(nullptr,
+                                   QStringLiteral("Tarno could not create the folder for your log:\r\n\r\n") +
+                                       QDir::toNativeSeparators(userFolder) +
+                                       QStringLiteral("\r\n\r\nNo log was created. Start Tarno with --folder "
+                                                      "and a folder that you can write to."),
+                                   QStringLiteral("Tarno Error"));
         return 1;
     }
 }

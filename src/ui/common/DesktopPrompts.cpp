@@ -137,14 +137,14 @@ void DesktopProgramStarter::EditText(const QString& path)
 #else
     // unlike Notepad, the desktop's editor does not offer to create a missing file
     if (!QFileInfo(path).isFile()) {
-        throw Error(ErrorNumber::FileNotFound, "There is no such file: " + ToUtf8(path));
+        throw Error(ErrorNumber::FileNotFound, "This file does not exist: " + ToUtf8(path));
     }
     const bool started =
         QProcess::startDetached(QStringLiteral("xdg-open"), {QFileInfo(path).absoluteFilePath()});
 #endif
     if (!started) {
         throw Error(ErrorNumber::FileNotFound,
-                    "No text editor could be started. The file can be changed with any other: " +
+                    "The text editor could not be started. Open this file in another editor: " +
                         ToUtf8(path));
     }
 }

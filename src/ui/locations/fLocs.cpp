@@ -42,7 +42,7 @@ fLocs::fLocs(const Program& program, QWidget* parent)
                                 QStringLiteral("GMT Diff"), QStringLiteral("DST")});
     const QString degrees = QStringLiteral("-151.12345");
     m_ui->lvwLocs->SetHint(
-        QStringLiteral("No locations yet. Click \"Add\", or press Ctrl+N, to enter the first one."));
+        QStringLiteral("No locations yet. Click \"Add\" or press Ctrl+N to add the first one."));
     m_ui->lvwLocs->FitColumns({{}, QStringLiteral("Land Based"), degrees, degrees, {}, QStringLiteral("Yes")},
                               0);
 

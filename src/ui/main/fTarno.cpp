@@ -118,8 +118,8 @@ void fTarno::EnableCommands()
     m_ui->lvwEntry->SetHint(
         locations.empty()
             ? QStringLiteral(
-                  "Your log is empty. A trip needs a place: click \"Locations\" and add one first.")
-            : QStringLiteral("No trips yet. Click \"Add\", or press Ctrl+N, to log the first one."));
+                  "Your log is empty. Every trip needs a location. Click \"Locations\" to add one first.")
+            : QStringLiteral("No trips yet. Click \"Add\" or press Ctrl+N to log the first one."));
     const bool anyEntry = m_ui->lvwEntry->RowCount() > 0;
     for (const Command& command : m_commands) {
         const bool enabled = command.needs == Needs::Location ? !locations.empty()
@@ -261,9 +261,10 @@ bool fTarno::MayLoseUnsaved()
     for (const std::string& file : files) {
         names << FromUtf8(file);
     }
-    const QString text = QStringLiteral("The last changes could not be saved to: ") +
+    const QString text = QStringLiteral("Your last changes could not be saved to: ") +
                          names.join(QStringLiteral(", ")) +
-                         QStringLiteral("\r\nThey are lost when Tarno ends now. Exit all the same?");
+                         QStringLiteral("\r\nIf you exit now, you will lose them. To keep them, click \"No\" "
+                                        "and save another change.\r\n\r\nExit anyway?");
     return m_program.messages.Ask(this, {.text = text,
                                          .title = QStringLiteral("Changes Not Saved"),
                                          .icon = Icon::Exclamation,

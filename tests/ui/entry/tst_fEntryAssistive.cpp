@@ -77,7 +77,7 @@ private Q_SLOTS:
             Write(editor, "txtEnd", "2003-13-45");
             QVERIFY(box.palette().color(QPalette::Base) != usual);
             QCOMPARE(box.accessibleDescription(),
-                     QStringLiteral("There is no such day. Enter year, month and day, as in 2026-11-14."));
+                     QStringLiteral("This date does not exist. Use year-month-day, for example 2026-03-31."));
             Click(editor, "cmdOK");
             QCOMPARE(StoredAt(program, EntryField::AirTemp), "24.5");
             QCOMPARE(Pages(editor).currentIndex(), 0);

@@ -347,14 +347,14 @@ private Q_SLOTS:
 
     void exit_unsavedChanges_areSaid_data()
     {
-        QTest::addColumn<bool>("exitAllTheSame");
+        QTest::addColumn<bool>("exitsAnyway");
         QTest::newRow("yes") << true;
         QTest::newRow("no") << false;
     }
 
     void exit_unsavedChanges_areSaid()
     {
-        QFETCH(bool, exitAllTheSame);
+        QFETCH(bool, exitsAnyway);
         TwoTrips program;
         ShownLog window(program);
         const QSignalSpy exits(&window, &fTarno::ExitConfirmed);
@@ -365,17 +365,18 @@ private Q_SLOTS:
 
         program.messages.Expect(exitQuestion, Button::Yes);
         program.messages.Expect(
-            {.text = QStringLiteral("The last changes could not be saved to: tarno.xml\r\n"
-                                    "They are lost when Tarno ends now. Exit all the same?"),
+            {.text = QStringLiteral("Your last changes could not be saved to: tarno.xml\r\n"
+                                    "If you exit now, you will lose them. To keep them, click \"No\" and "
+                                    "save another change.\r\n\r\nExit anyway?"),
              .title = QStringLiteral("Changes Not Saved"),
              .icon = Icon::Exclamation,
              .buttons = Buttons::YesNo,
              .byDefault = Button::No},
-            exitAllTheSame ? Button::Yes : Button::No);
+            exitsAnyway ? Button::Yes : Button::No);
         Click(window, "cmdExit");
-        QCOMPARE(exits.size(), exitAllTheSame ? 1 : 0);
+        QCOMPARE(exits.size(), exitsAnyway ? 1 : 0);
 
-        if (!exitAllTheSame) { // the next save takes the change along, and then there is nothing to say
+        if (!exitsAnyway) { // the next save writes this change too, so no question is asked
             program.AddEntry({{EntryField::LocNo, "1"}});
             QVERIFY(program.StoredEntry(1).empty());
             program.messages.Expect(exitQuestion, Button::Yes);
