@@ -1,4 +1,4 @@
-// Where the program finds its data: beside itself, or in the user's own folder.
+// The choice of the data folder: the program folder or the user folder.
 
 #include "app/DataFolder.h"
 #include "core/Error.h"
@@ -15,7 +15,7 @@ using namespace Tarno;
 namespace
 {
 
-/// A machine with the program in bin/, and nothing else yet.
+/// A machine with the program folder bin/ and without data files.
 class Machine
 {
 public:
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(second.path, first.path);
         QVERIFY(!second.isNew);
         QCOMPARE(machine.folder.Read("home/data/Tarno/tarno.xml"), "mine");
-        // nothing half made is left beside it
+        // no temporary folder is left
         QCOMPARE(QDir(machine.At("home/data")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
     }
 
@@ -127,9 +127,9 @@ private Q_SLOTS:
     {
         const Machine machine;
         machine.Ship("share/tarno");
-        machine.folder.Write("home/data", "a file stands in the way");
+        machine.folder.Write("home/data", "a file with the name of the folder");
         QCOMPARE(RaisedNumber([&] { machine.Find(); }), 75);
-        QCOMPARE(machine.folder.Read("home/data"), "a file stands in the way");
+        QCOMPARE(machine.folder.Read("home/data"), "a file with the name of the folder");
     }
 
     void filesThatCannotBeCopied_leaveNothingHalf()

@@ -1,4 +1,4 @@
-// Takes a picture of every window in every state.
+// Saves a screenshot of every window in every state.
 //   gallery DIR
 
 #include "Appearance.h"
@@ -43,7 +43,7 @@ int main(int argc, char* argv[])
             const QString file = folder.filePath(
                 QStringLiteral("%1 (%2).png").arg(QLatin1String(state.name), QLatin1String(name)));
             if (!Take(state, file)) {
-                std::fprintf(stderr, "no picture %s\n", qPrintable(file));
+                std::fprintf(stderr, "could not save %s\n", qPrintable(file));
                 return 1;
             }
         }

@@ -1,4 +1,4 @@
-// What assistive tools read out of every window.
+// The texts that assistive tools read from every window.
 
 #include "Controls.h"
 #include "EveryWindow.h"
@@ -29,7 +29,7 @@ QString SpokenName(QWidget& widget)
     return interface != nullptr ? interface->text(QAccessible::Name) : QString();
 }
 
-/// Whether it does, shows or groups something, so that a user has to be told what it is.
+/// Whether `widget` acts, shows something or groups controls, so that it needs an accessible name.
 bool NeedsAName(const QWidget& widget)
 {
     const auto* label = qobject_cast<const QLabel*>(&widget);
@@ -40,7 +40,7 @@ bool NeedsAName(const QWidget& widget)
            qobject_cast<const QGroupBox*>(&widget) != nullptr || widget.focusPolicy() != Qt::NoFocus;
 }
 
-/// Tabs speak for themselves, one by one.
+/// Whether each part of `widget` has a name of its own, as tabs do.
 bool IsNamedByItsParts(const QWidget& widget)
 {
     return qobject_cast<const QTabBar*>(&widget) != nullptr ||
@@ -55,7 +55,7 @@ bool IsLabelled(const QWidget& window, const QWidget& box)
                        [&](const QLabel* label) { return label->buddy() == &box; });
 }
 
-/// What is wrong with a text of `control` that is not read out as it is shown.
+/// Describes a text of `control` that is read out differently from what is shown.
 QString Misread(const QWidget& control, const QString& shown, const QString& spoken)
 {
     return QStringLiteral("%1 shows \"%2\", read out as \"%3\"").arg(NameOf(control), shown, spoken);
@@ -72,7 +72,7 @@ QStringList NamelessControls(const QWidget& window)
     return nameless;
 }
 
-/// The names that are no words or contain the mark of a mnemonic.
+/// Returns the names without letters or with a mnemonic marker.
 QStringList OddNames(const QWidget& window)
 {
     static const QRegularExpression word(QStringLiteral("\\w"));
@@ -86,7 +86,7 @@ QStringList OddNames(const QWidget& window)
     return odd;
 }
 
-/// The controls in the Tab order that have the name of an earlier one.
+/// Returns the controls in the tab order that have the name of an earlier one.
 QStringList RepeatedNames(const QWidget& window)
 {
     QStringList repeated;
@@ -122,7 +122,7 @@ QStringList UnlabelledBoxes(const QWidget& window)
     return unlabelled;
 }
 
-/// The cells of `list` that are read out otherwise than they are shown.
+/// Returns the cells of `list` that are read out differently from what is shown.
 QStringList MisreadCells(QAbstractItemView& list)
 {
     QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&list)->tableInterface();
@@ -160,7 +160,7 @@ QStringList MisreadLists(const QWidget& window)
     return misread;
 }
 
-/// The tabs that have no text or are read out otherwise.
+/// Returns the tabs without a text or with a different accessible name.
 QStringList MisreadTabs(const QWidget& window)
 {
     QStringList misread;

@@ -1,4 +1,4 @@
-// Every window without a mouse.
+// Use of every window without a mouse.
 
 #include "EveryWindow.h"
 #include "KeyboardStops.h"

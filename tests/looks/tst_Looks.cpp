@@ -1,4 +1,4 @@
-// The look of every window, with the usual font and with one twice as large.
+// The appearance of every window, with the default font and with a font twice as large.
 
 #include "Appearance.h"
 #include "EveryWindow.h"
@@ -29,7 +29,7 @@ double Luminance(const QColor& colour)
            0.0722 * Linear(colour.blueF());
 }
 
-/// The contrast of two colours as WCAG 2 defines it, from 1 to 21.
+/// Returns the contrast ratio of two colours as defined by WCAG 2, from 1 to 21.
 double Contrast(const QColor& one, const QColor& other)
 {
     const double first = Luminance(one);
@@ -39,7 +39,7 @@ double Contrast(const QColor& one, const QColor& other)
 
 constexpr double readable = 4.5;
 
-/// The controls whose text does not stand out from their background.
+/// Returns the controls with too little contrast between text and background.
 QStringList PaleControls(const QWidget& window)
 {
     QStringList pale;
@@ -58,7 +58,7 @@ struct Links {
     QStringList pale;
 };
 
-/// The links in the text of the manual; none in other windows.
+/// Returns the links in the text of the manual, or none in other windows.
 Links LinksOf(const QWidget& window)
 {
     Links links;
@@ -79,10 +79,10 @@ Links LinksOf(const QWidget& window)
     return links;
 }
 
-/// The size that the window needs on the screen, without its frame.
+/// Returns the size that the window needs on the screen, without its frame.
 QSize NeededSize(const QWidget& window)
 {
-    // Windows makes a window at least as high as that
+    // Windows makes the window at least this high
     const int wanted = window.hasHeightForWidth() ? window.heightForWidth(window.width()) : 0;
     return window.minimumSizeHint().expandedTo(window.size()).expandedTo({0, wanted});
 }

@@ -1,5 +1,4 @@
-// The real message boxes, file dialogs and program starter, and the clock: what the doubles of the other
-// tests stand for.
+// The real message boxes, file dialogs, program starter and clock, which other tests replace with doubles.
 
 #include "core/Error.h"
 #include "support/Platform.h"
@@ -32,7 +31,7 @@ QStringList Captions(const QMessageBox& box)
     return captions;
 }
 
-/// Asks `question`, takes `steps` in the box and returns the answer.
+/// Asks `question`, runs `steps` in the box and returns the answer.
 template <typename Steps>
 Button Asked(const Question& question, Steps&& steps)
 {
@@ -64,7 +63,7 @@ class tst_DesktopPrompts : public QObject
 
 private Q_SLOTS:
 
-    // what Windows draws itself has no controls that a test could find
+    // native Windows dialogs have no controls that a test can find
     void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
 
     void box_showsWhatIsAsked_data()
@@ -215,7 +214,7 @@ private Q_SLOTS:
         DesktopProgramStarter().Start(QString::fromStdString(folder.PathOf("tides")), {});
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("started"))), patience);
         QCOMPARE(folder.Read("started"), folder.Path() + "\n");
-        folder.Write("go", ""); // it runs until here
+        folder.Write("go", ""); // lets it end
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("ended"))), patience);
     }
 
@@ -235,7 +234,7 @@ private Q_SLOTS:
         QCOMPARE(QDir(record[1]), QFileInfo(path).dir());
     }
 
-    // a program named so that lies beside the one that starts it is found before that of Windows
+    // Windows searches the folder of the test program first, so it finds this notepad.exe
     void notepad_getsTheOneCommandLine()
     {
         const QString record = QCoreApplication::applicationDirPath() + QStringLiteral("/started.txt");
@@ -254,7 +253,7 @@ private Q_SLOTS:
         DesktopProgramStarter starter;
         QCOMPARE(RaisedNumber([&] { starter.Start(QStringLiteral("/no/such/program; touch /tmp/x"), {}); }),
                  53);
-        NOT_ON_WINDOWS("an editor that makes no missing file");
+        NOT_ON_WINDOWS("an editor that does not create a missing file");
         QCOMPARE(RaisedNumber([&] { starter.EditText(QStringLiteral("/no/such/Bait.txt")); }), 53);
     }
 
@@ -265,7 +264,7 @@ private Q_SLOTS:
         const auto today = clock.Today();
         const std::string text = clock.ShortDate();
         if (QDate::currentDate() != before) {
-            QSKIP("midnight came in between");
+            QSKIP("the date changed during the test");
         }
         QCOMPARE(QDate(int(today.year()), int(unsigned(today.month())), int(unsigned(today.day()))), before);
         QCOMPARE(text, QLocale::system().toString(before, QLocale::ShortFormat).toStdString());

@@ -9,7 +9,7 @@ using namespace Tarno;
 namespace
 {
 
-/// A box on the screen that takes digits and ":".
+/// A visible box that accepts digits and ":".
 class Filtered : public QLineEdit
 {
 public:

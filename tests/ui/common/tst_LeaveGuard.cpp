@@ -20,7 +20,8 @@ using namespace Tarno;
 namespace
 {
 
-/// A window with two guarded boxes, a list, an option to tick, two buttons, pages and a label.
+/// A window with two guarded boxes, an unguarded box, a combo box, a check box, two buttons, pages and a
+/// label.
 class Guarded : public QWidget
 {
 public:
@@ -66,7 +67,7 @@ public:
         QApplication::sendEvent(windowHandle(), &turn);
     }
 
-    /// What can be seen of an action: whatever changes by it.
+    /// Returns the state that the actions change.
     std::string Outcome() const
     {
         return "focus " + std::to_string(box.hasFocus()) + ", clicks " + std::to_string(clicks) +
@@ -102,7 +103,7 @@ void AddActions()
     row("Shift+Tab", [](Guarded& window) { Press(window, Qt::Key_Backtab, Qt::ShiftModifier); });
     row("click on another box", [](Guarded& window) { Click(window.other); });
     row("click on a list", [](Guarded& window) { Click(window.list); });
-    row("click on a tick", [](Guarded& window) { Click(window.tick); });
+    row("click on a check box", [](Guarded& window) { Click(window.tick); });
     row("click on a button", [](Guarded& window) { Click(window.button); });
     row("click on a page tab", [](Guarded& window) { window.ClickTab(1); });
     row("mnemonic", [](Guarded& window) {
@@ -201,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(window.lines.toPlainText()), "a\n\n");
         QCOMPARE(window.checks, 0);
         window.box.setFocus();
-        Press(window, Qt::Key_Return); // in the other box Enter would press a button
+        Press(window, Qt::Key_Return); // in a single-line box Enter presses a button
         QCOMPARE(window.checks, 1);
     }
 
@@ -211,7 +212,7 @@ private Q_SLOTS:
         window.allows = false;
         Click(window.box);
         window.lines.setFocus();
-        Click(window.lines); // its viewport is what is hit
+        Click(window.lines); // hits its viewport
         QCOMPARE(window.checks, 0);
     }
 
@@ -270,7 +271,7 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(window.box.text()), "");
         QCOMPARE(window.clicks, 0);
         QVERIFY(window.checks > 0);
-        Type(window, "g"); // later keys are the box's again
+        Type(window, "g"); // later keys reach the box again
         QCOMPARE(ToUtf8(window.box.text()), "g");
     }
 

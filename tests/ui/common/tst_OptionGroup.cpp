@@ -11,7 +11,7 @@ using namespace Tarno;
 namespace
 {
 
-/// A window with the groups "optWind" of three buttons and "optWeather" of two.
+/// A window with the groups "optWind" (three buttons) and "optWeather" (two buttons).
 class Options : public QWidget
 {
 public:
@@ -85,7 +85,7 @@ private Q_SLOTS:
         group.Choose(std::nullopt);
         QCOMPARE(group.Chosen(), std::optional<int>());
         QVERIFY(!window.Button("optWind_1").isChecked());
-        group.Choose(2); // and one excludes the other as before
+        group.Choose(2); // the group is exclusive again
         group.Choose(0);
         QVERIFY(!window.Button("optWind_2").isChecked());
     }
@@ -93,10 +93,10 @@ private Q_SLOTS:
     void choose_noSuchButton_isNone_data()
     {
         QTest::addColumn<int>("index");
-        QTest::newRow("behind the last") << 3;
+        QTest::newRow("after the last") << 3;
         QTest::newRow("negative") << -1;
-        QTest::newRow("what the group numbers by itself") << -2;
-        QTest::newRow("far away") << 32767;
+        QTest::newRow("automatic id of QButtonGroup") << -2;
+        QTest::newRow("far out of range") << 32767;
     }
 
     void choose_noSuchButton_isNone()
@@ -125,7 +125,7 @@ private Q_SLOTS:
         OptionGroup group(&window, wind);
         const QSignalSpy clicks(&group, &OptionGroup::Clicked);
         window.Button("optWind_2").click();
-        window.Button("optWind_2").click(); // once more on the chosen one
+        window.Button("optWind_2").click(); // already chosen
         window.Button("optWeather_0").click();
         QCOMPARE(clicks.size(), 2);
         QCOMPARE(clicks.at(0).at(0).toInt(), 2);

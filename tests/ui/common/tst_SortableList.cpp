@@ -15,7 +15,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A list on the screen with columns "Name" and "Number".
+/// A visible list with the columns "Name" and "Number".
 class ShownList : public SortableList
 {
 public:
@@ -27,7 +27,7 @@ public:
         AwaitActive(*this);
     }
 
-    /// Rows whose keys and names are `names`; the number is the length of the name.
+    /// Shows rows with `names` as keys and names, and the length of each name as the number.
     void Show(const Texts& names)
     {
         std::vector<TextTableModel::Row> rows;
@@ -152,7 +152,7 @@ private Q_SLOTS:
         list.ClickHeading(0);
         list.ClickHeading(0);
         list.Show({"b", "c"});
-        QCOMPARE(list.Selected(), "c"); // the first as it stands there
+        QCOMPARE(list.Selected(), "c"); // the first row in the sort order
     }
 
     void selection_rowsGone_isNone()
@@ -195,14 +195,14 @@ private Q_SLOTS:
         ShownList list;
         list.Show({"b", "c", "a"});
         std::string selectedThen;
-        Qt::MouseButton told = Qt::NoButton;
+        Qt::MouseButton emitted = Qt::NoButton;
         connect(&list, &SortableList::Pressed, this, [&](Qt::MouseButton pressed) {
             selectedThen = list.Selected();
-            told = pressed;
+            emitted = pressed;
         });
         QTest::mouseClick(list.viewport(), button, {}, list.PointIn(1));
         QCOMPARE(selectedThen, "c");
-        QCOMPARE(told, button);
+        QCOMPARE(emitted, button);
     }
 
     void pressed_onEmptySpace_keepsTheSelection()
@@ -279,7 +279,7 @@ private Q_SLOTS:
     void columns_fitTheirTexts()
     {
         ShownList list;
-        const QString wide = QStringLiteral("a number as wide as a barn door");
+        const QString wide = QStringLiteral("a very wide number for the column");
         list.FitColumns({{}, wide}, 0);
         QVERIFY(list.columnWidth(1) > list.fontMetrics().horizontalAdvance(wide));
         QCOMPARE(list.columnWidth(0) + list.columnWidth(1), list.viewport()->width());
@@ -307,8 +307,8 @@ private Q_SLOTS:
     void letters_findInTheSortedColumn()
     {
         ShownList list;
-        list.Show({"bream", "3 fish", "a"});             // their numbers are 5, 6 and 1
-        list.setCurrentIndex(list.model()->index(0, 1)); // as a click into the second column does
+        list.Show({"bream", "3 fish", "a"});             // numbers 5, 6 and 1
+        list.setCurrentIndex(list.model()->index(0, 1)); // like a click in the second column
         list.keyboardSearch(QStringLiteral("3"));
         QCOMPARE(list.SelectedKey(), std::optional(QStringLiteral("3 fish")));
         list.keyboardSearch({});

@@ -3,7 +3,7 @@
 
 using namespace Tarno;
 
-// The start and end date of an entry: their order, and the labels and keys that change them by one day.
+// The start and end date of an entry: their order, and the labels and keys that step them by one day.
 
 class tst_EntryDates : public QObject
 {
@@ -24,7 +24,7 @@ private Q_SLOTS:
             SaveAndClose(editor);
         });
         QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-05-10");
-        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-05-08"); // its box was never left
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-05-08"); // the user never left its box
     }
 
     void order_startAfterEnd_storesTheEndWhenItsBoxIsLeft()
@@ -63,7 +63,7 @@ private Q_SLOTS:
             QCOMPARE(BoxText(editor, "txtEnd"), "2003-01-01");
             Press(editor, Qt::Key_Tab);
             QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-05");
-            QVERIFY(!IsSaveEnabled(editor)); // only the box so far
+            QVERIFY(!IsSaveEnabled(editor)); // only the box has changed
             GoTo(editor, "txtEnd");
             Press(editor, Qt::Key_Tab);
             QVERIFY(IsSaveEnabled(editor));
@@ -148,7 +148,7 @@ private Q_SLOTS:
             QCOMPARE(BoxText(editor, "txtMoon"), "98");
             QVERIFY(BoxText(editor, "txtSunRise") != "06:11");
             QVERIFY(BoxText(editor, "txtMajor1") != "04:01");
-            // nobody leaves the box before the entry is saved
+            // the user saves without leaving the box
             Find<QAbstractButton>(editor, "cmdOK").click();
             QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-01-18");
             QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");

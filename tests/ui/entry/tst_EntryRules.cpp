@@ -13,7 +13,7 @@
 
 using namespace Tarno;
 
-// The input rules of the editor's date and time boxes, and what may not happen while a box is refused.
+// The input rules of the date and time boxes, and the actions that a refused box blocks.
 
 namespace
 {
@@ -23,7 +23,7 @@ struct Leaving {
     void (*act)(QDialog& editor);
 };
 
-/// Every way out of a box that has to run its check.
+/// Returns every way to leave a box that must run its check.
 const std::vector<Leaving>& Ways()
 {
     static const std::vector<Leaving> ways{
@@ -49,7 +49,7 @@ const std::vector<Leaving>& Ways()
     return ways;
 }
 
-/// The editor's boxes with a filter, by the separator that passes in them.
+/// Adds a row for each filtered box with the separator that its filter accepts.
 void AddFilteredBoxes()
 {
     QTest::addColumn<QString>("box");
@@ -68,7 +68,7 @@ void EmptyBox(QDialog& editor, const char* box)
     Enter(editor, box, "");
 }
 
-/// Leaves the entry as it was, whatever the box holds: it is emptied or set to a valid date first.
+/// Closes the editor without saving, after replacing refused texts by valid ones.
 void Abandon(QDialog& editor, ProgramWithPlace& program)
 {
     for (const char* box : {"txtStart", "txtEnd"}) {
@@ -223,9 +223,9 @@ private Q_SLOTS:
         const int key = program.AddCompleteEntry();
         const std::string before = program.folder.Read("tarno.xml");
         Edit(program, key, [&](QDialog& editor) {
-            Enter(editor, "txtTideLowHt", "pending"); // so that saving would have something to write
+            Enter(editor, "txtTideLowHt", "pending"); // gives "Save" something to write
             Enter(editor, name, typed.toLatin1());
-            for (int time = 0; time < 2; ++time) { // the second refusal is like the first
+            for (int time = 0; time < 2; ++time) { // the second attempt is refused too
                 Ways()[static_cast<std::size_t>(way)].act(editor);
                 QVERIFY(editor.isVisible());
                 QVERIFY(QApplication::activePopupWidget() == nullptr);
@@ -238,7 +238,7 @@ private Q_SLOTS:
                 QVERIFY(IsSaveEnabled(editor));
                 QCOMPARE(program.folder.Read("tarno.xml"), before);
             }
-            // the box is in nobody's way once it holds something valid
+            // a valid text no longer blocks the box
             Enter(editor, name,
                   name.startsWith("txtT") || name == "txtSunRise" || name == "txtMoonSet" ? "06:30"
                                                                                           : "2003-02-06");
@@ -298,7 +298,7 @@ private Q_SLOTS:
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
             TypeRefusedDate(editor);
-            QVERIFY(!IsRefused(editor, "txtStart")); // not before the box is left
+            QVERIFY(!IsRefused(editor, "txtStart")); // the user has not left the box yet
             Press(editor, Qt::Key_Tab);
             QVERIFY(IsRefused(editor, "txtStart"));
             Press(editor, Qt::Key_Backspace);
@@ -344,7 +344,7 @@ private Q_SLOTS:
             Press(editor, Qt::Key_F1);
             Press(editor, Qt::Key_Left);
             Press(editor, Qt::Key_A, Qt::ControlModifier);
-            QVERIFY(!IsRefused(editor, "txtStart")); // keys of the box itself do not leave it
+            QVERIFY(!IsRefused(editor, "txtStart")); // editing keys do not leave the box
             QCOMPARE(Focused(editor), "txtStart");
             Abandon(editor, program);
         });

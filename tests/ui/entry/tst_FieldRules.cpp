@@ -9,7 +9,7 @@ using namespace Tarno;
 namespace
 {
 
-/// The date as "yyyy-mm-dd", or "none".
+/// Parses a date and returns it as "yyyy-mm-dd", or "none".
 std::string Read(const QString& text, const QString& locale)
 {
     const auto date = UserDate(text, QLocale(locale));
@@ -72,7 +72,7 @@ private Q_SLOTS:
         row("C", "5 Feb 2003", "2003-02-05");
         row("C", "29 Feb 2004", "2004-02-29");
         row("C", "5 feb 2003", "2003-02-05");
-        // years of two digits
+        // two-digit years
         row("de_DE", "1.1.00", "2000-01-01");
         row("de_DE", "29.2.00", "2000-02-29");
         row("de_DE", "31.12.29", "2029-12-31");
@@ -145,8 +145,8 @@ private Q_SLOTS:
                                                     << "2/5/2003";
         QTest::newRow("day 31 of February") << "de_DE"
                                             << "31.2.2003";
-        QTest::newRow("no leap year, short") << "de_DE"
-                                             << "29.2.03";
+        QTest::newRow("not a leap year, short") << "de_DE"
+                                                << "29.2.03";
         QTest::newRow("year 0, short") << "de_DE"
                                        << "1.1.0000";
         QTest::newRow("year with a sign") << "de_DE"
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("typed");
         QTest::newRow("nothing") << "";
         QTest::newRow("blank") << " ";
-        QTest::newRow("no such day") << "2003-2-29";
+        QTest::newRow("day that does not exist") << "2003-2-29";
         QTest::newRow("time") << "06:30";
     }
 
@@ -245,7 +245,7 @@ private Q_SLOTS:
         const ExpectedReports none;
         bool ok = false;
         QCOMPARE(CheckedTime(typed.toStdString(), ok), text.toStdString());
-        QCOMPARE(ok, typed != QLatin1String("7:59.5")); // the half minute makes sixty
+        QCOMPARE(ok, typed != QLatin1String("7:59.5")); // 59.5 rounds to 60
     }
 
     void checkTimeFormat_word_staysAsItIs_data()
@@ -271,7 +271,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("typed");
         for (const char* typed : {"630", "6", "12345", "24:00", "2400", "7:60", "0760", "23.5:00", "-1:30",
                                   "1:-1", "Never", "sets ", "99999:00", "1:99999", "noon.",
-                                  // more bytes, but two, three or five characters
+                                  // two, three or five characters, but more bytes
                                   "\u00E4\u00F6", "\u00E430", "\u6B63\u5348", "\u6B63", "0\u00E4630"}) {
             QTest::newRow(typed) << typed;
         }
@@ -291,7 +291,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("typed");
         for (const char* typed :
              {":", "7:", ":30", "x:30", "7:x", "noon", "1:2:3", "06:30:00", "....", "7:.", "\xEF\xBC\x98:00",
-              // four characters, whatever their bytes
+              // four characters, but more bytes
               "m\u00E9di", "\u00E4\u00F6\u00FC\u00DF", "\u00E4630", "063\u00E4",
               "\u6B63\u5348\u904E\u304E"}) {
             QTest::newRow(typed) << typed;

@@ -38,11 +38,11 @@ private Q_SLOTS:
                                                QStringLiteral("Snapper\t")};
         QTest::newRow("UTF-8") << QByteArray("Nud\xC3\xA9l\r\n\xE9\xAF\x9B")
                                << QStringList{QStringLiteral(u"Nud\u00E9l"), QStringLiteral(u"\u9BDB")};
-        QTest::newRow("UTF-8 with its mark")
+        QTest::newRow("UTF-8 with byte order mark")
             << QByteArray("\xEF\xBB\xBF"
                           "Nud\xC3\xA9l\r\nB")
             << QStringList{QStringLiteral(u"Nud\u00E9l"), QStringLiteral("B")};
-        QTest::newRow("the mark alone") << QByteArray("\xEF\xBB\xBF") << QStringList{QString()};
+        QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF") << QStringList{QString()};
         QTest::newRow("comma and quotes") << QByteArray("\"Bream\", small; large")
                                           << QStringList{QStringLiteral("\"Bream\", small; large")};
         QTest::newRow("empty") << QByteArray() << QStringList{QString()};
@@ -59,7 +59,7 @@ private Q_SLOTS:
     {
         const QStringList lines{QStringLiteral(u"Nud\u00E9l"), QStringLiteral(u"\u20AC 5 \u2019lure\u2019")};
         QCOMPARE(PickListLines("Nud\xE9l\r\n\x80 5 \x92lure\x92"), lines);
-        // a last letter that in UTF-8 would be the first byte of one
+        // the last byte would start a multi-byte sequence in UTF-8
         QCOMPARE(PickListLines("Paw\xE9"), QStringList(QStringLiteral(u"Paw\u00E9")));
     }
 
@@ -319,7 +319,7 @@ private Q_SLOTS:
         Edit(program, program.entry, [](QDialog& editor) {
             GoTo(editor, "lblDDBait");
             QVERIFY(!IsOpen(editor));
-            OpenAndPick(editor, "lblDDMethods", {"Casting"}); // the others still work
+            OpenAndPick(editor, "lblDDMethods", {"Casting"}); // the other lists still work
             Click(editor, "txtBait");
             QCOMPARE(LinesText(editor, "txtMethods"), "Casting");
             QCOMPARE(LinesText(editor, "txtBait"), "");

@@ -12,12 +12,12 @@
 
 using namespace Tarno;
 
-// Picking items from an open list, closing it, and what it adds to its box.
+// Selecting items in an open pick list, closing the list, and the lines that it appends to its box.
 
 namespace
 {
 
-/// A click on a place of the page that takes no focus.
+/// Clicks the background of the page, which takes no focus.
 void ClickBackground(QWidget& editor)
 {
     const auto& page = Find<QWidget>(editor, "pageComments");
@@ -211,7 +211,7 @@ private Q_SLOTS:
             Click(editor, "txtBait");
             QVERIFY(!IsSaveEnabled(editor));
             QCOMPARE(LinesText(editor, "txtTarget"), "");
-            Close(editor); // asks nothing
+            Close(editor); // asks no question
         });
     }
 
@@ -232,7 +232,7 @@ private Q_SLOTS:
     void list_closesFor_data()
     {
         QTest::addColumn<QString>("reason");
-        QTest::addColumn<int>("page"); ///< shown afterwards
+        QTest::addColumn<int>("page"); ///< index of the page shown afterwards
         QTest::newRow("a box") << "box" << 2;
         QTest::newRow("the page beside its boxes") << "background" << 2;
         QTest::newRow("an edit label") << "edit label" << 2;
@@ -445,7 +445,7 @@ private Q_SLOTS:
                 Save(editor);
             }
             QVERIFY(!IsOpen(editor));
-            // a key shows its button pressed for a moment
+            // a mnemonic animates the button before it acts
             QTRY_COMPARE_WITH_TIMEOUT(program.StoredEntry(program.entry, EntryField::BaitUsed), "Squid",
                                       patience);
             QVERIFY(!IsSaveEnabled(editor));

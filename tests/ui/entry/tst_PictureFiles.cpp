@@ -7,7 +7,7 @@
 
 using namespace Tarno;
 
-// The files that the picture panel shows: loading and removing them, their paths and formats.
+// The files of the picture panel: loading, removing, paths and formats.
 
 namespace
 {
@@ -64,7 +64,7 @@ private Q_SLOTS:
             QCOMPARE(Picture(editor).size(), QSize(50, 30));
             SaveAndClose(editor);
         });
-        // the same picture, shown with its record
+        // the same picture, loaded with its record
         Edit(program, key, [](QDialog& editor) {
             ShowPageOf(editor, Find<QWidget>(editor, "frPic"));
             QCOMPARE(EnabledControls(editor), Names({"cmdRemove"}));
@@ -99,7 +99,7 @@ private Q_SLOTS:
             QVERIFY(IsEmpty(editor));
             QCOMPARE(EnabledControls(editor), Names({"cmdLoad"}));
             QCOMPARE(Focused(editor), "cmdLoad");
-            Close(editor); // asks nothing
+            Close(editor); // asks no question
         });
     }
 
@@ -145,7 +145,7 @@ private Q_SLOTS:
             SaveAndClose(editor);
         });
         QCOMPARE(program.StoredEntry(key, EntryField::Picture), "");
-        QCOMPARE(program.folder.Read("catch.png"), picture); // the file is the user's
+        QCOMPARE(program.folder.Read("catch.png"), picture); // the file itself is kept
         Edit(program, key, [](QDialog& editor) {
             ShowPageOf(editor, Find<QWidget>(editor, "frPic"));
             QVERIFY(IsEmpty(editor));
@@ -287,7 +287,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("orientation");
         QTest::addColumn<QSize>("size");
-        QTest::addColumn<QPoint>("red"); ///< a place in the quarter that was the upper left one
+        QTest::addColumn<QPoint>("red"); ///< a point in the quarter that is the upper left one in the file
         QTest::newRow("upright") << 1 << QSize(80, 40) << QPoint(25, 25);
         QTest::newRow("mirrored") << 2 << QSize(80, 40) << QPoint(75, 25);
         QTest::newRow("upside down") << 3 << QSize(80, 40) << QPoint(75, 75);
@@ -362,7 +362,7 @@ private Q_SLOTS:
             QCOMPARE(EnabledControls(editor), Names({"cmdRemove"}));
             QVERIFY(IsSaveEnabled(editor));
             Save(editor);
-            Click(editor, "cmdRemove"); // what was chosen can be taken away again
+            Click(editor, "cmdRemove"); // the chosen path can be removed
             QCOMPARE(EnabledControls(editor), Names({"cmdLoad"}));
             program.messages.Expect(saveQuestion, Button::No);
             Close(editor);

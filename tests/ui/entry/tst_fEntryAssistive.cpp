@@ -1,5 +1,5 @@
-// What assistive tools write into the editor's boxes, without going there: taken over or refused like what is
-// typed.
+// Texts that assistive tools write into boxes without focusing them. They are checked and stored like typed
+// texts.
 
 #include "EntryTest.h"
 #include "support/TestClass.h"
@@ -82,7 +82,7 @@ private Q_SLOTS:
             QCOMPARE(StoredAt(program, EntryField::AirTemp), "24.5");
             QCOMPARE(Pages(editor).currentIndex(), 0);
             QCOMPARE(editor.focusWidget(), &box);
-            editor.reject(); // nor does it close
+            editor.reject(); // the editor does not close either
             QVERIFY(editor.isVisible());
             Write(editor, "txtEnd", "2003-02-07");
             Press(editor, Qt::Key_Tab);

@@ -128,8 +128,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("code");
         QTest::newRow("not set") << "";
-        QTest::newRow("behind the last") << "4";
-        QTest::newRow("far behind") << "70000";
+        QTest::newRow("after the last") << "4";
+        QTest::newRow("far out of range") << "70000";
         QTest::newRow("negative") << "-1";
         QTest::newRow("word") << "Top";
         QTest::newRow("blank") << " ";
@@ -192,7 +192,7 @@ private Q_SLOTS:
         QTest::newRow("plain") << "2";
         QTest::newRow("leading zero") << "02";
         QTest::newRow("blanks around") << " 2 ";
-        QTest::newRow("with a fraction of nothing") << "2.0";
+        QTest::newRow("with a zero fraction") << "2.0";
     }
 
     void location_isSelectedByItsNumber()
@@ -280,7 +280,7 @@ private Q_SLOTS:
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
             QVERIFY(IsSaveEnabled(editor));
-            Press(editor, Qt::Key_Tab); // leaving a box shows the flag
+            Press(editor, Qt::Key_Tab); // leaving a box updates "Save"
             QVERIFY(!IsSaveEnabled(editor));
             Close(editor);
         });
@@ -323,7 +323,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::newRow("no event") << ":";
         QTest::newRow("end of the day") << "24:00";
-        QTest::newRow("word written by hand") << "about noon";
+        QTest::newRow("hand-written words") << "about noon";
     }
 
     void values_theTimeCheckWouldRefuse_holdNobody()

@@ -22,7 +22,7 @@ void Look(Steps&& steps)
     });
 }
 
-/// The index of the page on which the control stands; -1 for none.
+/// Returns the index of the page that contains the control, or -1.
 int PageOf(const QDialog& editor, const QWidget& control)
 {
     for (int index = 0; index < Pages(editor).count(); ++index) {
@@ -33,13 +33,13 @@ int PageOf(const QDialog& editor, const QWidget& control)
     return -1;
 }
 
-/// A caption without the mark of its mnemonic.
+/// Returns a caption without its mnemonic marker.
 std::string Plain(QString caption)
 {
     return ToUtf8(caption.remove(QLatin1Char('&')));
 }
 
-/// An option button stands for its group.
+/// Returns the name of the control, or that of its group for an option button.
 std::string GroupName(const std::string& control)
 {
     return control.starts_with("opt") ? control.substr(0, control.find('_')) : control;
@@ -339,7 +339,7 @@ private Q_SLOTS:
         const auto row = [](const char* name, int page, const char* stops) {
             QTest::newRow(name) << page << QString::fromLatin1(stops).split(QLatin1Char(' '));
         };
-        // a group is one stop: its chosen button
+        // a group has one tab stop, its chosen button
         row("General", 0,
             "txtStart txtTStart txtEnd txtTEnd cboLocation optTideSt optTideEnd txtTideLow txtTideHigh "
             "txtTideLowHt txtTideHighHt optAction txtSunRise txtSunSet txtMoonRise txtMoonSet txtMoon "
@@ -349,7 +349,7 @@ private Q_SLOTS:
             "optWeather optWindDir optWindStr optClarity txtAirTemp txtWaterTemp txtPressure optPressure "
             "txtObbos");
         row("Comments", 2, "txtTarget txtCaught txtBait txtMethods");
-        // what is enabled while there is no picture
+        // the only enabled control without a picture
         row("Picture", 3, "cmdLoad");
     }
 
@@ -366,7 +366,7 @@ private Q_SLOTS:
                 found << FromUtf8(GroupName(Focused(editor)));
                 Press(editor, Qt::Key_Tab);
             } while (Focused(editor) != first && found.size() < 60);
-            // around the page: its tab and the buttons of the window
+            // controls outside the page: its tab and the buttons of the window
             for (const char* beside : {"qt_tabwidget_tabbar", "cmdOK", "cmdCancel"}) {
                 found.removeAll(QLatin1String(beside));
             }

@@ -113,7 +113,7 @@ private Q_SLOTS:
         const int key = program.AddCompleteEntry();
         Edit(program, key, [&](QDialog& editor) {
             Enter(editor, "txtObbos", "Mullet");
-            // as assistive tools do: a text is put where the focus is not, a button is pressed
+            // assistive tools set a text and press a button without moving the focus
             Find<QPlainTextEdit>(editor, "txtBait").setPlainText(QStringLiteral("Squid\nPrawn"));
             Find<QAbstractButton>(editor, "cmdOK").click();
             QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "Mullet");
@@ -170,8 +170,7 @@ private Q_SLOTS:
     void save_otherValuesStayByteByByte()
     {
         ProgramWithPlace program;
-        // blanks, line feeds of its own and characters outside the letters, as somebody may write them by
-        // hand
+        // blanks, plain line feeds and special characters in a hand-written file
         const int key = program.AddCompleteEntry({{EntryField::TargetSpecies, "one\ntwo ~CL~ three  "},
                                                   {EntryField::Obbos, " \xE6\xB5\x9C & <b> "},
                                                   {EntryField::HighTideHt, "  1.6 m "}});
@@ -197,7 +196,7 @@ private Q_SLOTS:
         Edit(program, key, [](QWidget& editor) {
             GoTo(editor, "txtAirTemp");
             Find<QLineEdit>(editor, "txtAirTemp").setText(QStringLiteral("2\x01"));
-            SaveAndClose(editor); // what was saved is no change that is asked about
+            SaveAndClose(editor); // no question, because everything is saved
         });
         QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), std::string("2\uFFFD"));
     }
@@ -441,7 +440,7 @@ private Q_SLOTS:
 
     void delete_entryWithFewerValues_isReportedAndRemoved_data()
     {
-        QTest::addColumn<int>("values"); // behind the key
+        QTest::addColumn<int>("values"); // after the key
         QTest::newRow("key only") << 0;
         QTest::newRow("all but the last") << 35;
     }

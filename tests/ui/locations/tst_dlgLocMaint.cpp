@@ -10,7 +10,7 @@
 
 using namespace Tarno;
 
-// The dialog for a location: its texts, and the values that it shows and stores.
+// The location dialog: its texts, and the values that it shows and stores.
 
 class tst_dlgLocMaint : public QObject
 {
@@ -117,7 +117,7 @@ private Q_SLOTS:
             QVERIFY(!IsChecked(location, "chkDST"));
             QVERIFY(!IsSaveEnabled(location));
             if (blankHasValues) {
-                location.done(QDialog::Rejected); // what is not shown is not compared with the record here
+                location.done(QDialog::Rejected); // "Close" would ask about the template values
             } else {
                 Close(location);
             }
@@ -220,7 +220,7 @@ private Q_SLOTS:
             for (const char* box : {"txtLocName", "txtDirections", "txtDescription"}) {
                 QCOMPARE(LinesText(location, box), "First\n\nLast & <least>");
             }
-            Close(location); // asks nothing
+            Close(location); // asks no question
         });
     }
 
@@ -314,8 +314,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("code");
         QTest::newRow("not set") << "";
-        QTest::newRow("behind the last") << "3";
-        QTest::newRow("far behind") << "70000";
+        QTest::newRow("after the last") << "3";
+        QTest::newRow("far out of range") << "70000";
         QTest::newRow("negative") << "-1";
         QTest::newRow("word") << "Both";
     }

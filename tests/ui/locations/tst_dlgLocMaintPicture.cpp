@@ -144,7 +144,7 @@ private Q_SLOTS:
             QCOMPARE(picture.geometry().bottomRight(), frame.bottomRight());
             Find<QSlider>(location, "sldZoom").setValue(0);
             QCOMPARE(picture.geometry(), QRect(frame.topLeft(), QSize(40, 30)));
-            Close(location); // asks nothing
+            Close(location); // asks no question
         });
     }
 };

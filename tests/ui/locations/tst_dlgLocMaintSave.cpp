@@ -3,7 +3,7 @@
 
 using namespace Tarno;
 
-// Saving, closing and deleting in the dialog for a location, and records that it cannot show.
+// Saving, closing and deleting in the location dialog, and records that it cannot show.
 
 class tst_dlgLocMaintSave : public QObject
 {
@@ -51,10 +51,10 @@ private Q_SLOTS:
                 Click(location, box);
                 QVERIFY(!IsSaveEnabled(location));
             }
-            Retype(location, "txtGMT", "10"); // what it was
+            Retype(location, "txtGMT", "10"); // the original text
             Press(location, Qt::Key_Tab);
             QVERIFY(!IsSaveEnabled(location));
-            ClickMark(location, "optAccess_1"); // chosen already
+            ClickMark(location, "optAccess_1"); // already chosen
             QVERIFY(!IsSaveEnabled(location));
             Save(location);
             Close(location);
@@ -72,7 +72,7 @@ private Q_SLOTS:
             QVERIFY(location.isVisible());
             QVERIFY(!IsSaveEnabled(location));
             QCOMPARE(StoredLocation(program, 1).at(LocationField::LocName), "Palm Beach");
-            Close(location); // asks nothing
+            Close(location); // asks no question
         });
     }
 

@@ -104,7 +104,7 @@ private Q_SLOTS:
             [&](QDialog& window) {
                 QVERIFY(window.isModal());
                 QVERIFY(Timer(window).isActive());
-                Timer(window).setInterval(0); // its time is up
+                Timer(window).setInterval(0); // expires immediately
                 Await([&] { return !window.isVisible(); }, "the splash stays open");
             });
     }
@@ -115,7 +115,7 @@ private Q_SLOTS:
     {
         QFETCH(int, key);
         fSplash splash(folder, nullptr);
-        Timer(splash).setInterval(patience); // does not close it first
+        Timer(splash).setInterval(patience); // longer than the test
         WhileOpen(
             "fSplash", [&] { splash.ShowSplash(); }, [&](QDialog& window) { CloseBy(window, key); });
     }

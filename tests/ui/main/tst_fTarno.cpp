@@ -8,7 +8,7 @@
 
 using namespace Tarno;
 
-// The main window's look, its list and its sorting.
+// The main window: its controls, its list and sorting.
 
 namespace
 {
@@ -22,7 +22,7 @@ Values Trip(const std::string& date, const Values& others = {})
     return entry;
 }
 
-/// A log of three trips whose ratings are not in the order of the file.
+/// A log of three trips that are not in the order of their ratings.
 class RatedTrips : public TestProgram
 {
 public:
@@ -41,7 +41,7 @@ QImage Picture(const QIcon& icon)
     return icon.pixmap(32).toImage();
 }
 
-/// "ascending", "descending" or "" by the picture in the heading.
+/// Returns "ascending", "descending" or "" for the icon in the heading.
 std::string SortIcon(const QWidget& window, int column)
 {
     const QVariant icon = List(window).model()->headerData(column, Qt::Horizontal, Qt::DecorationRole);
@@ -350,7 +350,7 @@ private Q_SLOTS:
         QVERIFY(!Command(window, "icoEdit").isEnabled());
 
         program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::ObjectNotSet); // saving the new entry
-        program.reports.Expect("cSQL", "EntryList", ErrorNumber::ObjectNotSet);   // and listing all again
+        program.reports.Expect("cSQL", "EntryList", ErrorNumber::ObjectNotSet);   // reloading the list
         WhileOpen(
             "fEntry", [&] { ClickCommand(window, "icoAdd"); },
             [](QDialog& editor) {
@@ -413,7 +413,7 @@ private Q_SLOTS:
         program.Start();
         ShownLog window(program);
         Texts expected = ColumnTexts(window, column);
-        // the names of the places, which go by the user's language, need no more than their case here
+        // sorting is locale-aware, but case folding is sufficient for these names
         std::stable_sort(expected.begin(), expected.end(),
                          [](const std::string& left, const std::string& right) {
                              return FromUtf8(left).toCaseFolded() < FromUtf8(right).toCaseFolded();
@@ -491,7 +491,7 @@ private Q_SLOTS:
         RatedTrips program;
         ShownLog window(program);
         ClickHeading(window, Column::Rating);
-        ClickHeading(window, Column::Action); // 0, 1, 0 in the file
+        ClickHeading(window, Column::Action); // the file order is 0, 1, 0
         QCOMPARE(Keys(window), (Texts{"K1", "K3", "K2"}));
         ClickHeading(window, Column::Action);
         QCOMPARE(Keys(window), (Texts{"K2", "K1", "K3"}));
@@ -530,7 +530,7 @@ private Q_SLOTS:
         QCOMPARE(Keys(window), (Texts{"K3", "K1", "K2"}));
         QCOMPARE(Selected(window), "K1");
         QCOMPARE(SortIcon(window, Column::Rating), "descending");
-        ClickHeading(window, Column::Rating); // and the next click goes on from there
+        ClickHeading(window, Column::Rating); // the next click reverses the order
         QCOMPARE(Keys(window), (Texts{"K2", "K1", "K3"}));
     }
 };

@@ -7,7 +7,8 @@
 
 using namespace Tarno;
 
-// The commands of the main window: which are enabled, the windows and programs that they open, and Exit.
+// The commands of the main window: when they are enabled, the windows and programs that they open, and
+// "Exit".
 
 namespace
 {
@@ -41,7 +42,8 @@ void AddExitWays()
     QTest::newRow("Esc") << ExitWay::Escape;
 }
 
-/// The question for the tide program, which knows other programs than the one for Windows elsewhere.
+/// Returns the expected file dialog for the tide program. On other systems than Windows it also offers all
+/// files.
 FileQuestion TideQuestion()
 {
     QString filter = QStringLiteral("WXTide32 Progam File (WXTide32.exe)");
@@ -307,11 +309,11 @@ private Q_SLOTS:
         program.messages.Expect(exitQuestion, Button::Yes);
         ExitBy(window, way);
         QCOMPARE(exits.size(), 1);
-        // the data access has been released
+        // the data access was released
         program.reports.Expect("cSQL", "EntryList", ErrorNumber::ObjectNotSet);
         RecordList entries;
         QCOMPARE(program.sql.EntryList(entries), failed);
-        // nothing is asked a second time when the program closes its windows
+        // closing the windows afterwards asks no second question
         window.close();
         QVERIFY(!window.isVisible());
     }
