@@ -59,7 +59,7 @@ class tst_DataFolder : public QObject
 
 private Q_SLOTS:
 
-    void filesBesideTheProgram_areUsedThere()
+    void filesInTheProgramFolder_areUsed()
     {
         const Machine machine;
         machine.Ship("bin");
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QCOMPARE(machine.Find().path, machine.At("bin"));
     }
 
-    void installed_makesTheUsersFolderOnce()
+    void installed_createsTheUserFolderOnce()
     {
         const Machine machine;
         machine.Ship("share/tarno");
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(QDir(machine.At("home/data")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
     }
 
-    void installedReadOnly_copiesCanBeWritten()
+    void installedReadOnly_copiesAreWritable()
     {
         const Machine machine;
         machine.Ship("share/tarno");
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QVERIFY(QFile::permissions(machine.At("home/data/Tarno/tarno.xml")) & QFileDevice::WriteOwner);
     }
 
-    void programThatCannotBeWrittenTo_usersFolderTakesItsFiles()
+    void readOnlyProgramFolder_filesAreCopiedToTheUserFolder()
     {
         const Machine machine;
         machine.Ship("bin");
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(machine.folder.Read("home/data/Tarno/tarno.xml"), "<data><tarno/></data>");
     }
 
-    void usersFolderThatCannotBeMade_isPathFileAccess()
+    void userFolderNotCreated_isPathFileAccess()
     {
         const Machine machine;
         machine.Ship("share/tarno");
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QCOMPARE(machine.folder.Read("home/data"), "a file with the name of the folder");
     }
 
-    void filesThatCannotBeCopied_leaveNothingHalf()
+    void filesNotCopied_leaveNoPartialFolder()
     {
         const Machine machine;
         machine.Ship("share/tarno");

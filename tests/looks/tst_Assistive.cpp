@@ -222,9 +222,9 @@ private Q_SLOTS:
 
     void controls_haveNames() { QCOMPARE(Listed(m_visits.Found().namelessControls), QString()); }
 
-    void names_areWordsWithoutMarks_data() { AddEveryWindow(); }
+    void names_areWordsWithoutMnemonicMarkers_data() { AddEveryWindow(); }
 
-    void names_areWordsWithoutMarks() { QCOMPARE(Listed(m_visits.Found().oddNames), QString()); }
+    void names_areWordsWithoutMnemonicMarkers() { QCOMPARE(Listed(m_visits.Found().oddNames), QString()); }
 
     void focusStops_haveDifferentNames_data() { AddEveryWindow(); }
 

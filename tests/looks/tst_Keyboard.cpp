@@ -49,9 +49,9 @@ private Q_SLOTS:
         QCOMPARE(Listed(Sorted(stops.byTab)), Listed(stops.expected));
     }
 
-    void shiftTab_goesTheSameWayBack_data() { AddEveryWindow(TabGoesRound); }
+    void shiftTab_reversesTheTabOrder_data() { AddEveryWindow(TabGoesRound); }
 
-    void shiftTab_goesTheSameWayBack()
+    void shiftTab_reversesTheTabOrder()
     {
         TabStops stops = m_walks.Found();
         QVERIFY(!stops.byTab.isEmpty()); // empty if the window did not open
@@ -59,9 +59,9 @@ private Q_SLOTS:
         QCOMPARE(Listed(stops.byShiftTab), Listed(stops.byTab));
     }
 
-    void tools_haveKeysOrStandInTheMenu_data() { AddEveryWindow(); }
+    void tools_haveShortcutsOrMenuItems_data() { AddEveryWindow(); }
 
-    void tools_haveKeysOrStandInTheMenu() { QCOMPARE(Listed(m_visits.Found().unreachableTools), QString()); }
+    void tools_haveShortcutsOrMenuItems() { QCOMPARE(Listed(m_visits.Found().unreachableTools), QString()); }
 
     void menuKey_inTheLog_opensTheMenu()
     {

@@ -152,17 +152,17 @@ private Q_SLOTS:
 
     void nothing_isClippedOrElided() { QCOMPARE(Listed(Found().clippedOrElided), QString()); }
 
-    void controls_haveRoomForThemselves_data() { AddEveryWindowIn(usualAndLargeFont); }
+    void controls_fitTheirParentsAndDoNotOverlap_data() { AddEveryWindowIn(usualAndLargeFont); }
 
-    void controls_haveRoomForThemselves()
+    void controls_fitTheirParentsAndDoNotOverlap()
     {
         QCOMPARE(Listed(Found().overlapping), QString());
         QCOMPARE(Listed(Found().stickingOut), QString());
     }
 
-    void rows_standLevel_data() { AddEveryWindowIn(usualAndLargeFont); }
+    void rows_areAligned_data() { AddEveryWindowIn(usualAndLargeFont); }
 
-    void rows_standLevel() { QCOMPARE(Listed(Found().uneven), QString()); }
+    void rows_areAligned() { QCOMPARE(Listed(Found().uneven), QString()); }
 
     void gaps_areMultiplesOfFour_data() { AddEveryWindow(); }
 
@@ -179,11 +179,11 @@ private Q_SLOTS:
                  qPrintable(QStringLiteral("%1 x %2").arg(needed.width()).arg(needed.height())));
     }
 
-    void texts_standOutFromTheirGround_data() { AddEveryWindowIn(lightAndDark); }
+    void texts_haveEnoughContrast_data() { AddEveryWindowIn(lightAndDark); }
 
-    void texts_standOutFromTheirGround() { QCOMPARE(Listed(Found().paleControls), QString()); }
+    void texts_haveEnoughContrast() { QCOMPARE(Listed(Found().paleControls), QString()); }
 
-    void links_standOutFromTheirGround_data()
+    void links_haveEnoughContrast_data()
     {
         AddColumns();
         for (const auto& [name, appearance] : lightAndDark) {
@@ -191,7 +191,7 @@ private Q_SLOTS:
         }
     }
 
-    void links_standOutFromTheirGround()
+    void links_haveEnoughContrast()
     {
         const Links links = Found().links;
         QCOMPARE(Listed(links.pale), QString());

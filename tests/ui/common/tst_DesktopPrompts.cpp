@@ -66,7 +66,7 @@ private Q_SLOTS:
     // native Windows dialogs have no controls that a test can find
     void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
 
-    void box_showsWhatIsAsked_data()
+    void box_showsTheQuestion_data()
     {
         QTest::addColumn<Icon>("icon");
         QTest::addColumn<int>("shown");
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QTest::newRow("exclamation") << Icon::Exclamation << int(QMessageBox::Warning) << Buttons::Ok;
     }
 
-    void box_showsWhatIsAsked()
+    void box_showsTheQuestion()
     {
         QFETCH(Icon, icon);
         QFETCH(int, shown);
@@ -98,7 +98,7 @@ private Q_SLOTS:
               });
     }
 
-    void box_enterGivesTheDefault_data()
+    void box_enterReturnsTheDefault_data()
     {
         QTest::addColumn<Buttons>("buttons");
         QTest::addColumn<Button>("byDefault");
@@ -108,7 +108,7 @@ private Q_SLOTS:
         QTest::newRow("cancel") << Buttons::YesNoCancel << Button::Cancel;
     }
 
-    void box_enterGivesTheDefault()
+    void box_enterReturnsTheDefault()
     {
         QFETCH(Buttons, buttons);
         QFETCH(Button, byDefault);
@@ -117,7 +117,7 @@ private Q_SLOTS:
                  byDefault);
     }
 
-    void box_escGivesTheAnswerThatChangesNothing_data()
+    void box_escReturnsTheAnswerThatChangesNothing_data()
     {
         QTest::addColumn<Buttons>("buttons");
         QTest::addColumn<Button>("answer");
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QTest::newRow("with cancel") << Buttons::YesNoCancel << Button::Cancel;
     }
 
-    void box_escGivesTheAnswerThatChangesNothing()
+    void box_escReturnsTheAnswerThatChangesNothing()
     {
         QFETCH(Buttons, buttons);
         QFETCH(Button, answer);
@@ -136,7 +136,7 @@ private Q_SLOTS:
             answer);
     }
 
-    void openDialog_givesTheChosenFile()
+    void openDialog_returnsTheChosenFile()
     {
         const TemporaryFolder folder;
         folder.Write("catch.png", "x");
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(chosen, std::optional(path));
     }
 
-    void saveDialog_takesAFileThatIsThereWithoutAQuestion()
+    void saveDialog_existingFile_isAcceptedWithoutAQuestion()
     {
         const TemporaryFolder folder;
         folder.Write("log.rtf", "old");
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("log.rtf"), "old");
     }
 
-    void fileDialogs_cancelled_giveNothing()
+    void fileDialogs_cancelled_returnNothing()
     {
         const FileQuestion nothing{.title = {}, .filter = {}, .folder = {}, .fileName = {}};
         std::optional<QString> chosen = QStringLiteral("something");
@@ -203,7 +203,7 @@ private Q_SLOTS:
         QVERIFY(!chosen);
     }
 
-    void program_isStartedInItsFolderAndNotWaitedFor()
+    void program_isStartedInItsFolderWithoutWaiting()
     {
         NOT_ON_WINDOWS("shell scripts");
         const TemporaryFolder folder;
@@ -219,7 +219,7 @@ private Q_SLOTS:
     }
 
 #ifdef Q_OS_WIN
-    void windowsProgram_isStartedInItsFolderAndNotWaitedFor()
+    void windowsProgram_isStartedInItsFolderWithoutWaiting()
     {
         const TemporaryFolder folder;
         folder.MakeFolder("WX Tide");
@@ -235,7 +235,7 @@ private Q_SLOTS:
     }
 
     // Windows searches the folder of the test program first, so it finds this notepad.exe
-    void notepad_getsTheOneCommandLine()
+    void notepad_getsThePathUnquoted()
     {
         const QString record = QCoreApplication::applicationDirPath() + QStringLiteral("/started.txt");
         QFile::remove(record);
@@ -248,7 +248,7 @@ private Q_SLOTS:
     }
 #endif
 
-    void program_thatIsNotThere_isFileNotFound()
+    void program_missing_isFileNotFound()
     {
         DesktopProgramStarter starter;
         QCOMPARE(RaisedNumber([&] { starter.Start(QStringLiteral("/no/such/program; touch /tmp/x"), {}); }),
@@ -257,7 +257,7 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { starter.EditText(QStringLiteral("/no/such/Bait.txt")); }), 53);
     }
 
-    void clock_tellsTheLocalDayInTheDesktopsShortForm()
+    void clock_returnsTheLocalDateInTheShortFormat()
     {
         const SystemClock clock;
         const QDate before = QDate::currentDate();

@@ -127,9 +127,9 @@ class tst_LeaveGuard : public QObject
 
 private Q_SLOTS:
 
-    void action_refused_isSwallowed_data() { AddActions(); }
+    void action_refused_isDiscarded_data() { AddActions(); }
 
-    void action_refused_isSwallowed()
+    void action_refused_isDiscarded()
     {
         QFETCH(Action, action);
         Guarded window;
@@ -233,14 +233,14 @@ private Q_SLOTS:
         QCOMPARE(window.checks, 0);
     }
 
-    void wakened_disabledButton_countsWhenTheCheckEnabledIt_data()
+    void disabledSave_actsIfTheCheckEnablesIt_data()
     {
         QTest::addColumn<bool>("byMnemonic");
         QTest::newRow("click") << false;
         QTest::newRow("mnemonic") << true;
     }
 
-    void wakened_disabledButton_countsWhenTheCheckEnabledIt()
+    void disabledSave_actsIfTheCheckEnablesIt()
     {
         QFETCH(bool, byMnemonic);
         for (const bool enables : {true, false}) {
@@ -261,7 +261,7 @@ private Q_SLOTS:
         }
     }
 
-    void wakened_disabledButton_refused_typesNothing()
+    void disabledSave_refused_typesNothing()
     {
         Guarded window;
         window.guard.SetSaveButton(&window.button);
@@ -275,7 +275,7 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(window.box.text()), "g");
     }
 
-    void wheel_overATabRefused_keepsThePage()
+    void wheel_overTabs_refused_keepsThePage()
     {
         Guarded window;
         const QPoint overTabs =

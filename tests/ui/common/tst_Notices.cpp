@@ -12,7 +12,7 @@ class tst_Notices : public QObject
 
 private Q_SLOTS:
 
-    void conflict_isToldWithoutCallingItAnError_data()
+    void conflict_showsANoticeNotAnError_data()
     {
         QTest::addColumn<ConflictNotice>("conflict");
         QTest::addColumn<QString>("text");
@@ -43,7 +43,7 @@ private Q_SLOTS:
                                          "changed.\r\n\r\nYour version was restored.");
     }
 
-    void conflict_isToldWithoutCallingItAnError()
+    void conflict_showsANoticeNotAnError()
     {
         QFETCH(ConflictNotice, conflict);
         QFETCH(QString, text);

@@ -48,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(OptionGroup(&window, QStringLiteral("optTide")).Count(), 0);
     }
 
-    void buttons_ofAnotherGroupBesides_areNotTouched()
+    void buttons_ofAnotherGroup_areNotChanged()
     {
         Options window;
         OptionGroup winds(&window, wind);
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QCOMPARE(weathers.Chosen(), std::optional(0));
     }
 
-    void choose_oneAtATime()
+    void choose_unchecksTheOthers()
     {
         Options window;
         OptionGroup group(&window, wind);
@@ -75,7 +75,7 @@ private Q_SLOTS:
         }
     }
 
-    void choose_none_letsTheLastGo()
+    void choose_none_unchecksTheChosenButton()
     {
         Options window;
         OptionGroup group(&window, wind);
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QVERIFY(!window.Button("optWind_2").isChecked());
     }
 
-    void choose_noSuchButton_isNone_data()
+    void choose_unknownIndex_choosesNone_data()
     {
         QTest::addColumn<int>("index");
         QTest::newRow("after the last") << 3;
@@ -99,7 +99,7 @@ private Q_SLOTS:
         QTest::newRow("far out of range") << 32767;
     }
 
-    void choose_noSuchButton_isNone()
+    void choose_unknownIndex_choosesNone()
     {
         QFETCH(int, index);
         Options window;
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(group.Chosen(), std::optional<int>());
     }
 
-    void choose_isNoClick()
+    void choose_emitsNoClick()
     {
         Options window;
         OptionGroup group(&window, wind);
@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(clicks.size(), 0);
     }
 
-    void click_tellsTheIndex()
+    void click_emitsTheIndex()
     {
         Options window;
         OptionGroup group(&window, wind);
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QCOMPARE(group.Chosen(), std::optional(2));
     }
 
-    void click_afterNone_tellsTheFirst()
+    void click_afterNone_emitsTheFirst()
     {
         Options window;
         OptionGroup group(&window, wind);
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(group.Chosen(), std::optional(0));
     }
 
-    void arrowKey_tellsTheIndex()
+    void arrowKey_emitsTheIndex()
     {
         Options window;
         AwaitActive(window);

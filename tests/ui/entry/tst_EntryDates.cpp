@@ -55,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-05");
     }
 
-    void order_appliesThoughTheTextIsUnchanged()
+    void order_isAppliedEvenIfTheTextIsUnchanged()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-01-01"}});
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-05");
     }
 
-    void order_endThatIsNoDate_staysAsItIs()
+    void order_invalidEnd_staysUnchanged()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry({{EntryField::EndDate, "later"}});
@@ -182,7 +182,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-06");
     }
 
-    void step_ofATypedDate_countsFromIt()
+    void step_startsFromTheTypedDate()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-12-31"}});
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-10-01");
     }
 
-    void step_onNoDate_isReportedAndChangesNothing_data()
+    void step_onAnInvalidDate_isReportedAndChangesNothing_data()
     {
         QTest::addColumn<QString>("label");
         for (const char* label : {"lblStPlus", "lblStMinus", "lblEndPlus", "lblEndMinus"}) {
@@ -204,7 +204,7 @@ private Q_SLOTS:
         }
     }
 
-    void step_onNoDate_isReportedAndChangesNothing()
+    void step_onAnInvalidDate_isReportedAndChangesNothing()
     {
         QFETCH(QString, label);
         ProgramWithPlace program;
@@ -248,7 +248,7 @@ private Q_SLOTS:
         });
     }
 
-    void step_leavesFocusAndCheckAlone()
+    void step_keepsTheFocusAndRunsNoCheckOfTheFocusedBox()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {

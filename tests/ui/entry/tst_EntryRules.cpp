@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-04");
     }
 
-    void date_inTheUsersOwnForm_isRewritten()
+    void date_inTheLocalFormat_isRewritten()
     {
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         ProgramWithPlace program;
@@ -182,7 +182,7 @@ private Q_SLOTS:
         }
     }
 
-    void time_partThatIsNoNumber_isReportedAndRefused()
+    void time_partNotANumber_isReportedAndRefused()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
@@ -197,7 +197,7 @@ private Q_SLOTS:
         });
     }
 
-    void refused_nothingElseHappens_data()
+    void refused_blocksEveryAction_data()
     {
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("typed");
@@ -213,7 +213,7 @@ private Q_SLOTS:
         }
     }
 
-    void refused_nothingElseHappens()
+    void refused_blocksEveryAction()
     {
         QFETCH(QString, box);
         QFETCH(QString, typed);
@@ -323,7 +323,7 @@ private Q_SLOTS:
         });
     }
 
-    void refused_boxOnItsOwn_othersStayAsUsual()
+    void refused_otherBoxesKeepTheirColours()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
@@ -350,9 +350,9 @@ private Q_SLOTS:
         });
     }
 
-    void keys_thatDoNotPass_doNotAppear_data() { AddFilteredBoxes(); }
+    void keys_notAccepted_doNotAppear_data() { AddFilteredBoxes(); }
 
-    void keys_thatDoNotPass_doNotAppear()
+    void keys_notAccepted_doNotAppear()
     {
         QFETCH(QString, box);
         QFETCH(QString, separator);
@@ -371,7 +371,7 @@ private Q_SLOTS:
         });
     }
 
-    void keys_boxesWithoutFilter_takeAll()
+    void keys_withoutFilter_areAllAccepted()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
@@ -463,7 +463,7 @@ private Q_SLOTS:
         });
     }
 
-    void undone_textIsNeverUnfiltered()
+    void undo_neverRestoresUnfilteredText()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {

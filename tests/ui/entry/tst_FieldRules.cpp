@@ -40,7 +40,7 @@ private Q_SLOTS:
 
     void init() { QLocale::setDefault(QLocale::c()); }
 
-    void userDate_isReadAsTheLocaleWritesIt_data()
+    void parseUserDate_acceptsTheFormatOfTheLocale_data()
     {
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("text");
@@ -82,7 +82,7 @@ private Q_SLOTS:
         row("en_US", "1/1/30", "1930-01-01");
     }
 
-    void userDate_isReadAsTheLocaleWritesIt()
+    void parseUserDate_acceptsTheFormatOfTheLocale()
     {
         QFETCH(QString, locale);
         QFETCH(QString, text);
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(Read(text, locale), date.toStdString());
     }
 
-    void userDate_everyDayInTheShortFormOfTheLocale_comesBack_data()
+    void parseUserDate_everyDayInTheShortFormat_roundTrips_data()
     {
         QTest::addColumn<QString>("locale");
         for (const char* locale : {"C", "en_US", "en_GB", "en_AU", "de_DE", "fr_FR", "es_AR", "nb_NO",
@@ -99,7 +99,7 @@ private Q_SLOTS:
         }
     }
 
-    void userDate_everyDayInTheShortFormOfTheLocale_comesBack()
+    void parseUserDate_everyDayInTheShortFormat_roundTrips()
     {
         QFETCH(QString, locale);
         const QLocale users(locale);
@@ -111,7 +111,7 @@ private Q_SLOTS:
         }
     }
 
-    void userDate_noDate_data()
+    void parseUserDate_invalid_isNothing_data()
     {
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("text");
@@ -157,7 +157,7 @@ private Q_SLOTS:
                                   << "1/13/2003";
     }
 
-    void userDate_noDate()
+    void parseUserDate_invalid_isNothing()
     {
         QFETCH(QString, locale);
         QFETCH(QString, text);
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QVERIFY(ok);
     }
 
-    void checkDateFormat_noDate_staysAsItIs_data()
+    void checkDateFormat_invalid_staysUnchanged_data()
     {
         QTest::addColumn<QString>("typed");
         QTest::newRow("nothing") << "";
@@ -197,7 +197,7 @@ private Q_SLOTS:
         QTest::newRow("time") << "06:30";
     }
 
-    void checkDateFormat_noDate_staysAsItIs()
+    void checkDateFormat_invalid_staysUnchanged()
     {
         QFETCH(QString, typed);
         const ExpectedReports none;
@@ -248,7 +248,7 @@ private Q_SLOTS:
         QCOMPARE(ok, typed != QLatin1String("7:59.5")); // 59.5 rounds to 60
     }
 
-    void checkTimeFormat_word_staysAsItIs_data()
+    void checkTimeFormat_word_staysUnchanged_data()
     {
         QTest::addColumn<QString>("word");
         QTest::newRow("nothing") << "";
@@ -257,7 +257,7 @@ private Q_SLOTS:
         QTest::newRow("rises") << "rises";
     }
 
-    void checkTimeFormat_word_staysAsItIs()
+    void checkTimeFormat_word_staysUnchanged()
     {
         QFETCH(QString, word);
         const ExpectedReports none;
@@ -266,7 +266,7 @@ private Q_SLOTS:
         QVERIFY(ok);
     }
 
-    void checkTimeFormat_notValid_staysAsItIsWithoutAReport_data()
+    void checkTimeFormat_invalid_staysUnchangedWithoutAReport_data()
     {
         QTest::addColumn<QString>("typed");
         for (const char* typed : {"630", "6", "12345", "24:00", "2400", "7:60", "0760", "23.5:00", "-1:30",
@@ -277,7 +277,7 @@ private Q_SLOTS:
         }
     }
 
-    void checkTimeFormat_notValid_staysAsItIsWithoutAReport()
+    void checkTimeFormat_invalid_staysUnchangedWithoutAReport()
     {
         QFETCH(QString, typed);
         const ExpectedReports none;
@@ -286,7 +286,7 @@ private Q_SLOTS:
         QVERIFY(!ok);
     }
 
-    void checkTimeFormat_partThatIsNoNumber_isReported_data()
+    void checkTimeFormat_partNotANumber_isReported_data()
     {
         QTest::addColumn<QString>("typed");
         for (const char* typed :
@@ -298,7 +298,7 @@ private Q_SLOTS:
         }
     }
 
-    void checkTimeFormat_partThatIsNoNumber_isReported()
+    void checkTimeFormat_partNotANumber_isReported()
     {
         QFETCH(QString, typed);
         ExpectedReports reports;

@@ -160,7 +160,7 @@ class tst_HostilePictures : public QObject
 
 private Q_SLOTS:
 
-    void noPicture_isAProblem_data()
+    void notAPicture_isAProblem_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         const auto add = [](const char* name, const std::string& bytes) {
@@ -201,7 +201,7 @@ private Q_SLOTS:
         add("ICO that is its own picture", Ico(1, 0));
     }
 
-    void noPicture_isAProblem()
+    void notAPicture_isAProblem()
     {
         QFETCH(QByteArray, bytes);
         ProgramWithPlace program;
@@ -210,7 +210,7 @@ private Q_SLOTS:
         ShowWithEntry(program, program.folder.PathOf("catch.jpg"), false);
     }
 
-    void cutOffPicture_isShownOrAProblem_data()
+    void truncatedPicture_isShownOrAProblem_data()
     {
         QTest::addColumn<QString>("format");
         for (const char* format : {"png", "jpg", "bmp", "tif", "ico", "gif"}) {
@@ -218,7 +218,7 @@ private Q_SLOTS:
         }
     }
 
-    void cutOffPicture_isShownOrAProblem()
+    void truncatedPicture_isShownOrAProblem()
     {
         QFETCH(QString, format);
         const std::string whole = format == QLatin1String("gif")
@@ -236,7 +236,7 @@ private Q_SLOTS:
         ShowWithEntry(program, path, false);
     }
 
-    void damagedPicture_isShownOrAProblem_data() { cutOffPicture_isShownOrAProblem_data(); }
+    void damagedPicture_isShownOrAProblem_data() { truncatedPicture_isShownOrAProblem_data(); }
 
     /// Changes one byte in seventeen in the whole file, including the headers.
     void damagedPicture_isShownOrAProblem()
@@ -301,7 +301,7 @@ private Q_SLOTS:
     }
 
     /// A compressed drawing could exhaust the memory when it is decompressed.
-    void drawing_packed_isAProblem()
+    void compressedDrawing_isAProblem()
     {
         ProgramWithPlace program;
         QByteArray packed =

@@ -112,7 +112,7 @@ private Q_SLOTS:
         });
     }
 
-    void dropDownLabel_listsItsFile_data()
+    void dropDownLabel_showsTheLinesOfItsFile_data()
     {
         QTest::addColumn<QString>("label");
         QTest::addColumn<QStringList>("items");
@@ -125,7 +125,7 @@ private Q_SLOTS:
                                  << QStringList{QStringLiteral("Casting"), QStringLiteral("Trolling")};
     }
 
-    void dropDownLabel_listsItsFile()
+    void dropDownLabel_showsTheLinesOfItsFile()
     {
         QFETCH(QString, label);
         QFETCH(QStringList, items);
@@ -138,7 +138,7 @@ private Q_SLOTS:
         });
     }
 
-    void list_standsJustBelowItsLabel_data()
+    void list_isJustBelowItsLabel_data()
     {
         QTest::addColumn<QString>("label");
         QTest::addColumn<bool>("opensToTheLeft");
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QTest::newRow("methods") << "lblDDMethods" << true;
     }
 
-    void list_standsJustBelowItsLabel()
+    void list_isJustBelowItsLabel()
     {
         QFETCH(QString, label);
         QFETCH(bool, opensToTheLeft);
@@ -216,7 +216,7 @@ private Q_SLOTS:
         });
     }
 
-    void fileOfAnotherLetterCase_isFound()
+    void fileNameInAnotherCase_isFound()
     {
         NOT_ON_WINDOWS("names of files that differ in case");
         ProgramWithLists program;
@@ -368,7 +368,7 @@ private Q_SLOTS:
         });
     }
 
-    void editLabel_ofAMissingFile_stillNamesIt()
+    void editLabel_missingFile_isPassedToTheEditor()
     {
         ProgramWithLists program;
         std::filesystem::remove(program.folder.PathOf("Bait.txt"));
@@ -395,7 +395,7 @@ private Q_SLOTS:
         });
     }
 
-    void editLabel_leavesTheFocusAlone()
+    void editLabel_keepsTheFocus()
     {
         ProgramWithLists program;
         program.programs.ExpectEditText(FromUtf8(program.folder.PathOf("Species.txt")));

@@ -68,7 +68,7 @@ private Q_SLOTS:
         });
     }
 
-    void letters_goToALineAndSelectNone()
+    void letters_moveToALineWithoutSelecting()
     {
         ProgramWithLists program;
         Edit(program, program.entry, [](QDialog& editor) {
@@ -161,7 +161,7 @@ private Q_SLOTS:
         });
     }
 
-    void trailingBlanks_ofAnItemStay()
+    void trailingBlanks_ofAnItem_areKept()
     {
         ProgramWithLists program;
         program.folder.Write("Bait.txt", "  Prawn  \r\n");
@@ -229,7 +229,7 @@ private Q_SLOTS:
         });
     }
 
-    void list_closesFor_data()
+    void pickList_closesOn_data()
     {
         QTest::addColumn<QString>("reason");
         QTest::addColumn<int>("page"); ///< index of the page shown afterwards
@@ -244,7 +244,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+Tab") << "control tab" << 3;
     }
 
-    void list_closesFor()
+    void pickList_closesOn()
     {
         QFETCH(QString, reason);
         QFETCH(int, page);
@@ -278,7 +278,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(program.entry, EntryField::TargetSpecies), "Bream~CL~Snapper");
     }
 
-    void closedList_givesTheFocusToItsBox()
+    void closedList_returnsTheFocusToItsBox()
     {
         ProgramWithLists program;
         Edit(program, program.entry, [](QDialog& editor) {
@@ -312,7 +312,7 @@ private Q_SLOTS:
         });
     }
 
-    void anotherLabel_givesTheLinesToTheFirstBox()
+    void anotherLabel_appendsTheLinesToTheFirstBox()
     {
         ProgramWithLists program;
         Edit(program, program.entry, [](QDialog& editor) {
@@ -346,7 +346,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(program.entry, EntryField::TargetSpecies), "Bream");
     }
 
-    void list_staysWhileAnotherProgramHasTheFocus()
+    void list_staysOpenWhileAnotherProgramHasTheFocus()
     {
         ProgramWithLists program;
         Edit(program, program.entry, [](QDialog& editor) {
@@ -379,7 +379,7 @@ private Q_SLOTS:
         });
     }
 
-    void openingTheList_leavesTheBoxWithTheFocus()
+    void openingTheList_writesTheFocusedBoxBack()
     {
         ProgramWithLists program;
         program.messages.Expect(saveQuestion, Button::No);
@@ -393,7 +393,7 @@ private Q_SLOTS:
         });
     }
 
-    void boxThatMayNotBeLeft_refusesTheList()
+    void refusedBox_keepsTheListClosed()
     {
         TestProgram program;
         QDialog window;

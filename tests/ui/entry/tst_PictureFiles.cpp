@@ -213,7 +213,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::Picture), path);
     }
 
-    void relativePath_isTakenFromTheProgramFolder()
+    void relativePath_isResolvedInTheProgramFolder()
     {
         ProgramWithPlace program;
         program.folder.MakeFolder("pictures");
@@ -225,7 +225,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::Picture), "pictures/catch.png");
     }
 
-    void fileThatIsNotThere_showsNothing_data()
+    void missingFile_showsNothing_data()
     {
         QTest::addColumn<QString>("path");
         QTest::newRow("missing") << "/no such folder/fish.png";
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QTest::newRow("very long") << QStringLiteral("/").repeated(3) + QStringLiteral("x").repeated(70000);
     }
 
-    void fileThatIsNotThere_showsNothing()
+    void missingFile_showsNothing()
     {
         QFETCH(QString, path);
         ProgramWithPlace program;
@@ -273,7 +273,7 @@ private Q_SLOTS:
                     });
     }
 
-    void format_isToldByTheContents()
+    void format_isDetectedFromTheContents()
     {
         ProgramWithPlace program;
         EditPicture(program, "catch.bmp", Pictures::Encoded(Pictures::Drawn(64, 32), "jpg"),
@@ -283,7 +283,7 @@ private Q_SLOTS:
                     });
     }
 
-    void orientation_isHonoured_data()
+    void orientation_isApplied_data()
     {
         QTest::addColumn<int>("orientation");
         QTest::addColumn<QSize>("size");
@@ -295,7 +295,7 @@ private Q_SLOTS:
         QTest::newRow("turned to the left") << 8 << QSize(40, 80) << QPoint(25, 75);
     }
 
-    void orientation_isHonoured()
+    void orientation_isApplied()
     {
         QFETCH(int, orientation);
         QFETCH(QSize, size);
@@ -335,7 +335,7 @@ private Q_SLOTS:
         });
     }
 
-    void unknownFormat_shownWithItsRecord_isSaidAndThePathKept()
+    void unknownFormat_inTheRecord_showsAMessageAndKeepsThePath()
     {
         ProgramWithPlace program;
         ExpectPictureProblem(program);
@@ -350,7 +350,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::Picture), program.folder.PathOf("catch.wmf"));
     }
 
-    void unknownFormat_chosen_isSaidAndThePathKept()
+    void unknownFormat_chosen_showsAMessageAndKeepsThePath()
     {
         ProgramWithPlace program;
         program.folder.Write("catch.wmf", "no picture at all");

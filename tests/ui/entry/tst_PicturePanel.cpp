@@ -217,7 +217,7 @@ private Q_SLOTS:
         });
     }
 
-    void zoom_startsScrollingOver()
+    void zoom_resetsTheScrollBars()
     {
         ProgramWithPlace program;
         EditPicture(program, "catch.png", Pictures::Png(4000, 3000), [](QDialog& editor) {
@@ -231,7 +231,7 @@ private Q_SLOTS:
         });
     }
 
-    void zoom_letGoUnmoved_startsScrollingOver()
+    void zoom_releasedUnmoved_resetsTheScrollBars()
     {
         ProgramWithPlace program;
         EditPicture(program, "catch.png", Pictures::Png(4000, 3000), [](QDialog& editor) {
@@ -318,7 +318,7 @@ private Q_SLOTS:
         });
     }
 
-    void window_enlarged_followsTheRules()
+    void window_enlarged_updatesTheControls()
     {
         const QSize size = FrameSize() + QSize(40, 60);
         ProgramWithPlace program;
@@ -333,7 +333,7 @@ private Q_SLOTS:
         });
     }
 
-    void buttons_thatFail_reportAsTheWindow()
+    void buttons_failing_reportTheWindowAsModule()
     {
         TestProgram program;
         program.Start();

@@ -32,7 +32,7 @@ class tst_fEntryAssistive : public QObject
 
 private Q_SLOTS:
 
-    void box_writtenFromAnotherOne_isStored_data()
+    void box_writtenWithoutFocus_isStored_data()
     {
         QTest::addColumn<QByteArray>("box");
         QTest::addColumn<int>("position");
@@ -48,7 +48,7 @@ private Q_SLOTS:
             << QByteArray("txtAirTemp") << int(EntryField::AirTemp) << QByteArray("19") << QByteArray("19");
     }
 
-    void box_writtenFromAnotherOne_isStored()
+    void box_writtenWithoutFocus_isStored()
     {
         QFETCH(QByteArray, box);
         QFETCH(int, position);
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(StoredAt(program, EntryField::AirTemp), "19");
     }
 
-    void startDate_written_calculatesAnew()
+    void startDate_written_recalculates()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();

@@ -284,7 +284,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::Prediction), "2");
     }
 
-    void existingEntry_peaksEmptyAndNoLocation_keepsWhatItHolds()
+    void existingEntry_peaksEmptyAndNoLocation_keepsItsValues()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(WithoutPeaks({{EntryField::LocNo, "7"}})),
@@ -395,7 +395,7 @@ private Q_SLOTS:
         QVERIFY(percent != "3");
     }
 
-    void locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold_data()
+    void locationChanged_dataMissing_showsAMessageAndKeepsTheBoxes_data()
     {
         QTest::addColumn<int>("position");
         QTest::newRow("latitude") << int(LocationField::LocLatt);
@@ -403,7 +403,7 @@ private Q_SLOTS:
         QTest::newRow("hours from GMT") << int(LocationField::LocGMT);
     }
 
-    void locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold()
+    void locationChanged_dataMissing_showsAMessageAndKeepsTheBoxes()
     {
         QFETCH(int, position);
         ProgramWithPlace program;
@@ -421,12 +421,12 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");
     }
 
-    void locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold_data()
+    void locationChanged_dataNotANumber_isReportedAndKeepsTheBoxes_data()
     {
-        locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold_data();
+        locationChanged_dataMissing_showsAMessageAndKeepsTheBoxes_data();
     }
 
-    void locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold()
+    void locationChanged_dataNotANumber_isReportedAndKeepsTheBoxes()
     {
         QFETCH(int, position);
         ProgramWithPlace program;
@@ -475,7 +475,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "14");
     }
 
-    void endDateChanged_leavesTheForecastAlone()
+    void endDateChanged_doesNotRecalculate()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();

@@ -259,7 +259,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(entry, EntryField::LocNo), "1");
     }
 
-    void location_noneSelectedAndNeverVisited_isNoObstacle()
+    void location_noneSelectedAndNotFocused_blocksNothing()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry({{EntryField::LocNo, "7"}});

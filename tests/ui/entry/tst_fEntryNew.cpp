@@ -193,7 +193,7 @@ private Q_SLOTS:
         });
     }
 
-    void locationWithoutCoordinates_isSaidAndTheEntryOpens()
+    void locationWithoutCoordinates_showsAMessageAndOpensTheEntry()
     {
         TestProgram program;
         program.clock.today = 2003y / 1 / 18;

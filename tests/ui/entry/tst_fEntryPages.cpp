@@ -73,7 +73,7 @@ private Q_SLOTS:
         });
     }
 
-    void frame_standsOnItsPageWithItsCaption_data()
+    void frame_isOnItsPageWithItsCaption_data()
     {
         QTest::addColumn<QString>("frame");
         QTest::addColumn<int>("page");
@@ -104,7 +104,7 @@ private Q_SLOTS:
         row("frMethod", 2, "Methods You Used:");
     }
 
-    void frame_standsOnItsPageWithItsCaption()
+    void frame_isOnItsPageWithItsCaption()
     {
         QFETCH(QString, frame);
         QFETCH(int, page);
@@ -116,7 +116,7 @@ private Q_SLOTS:
         });
     }
 
-    void control_standsInItsFrame_data()
+    void control_isInItsFrame_data()
     {
         QTest::addColumn<QString>("frame");
         QTest::addColumn<QString>("control");
@@ -152,7 +152,7 @@ private Q_SLOTS:
         rows("pagePicture", {"frPic", "vscPic", "hscPic", "sldZoom", "cmdLoad", "cmdRemove"});
     }
 
-    void control_standsInItsFrame()
+    void control_isInItsFrame()
     {
         QFETCH(QString, frame);
         QFETCH(QString, control);

@@ -107,7 +107,7 @@ private Q_SLOTS:
         });
     }
 
-    void save_boxOfSeveralLines_isWrittenThoughNobodyLeftIt()
+    void save_boxOfSeveralLines_isWrittenWithoutLeavingIt()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
@@ -122,14 +122,14 @@ private Q_SLOTS:
         });
     }
 
-    void save_disabled_firstTakesTheBoxOverAndThenCounts_data()
+    void save_disabled_storesTheBoxAndThenSaves_data()
     {
         QTest::addColumn<bool>("byMnemonic");
         QTest::newRow("click") << false;
         QTest::newRow("mnemonic") << true;
     }
 
-    void save_disabled_firstTakesTheBoxOverAndThenCounts()
+    void save_disabled_storesTheBoxAndThenSaves()
     {
         QFETCH(bool, byMnemonic);
         ProgramWithPlace program;
@@ -146,10 +146,7 @@ private Q_SLOTS:
         });
     }
 
-    void save_disabledAndNothingTyped_writesNothing_data()
-    {
-        save_disabled_firstTakesTheBoxOverAndThenCounts_data();
-    }
+    void save_disabledAndNothingTyped_writesNothing_data() { save_disabled_storesTheBoxAndThenSaves_data(); }
 
     void save_disabledAndNothingTyped_writesNothing()
     {
@@ -167,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(program.operations.Steps().size(), stepsBefore);
     }
 
-    void save_otherValuesStayByteByByte()
+    void save_keepsOtherValuesByteForByte()
     {
         ProgramWithPlace program;
         // blanks, plain line feeds and special characters in a hand-written file
@@ -221,7 +218,7 @@ private Q_SLOTS:
         });
     }
 
-    void save_newEntryFailedAndRetried_isThereOnce()
+    void save_newEntryFailedAndRetried_isStoredOnce()
     {
         ProgramWithPlace program;
         Edit(program, 0, [&](QDialog& editor) {
@@ -236,7 +233,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(1, EntryField::LowTideHt), "0.9");
     }
 
-    void save_recordDeletedMeanwhile_isReported()
+    void save_deletedRecord_isReported()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
@@ -320,7 +317,7 @@ private Q_SLOTS:
         }
     }
 
-    void close_textOfSeveralLinesTakenBack_isStillAskedAbout()
+    void close_textOfSeveralLinesReverted_isStillAskedAbout()
     {
         ProgramWithPlace program;
         program.messages.Expect(saveQuestion, Button::No);
@@ -390,14 +387,14 @@ private Q_SLOTS:
         QVERIFY(program.StoredEntry(1).empty());
     }
 
-    void delete_noOrCancel_leavesItThere_data()
+    void delete_noOrCancel_keepsTheRecord_data()
     {
         QTest::addColumn<bool>("no");
         QTest::newRow("no") << true;
         QTest::newRow("cancel") << false;
     }
 
-    void delete_noOrCancel_leavesItThere()
+    void delete_noOrCancel_keepsTheRecord()
     {
         QFETCH(bool, no);
         ProgramWithPlace program;

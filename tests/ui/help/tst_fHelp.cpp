@@ -69,7 +69,7 @@ private Q_SLOTS:
         QVERIFY(Pages().size() >= 10);
     }
 
-    void page_isThereForEachWindow_data()
+    void page_existsForEachWindow_data()
     {
         QTest::addColumn<QString>("window");
         for (const char* window :
@@ -78,7 +78,7 @@ private Q_SLOTS:
         }
     }
 
-    void page_isThereForEachWindow()
+    void page_existsForEachWindow()
     {
         QFETCH(QString, window);
         const QString page = Page(window + QLatin1String(".html"));
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QVERIFY(Page(QStringLiteral("index.html")).contains(window + QLatin1String(".html")));
     }
 
-    void links_leadSomewhere()
+    void links_haveTargets()
     {
         for (const QString& name : Pages()) {
             const QString page = Page(name);
@@ -96,7 +96,7 @@ private Q_SLOTS:
         }
     }
 
-    void pictures_haveWordsForThoseWhoDoNotSeeThem()
+    void pictures_haveAlternativeTexts()
     {
         for (const QString& name : Pages()) {
             const QString page = Page(name);

@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), "gone.png");
     }
 
-    void picture_problem_isSaidAndThePathKept()
+    void picture_problem_showsAMessageAndKeepsThePath()
     {
         ProgramWithLocation program({{LocationField::LocPicture, "broken.png"}});
         program.folder.Write("broken.png", Pictures::Png(100, 60).substr(0, 30));

@@ -27,7 +27,7 @@ private Q_SLOTS:
         QCOMPARE(program.Stored("location.xml").size(), 3U);
     }
 
-    void newLocation_savedTwice_isThereOnce()
+    void newLocation_savedTwice_isStoredOnce()
     {
         ProgramWithLocation program;
         EditLocation(program, 0, [](QDialog& location) {
@@ -76,7 +76,7 @@ private Q_SLOTS:
         });
     }
 
-    void save_disabled_takesWhatWasTypedLast_data()
+    void save_disabled_storesTheLastInput_data()
     {
         QTest::addColumn<QString>("box");
         QTest::addColumn<int>("position");
@@ -89,7 +89,7 @@ private Q_SLOTS:
             << "txtDirections" << int(LocationField::LocDirections) << true;
     }
 
-    void save_disabled_takesWhatWasTypedLast()
+    void save_disabled_storesTheLastInput()
     {
         QFETCH(QString, box);
         QFETCH(int, position);
@@ -231,14 +231,14 @@ private Q_SLOTS:
         QCOMPARE(program.folder.Read("location.xml") == before, !yes);
     }
 
-    void noSuchLocation_isReported_data()
+    void unknownLocation_isReported_data()
     {
         QTest::addColumn<bool>("toDelete");
         QTest::newRow("to edit") << false;
         QTest::newRow("to delete") << true;
     }
 
-    void noSuchLocation_isReported()
+    void unknownLocation_isReported()
     {
         QFETCH(bool, toDelete);
         ProgramWithLocation program;

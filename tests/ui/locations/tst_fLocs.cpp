@@ -27,7 +27,7 @@ class tst_fLocs : public QObject
 
 private Q_SLOTS:
 
-    void captions_areAsKnown()
+    void captions_areAsSpecified()
     {
         TestProgram program;
         program.Start();
@@ -46,7 +46,7 @@ private Q_SLOTS:
         });
     }
 
-    void locations_standInFileOrder()
+    void locations_areInFileOrder()
     {
         TestProgram program;
         program.Start();
@@ -206,7 +206,7 @@ private Q_SLOTS:
         });
     }
 
-    void sorting_isCaseBlindAndKeepsEqualRowsInFileOrder()
+    void sorting_isCaseInsensitiveAndStable()
     {
         TestProgram program;
         program.Start();
@@ -225,7 +225,7 @@ private Q_SLOTS:
         });
     }
 
-    void sorting_keepsTheSelectionInSight()
+    void sorting_keepsTheSelectionVisible()
     {
         TestProgram program;
         program.Start();

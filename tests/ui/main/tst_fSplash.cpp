@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(Find<QLabel>(about, "lblVersion").text()), "Version 12.3.45");
     }
 
-    void texts_areThere_data()
+    void texts_areShown_data()
     {
         QTest::addColumn<QString>("label");
         for (const char* label : {"lblTitle", "lblNote", "lblContact"}) {
@@ -71,14 +71,14 @@ private Q_SLOTS:
         }
     }
 
-    void texts_areThere()
+    void texts_areShown()
     {
         QFETCH(QString, label);
         const fSplash about(folder, nullptr);
         QVERIFY(!Find<QLabel>(about, label.toLatin1()).text().isEmpty());
     }
 
-    void folder_isTold()
+    void folder_isShown()
     {
         const fSplash about(folder, nullptr);
         QCOMPARE(ToUtf8(Find<QLabel>(about, "lblFolder").text()), "Your log is stored in");
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QVERIFY(box.isReadOnly());
     }
 
-    void picture_isThere()
+    void picture_isShown()
     {
         const fSplash about(folder, nullptr);
         QVERIFY(!Find<QLabel>(about, "picAbout").pixmap().isNull());

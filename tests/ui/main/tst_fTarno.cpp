@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(found, (Texts{"Add", "Edit", "Delete", "Locations", "Reports", "About...", "-", "Tides"}));
     }
 
-    void label_tellsWhatTheListCanDo()
+    void label_explainsTheList()
     {
         TestProgram program;
         program.Start();
@@ -214,7 +214,7 @@ private Q_SLOTS:
         QCOMPARE(ColumnTexts(window, Column::Location), Texts{"Victor Harbor Granite Island"});
     }
 
-    void rows_areKnownByTheirEntrysNumber()
+    void rows_haveTheEntryNumbersAsKeys()
     {
         RatedTrips program;
         program.sql.EntryDelete(2);
@@ -222,7 +222,7 @@ private Q_SLOTS:
         QCOMPARE(Keys(window), (Texts{"K1", "K3"}));
     }
 
-    void rows_standInFileOrder()
+    void rows_areInFileOrder()
     {
         TestProgram program;
         program.Start();
@@ -237,7 +237,7 @@ private Q_SLOTS:
         }
     }
 
-    void rows_commentsBetweenThem_areNoRows()
+    void rows_doNotIncludeComments()
     {
         RatedTrips program;
         std::string bytes = program.folder.Read("tarno.xml");
@@ -248,7 +248,7 @@ private Q_SLOTS:
         QCOMPARE(Keys(window), (Texts{"K1", "K2", "K3"}));
     }
 
-    void vanishedLocation_isReportedOncePerLocation()
+    void deletedLocation_isReportedOncePerLocation()
     {
         TestProgram program;
         program.Start();
@@ -278,7 +278,7 @@ private Q_SLOTS:
         QVERIFY(Command(window, "icoAdd").isEnabled());
     }
 
-    void entries_tenThousand_areAllThere()
+    void entries_tenThousand_areAllListed()
     {
         constexpr int count = 10000;
         TestProgram program;
@@ -438,7 +438,7 @@ private Q_SLOTS:
         QCOMPARE(ColumnTexts(window, Column::Rating), (Texts{"0 - Poor", "2 - Good", "3 - Best"}));
     }
 
-    void sort_iconFollows()
+    void sort_updatesTheIcon()
     {
         RatedTrips program;
         ShownLog window(program);
@@ -457,7 +457,7 @@ private Q_SLOTS:
         QCOMPARE(icons(), (Texts{"", "", "ascending", "", "", "", "", "", ""}));
     }
 
-    void sort_isCaseBlind()
+    void sort_isCaseInsensitive()
     {
         TestProgram program;
         program.Start();
@@ -517,7 +517,7 @@ private Q_SLOTS:
         QVERIFY(list.viewport()->rect().contains(list.visualRect(list.currentIndex()).center()));
     }
 
-    void sort_isKeptOverAReload()
+    void sort_isKeptAfterAReload()
     {
         RatedTrips program;
         ShownLog window(program);

@@ -71,7 +71,7 @@ class tst_fTarnoCommands : public QObject
 
 private Q_SLOTS:
 
-    void enabled_byWhatTheFilesHold_data()
+    void enabled_dependsOnTheFiles_data()
     {
         QTest::addColumn<bool>("location");
         QTest::addColumn<bool>("entry");
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QTest::newRow("both") << true << true << QStringList();
     }
 
-    void enabled_byWhatTheFilesHold()
+    void enabled_dependsOnTheFiles()
     {
         QFETCH(bool, location);
         QFETCH(bool, entry);
@@ -347,14 +347,14 @@ private Q_SLOTS:
             "fEntry", [&] { window.Edit(); }, CloseWindow);
     }
 
-    void exit_unsavedChanges_areSaid_data()
+    void exit_unsavedChanges_asksAgain_data()
     {
         QTest::addColumn<bool>("exitsAnyway");
         QTest::newRow("yes") << true;
         QTest::newRow("no") << false;
     }
 
-    void exit_unsavedChanges_areSaid()
+    void exit_unsavedChanges_asksAgain()
     {
         QFETCH(bool, exitsAnyway);
         TwoTrips program;

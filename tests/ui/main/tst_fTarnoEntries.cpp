@@ -237,7 +237,7 @@ private Q_SLOTS:
         menu.close();
     }
 
-    void rightClick_menuItems_followTheRule()
+    void rightClick_updatesTheMenuItems()
     {
         TestProgram program;
         program.Start();
