@@ -69,7 +69,7 @@ inline QString NameOf(const QWidget& widget)
 }
 
 /// Joins texts, so that a failed comparison shows all of them.
-inline QString Listed(const QStringList& texts)
+inline QString Joined(const QStringList& texts)
 {
     return texts.join(QLatin1String(", "));
 }

@@ -59,7 +59,7 @@ void Settle()
     }
 }
 
-void ShowBeside(QWidget& window, const Step& prepare, const Visit& visit)
+void ShowModeless(QWidget& window, const Step& prepare, const Visit& visit)
 {
     window.show();
     AwaitActive(window);
@@ -87,7 +87,7 @@ std::function<void(const Visit&)> Log(Step prepare = asOpened)
     return [prepare = std::move(prepare)](const Visit& visit) {
         World world;
         fTarno window(world.program);
-        ShowBeside(window, prepare, visit);
+        ShowModeless(window, prepare, visit);
     };
 }
 
@@ -129,7 +129,7 @@ std::function<void(const Visit&)> Plain(Step prepare = asOpened)
     return [prepare = std::move(prepare)](const Visit& visit) {
         World world;
         Window window(world.program, nullptr);
-        ShowBeside(window, prepare, visit);
+        ShowModeless(window, prepare, visit);
     };
 }
 
@@ -150,7 +150,7 @@ void Manual(const Visit& visit)
     fHelp window(nullptr);
     window.setAttribute(Qt::WA_DeleteOnClose, false);
     window.ShowPageFor(nullptr);
-    ShowBeside(window, asOpened, visit);
+    ShowModeless(window, asOpened, visit);
 }
 
 Step Page(int index)
@@ -203,7 +203,7 @@ void UseSavedReport(QWidget& builder)
     Choose(builder, "cboSaved", 2);
 }
 
-void TakeAllOff(QWidget& builder)
+void RemoveAllFields(QWidget& builder)
 {
     Click(builder, "cmdBackAll");
 }
@@ -241,7 +241,7 @@ const std::vector<WindowState>& EveryWindow()
         {"new location, picture", Location(NewPlace, Page(1))},
         {"log report", Plain<fRptLog>()},
         {"log report, saved one", Plain<fRptLog>(UseSavedReport)},
-        {"log report, no fields", Plain<fRptLog>(TakeAllOff)},
+        {"log report, no fields", Plain<fRptLog>(RemoveAllFields)},
         {"log report, saving", Plain<fRptLog>(OpenSaveFrame), 2},
         {"log report, none saved", Plain<fRptLog, EmptyProgram>()},
         {"report fields", Plain<fCustom>()},

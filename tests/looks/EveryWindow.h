@@ -23,7 +23,7 @@ struct WindowState {
     int escapes = 1;
     /// Whether Tab cycles through the controls. It does not if it closes a list or moves between links, or if
     /// a refused box keeps the focus.
-    bool tabGoesRound = true;
+    bool tabCycles = true;
 };
 
 /// Returns every window of the program in every state that looks different.

@@ -128,7 +128,7 @@ inline QStringList Elided(const QWidget& window)
 }
 
 /// Whether `control` covers other controls on purpose: the open pick list, the frame for saving.
-inline bool StandsAbove(const QWidget& control)
+inline bool IsOverlay(const QWidget& control)
 {
     return control.objectName() == QLatin1String("lstList") ||
            control.objectName() == QLatin1String("frSaved");
@@ -142,7 +142,7 @@ inline QStringList Overlapping(const QWidget& window)
         for (qsizetype other = one + 1; other < controls.size(); ++other) {
             const QWidget& left = *controls[one];
             const QWidget& right = *controls[other];
-            if (left.parentWidget() == right.parentWidget() && !StandsAbove(left) && !StandsAbove(right) &&
+            if (left.parentWidget() == right.parentWidget() && !IsOverlay(left) && !IsOverlay(right) &&
                 left.geometry().intersects(right.geometry())) {
                 faults << NameOf(left) + QStringLiteral(" and ") + NameOf(right);
             }
@@ -152,7 +152,7 @@ inline QStringList Overlapping(const QWidget& window)
 }
 
 /// Returns the controls that exceed their parents. Pictures may, because they are scrolled.
-inline QStringList StickingOut(const QWidget& window)
+inline QStringList ExceedingParents(const QWidget& window)
 {
     QStringList faults;
     for (const QWidget* control : Controls(window)) {
@@ -177,7 +177,7 @@ inline bool IsOneLine(const QWidget& control)
 }
 
 /// Returns the neighbours in a row that are not vertically aligned.
-inline QStringList Uneven(const QWidget& window)
+inline QStringList Misaligned(const QWidget& window)
 {
     constexpr int tolerance = 2;
     QStringList faults;

@@ -75,33 +75,33 @@ inline QStringList Sorted(QStringList texts)
 }
 
 /// Returns the name of the tab stop of a control: its own, or that of its option group.
-inline QString Stop(const QWidget* control)
+inline QString TabStopName(const QWidget* control)
 {
     static const QRegularExpression number(QStringLiteral("_[0-9]+$"));
     return control != nullptr ? NameOf(*control).remove(number) : QString();
 }
 
 /// Returns the sorted tab stops that the window must have.
-inline QStringList ExpectedStops(const QWidget& window)
+inline QStringList ExpectedTabStops(const QWidget& window)
 {
     QSet<QString> stops;
     for (const QWidget* control : Controls(window)) {
         if (control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0 &&
             control->focusProxy() == nullptr) {
-            stops << Stop(control);
+            stops << TabStopName(control);
         }
     }
     return Sorted(stops.values());
 }
 
 /// Returns the tab stops in the order in which `key` visits them, starting at the focused control.
-inline QStringList StopsBy(const QWidget& window, Qt::Key key)
+inline QStringList VisitedTabStops(const QWidget& window, Qt::Key key)
 {
     constexpr int maximum = 100; // more than any window has
-    QStringList stops{Stop(window.focusWidget())};
+    QStringList stops{TabStopName(window.focusWidget())};
     for (int step = 0; step < maximum; ++step) {
         Press(window, key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
-        const QString stop = Stop(window.focusWidget());
+        const QString stop = TabStopName(window.focusWidget());
         if (stop == stops.first()) {
             return stops;
         }
@@ -117,12 +117,12 @@ struct TabStops {
 };
 
 /// Cycles through the window with Tab, then with Shift+Tab.
-inline TabStops WalkRound(QWidget& window)
+inline TabStops FindTabStops(QWidget& window)
 {
-    StopsBy(window, Qt::Key_Tab); // leaving a box may enable or disable "Save"
-    const QStringList expected = ExpectedStops(window);
-    const QStringList byTab = StopsBy(window, Qt::Key_Tab);
-    return {expected, byTab, StopsBy(window, Qt::Key_Backtab)};
+    VisitedTabStops(window, Qt::Key_Tab); // leaving a box may enable or disable "Save"
+    const QStringList expected = ExpectedTabStops(window);
+    const QStringList byTab = VisitedTabStops(window, Qt::Key_Tab);
+    return {expected, byTab, VisitedTabStops(window, Qt::Key_Backtab)};
 }
 
 /// Returns the text that a user types to find a row: its first characters, without those missing on
@@ -185,9 +185,9 @@ inline QList<QComboBox*> SearchableChoices(const QWidget& window)
     return choices;
 }
 
-inline bool TabGoesRound(const WindowState& state)
+inline bool TabCycles(const WindowState& state)
 {
-    return state.tabGoesRound;
+    return state.tabCycles;
 }
 
 } // namespace Tarno

@@ -40,22 +40,22 @@ double Contrast(const QColor& one, const QColor& other)
 constexpr double readable = 4.5;
 
 /// Returns the controls with too little contrast between text and background.
-QStringList PaleControls(const QWidget& window)
+QStringList LowContrastControls(const QWidget& window)
 {
-    QStringList pale;
+    QStringList lowContrast;
     for (const QWidget* control : Controls(window)) {
         const QPalette colours = control->palette();
         if (control->isEnabled() && Contrast(colours.color(control->foregroundRole()),
                                              colours.color(control->backgroundRole())) < readable) {
-            pale << NameOf(*control);
+            lowContrast << NameOf(*control);
         }
     }
-    return pale;
+    return lowContrast;
 }
 
 struct Links {
     int count = 0;
-    QStringList pale;
+    QStringList lowContrast;
 };
 
 /// Returns the links in the text of the manual, or none in other windows.
@@ -66,13 +66,13 @@ Links LinksOf(const QWidget& window)
     if (manual == nullptr) {
         return links;
     }
-    const QColor ground = manual->palette().color(QPalette::Base);
+    const QColor background = manual->palette().color(QPalette::Base);
     for (QTextBlock block = manual->document()->begin(); block.isValid(); block = block.next()) {
         for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
             const QTextCharFormat format = piece.fragment().charFormat();
             links.count += format.isAnchor() ? 1 : 0;
-            if (format.isAnchor() && Contrast(format.foreground().color(), ground) < readable) {
-                links.pale << piece.fragment().text();
+            if (format.isAnchor() && Contrast(format.foreground().color(), background) < readable) {
+                links.lowContrast << piece.fragment().text();
             }
         }
     }
@@ -90,13 +90,13 @@ QSize NeededSize(const QWidget& window)
 struct Findings {
     QStringList clippedOrElided;
     QStringList overlapping;
-    QStringList stickingOut;
-    QStringList uneven;
+    QStringList exceedingParents;
+    QStringList misaligned;
     QStringList irregularGaps;
     QSize neededSize;
-    QStringList paleControls;
+    QStringList lowContrastControls;
     Links links;
-    QPalette coloursOfFocus; ///< of the control with the focus
+    QPalette focusPalette; ///< of the control with the focus
 };
 
 Findings Inspect(QWidget& window)
@@ -104,11 +104,11 @@ Findings Inspect(QWidget& window)
     const QWidget* focus = window.focusWidget();
     return {Clipped(window) + Elided(window),
             Overlapping(window),
-            StickingOut(window),
-            Uneven(window),
+            ExceedingParents(window),
+            Misaligned(window),
             IrregularGaps(window),
             NeededSize(window),
-            PaleControls(window),
+            LowContrastControls(window),
             LinksOf(window),
             focus != nullptr ? focus->palette() : QPalette()};
 }
@@ -150,23 +150,23 @@ private Q_SLOTS:
 
     void nothing_isClippedOrElided_data() { AddEveryWindowIn(usualAndLargeFont); }
 
-    void nothing_isClippedOrElided() { QCOMPARE(Listed(Found().clippedOrElided), QString()); }
+    void nothing_isClippedOrElided() { QCOMPARE(Joined(Found().clippedOrElided), QString()); }
 
     void controls_fitTheirParentsAndDoNotOverlap_data() { AddEveryWindowIn(usualAndLargeFont); }
 
     void controls_fitTheirParentsAndDoNotOverlap()
     {
-        QCOMPARE(Listed(Found().overlapping), QString());
-        QCOMPARE(Listed(Found().stickingOut), QString());
+        QCOMPARE(Joined(Found().overlapping), QString());
+        QCOMPARE(Joined(Found().exceedingParents), QString());
     }
 
     void rows_areAligned_data() { AddEveryWindowIn(usualAndLargeFont); }
 
-    void rows_areAligned() { QCOMPARE(Listed(Found().uneven), QString()); }
+    void rows_areAligned() { QCOMPARE(Joined(Found().misaligned), QString()); }
 
     void gaps_areMultiplesOfFour_data() { AddEveryWindow(); }
 
-    void gaps_areMultiplesOfFour() { QCOMPARE(Listed(FoundIn(Appearance::Usual).irregularGaps), QString()); }
+    void gaps_areMultiplesOfFour() { QCOMPARE(Joined(FoundIn(Appearance::Usual).irregularGaps), QString()); }
 
     void window_fitsASmallScreen_data() { AddEveryWindow(); }
 
@@ -181,7 +181,7 @@ private Q_SLOTS:
 
     void texts_haveEnoughContrast_data() { AddEveryWindowIn(lightAndDark); }
 
-    void texts_haveEnoughContrast() { QCOMPARE(Listed(Found().paleControls), QString()); }
+    void texts_haveEnoughContrast() { QCOMPARE(Joined(Found().lowContrastControls), QString()); }
 
     void links_haveEnoughContrast_data()
     {
@@ -194,7 +194,7 @@ private Q_SLOTS:
     void links_haveEnoughContrast()
     {
         const Links links = Found().links;
-        QCOMPARE(Listed(links.pale), QString());
+        QCOMPARE(Joined(links.lowContrast), QString());
         QVERIFY(links.count > 0);
     }
 
@@ -207,7 +207,7 @@ private Q_SLOTS:
 
     void refusedBox_isReadable()
     {
-        const QPalette box = Found().coloursOfFocus;
+        const QPalette box = Found().focusPalette;
         QCOMPARE(box.color(QPalette::Base), QColor(255, 224, 192));
         QVERIFY(Contrast(box.color(QPalette::Text), box.color(QPalette::Base)) >= readable);
         QVERIFY(Contrast(box.color(QPalette::HighlightedText), box.color(QPalette::Highlight)) >= 3);

@@ -32,7 +32,7 @@ protected:
     EditingDialog(const Program& program, UpdateOperation update, QWidget* parent);
 
     /// Connects the buttons. Call once, after the controls were created.
-    void Prepare(QPushButton* save, QPushButton* close);
+    void ConnectButtons(QPushButton* save, QPushButton* close);
 
     const Program& CurrentProgram() const { return m_program; }
 

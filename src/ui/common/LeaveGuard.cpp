@@ -80,7 +80,7 @@ QWidget* LeaveGuard::FocusedBox() const
     return nullptr;
 }
 
-bool LeaveGuard::IsOwn(const QObject* widget) const
+bool LeaveGuard::BelongsToWindow(const QObject* widget) const
 {
     return widget->isWidgetType() && static_cast<const QWidget*>(widget)->window() == m_window;
 }
@@ -101,7 +101,7 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
                RefusesWheel(static_cast<QWheelEvent*>(event)->position().toPoint());
     case QEvent::ShortcutOverride:
         // this event precedes the shortcut lookup, and the check may enable the button
-        if (IsOwn(receiver) && IsMnemonicOfDisabledSave(*static_cast<QKeyEvent*>(event))) {
+        if (BelongsToWindow(receiver) && IsMnemonicOfDisabledSave(*static_cast<QKeyEvent*>(event))) {
             Leave();
         }
         return false;
@@ -109,7 +109,7 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
         // an unhandled key propagates to the parents, but is checked once only
         return receiver == m_window->focusWidget() && RefusesKey(*static_cast<QKeyEvent*>(event));
     case QEvent::Shortcut:
-        return IsOwn(receiver) && !Leave();
+        return BelongsToWindow(receiver) && !Leave();
     case QEvent::Close:
         if (receiver == m_window && !Leave()) {
             event->ignore();

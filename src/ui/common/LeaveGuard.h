@@ -43,7 +43,7 @@ private:
     bool RefusesKey(const QKeyEvent& key);
     bool IsMnemonicOfDisabledSave(const QKeyEvent& key) const;
     QWidget* FocusedBox() const;
-    bool IsOwn(const QObject* widget) const;
+    bool BelongsToWindow(const QObject* widget) const;
 
     QWidget* m_window;
     std::map<QWidget*, Check> m_checks;

@@ -11,7 +11,7 @@ namespace
 {
 
 /// For example "the trip of 2026-05-03 at Old Pier".
-QString RecordOf(const ConflictNotice& conflict)
+QString DescribeRecord(const ConflictNotice& conflict)
 {
     using Kind = ConflictNotice::Kind;
     const QString name = ShownInOneLine(conflict.name);
@@ -33,7 +33,7 @@ QString RecordOf(const ConflictNotice& conflict)
 
 void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages)
 {
-    const QString record = RecordOf(conflict);
+    const QString record = DescribeRecord(conflict);
     QString text;
     if (conflict.keptAs.empty()) {
         text = QStringLiteral("Another program has deleted ") + record +

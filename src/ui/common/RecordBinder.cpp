@@ -127,7 +127,7 @@ void RecordBinder::ShowRecord()
     }
 }
 
-void RecordBinder::ShowNothing()
+void RecordBinder::ClearControls()
 {
     for (const auto& [position, line] : m_boxes) {
         Show(line.box, "");
@@ -196,7 +196,7 @@ bool RecordBinder::WriteBack()
     }
     for (const std::size_t position : std::set(m_refused)) {
         if (!Validate(position)) {
-            GoTo(Box(position));
+            FocusBox(Box(position));
             return false;
         }
     }
@@ -204,7 +204,7 @@ bool RecordBinder::WriteBack()
 }
 
 /// Shows the page that contains `box` and focuses it.
-void RecordBinder::GoTo(QWidget* box)
+void RecordBinder::FocusBox(QWidget* box)
 {
     for (auto* pages : m_window->findChildren<QTabWidget*>()) {
         for (int page = 0; page < pages->count(); ++page) {

@@ -50,7 +50,7 @@ public:
     /// Shows the record in every control. An unknown code leaves its group without a choice.
     void ShowRecord();
     /// Empties every control without changing the record.
-    void ShowNothing();
+    void ClearControls();
 
     /// Shows `text` in the single-line box at `position` and stores it without a check.
     void Put(std::size_t position, std::string_view text);
@@ -89,7 +89,7 @@ private:
     bool ValidateBox(std::size_t position, const LineBox& line);
     void ValidateLines(std::size_t position, const QPlainTextEdit* lines);
     void Store(std::size_t position, std::string_view text);
-    void GoTo(QWidget* box);
+    void FocusBox(QWidget* box);
 
     QWidget* m_window;
     EditedRecord& m_record;

@@ -15,7 +15,7 @@ class MoonPhaseEditor;
 class RecordBinder;
 
 /// Fills the frames of the entry editor that contain calculated values. Dates have the format of the date
-/// boxes; `place` is the number of a location. Errors are reported through ErrorLog.
+/// boxes; `locationNumber` is the number of a location. Errors are reported through ErrorLog.
 class EntryCalculator
 {
 public:
@@ -23,12 +23,12 @@ public:
     EntryCalculator(const Program& program, RecordBinder& binder, MoonPhaseEditor& moonPhase,
                     QWidget* window);
 
-    void DoTheCalcs(const std::string& date, std::optional<std::int32_t> place);
+    void DoTheCalcs(const std::string& date, std::optional<std::int32_t> locationNumber);
     /// Calculates moon phase and prediction. Stores the phase without a sign.
     void DoMoonPhase(const std::string& date);
     /// Calculates rise, set and peak times. Does nothing without a location. If the location has no
     /// coordinates or time zone, shows a message and leaves the boxes unchanged.
-    void DoRiseSet(const std::string& date, std::optional<std::int32_t> place);
+    void DoRiseSet(const std::string& date, std::optional<std::int32_t> locationNumber);
 
 private:
     const Program& m_program;

@@ -99,7 +99,7 @@ void EntryGeneralPage::BindStep(ClickLabel* label, std::size_t field, int days)
 void EntryGeneralPage::StepDate(std::size_t field, int days)
 {
     QLineEdit* box = m_binder->Box(field);
-    const auto date = UserDate(box->text());
+    const auto date = ParseUserDate(box->text());
     if (!date) {
         throw Error(ErrorNumber::TypeMismatch);
     }
@@ -115,8 +115,8 @@ void EntryGeneralPage::StepDate(std::size_t field, int days)
 /// left.
 void EntryGeneralPage::OrderDates()
 {
-    const auto start = UserDate(m_ui->txtStart->text());
-    const auto end = UserDate(m_ui->txtEnd->text());
+    const auto start = ParseUserDate(m_ui->txtStart->text());
+    const auto end = ParseUserDate(m_ui->txtEnd->text());
     if (start && end && *start > *end) {
         KeyFilter::SetText(m_ui->txtEnd, m_ui->txtStart->text());
     }
@@ -124,7 +124,7 @@ void EntryGeneralPage::OrderDates()
 
 void EntryGeneralPage::StartDateChanged()
 {
-    m_calculator->DoTheCalcs(StartDate(), Place());
+    m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
     m_moonPhase->SignPhase();
 }
 
@@ -134,7 +134,7 @@ std::string EntryGeneralPage::StartDate() const
 }
 
 /// Returns the number of the selected location, if any.
-std::optional<std::int32_t> EntryGeneralPage::Place() const
+std::optional<std::int32_t> EntryGeneralPage::SelectedLocation() const
 {
     const QVariant location = m_ui->cboLocation->currentData();
     return location.isValid() ? std::optional(location.toInt()) : std::nullopt;
@@ -165,7 +165,7 @@ void EntryGeneralPage::ShowExistingEntry()
         for (const auto peak : peaks) { // all four are shown, or none
             KeyFilter::SetText(m_binder->Box(peak), {});
         }
-        m_calculator->DoRiseSet(StartDate(), Place());
+        m_calculator->DoRiseSet(StartDate(), SelectedLocation());
     }
     m_moonPhase->ShowRecord();
     if (m_record->Text(EntryField::MoonPhase).empty()) {
@@ -182,7 +182,7 @@ void EntryGeneralPage::ShowNewEntry()
     m_binder->Put(EntryField::EndDate, today);
     m_binder->Put(EntryField::StartTime, "06:00");
     m_binder->Put(EntryField::EndTime, "12:00");
-    m_calculator->DoTheCalcs(StartDate(), Place());
+    m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
     m_moonPhase->PhaseChange();
 }
 
@@ -199,8 +199,8 @@ void EntryGeneralPage::SelectStoredLocation()
 
 void EntryGeneralPage::StoreLocation()
 {
-    if (const auto place = Place()) {
-        m_record->Store(EntryField::LocNo, std::to_string(*place));
+    if (const auto location = SelectedLocation()) {
+        m_record->Store(EntryField::LocNo, std::to_string(*location));
     }
 }
 
@@ -208,13 +208,13 @@ bool EntryGeneralPage::cboLocation_Validate()
 {
     bool mayLeave = true;
     Trap(entryModule, "cboLocation_Validate", [&] {
-        const auto place = Place();
-        mayLeave = place.has_value();
+        const auto location = SelectedLocation();
+        mayLeave = location.has_value();
         if (!mayLeave) {
             return;
         }
-        if (m_record->Store(EntryField::LocNo, std::to_string(*place))) {
-            m_calculator->DoTheCalcs(StartDate(), place);
+        if (m_record->Store(EntryField::LocNo, std::to_string(*location))) {
+            m_calculator->DoTheCalcs(StartDate(), location);
             m_moonPhase->PhaseChange();
         }
         Q_EMIT WrittenBack();

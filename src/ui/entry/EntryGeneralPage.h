@@ -61,7 +61,7 @@ private:
     void SelectStoredLocation();
     bool cboLocation_Validate();
     std::string StartDate() const;
-    std::optional<std::int32_t> Place() const;
+    std::optional<std::int32_t> SelectedLocation() const;
 
     std::unique_ptr<Ui::EntryGeneralPage> m_ui;
     const Program* m_program = nullptr;

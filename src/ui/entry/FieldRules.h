@@ -12,7 +12,8 @@ namespace Tarno
 
 /// Parses a date as "yyyy-mm-dd", with or without leading zeros, or in the short format of `locale`.
 /// Two-digit years mean 1930 to 2029. Years 1 to 9999 are valid.
-std::optional<std::chrono::year_month_day> UserDate(const QString& text, const QLocale& locale = QLocale());
+std::optional<std::chrono::year_month_day> ParseUserDate(const QString& text,
+                                                         const QLocale& locale = QLocale());
 
 /// Sets `ok` to whether `text` is a date, and if so rewrites it as "yyyy-mm-dd".
 void CheckDateFormat(std::string& text, bool& ok);

@@ -149,8 +149,7 @@ void PickLists::Place(const PickList& pickList)
     const QWidget* frame = label->parentWidget();
     const int width = widthInLetters * m_list->fontMetrics().averageCharWidth();
     const int top = frame->y() + label->y() + label->height() + gapBelowLabel;
-    const int left =
-        pickList.opens == PickList::Opens::Left ? frame->x() - width + overlapOfFrame : label->x();
+    const int left = pickList.side == PickList::Side::Left ? frame->x() - width + overlapOfFrame : label->x();
     const int rows = std::min(mostRows, m_list->count());
     const int wanted = rows * m_list->sizeHintForRow(0) + 2 * m_list->frameWidth();
     m_list->setGeometry(left, top, width, std::min(wanted, m_page->height() - top - gapBelowLabel));

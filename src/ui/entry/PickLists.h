@@ -22,13 +22,13 @@ QStringList PickListLines(const QByteArray& bytes);
 
 /// A file with lines for a box, and the controls that belong to it.
 struct PickList {
-    enum class Opens { Left, Right };
+    enum class Side { Left, Right };
 
     const char* file;
     ClickLabel* editLabel;
     ClickLabel* dropDownLabel;
     QPlainTextEdit* box;
-    Opens opens; ///< the side of the drop-down label's frame
+    Side side; ///< the side of the drop-down label's frame
 };
 
 /// The pick lists of the page "Comments", shown in one floating list over the page. A click or the space bar

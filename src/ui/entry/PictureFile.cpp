@@ -16,7 +16,7 @@ namespace
 
 /// Whether `format` is a raster format that is safe to read. Vector drawings and compressed drawings can
 /// refer to other files or expand without limit.
-bool IsOfPixels(const QByteArray& format)
+bool IsRasterFormat(const QByteArray& format)
 {
     constexpr std::array formats{"bmp", "cur", "gif", "ico", "jpeg", "png", "tiff", "webp"};
     return std::find(formats.begin(), formats.end(), format) != formats.end();
@@ -34,7 +34,7 @@ QImage ReadPicture(const QString& path)
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
-    const QImage picture = IsOfPixels(reader.format()) ? reader.read() : QImage();
+    const QImage picture = IsRasterFormat(reader.format()) ? reader.read() : QImage();
     if (picture.isNull()) {
         throw Error(ErrorNumber::InvalidPicture);
     }

@@ -53,7 +53,7 @@ protected:
 private:
     void ChoosePicture();
     void RemovePicture();
-    void TakePath(const std::string& path);
+    void StorePath(const std::string& path);
     void LoadPicture();
     void ApplyZoom();
     void ScrollbarStuff();
@@ -63,9 +63,9 @@ private:
     void SetZoomToMaximum();
     QString PicturePath() const;
     QRect VisibleArea() const;
-    void SizeToPicture();
+    void ResizeToPicture();
     template <typename Body>
-    void Guarded(Body&& body);
+    void RunWithProblemMessage(Body&& body);
 
     std::unique_ptr<Ui::PicturePanel> m_ui;
     PictureSource* m_source;
@@ -74,7 +74,7 @@ private:
     EditedRecord* m_record = nullptr;
     QWidget* m_focusAfterRemove = nullptr;
     std::size_t m_position = 0;
-    bool m_shownAsChosen =
+    bool m_isNewlyChosen =
         false; ///< the user chose the picture in the dialog; it was not loaded with the record
 };
 

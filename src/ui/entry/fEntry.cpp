@@ -19,7 +19,7 @@ fEntry::fEntry(const Program& program, QWidget* parent)
     m_ui->pageComments->Attach(program, Binder(), Guard());
     m_ui->picturePanel->Attach(program, Edited(), EntryField::Picture, QStringLiteral("picCatch"),
                                QStringLiteral("imgCatch"), m_ui->cmdCancel);
-    Prepare(m_ui->cmdOK, m_ui->cmdCancel);
+    ConnectButtons(m_ui->cmdOK, m_ui->cmdCancel);
 
     connect(m_ui->sstEntry, &QTabWidget::currentChanged, this, &fEntry::sstEntry_Click);
     connect(m_ui->pageGeneral, &EntryGeneralPage::WrittenBack, this, &fEntry::EnableSave);
@@ -85,7 +85,7 @@ void fEntry::LoadTheForm(std::int16_t iTarnoNo)
         Binder().ShowRecord();
         m_ui->pageGeneral->ShowExistingEntry();
     } else {
-        Binder().ShowNothing();
+        Binder().ClearControls();
         m_ui->pageGeneral->ShowNewEntry();
     }
     m_ui->picturePanel->ShowRecord();

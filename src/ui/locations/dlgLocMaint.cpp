@@ -38,7 +38,7 @@ dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
     }
     m_ui->picturePanel->Attach(program, Edited(), LocationField::LocPicture, QStringLiteral("picLoc"),
                                QStringLiteral("imgLoc"), m_ui->cmdCancel);
-    Prepare(m_ui->cmdOK, m_ui->cmdCancel);
+    ConnectButtons(m_ui->cmdOK, m_ui->cmdCancel);
     connect(m_ui->chkDST, &QCheckBox::clicked, this, &dlgLocMaint::chkDST_Click);
     connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &dlgLocMaint::EnableSave);
 }
@@ -71,7 +71,7 @@ void dlgLocMaint::ShowLocation(bool isNew)
         throw Error(ErrorNumber::ObjectNotSet);
     }
     if (isNew) {
-        Binder().ShowNothing();
+        Binder().ClearControls();
     } else {
         Binder().ShowRecord();
     }

@@ -165,13 +165,13 @@ std::int16_t fTarno::SelectedEntry() const
     return ToInt16(ToUtf8(m_ui->lvwEntry->SelectedKey().value().mid(1)));
 }
 
-void fTarno::EditSelected(const char* routine, bool remove)
+void fTarno::EditSelected(const char* routine, bool deleteMode)
 {
     if (!m_ui->lvwEntry->SelectedKey()) {
         return;
     }
     WithListGreyed(routine, [&] {
-        fEntry(m_program, this).SetData(SelectedEntry(), remove);
+        fEntry(m_program, this).SetData(SelectedEntry(), deleteMode);
         LoadEntryList();
     });
 }
@@ -242,7 +242,7 @@ void fTarno::cmdExit_Click()
                                           .icon = Icon::Question,
                                           .buttons = Buttons::YesNoCancel,
                                           .byDefault = Button::No});
-        if (answer == Button::Yes && MayLoseUnsaved()) {
+        if (answer == Button::Yes && ConfirmLosingChanges()) {
             m_exitConfirmed = true;
             m_program.sql.DeInit();
             Q_EMIT ExitConfirmed();
@@ -251,7 +251,7 @@ void fTarno::cmdExit_Click()
 }
 
 /// Returns true if there are no unsaved changes or the user agrees to lose them.
-bool fTarno::MayLoseUnsaved()
+bool fTarno::ConfirmLosingChanges()
 {
     const std::vector<std::string> files = m_program.sql.UnsavedFiles();
     if (files.empty()) {

@@ -65,8 +65,8 @@ private:
     void lvwEntry_DblClick();
     void lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position);
     void cmdExit_Click();
-    bool MayLoseUnsaved();
-    void EditSelected(const char* routine, bool remove);
+    bool ConfirmLosingChanges();
+    void EditSelected(const char* routine, bool deleteMode);
     std::int16_t SelectedEntry() const;
     template <typename Body>
     void WithListGreyed(const char* routine, Body&& body);

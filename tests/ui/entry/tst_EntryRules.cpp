@@ -18,15 +18,15 @@ using namespace Tarno;
 namespace
 {
 
-struct Leaving {
+struct WayToLeave {
     const char* name;
     void (*act)(QDialog& editor);
 };
 
 /// Returns every way to leave a box that must run its check.
-const std::vector<Leaving>& Ways()
+const std::vector<WayToLeave>& Ways()
 {
-    static const std::vector<Leaving> ways{
+    static const std::vector<WayToLeave> ways{
         {"Tab", [](QDialog& editor) { Press(editor, Qt::Key_Tab); }},
         {"Shift+Tab", [](QDialog& editor) { Press(editor, Qt::Key_Backtab, Qt::ShiftModifier); }},
         {"Enter", [](QDialog& editor) { Press(editor, Qt::Key_Return); }},
@@ -69,7 +69,7 @@ void EmptyBox(QDialog& editor, const char* box)
 }
 
 /// Closes the editor without saving, after replacing refused texts by valid ones.
-void Abandon(QDialog& editor, ProgramWithPlace& program)
+void CloseWithoutSaving(QDialog& editor, ProgramWithPlace& program)
 {
     for (const char* box : {"txtStart", "txtEnd"}) {
         if (Focused(editor) == box) {
@@ -177,7 +177,7 @@ private Q_SLOTS:
                 Press(editor, Qt::Key_Tab);
                 QCOMPARE(Focused(editor), box);
                 QVERIFY(IsRefused(editor, box));
-                Abandon(editor, program);
+                CloseWithoutSaving(editor, program);
             });
         }
     }
@@ -267,7 +267,7 @@ private Q_SLOTS:
                 QVERIFY(IsRefused(editor, "txtStart"));
                 QCOMPARE(BoxText(editor, "txtStart"), "2003-02-31");
                 QCOMPARE(program.folder.Read("tarno.xml"), before);
-                Abandon(editor, program);
+                CloseWithoutSaving(editor, program);
             });
         }
     }
@@ -303,7 +303,7 @@ private Q_SLOTS:
             QVERIFY(IsRefused(editor, "txtStart"));
             Press(editor, Qt::Key_Backspace);
             QVERIFY(IsRefused(editor, "txtStart"));
-            Abandon(editor, program);
+            CloseWithoutSaving(editor, program);
         });
     }
 
@@ -318,7 +318,7 @@ private Q_SLOTS:
             TypeRefusedDate(editor);
             Press(editor, Qt::Key_Tab);
             QCOMPARE(Find<QWidget>(editor, "txtStart").palette().color(QPalette::Text), QColor(Qt::black));
-            Abandon(editor, program);
+            CloseWithoutSaving(editor, program);
             QVERIFY(!IsRefused(editor, "txtStart"));
         });
     }
@@ -332,7 +332,7 @@ private Q_SLOTS:
             for (const char* box : {"txtEnd", "txtTStart", "txtMajor1"}) {
                 QVERIFY(!IsRefused(editor, box));
             }
-            Abandon(editor, program);
+            CloseWithoutSaving(editor, program);
         });
     }
 
@@ -346,7 +346,7 @@ private Q_SLOTS:
             Press(editor, Qt::Key_A, Qt::ControlModifier);
             QVERIFY(!IsRefused(editor, "txtStart")); // editing keys do not leave the box
             QCOMPARE(Focused(editor), "txtStart");
-            Abandon(editor, program);
+            CloseWithoutSaving(editor, program);
         });
     }
 

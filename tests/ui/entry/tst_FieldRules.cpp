@@ -12,7 +12,7 @@ namespace
 /// Parses a date and returns it as "yyyy-mm-dd", or "none".
 std::string Read(const QString& text, const QString& locale)
 {
-    const auto date = UserDate(text, QLocale(locale));
+    const auto date = ParseUserDate(text, QLocale(locale));
     return date ? FromDate(*date) : "none";
 }
 

@@ -13,7 +13,7 @@ namespace
 
 /// Opens a complete entry, runs `steps`, and closes it.
 template <typename Steps>
-void Look(Steps&& steps)
+void InspectEditor(Steps&& steps)
 {
     ProgramWithPlace program;
     Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
@@ -55,7 +55,7 @@ private Q_SLOTS:
 
     void window_isCalledLogEntry()
     {
-        Look([](QDialog& editor) {
+        InspectEditor([](QDialog& editor) {
             QCOMPARE(ToUtf8(editor.windowTitle()), "Tarno Log Entry");
             QVERIFY(editor.isModal());
         });
@@ -63,7 +63,7 @@ private Q_SLOTS:
 
     void pages_haveTheirCaptionsInOrder()
     {
-        Look([](QDialog& editor) {
+        InspectEditor([](QDialog& editor) {
             std::vector<std::string> captions;
             captions.reserve(static_cast<std::size_t>(Pages(editor).count()));
             for (int index = 0; index < Pages(editor).count(); ++index) {
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QFETCH(QString, frame);
         QFETCH(int, page);
         QFETCH(QString, caption);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             const auto& box = Find<QGroupBox>(editor, frame.toLatin1());
             QCOMPARE(PageOf(editor, box), page);
             QCOMPARE(ToUtf8(box.title()), caption.toStdString());
@@ -156,7 +156,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, frame);
         QFETCH(QString, control);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             QVERIFY(Find<QWidget>(editor, frame.toLatin1())
                         .isAncestorOf(&Find<QWidget>(editor, control.toLatin1())));
         });
@@ -184,7 +184,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, group);
         QFETCH(QString, captions);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             QStringList found;
             for (int index = 0;; ++index) {
                 const auto* button =
@@ -221,7 +221,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, frame);
         QFETCH(QString, text);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             const auto labels = Find<QWidget>(editor, frame.toLatin1()).findChildren<QLabel*>();
             QCOMPARE(std::count_if(
                          labels.begin(), labels.end(),
@@ -250,7 +250,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, button);
         QFETCH(QString, caption);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             QCOMPARE(Plain(Find<QAbstractButton>(editor, button.toLatin1()).text()), caption.toStdString());
         });
     }
@@ -279,13 +279,13 @@ private Q_SLOTS:
     {
         QFETCH(QString, control);
         QFETCH(QString, toolTip);
-        Look(
+        InspectEditor(
             [&](QDialog& editor) { QCOMPARE(Find<QWidget>(editor, control.toLatin1()).toolTip(), toolTip); });
     }
 
     void note_isVisibleOnTheFirstPageOnly()
     {
-        Look([](QDialog& editor) {
+        InspectEditor([](QDialog& editor) {
             const auto& note = Find<QLabel>(editor, "lblNote");
             QCOMPARE(ToUtf8(note.text()),
                      "Data in frames with * is calculated for you - but you can change it.");
@@ -314,7 +314,7 @@ private Q_SLOTS:
     {
         QFETCH(int, page);
         QFETCH(QString, control);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             ClickPage(editor, page == 0 ? 1 : 0);
             ClickPage(editor, page);
             QCOMPARE(Pages(editor).currentIndex(), page);
@@ -325,7 +325,7 @@ private Q_SLOTS:
 
     void page_byCtrlTab_focusesItsFirstControl()
     {
-        Look([](QDialog& editor) {
+        InspectEditor([](QDialog& editor) {
             Press(editor, Qt::Key_Tab, Qt::ControlModifier);
             QCOMPARE(Pages(editor).currentIndex(), 1);
             QCOMPARE(Focused(editor), "optWeather_0");
@@ -357,7 +357,7 @@ private Q_SLOTS:
     {
         QFETCH(int, page);
         QFETCH(QStringList, stops);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             ClickPage(editor, page == 0 ? 1 : 0);
             ClickPage(editor, page);
             QStringList found;
