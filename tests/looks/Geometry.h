@@ -63,8 +63,8 @@ inline QStringList Clipped(const QWidget& window)
 inline int TextWidth(const QLineEdit& box)
 {
     // QLineEdit's size hint is 17 letters "x" plus its frame and margins
-    const int beside = box.sizeHint().width() - 17 * box.fontMetrics().horizontalAdvance(QLatin1Char('x'));
-    return box.width() - beside;
+    const int padding = box.sizeHint().width() - 17 * box.fontMetrics().horizontalAdvance(QLatin1Char('x'));
+    return box.width() - padding;
 }
 
 inline int TextWidth(const QComboBox& box)

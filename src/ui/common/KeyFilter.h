@@ -16,7 +16,7 @@ class KeyFilter : public QValidator
 
 public:
     /// Installs the filter on `box`, which owns it.
-    KeyFilter(QLineEdit* box, QString besidesDigits);
+    KeyFilter(QLineEdit* box, QString furtherCharacters);
 
     State validate(QString& input, int& position) const override;
 
@@ -27,7 +27,7 @@ public:
 private:
     bool Passes(QChar character) const;
 
-    QString m_besidesDigits;
+    QString m_furtherCharacters;
     QString m_before; ///< the text of the box before the current input
 };
 

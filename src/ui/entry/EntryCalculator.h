@@ -15,7 +15,7 @@ class MoonPhaseEditor;
 class RecordBinder;
 
 /// Fills the frames of the entry editor that contain calculated values. Dates have the format of the date
-/// boxes; `locationNumber` is the number of a location. Errors are reported through ErrorLog.
+/// boxes. Errors are reported through ErrorLog.
 class EntryCalculator
 {
 public:

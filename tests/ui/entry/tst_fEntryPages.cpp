@@ -367,8 +367,8 @@ private Q_SLOTS:
                 Press(editor, Qt::Key_Tab);
             } while (Focused(editor) != first && found.size() < 60);
             // controls outside the page: its tab and the buttons of the window
-            for (const char* beside : {"qt_tabwidget_tabbar", "cmdOK", "cmdCancel"}) {
-                found.removeAll(QLatin1String(beside));
+            for (const char* other : {"qt_tabwidget_tabbar", "cmdOK", "cmdCancel"}) {
+                found.removeAll(QLatin1String(other));
             }
             found.sort();
             stops.sort();
