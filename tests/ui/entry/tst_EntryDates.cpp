@@ -228,8 +228,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("date");
         QTest::newRow("before the first day") << "lblStMinus"
                                               << "0001-01-01";
-        QTest::newRow("behind the last day") << "lblEndPlus"
-                                             << "9999-12-31";
+        QTest::newRow("after the last day") << "lblEndPlus"
+                                            << "9999-12-31";
     }
 
     void step_beyondTheCalendar_isReportedAndChangesNothing()

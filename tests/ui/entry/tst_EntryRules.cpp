@@ -389,15 +389,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("pasted");
         QTest::addColumn<QString>("text");
-        QTest::newRow("date among words") << "txtStart"
-                                          << "on 2003-02-07, early"
-                                          << "2003-02-07";
+        QTest::newRow("date within words") << "txtStart"
+                                           << "on 2003-02-07, early"
+                                           << "2003-02-07";
         QTest::newRow("date with slashes") << "txtEnd"
                                            << "2003/02/07"
                                            << "20030207";
-        QTest::newRow("time among words") << "txtTStart"
-                                          << "at 06:45 pm"
-                                          << "06:45";
+        QTest::newRow("time within words") << "txtTStart"
+                                           << "at 06:45 pm"
+                                           << "06:45";
         QTest::newRow("several lines") << "txtTideHigh"
                                        << "06\n:45\n"
                                        << "06:45";

@@ -139,10 +139,10 @@ private Q_SLOTS:
                 QTest::addRow("%s: %s", locale, text) << locale << text;
             }
         }
-        QTest::newRow("German form for an American") << "en_US"
-                                                     << "5.2.2003";
-        QTest::newRow("American form for a German") << "de_DE"
-                                                    << "2/5/2003";
+        QTest::newRow("German format in an American locale") << "en_US"
+                                                             << "5.2.2003";
+        QTest::newRow("American format in a German locale") << "de_DE"
+                                                            << "2/5/2003";
         QTest::newRow("day 31 of February") << "de_DE"
                                             << "31.2.2003";
         QTest::newRow("not a leap year, short") << "de_DE"
@@ -170,12 +170,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::newRow("no zeros") << "2003-2-5"
                                   << "2003-02-05";
-        QTest::newRow("as it is") << "2003-12-31"
-                                  << "2003-12-31";
+        QTest::newRow("already normalized") << "2003-12-31"
+                                            << "2003-12-31";
         QTest::newRow("year of four digits") << "0087-1-2"
                                              << "0087-01-02";
-        QTest::newRow("the locale's own form") << "5 Feb 2003"
-                                               << "2003-02-05";
+        QTest::newRow("the format of the locale") << "5 Feb 2003"
+                                                  << "2003-02-05";
     }
 
     void checkDateFormat_date_isRewritten()

@@ -180,7 +180,7 @@ private Q_SLOTS:
         add("PNG of 60000 x 60000", PngClaiming(60000, 60000));
         add("PNG of 2147483647 x 2147483647", PngClaiming(0x7FFFFFFF, 0x7FFFFFFF));
         add("PNG of 0 x 0", PngClaiming(0, 0));
-        add("PNG of a single bit a pixel", LargeOneBitPng());
+        add("PNG with one bit per pixel", LargeOneBitPng());
         add("BMP of 60000 x 60000", BmpClaiming(60000, 60000));
         add("BMP of 60000 x -60000", BmpClaiming(60000, static_cast<std::uint32_t>(-60000)));
         add("BMP of 0 x 0", BmpClaiming(0, 0));
@@ -188,17 +188,17 @@ private Q_SLOTS:
         add("GIF of 60000 x 60000", GifClaiming(60000, 60000));
         add("JPEG of 65500 x 65500", JpegClaiming(65500, 65500));
         add("JPEG of 0 x 0", JpegClaiming(0, 0));
-        add("TIFF whose directory is behind the end", "II*\0\xFF\xFF\xFF\x7F"s);
+        add("TIFF whose directory is after the end", "II*\0\xFF\xFF\xFF\x7F"s);
         add("TIFF without an entry", Tiff("\0\0"s + Pictures::Little32(0)));
-        add("TIFF that goes round", Tiff("\0\0"s + Pictures::Little32(8)));
+        add("TIFF with a directory cycle", Tiff("\0\0"s + Pictures::Little32(8)));
         add("TIFF of 60000 x 60000", Tiff("\x04\0"s + TiffEntry(256, 60000) + TiffEntry(257, 60000) +
                                           TiffEntry(273, 8) + TiffEntry(279, 10) + Pictures::Little32(0)));
-        add("TIFF of a billion strips",
+        add("TIFF with a billion strips",
             Tiff("\x04\0"s + TiffEntry(256, 8) + TiffEntry(257, 8) + TiffEntry(273, 8, 0x7FFFFFFF) +
                  TiffEntry(279, 8, 0x7FFFFFFF) + Pictures::Little32(0)));
-        add("ICO whose picture is behind the end", Ico(1, 0x7FFFFFF0));
+        add("ICO whose picture is after the end", Ico(1, 0x7FFFFFF0));
         add("ICO of 65535 pictures", Ico(65535, 22));
-        add("ICO that is its own picture", Ico(1, 0));
+        add("ICO that refers to itself", Ico(1, 0));
     }
 
     void notAPicture_isAProblem()

@@ -234,7 +234,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("reason");
         QTest::addColumn<int>("page"); ///< index of the page shown afterwards
         QTest::newRow("a box") << "box" << 2;
-        QTest::newRow("the page beside its boxes") << "background" << 2;
+        QTest::newRow("the background of the page") << "background" << 2;
         QTest::newRow("an edit label") << "edit label" << 2;
         QTest::newRow("Tab") << "tab" << 2;
         QTest::newRow("Shift+Tab") << "backtab" << 2;

@@ -175,7 +175,7 @@ private Q_SLOTS:
         QTest::newRow("accents") << QStringLiteral(u"Nud\u00E9l \u00DF.png");
         QTest::newRow("decomposed accent") << QStringLiteral(u"Nude\u0301l.png");
         QTest::newRow("Japanese") << QStringLiteral(u"\u9BDB\u306E\u5199\u771F.png");
-        QTest::newRow("beyond the first plane") << QStringLiteral(u"\U0001F41F.png");
+        QTest::newRow("outside the Basic Multilingual Plane") << QStringLiteral(u"\U0001F41F.png");
         QTest::newRow("percent and hash") << "100%20 #1 50%.png";
         QTest::newRow("quotes") << "the 'big' one.png";
         QTest::newRow("reference") << "&amp;.png";
@@ -291,8 +291,8 @@ private Q_SLOTS:
         QTest::newRow("upright") << 1 << QSize(80, 40) << QPoint(25, 25);
         QTest::newRow("mirrored") << 2 << QSize(80, 40) << QPoint(75, 25);
         QTest::newRow("upside down") << 3 << QSize(80, 40) << QPoint(75, 75);
-        QTest::newRow("turned to the right") << 6 << QSize(40, 80) << QPoint(75, 25);
-        QTest::newRow("turned to the left") << 8 << QSize(40, 80) << QPoint(25, 75);
+        QTest::newRow("rotated clockwise") << 6 << QSize(40, 80) << QPoint(75, 25);
+        QTest::newRow("rotated counterclockwise") << 8 << QSize(40, 80) << QPoint(25, 75);
     }
 
     void orientation_isApplied()

@@ -242,8 +242,8 @@ private Q_SLOTS:
                                           << "";
         QTest::newRow("plus, comma, blank, slash, exponent") << "+1, 2/3e4"
                                                              << "1234";
-        QTest::newRow("among others") << "1a5b1"
-                                      << "151";
+        QTest::newRow("within letters") << "1a5b1"
+                                        << "151";
     }
 
     void keyFilter_acceptsNumbersAndFourMoreCharacters()

@@ -248,7 +248,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("stored");
         QTest::newRow("never stored") << "(none)";
         QTest::newRow("empty") << "";
-        QTest::newRow("no longer there") << "/no/such/WXTide32.exe";
+        QTest::newRow("deleted file") << "/no/such/WXTide32.exe";
         QTest::newRow("a folder") << "/tmp";
     }
 
