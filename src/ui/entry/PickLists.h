@@ -15,9 +15,9 @@ namespace Tarno
 class ClickLabel;
 class LeaveGuard;
 
-/// Splits the contents of a pick-list file into lines. Decodes UTF-8 with or without a byte order mark; bytes
-/// that are not valid UTF-8 are read in the ANSI code page (Windows-1252 on other systems). Lines end with CR
-/// LF or LF. Empty lines are included, because indexes count them.
+/// Splits the contents of a pick-list file into lines. The file is UTF-8 with or without a byte order mark.
+/// If it is not valid UTF-8, it is decoded with the ANSI code page on Windows and as Windows-1252 elsewhere.
+/// Lines end with CR LF or LF. Empty lines are included, because indexes count them.
 QStringList PickListLines(const QByteArray& bytes);
 
 /// A file with lines for a box, and the controls that belong to it.

@@ -74,8 +74,7 @@ private:
     EditedRecord* m_record = nullptr;
     QWidget* m_focusAfterRemove = nullptr;
     std::size_t m_position = 0;
-    bool m_isNewlyChosen =
-        false; ///< the user chose the picture in the dialog; it was not loaded with the record
+    bool m_isNewlyChosen = false; ///< chosen in the dialog, not loaded with the record
 };
 
 } // namespace Tarno
