@@ -81,7 +81,7 @@ private Q_SLOTS:
     void folder_isShown()
     {
         const fSplash about(folder, nullptr);
-        QCOMPARE(ToUtf8(Find<QLabel>(about, "lblFolder").text()), "Your log is stored in");
+        QCOMPARE(ToUtf8(Find<QLabel>(about, "lblFolder").text()), "Your log is in");
         const auto& box = Find<QLineEdit>(about, "txtFolder");
         QCOMPARE(ToUtf8(box.text()), "/home/<b>angler</b>/log");
         QVERIFY(box.isReadOnly());
