@@ -14,7 +14,7 @@ on_virtual_display bash "$0"
 
 tell "first day, $("$program" --version)"
 start
-window "Where Your Log Lies"
+window "Where Your Log Is Stored"
 picture 01-where "where the log lies"
 keys Return
 splash

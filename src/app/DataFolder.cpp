@@ -14,19 +14,19 @@ namespace Tarno
 namespace
 {
 
-bool HoldsDataFiles(const QDir& folder)
+bool HasDataFiles(const QDir& folder)
 {
     return folder.exists(QStringLiteral("field.xml"));
 }
 
-/// Tried, because the bits of permission do not tell it everywhere.
-bool CanBeWrittenTo(const QString& folder)
+/// Creates a temporary file, because permission bits are not reliable on every platform.
+bool IsWritable(const QString& folder)
 {
     return QTemporaryFile(folder + QStringLiteral("/tarno-XXXXXX")).open();
 }
 
-/// Copies the data files; the copies can be written even where the originals cannot.
-bool Fill(const QDir& from, const QDir& to)
+/// Copies the data files. The copies are writable even if the originals are read-only.
+bool CopyDataFiles(const QDir& from, const QDir& to)
 {
     for (const QString& name :
          from.entryList({QStringLiteral("*.xml"), QStringLiteral("*.txt")}, QDir::Files)) {
@@ -39,16 +39,16 @@ bool Fill(const QDir& from, const QDir& to)
     return true;
 }
 
-/// Makes `userFolder` under another name first, so that no start finds half of it.
-void Make(const QString& userFolder, const QDir& shipped)
+/// Fills a temporary folder first and renames it to `userFolder`, so that an incomplete folder is never used.
+void CreateUserFolder(const QString& userFolder, const QDir& shipped)
 {
     const bool hasParent = QDir().mkpath(QFileInfo(userFolder).path());
-    QTemporaryDir half(userFolder + QStringLiteral("-XXXXXX"));
-    if (!hasParent || !half.isValid() || !Fill(shipped, QDir(half.path())) ||
-        !QDir().rename(half.path(), userFolder)) {
+    QTemporaryDir temporary(userFolder + QStringLiteral("-XXXXXX"));
+    if (!hasParent || !temporary.isValid() || !CopyDataFiles(shipped, QDir(temporary.path())) ||
+        !QDir().rename(temporary.path(), userFolder)) {
         throw Error(ErrorNumber::PathFileAccess);
     }
-    half.setAutoRemove(false);
+    temporary.setAutoRemove(false);
 }
 
 } // namespace
@@ -57,13 +57,13 @@ DataFolder FindDataFolder(const QString& programFolder, const QString& userFolde
 {
     const QDir own(programFolder);
     const QDir shared(own.filePath(QStringLiteral("../share/tarno")));
-    const bool bringsOwn = HoldsDataFiles(own);
-    if ((bringsOwn && CanBeWrittenTo(programFolder)) || (!bringsOwn && !HoldsDataFiles(shared))) {
+    const bool hasOwnFiles = HasDataFiles(own);
+    if ((hasOwnFiles && IsWritable(programFolder)) || (!hasOwnFiles && !HasDataFiles(shared))) {
         return {programFolder};
     }
     const bool isNew = !QFileInfo::exists(userFolder);
     if (isNew) {
-        Make(userFolder, bringsOwn ? own : shared);
+        CreateUserFolder(userFolder, hasOwnFiles ? own : shared);
     }
     return {userFolder, isNew};
 }

@@ -49,16 +49,15 @@ int mStart::Main(const DataFolder& folder)
             messages.Tell(
                 nullptr,
                 QStringLiteral(
-                    "Welcome. The program's own folder is not for writing, so your log is kept here:"
-                    "\r\n\r\n") +
+                    "Welcome to Tarno. The program folder is read-only, so your log is stored in:\r\n\r\n") +
                     FromUtf8(programFolder.GetAppPath()) +
-                    QStringLiteral("\r\n\r\nTo back it up, copy that folder."),
-                QStringLiteral("Where Your Log Lies"));
+                    QStringLiteral("\r\n\r\nTo back up your log, copy this folder."),
+                QStringLiteral("Where Your Log Is Stored"));
         }
         fTarno window(program);
         QObject::connect(&window, &fTarno::ExitConfirmed, qApp, &QApplication::quit, Qt::QueuedConnection);
         window.show();
-        QApplication::processEvents(); // the window is in its place before the splash stands over it
+        QApplication::processEvents(); // positions the window before the splash screen is centred over it
         fSplash(FromUtf8(programFolder.GetAppPath()), &window).ShowSplash();
         exitCode = QApplication::exec();
     }

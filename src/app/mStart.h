@@ -5,9 +5,9 @@
 namespace Tarno::mStart
 {
 
-/// Creates what lives for the whole run, loads the data files in `folder` and shows the main window with the
-/// splash screen over it; says where a folder is that was made just now. Returns the exit code when the user
-/// has left the program; at once, without a window, when loading fails.
+/// Creates the objects that live for the whole run, loads the data files in `folder`, and shows the main
+/// window with the splash screen over it. If `folder` is new, a message first shows its path. Returns the
+/// exit code when the user exits. If loading fails, returns immediately without showing a window.
 int Main(const DataFolder& folder);
 
 } // namespace Tarno::mStart

@@ -26,8 +26,8 @@ static bool UserWantsDarkPrograms()
 
 using namespace Tarno;
 
-/// The absolute path of the folder given on the command line; nothing without that option. Ends the program
-/// for options such as --help, and for those that do not exist.
+/// Returns the absolute path given with --folder, or nothing without that option. Exits the program for
+/// --help, --version and unknown options.
 static std::optional<QString> FolderOption(const QApplication& application)
 {
     QCommandLineParser parser;
@@ -36,7 +36,7 @@ static std::optional<QString> FolderOption(const QApplication& application)
     parser.addVersionOption();
     const QCommandLineOption folder(
         QStringLiteral("folder"),
-        QStringLiteral("Keep the data in <dir> instead of the program's or your own folder."),
+        QStringLiteral("Store the data in <dir> instead of the program folder or your own data folder."),
         QStringLiteral("dir"));
     parser.addOption(folder);
     parser.process(application);
@@ -48,7 +48,7 @@ int main(int argc, char* argv[])
 #ifdef Q_OS_WIN
     constexpr const char* platform = "QT_QPA_PLATFORM";
     const bool isDark = !qEnvironmentVariableIsSet(platform) && UserWantsDarkPrograms();
-    if (isDark) { // Windows' own style is light, Qt's takes any colours
+    if (isDark) { // the Windows style is always light; Fusion follows the palette
         qputenv(platform, "windows:darkmode=2");
         QApplication::setStyle(QStringLiteral("fusion"));
     }
@@ -56,9 +56,9 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
 #ifdef Q_OS_WIN
     if (isDark) {
-        qunsetenv(platform); // it is not for the programs that this one starts
+        qunsetenv(platform); // programs started by this one must not inherit it
         QPalette colours = QApplication::palette();
-        colours.setColor(QPalette::AlternateBase, colours.color(QPalette::Window)); // Qt's is a strong blue
+        colours.setColor(QPalette::AlternateBase, colours.color(QPalette::Window)); // default: bright blue
         QApplication::setPalette(colours);
     }
 #endif
@@ -76,13 +76,12 @@ int main(int argc, char* argv[])
     try {
         return mStart::Main(FindDataFolder(programFolder, userFolder));
     } catch (const Error&) {
-        DesktopMessageBoxes().Tell(
-            nullptr,
-            QStringLiteral("Your log needs a folder that can be written to. This one cannot be "
-                           "made:\r\n\r\n") +
-                QDir::toNativeSeparators(userFolder) +
-                QStringLiteral("\r\n\r\nStart Tarno with --folder and another one."),
-            QStringLiteral("Tarno Error"));
+        DesktopMessageBoxes().Tell(nullptr,
+                                   QStringLiteral("Tarno could not create the folder for your log:\r\n\r\n") +
+                                       QDir::toNativeSeparators(userFolder) +
+                                       QStringLiteral("\r\n\r\nNo log was created. Start Tarno with --folder "
+                                                      "and a folder that you can write to."),
+                                   QStringLiteral("Tarno Error"));
         return 1;
     }
 }

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""Drives Tarno through the accessibility bus alone, as a screen reader or a switch does: no key, no mouse.
+"""Drives Tarno through the accessibility bus only, like a screen reader or a switch, without keyboard and mouse.
 
     assistive.py DATE COMMENT
 
-The program runs on the sample log and has just been started. A trip is added on that day with that comment, and
-read in the list. Ends with an error when a control cannot be found or does not do what it says.
+Expects the program to be just started with the sample log. Adds a trip with that date and comment, and reads it in
+the list. Exits with an error if a control is missing or does not work.
 """
 
 import sys
@@ -24,11 +24,11 @@ def tell(text):
 
 
 def until(what, look):
-    """What `look` finds, as soon as it finds something; windows come and go while it looks."""
+    """Calls `look` until it returns something, and returns that. Ignores errors while windows open and close."""
     end = time.monotonic() + PATIENCE
     while True:
         while GLib.MainContext.default().iteration(False):
-            pass  # what the program has announced meanwhile
+            pass  # process pending events of the program
         try:
             found = look()
         except GLib.Error:
@@ -36,12 +36,12 @@ def until(what, look):
         if found:
             return found
         if time.monotonic() > end:
-            sys.exit(f"FAILED: {what} did not come")
+            sys.exit(f"FAILED: timed out waiting for {what}")
         time.sleep(0.1)
 
 
 def parts(node):
-    """The node and what is in it, without the cells of lists."""
+    """Yields the node and its descendants, except the cells of lists."""
     yield node
     if node.get_role() not in WITH_MANY_CELLS:
         for position in range(node.get_child_count()):
@@ -87,7 +87,7 @@ def gone(title):
 
 
 def control(title, role, name):
-    """A control of that role and name which can be seen in the window of that title."""
+    """Returns the visible control with that role and name in the window with that title."""
 
     def look():
         return next((part for part in parts(open_window(title))
@@ -97,8 +97,8 @@ def control(title, role, name):
 
 
 def act(node, *wanted):
-    """Does the first of the wanted actions. One that opens a window answers only when that has been closed: the
-    answer is not waited for."""
+    """Performs the first available of the wanted actions. Ignores a missing reply, because an action that opens a
+    window replies only after the window is closed."""
     names = [Atspi.Action.get_action_name(node, number) for number in range(node.get_n_actions())]
     number = next((names.index(name) for name in wanted if name in names), None)
     if number is None:
@@ -119,7 +119,7 @@ def press(title, name, role=Atspi.Role.PUSH_BUTTON):
 
 
 def save(title):
-    """Presses "Save" and waits until it has acted: the button acts a moment after the press, and is disabled then."""
+    """Presses "Save" and waits for the end of saving, when the button is disabled."""
     press(title, "Save")
     button = control(title, Atspi.Role.PUSH_BUTTON, "Save")
     until("the end of saving", lambda: not button.get_state_set().contains(Atspi.StateType.ENABLED))
@@ -130,7 +130,7 @@ def text_of(node):
 
 
 def write(title, name, text):
-    """Into a box, which is given the focus: the program checks what stands in the box that has it."""
+    """Focuses a box and sets its text. The program checks the text of the focused box."""
     box = control(title, Atspi.Role.TEXT, name)
     act(box, "SetFocus")
     until(f"the focus in '{name}'", lambda: box.get_state_set().contains(Atspi.StateType.FOCUSED))
@@ -141,7 +141,7 @@ def write(title, name, text):
 
 
 def labelled(title, role, label):
-    """A control without a name of its own, known by the label that belongs to it."""
+    """Returns the control without a name that has the given label."""
 
     def labels(part):
         for relation in part.get_relation_set():
@@ -153,11 +153,11 @@ def labelled(title, role, label):
         return next((part for part in parts(open_window(title))
                      if part.get_role() == role and shows(part) and label in labels(part)), None)
 
-    return until(f"what '{label}' belongs to in '{title}'", look)
+    return until(f"the control labelled '{label}' in '{title}'", look)
 
 
 def row_of(title, name, text):
-    """The texts of the row that begins with that text, by the headings of their columns."""
+    """Returns the cells of the row whose first cell is `text`, by column heading."""
 
     def look():
         table = next(part for part in parts(open_window(title)) if part.get_name() == name)
@@ -172,8 +172,8 @@ def row_of(title, name, text):
 
 
 def await_splash():
-    """Waits for the splash screen to come and to close by itself. A machine that is too busy to see it sees the log for
-    a while."""
+    """Waits until the splash screen was shown and closed itself. On a busy machine the splash screen may be missed;
+    then waits until the log was active for a while."""
     splash = "About Tarno Fishing Log"
     looks = 0
 
@@ -188,8 +188,7 @@ def await_splash():
 
 
 def add_trip(date, comment):
-    """Returns the location that the new trip was given. Pressing "Save" takes over the date, which stands in
-    the box with the focus."""
+    """Adds a trip and returns its location. "Save" also stores the date from the focused box."""
     log, entry = "Tarno Fishing Log", "Tarno Log Entry"
     window(log)
     press(log, "Add")
@@ -225,7 +224,7 @@ def leave():
 
 def main(date, comment):
     Atspi.init()
-    Atspi.set_timeout(2000, 15000)  # for an answer, in milliseconds; the latter while a program is starting
+    Atspi.set_timeout(2000, 15000)  # reply timeouts in ms: usual, and while a program starts
     until("the program on the bus", program)
     await_splash()
     place = add_trip(date, comment)

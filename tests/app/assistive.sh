@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The main job of the real program, done through the accessibility bus alone, as those do who work with a screen
-# reader or a switch: a trip is added to the sample log, saved, and read in the list.
+# Uses the real program through the accessibility bus only, like a screen reader or a switch: adds a trip to the
+# sample log, saves it, and reads it in the list.
 #   tests/app/assistive.sh PROGRAM OUT
 set -euo pipefail
 cd "$(dirname "$0")/../.."
@@ -17,13 +17,13 @@ rm -rf "$out"
 mkdir -p "$out"
 scripts/lay-out.sh --sample "$out/log"
 date=2026-11-14
-comment="Terns over the reef, read & written without a hand."
+comment="Terns over the reef, read & written without a keyboard."
 
 start "$out/log"
 before=$(records tarno.xml tarno)
 /usr/bin/python3 -W ignore::DeprecationWarning tests/app/assistive.py "$date" "$comment" | tee -a "$report" ||
     stop "see the last line of $report"
-wait "$tarno" || stop "the program ended with an error"
+wait "$tarno" || stop "the program exited with an error"
 [ ! -e "$log/Tarno.log" ] || stop "errors were logged: $(cat "$log/Tarno.log")"
 
 await_value "trips" $((before + 1)) records tarno.xml tarno

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# The way to a report of one's own, driven from outside on the real program: fields are chosen and ordered, the
-# choice is saved under a name, recalled, given another heading and width, previewed for one place and exported;
-# the exported rows are compared with the log.
+# Makes a custom report with the real program: chooses and orders fields, saves and reloads the selection, changes a
+# heading and a width, previews the report for one location and exports it. Compares the exported rows with the log.
 #   tests/app/log-report.sh PROGRAM OUT
 set -euo pipefail
 cd "$(dirname "$0")/../.."
@@ -22,12 +21,12 @@ splash
 click 243 30
 window "Log Reporting"
 
-# date and place only, then the place in front
+# date and location only, then the location first
 keys alt+o End space ctrl+Left ctrl+Left ctrl+Left ctrl+Left ctrl+Left ctrl+Left ctrl+Left
 keys Home space Down space ctrl+Left ctrl+Left ctrl+Up
 picture 01-chosen "two fields, ordered from the keyboard"
 before=$(records Rpt.xml report)
-keys alt+l Tab Tab Tab space # "Save"; its mnemonic would act later than the next keys
+keys alt+l Tab Tab Tab space # "Save"; its mnemonic would act after the next keys
 type_text "Where I was"
 picture 02-save "the frame for saving"
 keys Return
@@ -35,11 +34,11 @@ await_value "saved reports" $((before + 1)) records Rpt.xml report
 await_value "name" "Where I was" value Rpt.xml report 1
 await_value "fields" "LocNo,StartDate" value Rpt.xml report 2
 await_value "their numbers" "5,1" value Rpt.xml report 3
-picture 03-default "after saving the usual report is back"
+picture 03-default "the default report after saving"
 
-# recalled, and customised: the location's heading and width
+# load the saved report; customise heading and width of the location
 keys alt+l Tab space Tab End
-picture 04-recalled "the saved report, recalled"
+picture 04-recalled "the saved report"
 keys alt+t
 window "Customise Report Components"
 keys alt+s Home Down Down Down Down alt+h
@@ -53,10 +52,10 @@ window "Log Reporting"
 await_value "heading of the location" "Spot & bay" xmllint --xpath 'string(/data/field[5]/*[4])' "$log/field.xml"
 await_value "its width" 80 xmllint --xpath 'string(/data/field[5]/*[5])' "$log/field.xml"
 
-# for the second place, descending
+# for the second location, in descending order
 keys alt+l Home Down Down
 keys alt+o Tab Tab Tab space
-picture 06-filtered "one place, descending"
+picture 06-filtered "one location, descending"
 keys alt+p
 window "Tarno Fish Log Entry Listing"
 picture 07-preview "the report"
@@ -70,11 +69,11 @@ trips=$(records tarno.xml "tarno[*[6]='2']")
 text=$(pdftotext -layout "$out/where.pdf" - | tr -s ' ')
 expect "heading in the PDF" "$(grep -c '^ *Spot & bay From *$' <<<"$text")" \
     "$(pdfinfo "$out/where.pdf" | awk '/^Pages/ { print $2 }')"
-expect "trips to that place in the PDF" "$(grep -cF "$place 20" <<<"$text")" "$trips"
-expect "trips to that place in the RTF" \
+expect "trips to that location in the PDF" "$(grep -cF "$place 20" <<<"$text")" "$trips"
+expect "trips to that location in the RTF" \
     "$(unrtf --text "$out/where.rtf.pdf" 2>/dev/null | grep -cF "$place")" "$trips"
 
-# deleted again
+# delete the report
 keys alt+d
 window "Remove Custom Report"
 keys alt+y

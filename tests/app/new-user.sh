@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# A new user's path, driven from outside on the real program: an empty log offers no "Add"; a location is
-# entered, "Add" works, and the first trip's sun and moon data are those of the reference days.
+# The first steps of a new user with the real program: "Add" is disabled without a location; after a location is
+# added, "Add" works, and the sun and moon data of the first trip match the reference data.
 #   tests/app/new-user.sh PROGRAM OUT
 set -euo pipefail
 cd "$(dirname "$0")/../.."
@@ -16,7 +16,7 @@ rm -rf "$out"
 mkdir -p "$out"
 scripts/lay-out.sh "$out/log"
 
-# a place on the southern hemisphere with daylight saving
+# a location in the southern hemisphere with daylight saving time
 IFS=$'\t' read -r latitude longitude gmt dst date sunRise sunSet moonRise moonSet percent waxing _ prediction \
     major1 major2 minor1 minor2 _ phase < <(sed 's/\t\t/\t \t/g' tests/astro/data/forecast.tsv |
         awk -F'\t' '$1 < -20 && $4 == 1 && $5 > "2000" && $5 < "2030"')
@@ -28,7 +28,7 @@ keys ctrl+n
 picture 01-empty "an empty log"
 
 click 172 30
-window "Location Listing" # and not the editor: Ctrl+N does nothing without a location
+window "Location Listing" # not the editor: Ctrl+N does nothing without a location
 keys alt+a
 window "Location Maintenance"
 type_text "Granny's Beach"

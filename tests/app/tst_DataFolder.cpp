@@ -1,4 +1,4 @@
-// Where the program finds its data: beside itself, or in the user's own folder.
+// The choice of the data folder: the program folder or the user folder.
 
 #include "app/DataFolder.h"
 #include "core/Error.h"
@@ -15,7 +15,7 @@ using namespace Tarno;
 namespace
 {
 
-/// A machine with the program in bin/, and nothing else yet.
+/// A machine with the program folder bin/ and without data files.
 class Machine
 {
 public:
@@ -59,7 +59,7 @@ class tst_DataFolder : public QObject
 
 private Q_SLOTS:
 
-    void filesBesideTheProgram_areUsedThere()
+    void filesInTheProgramFolder_areUsed()
     {
         const Machine machine;
         machine.Ship("bin");
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QCOMPARE(machine.Find().path, machine.At("bin"));
     }
 
-    void installed_makesTheUsersFolderOnce()
+    void installed_createsTheUserFolderOnce()
     {
         const Machine machine;
         machine.Ship("share/tarno");
@@ -92,11 +92,11 @@ private Q_SLOTS:
         QCOMPARE(second.path, first.path);
         QVERIFY(!second.isNew);
         QCOMPARE(machine.folder.Read("home/data/Tarno/tarno.xml"), "mine");
-        // nothing half made is left beside it
+        // no temporary folder is left
         QCOMPARE(QDir(machine.At("home/data")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
     }
 
-    void installedReadOnly_copiesCanBeWritten()
+    void installedReadOnly_copiesAreWritable()
     {
         const Machine machine;
         machine.Ship("share/tarno");
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QVERIFY(QFile::permissions(machine.At("home/data/Tarno/tarno.xml")) & QFileDevice::WriteOwner);
     }
 
-    void programThatCannotBeWrittenTo_usersFolderTakesItsFiles()
+    void readOnlyProgramFolder_filesAreCopiedToTheUserFolder()
     {
         const Machine machine;
         machine.Ship("bin");
@@ -123,16 +123,16 @@ private Q_SLOTS:
         QCOMPARE(machine.folder.Read("home/data/Tarno/tarno.xml"), "<data><tarno/></data>");
     }
 
-    void usersFolderThatCannotBeMade_isPathFileAccess()
+    void userFolderNotCreated_isPathFileAccess()
     {
         const Machine machine;
         machine.Ship("share/tarno");
-        machine.folder.Write("home/data", "a file stands in the way");
+        machine.folder.Write("home/data", "a file with the name of the folder");
         QCOMPARE(RaisedNumber([&] { machine.Find(); }), 75);
-        QCOMPARE(machine.folder.Read("home/data"), "a file stands in the way");
+        QCOMPARE(machine.folder.Read("home/data"), "a file with the name of the folder");
     }
 
-    void filesThatCannotBeCopied_leaveNothingHalf()
+    void filesNotCopied_leaveNoPartialFolder()
     {
         const Machine machine;
         machine.Ship("share/tarno");

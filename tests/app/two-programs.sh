@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Two programs on one log, driven from outside: each adds a trip and changes one of its own, and the log has all of it;
-# both change the same trip, and the second to save says where the version of the first is stored.
+# Two running programs with one log: each adds a trip and changes a different trip, and the log contains all changes.
+# Then both change the same trip, and the second to save shows where the version of the first is stored.
 #   tests/app/two-programs.sh PROGRAM OUT
 set -euo pipefail
 cd "$(dirname "$0")/../.."
@@ -20,13 +20,13 @@ is_not_active() {
     [ "$(xdotool getactivewindow 2>/dev/null)" != "$1" ]
 }
 
-# date_of <position> [<file>]: the start date of that trip
+# date_of <position> [<file>]: prints the start date of that trip
 date_of() {
     xmllint --xpath "string(/data/tarno[$1]/*[2])" "$log/${2:-tarno.xml}"
 }
 
-# save <main window> <date> <position> <keys>...: opens the entry editor with the keys and saves the trip with that
-# start date; it is then at that position of the log
+# save <main window> <date> <position> <keys>...: opens the entry editor with the keys, saves the trip with that start
+# date, and waits until the trip at that position of the log has the date
 save() {
     xdotool windowactivate --sync "$1"
     window "Tarno Fishing Log"
@@ -45,7 +45,7 @@ close_editor() {
     window "Tarno Fishing Log"
 }
 
-# the error log and the versions of trips that are stored beside the log
+# prints the error log and the files with kept versions of trips
 other_files() {
     (cd "$log" && find . -iname '*.log' -o -name '*kept*')
 }
@@ -72,7 +72,7 @@ close_editor
 expect "trips after each program has added one" "$(records tarno.xml tarno)" $((before + 2))
 expect "the trip that the first program changed" "$(date_of 1)" 1999-01-01
 expect "other files" "$(other_files)" ""
-picture 01-both "the list of the second program has all changes"
+picture 01-both "the list of the second program with all changes"
 
 save "$first" 1999-01-03 1 Home Return
 close_editor

@@ -7,7 +7,7 @@
 namespace Tarno
 {
 
-/// The colours and the font size of a desktop.
+/// A combination of palette and font size.
 enum class Appearance { Usual, Dark, LargeFont, DarkWithLargeFont };
 
 struct NamedAppearance {
@@ -23,7 +23,7 @@ inline QPalette DarkPalette()
     return dark;
 }
 
-/// Sets the palette and the font of the application. The usual ones are those before the first call.
+/// Sets the palette and the font of the application. Appearance::Usual restores those before the first call.
 inline void Apply(Appearance appearance)
 {
     static const QPalette usualPalette = QApplication::palette();

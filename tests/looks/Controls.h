@@ -12,9 +12,9 @@
 namespace Tarno
 {
 
-// The controls of a window as its user meets them.
+// The controls of a window as its user perceives them.
 
-/// Whether Qt builds it of parts of its own: viewports, scroll bars, the line in which a number stands.
+/// Whether Qt composes `widget` of internal widgets, such as viewports, scroll bars and line edits.
 inline bool IsComposite(const QWidget& widget)
 {
     return qobject_cast<const QAbstractScrollArea*>(&widget) != nullptr ||
@@ -23,7 +23,7 @@ inline bool IsComposite(const QWidget& widget)
            qobject_cast<const QTabBar*>(&widget) != nullptr;
 }
 
-/// Whether `widget` is a part of a control and no control itself.
+/// Whether `widget` is an internal part of a composite control.
 inline bool IsPart(const QWidget& widget)
 {
     const QWidget* around = widget.parentWidget();
@@ -33,7 +33,7 @@ inline bool IsPart(const QWidget& widget)
     return around != nullptr;
 }
 
-/// The visible controls and containers of `window`.
+/// Returns the visible controls and containers of `window`.
 inline QList<QWidget*> Controls(const QWidget& window)
 {
     QList<QWidget*> controls;
@@ -45,7 +45,7 @@ inline QList<QWidget*> Controls(const QWidget& window)
     return controls;
 }
 
-/// Those of `Controls` that are of a kind.
+/// Returns the visible controls of the type `Kind`.
 template <typename Kind>
 QList<Kind*> ControlsOfKind(const QWidget& window)
 {
@@ -58,7 +58,7 @@ QList<Kind*> ControlsOfKind(const QWidget& window)
     return controls;
 }
 
-/// What a fault calls a control: its name, or that of its action.
+/// Returns the name of a control for failure messages: its object name, or that of its action.
 inline QString NameOf(const QWidget& widget)
 {
     const auto* tool = qobject_cast<const QToolButton*>(&widget);
@@ -68,8 +68,8 @@ inline QString NameOf(const QWidget& widget)
     return name.isEmpty() ? QString::fromLatin1(widget.metaObject()->className()) : name;
 }
 
-/// Texts in one, so that a test that fails shows them all.
-inline QString Listed(const QStringList& texts)
+/// Joins texts, so that a failed comparison shows all of them.
+inline QString Joined(const QStringList& texts)
 {
     return texts.join(QLatin1String(", "));
 }

@@ -28,7 +28,7 @@ using Step = std::function<void(QWidget& window)>;
 
 const Step asOpened = [](QWidget& /*window*/) {};
 
-/// The program over the sample log, pictures included.
+/// The program with the sample log, including pictures.
 class SampleProgram : public TestProgram
 {
 public:
@@ -50,16 +50,16 @@ public:
     EmptyProgram() { Start(); }
 };
 
-/// Lets the layouts come to rest: one that changes posts events for those around it.
+/// Processes events until the layouts are stable. A layout that changes posts an event to its parent.
 void Settle()
 {
-    constexpr int nesting = 8; // deeper than any window is built
+    constexpr int nesting = 8; // more than the deepest nesting of layouts
     for (int round = 0; round < nesting; ++round) {
         QCoreApplication::processEvents();
     }
 }
 
-void ShowBeside(QWidget& window, const Step& prepare, const Visit& visit)
+void ShowModeless(QWidget& window, const Step& prepare, const Visit& visit)
 {
     window.show();
     AwaitActive(window);
@@ -76,7 +76,7 @@ void ShowModally(const char* name, Open&& open, const Step& prepare, const Visit
         prepare(window);
         Settle();
         visit(window);
-        window.setFocus(); // a refused box would keep the window open
+        window.setFocus(); // leaves a refused box, which would keep the window open
         window.done(QDialog::Rejected);
     });
 }
@@ -87,7 +87,7 @@ std::function<void(const Visit&)> Log(Step prepare = asOpened)
     return [prepare = std::move(prepare)](const Visit& visit) {
         World world;
         fTarno window(world.program);
-        ShowBeside(window, prepare, visit);
+        ShowModeless(window, prepare, visit);
     };
 }
 
@@ -96,7 +96,7 @@ std::function<void(const Visit&)> Splash(void (fSplash::*show)())
     return [show](const Visit& visit) {
         QCoreApplication::setApplicationVersion(QStringLiteral("1.0.0"));
         fSplash window(QStringLiteral("/home/angler/Tarno"), nullptr);
-        Find<QTimer>(window, "tShow").setInterval(patience); // it stays open for the visit
+        Find<QTimer>(window, "tShow").setInterval(patience); // keeps it open during the visit
         ShowModally(
             "fSplash", [&] { (window.*show)(); }, asOpened, visit);
     };
@@ -122,14 +122,14 @@ std::function<void(const Visit&)> Location(int key, Step prepare)
     };
 }
 
-/// One of the windows that are ready when they have been created.
+/// A window that needs no preparation after its construction.
 template <typename Window, typename World = SampleProgram>
 std::function<void(const Visit&)> Plain(Step prepare = asOpened)
 {
     return [prepare = std::move(prepare)](const Visit& visit) {
         World world;
         Window window(world.program, nullptr);
-        ShowBeside(window, prepare, visit);
+        ShowModeless(window, prepare, visit);
     };
 }
 
@@ -150,7 +150,7 @@ void Manual(const Visit& visit)
     fHelp window(nullptr);
     window.setAttribute(Qt::WA_DeleteOnClose, false);
     window.ShowPageFor(nullptr);
-    ShowBeside(window, asOpened, visit);
+    ShowModeless(window, asOpened, visit);
 }
 
 Step Page(int index)
@@ -158,7 +158,7 @@ Step Page(int index)
     return [index](QWidget& window) { window.findChild<QTabWidget*>()->setCurrentIndex(index); };
 }
 
-/// Page Comments with the list that the label `name` opens.
+/// Opens the pick list of the label `name` on the page "Comments".
 Step PickList(const char* name)
 {
     return [name](QWidget& window) {
@@ -167,7 +167,7 @@ Step PickList(const char* name)
     };
 }
 
-/// Page General after `text` in the box `name` was refused.
+/// Enters `text`, which is refused, in the box `name` of the page "General".
 Step Refused(const char* name, const char* text)
 {
     return [name, text](QWidget& window) {
@@ -179,7 +179,7 @@ Step Refused(const char* name, const char* text)
     };
 }
 
-/// The list sorted by its column `column`, downwards.
+/// Sorts the list by `column` in descending order.
 Step Sorted(int column)
 {
     return [column](QWidget& window) {
@@ -203,7 +203,7 @@ void UseSavedReport(QWidget& builder)
     Choose(builder, "cboSaved", 2);
 }
 
-void TakeAllOff(QWidget& builder)
+void RemoveAllFields(QWidget& builder)
 {
     Click(builder, "cmdBackAll");
 }
@@ -241,7 +241,7 @@ const std::vector<WindowState>& EveryWindow()
         {"new location, picture", Location(NewPlace, Page(1))},
         {"log report", Plain<fRptLog>()},
         {"log report, saved one", Plain<fRptLog>(UseSavedReport)},
-        {"log report, no fields", Plain<fRptLog>(TakeAllOff)},
+        {"log report, no fields", Plain<fRptLog>(RemoveAllFields)},
         {"log report, saving", Plain<fRptLog>(OpenSaveFrame), 2},
         {"log report, none saved", Plain<fRptLog, EmptyProgram>()},
         {"report fields", Plain<fCustom>()},
@@ -259,7 +259,7 @@ const WindowState& StateOf(const QString& name)
             return state;
         }
     }
-    qFatal("no state %s", qPrintable(name));
+    qFatal("unknown state %s", qPrintable(name));
 }
 
 void AddEveryWindow(const std::function<bool(const WindowState&)>& wanted)

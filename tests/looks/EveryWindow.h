@@ -11,42 +11,43 @@
 namespace Tarno
 {
 
-/// What is done with a window while it is on the screen.
+/// A function that is called with a window while it is shown.
 using Visit = std::function<void(QWidget& window)>;
 
-/// A window of the program in one state, over the sample log unless its name says otherwise.
+/// A window of the program in one state, with the sample log unless the name states otherwise.
 struct WindowState {
     const char* name;
     /// Opens the window, waits until it is active, visits it once and closes it.
     std::function<void(const Visit& visit)> show;
-    /// How often Esc is pressed until it has closed; 0 where Esc leaves it open.
+    /// The number of Esc presses that close the window, or 0 if Esc does not close it.
     int escapes = 1;
-    /// Whether Tab goes round the controls; not where it closes a list or walks along links, or where a
-    /// refused box keeps the focus.
-    bool tabGoesRound = true;
+    /// Whether Tab cycles through the controls. It does not if it closes a list or moves between links, or if
+    /// a refused box keeps the focus.
+    bool tabCycles = true;
 };
 
-/// Every window of the program in every state in which it looks different.
+/// Returns every window of the program in every state that looks different.
 const std::vector<WindowState>& EveryWindow();
 
-/// The state of that name; the test ends when there is none.
+/// Returns the state with that name. Aborts the test program if the name is unknown.
 const WindowState& StateOf(const QString& name);
 
-/// Adds a row for each wanted state to the data of a test; its column is "state".
+/// Adds the column "state" and a row for each wanted state to the data of a test.
 void AddEveryWindow(const std::function<bool(const WindowState&)>& wanted = [](const WindowState&) {
     return true;
 });
 
-/// Visits each state once for all rows that check it, when the first of them runs, and stores what was found.
+/// Visits each state once, when the first row that checks it runs, and caches the findings for the other
+/// rows.
 template <typename Findings>
 class SharedVisits
 {
 public:
-    /// `inspect` returns its findings and leaves it to the rows to compare them: a macro of Qt Test would
-    /// fail only the row that happens to run first.
+    /// `inspect` only collects findings. The rows compare them, because a Qt Test macro in `inspect` would
+    /// fail only the row that runs first.
     explicit SharedVisits(Findings (*inspect)(QWidget& window)) : m_inspect(inspect) {}
 
-    /// The findings in the state that the column "state" of the current row names. If the test fails during
+    /// Returns the findings for the state in the column "state" of the current row. If the test fails during
     /// the visit, for example because the window does not open, the next row visits the state again.
     Findings Found()
     {

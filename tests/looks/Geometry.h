@@ -21,14 +21,14 @@
 namespace Tarno
 {
 
-// What is wrong with the places and sizes of a window's controls; each fault in words.
+// Checks of the positions and sizes of controls. Each function returns a description of every fault.
 
 inline QString Fault(const QWidget& control, const QString& what)
 {
     return NameOf(control) + QLatin1Char(' ') + what;
 }
 
-/// The controls that are smaller than what stands in them.
+/// Returns the controls that are smaller than their contents.
 inline QStringList Clipped(const QWidget& window)
 {
     QStringList faults;
@@ -59,12 +59,12 @@ inline QStringList Clipped(const QWidget& window)
     return faults;
 }
 
-/// How much of its width a box has for its text.
+/// Returns the width available for the text of a box.
 inline int TextWidth(const QLineEdit& box)
 {
-    // beside the text stand a frame and margins, as in the box's hint, which is as wide as 17 letters
-    const int beside = box.sizeHint().width() - 17 * box.fontMetrics().horizontalAdvance(QLatin1Char('x'));
-    return box.width() - beside;
+    // QLineEdit's size hint is 17 letters "x" plus its frame and margins
+    const int padding = box.sizeHint().width() - 17 * box.fontMetrics().horizontalAdvance(QLatin1Char('x'));
+    return box.width() - padding;
 }
 
 inline int TextWidth(const QComboBox& box)
@@ -76,7 +76,7 @@ inline int TextWidth(const QComboBox& box)
         .width();
 }
 
-/// The texts in boxes, tabs and lists for which there is no room.
+/// Returns the texts in boxes, tabs and lists that do not fit.
 inline QStringList Elided(const QWidget& window)
 {
     QStringList faults;
@@ -127,8 +127,8 @@ inline QStringList Elided(const QWidget& window)
     return faults;
 }
 
-/// Whether it lies over others on purpose: the open pick list, the frame for saving.
-inline bool StandsAbove(const QWidget& control)
+/// Whether `control` covers other controls on purpose: the open pick list, the frame for saving.
+inline bool IsOverlay(const QWidget& control)
 {
     return control.objectName() == QLatin1String("lstList") ||
            control.objectName() == QLatin1String("frSaved");
@@ -142,7 +142,7 @@ inline QStringList Overlapping(const QWidget& window)
         for (qsizetype other = one + 1; other < controls.size(); ++other) {
             const QWidget& left = *controls[one];
             const QWidget& right = *controls[other];
-            if (left.parentWidget() == right.parentWidget() && !StandsAbove(left) && !StandsAbove(right) &&
+            if (left.parentWidget() == right.parentWidget() && !IsOverlay(left) && !IsOverlay(right) &&
                 left.geometry().intersects(right.geometry())) {
                 faults << NameOf(left) + QStringLiteral(" and ") + NameOf(right);
             }
@@ -151,8 +151,8 @@ inline QStringList Overlapping(const QWidget& window)
     return faults;
 }
 
-/// The controls that stick out of what holds them; a picture may, it is scrolled.
-inline QStringList StickingOut(const QWidget& window)
+/// Returns the controls that exceed their parents. Pictures may, because they are scrolled.
+inline QStringList ExceedingParents(const QWidget& window)
 {
     QStringList faults;
     for (const QWidget* control : Controls(window)) {
@@ -164,7 +164,7 @@ inline QStringList StickingOut(const QWidget& window)
     return faults;
 }
 
-/// Whether it is one line high and has its text in the middle of it.
+/// Whether `control` is one line high with vertically centred text.
 inline bool IsOneLine(const QWidget& control)
 {
     const auto* label = qobject_cast<const QLabel*>(&control);
@@ -176,8 +176,8 @@ inline bool IsOneLine(const QWidget& control)
            qobject_cast<const QRadioButton*>(&control) != nullptr;
 }
 
-/// The neighbours in a row whose middles are not at the same height.
-inline QStringList Uneven(const QWidget& window)
+/// Returns the neighbours in a row that are not vertically aligned.
+inline QStringList Misaligned(const QWidget& window)
 {
     constexpr int tolerance = 2;
     QStringList faults;
@@ -200,14 +200,14 @@ inline QStringList Uneven(const QWidget& window)
     return faults;
 }
 
-/// The layouts whose gaps or margins are not multiples of 4.
+/// Returns the layouts whose gaps or margins are not multiples of 4.
 inline QStringList IrregularGaps(const QWidget& window)
 {
     QStringList faults;
     for (const QLayout* layout : window.findChildren<QLayout*>()) {
         const auto* grid = qobject_cast<const QGridLayout*>(layout);
         if (layout->objectName().isEmpty() || layout->objectName().startsWith(QLatin1Char('_'))) {
-            continue; // Qt's own, within a window or control
+            continue; // internal layout of a Qt widget
         }
         const QMargins margins = layout->contentsMargins();
         QList<int> gaps{margins.left(), margins.top(), margins.right(), margins.bottom()};

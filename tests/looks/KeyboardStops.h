@@ -18,9 +18,9 @@
 namespace Tarno
 {
 
-// What a keyboard finds in a window.
+// Keyboard access to the controls of a window: shortcuts, tab stops and typing in lists.
 
-/// The keys that act in the whole window, each as often as something in it claims it.
+/// Returns the shortcuts of the window, each as often as it is assigned.
 inline QStringList Shortcuts(const QWidget& window)
 {
     QList<QKeySequence> keys;
@@ -54,7 +54,7 @@ inline QStringList Shortcuts(const QWidget& window)
     return names;
 }
 
-/// The keys of `Shortcuts` that more than one thing claims.
+/// Returns the shortcuts that are assigned more than once.
 inline QStringList RepeatedShortcuts(const QWidget& window)
 {
     QStringList repeated;
@@ -74,34 +74,34 @@ inline QStringList Sorted(QStringList texts)
     return texts;
 }
 
-/// The stop of Tab at which a control stands: itself, or the group of its options.
-inline QString Stop(const QWidget* control)
+/// Returns the name of the tab stop of a control: its own, or that of its option group.
+inline QString TabStopName(const QWidget* control)
 {
     static const QRegularExpression number(QStringLiteral("_[0-9]+$"));
     return control != nullptr ? NameOf(*control).remove(number) : QString();
 }
 
-/// The stops at which Tab has to come by, sorted.
-inline QStringList ExpectedStops(const QWidget& window)
+/// Returns the sorted tab stops that the window must have.
+inline QStringList ExpectedTabStops(const QWidget& window)
 {
     QSet<QString> stops;
     for (const QWidget* control : Controls(window)) {
         if (control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0 &&
             control->focusProxy() == nullptr) {
-            stops << Stop(control);
+            stops << TabStopName(control);
         }
     }
     return Sorted(stops.values());
 }
 
-/// The stops at which `key` comes by, from the control with the focus until it comes there again.
-inline QStringList StopsBy(const QWidget& window, Qt::Key key)
+/// Returns the tab stops in the order in which `key` visits them, starting at the focused control.
+inline QStringList VisitedTabStops(const QWidget& window, Qt::Key key)
 {
-    constexpr int more = 100; // than any window has
-    QStringList stops{Stop(window.focusWidget())};
-    for (int step = 0; step < more; ++step) {
+    constexpr int maximum = 100; // more than any window has
+    QStringList stops{TabStopName(window.focusWidget())};
+    for (int step = 0; step < maximum; ++step) {
         Press(window, key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
-        const QString stop = Stop(window.focusWidget());
+        const QString stop = TabStopName(window.focusWidget());
         if (stop == stops.first()) {
             return stops;
         }
@@ -116,23 +116,24 @@ struct TabStops {
     QStringList byShiftTab;
 };
 
-/// Walks round the window with Tab and back with Shift+Tab.
-inline TabStops WalkRound(QWidget& window)
+/// Cycles through the window with Tab, then with Shift+Tab.
+inline TabStops FindTabStops(QWidget& window)
 {
-    StopsBy(window, Qt::Key_Tab); // a box that is left decides whether there is something to save
-    const QStringList expected = ExpectedStops(window);
-    const QStringList byTab = StopsBy(window, Qt::Key_Tab);
-    return {expected, byTab, StopsBy(window, Qt::Key_Backtab)};
+    VisitedTabStops(window, Qt::Key_Tab); // leaving a box may enable or disable "Save"
+    const QStringList expected = ExpectedTabStops(window);
+    const QStringList byTab = VisitedTabStops(window, Qt::Key_Tab);
+    return {expected, byTab, VisitedTabStops(window, Qt::Key_Backtab)};
 }
 
-/// What a user types to find a row: its beginning, as far as it stands on the keyboard.
+/// Returns the text that a user types to find a row: its first characters, without those missing on
+/// keyboards.
 inline QString Typed(const QString& text)
 {
     static const QRegularExpression beginning(QStringLiteral("^[A-Za-z0-9-]{1,10}"));
     return beginning.match(text).captured();
 }
 
-/// Types the beginning of the last row of `rows` into `control`; returns it.
+/// Types the beginning of the last row of `rows` into `control` and returns the typed text.
 inline QString TypeLastRow(QWidget& control, const QAbstractItemModel& rows, int column)
 {
     const QString typed = Typed(rows.index(rows.rowCount() - 1, column).data().toString());
@@ -143,14 +144,14 @@ inline QString TypeLastRow(QWidget& control, const QAbstractItemModel& rows, int
 
 inline bool HasItem(const QMenu& menu, const QString& text)
 {
-    // a menu's item may say that a window comes
+    // "..." in a menu item announces a window
     const QList<QAction*> items = menu.actions();
     return std::any_of(items.begin(), items.end(), [&](const QAction* item) {
         return item->text().remove(QLatin1String("...")) == text;
     });
 }
 
-/// The tools that have neither a key nor an item in the menu of the window.
+/// Returns the tools without a shortcut and without an item in the window's menu.
 inline QStringList UnreachableTools(const QWidget& window)
 {
     const auto* menu = window.findChild<QMenu*>(QStringLiteral("popPopup"));
@@ -166,7 +167,7 @@ inline QStringList UnreachableTools(const QWidget& window)
     return unreachable;
 }
 
-/// The lists in which a user can type to find a row.
+/// Returns the lists in which the user can find a row by typing.
 inline QList<QAbstractItemView*> SearchableLists(const QWidget& window)
 {
     QList<QAbstractItemView*> lists = ControlsOfKind<QAbstractItemView>(window);
@@ -175,7 +176,7 @@ inline QList<QAbstractItemView*> SearchableLists(const QWidget& window)
     return lists;
 }
 
-/// The choices of which a user can type the beginning.
+/// Returns the combo boxes in which the user can find an item by typing.
 inline QList<QComboBox*> SearchableChoices(const QWidget& window)
 {
     QList<QComboBox*> choices = ControlsOfKind<QComboBox>(window);
@@ -184,9 +185,9 @@ inline QList<QComboBox*> SearchableChoices(const QWidget& window)
     return choices;
 }
 
-inline bool TabGoesRound(const WindowState& state)
+inline bool TabCycles(const WindowState& state)
 {
-    return state.tabGoesRound;
+    return state.tabCycles;
 }
 
 } // namespace Tarno

@@ -1,4 +1,4 @@
-// Takes a picture of every window in every state.
+// Saves a screenshot of every window in every state.
 //   gallery DIR
 
 #include "Appearance.h"
@@ -20,7 +20,7 @@ constexpr NamedAppearance appearances[] = {{"light", Appearance::Usual},
                                            {"light, large font", Appearance::LargeFont},
                                            {"dark, large font", Appearance::DarkWithLargeFont}};
 
-bool Take(const WindowState& state, const QString& file)
+bool SaveScreenshot(const WindowState& state, const QString& file)
 {
     bool saved = false;
     state.show([&](QWidget& window) { saved = window.grab().save(file); });
@@ -42,8 +42,8 @@ int main(int argc, char* argv[])
         for (const WindowState& state : EveryWindow()) {
             const QString file = folder.filePath(
                 QStringLiteral("%1 (%2).png").arg(QLatin1String(state.name), QLatin1String(name)));
-            if (!Take(state, file)) {
-                std::fprintf(stderr, "no picture %s\n", qPrintable(file));
+            if (!SaveScreenshot(state, file)) {
+                std::fprintf(stderr, "could not save %s\n", qPrintable(file));
                 return 1;
             }
         }

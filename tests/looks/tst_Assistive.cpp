@@ -1,4 +1,4 @@
-// What assistive tools read out of every window.
+// The texts that assistive tools read from every window.
 
 #include "Controls.h"
 #include "EveryWindow.h"
@@ -23,24 +23,25 @@ using namespace Tarno;
 namespace
 {
 
-QString SpokenName(QWidget& widget)
+QString AccessibleName(QWidget& widget)
 {
     const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&widget);
     return interface != nullptr ? interface->text(QAccessible::Name) : QString();
 }
 
-/// Whether it does, shows or groups something, so that a user has to be told what it is.
-bool NeedsAName(const QWidget& widget)
+/// Whether `widget` acts, shows something or groups controls, so that it needs an accessible name.
+bool NeedsName(const QWidget& widget)
 {
     const auto* label = qobject_cast<const QLabel*>(&widget);
-    const bool tells = label != nullptr && (!label->text().isEmpty() || !label->pixmap().isNull());
-    return tells || IsComposite(widget) || qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
+    const bool showsSomething = label != nullptr && (!label->text().isEmpty() || !label->pixmap().isNull());
+    return showsSomething || IsComposite(widget) ||
+           qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
            qobject_cast<const QLineEdit*>(&widget) != nullptr ||
            qobject_cast<const QAbstractSlider*>(&widget) != nullptr ||
            qobject_cast<const QGroupBox*>(&widget) != nullptr || widget.focusPolicy() != Qt::NoFocus;
 }
 
-/// Tabs speak for themselves, one by one.
+/// Whether each part of `widget` has a name of its own, as tabs do.
 bool IsNamedByItsParts(const QWidget& widget)
 {
     return qobject_cast<const QTabBar*>(&widget) != nullptr ||
@@ -55,30 +56,30 @@ bool IsLabelled(const QWidget& window, const QWidget& box)
                        [&](const QLabel* label) { return label->buddy() == &box; });
 }
 
-/// What is wrong with a text of `control` that is not read out as it is shown.
+/// Describes a text of `control` that is read out differently from what is shown.
 QString Misread(const QWidget& control, const QString& shown, const QString& spoken)
 {
     return QStringLiteral("%1 shows \"%2\", read out as \"%3\"").arg(NameOf(control), shown, spoken);
 }
 
-QStringList NamelessControls(const QWidget& window)
+QStringList UnnamedControls(const QWidget& window)
 {
-    QStringList nameless;
+    QStringList unnamed;
     for (QWidget* control : Controls(window)) {
-        if (NeedsAName(*control) && !IsNamedByItsParts(*control) && SpokenName(*control).isEmpty()) {
-            nameless << NameOf(*control);
+        if (NeedsName(*control) && !IsNamedByItsParts(*control) && AccessibleName(*control).isEmpty()) {
+            unnamed << NameOf(*control);
         }
     }
-    return nameless;
+    return unnamed;
 }
 
-/// The names that are no words or contain the mark of a mnemonic.
-QStringList OddNames(const QWidget& window)
+/// Returns the names without letters or with a mnemonic marker.
+QStringList UnreadableNames(const QWidget& window)
 {
     static const QRegularExpression word(QStringLiteral("\\w"));
     QStringList odd;
     for (QWidget* control : Controls(window)) {
-        const QString name = SpokenName(*control);
+        const QString name = AccessibleName(*control);
         if (!name.isEmpty() && (!name.contains(word) || name.contains(QLatin1Char('&')))) {
             odd << NameOf(*control) + QStringLiteral(": ") + name;
         }
@@ -86,7 +87,7 @@ QStringList OddNames(const QWidget& window)
     return odd;
 }
 
-/// The controls in the Tab order that have the name of an earlier one.
+/// Returns the controls in the tab order that have the name of an earlier one.
 QStringList RepeatedNames(const QWidget& window)
 {
     QStringList repeated;
@@ -97,7 +98,7 @@ QStringList RepeatedNames(const QWidget& window)
             IsNamedByItsParts(*control)) {
             continue;
         }
-        const QString name = SpokenName(*control);
+        const QString name = AccessibleName(*control);
         if (names.contains(name)) {
             repeated << NameOf(*control) + QStringLiteral(": ") + name;
         }
@@ -122,7 +123,7 @@ QStringList UnlabelledBoxes(const QWidget& window)
     return unlabelled;
 }
 
-/// The cells of `list` that are read out otherwise than they are shown.
+/// Returns the cells of `list` that are read out differently from what is shown.
 QStringList MisreadCells(QAbstractItemView& list)
 {
     QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&list)->tableInterface();
@@ -160,7 +161,7 @@ QStringList MisreadLists(const QWidget& window)
     return misread;
 }
 
-/// The tabs that have no text or are read out otherwise.
+/// Returns the tabs without a text or with a different accessible name.
 QStringList MisreadTabs(const QWidget& window)
 {
     QStringList misread;
@@ -190,8 +191,8 @@ QStringList ToolsWithoutToolTips(const QWidget& window)
 
 struct Findings {
     QString windowName;
-    QStringList namelessControls;
-    QStringList oddNames;
+    QStringList unnamedControls;
+    QStringList unreadableNames;
     QStringList repeatedNames;
     QStringList unlabelledBoxes;
     QStringList misreadLists;
@@ -201,9 +202,9 @@ struct Findings {
 
 Findings Inspect(QWidget& window)
 {
-    return {SpokenName(window),    NamelessControls(window),    OddNames(window),
-            RepeatedNames(window), UnlabelledBoxes(window),     MisreadLists(window),
-            MisreadTabs(window),   ToolsWithoutToolTips(window)};
+    return {AccessibleName(window), UnnamedControls(window),     UnreadableNames(window),
+            RepeatedNames(window),  UnlabelledBoxes(window),     MisreadLists(window),
+            MisreadTabs(window),    ToolsWithoutToolTips(window)};
 }
 
 } // namespace
@@ -220,31 +221,34 @@ private Q_SLOTS:
 
     void controls_haveNames_data() { AddEveryWindow(); }
 
-    void controls_haveNames() { QCOMPARE(Listed(m_visits.Found().namelessControls), QString()); }
+    void controls_haveNames() { QCOMPARE(Joined(m_visits.Found().unnamedControls), QString()); }
 
-    void names_areWordsWithoutMarks_data() { AddEveryWindow(); }
+    void names_areWordsWithoutMnemonicMarkers_data() { AddEveryWindow(); }
 
-    void names_areWordsWithoutMarks() { QCOMPARE(Listed(m_visits.Found().oddNames), QString()); }
+    void names_areWordsWithoutMnemonicMarkers()
+    {
+        QCOMPARE(Joined(m_visits.Found().unreadableNames), QString());
+    }
 
     void focusStops_haveDifferentNames_data() { AddEveryWindow(); }
 
-    void focusStops_haveDifferentNames() { QCOMPARE(Listed(m_visits.Found().repeatedNames), QString()); }
+    void focusStops_haveDifferentNames() { QCOMPARE(Joined(m_visits.Found().repeatedNames), QString()); }
 
     void boxes_haveALabelOrAName_data() { AddEveryWindow(); }
 
-    void boxes_haveALabelOrAName() { QCOMPARE(Listed(m_visits.Found().unlabelledBoxes), QString()); }
+    void boxes_haveALabelOrAName() { QCOMPARE(Joined(m_visits.Found().unlabelledBoxes), QString()); }
 
     void cells_areReadable_data() { AddEveryWindow(); }
 
-    void cells_areReadable() { QCOMPARE(Listed(m_visits.Found().misreadLists), QString()); }
+    void cells_areReadable() { QCOMPARE(Joined(m_visits.Found().misreadLists), QString()); }
 
     void tabs_areReadable_data() { AddEveryWindow(); }
 
-    void tabs_areReadable() { QCOMPARE(Listed(m_visits.Found().misreadTabs), QString()); }
+    void tabs_areReadable() { QCOMPARE(Joined(m_visits.Found().misreadTabs), QString()); }
 
     void tools_haveToolTips_data() { AddEveryWindow(); }
 
-    void tools_haveToolTips() { QCOMPARE(Listed(m_visits.Found().toolsWithoutToolTips), QString()); }
+    void tools_haveToolTips() { QCOMPARE(Joined(m_visits.Found().toolsWithoutToolTips), QString()); }
 
 private:
     SharedVisits<Findings> m_visits{Inspect};

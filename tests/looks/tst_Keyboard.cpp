@@ -1,4 +1,4 @@
-// Every window without a mouse.
+// Use of every window without a mouse.
 
 #include "EveryWindow.h"
 #include "KeyboardStops.h"
@@ -38,30 +38,30 @@ private Q_SLOTS:
 
     void keys_areUnique_data() { AddEveryWindow(); }
 
-    void keys_areUnique() { QCOMPARE(Listed(m_visits.Found().repeatedShortcuts), QString()); }
+    void keys_areUnique() { QCOMPARE(Joined(m_visits.Found().repeatedShortcuts), QString()); }
 
-    void tab_reachesEveryControlOnce_data() { AddEveryWindow(TabGoesRound); }
+    void tab_reachesEveryControlOnce_data() { AddEveryWindow(TabCycles); }
 
     void tab_reachesEveryControlOnce()
     {
-        const TabStops stops = m_walks.Found();
+        const TabStops stops = m_tabStops.Found();
         QVERIFY(!stops.expected.isEmpty());
-        QCOMPARE(Listed(Sorted(stops.byTab)), Listed(stops.expected));
+        QCOMPARE(Joined(Sorted(stops.byTab)), Joined(stops.expected));
     }
 
-    void shiftTab_goesTheSameWayBack_data() { AddEveryWindow(TabGoesRound); }
+    void shiftTab_reversesTheTabOrder_data() { AddEveryWindow(TabCycles); }
 
-    void shiftTab_goesTheSameWayBack()
+    void shiftTab_reversesTheTabOrder()
     {
-        TabStops stops = m_walks.Found();
+        TabStops stops = m_tabStops.Found();
         QVERIFY(!stops.byTab.isEmpty()); // empty if the window did not open
         std::reverse(stops.byTab.begin() + 1, stops.byTab.end());
-        QCOMPARE(Listed(stops.byShiftTab), Listed(stops.byTab));
+        QCOMPARE(Joined(stops.byShiftTab), Joined(stops.byTab));
     }
 
-    void tools_haveKeysOrStandInTheMenu_data() { AddEveryWindow(); }
+    void tools_haveShortcutsOrMenuItems_data() { AddEveryWindow(); }
 
-    void tools_haveKeysOrStandInTheMenu() { QCOMPARE(Listed(m_visits.Found().unreachableTools), QString()); }
+    void tools_haveShortcutsOrMenuItems() { QCOMPARE(Joined(m_visits.Found().unreachableTools), QString()); }
 
     void menuKey_inTheLog_opensTheMenu()
     {
@@ -148,7 +148,7 @@ private Q_SLOTS:
 
 private:
     SharedVisits<Findings> m_visits{Inspect};
-    SharedVisits<TabStops> m_walks{WalkRound};
+    SharedVisits<TabStops> m_tabStops{FindTabStops};
 };
 
 TEST_CLASS(tst_Keyboard)

@@ -1,4 +1,4 @@
-// The look of every window, with the usual font and with one twice as large.
+// The appearance of every window, with the default font and with a font twice as large.
 
 #include "Appearance.h"
 #include "EveryWindow.h"
@@ -29,7 +29,7 @@ double Luminance(const QColor& colour)
            0.0722 * Linear(colour.blueF());
 }
 
-/// The contrast of two colours as WCAG 2 defines it, from 1 to 21.
+/// Returns the contrast ratio of two colours as defined by WCAG 2, from 1 to 21.
 double Contrast(const QColor& one, const QColor& other)
 {
     const double first = Luminance(one);
@@ -39,26 +39,26 @@ double Contrast(const QColor& one, const QColor& other)
 
 constexpr double readable = 4.5;
 
-/// The controls whose text does not stand out from their background.
-QStringList PaleControls(const QWidget& window)
+/// Returns the controls with too little contrast between text and background.
+QStringList LowContrastControls(const QWidget& window)
 {
-    QStringList pale;
+    QStringList lowContrast;
     for (const QWidget* control : Controls(window)) {
         const QPalette colours = control->palette();
         if (control->isEnabled() && Contrast(colours.color(control->foregroundRole()),
                                              colours.color(control->backgroundRole())) < readable) {
-            pale << NameOf(*control);
+            lowContrast << NameOf(*control);
         }
     }
-    return pale;
+    return lowContrast;
 }
 
 struct Links {
     int count = 0;
-    QStringList pale;
+    QStringList lowContrast;
 };
 
-/// The links in the text of the manual; none in other windows.
+/// Returns the links in the text of the manual, or none in other windows.
 Links LinksOf(const QWidget& window)
 {
     Links links;
@@ -66,23 +66,23 @@ Links LinksOf(const QWidget& window)
     if (manual == nullptr) {
         return links;
     }
-    const QColor ground = manual->palette().color(QPalette::Base);
+    const QColor background = manual->palette().color(QPalette::Base);
     for (QTextBlock block = manual->document()->begin(); block.isValid(); block = block.next()) {
         for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
             const QTextCharFormat format = piece.fragment().charFormat();
             links.count += format.isAnchor() ? 1 : 0;
-            if (format.isAnchor() && Contrast(format.foreground().color(), ground) < readable) {
-                links.pale << piece.fragment().text();
+            if (format.isAnchor() && Contrast(format.foreground().color(), background) < readable) {
+                links.lowContrast << piece.fragment().text();
             }
         }
     }
     return links;
 }
 
-/// The size that the window needs on the screen, without its frame.
+/// Returns the size that the window needs on the screen, without its frame.
 QSize NeededSize(const QWidget& window)
 {
-    // Windows makes a window at least as high as that
+    // Windows makes the window at least this high
     const int wanted = window.hasHeightForWidth() ? window.heightForWidth(window.width()) : 0;
     return window.minimumSizeHint().expandedTo(window.size()).expandedTo({0, wanted});
 }
@@ -90,13 +90,13 @@ QSize NeededSize(const QWidget& window)
 struct Findings {
     QStringList clippedOrElided;
     QStringList overlapping;
-    QStringList stickingOut;
-    QStringList uneven;
+    QStringList exceedingParents;
+    QStringList misaligned;
     QStringList irregularGaps;
     QSize neededSize;
-    QStringList paleControls;
+    QStringList lowContrastControls;
     Links links;
-    QPalette coloursOfFocus; ///< of the control with the focus
+    QPalette focusPalette; ///< of the control with the focus
 };
 
 Findings Inspect(QWidget& window)
@@ -104,11 +104,11 @@ Findings Inspect(QWidget& window)
     const QWidget* focus = window.focusWidget();
     return {Clipped(window) + Elided(window),
             Overlapping(window),
-            StickingOut(window),
-            Uneven(window),
+            ExceedingParents(window),
+            Misaligned(window),
             IrregularGaps(window),
             NeededSize(window),
-            PaleControls(window),
+            LowContrastControls(window),
             LinksOf(window),
             focus != nullptr ? focus->palette() : QPalette()};
 }
@@ -150,23 +150,23 @@ private Q_SLOTS:
 
     void nothing_isClippedOrElided_data() { AddEveryWindowIn(usualAndLargeFont); }
 
-    void nothing_isClippedOrElided() { QCOMPARE(Listed(Found().clippedOrElided), QString()); }
+    void nothing_isClippedOrElided() { QCOMPARE(Joined(Found().clippedOrElided), QString()); }
 
-    void controls_haveRoomForThemselves_data() { AddEveryWindowIn(usualAndLargeFont); }
+    void controls_fitTheirParentsAndDoNotOverlap_data() { AddEveryWindowIn(usualAndLargeFont); }
 
-    void controls_haveRoomForThemselves()
+    void controls_fitTheirParentsAndDoNotOverlap()
     {
-        QCOMPARE(Listed(Found().overlapping), QString());
-        QCOMPARE(Listed(Found().stickingOut), QString());
+        QCOMPARE(Joined(Found().overlapping), QString());
+        QCOMPARE(Joined(Found().exceedingParents), QString());
     }
 
-    void rows_standLevel_data() { AddEveryWindowIn(usualAndLargeFont); }
+    void rows_areAligned_data() { AddEveryWindowIn(usualAndLargeFont); }
 
-    void rows_standLevel() { QCOMPARE(Listed(Found().uneven), QString()); }
+    void rows_areAligned() { QCOMPARE(Joined(Found().misaligned), QString()); }
 
     void gaps_areMultiplesOfFour_data() { AddEveryWindow(); }
 
-    void gaps_areMultiplesOfFour() { QCOMPARE(Listed(FoundIn(Appearance::Usual).irregularGaps), QString()); }
+    void gaps_areMultiplesOfFour() { QCOMPARE(Joined(FoundIn(Appearance::Usual).irregularGaps), QString()); }
 
     void window_fitsASmallScreen_data() { AddEveryWindow(); }
 
@@ -179,11 +179,11 @@ private Q_SLOTS:
                  qPrintable(QStringLiteral("%1 x %2").arg(needed.width()).arg(needed.height())));
     }
 
-    void texts_standOutFromTheirGround_data() { AddEveryWindowIn(lightAndDark); }
+    void texts_haveEnoughContrast_data() { AddEveryWindowIn(lightAndDark); }
 
-    void texts_standOutFromTheirGround() { QCOMPARE(Listed(Found().paleControls), QString()); }
+    void texts_haveEnoughContrast() { QCOMPARE(Joined(Found().lowContrastControls), QString()); }
 
-    void links_standOutFromTheirGround_data()
+    void links_haveEnoughContrast_data()
     {
         AddColumns();
         for (const auto& [name, appearance] : lightAndDark) {
@@ -191,10 +191,10 @@ private Q_SLOTS:
         }
     }
 
-    void links_standOutFromTheirGround()
+    void links_haveEnoughContrast()
     {
         const Links links = Found().links;
-        QCOMPARE(Listed(links.pale), QString());
+        QCOMPARE(Joined(links.lowContrast), QString());
         QVERIFY(links.count > 0);
     }
 
@@ -207,7 +207,7 @@ private Q_SLOTS:
 
     void refusedBox_isReadable()
     {
-        const QPalette box = Found().coloursOfFocus;
+        const QPalette box = Found().focusPalette;
         QCOMPARE(box.color(QPalette::Base), QColor(255, 224, 192));
         QVERIFY(Contrast(box.color(QPalette::Text), box.color(QPalette::Base)) >= readable);
         QVERIFY(Contrast(box.color(QPalette::HighlightedText), box.color(QPalette::Highlight)) >= 3);

@@ -10,10 +10,10 @@ class QLineEdit;
 namespace Tarno
 {
 
-/// Makes the boxes as wide as `sample` in their own font, no wider and no narrower.
+/// Fixes the width of each box to that of `sample` in its font.
 void FitBoxes(std::initializer_list<QLineEdit*> boxes, const QString& sample);
 
-/// Makes the lists at least wide enough to show rows of `letters` in their own font.
+/// Sets the minimum width of each list to `letters` average characters in its font.
 void WidenLists(std::initializer_list<QAbstractItemView*> lists, int letters);
 
 } // namespace Tarno

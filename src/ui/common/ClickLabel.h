@@ -5,7 +5,7 @@
 namespace Tarno
 {
 
-/// A label that acts when it is clicked. It takes no focus, so the box that has it keeps it.
+/// A clickable label. It never takes the focus.
 class ClickLabel : public QLabel
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class ClickLabel : public QLabel
 public:
     explicit ClickLabel(QWidget* parent = nullptr);
 
-    /// A square that a finger or an unsteady hand hits.
+    /// A square large enough for touch and imprecise pointing.
     QSize sizeHint() const override;
 
     QSize minimumSizeHint() const override { return sizeHint(); }

@@ -127,7 +127,7 @@ void DesktopProgramStarter::Start(const QString& program, const QStringList& arg
 void DesktopProgramStarter::EditText(const QString& path)
 {
 #ifdef Q_OS_WIN
-    // the path without quotation marks; see docs/quirks.md
+    // path without quotation marks: see docs/quirks.md
     std::wstring commandLine = QStringLiteral("notepad.exe %1").arg(path).toStdWString();
     QProcess editor;
     editor.setProgram(QStringLiteral("notepad.exe"));
@@ -135,16 +135,16 @@ void DesktopProgramStarter::EditText(const QString& path)
         [&](QProcess::CreateProcessArguments* process) { process->arguments = commandLine.data(); });
     const bool started = editor.startDetached();
 #else
-    // unlike the editor of Windows, the desktop's does not offer to make a file that is missing
+    // unlike Notepad, the desktop's editor does not offer to create a missing file
     if (!QFileInfo(path).isFile()) {
-        throw Error(ErrorNumber::FileNotFound, "There is no such file: " + ToUtf8(path));
+        throw Error(ErrorNumber::FileNotFound, "This file does not exist: " + ToUtf8(path));
     }
     const bool started =
         QProcess::startDetached(QStringLiteral("xdg-open"), {QFileInfo(path).absoluteFilePath()});
 #endif
     if (!started) {
         throw Error(ErrorNumber::FileNotFound,
-                    "No text editor could be started. The file can be changed with any other: " +
+                    "The text editor could not be started. Open this file in another editor: " +
                         ToUtf8(path));
     }
 }

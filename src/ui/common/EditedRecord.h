@@ -11,12 +11,12 @@
 namespace Tarno
 {
 
-/// The record that an editing window works on: a private copy, and whether it holds values that have not been
-/// saved.
+/// The private copy of a record that an editing window works on, and the changed flag: whether the copy has
+/// unsaved values.
 class EditedRecord
 {
 public:
-    /// Starts over with `record`, unchanged.
+    /// Replaces the copy with `record` and clears the changed flag.
     void Begin(Record record)
     {
         m_copy = std::move(record);
@@ -29,9 +29,8 @@ public:
 
     std::size_t Count() const { return m_copy.Count(); }
 
-    /// The common write-back: when `text`, as it can be kept, differs from the value at `position`, replaces
-    /// it and sets the changed flag. Returns whether it did. Throws Error ObjectNotSet when there is no such
-    /// position.
+    /// Stores `text`, cleaned by XmlText, at `position` and sets the changed flag if the value differs.
+    /// Returns whether it did. Throws Error ObjectNotSet if the record has no value at `position`.
     bool Store(std::size_t position, std::string_view text)
     {
         if (m_copy.Text(position) == XmlText(text)) {

@@ -20,7 +20,7 @@ EditingDialog::EditingDialog(const Program& program, UpdateOperation update, QWi
     connect(m_binder, &RecordBinder::WrittenBack, this, &EditingDialog::EnableSave);
 }
 
-void EditingDialog::Prepare(QPushButton* save, QPushButton* close)
+void EditingDialog::ConnectButtons(QPushButton* save, QPushButton* close)
 {
     m_save = save;
     m_guard->SetSaveButton(save);

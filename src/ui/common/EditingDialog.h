@@ -14,15 +14,15 @@ namespace Tarno
 class LeaveGuard;
 class RecordBinder;
 
-/// What the windows that edit one record have in common: a private copy of the record, what binds it to the
-/// controls, a guard over the boxes, "Save" enabled as the changed flag says, and the question about changes
-/// on closing.
+/// Base class of the windows that edit one record. It holds a private copy of the record, binds it to the
+/// controls, checks boxes before they are left, enables "Save" by the changed flag, and asks about unsaved
+/// changes on closing.
 class EditingDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// "Close": asks about changes, then closes; Esc and the close box come here as well.
+    /// Asks about unsaved changes, then closes. Called by "Close", Esc and the close box.
     void reject() override;
 
 protected:
@@ -31,8 +31,8 @@ protected:
     /// `update` saves the record. What `program` refers to must outlive the window.
     EditingDialog(const Program& program, UpdateOperation update, QWidget* parent);
 
-    /// To be called when the window has its controls.
-    void Prepare(QPushButton* save, QPushButton* close);
+    /// Connects the buttons. Call once, after the controls were created.
+    void ConnectButtons(QPushButton* save, QPushButton* close);
 
     const Program& CurrentProgram() const { return m_program; }
 
@@ -42,7 +42,7 @@ protected:
 
     LeaveGuard& Guard() { return *m_guard; }
 
-    /// Enables "Save" as the changed flag says.
+    /// Enables "Save" if the changed flag is set, otherwise disables it.
     void EnableSave();
 
 private:

@@ -10,9 +10,9 @@
 namespace Tarno
 {
 
-/// Runs `body` whenever `control` emits `signal`, as long as `context` exists. Its errors are reported as
-/// those of the control's window in the routine `control`_`event`, both by their object names: "fEntry",
-/// "cmdLoad_Click".
+/// Runs `body` whenever `control` emits `signal`, as long as `context` exists. Errors are reported with the
+/// object name of the window as the module, for example "fEntry", and `control`_`event` as the routine, for
+/// example "cmdLoad_Click".
 template <typename Control, typename Signal, typename Body>
 void Handle(const Control* control, Signal signal, const char* event, const QObject* context, Body body)
 {

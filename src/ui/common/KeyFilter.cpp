@@ -9,8 +9,8 @@
 namespace Tarno
 {
 
-KeyFilter::KeyFilter(QLineEdit* box, QString besidesDigits)
-    : QValidator(box), m_besidesDigits(std::move(besidesDigits)), m_before(box->text())
+KeyFilter::KeyFilter(QLineEdit* box, QString furtherCharacters)
+    : QValidator(box), m_furtherCharacters(std::move(furtherCharacters)), m_before(box->text())
 {
     box->setValidator(this);
     connect(box, &QLineEdit::textChanged, this, [this](const QString& text) { m_before = text; });
@@ -31,12 +31,12 @@ void KeyFilter::SetText(QLineEdit* box, const QString& text)
 bool KeyFilter::Passes(QChar character) const
 {
     return (character >= QLatin1Char('0') && character <= QLatin1Char('9')) ||
-           m_besidesDigits.contains(character);
+           m_furtherCharacters.contains(character);
 }
 
 QValidator::State KeyFilter::validate(QString& input, int& position) const
 {
-    // what was put in is between the unchanged text in front of it and behind it
+    // the inserted text is what remains between the unchanged prefix and suffix
     qsizetype front = 0;
     const qsizetype shorter = std::min(input.size(), m_before.size());
     while (front < shorter && input[front] == m_before[front]) {

@@ -8,26 +8,27 @@ class QLineEdit;
 namespace Tarno
 {
 
-/// Lets the user put only digits and some further characters into a box: every other character that is typed,
-/// pasted, dropped or composed is left out. Texts that the program sets, and deletions, are not filtered.
+/// Removes every character except digits and a given set from text that the user types, pastes, drops or
+/// composes in a box. Text set by the program and deletions are not filtered.
 class KeyFilter : public QValidator
 {
     Q_OBJECT
 
 public:
-    /// Filters what is put into `box`, which owns the filter.
-    KeyFilter(QLineEdit* box, QString besidesDigits);
+    /// Installs the filter on `box`, which owns it.
+    KeyFilter(QLineEdit* box, QString furtherCharacters);
 
     State validate(QString& input, int& position) const override;
 
-    /// Puts `text` into `box`, unfiltered and without its signals: they are for changes by the user.
+    /// Sets the text of `box` without filtering it and without emitting signals, which are reserved for
+    /// changes by the user.
     static void SetText(QLineEdit* box, const QString& text);
 
 private:
     bool Passes(QChar character) const;
 
-    QString m_besidesDigits;
-    QString m_before; ///< the box's text before what is being put in
+    QString m_furtherCharacters;
+    QString m_before; ///< the text of the box before the current input
 };
 
 } // namespace Tarno

@@ -23,7 +23,7 @@ bool IsWithin(const QWidget* widget, const QWidget* box)
     return box == widget || box->isAncestorOf(widget);
 }
 
-/// The widget or the nearest one around it for which `wanted` holds, up to the window.
+/// Returns the nearest of `widget` and its ancestors, up to the window, for which `wanted` is true.
 template <typename Wanted>
 QWidget* Nearest(QWidget* widget, Wanted&& wanted)
 {
@@ -33,7 +33,8 @@ QWidget* Nearest(QWidget* widget, Wanted&& wanted)
     return widget;
 }
 
-/// Whether a press on it acts or moves the focus; a disabled button may be enabled by the check.
+/// Whether a mouse press on `widget` triggers it or moves the focus. Disabled buttons count, because the
+/// check may enable them.
 bool ActsOnPress(const QWidget* widget)
 {
     const bool takesFocus = (widget->focusPolicy() & Qt::ClickFocus) != 0 && widget->isEnabled();
@@ -79,7 +80,7 @@ QWidget* LeaveGuard::FocusedBox() const
     return nullptr;
 }
 
-bool LeaveGuard::IsOwn(const QObject* widget) const
+bool LeaveGuard::BelongsToWindow(const QObject* widget) const
 {
     return widget->isWidgetType() && static_cast<const QWidget*>(widget)->window() == m_window;
 }
@@ -90,7 +91,7 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
         return false;
     }
     switch (event->type()) {
-    // at the window, not at the widget: before the widget hears of a press the focus has moved
+    // filtered at the native window: the focus moves before the widget receives the press
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         return receiver == m_window->windowHandle() &&
@@ -99,16 +100,16 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
         return receiver == m_window->windowHandle() &&
                RefusesWheel(static_cast<QWheelEvent*>(event)->position().toPoint());
     case QEvent::ShortcutOverride:
-        // before the shortcuts are looked up: the check may enable the button
-        if (IsOwn(receiver) && IsMnemonicOfDisabledSave(*static_cast<QKeyEvent*>(event))) {
+        // this event precedes the shortcut lookup, and the check may enable the button
+        if (BelongsToWindow(receiver) && IsMnemonicOfDisabledSave(*static_cast<QKeyEvent*>(event))) {
             Leave();
         }
         return false;
     case QEvent::KeyPress:
-        // a key that nobody wants also visits the parents; once is enough
+        // an unhandled key propagates to the parents, but is checked once only
         return receiver == m_window->focusWidget() && RefusesKey(*static_cast<QKeyEvent*>(event));
     case QEvent::Shortcut:
-        return IsOwn(receiver) && !Leave();
+        return BelongsToWindow(receiver) && !Leave();
     case QEvent::Close:
         if (receiver == m_window && !Leave()) {
             event->ignore();
@@ -134,7 +135,7 @@ bool LeaveGuard::RefusesWheel(const QPoint& position)
         nullptr) {
         return !Leave();
     }
-    // a list that drops down would change without ever having had the focus
+    // an unfocused combo box would change without its check
     const QWidget* list =
         Nearest(turned, [](QWidget* widget) { return qobject_cast<QComboBox*>(widget) != nullptr; });
     return list != nullptr && !list->hasFocus();
@@ -147,7 +148,7 @@ bool LeaveGuard::IsMnemonicOfDisabledSave(const QKeyEvent& key) const
 
 bool LeaveGuard::RefusesKey(const QKeyEvent& key)
 {
-    // a mnemonic that found its button disabled, even now, is no letter for the box
+    // the mnemonic of a button that is still disabled must not reach the box as text
     if (IsMnemonicOfDisabledSave(key)) {
         return true;
     }
@@ -158,7 +159,7 @@ bool LeaveGuard::RefusesKey(const QKeyEvent& key)
         return !Leave();
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        // in a box of several lines it is a line break
+        // in a multi-line box Enter inserts a line break
         return qobject_cast<QLineEdit*>(m_window->focusWidget()) != nullptr && !Leave();
     default:
         return false;

@@ -12,28 +12,27 @@ class QWidget;
 namespace Tarno
 {
 
-/// Runs the check of the box that has the focus before anything else in its window acts: a click, Tab, a
-/// mnemonic or a control's own shortcut, Enter, Esc, a page tab, the close box. A check that refuses swallows
-/// that action, so the box keeps the focus and nothing happens.
+/// Runs the check of the focused box before any other action in its window: a click, Tab, a mnemonic or
+/// shortcut, Enter, Esc, a page tab, the close box. If the check refuses the text, the action is discarded
+/// and the box keeps the focus.
 class LeaveGuard : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Takes the box's text over, or refuses it; returns whether the box may be left. Running it again
-    /// without a change in between must change nothing.
+    /// Stores or refuses the text of the box and returns whether the box may be left. Must be idempotent.
     using Check = std::function<bool()>;
 
-    /// Guards the boxes of `window`, which owns the guard, while it is shown.
+    /// Guards the boxes of `window` while it is visible. `window` owns the guard.
     explicit LeaveGuard(QWidget* window);
 
     void Add(QWidget* box, Check check);
 
-    /// The button "Save", which may be disabled until the text of the box with the focus is written back: its
-    /// click or mnemonic first runs the check, and counts if that enabled the button.
+    /// Sets the button "Save". If it is disabled, its click or mnemonic first runs the check of the focused
+    /// box, and takes effect if the check enabled the button.
     void SetSaveButton(QAbstractButton* button);
 
-    /// Runs the check of the box that has the focus, if any; returns whether it may be left.
+    /// Runs the check of the focused box, if any, and returns whether the box may be left.
     bool Leave();
 
     bool eventFilter(QObject* receiver, QEvent* event) override;
@@ -44,7 +43,7 @@ private:
     bool RefusesKey(const QKeyEvent& key);
     bool IsMnemonicOfDisabledSave(const QKeyEvent& key) const;
     QWidget* FocusedBox() const;
-    bool IsOwn(const QObject* widget) const;
+    bool BelongsToWindow(const QObject* widget) const;
 
     QWidget* m_window;
     std::map<QWidget*, Check> m_checks;

@@ -11,7 +11,7 @@ namespace
 {
 
 /// For example "the trip of 2026-05-03 at Old Pier".
-QString RecordOf(const ConflictNotice& conflict)
+QString DescribeRecord(const ConflictNotice& conflict)
 {
     using Kind = ConflictNotice::Kind;
     const QString name = ShownInOneLine(conflict.name);
@@ -33,21 +33,21 @@ QString RecordOf(const ConflictNotice& conflict)
 
 void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages)
 {
-    const QString record = RecordOf(conflict);
+    const QString record = DescribeRecord(conflict);
     QString text;
     if (conflict.keptAs.empty()) {
         text = QStringLiteral("Another program has deleted ") + record +
-               QStringLiteral(", which you have changed.\r\n\r\nYour version was put back.");
+               QStringLiteral(", which you have changed.\r\n\r\nYour version was restored.");
     } else if (conflict.isDeletedHere) {
         text = QStringLiteral("Another program has changed ") + record +
-               QStringLiteral(", which you have deleted.\r\n\r\nIt stays deleted. The version of the other "
-                              "program is stored in:\r\n") +
+               QStringLiteral(", which you have deleted.\r\n\r\nIt remains deleted. The other program's "
+                              "version is stored in:\r\n") +
                FromUtf8(conflict.keptAs);
     } else {
-        text = QStringLiteral("You and another program have both changed ") + record +
-               QStringLiteral(
-                   ".\r\n\r\nYour version stays. The version of the other program is stored in:\r\n") +
-               FromUtf8(conflict.keptAs);
+        text =
+            QStringLiteral("You and another program have both changed ") + record +
+            QStringLiteral(".\r\n\r\nYour version was saved. The other program's version is stored in:\r\n") +
+            FromUtf8(conflict.keptAs);
     }
     messages.Tell(QApplication::activeWindow(), text, QStringLiteral("Tarno"));
 }

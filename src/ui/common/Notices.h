@@ -6,7 +6,8 @@
 namespace Tarno
 {
 
-/// Shows the user a conflict with another program over the active window. It is no error: nothing is logged.
+/// Shows a conflict with another program over the active window. A conflict is not an error and is not
+/// logged.
 void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages);
 
 } // namespace Tarno

@@ -35,7 +35,7 @@ void OptionGroup::Choose(std::optional<int> index)
     if (wanted != nullptr) {
         wanted->setChecked(true);
     } else if (QAbstractButton* chosen = m_buttons.checkedButton(); chosen != nullptr) {
-        // an exclusive group would not let its last button go
+        // an exclusive group does not allow its checked button to be unchecked
         m_buttons.setExclusive(false);
         chosen->setChecked(false);
         m_buttons.setExclusive(true);

@@ -11,7 +11,7 @@ class QWidget;
 namespace Tarno
 {
 
-/// The option buttons `name`_0, `name`_1, ... of a window, of which one or none is chosen.
+/// The option buttons `name`_0, `name`_1, ... of a window. At most one is chosen.
 class OptionGroup : public QObject
 {
     Q_OBJECT
@@ -21,9 +21,9 @@ public:
     OptionGroup(QWidget* window, const QString& name);
 
     int Count() const;
-    /// The index of the chosen button; nothing when none is.
+    /// Returns the index of the chosen button, if any.
     std::optional<int> Chosen() const;
-    /// Chooses the button `index`, or none when there is no such button. Does not count as a click.
+    /// Chooses the button `index`, or none if that index does not exist. Does not emit Clicked.
     void Choose(std::optional<int> index);
 
 Q_SIGNALS:

@@ -11,8 +11,8 @@
 namespace Tarno
 {
 
-/// What every window is given: the objects that live for the whole run, and the outside world. Whoever
-/// makes it owns what it refers to.
+/// The objects that live for the whole run and the interfaces to the desktop, passed to every window. The
+/// creator of the struct owns what it refers to.
 struct Program {
     const ProgramFolder& folder;
     cSQL& sql;

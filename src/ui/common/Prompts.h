@@ -13,7 +13,7 @@ class QWidget;
 namespace Tarno
 {
 
-// What the program asks of the desktop, so that a test can answer in the user's place.
+// Interfaces to the desktop. Tests replace them with scripted doubles.
 
 enum class Icon { Information, Question, Exclamation };
 enum class Button { Ok, Yes, No, Cancel };
@@ -27,7 +27,6 @@ struct Question {
     Button byDefault = Button::Ok;
 };
 
-/// Message boxes.
 class MessageBoxes
 {
 public:
@@ -36,23 +35,22 @@ public:
     MessageBoxes& operator=(const MessageBoxes&) = delete;
     virtual ~MessageBoxes() = default;
 
-    /// Shows the box over `parent` and waits. The close box and Esc answer Cancel where there is such a
-    /// button, otherwise No, otherwise Ok.
+    /// Shows a modal box over `parent` and returns the chosen button. The close box and Esc return Cancel if
+    /// the box has that button, otherwise No, otherwise Ok.
     virtual Button Ask(QWidget* parent, const Question& question) = 0;
 
-    /// A box with the information icon and an OK button.
+    /// Shows a box with the information icon and an OK button.
     void Tell(QWidget* parent, const QString& text, const QString& title);
 };
 
 struct FileQuestion {
     QString title;
-    QString filter; ///< as QFileDialog takes it
+    QString filter; ///< in the format of QFileDialog
     QString folder;
     QString fileName;
-    QString suffix = {}; ///< of a file to be saved whose name has none
+    QString suffix = {}; ///< appended to the name of a file to save if it has no suffix
 };
 
-/// Dialogs that let the user choose a file.
 class FileDialogs
 {
 public:
@@ -61,20 +59,19 @@ public:
     FileDialogs& operator=(const FileDialogs&) = delete;
     virtual ~FileDialogs() = default;
 
-    /// The full path of the file to open; nothing when the user cancelled.
+    /// Returns the full path of the file to open, or nothing if the user cancels.
     virtual std::optional<QString> Open(QWidget* parent, const FileQuestion& question) = 0;
 
-    /// The full path of the file to write; nothing when the user cancelled. Does not ask about a file that
-    /// exists already.
+    /// Returns the full path of the file to write, or nothing if the user cancels. Does not ask before an
+    /// existing file is overwritten.
     virtual std::optional<QString> Save(QWidget* parent, const FileQuestion& question) = 0;
 };
 
-/// What is to be printed, page by page.
 struct PrintJob {
     QString title;
     QPageLayout page;
     int pages = 0;
-    /// Paints a page (from 0), its upper left corner at the origin, one unit to the twip.
+    /// Paints a page, counted from 0, in twips with the origin in its upper left corner.
     std::function<void(QPainter& painter, int page)> paint;
 };
 
@@ -87,16 +84,17 @@ public:
     Printers& operator=(const Printers&) = delete;
     virtual ~Printers() = default;
 
-    /// The paper of the default printer, upright, with margins of 20 mm.
+    /// Returns the paper of the default printer in portrait orientation with margins of 20 mm.
     virtual QPageLayout DefaultPage() = 0;
-    /// Lets the user choose a printer and prints; returns false when the user cancelled.
-    /// Throws Error DeviceInputOutput when the printer does not take it.
+    /// Lets the user choose a printer and prints. Returns false if the user cancels. Throws Error
+    /// DeviceInputOutput if printing fails.
     virtual bool Print(QWidget* parent, const PrintJob& job) = 0;
-    /// Lets the user change paper and margins; returns false, `page` unchanged, when the user cancelled.
+    /// Lets the user change paper and margins. If the user cancels, returns false and leaves `page`
+    /// unchanged.
     virtual bool SetUpPage(QWidget* parent, QPageLayout& page) = 0;
 };
 
-/// Starting other programs.
+/// Starts other programs.
 class ProgramStarter
 {
 public:
@@ -105,12 +103,12 @@ public:
     ProgramStarter& operator=(const ProgramStarter&) = delete;
     virtual ~ProgramStarter() = default;
 
-    /// Starts `program` in a normal window and returns at once.
-    /// Throws Error FileNotFound when it cannot be started.
+    /// Starts `program` in a normal window and returns without waiting for it. Throws Error FileNotFound if
+    /// it cannot be started.
     virtual void Start(const QString& program, const QStringList& arguments) = 0;
 
-    /// Opens the text file `path` in the user's text editor and returns at once.
-    /// Throws Error FileNotFound when the editor cannot be started.
+    /// Opens the text file `path` in the user's text editor and returns without waiting for it. Throws Error
+    /// FileNotFound if the editor cannot be started.
     virtual void EditText(const QString& path) = 0;
 };
 

@@ -22,7 +22,8 @@ namespace Tarno
 namespace
 {
 
-/// A refused box, light orange with text that stays readable in a dark palette too, or a box as usual.
+/// Colours a refused box light orange, with text that is readable in a dark palette too, or resets its
+/// colours.
 void ShowRefused(QWidget* box, bool refused)
 {
     QPalette colours;
@@ -39,7 +40,7 @@ void Show(QLineEdit* box, std::string_view stored)
     ShowRefused(box, false);
 }
 
-/// The text in the box. Its toPlainText would turn no-break spaces into blanks.
+/// Returns the text of the box. toPlainText would convert no-break spaces to ordinary ones.
 QString TypedLines(const QPlainTextEdit* lines)
 {
     return lines->document()
@@ -78,7 +79,7 @@ void RecordBinder::BindBox(std::size_t position, QLineEdit* box, Check check, co
 {
     m_boxes[position] = {box, std::move(check), refusal};
     m_guard.Add(box, [this, position] { return Validate(position); });
-    // assistive tools change a box that does not have the focus and so is never left
+    // assistive tools can change a box without focusing it, so its leave check never runs
     connect(box, &QLineEdit::textChanged, this, [this, box, position] {
         if (m_window->focusWidget() != box) {
             Validate(position);
@@ -105,7 +106,7 @@ void RecordBinder::BindOptions(std::size_t position, QWidget* page, const char* 
     m_options[position] = options;
     connect(options, &OptionGroup::Clicked, this, [this, position, group](int index) {
         Trap(Module(), std::string(group) + "_Click", [&] {
-            if (CodeOf(m_record.Text(position)) != index) { // "03" is option 3 already
+            if (CodeOf(m_record.Text(position)) != index) { // "03" already means option 3
                 Store(position, std::to_string(index));
             }
             Q_EMIT WrittenBack();
@@ -126,7 +127,7 @@ void RecordBinder::ShowRecord()
     }
 }
 
-void RecordBinder::ShowNothing()
+void RecordBinder::ClearControls()
 {
     for (const auto& [position, line] : m_boxes) {
         Show(line.box, "");
@@ -195,15 +196,15 @@ bool RecordBinder::WriteBack()
     }
     for (const std::size_t position : std::set(m_refused)) {
         if (!Validate(position)) {
-            GoTo(Box(position));
+            FocusBox(Box(position));
             return false;
         }
     }
     return true;
 }
 
-/// Gives `box` the focus, on whichever page it is.
-void RecordBinder::GoTo(QWidget* box)
+/// Shows the page that contains `box` and focuses it.
+void RecordBinder::FocusBox(QWidget* box)
 {
     for (auto* pages : m_window->findChildren<QTabWidget*>()) {
         for (int page = 0; page < pages->count(); ++page) {
@@ -217,7 +218,7 @@ void RecordBinder::GoTo(QWidget* box)
 
 void RecordBinder::ValidateLines(std::size_t position, const QPlainTextEdit* lines)
 {
-    // a value that was written by hand may hold line breaks of its own: untouched it stays as it is
+    // a hand-written value may contain plain line breaks, which are kept unless the user changes the text
     const QString text = TypedLines(lines);
     if (text != ShownLines(m_record.Text(position))) {
         Store(position, StoredLines(text));

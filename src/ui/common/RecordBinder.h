@@ -22,57 +22,59 @@ namespace Tarno
 class LeaveGuard;
 class OptionGroup;
 
-/// Keeps the text boxes and option groups of an editing window and its record in step, both ways: shows
-/// the record's values, and writes a control's value back when the user leaves or clicks it.
+/// Binds the text boxes and option groups of an editing window to its record in both directions: shows the
+/// values of the record, and writes the value of a control back when the user leaves or clicks it.
 class RecordBinder : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Brings a typed text into the stored form; returns false, the text unchanged, when it is refused.
+    /// Converts a typed text to its stored form. If the text is refused, returns false and leaves it
+    /// unchanged.
     using Check = std::function<bool(std::string& text)>;
 
-    /// Binds controls of `window`, which owns the binder. Errors in their handlers are reported under the
-    /// name of the window.
+    /// Binds controls of `window`, which owns the binder. Errors in their handlers are reported with the
+    /// object name of the window as the module.
     RecordBinder(QWidget* window, EditedRecord& record, LeaveGuard& guard);
 
-    /// Binds a box of one line; without a check any text is accepted. A box whose text is the stored one is
-    /// not checked, so that stored and calculated values can always be left. While a text is refused,
-    /// `refusal` is shown at the box and is its description for assistive tools.
+    /// Binds a single-line box. Without a check, every text is accepted. A text that equals the stored value
+    /// is not checked, so stored and calculated values never block the box. While a text is refused,
+    /// `refusal` is shown at the box and is its accessible description.
     void BindBox(std::size_t position, QLineEdit* box, Check check = nullptr, const QString& refusal = {});
-    /// Binds a box of several lines, whose line breaks are stored encoded.
+    /// Binds a multi-line box. Its line breaks are stored encoded.
     void BindLines(std::size_t position, QPlainTextEdit* box);
-    /// Binds the option buttons `group`_0, `group`_1, ... on `page`; the index of the chosen one is stored.
+    /// Binds the option buttons `group`_0, `group`_1, ... on `page`. The index of the chosen button is
+    /// stored.
     void BindOptions(std::size_t position, QWidget* page, const char* group);
 
-    /// Shows the record in every control. A code outside its group leaves the group unset.
+    /// Shows the record in every control. An unknown code leaves its group without a choice.
     void ShowRecord();
-    /// Empties every control; the record stays as it is.
-    void ShowNothing();
+    /// Empties every control without changing the record.
+    void ClearControls();
 
-    /// Shows `text` in the box of one line at `position` and writes it into the record, unchecked.
+    /// Shows `text` in the single-line box at `position` and stores it without a check.
     void Put(std::size_t position, std::string_view text);
-    /// Chooses the option `code` at `position` and writes it into the record.
+    /// Chooses the option `code` at `position` and stores it.
     void PutCode(std::size_t position, int code);
 
-    /// The box of one line at `position`.
+    /// Returns the single-line box at `position`.
     QLineEdit* Box(std::size_t position) const { return m_boxes.at(position).box; }
 
-    /// Checks and stores the text of the box at `position` as if the user left it; returns whether it was
-    /// accepted.
+    /// Checks and stores the text of the box at `position` as if the user left it. Returns whether the text
+    /// was accepted.
     bool Validate(std::size_t position);
-    /// Writes every box of several lines back that differs from the record. Returns false, and shows the box,
-    /// when one of a single line still holds a text that was refused.
+    /// Stores the text of every multi-line box that differs from the record. If a single-line box still
+    /// contains a refused text, focuses it and returns false.
     bool WriteBack();
 
 Q_SIGNALS:
-    /// A control's value was compared with the record, which may have changed.
+    /// A control was written back; the record may have changed.
     void WrittenBack();
-    /// The text of the box at `position` has been accepted and shown, and is not stored yet.
+    /// The text of the box at `position` was accepted, but is not stored yet.
     void Accepted(std::size_t position);
     /// The user changed the value at `position`.
     void ValueChanged(std::size_t position);
-    /// The text of a box of several lines changed, before it reaches the record.
+    /// The text of a multi-line box changed and is not stored yet.
     void LinesEdited();
 
 private:
@@ -87,13 +89,13 @@ private:
     bool ValidateBox(std::size_t position, const LineBox& line);
     void ValidateLines(std::size_t position, const QPlainTextEdit* lines);
     void Store(std::size_t position, std::string_view text);
-    void GoTo(QWidget* box);
+    void FocusBox(QWidget* box);
 
     QWidget* m_window;
     EditedRecord& m_record;
     LeaveGuard& m_guard;
     std::map<std::size_t, LineBox> m_boxes;
-    std::set<std::size_t> m_refused; ///< the boxes whose text was refused last
+    std::set<std::size_t> m_refused; ///< positions of the boxes with a refused text
     std::map<std::size_t, QPlainTextEdit*> m_lines;
     std::map<std::size_t, OptionGroup*> m_options;
 };

@@ -88,7 +88,7 @@ void SortableList::paintEvent(QPaintEvent* event)
 
 void SortableList::keyboardSearch(const QString& typed)
 {
-    // the tree looks in the column of the current cell, which is wherever the mouse was last
+    // QTreeView searches the column of the current cell, which depends on the last click
     selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(m_model->SortColumn().value_or(0)),
                                       QItemSelectionModel::NoUpdate);
     QTreeView::keyboardSearch(typed);
@@ -128,8 +128,8 @@ void SortableList::SortBy(int column)
     }
 }
 
-/// Shows the icon of the current direction in the sorted column's heading and in no other. Errors are
-/// reported as the window's.
+/// Shows the sort icon in the heading of the sorted column only. Errors are reported with the window as the
+/// module.
 void SortableList::SetCHIcons()
 {
     Trap(ToUtf8(window()->objectName()), "SetCHIcons", [this] { m_model->ShowSortIcon(); });
@@ -150,7 +150,7 @@ void SortableList::SelectKey(const std::optional<QString>& key)
 
 void SortableList::mousePressEvent(QMouseEvent* event)
 {
-    // empty space is no row: the selection stays
+    // a click on empty space keeps the selection
     if (indexAt(event->position().toPoint()).isValid()) {
         QTreeView::mousePressEvent(event);
     }

@@ -10,8 +10,9 @@
 namespace Tarno
 {
 
-/// A list of records in columns. A click on a heading sorts by that column's text, a second one reverses
-/// the order; before the first the rows stand as given. New rows keep the order chosen and the selection.
+/// A list of records in columns. A click on a heading sorts by the text of that column; a second click
+/// reverses the order. Until the first click, rows are in the given order. New rows keep the sort order and
+/// selection.
 class SortableList : public QTreeView
 {
     Q_OBJECT
@@ -19,35 +20,35 @@ class SortableList : public QTreeView
 public:
     explicit SortableList(QWidget* parent = nullptr);
 
-    /// To be called once, before rows are set.
+    /// Call once, before SetRows.
     void SetHeadings(const QStringList& headings);
-    /// Fits each column to its heading and a sample text; the column `stretched` takes what is left. The list
-    /// is at least so wide that all of them fit.
+    /// Fits each column to its heading and a sample text. The column `stretched` takes the remaining space.
+    /// The minimum width of the list is the sum of the columns.
     void FitColumns(const QStringList& samples, int stretched);
 
-    /// Shows these rows instead. The row selected before, known by its key, is selected again, otherwise
-    /// the first one.
+    /// Replaces the rows. Selects the row with the previously selected key, or the first row if that key is
+    /// gone.
     void SetRows(std::vector<TextTableModel::Row> rows);
 
-    /// What an empty list says, in the middle; assistive tools read it as the list's description.
+    /// Sets the text shown in the middle of an empty list. It is also the accessible description.
     void SetHint(const QString& hint);
 
-    /// Goes to the next row whose text begins so, in the column that the list is sorted by, at first in the
-    /// first.
+    /// Selects the next row whose text in the sorted column starts with `typed`. Searches the first column if
+    /// the list is not sorted.
     void keyboardSearch(const QString& typed) override;
 
     int RowCount() const;
-    /// The key of the selected row; nothing when none is selected.
+    /// Returns the key of the selected row, if any.
     std::optional<QString> SelectedKey() const;
 
-    /// Enabled, or greyed while another window works on the same records.
+    /// Enables the list, or disables and greys it while another window works on the same records.
     void SetUsable(bool usable);
 
 Q_SIGNALS:
-    /// The user asks to open the selected row: double click, Enter.
+    /// The user double-clicked the selected row or pressed Enter.
     void OpenRequested();
-    /// The user pressed a mouse button in the list; the row under it, if any, is selected already. The menu
-    /// key counts as the right button on the selected row.
+    /// The user pressed a mouse button in the list. The row at that position, if any, is already selected.
+    /// The menu key counts as the right button on the selected row.
     void Pressed(Qt::MouseButton button, const QPoint& globalPosition);
 
 protected:

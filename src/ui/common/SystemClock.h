@@ -5,7 +5,7 @@
 namespace Tarno
 {
 
-/// The computer's clock, with date and time written as the user's locale does.
+/// The system clock. Formats date and time in the user's locale.
 class SystemClock final : public Clock
 {
 public:

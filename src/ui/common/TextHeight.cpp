@@ -31,7 +31,7 @@ bool TextHeight::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Show || event->type() == QEvent::Resize ||
         event->type() == QEvent::FontChange) {
-        // when the window is laid out: on the way there the label has widths that do not count
+        // queued, because the label has intermediate widths until the layout is complete
         auto* label = static_cast<QLabel*>(watched);
         QMetaObject::invokeMethod(
             label, [label] { KeepHeight(*label); }, Qt::QueuedConnection);

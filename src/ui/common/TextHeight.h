@@ -7,14 +7,14 @@ class QWidget;
 namespace Tarno
 {
 
-/// Keeps every wrapped label of a window as high as its text needs at its width: a layout alone would cut it
-/// off where the font is large or the window narrow.
+/// Keeps every word-wrapped label of a window high enough for its text. A layout alone would clip the text
+/// with a large font or in a narrow window.
 class TextHeight : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Watches over the labels that `window`, which owns the watcher, has by now.
+    /// Watches the labels that `window` has at the time of the call. `window` owns the object.
     explicit TextHeight(QWidget* window);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

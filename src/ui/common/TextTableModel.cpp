@@ -114,8 +114,8 @@ void TextTableModel::Arrange()
     }
 }
 
-/// Comparing texts of a language is slow, so it is done once for each column; afterwards numbers are
-/// compared.
+/// Returns the rank of each row in the order of `column`. Locale-aware comparison is slow, so the ranks are
+/// calculated once per column and cached.
 const std::vector<int>& TextTableModel::Ranks(int column)
 {
     std::vector<int>& ranks = m_ranks[static_cast<std::size_t>(column)];
@@ -123,7 +123,7 @@ const std::vector<int>& TextTableModel::Ranks(int column)
         return ranks;
     }
     const QCollator collator;
-    QHash<QString, std::size_t> known; // many rows share their text
+    QHash<QString, std::size_t> known; // many rows have the same text
     std::vector<QCollatorSortKey> keys;
     std::vector<std::size_t> keyOf;
     keyOf.reserve(m_rows.size());

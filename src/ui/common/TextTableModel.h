@@ -10,9 +10,8 @@
 namespace Tarno
 {
 
-/// Rows of texts, each known by a key. It holds texts only, so thousands of rows are cheap, and puts them
-/// into the order of a column itself: as the user's language orders texts, case-blind, equal ones in the
-/// order in which they were given.
+/// A model of rows of plain texts, each identified by a key. Sorting by a column is locale-aware,
+/// case-insensitive and stable.
 class TextTableModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -23,12 +22,11 @@ public:
         QStringList cells;
     };
 
-    /// The row's key.
     static constexpr int keyRole = Qt::UserRole;
 
     TextTableModel(QStringList headings, QObject* parent);
 
-    /// Takes these rows instead, in the order chosen last.
+    /// Replaces the rows and keeps the sort order.
     void SetRows(std::vector<Row> rows);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -38,12 +36,12 @@ public:
 
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
-    /// The column that the rows are sorted by; nothing before the first time.
+    /// Returns the sort column, or nothing if the rows were never sorted.
     std::optional<int> SortColumn() const { return m_sortColumn; }
 
     Qt::SortOrder SortOrder() const { return m_sortOrder; }
 
-    /// Shows the icon of the current direction in the heading of the sorted column and in no other.
+    /// Shows the sort icon in the heading of the sorted column only.
     void ShowSortIcon();
 
 private:
@@ -53,13 +51,12 @@ private:
     const std::vector<int>& Ranks(int column);
 
     QStringList m_headings;
-    std::vector<Row> m_rows;          ///< as they were given
-    std::vector<std::size_t> m_order; ///< for each row shown, where it stands in m_rows
+    std::vector<Row> m_rows;          ///< in the given order
+    std::vector<std::size_t> m_order; ///< for each displayed row, its index in m_rows
     std::optional<int> m_sortColumn;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     std::optional<int> m_iconColumn;
-    std::vector<std::vector<int>>
-        m_ranks; ///< by column: each given row's place in its order, equal for equal texts
+    std::vector<std::vector<int>> m_ranks; ///< by column: the rank of each given row, equal for equal texts
 };
 
 } // namespace Tarno

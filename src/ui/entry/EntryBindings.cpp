@@ -9,7 +9,7 @@ namespace Tarno
 namespace
 {
 
-/// A rule of the entry's boxes in the form that the binder takes.
+/// Adapts a field rule to the check of the binder.
 RecordBinder::Check CheckWith(void (*rule)(std::string& text, bool& ok))
 {
     return [rule](std::string& text) {
@@ -28,12 +28,12 @@ void BindEntryBoxes(RecordBinder& binder, std::initializer_list<EntryBox> boxes)
         case FieldKind::Date:
             binder.BindBox(
                 field, box, CheckWith(CheckDateFormat),
-                QStringLiteral("There is no such day. Enter year, month and day, as in 2026-11-14."));
+                QStringLiteral("This date does not exist. Use year-month-day, for example 2026-03-31."));
             new KeyFilter(box, QStringLiteral("-."));
             break;
         case FieldKind::Time:
             binder.BindBox(field, box, CheckWith(CheckTimeFormat),
-                           QStringLiteral("There is no such time. Enter hours and minutes, as in 05:45."));
+                           QStringLiteral("This time does not exist. Use hours:minutes, for example 05:45."));
             new KeyFilter(box, QStringLiteral(":."));
             break;
         default:

@@ -8,7 +8,7 @@
 namespace Tarno
 {
 
-// How the pages of the entry editor bind their controls: the kind of a field decides which texts its box
+// Binding of the controls on the entry editor's pages. The kind of a field decides which texts its box
 // accepts.
 
 struct EntryBox {
@@ -16,7 +16,7 @@ struct EntryBox {
     QLineEdit* box;
 };
 
-/// Dates and times are checked and their keys are filtered; any other text is accepted.
+/// Checks dates and times and filters their input. Other boxes accept any text.
 void BindEntryBoxes(RecordBinder& binder, std::initializer_list<EntryBox> boxes);
 
 struct EntryOptions {
@@ -24,7 +24,7 @@ struct EntryOptions {
     const char* group;
 };
 
-/// The option buttons of each group are on `page`.
+/// Binds groups of option buttons on `page`.
 void BindEntryOptions(RecordBinder& binder, QWidget* page, std::initializer_list<EntryOptions> groups);
 
 struct EntryLines {

@@ -20,11 +20,11 @@ EntryCalculator::EntryCalculator(const Program& program, RecordBinder& binder, M
 {
 }
 
-void EntryCalculator::DoTheCalcs(const std::string& date, std::optional<std::int32_t> place)
+void EntryCalculator::DoTheCalcs(const std::string& date, std::optional<std::int32_t> locationNumber)
 {
     Trap(entryModule, "DoTheCalcs", [&] {
         DoMoonPhase(date);
-        DoRiseSet(date, place);
+        DoRiseSet(date, locationNumber);
     });
 }
 
@@ -37,11 +37,12 @@ void EntryCalculator::DoMoonPhase(const std::string& date)
     });
 }
 
-void EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int32_t> place)
+void EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int32_t> locationNumber)
 {
     Trap(entryModule, "DoRiseSet", [&] {
         Record location;
-        if (!place || m_program.sql.LocationGet(ToInt16(std::to_string(*place)), location) != succeeded) {
+        if (!locationNumber ||
+            m_program.sql.LocationGet(ToInt16(std::to_string(*locationNumber)), location) != succeeded) {
             return;
         }
         const LocationTexts texts{location.Text(LocationField::LocLatt),

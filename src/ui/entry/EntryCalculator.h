@@ -14,21 +14,21 @@ namespace Tarno
 class MoonPhaseEditor;
 class RecordBinder;
 
-/// Fills the calculated frames of the entry editor. Dates are texts as their boxes hold them, places are
-/// numbers of locations. Errors are reported through ErrorLog.
+/// Fills the frames of the entry editor that contain calculated values. Dates have the format of the date
+/// boxes. Errors are reported through ErrorLog.
 class EntryCalculator
 {
 public:
-    /// The references must outlive the object; messages appear over `window`.
+    /// The references must outlive the object. Messages appear over `window`.
     EntryCalculator(const Program& program, RecordBinder& binder, MoonPhaseEditor& moonPhase,
                     QWidget* window);
 
-    void DoTheCalcs(const std::string& date, std::optional<std::int32_t> place);
-    /// Moon phase and prediction; leaves the record's phase unsigned.
+    void DoTheCalcs(const std::string& date, std::optional<std::int32_t> locationNumber);
+    /// Calculates moon phase and prediction. Stores the phase without a sign.
     void DoMoonPhase(const std::string& date);
-    /// Sun, moon and peak times. Does nothing without a place. If the place lacks its coordinates or time
-    /// zone, a message says so and the boxes stay as they are.
-    void DoRiseSet(const std::string& date, std::optional<std::int32_t> place);
+    /// Calculates rise, set and peak times. Does nothing without a location. If the location has no
+    /// coordinates or time zone, shows a message and leaves the boxes unchanged.
+    void DoRiseSet(const std::string& date, std::optional<std::int32_t> locationNumber);
 
 private:
     const Program& m_program;

@@ -24,12 +24,12 @@ void EntryCommentsPage::Attach(const Program& program, RecordBinder& binder, Lea
                             {EntryField::FishCaught, m_ui->txtCaught}});
     auto* lists = new PickLists(m_ui->lstList, program, guard);
     lists->Add(
-        {"Species.txt", m_ui->lblEditTargets, m_ui->lblDDTarget, m_ui->txtTarget, PickList::Opens::Right});
+        {"Species.txt", m_ui->lblEditTargets, m_ui->lblDDTarget, m_ui->txtTarget, PickList::Side::Right});
     lists->Add(
-        {"Species.txt", m_ui->lblEditCaught, m_ui->lblDDCaught, m_ui->txtCaught, PickList::Opens::Left});
-    lists->Add({"Bait.txt", m_ui->lblEditBait, m_ui->lblDDBait, m_ui->txtBait, PickList::Opens::Right});
+        {"Species.txt", m_ui->lblEditCaught, m_ui->lblDDCaught, m_ui->txtCaught, PickList::Side::Left});
+    lists->Add({"Bait.txt", m_ui->lblEditBait, m_ui->lblDDBait, m_ui->txtBait, PickList::Side::Right});
     lists->Add(
-        {"Methods.txt", m_ui->lblEditMethods, m_ui->lblDDMethods, m_ui->txtMethods, PickList::Opens::Left});
+        {"Methods.txt", m_ui->lblEditMethods, m_ui->lblDDMethods, m_ui->txtMethods, PickList::Side::Left});
 }
 
 } // namespace Tarno

@@ -28,7 +28,7 @@ public:
     EntryCommentsPage& operator=(const EntryCommentsPage&) = delete;
     ~EntryCommentsPage() override;
 
-    /// To be called once: binds the controls. The references must outlive the page.
+    /// Binds the controls. Call once. The references must outlive the page.
     void Attach(const Program& program, RecordBinder& binder, LeaveGuard& guard);
 
 private:

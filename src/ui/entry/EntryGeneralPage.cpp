@@ -90,7 +90,7 @@ void EntryGeneralPage::BindStep(ClickLabel* label, std::size_t field, int days)
         Trap(entryModule, ToUtf8(label->objectName()) + "_Click", [&] { StepDate(field, days); });
     };
     connect(label, &ClickLabel::Clicked, this, step);
-    // the label takes no focus; in the box the arrow keys do the same
+    // the label takes no focus, so the arrow keys in the box do the same
     auto* shortcut = new QShortcut(QKeySequence(days > 0 ? Qt::Key_Up : Qt::Key_Down), m_binder->Box(field));
     shortcut->setContext(Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this, step);
@@ -99,7 +99,7 @@ void EntryGeneralPage::BindStep(ClickLabel* label, std::size_t field, int days)
 void EntryGeneralPage::StepDate(std::size_t field, int days)
 {
     QLineEdit* box = m_binder->Box(field);
-    const auto date = UserDate(box->text());
+    const auto date = ParseUserDate(box->text());
     if (!date) {
         throw Error(ErrorNumber::TypeMismatch);
     }
@@ -111,12 +111,12 @@ void EntryGeneralPage::StepDate(std::size_t field, int days)
     m_binder->Validate(field);
 }
 
-/// Moves the end date to a later start date. Only in the box: the record gets the end date when that box is
+/// Moves the end date to a later start date, but only in the box: the end date is stored when its box is
 /// left.
 void EntryGeneralPage::OrderDates()
 {
-    const auto start = UserDate(m_ui->txtStart->text());
-    const auto end = UserDate(m_ui->txtEnd->text());
+    const auto start = ParseUserDate(m_ui->txtStart->text());
+    const auto end = ParseUserDate(m_ui->txtEnd->text());
     if (start && end && *start > *end) {
         KeyFilter::SetText(m_ui->txtEnd, m_ui->txtStart->text());
     }
@@ -124,7 +124,7 @@ void EntryGeneralPage::OrderDates()
 
 void EntryGeneralPage::StartDateChanged()
 {
-    m_calculator->DoTheCalcs(StartDate(), Place());
+    m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
     m_moonPhase->SignPhase();
 }
 
@@ -133,8 +133,8 @@ std::string EntryGeneralPage::StartDate() const
     return ToUtf8(m_ui->txtStart->text());
 }
 
-/// The number of the selected location.
-std::optional<std::int32_t> EntryGeneralPage::Place() const
+/// Returns the number of the selected location, if any.
+std::optional<std::int32_t> EntryGeneralPage::SelectedLocation() const
 {
     const QVariant location = m_ui->cboLocation->currentData();
     return location.isValid() ? std::optional(location.toInt()) : std::nullopt;
@@ -162,10 +162,10 @@ void EntryGeneralPage::ShowExistingEntry()
     constexpr std::array peaks{EntryField::Major1, EntryField::Major2, EntryField::Minor1,
                                EntryField::Minor2};
     if (std::any_of(peaks.begin(), peaks.end(), [this](auto peak) { return m_record->Text(peak).empty(); })) {
-        for (const auto peak : peaks) { // shown together or not at all
+        for (const auto peak : peaks) { // all four are shown, or none
             KeyFilter::SetText(m_binder->Box(peak), {});
         }
-        m_calculator->DoRiseSet(StartDate(), Place());
+        m_calculator->DoRiseSet(StartDate(), SelectedLocation());
     }
     m_moonPhase->ShowRecord();
     if (m_record->Text(EntryField::MoonPhase).empty()) {
@@ -182,11 +182,11 @@ void EntryGeneralPage::ShowNewEntry()
     m_binder->Put(EntryField::EndDate, today);
     m_binder->Put(EntryField::StartTime, "06:00");
     m_binder->Put(EntryField::EndTime, "12:00");
-    m_calculator->DoTheCalcs(StartDate(), Place());
+    m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
     m_moonPhase->PhaseChange();
 }
 
-/// Selects the entry's location, or none if it no longer exists.
+/// Selects the location of the entry, or none if it no longer exists.
 void EntryGeneralPage::SelectStoredLocation()
 {
     try {
@@ -199,8 +199,8 @@ void EntryGeneralPage::SelectStoredLocation()
 
 void EntryGeneralPage::StoreLocation()
 {
-    if (const auto place = Place()) {
-        m_record->Store(EntryField::LocNo, std::to_string(*place));
+    if (const auto location = SelectedLocation()) {
+        m_record->Store(EntryField::LocNo, std::to_string(*location));
     }
 }
 
@@ -208,13 +208,13 @@ bool EntryGeneralPage::cboLocation_Validate()
 {
     bool mayLeave = true;
     Trap(entryModule, "cboLocation_Validate", [&] {
-        const auto place = Place();
-        mayLeave = place.has_value();
+        const auto location = SelectedLocation();
+        mayLeave = location.has_value();
         if (!mayLeave) {
             return;
         }
-        if (m_record->Store(EntryField::LocNo, std::to_string(*place))) {
-            m_calculator->DoTheCalcs(StartDate(), place);
+        if (m_record->Store(EntryField::LocNo, std::to_string(*location))) {
+            m_calculator->DoTheCalcs(StartDate(), location);
             m_moonPhase->PhaseChange();
         }
         Q_EMIT WrittenBack();

@@ -24,7 +24,7 @@ namespace Ui
 class EntryGeneralPage;
 }
 
-/// The page "General" of the entry editor: dates and times, location, tide, action, and what is calculated
+/// The page "General" of the entry editor: dates and times, location, tide, action, and the values calculated
 /// from start date and location.
 class EntryGeneralPage : public QWidget
 {
@@ -36,20 +36,20 @@ public:
     EntryGeneralPage& operator=(const EntryGeneralPage&) = delete;
     ~EntryGeneralPage() override;
 
-    /// To be called once: binds the controls to `record`. The references must outlive the page.
+    /// Binds the controls to `record`. Call once. The references must outlive the page.
     void Attach(const Program& program, EditedRecord& record, RecordBinder& binder, LeaveGuard& guard);
 
-    /// Fills the list of locations; returns whether there is at least one.
+    /// Fills the list of locations. Returns whether there is at least one.
     bool LoadLocations();
-    /// Shows what the binder does not show, location and moon phase, and calculates what the record lacks.
+    /// Shows the values that the binder does not show, location and moon phase, and calculates missing ones.
     void ShowExistingEntry();
     /// Shows and stores the defaults of a new entry. The controls must be empty.
     void ShowNewEntry();
-    /// Stores the selected location, if there is one.
+    /// Stores the selected location, if any.
     void StoreLocation();
 
 Q_SIGNALS:
-    /// A value was written into the record outside the binder.
+    /// A value was stored without the binder.
     void WrittenBack();
 
 private:
@@ -61,7 +61,7 @@ private:
     void SelectStoredLocation();
     bool cboLocation_Validate();
     std::string StartDate() const;
-    std::optional<std::int32_t> Place() const;
+    std::optional<std::int32_t> SelectedLocation() const;
 
     std::unique_ptr<Ui::EntryGeneralPage> m_ui;
     const Program* m_program = nullptr;

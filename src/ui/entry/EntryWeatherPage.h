@@ -25,7 +25,7 @@ public:
     EntryWeatherPage& operator=(const EntryWeatherPage&) = delete;
     ~EntryWeatherPage() override;
 
-    /// To be called once: binds the controls. The binder must outlive the page.
+    /// Binds the controls. Call once. The binder must outlive the page.
     void Attach(RecordBinder& binder);
 
 private:

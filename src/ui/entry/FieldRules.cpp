@@ -19,10 +19,11 @@ namespace
 
 constexpr int firstYear = 1;
 constexpr int lastYear = 9999;
-constexpr int lastYearOf2000s = 29; // of the years of two digits
+constexpr int lastYearOf2000s = 29; // two-digit years up to this one are in the 2000s
 
-/// The whole number in a part of a time; nothing when it is too large to be one.
-std::optional<int> TimePart(std::string_view part)
+/// Returns the number in one part of a time, or nothing if it overflows. Throws Error TypeMismatch if the
+/// part is not a number.
+std::optional<int> ParseTimePart(std::string_view part)
 {
     try {
         return ToInt16(part);
@@ -34,8 +35,9 @@ std::optional<int> TimePart(std::string_view part)
     }
 }
 
-/// The time rewritten; nothing when it is none. Throws Error TypeMismatch when a part is no number.
-std::optional<std::string> NormalTime(std::string_view text)
+/// Returns the time as "hh:mm", or nothing if it is not valid. Throws Error TypeMismatch if a part is not a
+/// number.
+std::optional<std::string> NormalizeTime(std::string_view text)
 {
     constexpr qsizetype lengthWithoutSeparator = 4;
     const auto separator = text.find(':');
@@ -43,35 +45,35 @@ std::optional<std::string> NormalTime(std::string_view text)
     if (!separated && FromUtf8(text).size() != lengthWithoutSeparator) {
         return std::nullopt;
     }
-    const auto hours = TimePart(text.substr(0, separated ? separator : 2));
-    const auto minutes = TimePart(text.substr(separated ? separator + 1 : 2));
+    const auto hours = ParseTimePart(text.substr(0, separated ? separator : 2));
+    const auto minutes = ParseTimePart(text.substr(separated ? separator + 1 : 2));
     if (!hours || !minutes || *hours < 0 || *hours > 23 || *minutes < 0 || *minutes > 59) {
         return std::nullopt;
     }
     return ZeroPadded(*hours, 2) + ':' + ZeroPadded(*minutes, 2);
 }
 
-/// The locale's short form with parts of any length and years of four digits.
-QString ShortForm(const QLocale& locale)
+/// Returns the short date format of the locale, changed to parts of any length and four-digit years.
+QString ShortDateFormat(const QLocale& locale)
 {
-    QString form = locale.dateFormat(QLocale::ShortFormat);
-    const auto change = [&form](const char* from, const char* to) {
-        form.replace(QLatin1String(from), QLatin1String(to));
+    QString format = locale.dateFormat(QLocale::ShortFormat);
+    const auto change = [&format](const char* from, const char* to) {
+        format.replace(QLatin1String(from), QLatin1String(to));
     };
     change("dd", "d");
-    if (!form.contains(QLatin1String("MMM"))) {
+    if (!format.contains(QLatin1String("MMM"))) {
         change("MM", "M");
     }
     change("yyyy", "yy");
     change("yy", "yyyy");
-    return form;
+    return format;
 }
 
-/// `text` with the century before a year of two digits, which stands where `form` has it: in front or at
-/// the end. 29 February is a day of 2000 but not of 1900, so the year has to be whole before it is read.
-QString WithCentury(const QString& text, const QString& form)
+/// Inserts the century before a two-digit year, which is at the start or end of `text` as in `format`.
+/// Parsing needs the full year, because 29 February exists in 2000 but not in 1900.
+QString WithCentury(const QString& text, const QString& format)
 {
-    const bool yearFirst = form.startsWith(QLatin1Char('y'));
+    const bool yearFirst = format.startsWith(QLatin1Char('y'));
     const int year = (yearFirst ? text.left(2) : text.right(2)).toInt();
     QString whole = text;
     return whole.insert(yearFirst ? 0 : std::max<qsizetype>(0, text.size() - 2),
@@ -80,17 +82,17 @@ QString WithCentury(const QString& text, const QString& form)
 
 } // namespace
 
-std::optional<std::chrono::year_month_day> UserDate(const QString& text, const QLocale& locale)
+std::optional<std::chrono::year_month_day> ParseUserDate(const QString& text, const QLocale& locale)
 {
     try {
         return ToDate(ToUtf8(text));
-    } catch (const Error&) { // NOLINT(bugprone-empty-catch): then it may be the user's own form
+    } catch (const Error&) { // NOLINT(bugprone-empty-catch): the text may be in the locale's format
     }
-    const QString form = ShortForm(locale);
+    const QString format = ShortDateFormat(locale);
     const QString typed = text.trimmed();
-    for (const QString& written : {typed, WithCentury(typed, form)}) {
-        // a year may have come with a sign
-        if (const QDate date = locale.toDate(written, form);
+    for (const QString& written : {typed, WithCentury(typed, format)}) {
+        // QLocale accepts a year with a sign
+        if (const QDate date = locale.toDate(written, format);
             date.isValid() && date.year() >= firstYear && date.year() <= lastYear) {
             return std::chrono::year(date.year()) / date.month() / date.day();
         }
@@ -100,7 +102,7 @@ std::optional<std::chrono::year_month_day> UserDate(const QString& text, const Q
 
 void CheckDateFormat(std::string& text, bool& ok)
 {
-    const auto date = UserDate(FromUtf8(text));
+    const auto date = ParseUserDate(FromUtf8(text));
     ok = date.has_value();
     if (ok) {
         text = FromDate(*date);
@@ -114,7 +116,7 @@ void CheckTimeFormat(std::string& text, bool& ok)
         return;
     }
     Trap(entryModule, "CheckTimeFormat", [&] {
-        if (const auto time = NormalTime(text)) {
+        if (const auto time = NormalizeTime(text)) {
             text = *time;
             ok = true;
         }

@@ -10,9 +10,9 @@ class QLineEdit;
 namespace Tarno
 {
 
-/// The two controls of an entry's moon phase, lit percentage and "Waxing", and the record's value: the
-/// percentage, negative while waning. The value has three writers, which differ at 0 % while waning; see
-/// docs/quirks.md.
+/// Binds the two controls of the moon phase, lit percentage and "Waxing", to the stored value: the
+/// percentage, negative for a waning moon. Three functions store it, and they differ at 0 % for a waning
+/// moon; see docs/quirks.md.
 class MoonPhaseEditor : public QObject
 {
     Q_OBJECT
@@ -21,14 +21,15 @@ public:
     /// The references and controls must outlive the object.
     MoonPhaseEditor(QLineEdit* percent, QCheckBox* waxing, EditedRecord& record);
 
-    /// Shows the record's value. A text that is no number leaves the box empty.
+    /// Shows the stored value. Leaves the box empty if the value is not a number.
     void ShowRecord();
     /// Shows a calculated phase and stores its percentage without a sign.
     void PutForecast(int percent, bool waxing);
-    /// Stores what the controls show: the percentage, with "-" in front while waning. Runs on each change by
-    /// the user. Errors are reported through ErrorLog.
+    /// Stores the shown percentage, prefixed with "-" for a waning moon. Called on each change by the user.
+    /// Errors are reported through ErrorLog.
     void PhaseChange();
-    /// Stores the percentage times 1 or -1, as a changed start date does. An empty box changes nothing.
+    /// Stores the percentage times 1 or -1. Called after the start date changed. Does nothing if the box is
+    /// empty.
     void SignPhase();
 
 Q_SIGNALS:

@@ -31,11 +31,11 @@ namespace
 constexpr int gapBelowLabel = FromTwips(40);
 constexpr int overlapOfFrame = FromTwips(100);
 
-/// What the bytes say in the system's ANSI code page.
+/// Decodes `bytes` with the ANSI code page of the system.
 QString FromAnsi(const QByteArray& bytes)
 {
 #ifdef Q_OS_WIN
-    // the code page that was set for the system, not the process's, which is UTF-8; a system may have none
+    // the system's code page, because that of the process is UTF-8; some systems have none
     DWORD codePage = 0;
     ::GetLocaleInfoW(LOCALE_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
                      reinterpret_cast<wchar_t*>(&codePage), sizeof codePage / sizeof(wchar_t));
@@ -58,7 +58,7 @@ QString FromAnsi(const QByteArray& bytes)
 
 QStringList PickListLines(const QByteArray& bytes)
 {
-    // stateless, because bytes that begin a letter at the very end are an error too and not awaited
+    // stateless, so that an incomplete sequence at the end is an error
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8(bytes);
     if (utf8.hasError()) {
@@ -100,7 +100,7 @@ void PickLists::Add(const PickList& pickList)
         Trap(entryModule, clicked(pickList.dropDownLabel), [&] { Open(pickList); });
     };
     connect(pickList.dropDownLabel, &ClickLabel::Clicked, this, open);
-    // the label takes no focus; from the keyboard the list opens as a drop-down list does
+    // the label takes no focus, so Alt+Down in the box opens the list, as in a combo box
     auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Down), pickList.box);
     shortcut->setContext(Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this, open);
@@ -109,7 +109,7 @@ void PickLists::Add(const PickList& pickList)
 void PickLists::Open(const PickList& pickList)
 {
     Close();
-    if (!m_guard.Leave()) { // the list takes the focus from the box that has it
+    if (!m_guard.Leave()) { // the list is about to take the focus
         return;
     }
     m_box = pickList.box;
@@ -140,7 +140,7 @@ void PickLists::Fill(const PickList& pickList)
     }
 }
 
-/// Just below the label, as high as the page allows.
+/// Places the list just below the label and limits its height to the page.
 void PickLists::Place(const PickList& pickList)
 {
     constexpr int widthInLetters = 36;
@@ -149,15 +149,13 @@ void PickLists::Place(const PickList& pickList)
     const QWidget* frame = label->parentWidget();
     const int width = widthInLetters * m_list->fontMetrics().averageCharWidth();
     const int top = frame->y() + label->y() + label->height() + gapBelowLabel;
-    const int left =
-        pickList.opens == PickList::Opens::Left ? frame->x() - width + overlapOfFrame : label->x();
+    const int left = pickList.side == PickList::Side::Left ? frame->x() - width + overlapOfFrame : label->x();
     const int rows = std::min(mostRows, m_list->count());
     const int wanted = rows * m_list->sizeHintForRow(0) + 2 * m_list->frameWidth();
     m_list->setGeometry(left, top, width, std::min(wanted, m_page->height() - top - gapBelowLabel));
 }
 
-/// Appends the selected lines to the box that the list was opened for, and hides the list. Does nothing if no
-/// list is open.
+/// Hides the open list, if any, and appends its selected lines to the box.
 void PickLists::Close()
 {
     if (!m_list->isHidden()) {
@@ -183,7 +181,7 @@ void PickLists::lstList_LostFocus()
         end.movePosition(QTextCursor::End);
         end.insertText(added);
     }
-    // back to the box, from where Tab goes on, and not to whatever the page has first
+    // return the focus to the box, so that Tab continues from there
     const bool hadFocus = m_list->hasFocus();
     m_list->hide();
     if (hadFocus) {
@@ -191,7 +189,7 @@ void PickLists::lstList_LostFocus()
     }
 }
 
-/// Goes to the next line that begins with what is being typed. Unlike the list's own way it chooses none.
+/// Moves to the next line that starts with the typed text. Unlike keyboardSearch alone, keeps the selection.
 void PickLists::GoToLine(const QString& typed)
 {
     const QItemSelection chosen = m_list->selectionModel()->selection();
@@ -213,7 +211,7 @@ bool PickLists::eventFilter(QObject* receiver, QEvent* event)
             return true;
         }
     } else if (receiver == m_list && event->type() == QEvent::FocusOut) {
-        // the list waits while another program or a menu has the focus
+        // the list stays open while another program or a menu has the focus
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
             Close();

@@ -15,30 +15,30 @@ namespace Tarno
 class ClickLabel;
 class LeaveGuard;
 
-/// The lines of a pick-list file, in its order: UTF-8 with or without its mark when it is valid, the ANSI
-/// code page otherwise (Windows-1252 off Windows). A line ends with CR LF or LF; empty lines stay in, so
-/// that an index counts them.
+/// Splits the contents of a pick-list file into lines. The file is UTF-8 with or without a byte order mark.
+/// If it is not valid UTF-8, it is decoded with the ANSI code page on Windows and as Windows-1252 elsewhere.
+/// Lines end with CR LF or LF. Empty lines are included, because indexes count them.
 QStringList PickListLines(const QByteArray& bytes);
 
-/// A file of lines from which a box can be filled, and the controls that belong to it.
+/// A file with lines for a box, and the controls that belong to it.
 struct PickList {
-    enum class Opens { Left, Right };
+    enum class Side { Left, Right };
 
     const char* file;
     ClickLabel* editLabel;
     ClickLabel* dropDownLabel;
     QPlainTextEdit* box;
-    Opens opens; ///< to which side of the drop-down label's frame
+    Side side; ///< the side of the drop-down label's frame
 };
 
-/// The lists from which the boxes of the page "Comments" can be filled: a floating list over the page, in
-/// which a click or the space bar selects; the selected lines are appended to the box when it closes.
+/// The pick lists of the page "Comments", shown in one floating list over the page. A click or the space bar
+/// selects a line. When the list closes, the selected lines are appended to the box.
 class PickLists : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `list` is the floating list. Its parent is the page, which owns the object.
+    /// `list` is the floating list. Its parent, the page, owns the object.
     PickLists(QListWidget* list, const Program& program, LeaveGuard& guard);
 
     void Add(const PickList& pickList);
@@ -57,7 +57,7 @@ private:
     const Program& m_program;
     LeaveGuard& m_guard;
     QListWidget* m_list;
-    QPlainTextEdit* m_box = nullptr; ///< that the list was opened for last
+    QPlainTextEdit* m_box = nullptr; ///< the box for which the list was opened last
 };
 
 } // namespace Tarno

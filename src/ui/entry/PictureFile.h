@@ -6,10 +6,10 @@
 namespace Tarno
 {
 
-/// The picture in the file at `path`, upright, in a form that is drawn fast; an animation gives its first
-/// frame. The format is told by the contents, not by the name.
-/// Throws Error InvalidPicture when it is no ordinary file, cannot be read or decoded, is no BMP, GIF, ICO,
-/// JPEG, PNG, TIFF or WebP, or would take more than 256 MB, which a picture of 64 megapixels does.
+/// Reads the picture in the file at `path`, rotated by its orientation tag. Of an animation, returns the
+/// first frame. The format is detected from the contents, not from the file name. Throws Error InvalidPicture
+/// if the file is not a regular file, cannot be read or decoded, is not a BMP, GIF, ICO, JPEG, PNG, TIFF or
+/// WebP, or needs more than 256 MB of memory (64 megapixels).
 QImage ReadPicture(const QString& path);
 
 } // namespace Tarno

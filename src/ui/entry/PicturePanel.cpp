@@ -52,9 +52,9 @@ void PicturePanel::Attach(const Program& program, EditedRecord& record, std::siz
     m_focusAfterRemove = focusAfterRemove;
 }
 
-/// Runs `body`; an error in it ends it with the message about problem pictures.
+/// Runs `body` and shows the message "Picture Problem" if it throws.
 template <typename Body>
-void PicturePanel::Guarded(Body&& body)
+void PicturePanel::RunWithProblemMessage(Body&& body)
 {
     try {
         body();
@@ -72,8 +72,8 @@ void PicturePanel::Guarded(Body&& body)
 void PicturePanel::Reset()
 {
     m_source->SetPicture({});
-    SizeToPicture();
-    m_shownAsChosen = false;
+    ResizeToPicture();
+    m_isNewlyChosen = false;
     SetSliderEnabled();
     ScrollbarStuff();
 }
@@ -97,14 +97,14 @@ QString PicturePanel::PicturePath() const
                           : QDir(FromUtf8(m_program->folder.GetAppPath() + '/')).filePath(FromUtf8(stored));
 }
 
-/// The frame less its margin at the right and at the bottom.
+/// Returns the frame without its right and bottom margin.
 QRect PicturePanel::VisibleArea() const
 {
     return m_ui->frPic->contentsRect().adjusted(0, 0, -frameMargin, -frameMargin);
 }
 
-/// Gives the source and the surface the picture's natural size, or without a picture that of the frame.
-void PicturePanel::SizeToPicture()
+/// Resizes source and surface to the natural size of the picture, or to the frame if there is no picture.
+void PicturePanel::ResizeToPicture()
 {
     const QRect area = VisibleArea();
     const QRect picture(area.topLeft(), m_source->HasPicture() ? m_source->NaturalSize() : area.size());
@@ -116,13 +116,13 @@ void PicturePanel::SizeToPicture()
 void PicturePanel::LoadPicture()
 {
     m_source->SetPicture({});
-    Guarded([this] {
+    RunWithProblemMessage([this] {
         const QString path = PicturePath();
         if (!path.isEmpty()) {
             m_source->SetPicture(ReadPicture(path));
         }
     });
-    SizeToPicture();
+    ResizeToPicture();
     SetSliderEnabled();
 }
 
@@ -131,7 +131,7 @@ void PicturePanel::SetSliderEnabled()
     const QSize natural = m_source->NaturalSize();
     const QRect area = VisibleArea();
     const bool larger = natural.height() > area.height() && natural.width() > area.width();
-    m_ui->sldZoom->setEnabled(m_shownAsChosen ? m_source->HasPicture() : larger);
+    m_ui->sldZoom->setEnabled(m_isNewlyChosen ? m_source->HasPicture() : larger);
 }
 
 void PicturePanel::SetZoomToMaximum()
@@ -149,7 +149,7 @@ void PicturePanel::ApplyZoom()
         const QSignalBlocker quiet(m_ui->sldZoom);
         m_ui->sldZoom->setValue(1);
     }
-    Guarded([this] {
+    RunWithProblemMessage([this] {
         m_surface->resize(
             (m_source->NaturalSize() * (m_ui->sldZoom->value() / 100.0)).expandedTo(QSize(1, 1)));
         ScrollbarStuff();
@@ -199,11 +199,11 @@ void PicturePanel::ChoosePicture()
         return;
     }
     SetZoomToMaximum();
-    TakePath(ToUtf8(*path));
+    StorePath(ToUtf8(*path));
     m_ui->cmdRemove->setEnabled(true);
     m_ui->cmdRemove->setFocus();
     m_ui->cmdLoad->setEnabled(false);
-    m_shownAsChosen = true;
+    m_isNewlyChosen = true;
     LoadPicture();
     ApplyZoom();
     Q_EMIT PictureChanged();
@@ -211,8 +211,8 @@ void PicturePanel::ChoosePicture()
 
 void PicturePanel::RemovePicture()
 {
-    TakePath("");
-    m_shownAsChosen = false;
+    StorePath("");
+    m_isNewlyChosen = false;
     LoadPicture();
     SetZoomToMaximum();
     ApplyZoom();
@@ -223,7 +223,7 @@ void PicturePanel::RemovePicture()
     Q_EMIT PictureChanged();
 }
 
-void PicturePanel::TakePath(const std::string& path)
+void PicturePanel::StorePath(const std::string& path)
 {
     m_record->Store(m_position, path);
     m_record->SetChanged(true);
@@ -233,7 +233,7 @@ void PicturePanel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     if (!m_source->HasPicture()) {
-        SizeToPicture();
+        ResizeToPicture();
     }
     SetSliderEnabled();
     SetScrollbarsEnabled();

@@ -19,8 +19,8 @@ namespace Ui
 class PicturePanel;
 }
 
-/// A picture in a frame, with zoom, scroll bars, and the buttons that choose and remove it. The record
-/// stores the path of the file; a relative path is taken from the program folder.
+/// A picture in a frame, with zoom, scroll bars, and buttons to choose and remove it. The record stores the
+/// path of the file. A relative path is resolved against the program folder.
 class PicturePanel : public QWidget
 {
     Q_OBJECT
@@ -31,20 +31,20 @@ public:
     PicturePanel& operator=(const PicturePanel&) = delete;
     ~PicturePanel() override;
 
-    /// To be called once: the record's child at `position` holds the path; `surfaceName` and `sourceName` are
-    /// the object names of the picture shown and of the hidden one that it is drawn from; `focusAfterRemove`
-    /// gets the focus when the user removed it.
+    /// Binds the panel to the path at `position` of `record`. Call once. `surfaceName` and `sourceName` are
+    /// the object names of the visible picture and of its hidden source. `focusAfterRemove` gets the focus
+    /// after the user removes the picture.
     void Attach(const Program& program, EditedRecord& record, std::size_t position,
                 const QString& surfaceName, const QString& sourceName, QWidget* focusAfterRemove);
 
     /// Empties the panel.
     void Reset();
-    /// Shows the record's picture at its natural size and sets the buttons. A file that is not there
-    /// leaves the panel empty without a word.
+    /// Shows the picture of the record at its natural size and enables the buttons. If the file does not
+    /// exist, leaves the panel empty without a message.
     void ShowRecord();
 
 Q_SIGNALS:
-    /// The record got another picture, or none.
+    /// The user chose or removed the picture.
     void PictureChanged();
 
 protected:
@@ -53,7 +53,7 @@ protected:
 private:
     void ChoosePicture();
     void RemovePicture();
-    void TakePath(const std::string& path);
+    void StorePath(const std::string& path);
     void LoadPicture();
     void ApplyZoom();
     void ScrollbarStuff();
@@ -63,9 +63,9 @@ private:
     void SetZoomToMaximum();
     QString PicturePath() const;
     QRect VisibleArea() const;
-    void SizeToPicture();
+    void ResizeToPicture();
     template <typename Body>
-    void Guarded(Body&& body);
+    void RunWithProblemMessage(Body&& body);
 
     std::unique_ptr<Ui::PicturePanel> m_ui;
     PictureSource* m_source;
@@ -74,7 +74,7 @@ private:
     EditedRecord* m_record = nullptr;
     QWidget* m_focusAfterRemove = nullptr;
     std::size_t m_position = 0;
-    bool m_shownAsChosen = false; ///< the picture in view came from the dialog, not with the record
+    bool m_isNewlyChosen = false; ///< chosen in the dialog, not loaded with the record
 };
 
 } // namespace Tarno

@@ -8,7 +8,7 @@
 namespace Tarno
 {
 
-/// Holds a picture at its natural size for the surface that shows it; is itself never visible.
+/// A hidden widget that holds a picture at its natural size for the surface that shows it.
 class PictureSource : public QWidget
 {
     Q_OBJECT
@@ -20,15 +20,16 @@ public:
 
     bool HasPicture() const { return !m_levels.empty(); }
 
-    /// One image pixel is one device-independent pixel. Empty without a picture.
+    /// Returns the size of the picture; one image pixel is one device-independent pixel. Empty without a
+    /// picture.
     QSize NaturalSize() const;
 
-    /// The picture, or the smallest of its halves of halves that is not smaller than `pixels`: scaled from
-    /// there, every pixel of the picture contributes to the result. There must be a picture.
+    /// Returns the smallest mipmap level that is not smaller than `pixels`. Smooth scaling from there uses
+    /// every pixel of the picture. Requires a picture.
     const QImage& LevelFor(QSize pixels);
 
 private:
-    std::vector<QImage> m_levels; ///< the picture, and its halves of halves as far as they were needed
+    std::vector<QImage> m_levels; ///< mipmap levels: the picture, then halved sizes, created on demand
 };
 
 } // namespace Tarno

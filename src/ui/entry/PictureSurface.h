@@ -7,7 +7,7 @@ namespace Tarno
 
 class PictureSource;
 
-/// Paints the picture of its source, stretched to the surface's size, or nothing.
+/// Paints the picture of its source, if any, scaled to the size of the surface.
 class PictureSurface : public QWidget
 {
     Q_OBJECT

@@ -19,7 +19,7 @@ fEntry::fEntry(const Program& program, QWidget* parent)
     m_ui->pageComments->Attach(program, Binder(), Guard());
     m_ui->picturePanel->Attach(program, Edited(), EntryField::Picture, QStringLiteral("picCatch"),
                                QStringLiteral("imgCatch"), m_ui->cmdCancel);
-    Prepare(m_ui->cmdOK, m_ui->cmdCancel);
+    ConnectButtons(m_ui->cmdOK, m_ui->cmdCancel);
 
     connect(m_ui->sstEntry, &QTabWidget::currentChanged, this, &fEntry::sstEntry_Click);
     connect(m_ui->pageGeneral, &EntryGeneralPage::WrittenBack, this, &fEntry::EnableSave);
@@ -47,7 +47,7 @@ void fEntry::SetData(std::int16_t iTarnoNo, bool bDelete)
         }
         Edited().Begin(std::move(entry));
         const bool isLoaded = Trap(entryModule, "LoadTheForm", [&] { LoadTheForm(iTarnoNo); });
-        if (bDelete) { // also an entry that cannot be shown whole
+        if (bDelete) { // also if the entry could not be loaded completely
             DeleteAfterQuestion(iTarnoNo);
             return;
         }
@@ -85,7 +85,7 @@ void fEntry::LoadTheForm(std::int16_t iTarnoNo)
         Binder().ShowRecord();
         m_ui->pageGeneral->ShowExistingEntry();
     } else {
-        Binder().ShowNothing();
+        Binder().ClearControls();
         m_ui->pageGeneral->ShowNewEntry();
     }
     m_ui->picturePanel->ShowRecord();
@@ -95,7 +95,7 @@ void fEntry::sstEntry_Click()
 {
     Trap(entryModule, "sstEntry_Click", [this] {
         m_ui->lblNote->setVisible(m_ui->sstEntry->currentIndex() == 0);
-        QWidget* page = m_ui->sstEntry->currentWidget(); // whose focus proxy is its first control
+        QWidget* page = m_ui->sstEntry->currentWidget(); // its focus proxy is its first control
         (page == m_ui->pagePicture ? m_ui->cmdCancel : page)->setFocus();
     });
 }

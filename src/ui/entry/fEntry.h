@@ -13,8 +13,8 @@ namespace Ui
 class fEntry;
 }
 
-/// The window in which one log entry is added, changed or deleted. It works on a private copy of the
-/// entry's record; every control writes its value into that copy when the user leaves it.
+/// The window in which one log entry is added, changed or deleted. It works on a private copy of the record.
+/// Every control writes its value into that copy when the user leaves it.
 class fEntry : public EditingDialog
 {
     Q_OBJECT
@@ -26,9 +26,9 @@ public:
     fEntry& operator=(const fEntry&) = delete;
     ~fEntry() override;
 
-    /// Edits the entry `iTarnoNo`, or a new one for 0, and returns when the window has been closed. With
-    /// `bDelete` only asks whether to delete it, and does so; the window is not shown then. Returns at
-    /// once, the user having been told, when there is no location or the entry cannot be read.
+    /// Edits the entry `iTarnoNo`, or a new one for 0, and returns when the window is closed. With `bDelete`,
+    /// only asks whether to delete the entry and never shows the window. If there is no location or the entry
+    /// cannot be read, shows a message and returns.
     void SetData(std::int16_t iTarnoNo, bool bDelete);
 
 private:

@@ -10,7 +10,7 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
-// Q_INIT_RESOURCE does not work in a namespace
+// Q_INIT_RESOURCE does not work inside a namespace
 static void InitManual()
 {
     Q_INIT_RESOURCE(manual);
@@ -36,7 +36,7 @@ fHelp::fHelp(QWidget* parent) : QDialog(parent), m_browser(new QTextBrowser(this
     m_browser->setObjectName(QStringLiteral("txtManual"));
     m_browser->setAccessibleName(QStringLiteral("Manual"));
     m_browser->document()->setDocumentMargin(16);
-    if (palette().color(QPalette::Base).lightness() < 128) { // not every dark desktop has light links
+    if (palette().color(QPalette::Base).lightness() < 128) { // some dark themes have dark links
         m_browser->document()->setDefaultStyleSheet(QStringLiteral("a { color: #7ab8ff; }"));
     }
 

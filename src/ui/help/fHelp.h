@@ -7,8 +7,7 @@ class QTextBrowser;
 namespace Tarno
 {
 
-/// The manual, one page for each window of the program. It stands beside the window that it was opened from,
-/// which can be used meanwhile.
+/// The manual, with one page for each window of the program. It is not modal.
 class fHelp : public QDialog
 {
     Q_OBJECT
@@ -16,7 +15,8 @@ class fHelp : public QDialog
 public:
     explicit fHelp(QWidget* parent);
 
-    /// Shows the page about `window`, known by its object name; the contents when there is none.
+    /// Shows the page about `window`, found by its object name, or the table of contents if that page does
+    /// not exist.
     void ShowPageFor(const QWidget* window);
 
 private:
@@ -25,13 +25,13 @@ private:
     QTextBrowser* m_browser;
 };
 
-/// Opens the manual at the page of the active window when the user presses F1, whichever window that is.
+/// Opens the manual at the page about the active window when the user presses F1.
 class HelpKey : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Works as long as it lives, in the whole program.
+    /// Installs the key for the whole program until the object is destroyed.
     HelpKey();
 
     bool eventFilter(QObject* object, QEvent* event) override;

@@ -33,12 +33,12 @@ dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
     Binder().BindBox(LocationField::LocLong, m_ui->txtLong);
     Binder().BindBox(LocationField::LocGMT, m_ui->txtGMT);
     for (QLineEdit* box : {m_ui->txtLatt, m_ui->txtLong, m_ui->txtGMT}) {
-        // besides the signs of a number also what four keys that move the cursor have as characters
+        // "#$%'": see docs/quirks.md
         new KeyFilter(box, QStringLiteral("-.#$%'"));
     }
     m_ui->picturePanel->Attach(program, Edited(), LocationField::LocPicture, QStringLiteral("picLoc"),
                                QStringLiteral("imgLoc"), m_ui->cmdCancel);
-    Prepare(m_ui->cmdOK, m_ui->cmdCancel);
+    ConnectButtons(m_ui->cmdOK, m_ui->cmdCancel);
     connect(m_ui->chkDST, &QCheckBox::clicked, this, &dlgLocMaint::chkDST_Click);
     connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &dlgLocMaint::EnableSave);
 }
@@ -71,7 +71,7 @@ void dlgLocMaint::ShowLocation(bool isNew)
         throw Error(ErrorNumber::ObjectNotSet);
     }
     if (isNew) {
-        Binder().ShowNothing();
+        Binder().ClearControls();
     } else {
         Binder().ShowRecord();
     }

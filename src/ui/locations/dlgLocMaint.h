@@ -25,12 +25,12 @@ public:
     dlgLocMaint& operator=(const dlgLocMaint&) = delete;
     ~dlgLocMaint() override;
 
-    /// Edits the location `locationNumber`, or a new one for 0, and returns when the window has been closed.
-    /// In delete mode only asks whether to delete it, and does so; the window is not shown then.
+    /// Edits the location `locationNumber`, or a new one for 0, and returns when the window is closed. In
+    /// delete mode, only asks whether to delete the location and never shows the window.
     void SetData(std::int16_t locationNumber, bool deleteMode);
 
-    /// Wrapped labels are kept high enough by TextHeight. Windows makes a window that answers true as high as
-    /// its layout would like to be, beyond the screen.
+    /// TextHeight keeps wrapped labels high enough. If this returned true, Windows would make the window
+    /// higher than the screen.
     bool hasHeightForWidth() const override { return false; }
 
 private:

@@ -22,7 +22,7 @@ namespace
 
 constexpr std::string_view module = "fLocs";
 
-/// How the spot is reached, as the location's window calls it.
+/// Returns the caption for an access code that the location dialog uses.
 QString AccessWord(std::string_view code)
 {
     return code == "0"   ? QStringLiteral("Land Based")
@@ -42,7 +42,7 @@ fLocs::fLocs(const Program& program, QWidget* parent)
                                 QStringLiteral("GMT Diff"), QStringLiteral("DST")});
     const QString degrees = QStringLiteral("-151.12345");
     m_ui->lvwLocs->SetHint(
-        QStringLiteral("No locations yet. Click \"Add\", or press Ctrl+N, to enter the first one."));
+        QStringLiteral("No locations yet. Click \"Add\" or press Ctrl+N to add the first one."));
     m_ui->lvwLocs->FitColumns({{}, QStringLiteral("Land Based"), degrees, degrees, {}, QStringLiteral("Yes")},
                               0);
 
@@ -76,7 +76,7 @@ void fLocs::LoadLocations()
         }
         rows.reserve(locations.size());
         for (const RecordView& location : locations) {
-            // the name has to be there; a record that lacks another value is listed without it
+            // the name is required; other missing values are listed as empty
             const auto text = [&](LocationField::Position position) {
                 return position < location.Count() ? location.Text(position) : std::string();
             };

@@ -15,7 +15,7 @@ namespace Ui
 class fLocs;
 }
 
-/// The list of all fishing locations, from which one is added, edited or deleted.
+/// The window that lists all fishing locations, with commands to add, edit, delete and print them.
 class fLocs : public QDialog
 {
     Q_OBJECT

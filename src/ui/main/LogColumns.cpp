@@ -13,12 +13,12 @@ namespace Tarno
 namespace
 {
 
-enum class Shows { Value, CodeAndWord };
+enum class CellContent { Value, CodeAndWord };
 
 struct LogColumn {
     const char* heading;
     EntryField::Position field;
-    Shows shows = Shows::Value;
+    CellContent content = CellContent::Value;
 };
 
 constexpr std::array columns{
@@ -29,8 +29,8 @@ constexpr std::array columns{
     LogColumn{"End", EntryField::EndTime},
     LogColumn{"Tide-Start", EntryField::TideStart},
     LogColumn{"Tide-End", EntryField::TideEnd},
-    LogColumn{"Rating", EntryField::Prediction, Shows::CodeAndWord},
-    LogColumn{"Action", EntryField::FishAction, Shows::CodeAndWord},
+    LogColumn{"Rating", EntryField::Prediction, CellContent::CodeAndWord},
+    LogColumn{"Action", EntryField::FishAction, CellContent::CodeAndWord},
 };
 
 QString SampleOf(const LogColumn& column)
@@ -41,7 +41,7 @@ QString SampleOf(const LogColumn& column)
     case FieldKind::Time:
         return QStringLiteral("08:08");
     case FieldKind::Code:
-        return (column.shows == Shows::CodeAndWord ? QStringLiteral("2 - ") : QString()) +
+        return (column.content == CellContent::CodeAndWord ? QStringLiteral("2 - ") : QString()) +
                FromUtf8(FieldWords::notSet);
     default:
         return {};
@@ -91,7 +91,7 @@ void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entrie
             return shownName(value);
         case FieldKind::Code: {
             const std::string word = CodeWord(column.field, value);
-            return FromUtf8(column.shows == Shows::CodeAndWord ? value + " - " + word : word);
+            return FromUtf8(column.content == CellContent::CodeAndWord ? value + " - " + word : word);
         }
         default:
             return FromUtf8(value);

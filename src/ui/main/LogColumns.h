@@ -12,18 +12,19 @@
 namespace Tarno
 {
 
-// The columns of the log: what they are called, how wide they are, and what they show of an entry.
+// The columns of the log: headings, widths and contents.
 
 QStringList LogHeadings();
 
-/// For each column a text that should fit into it; empty for the column that takes the space that is left.
+/// Returns a sample text for the width of each column, empty for the column that takes the remaining space.
 QStringList LogSamples();
 
-/// The position of the column that takes the space that is left.
+/// Returns the index of the column that takes the remaining space.
 int StretchedLogColumn();
 
-/// Appends a row for each entry, in their order; its key is "K" and the entry's number. `locationName` is
-/// asked once for each number of a location. Throws Error ObjectNotSet at the first entry that lacks a value.
+/// Appends a row for each entry in the given order. The key of a row is "K" followed by the number of the
+/// entry. Calls `locationName` once for each location number. Throws Error ObjectNotSet at the first entry
+/// with a missing value; the rows before it are kept.
 void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entries,
                 const std::function<std::string(const std::string&)>& locationName);
 

@@ -14,20 +14,21 @@ namespace Ui
 class fSplash;
 }
 
-/// The About box; at the start of the program it is the splash screen.
+/// The About box, also used as the splash screen at the start.
 class fSplash : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// `folder` is where the log lies; the box says so.
+    /// `folder` is the data folder, shown in the box.
     fSplash(const QString& folder, QWidget* parent);
     fSplash(const fSplash&) = delete;
     fSplash& operator=(const fSplash&) = delete;
     ~fSplash() override;
 
-    /// Shows it modally. As a splash it closes by itself; its button and Esc close it before.
+    /// Shows the box modally and closes it after a short time, or earlier with its button or Esc.
     void ShowSplash();
+    /// Shows the box modally until the user closes it.
     void ShowAbout();
 
 private:

@@ -63,7 +63,7 @@ void fTarno::MakeCommands()
     AddCommand(m_ui->icoTides, "tides", "Tides", Needs::Nothing, &fTarno::Tides);
 }
 
-/// Appends the command to the pop-up menu; the item's name contains its index there.
+/// Appends the command to the pop-up menu. The object name of the item contains its index in the menu.
 void fTarno::AddCommand(QAction* button, const char* icon, const char* menuCaption, Needs needs,
                         void (fTarno::*run)())
 {
@@ -118,8 +118,8 @@ void fTarno::EnableCommands()
     m_ui->lvwEntry->SetHint(
         locations.empty()
             ? QStringLiteral(
-                  "Your log is empty. A trip needs a place: click \"Locations\" and add one first.")
-            : QStringLiteral("No trips yet. Click \"Add\", or press Ctrl+N, to log the first one."));
+                  "Your log is empty. Every trip needs a location. Click \"Locations\" to add one first.")
+            : QStringLiteral("No trips yet. Click \"Add\" or press Ctrl+N to log the first one."));
     const bool anyEntry = m_ui->lvwEntry->RowCount() > 0;
     for (const Command& command : m_commands) {
         const bool enabled = command.needs == Needs::Location ? !locations.empty()
@@ -148,8 +148,8 @@ void fTarno::SetControls(bool usable)
     Trap(module, "SetControls", [&] { m_ui->lvwEntry->SetUsable(usable); });
 }
 
-/// Runs `body`, which opens a window, while the list is greyed; afterwards the list is usable again and
-/// the commands follow their rule, whatever happened.
+/// Greys the list while `body` shows a window. Then enables the list and the commands again, even if `body`
+/// failed.
 template <typename Body>
 void fTarno::WithListGreyed(const char* routine, Body&& body)
 {
@@ -165,13 +165,13 @@ std::int16_t fTarno::SelectedEntry() const
     return ToInt16(ToUtf8(m_ui->lvwEntry->SelectedKey().value().mid(1)));
 }
 
-void fTarno::EditSelected(const char* routine, bool remove)
+void fTarno::EditSelected(const char* routine, bool deleteMode)
 {
     if (!m_ui->lvwEntry->SelectedKey()) {
         return;
     }
     WithListGreyed(routine, [&] {
-        fEntry(m_program, this).SetData(SelectedEntry(), remove);
+        fEntry(m_program, this).SetData(SelectedEntry(), deleteMode);
         LoadEntryList();
     });
 }
@@ -242,7 +242,7 @@ void fTarno::cmdExit_Click()
                                           .icon = Icon::Question,
                                           .buttons = Buttons::YesNoCancel,
                                           .byDefault = Button::No});
-        if (answer == Button::Yes && MayLoseUnsaved()) {
+        if (answer == Button::Yes && ConfirmLosingChanges()) {
             m_exitConfirmed = true;
             m_program.sql.DeInit();
             Q_EMIT ExitConfirmed();
@@ -250,8 +250,8 @@ void fTarno::cmdExit_Click()
     });
 }
 
-/// Whether nothing would be lost by ending now, or the user accepts it.
-bool fTarno::MayLoseUnsaved()
+/// Returns true if there are no unsaved changes or the user agrees to lose them.
+bool fTarno::ConfirmLosingChanges()
 {
     const std::vector<std::string> files = m_program.sql.UnsavedFiles();
     if (files.empty()) {
@@ -261,9 +261,10 @@ bool fTarno::MayLoseUnsaved()
     for (const std::string& file : files) {
         names << FromUtf8(file);
     }
-    const QString text = QStringLiteral("The last changes could not be saved to: ") +
+    const QString text = QStringLiteral("Your last changes could not be saved to: ") +
                          names.join(QStringLiteral(", ")) +
-                         QStringLiteral("\r\nThey are lost when Tarno ends now. Exit all the same?");
+                         QStringLiteral("\r\nIf you exit now, you will lose them. To keep them, click \"No\" "
+                                        "and save another change.\r\n\r\nExit anyway?");
     return m_program.messages.Ask(this, {.text = text,
                                          .title = QStringLiteral("Changes Not Saved"),
                                          .icon = Icon::Exclamation,

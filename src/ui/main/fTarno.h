@@ -20,7 +20,7 @@ namespace Ui
 class fTarno;
 }
 
-/// The main window: the list of all log entries, and the commands that reach every other window.
+/// The main window: the list of all log entries and the commands that open the other windows.
 class fTarno : public QMainWindow
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ public:
     fTarno& operator=(const fTarno&) = delete;
     ~fTarno() override;
 
-    // The commands; errors in them are reported and leave the window usable.
+    // Commands. Errors are reported and leave the window usable.
 
     void Add();
     void Edit();
@@ -43,7 +43,7 @@ public:
     void About();
 
 Q_SIGNALS:
-    /// The user confirmed the exit; the data access has been released.
+    /// The user confirmed the exit and the data access was released.
     void ExitConfirmed();
 
 protected:
@@ -65,8 +65,8 @@ private:
     void lvwEntry_DblClick();
     void lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position);
     void cmdExit_Click();
-    bool MayLoseUnsaved();
-    void EditSelected(const char* routine, bool remove);
+    bool ConfirmLosingChanges();
+    void EditSelected(const char* routine, bool deleteMode);
     std::int16_t SelectedEntry() const;
     template <typename Body>
     void WithListGreyed(const char* routine, Body&& body);
@@ -74,7 +74,7 @@ private:
     const Program& m_program;
     std::unique_ptr<Ui::fTarno> m_ui;
     QMenu* m_popUp;
-    std::vector<Command> m_commands; ///< with what has to exist before one is enabled
+    std::vector<Command> m_commands; ///< each with the condition for being enabled
     bool m_exitConfirmed = false;
 };
 

@@ -1,5 +1,5 @@
-// A Windows program that writes down how it was started: its command line and its folder, a line each in
-// UTF-8, in the file "started.txt" beside itself.
+// A Windows program that records its command line and its working folder, one line each in UTF-8, in the file
+// "started.txt" in its own folder.
 
 #include <QByteArray>
 #include <QString>

@@ -1,5 +1,4 @@
-// The real message boxes, file dialogs and program starter, and the clock: what the doubles of the other
-// tests stand for.
+// The real message boxes, file dialogs, program starter and clock, which other tests replace with doubles.
 
 #include "core/Error.h"
 #include "support/Platform.h"
@@ -32,7 +31,7 @@ QStringList Captions(const QMessageBox& box)
     return captions;
 }
 
-/// Asks `question`, takes `steps` in the box and returns the answer.
+/// Asks `question`, runs `steps` in the box and returns the answer.
 template <typename Steps>
 Button Asked(const Question& question, Steps&& steps)
 {
@@ -64,10 +63,10 @@ class tst_DesktopPrompts : public QObject
 
 private Q_SLOTS:
 
-    // what Windows draws itself has no controls that a test could find
+    // native Windows dialogs have no controls that a test can find
     void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
 
-    void box_showsWhatIsAsked_data()
+    void box_showsTheQuestion_data()
     {
         QTest::addColumn<Icon>("icon");
         QTest::addColumn<int>("shown");
@@ -80,7 +79,7 @@ private Q_SLOTS:
         QTest::newRow("exclamation") << Icon::Exclamation << int(QMessageBox::Warning) << Buttons::Ok;
     }
 
-    void box_showsWhatIsAsked()
+    void box_showsTheQuestion()
     {
         QFETCH(Icon, icon);
         QFETCH(int, shown);
@@ -99,7 +98,7 @@ private Q_SLOTS:
               });
     }
 
-    void box_enterGivesTheDefault_data()
+    void box_enterReturnsTheDefault_data()
     {
         QTest::addColumn<Buttons>("buttons");
         QTest::addColumn<Button>("byDefault");
@@ -109,7 +108,7 @@ private Q_SLOTS:
         QTest::newRow("cancel") << Buttons::YesNoCancel << Button::Cancel;
     }
 
-    void box_enterGivesTheDefault()
+    void box_enterReturnsTheDefault()
     {
         QFETCH(Buttons, buttons);
         QFETCH(Button, byDefault);
@@ -118,7 +117,7 @@ private Q_SLOTS:
                  byDefault);
     }
 
-    void box_escGivesTheAnswerThatChangesNothing_data()
+    void box_escReturnsTheAnswerThatChangesNothing_data()
     {
         QTest::addColumn<Buttons>("buttons");
         QTest::addColumn<Button>("answer");
@@ -127,7 +126,7 @@ private Q_SLOTS:
         QTest::newRow("with cancel") << Buttons::YesNoCancel << Button::Cancel;
     }
 
-    void box_escGivesTheAnswerThatChangesNothing()
+    void box_escReturnsTheAnswerThatChangesNothing()
     {
         QFETCH(Buttons, buttons);
         QFETCH(Button, answer);
@@ -137,7 +136,7 @@ private Q_SLOTS:
             answer);
     }
 
-    void openDialog_givesTheChosenFile()
+    void openDialog_returnsTheChosenFile()
     {
         const TemporaryFolder folder;
         folder.Write("catch.png", "x");
@@ -166,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(chosen, std::optional(path));
     }
 
-    void saveDialog_takesAFileThatIsThereWithoutAQuestion()
+    void saveDialog_existingFile_isAcceptedWithoutAQuestion()
     {
         const TemporaryFolder folder;
         folder.Write("log.rtf", "old");
@@ -190,7 +189,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("log.rtf"), "old");
     }
 
-    void fileDialogs_cancelled_giveNothing()
+    void fileDialogs_cancelled_returnNothing()
     {
         const FileQuestion nothing{.title = {}, .filter = {}, .folder = {}, .fileName = {}};
         std::optional<QString> chosen = QStringLiteral("something");
@@ -204,7 +203,7 @@ private Q_SLOTS:
         QVERIFY(!chosen);
     }
 
-    void program_isStartedInItsFolderAndNotWaitedFor()
+    void program_isStartedInItsFolderWithoutWaiting()
     {
         NOT_ON_WINDOWS("shell scripts");
         const TemporaryFolder folder;
@@ -215,12 +214,12 @@ private Q_SLOTS:
         DesktopProgramStarter().Start(QString::fromStdString(folder.PathOf("tides")), {});
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("started"))), patience);
         QCOMPARE(folder.Read("started"), folder.Path() + "\n");
-        folder.Write("go", ""); // it runs until here
+        folder.Write("go", ""); // lets it end
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("ended"))), patience);
     }
 
 #ifdef Q_OS_WIN
-    void windowsProgram_isStartedInItsFolderAndNotWaitedFor()
+    void windowsProgram_isStartedInItsFolderWithoutWaiting()
     {
         const TemporaryFolder folder;
         folder.MakeFolder("WX Tide");
@@ -235,8 +234,8 @@ private Q_SLOTS:
         QCOMPARE(QDir(record[1]), QFileInfo(path).dir());
     }
 
-    // a program named so that lies beside the one that starts it is found before that of Windows
-    void notepad_getsTheOneCommandLine()
+    // Windows searches the folder of the test program first, so it finds this notepad.exe
+    void notepad_getsThePathUnquoted()
     {
         const QString record = QCoreApplication::applicationDirPath() + QStringLiteral("/started.txt");
         QFile::remove(record);
@@ -249,23 +248,23 @@ private Q_SLOTS:
     }
 #endif
 
-    void program_thatIsNotThere_isFileNotFound()
+    void program_missing_isFileNotFound()
     {
         DesktopProgramStarter starter;
         QCOMPARE(RaisedNumber([&] { starter.Start(QStringLiteral("/no/such/program; touch /tmp/x"), {}); }),
                  53);
-        NOT_ON_WINDOWS("an editor that makes no missing file");
+        NOT_ON_WINDOWS("an editor that does not create a missing file");
         QCOMPARE(RaisedNumber([&] { starter.EditText(QStringLiteral("/no/such/Bait.txt")); }), 53);
     }
 
-    void clock_tellsTheLocalDayInTheDesktopsShortForm()
+    void clock_returnsTheLocalDateInTheShortFormat()
     {
         const SystemClock clock;
         const QDate before = QDate::currentDate();
         const auto today = clock.Today();
         const std::string text = clock.ShortDate();
         if (QDate::currentDate() != before) {
-            QSKIP("midnight came in between");
+            QSKIP("the date changed during the test");
         }
         QCOMPARE(QDate(int(today.year()), int(unsigned(today.month())), int(unsigned(today.day()))), before);
         QCOMPARE(text, QLocale::system().toString(before, QLocale::ShortFormat).toStdString());

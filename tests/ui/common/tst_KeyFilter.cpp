@@ -9,7 +9,7 @@ using namespace Tarno;
 namespace
 {
 
-/// A box on the screen that takes digits and ":".
+/// A visible box that accepts digits and ":".
 class Filtered : public QLineEdit
 {
 public:
@@ -42,13 +42,13 @@ class tst_KeyFilter : public QObject
 
 private Q_SLOTS:
 
-    void typed_onlyWhatPassesAppears()
+    void typed_onlyAcceptedCharactersAppear()
     {
         Filtered box;
         QCOMPARE(box.Typed("a1 2-:x3."), QStringLiteral("12:3"));
     }
 
-    void typed_inTheMiddle_theCursorStaysBehindIt()
+    void typed_inTheMiddle_movesTheCursorAfterIt()
     {
         Filtered box;
         box.Typed("1:2");
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(box.Typed("x"), QStringLiteral("12:34"));
     }
 
-    void pasted_whatPassesIsLeft()
+    void pasted_keepsAcceptedCharacters()
     {
         Filtered box;
         QCOMPARE(box.Pasted("at 06:45 pm"), QStringLiteral("06:45"));
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(box.Pasted("noon"), QString());
     }
 
-    void pasted_intoTheMiddle_theRestStays()
+    void pasted_inTheMiddle_keepsTheRest()
     {
         Filtered box;
         box.Typed("1:2");
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(box.cursorPosition(), 3);
     }
 
-    void pasted_digitsLikeTheirNeighbours_areAllThere()
+    void pasted_digitsEqualToTheirNeighbours_areKept()
     {
         Filtered box;
         box.Typed("11");
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QCOMPARE(box.Pasted("1a1"), QStringLiteral("1111"));
     }
 
-    void shown_passesAsItIs()
+    void setText_isNotFiltered()
     {
         Filtered box;
         KeyFilter::SetText(&box, QStringLiteral("never"));
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QVERIFY(box.validator() != nullptr);
     }
 
-    void shown_besides_canBeTakenAway()
+    void setText_canBeEditedAfterwards()
     {
         Filtered box;
         KeyFilter::SetText(&box, QStringLiteral("never"));
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QCOMPARE(box.Typed("6"), QStringLiteral("6"));
     }
 
-    void show_aBoxWithoutFilter_justShows()
+    void setText_withoutFilter_setsTheText()
     {
         QLineEdit box;
         KeyFilter::SetText(&box, QStringLiteral("anything"));

@@ -20,11 +20,12 @@ using namespace Tarno;
 namespace
 {
 
-/// A window with two guarded boxes, a list, an option to tick, two buttons, pages and a label.
-class Guarded : public QWidget
+/// A window with two guarded boxes, an unguarded box, a combo box, a check box, two buttons, pages and a
+/// label.
+class GuardedWindow : public QWidget
 {
 public:
-    Guarded()
+    GuardedWindow()
     {
         auto* column = new QVBoxLayout(this);
         for (QWidget* widget : std::initializer_list<QWidget*>{&box, &lines, &other, &list, &tick, &button,
@@ -66,7 +67,7 @@ public:
         QApplication::sendEvent(windowHandle(), &turn);
     }
 
-    /// What can be seen of an action: whatever changes by it.
+    /// Returns the state that the actions change.
     std::string Outcome() const
     {
         return "focus " + std::to_string(box.hasFocus()) + ", clicks " + std::to_string(clicks) +
@@ -92,28 +93,28 @@ public:
     bool closed = false;
 };
 
-using Action = void (*)(Guarded& window);
+using Action = void (*)(GuardedWindow& window);
 
 void AddActions()
 {
     QTest::addColumn<Action>("action");
     const auto row = [](const char* name, Action action) { QTest::newRow(name) << action; };
-    row("Tab", [](Guarded& window) { Press(window, Qt::Key_Tab); });
-    row("Shift+Tab", [](Guarded& window) { Press(window, Qt::Key_Backtab, Qt::ShiftModifier); });
-    row("click on another box", [](Guarded& window) { Click(window.other); });
-    row("click on a list", [](Guarded& window) { Click(window.list); });
-    row("click on a tick", [](Guarded& window) { Click(window.tick); });
-    row("click on a button", [](Guarded& window) { Click(window.button); });
-    row("click on a page tab", [](Guarded& window) { window.ClickTab(1); });
-    row("mnemonic", [](Guarded& window) {
+    row("Tab", [](GuardedWindow& window) { Press(window, Qt::Key_Tab); });
+    row("Shift+Tab", [](GuardedWindow& window) { Press(window, Qt::Key_Backtab, Qt::ShiftModifier); });
+    row("click on another box", [](GuardedWindow& window) { Click(window.other); });
+    row("click on a list", [](GuardedWindow& window) { Click(window.list); });
+    row("click on a check box", [](GuardedWindow& window) { Click(window.tick); });
+    row("click on a button", [](GuardedWindow& window) { Click(window.button); });
+    row("click on a page tab", [](GuardedWindow& window) { window.ClickTab(1); });
+    row("mnemonic", [](GuardedWindow& window) {
         Press(window, Qt::Key_G, Qt::AltModifier);
         Await([&] { return !window.button.isDown(); }, "the button stays down");
     });
-    row("shortcut of a button", [](Guarded& window) {
+    row("shortcut of a button", [](GuardedWindow& window) {
         Press(window, Qt::Key_F5);
         Await([&] { return !window.again.isDown(); }, "the button stays down");
     });
-    row("close box", [](Guarded& window) { window.close(); });
+    row("close box", [](GuardedWindow& window) { window.close(); });
 }
 
 } // namespace
@@ -126,12 +127,12 @@ class tst_LeaveGuard : public QObject
 
 private Q_SLOTS:
 
-    void action_refused_isSwallowed_data() { AddActions(); }
+    void action_refused_isDiscarded_data() { AddActions(); }
 
-    void action_refused_isSwallowed()
+    void action_refused_isDiscarded()
     {
         QFETCH(Action, action);
-        Guarded window;
+        GuardedWindow window;
         window.allows = false;
         const std::string before = window.Outcome();
         action(window);
@@ -146,7 +147,7 @@ private Q_SLOTS:
     void action_allowed_happensAfterTheCheck()
     {
         QFETCH(Action, action);
-        Guarded window;
+        GuardedWindow window;
         const std::string before = window.Outcome();
         action(window);
         QVERIFY(window.Outcome() != before);
@@ -156,7 +157,7 @@ private Q_SLOTS:
 
     void action_elsewhere_runsNoCheck()
     {
-        Guarded window;
+        GuardedWindow window;
         window.other.setFocus();
         window.allows = false;
         Click(window.button);
@@ -169,7 +170,7 @@ private Q_SLOTS:
 
     void keyOfTheBox_runsNoCheck()
     {
-        Guarded window;
+        GuardedWindow window;
         window.allows = false;
         Type(window, "abc");
         Press(window, Qt::Key_Left);
@@ -180,7 +181,7 @@ private Q_SLOTS:
 
     void shortcutOfTheBox_runsNoCheck()
     {
-        Guarded window;
+        GuardedWindow window;
         window.allows = false;
         int steps = 0;
         QShortcut up(QKeySequence(Qt::Key_Up), &window.box, nullptr, nullptr, Qt::WidgetShortcut);
@@ -192,7 +193,7 @@ private Q_SLOTS:
 
     void enter_inABoxOfSeveralLines_isALineBreak()
     {
-        Guarded window;
+        GuardedWindow window;
         window.lines.setFocus();
         window.allows = false;
         Type(window, "a");
@@ -201,23 +202,23 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(window.lines.toPlainText()), "a\n\n");
         QCOMPARE(window.checks, 0);
         window.box.setFocus();
-        Press(window, Qt::Key_Return); // in the other box Enter would press a button
+        Press(window, Qt::Key_Return); // in a single-line box Enter presses a button
         QCOMPARE(window.checks, 1);
     }
 
     void clickIntoTheBoxItself_runsNoCheck()
     {
-        Guarded window;
+        GuardedWindow window;
         window.allows = false;
         Click(window.box);
         window.lines.setFocus();
-        Click(window.lines); // its viewport is what is hit
+        Click(window.lines); // hits its viewport
         QCOMPARE(window.checks, 0);
     }
 
     void clickOnALabel_runsNoCheck()
     {
-        Guarded window;
+        GuardedWindow window;
         window.allows = false;
         Click(window.label);
         QCOMPARE(window.checks, 0);
@@ -225,25 +226,25 @@ private Q_SLOTS:
 
     void clickOnADisabledBox_runsNoCheck()
     {
-        Guarded window;
+        GuardedWindow window;
         window.allows = false;
         window.other.setEnabled(false);
         Click(window.other);
         QCOMPARE(window.checks, 0);
     }
 
-    void wakened_disabledButton_countsWhenTheCheckEnabledIt_data()
+    void disabledSave_actsIfTheCheckEnablesIt_data()
     {
         QTest::addColumn<bool>("byMnemonic");
         QTest::newRow("click") << false;
         QTest::newRow("mnemonic") << true;
     }
 
-    void wakened_disabledButton_countsWhenTheCheckEnabledIt()
+    void disabledSave_actsIfTheCheckEnablesIt()
     {
         QFETCH(bool, byMnemonic);
         for (const bool enables : {true, false}) {
-            Guarded window;
+            GuardedWindow window;
             window.guard.SetSaveButton(&window.button);
             window.guard.Add(&window.box, [&] {
                 window.button.setEnabled(enables);
@@ -260,9 +261,9 @@ private Q_SLOTS:
         }
     }
 
-    void wakened_disabledButton_refused_typesNothing()
+    void disabledSave_refused_typesNothing()
     {
-        Guarded window;
+        GuardedWindow window;
         window.guard.SetSaveButton(&window.button);
         window.button.setEnabled(false);
         window.allows = false;
@@ -270,13 +271,13 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(window.box.text()), "");
         QCOMPARE(window.clicks, 0);
         QVERIFY(window.checks > 0);
-        Type(window, "g"); // later keys are the box's again
+        Type(window, "g"); // later keys reach the box again
         QCOMPARE(ToUtf8(window.box.text()), "g");
     }
 
-    void wheel_overATabRefused_keepsThePage()
+    void wheel_overTabs_refused_keepsThePage()
     {
-        Guarded window;
+        GuardedWindow window;
         const QPoint overTabs =
             window.pages.tabBar()->mapTo(&window, window.pages.tabBar()->tabRect(0).center());
         window.allows = false;
@@ -289,7 +290,7 @@ private Q_SLOTS:
 
     void wheel_overAListWithoutFocus_changesNothing()
     {
-        Guarded window;
+        GuardedWindow window;
         const QPoint overList = window.list.mapTo(&window, window.list.rect().center());
         window.Wheel(overList);
         QCOMPARE(window.list.currentIndex(), 0);
@@ -300,7 +301,7 @@ private Q_SLOTS:
 
     void leave_runsTheCheckOfTheFocusedBoxOnly()
     {
-        Guarded window;
+        GuardedWindow window;
         QVERIFY(window.guard.Leave());
         QCOMPARE(window.checks, 1);
         window.allows = false;
@@ -312,7 +313,7 @@ private Q_SLOTS:
 
     void anotherWindow_isNotGuarded()
     {
-        Guarded window;
+        GuardedWindow window;
         window.allows = false;
         QPushButton elsewhere(QStringLiteral("Elsewhere"));
         int clicks = 0;
@@ -328,7 +329,7 @@ private Q_SLOTS:
 
     void hiddenWindow_isNotGuarded()
     {
-        Guarded window;
+        GuardedWindow window;
         window.allows = false;
         window.hide();
         window.close();

@@ -12,7 +12,7 @@ class tst_Notices : public QObject
 
 private Q_SLOTS:
 
-    void conflict_isToldWithoutCallingItAnError_data()
+    void conflict_showsANoticeNotAnError_data()
     {
         QTest::addColumn<ConflictNotice>("conflict");
         QTest::addColumn<QString>("text");
@@ -20,30 +20,30 @@ private Q_SLOTS:
             << ConflictNotice{Kind::Trip, "2026-05-03", "Old~CL~Pier", false, "/log/tarno-kept-1.xml"}
             << QStringLiteral(
                    "You and another program have both changed the trip of 2026-05-03 at Old Pier.\r\n\r\n"
-                   "Your version stays. The version of the other program is stored in:\r\n"
+                   "Your version was saved. The other program's version is stored in:\r\n"
                    "/log/tarno-kept-1.xml");
         QTest::newRow("deleted here")
             << ConflictNotice{Kind::Trip, "2026-05-03", "", true, "/log/tarno-kept-2.xml"}
             << QStringLiteral(
                    "Another program has changed the trip of 2026-05-03, which you have deleted.\r\n\r\n"
-                   "It stays deleted. The version of the other program is stored in:\r\n"
+                   "It remains deleted. The other program's version is stored in:\r\n"
                    "/log/tarno-kept-2.xml");
         QTest::newRow("deleted there")
             << ConflictNotice{Kind::Location, "", "P\u0101ua Bay", false, ""}
             << QStringLiteral(
                    "Another program has deleted the location P\u0101ua Bay, which you have changed.\r\n\r\n"
-                   "Your version was put back.");
+                   "Your version was restored.");
         QTest::newRow("a column") << ConflictNotice{Kind::Column, "", "Start Date", false, ""}
                                   << QStringLiteral(
                                          "Another program has deleted the column Start Date, which you have "
-                                         "changed.\r\n\r\nYour version was put back.");
+                                         "changed.\r\n\r\nYour version was restored.");
         QTest::newRow("a report") << ConflictNotice{Kind::Report, "", "Summer", false, ""}
                                   << QStringLiteral(
                                          "Another program has deleted the report Summer, which you have "
-                                         "changed.\r\n\r\nYour version was put back.");
+                                         "changed.\r\n\r\nYour version was restored.");
     }
 
-    void conflict_isToldWithoutCallingItAnError()
+    void conflict_showsANoticeNotAnError()
     {
         QFETCH(ConflictNotice, conflict);
         QFETCH(QString, text);

@@ -11,7 +11,7 @@ using namespace Tarno;
 namespace
 {
 
-/// A window with the groups "optWind" of three buttons and "optWeather" of two.
+/// A window with the groups "optWind" (three buttons) and "optWeather" (two buttons).
 class Options : public QWidget
 {
 public:
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(OptionGroup(&window, QStringLiteral("optTide")).Count(), 0);
     }
 
-    void buttons_ofAnotherGroupBesides_areNotTouched()
+    void buttons_ofAnotherGroup_areNotChanged()
     {
         Options window;
         OptionGroup winds(&window, wind);
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QCOMPARE(weathers.Chosen(), std::optional(0));
     }
 
-    void choose_oneAtATime()
+    void choose_unchecksTheOthers()
     {
         Options window;
         OptionGroup group(&window, wind);
@@ -75,7 +75,7 @@ private Q_SLOTS:
         }
     }
 
-    void choose_none_letsTheLastGo()
+    void choose_none_unchecksTheChosenButton()
     {
         Options window;
         OptionGroup group(&window, wind);
@@ -85,21 +85,21 @@ private Q_SLOTS:
         group.Choose(std::nullopt);
         QCOMPARE(group.Chosen(), std::optional<int>());
         QVERIFY(!window.Button("optWind_1").isChecked());
-        group.Choose(2); // and one excludes the other as before
+        group.Choose(2); // the group is exclusive again
         group.Choose(0);
         QVERIFY(!window.Button("optWind_2").isChecked());
     }
 
-    void choose_noSuchButton_isNone_data()
+    void choose_unknownIndex_choosesNone_data()
     {
         QTest::addColumn<int>("index");
-        QTest::newRow("behind the last") << 3;
+        QTest::newRow("after the last") << 3;
         QTest::newRow("negative") << -1;
-        QTest::newRow("what the group numbers by itself") << -2;
-        QTest::newRow("far away") << 32767;
+        QTest::newRow("automatic id of QButtonGroup") << -2;
+        QTest::newRow("far out of range") << 32767;
     }
 
-    void choose_noSuchButton_isNone()
+    void choose_unknownIndex_choosesNone()
     {
         QFETCH(int, index);
         Options window;
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(group.Chosen(), std::optional<int>());
     }
 
-    void choose_isNoClick()
+    void choose_emitsNoClick()
     {
         Options window;
         OptionGroup group(&window, wind);
@@ -119,20 +119,20 @@ private Q_SLOTS:
         QCOMPARE(clicks.size(), 0);
     }
 
-    void click_tellsTheIndex()
+    void click_emitsTheIndex()
     {
         Options window;
         OptionGroup group(&window, wind);
         const QSignalSpy clicks(&group, &OptionGroup::Clicked);
         window.Button("optWind_2").click();
-        window.Button("optWind_2").click(); // once more on the chosen one
+        window.Button("optWind_2").click(); // already chosen
         window.Button("optWeather_0").click();
         QCOMPARE(clicks.size(), 2);
         QCOMPARE(clicks.at(0).at(0).toInt(), 2);
         QCOMPARE(group.Chosen(), std::optional(2));
     }
 
-    void click_afterNone_tellsTheFirst()
+    void click_afterNone_emitsTheFirst()
     {
         Options window;
         OptionGroup group(&window, wind);
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(group.Chosen(), std::optional(0));
     }
 
-    void arrowKey_tellsTheIndex()
+    void arrowKey_emitsTheIndex()
     {
         Options window;
         AwaitActive(window);

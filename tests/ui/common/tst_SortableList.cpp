@@ -15,7 +15,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A list on the screen with columns "Name" and "Number".
+/// A visible list with the columns "Name" and "Number".
 class ShownList : public SortableList
 {
 public:
@@ -27,7 +27,7 @@ public:
         AwaitActive(*this);
     }
 
-    /// Rows whose keys and names are `names`; the number is the length of the name.
+    /// Shows rows with `names` as keys and names, and the length of each name as the number.
     void Show(const Texts& names)
     {
         std::vector<TextTableModel::Row> rows;
@@ -67,7 +67,7 @@ class tst_SortableList : public QObject
 
 private Q_SLOTS:
 
-    void model_isWellBehaved()
+    void model_passesTheModelTester()
     {
         ShownList list;
         const QAbstractItemModelTester tester(list.model(),
@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(list.RowCount(), 0);
     }
 
-    void rows_standAsGivenBeforeTheFirstClick()
+    void rows_areInTheGivenOrderBeforeTheFirstClick()
     {
         ShownList list;
         list.Show({"b", "c", "a"});
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(list.Names(), (Texts{"a", "b", "c"}));
     }
 
-    void rows_equal_keepTheirOrderBothWays()
+    void rows_equal_keepTheirOrderInBothDirections()
     {
         ShownList list;
         list.Show({"b", "ccc", "a", "dd"});
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(list.Names(), (Texts{"ccc", "dd", "b", "a"}));
     }
 
-    void rows_new_keepTheOrderChosen()
+    void rows_new_keepTheSortOrder()
     {
         ShownList list;
         list.Show({"b", "c", "a"});
@@ -124,7 +124,7 @@ private Q_SLOTS:
         QCOMPARE(list.Names(), (Texts{"e", "f", "g"}));
     }
 
-    void selection_firstRowAtFirst()
+    void selection_startsAtTheFirstRow()
     {
         ShownList list;
         QCOMPARE(list.Selected(), "(none)");
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(list.Selected(), "a");
     }
 
-    void selection_rowGone_goesToTheFirst()
+    void selection_rowRemoved_movesToTheFirst()
     {
         ShownList list;
         list.Show({"b", "c", "a"});
@@ -152,10 +152,10 @@ private Q_SLOTS:
         list.ClickHeading(0);
         list.ClickHeading(0);
         list.Show({"b", "c"});
-        QCOMPARE(list.Selected(), "c"); // the first as it stands there
+        QCOMPARE(list.Selected(), "c"); // the first row in the sort order
     }
 
-    void selection_rowsGone_isNone()
+    void selection_allRowsRemoved_isNone()
     {
         ShownList list;
         list.Show({"b"});
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(list.Selected(), "x");
     }
 
-    void selection_keysDifferingInCase_areNotMixedUp()
+    void selection_keysDifferingInCase_areDistinguished()
     {
         ShownList list;
         list.Show({"k1", "K1"});
@@ -174,7 +174,7 @@ private Q_SLOTS:
         QCOMPARE(list.Selected(), "K1");
     }
 
-    void selection_keysThatBeginAlike_areNotMixedUp()
+    void selection_keysWithTheSamePrefix_areDistinguished()
     {
         ShownList list;
         list.Show({"K1"});
@@ -182,27 +182,27 @@ private Q_SLOTS:
         QCOMPARE(list.Selected(), "K1");
     }
 
-    void pressed_tellsButtonAndSelectsTheRowFirst_data()
+    void pressed_isEmittedAfterTheRowIsSelected_data()
     {
         QTest::addColumn<Qt::MouseButton>("button");
         QTest::newRow("left") << Qt::LeftButton;
         QTest::newRow("right") << Qt::RightButton;
     }
 
-    void pressed_tellsButtonAndSelectsTheRowFirst()
+    void pressed_isEmittedAfterTheRowIsSelected()
     {
         QFETCH(Qt::MouseButton, button);
         ShownList list;
         list.Show({"b", "c", "a"});
         std::string selectedThen;
-        Qt::MouseButton told = Qt::NoButton;
+        Qt::MouseButton emitted = Qt::NoButton;
         connect(&list, &SortableList::Pressed, this, [&](Qt::MouseButton pressed) {
             selectedThen = list.Selected();
-            told = pressed;
+            emitted = pressed;
         });
         QTest::mouseClick(list.viewport(), button, {}, list.PointIn(1));
         QCOMPARE(selectedThen, "c");
-        QCOMPARE(told, button);
+        QCOMPARE(emitted, button);
     }
 
     void pressed_onEmptySpace_keepsTheSelection()
@@ -252,7 +252,7 @@ private Q_SLOTS:
         QCOMPARE(requests.size(), times);
     }
 
-    void openRequested_nothingSelected_isNotAsked()
+    void openRequested_nothingSelected_isNotEmitted()
     {
         ShownList list;
         const QSignalSpy requests(&list, &SortableList::OpenRequested);
@@ -261,7 +261,7 @@ private Q_SLOTS:
         QCOMPARE(requests.size(), 0);
     }
 
-    void usable_greysAndComesBack()
+    void setUsable_greysAndRestoresTheList()
     {
         ShownList list;
         const QColor usual = list.palette().color(QPalette::Base);
@@ -279,7 +279,7 @@ private Q_SLOTS:
     void columns_fitTheirTexts()
     {
         ShownList list;
-        const QString wide = QStringLiteral("a number as wide as a barn door");
+        const QString wide = QStringLiteral("a very wide number for the column");
         list.FitColumns({{}, wide}, 0);
         QVERIFY(list.columnWidth(1) > list.fontMetrics().horizontalAdvance(wide));
         QCOMPARE(list.columnWidth(0) + list.columnWidth(1), list.viewport()->width());
@@ -304,11 +304,11 @@ private Q_SLOTS:
         QVERIFY(looks() != nothing);
     }
 
-    void letters_findInTheSortedColumn()
+    void typing_searchesTheSortedColumn()
     {
         ShownList list;
-        list.Show({"bream", "3 fish", "a"});             // their numbers are 5, 6 and 1
-        list.setCurrentIndex(list.model()->index(0, 1)); // as a click into the second column does
+        list.Show({"bream", "3 fish", "a"});             // numbers 5, 6 and 1
+        list.setCurrentIndex(list.model()->index(0, 1)); // like a click in the second column
         list.keyboardSearch(QStringLiteral("3"));
         QCOMPARE(list.SelectedKey(), std::optional(QStringLiteral("3 fish")));
         list.keyboardSearch({});

@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(changes.size(), 4);
     }
 
-    void sort_isCaseBlindAndKeepsTheOrderOfEqualRows()
+    void sort_isCaseInsensitiveAndStable()
     {
         TextTableModel model(headings, nullptr);
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
@@ -161,7 +161,7 @@ private Q_SLOTS:
         QCOMPARE(sorted(QLocale::Swedish), List("O P Z \xC3\x96"));
     }
 
-    void sort_holdsForNewRows()
+    void sort_appliesToNewRows()
     {
         TextTableModel model(headings, nullptr);
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);

@@ -17,9 +17,9 @@
 namespace Tarno
 {
 
-// The entry editor as its user sees it.
+// Helpers to operate the entry editor as its user does.
 
-/// An entry in which every value is set, so that nothing has to be calculated; it lies at location 1.
+/// Returns an entry at location 1 with every value set, so that nothing is calculated.
 inline Values CompleteEntry(const Values& others = {})
 {
     Values entry{{EntryField::StartDate, "2003-02-05"},
@@ -77,7 +77,7 @@ public:
     int AddCompleteEntry(const Values& others = {}) { return AddEntry(CompleteEntry(others)); }
 };
 
-/// Opens the editor for the entry `key`, a new one for 0, and runs `steps` in it, which have to close it.
+/// Opens the editor for the entry `key`, or a new one for 0, and runs `steps`, which must close it.
 template <typename Steps>
 void Edit(TestProgram& program, int key, Steps&& steps)
 {
@@ -99,7 +99,7 @@ inline void ClickPage(QWidget& editor, int index)
                       tabs->mapTo(&editor, tabs->tabRect(index).center()));
 }
 
-/// Shows the page that holds `control` by its tab.
+/// Clicks the tab of the page that contains `control`.
 inline void ShowPageOf(QWidget& editor, const QWidget& control)
 {
     for (int index = 0; index < Pages(editor).count(); ++index) {
@@ -109,7 +109,7 @@ inline void ShowPageOf(QWidget& editor, const QWidget& control)
     }
 }
 
-/// Clicks the control `name`, on whatever page it is.
+/// Shows the page of the control `name` and clicks the control.
 inline void GoTo(QWidget& editor, const char* name)
 {
     auto& control = Find<QWidget>(editor, name);
@@ -117,7 +117,7 @@ inline void GoTo(QWidget& editor, const char* name)
     Click(control);
 }
 
-/// Goes to the box and replaces its text by typing; the box keeps the focus.
+/// Clicks the box and replaces its text by typing. The box keeps the focus.
 inline void Enter(QWidget& editor, const char* box, const char* text)
 {
     GoTo(editor, box);
@@ -137,7 +137,7 @@ inline void Save(QWidget& editor)
     Click(editor, "cmdOK");
 }
 
-/// To be used where no question is expected, or where it is in the script.
+/// Clicks "Close". If the editor asks a question, the test must expect it.
 inline void Close(QWidget& editor)
 {
     Click(editor, "cmdCancel");
@@ -180,14 +180,14 @@ inline bool IsRefused(const QWidget& editor, const char* box)
     return colours.color(QPalette::Base) == QColor(255, 224, 192);
 }
 
-/// The name of the control with the focus.
+/// Returns the name of the focused control.
 inline std::string Focused(const QWidget& editor)
 {
     const QWidget* focused = editor.focusWidget();
     return focused == nullptr ? std::string() : ToUtf8(focused->objectName());
 }
 
-/// The index of the chosen button of a group; -1 for none, -2 for more than one.
+/// Returns the index of the chosen button of a group: -1 for none, -2 for more than one.
 inline int Chosen(const QWidget& editor, const char* group)
 {
     int chosen = -1;
@@ -203,7 +203,7 @@ inline int Chosen(const QWidget& editor, const char* group)
     }
 }
 
-/// Leaves the first box without a change, after which "Save" is disabled.
+/// Leaves the first box without a change, which disables "Save".
 inline void LeaveUnchanged(QDialog& editor)
 {
     Press(editor, Qt::Key_Tab);

@@ -10,9 +10,9 @@
 namespace Tarno
 {
 
-// The pick lists of the comments page as their user sees them.
+// Helpers to operate the pick lists of the page "Comments" as their user does.
 
-/// A program with an entry whose comment boxes are empty, and short pick lists.
+/// A program with short pick lists and an entry whose comment boxes are empty.
 class ProgramWithLists : public ProgramWithPlace
 {
 public:

@@ -15,7 +15,7 @@
 namespace Tarno
 {
 
-// The page of the entry editor that shows a picture, as its user sees it.
+// Helpers to operate the page "Picture" of the entry editor as its user does.
 
 /// Opens the editor for an entry whose picture is `path` and runs `steps` on its page "Picture".
 template <typename Steps>
@@ -29,7 +29,7 @@ int EditPicture(ProgramWithPlace& program, const std::string& path, Steps&& step
     return key;
 }
 
-/// The same for a picture of these bytes in the file `name` of the program folder.
+/// Does the same with `bytes` in the file `name` of the program folder.
 template <typename Steps>
 int EditPicture(ProgramWithPlace& program, const char* name, const std::string& bytes, Steps&& steps)
 {
@@ -61,13 +61,13 @@ inline QWidget& Picture(const QWidget& editor)
     return Find<QWidget>(editor, "picCatch");
 }
 
-/// The hidden picture that the visible one is drawn from.
+/// Returns the hidden source of the visible picture.
 inline QWidget& Source(const QWidget& editor)
 {
     return Find<QWidget>(editor, "imgCatch");
 }
 
-/// Where the picture can be seen, in the coordinates of its parent.
+/// Returns the visible area in the coordinates of the picture's parent.
 inline QRect Frame(const QWidget& editor)
 {
     return Find<QWidget>(editor, "frPic").contentsRect();
@@ -99,7 +99,7 @@ inline QStringList Names(std::initializer_list<const char*> names)
     return list;
 }
 
-/// Returns whether the panel shows no picture.
+/// Whether the panel shows no picture.
 inline bool IsEmpty(const QWidget& editor)
 {
     const QImage seen = Picture(editor).grab().toImage();
@@ -113,7 +113,7 @@ inline bool IsEmpty(const QWidget& editor)
     return Picture(editor).size() == Frame(editor).size() - QSize(1, 1);
 }
 
-/// The colour of the picture at a place given in hundredths of its width and height.
+/// Returns the colour of the picture at a position in percent of its width and height.
 inline QColor Colour(const QWidget& editor, int across, int down)
 {
     const QImage seen = Picture(editor).grab().toImage();

@@ -3,7 +3,7 @@
 
 using namespace Tarno;
 
-// The start and end date of an entry: their order, and the labels and keys that change them by one day.
+// The start and end date of an entry: their order, and the labels and keys that step them by one day.
 
 class tst_EntryDates : public QObject
 {
@@ -24,7 +24,7 @@ private Q_SLOTS:
             SaveAndClose(editor);
         });
         QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-05-10");
-        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-05-08"); // its box was never left
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-05-08"); // the user never left its box
     }
 
     void order_startAfterEnd_storesTheEndWhenItsBoxIsLeft()
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-05");
     }
 
-    void order_appliesThoughTheTextIsUnchanged()
+    void order_isAppliedEvenIfTheTextIsUnchanged()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-01-01"}});
@@ -63,7 +63,7 @@ private Q_SLOTS:
             QCOMPARE(BoxText(editor, "txtEnd"), "2003-01-01");
             Press(editor, Qt::Key_Tab);
             QCOMPARE(BoxText(editor, "txtEnd"), "2003-02-05");
-            QVERIFY(!IsSaveEnabled(editor)); // only the box so far
+            QVERIFY(!IsSaveEnabled(editor)); // only the box has changed
             GoTo(editor, "txtEnd");
             Press(editor, Qt::Key_Tab);
             QVERIFY(IsSaveEnabled(editor));
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-05");
     }
 
-    void order_endThatIsNoDate_staysAsItIs()
+    void order_invalidEnd_staysUnchanged()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry({{EntryField::EndDate, "later"}});
@@ -148,7 +148,7 @@ private Q_SLOTS:
             QCOMPARE(BoxText(editor, "txtMoon"), "98");
             QVERIFY(BoxText(editor, "txtSunRise") != "06:11");
             QVERIFY(BoxText(editor, "txtMajor1") != "04:01");
-            // nobody leaves the box before the entry is saved
+            // the user saves without leaving the box
             Find<QAbstractButton>(editor, "cmdOK").click();
             QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-01-18");
             QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");
@@ -182,7 +182,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-02-06");
     }
 
-    void step_ofATypedDate_countsFromIt()
+    void step_startsFromTheTypedDate()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry({{EntryField::EndDate, "2003-12-31"}});
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-10-01");
     }
 
-    void step_onNoDate_isReportedAndChangesNothing_data()
+    void step_onAnInvalidDate_isReportedAndChangesNothing_data()
     {
         QTest::addColumn<QString>("label");
         for (const char* label : {"lblStPlus", "lblStMinus", "lblEndPlus", "lblEndMinus"}) {
@@ -204,7 +204,7 @@ private Q_SLOTS:
         }
     }
 
-    void step_onNoDate_isReportedAndChangesNothing()
+    void step_onAnInvalidDate_isReportedAndChangesNothing()
     {
         QFETCH(QString, label);
         ProgramWithPlace program;
@@ -228,8 +228,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("date");
         QTest::newRow("before the first day") << "lblStMinus"
                                               << "0001-01-01";
-        QTest::newRow("behind the last day") << "lblEndPlus"
-                                             << "9999-12-31";
+        QTest::newRow("after the last day") << "lblEndPlus"
+                                            << "9999-12-31";
     }
 
     void step_beyondTheCalendar_isReportedAndChangesNothing()
@@ -248,7 +248,7 @@ private Q_SLOTS:
         });
     }
 
-    void step_leavesFocusAndCheckAlone()
+    void step_keepsTheFocusAndRunsNoCheckOfTheFocusedBox()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {

@@ -13,20 +13,20 @@
 
 using namespace Tarno;
 
-// The input rules of the editor's date and time boxes, and what may not happen while a box is refused.
+// The input rules of the date and time boxes, and the actions that a refused box blocks.
 
 namespace
 {
 
-struct Leaving {
+struct WayToLeave {
     const char* name;
     void (*act)(QDialog& editor);
 };
 
-/// Every way out of a box that has to run its check.
-const std::vector<Leaving>& Ways()
+/// Returns every way to leave a box that must run its check.
+const std::vector<WayToLeave>& Ways()
 {
-    static const std::vector<Leaving> ways{
+    static const std::vector<WayToLeave> ways{
         {"Tab", [](QDialog& editor) { Press(editor, Qt::Key_Tab); }},
         {"Shift+Tab", [](QDialog& editor) { Press(editor, Qt::Key_Backtab, Qt::ShiftModifier); }},
         {"Enter", [](QDialog& editor) { Press(editor, Qt::Key_Return); }},
@@ -49,7 +49,7 @@ const std::vector<Leaving>& Ways()
     return ways;
 }
 
-/// The editor's boxes with a filter, by the separator that passes in them.
+/// Adds a row for each filtered box with the separator that its filter accepts.
 void AddFilteredBoxes()
 {
     QTest::addColumn<QString>("box");
@@ -68,8 +68,8 @@ void EmptyBox(QDialog& editor, const char* box)
     Enter(editor, box, "");
 }
 
-/// Leaves the entry as it was, whatever the box holds: it is emptied or set to a valid date first.
-void Abandon(QDialog& editor, ProgramWithPlace& program)
+/// Closes the editor without saving, after replacing refused texts by valid ones.
+void CloseWithoutSaving(QDialog& editor, ProgramWithPlace& program)
 {
     for (const char* box : {"txtStart", "txtEnd"}) {
         if (Focused(editor) == box) {
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::StartDate), "2003-02-04");
     }
 
-    void date_inTheUsersOwnForm_isRewritten()
+    void date_inTheLocalFormat_isRewritten()
     {
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         ProgramWithPlace program;
@@ -177,12 +177,12 @@ private Q_SLOTS:
                 Press(editor, Qt::Key_Tab);
                 QCOMPARE(Focused(editor), box);
                 QVERIFY(IsRefused(editor, box));
-                Abandon(editor, program);
+                CloseWithoutSaving(editor, program);
             });
         }
     }
 
-    void time_partThatIsNoNumber_isReportedAndRefused()
+    void time_partNotANumber_isReportedAndRefused()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
@@ -197,7 +197,7 @@ private Q_SLOTS:
         });
     }
 
-    void refused_nothingElseHappens_data()
+    void refused_blocksEveryAction_data()
     {
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("typed");
@@ -213,7 +213,7 @@ private Q_SLOTS:
         }
     }
 
-    void refused_nothingElseHappens()
+    void refused_blocksEveryAction()
     {
         QFETCH(QString, box);
         QFETCH(QString, typed);
@@ -223,9 +223,9 @@ private Q_SLOTS:
         const int key = program.AddCompleteEntry();
         const std::string before = program.folder.Read("tarno.xml");
         Edit(program, key, [&](QDialog& editor) {
-            Enter(editor, "txtTideLowHt", "pending"); // so that saving would have something to write
+            Enter(editor, "txtTideLowHt", "pending"); // gives "Save" something to write
             Enter(editor, name, typed.toLatin1());
-            for (int time = 0; time < 2; ++time) { // the second refusal is like the first
+            for (int time = 0; time < 2; ++time) { // the second attempt is refused too
                 Ways()[static_cast<std::size_t>(way)].act(editor);
                 QVERIFY(editor.isVisible());
                 QVERIFY(QApplication::activePopupWidget() == nullptr);
@@ -238,7 +238,7 @@ private Q_SLOTS:
                 QVERIFY(IsSaveEnabled(editor));
                 QCOMPARE(program.folder.Read("tarno.xml"), before);
             }
-            // the box is in nobody's way once it holds something valid
+            // a valid text no longer blocks the box
             Enter(editor, name,
                   name.startsWith("txtT") || name == "txtSunRise" || name == "txtMoonSet" ? "06:30"
                                                                                           : "2003-02-06");
@@ -267,7 +267,7 @@ private Q_SLOTS:
                 QVERIFY(IsRefused(editor, "txtStart"));
                 QCOMPARE(BoxText(editor, "txtStart"), "2003-02-31");
                 QCOMPARE(program.folder.Read("tarno.xml"), before);
-                Abandon(editor, program);
+                CloseWithoutSaving(editor, program);
             });
         }
     }
@@ -298,12 +298,12 @@ private Q_SLOTS:
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
             TypeRefusedDate(editor);
-            QVERIFY(!IsRefused(editor, "txtStart")); // not before the box is left
+            QVERIFY(!IsRefused(editor, "txtStart")); // the user has not left the box yet
             Press(editor, Qt::Key_Tab);
             QVERIFY(IsRefused(editor, "txtStart"));
             Press(editor, Qt::Key_Backspace);
             QVERIFY(IsRefused(editor, "txtStart"));
-            Abandon(editor, program);
+            CloseWithoutSaving(editor, program);
         });
     }
 
@@ -318,12 +318,12 @@ private Q_SLOTS:
             TypeRefusedDate(editor);
             Press(editor, Qt::Key_Tab);
             QCOMPARE(Find<QWidget>(editor, "txtStart").palette().color(QPalette::Text), QColor(Qt::black));
-            Abandon(editor, program);
+            CloseWithoutSaving(editor, program);
             QVERIFY(!IsRefused(editor, "txtStart"));
         });
     }
 
-    void refused_boxOnItsOwn_othersStayAsUsual()
+    void refused_otherBoxesKeepTheirColours()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
@@ -332,7 +332,7 @@ private Q_SLOTS:
             for (const char* box : {"txtEnd", "txtTStart", "txtMajor1"}) {
                 QVERIFY(!IsRefused(editor, box));
             }
-            Abandon(editor, program);
+            CloseWithoutSaving(editor, program);
         });
     }
 
@@ -344,15 +344,15 @@ private Q_SLOTS:
             Press(editor, Qt::Key_F1);
             Press(editor, Qt::Key_Left);
             Press(editor, Qt::Key_A, Qt::ControlModifier);
-            QVERIFY(!IsRefused(editor, "txtStart")); // keys of the box itself do not leave it
+            QVERIFY(!IsRefused(editor, "txtStart")); // editing keys do not leave the box
             QCOMPARE(Focused(editor), "txtStart");
-            Abandon(editor, program);
+            CloseWithoutSaving(editor, program);
         });
     }
 
-    void keys_thatDoNotPass_doNotAppear_data() { AddFilteredBoxes(); }
+    void keys_notAccepted_doNotAppear_data() { AddFilteredBoxes(); }
 
-    void keys_thatDoNotPass_doNotAppear()
+    void keys_notAccepted_doNotAppear()
     {
         QFETCH(QString, box);
         QFETCH(QString, separator);
@@ -371,7 +371,7 @@ private Q_SLOTS:
         });
     }
 
-    void keys_boxesWithoutFilter_takeAll()
+    void keys_withoutFilter_areAllAccepted()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
@@ -389,15 +389,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("pasted");
         QTest::addColumn<QString>("text");
-        QTest::newRow("date among words") << "txtStart"
-                                          << "on 2003-02-07, early"
-                                          << "2003-02-07";
+        QTest::newRow("date within words") << "txtStart"
+                                           << "on 2003-02-07, early"
+                                           << "2003-02-07";
         QTest::newRow("date with slashes") << "txtEnd"
                                            << "2003/02/07"
                                            << "20030207";
-        QTest::newRow("time among words") << "txtTStart"
-                                          << "at 06:45 pm"
-                                          << "06:45";
+        QTest::newRow("time within words") << "txtTStart"
+                                           << "at 06:45 pm"
+                                           << "06:45";
         QTest::newRow("several lines") << "txtTideHigh"
                                        << "06\n:45\n"
                                        << "06:45";
@@ -463,7 +463,7 @@ private Q_SLOTS:
         });
     }
 
-    void undone_textIsNeverUnfiltered()
+    void undo_neverRestoresUnfilteredText()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {

@@ -9,10 +9,10 @@ using namespace Tarno;
 namespace
 {
 
-/// The date as "yyyy-mm-dd", or "none".
+/// Parses a date and returns it as "yyyy-mm-dd", or "none".
 std::string Read(const QString& text, const QString& locale)
 {
-    const auto date = UserDate(text, QLocale(locale));
+    const auto date = ParseUserDate(text, QLocale(locale));
     return date ? FromDate(*date) : "none";
 }
 
@@ -40,7 +40,7 @@ private Q_SLOTS:
 
     void init() { QLocale::setDefault(QLocale::c()); }
 
-    void userDate_isReadAsTheLocaleWritesIt_data()
+    void parseUserDate_acceptsTheFormatOfTheLocale_data()
     {
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("text");
@@ -72,7 +72,7 @@ private Q_SLOTS:
         row("C", "5 Feb 2003", "2003-02-05");
         row("C", "29 Feb 2004", "2004-02-29");
         row("C", "5 feb 2003", "2003-02-05");
-        // years of two digits
+        // two-digit years
         row("de_DE", "1.1.00", "2000-01-01");
         row("de_DE", "29.2.00", "2000-02-29");
         row("de_DE", "31.12.29", "2029-12-31");
@@ -82,7 +82,7 @@ private Q_SLOTS:
         row("en_US", "1/1/30", "1930-01-01");
     }
 
-    void userDate_isReadAsTheLocaleWritesIt()
+    void parseUserDate_acceptsTheFormatOfTheLocale()
     {
         QFETCH(QString, locale);
         QFETCH(QString, text);
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(Read(text, locale), date.toStdString());
     }
 
-    void userDate_everyDayInTheShortFormOfTheLocale_comesBack_data()
+    void parseUserDate_everyDayInTheShortFormat_roundTrips_data()
     {
         QTest::addColumn<QString>("locale");
         for (const char* locale : {"C", "en_US", "en_GB", "en_AU", "de_DE", "fr_FR", "es_AR", "nb_NO",
@@ -99,7 +99,7 @@ private Q_SLOTS:
         }
     }
 
-    void userDate_everyDayInTheShortFormOfTheLocale_comesBack()
+    void parseUserDate_everyDayInTheShortFormat_roundTrips()
     {
         QFETCH(QString, locale);
         const QLocale users(locale);
@@ -111,7 +111,7 @@ private Q_SLOTS:
         }
     }
 
-    void userDate_noDate_data()
+    void parseUserDate_invalid_isNothing_data()
     {
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QString>("text");
@@ -139,14 +139,14 @@ private Q_SLOTS:
                 QTest::addRow("%s: %s", locale, text) << locale << text;
             }
         }
-        QTest::newRow("German form for an American") << "en_US"
-                                                     << "5.2.2003";
-        QTest::newRow("American form for a German") << "de_DE"
-                                                    << "2/5/2003";
+        QTest::newRow("German format in an American locale") << "en_US"
+                                                             << "5.2.2003";
+        QTest::newRow("American format in a German locale") << "de_DE"
+                                                            << "2/5/2003";
         QTest::newRow("day 31 of February") << "de_DE"
                                             << "31.2.2003";
-        QTest::newRow("no leap year, short") << "de_DE"
-                                             << "29.2.03";
+        QTest::newRow("not a leap year, short") << "de_DE"
+                                                << "29.2.03";
         QTest::newRow("year 0, short") << "de_DE"
                                        << "1.1.0000";
         QTest::newRow("year with a sign") << "de_DE"
@@ -157,7 +157,7 @@ private Q_SLOTS:
                                   << "1/13/2003";
     }
 
-    void userDate_noDate()
+    void parseUserDate_invalid_isNothing()
     {
         QFETCH(QString, locale);
         QFETCH(QString, text);
@@ -170,12 +170,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::newRow("no zeros") << "2003-2-5"
                                   << "2003-02-05";
-        QTest::newRow("as it is") << "2003-12-31"
-                                  << "2003-12-31";
+        QTest::newRow("already normalized") << "2003-12-31"
+                                            << "2003-12-31";
         QTest::newRow("year of four digits") << "0087-1-2"
                                              << "0087-01-02";
-        QTest::newRow("the locale's own form") << "5 Feb 2003"
-                                               << "2003-02-05";
+        QTest::newRow("the format of the locale") << "5 Feb 2003"
+                                                  << "2003-02-05";
     }
 
     void checkDateFormat_date_isRewritten()
@@ -188,16 +188,16 @@ private Q_SLOTS:
         QVERIFY(ok);
     }
 
-    void checkDateFormat_noDate_staysAsItIs_data()
+    void checkDateFormat_invalid_staysUnchanged_data()
     {
         QTest::addColumn<QString>("typed");
         QTest::newRow("nothing") << "";
         QTest::newRow("blank") << " ";
-        QTest::newRow("no such day") << "2003-2-29";
+        QTest::newRow("day that does not exist") << "2003-2-29";
         QTest::newRow("time") << "06:30";
     }
 
-    void checkDateFormat_noDate_staysAsItIs()
+    void checkDateFormat_invalid_staysUnchanged()
     {
         QFETCH(QString, typed);
         const ExpectedReports none;
@@ -245,10 +245,10 @@ private Q_SLOTS:
         const ExpectedReports none;
         bool ok = false;
         QCOMPARE(CheckedTime(typed.toStdString(), ok), text.toStdString());
-        QCOMPARE(ok, typed != QLatin1String("7:59.5")); // the half minute makes sixty
+        QCOMPARE(ok, typed != QLatin1String("7:59.5")); // 59.5 rounds to 60
     }
 
-    void checkTimeFormat_word_staysAsItIs_data()
+    void checkTimeFormat_word_staysUnchanged_data()
     {
         QTest::addColumn<QString>("word");
         QTest::newRow("nothing") << "";
@@ -257,7 +257,7 @@ private Q_SLOTS:
         QTest::newRow("rises") << "rises";
     }
 
-    void checkTimeFormat_word_staysAsItIs()
+    void checkTimeFormat_word_staysUnchanged()
     {
         QFETCH(QString, word);
         const ExpectedReports none;
@@ -266,18 +266,18 @@ private Q_SLOTS:
         QVERIFY(ok);
     }
 
-    void checkTimeFormat_notValid_staysAsItIsWithoutAReport_data()
+    void checkTimeFormat_invalid_staysUnchangedWithoutAReport_data()
     {
         QTest::addColumn<QString>("typed");
         for (const char* typed : {"630", "6", "12345", "24:00", "2400", "7:60", "0760", "23.5:00", "-1:30",
                                   "1:-1", "Never", "sets ", "99999:00", "1:99999", "noon.",
-                                  // more bytes, but two, three or five characters
+                                  // two, three or five characters, but more bytes
                                   "\u00E4\u00F6", "\u00E430", "\u6B63\u5348", "\u6B63", "0\u00E4630"}) {
             QTest::newRow(typed) << typed;
         }
     }
 
-    void checkTimeFormat_notValid_staysAsItIsWithoutAReport()
+    void checkTimeFormat_invalid_staysUnchangedWithoutAReport()
     {
         QFETCH(QString, typed);
         const ExpectedReports none;
@@ -286,19 +286,19 @@ private Q_SLOTS:
         QVERIFY(!ok);
     }
 
-    void checkTimeFormat_partThatIsNoNumber_isReported_data()
+    void checkTimeFormat_partNotANumber_isReported_data()
     {
         QTest::addColumn<QString>("typed");
         for (const char* typed :
              {":", "7:", ":30", "x:30", "7:x", "noon", "1:2:3", "06:30:00", "....", "7:.", "\xEF\xBC\x98:00",
-              // four characters, whatever their bytes
+              // four characters, but more bytes
               "m\u00E9di", "\u00E4\u00F6\u00FC\u00DF", "\u00E4630", "063\u00E4",
               "\u6B63\u5348\u904E\u304E"}) {
             QTest::newRow(typed) << typed;
         }
     }
 
-    void checkTimeFormat_partThatIsNoNumber_isReported()
+    void checkTimeFormat_partNotANumber_isReported()
     {
         QFETCH(QString, typed);
         ExpectedReports reports;

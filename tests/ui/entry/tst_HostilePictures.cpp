@@ -16,15 +16,15 @@
 
 using namespace Tarno;
 
-// Files that claim to be pictures. The user is told of a problem or sees a picture, and in any case goes on
-// working; a file that keeps the program reading for ever ends the test program.
+// Malicious and damaged picture files. The editor either shows a picture or reports a problem, and remains
+// usable. If reading a file does not end, the test program is terminated.
 
 namespace
 {
 
 using namespace std::string_literals;
 
-/// Ends the program when it lives too long. Windows has to wait for the time limit of the test.
+/// Terminates the test program after a timeout. On Windows only the time limit of the test applies.
 class HangGuard
 {
 public:
@@ -51,8 +51,8 @@ bool IsReadable(const std::string& path)
     return raised == 0;
 }
 
-/// Opens an entry with the picture `path`, looks at it at several zooms and scroll positions, and closes it.
-/// `readable` says whether there is something to see.
+/// Opens an entry with the picture `path`, zooms and scrolls the picture, and closes the entry. `readable` is
+/// whether the picture is expected to be shown.
 void ShowWithEntry(ProgramWithPlace& program, const std::string& path, bool readable)
 {
     const HangGuard guard;
@@ -91,7 +91,7 @@ std::uint32_t Crc(const std::string& bytes)
     return ~crc;
 }
 
-/// A good PNG whose header claims another size.
+/// Returns a valid PNG, except that its header claims another size.
 std::string PngClaiming(std::uint32_t width, std::uint32_t height)
 {
     std::string bytes = Pictures::Png(8, 8);
@@ -122,20 +122,20 @@ std::string JpegClaiming(std::uint32_t width, std::uint32_t height)
     return bytes.replace(frame + 5, 4, Pictures::Big32(height).substr(2) + Pictures::Big32(width).substr(2));
 }
 
-/// A TIFF that goes on with `directory`.
+/// Returns a TIFF with the given directory after its header.
 std::string Tiff(const std::string& directory)
 {
     return "II*\0\x08\0\0\0"s + directory;
 }
 
-/// A directory entry of a TIFF with one 32-bit number, or with `count` of them at the offset `value`.
+/// Returns a TIFF directory entry with one 32-bit number, or with `count` numbers at the offset `value`.
 std::string TiffEntry(int tag, std::uint32_t value, std::uint32_t count = 1)
 {
     return Pictures::Little32(static_cast<std::uint32_t>(tag)).substr(0, 2) + "\x04\0"s +
            Pictures::Little32(count) + Pictures::Little32(value);
 }
 
-/// An icon file of `count` pictures that lie at `offset`.
+/// Returns an icon file that claims `count` pictures at `offset`.
 std::string Ico(int count, std::uint32_t offset)
 {
     const std::string entry =
@@ -143,8 +143,8 @@ std::string Ico(int count, std::uint32_t offset)
     return "\0\0\x01\0"s + static_cast<char>(count & 0xFF) + static_cast<char>(count >> 8) + entry;
 }
 
-/// A picture of which a single bit is kept for each pixel: small as a file and in the reader's hands, large
-/// on the screen.
+/// Returns a picture with one bit per pixel, which is small in the file and when decoded, but large when
+/// converted for painting.
 std::string LargeOneBitPng()
 {
     QImage picture(20000, 20000, QImage::Format_Mono);
@@ -160,7 +160,7 @@ class tst_HostilePictures : public QObject
 
 private Q_SLOTS:
 
-    void noPicture_isAProblem_data()
+    void notAPicture_isAProblem_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         const auto add = [](const char* name, const std::string& bytes) {
@@ -168,7 +168,7 @@ private Q_SLOTS:
         };
         add("nothing", "");
         add("one byte", "x");
-        add("text", "This is no picture.\r\n");
+        add("text", "This is not a picture.\r\n");
         add("zeros", std::string(100000, '\0'));
         add("markup", "<?xml version=\"1.0\"?><data/>");
         add("start of a PNG", "\x89PNG\r\n\x1A\n");
@@ -180,7 +180,7 @@ private Q_SLOTS:
         add("PNG of 60000 x 60000", PngClaiming(60000, 60000));
         add("PNG of 2147483647 x 2147483647", PngClaiming(0x7FFFFFFF, 0x7FFFFFFF));
         add("PNG of 0 x 0", PngClaiming(0, 0));
-        add("PNG of a single bit a pixel", LargeOneBitPng());
+        add("PNG with one bit per pixel", LargeOneBitPng());
         add("BMP of 60000 x 60000", BmpClaiming(60000, 60000));
         add("BMP of 60000 x -60000", BmpClaiming(60000, static_cast<std::uint32_t>(-60000)));
         add("BMP of 0 x 0", BmpClaiming(0, 0));
@@ -188,20 +188,20 @@ private Q_SLOTS:
         add("GIF of 60000 x 60000", GifClaiming(60000, 60000));
         add("JPEG of 65500 x 65500", JpegClaiming(65500, 65500));
         add("JPEG of 0 x 0", JpegClaiming(0, 0));
-        add("TIFF whose directory is behind the end", "II*\0\xFF\xFF\xFF\x7F"s);
+        add("TIFF whose directory is after the end", "II*\0\xFF\xFF\xFF\x7F"s);
         add("TIFF without an entry", Tiff("\0\0"s + Pictures::Little32(0)));
-        add("TIFF that goes round", Tiff("\0\0"s + Pictures::Little32(8)));
+        add("TIFF with a directory cycle", Tiff("\0\0"s + Pictures::Little32(8)));
         add("TIFF of 60000 x 60000", Tiff("\x04\0"s + TiffEntry(256, 60000) + TiffEntry(257, 60000) +
                                           TiffEntry(273, 8) + TiffEntry(279, 10) + Pictures::Little32(0)));
-        add("TIFF of a billion strips",
+        add("TIFF with a billion strips",
             Tiff("\x04\0"s + TiffEntry(256, 8) + TiffEntry(257, 8) + TiffEntry(273, 8, 0x7FFFFFFF) +
                  TiffEntry(279, 8, 0x7FFFFFFF) + Pictures::Little32(0)));
-        add("ICO whose picture is behind the end", Ico(1, 0x7FFFFFF0));
+        add("ICO whose picture is after the end", Ico(1, 0x7FFFFFF0));
         add("ICO of 65535 pictures", Ico(65535, 22));
-        add("ICO that is its own picture", Ico(1, 0));
+        add("ICO that refers to itself", Ico(1, 0));
     }
 
-    void noPicture_isAProblem()
+    void notAPicture_isAProblem()
     {
         QFETCH(QByteArray, bytes);
         ProgramWithPlace program;
@@ -210,7 +210,7 @@ private Q_SLOTS:
         ShowWithEntry(program, program.folder.PathOf("catch.jpg"), false);
     }
 
-    void cutOffPicture_isShownOrAProblem_data()
+    void truncatedPicture_isShownOrAProblem_data()
     {
         QTest::addColumn<QString>("format");
         for (const char* format : {"png", "jpg", "bmp", "tif", "ico", "gif"}) {
@@ -218,7 +218,7 @@ private Q_SLOTS:
         }
     }
 
-    void cutOffPicture_isShownOrAProblem()
+    void truncatedPicture_isShownOrAProblem()
     {
         QFETCH(QString, format);
         const std::string whole = format == QLatin1String("gif")
@@ -236,9 +236,9 @@ private Q_SLOTS:
         ShowWithEntry(program, path, false);
     }
 
-    void damagedPicture_isShownOrAProblem_data() { cutOffPicture_isShownOrAProblem_data(); }
+    void damagedPicture_isShownOrAProblem_data() { truncatedPicture_isShownOrAProblem_data(); }
 
-    /// One byte in seventeen is changed, all over the file, headers included.
+    /// Changes one byte in seventeen in the whole file, including the headers.
     void damagedPicture_isShownOrAProblem()
     {
         QFETCH(QString, format);
@@ -300,14 +300,14 @@ private Q_SLOTS:
         ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
     }
 
-    /// Unpacking it could fill the memory, whatever it claims.
-    void drawing_packed_isAProblem()
+    /// A compressed drawing could exhaust the memory when it is decompressed.
+    void compressedDrawing_isAProblem()
     {
         ProgramWithPlace program;
         QByteArray packed =
             qCompress(QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'>") +
                       QByteArray(20'000'000, ' ') + "</svg>");
-        // the frame of a gzip file around what stands between the frame of zlib
+        // replaces header and trailer of zlib by those of gzip
         packed =
             QByteArray("\x1F\x8B\x08\0\0\0\0\0\0\x03", 10) + packed.mid(6).chopped(4) + QByteArray(8, '\0');
         program.folder.Write("catch.png", packed.toStdString());
@@ -315,7 +315,7 @@ private Q_SLOTS:
         ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
     }
 
-    /// No file, whatever it claimed, took much more than a picture of the largest size takes.
+    /// No file needed much more memory than a picture of the maximum size.
     void cleanupTestCase() { QVERIFY2(PeakMegabytes() < 1000, qPrintable(QString::number(PeakMegabytes()))); }
 };
 

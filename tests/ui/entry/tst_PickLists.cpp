@@ -38,11 +38,11 @@ private Q_SLOTS:
                                                QStringLiteral("Snapper\t")};
         QTest::newRow("UTF-8") << QByteArray("Nud\xC3\xA9l\r\n\xE9\xAF\x9B")
                                << QStringList{QStringLiteral(u"Nud\u00E9l"), QStringLiteral(u"\u9BDB")};
-        QTest::newRow("UTF-8 with its mark")
+        QTest::newRow("UTF-8 with byte order mark")
             << QByteArray("\xEF\xBB\xBF"
                           "Nud\xC3\xA9l\r\nB")
             << QStringList{QStringLiteral(u"Nud\u00E9l"), QStringLiteral("B")};
-        QTest::newRow("the mark alone") << QByteArray("\xEF\xBB\xBF") << QStringList{QString()};
+        QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF") << QStringList{QString()};
         QTest::newRow("comma and quotes") << QByteArray("\"Bream\", small; large")
                                           << QStringList{QStringLiteral("\"Bream\", small; large")};
         QTest::newRow("empty") << QByteArray() << QStringList{QString()};
@@ -59,7 +59,7 @@ private Q_SLOTS:
     {
         const QStringList lines{QStringLiteral(u"Nud\u00E9l"), QStringLiteral(u"\u20AC 5 \u2019lure\u2019")};
         QCOMPARE(PickListLines("Nud\xE9l\r\n\x80 5 \x92lure\x92"), lines);
-        // a last letter that in UTF-8 would be the first byte of one
+        // the last byte would start a multi-byte sequence in UTF-8
         QCOMPARE(PickListLines("Paw\xE9"), QStringList(QStringLiteral(u"Paw\u00E9")));
     }
 
@@ -112,7 +112,7 @@ private Q_SLOTS:
         });
     }
 
-    void dropDownLabel_listsItsFile_data()
+    void dropDownLabel_showsTheLinesOfItsFile_data()
     {
         QTest::addColumn<QString>("label");
         QTest::addColumn<QStringList>("items");
@@ -125,7 +125,7 @@ private Q_SLOTS:
                                  << QStringList{QStringLiteral("Casting"), QStringLiteral("Trolling")};
     }
 
-    void dropDownLabel_listsItsFile()
+    void dropDownLabel_showsTheLinesOfItsFile()
     {
         QFETCH(QString, label);
         QFETCH(QStringList, items);
@@ -138,7 +138,7 @@ private Q_SLOTS:
         });
     }
 
-    void list_standsJustBelowItsLabel_data()
+    void list_isJustBelowItsLabel_data()
     {
         QTest::addColumn<QString>("label");
         QTest::addColumn<bool>("opensToTheLeft");
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QTest::newRow("methods") << "lblDDMethods" << true;
     }
 
-    void list_standsJustBelowItsLabel()
+    void list_isJustBelowItsLabel()
     {
         QFETCH(QString, label);
         QFETCH(bool, opensToTheLeft);
@@ -216,7 +216,7 @@ private Q_SLOTS:
         });
     }
 
-    void fileOfAnotherLetterCase_isFound()
+    void fileNameInAnotherCase_isFound()
     {
         NOT_ON_WINDOWS("names of files that differ in case");
         ProgramWithLists program;
@@ -319,7 +319,7 @@ private Q_SLOTS:
         Edit(program, program.entry, [](QDialog& editor) {
             GoTo(editor, "lblDDBait");
             QVERIFY(!IsOpen(editor));
-            OpenAndPick(editor, "lblDDMethods", {"Casting"}); // the others still work
+            OpenAndPick(editor, "lblDDMethods", {"Casting"}); // the other lists still work
             Click(editor, "txtBait");
             QCOMPARE(LinesText(editor, "txtMethods"), "Casting");
             QCOMPARE(LinesText(editor, "txtBait"), "");
@@ -368,7 +368,7 @@ private Q_SLOTS:
         });
     }
 
-    void editLabel_ofAMissingFile_stillNamesIt()
+    void editLabel_missingFile_isPassedToTheEditor()
     {
         ProgramWithLists program;
         std::filesystem::remove(program.folder.PathOf("Bait.txt"));
@@ -395,7 +395,7 @@ private Q_SLOTS:
         });
     }
 
-    void editLabel_leavesTheFocusAlone()
+    void editLabel_keepsTheFocus()
     {
         ProgramWithLists program;
         program.programs.ExpectEditText(FromUtf8(program.folder.PathOf("Species.txt")));

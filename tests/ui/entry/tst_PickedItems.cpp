@@ -12,12 +12,12 @@
 
 using namespace Tarno;
 
-// Picking items from an open list, closing it, and what it adds to its box.
+// Selecting items in an open pick list, closing the list, and the lines that it appends to its box.
 
 namespace
 {
 
-/// A click on a place of the page that takes no focus.
+/// Clicks the background of the page, which takes no focus.
 void ClickBackground(QWidget& editor)
 {
     const auto& page = Find<QWidget>(editor, "pageComments");
@@ -68,7 +68,7 @@ private Q_SLOTS:
         });
     }
 
-    void letters_goToALineAndSelectNone()
+    void letters_moveToALineWithoutSelecting()
     {
         ProgramWithLists program;
         Edit(program, program.entry, [](QDialog& editor) {
@@ -161,7 +161,7 @@ private Q_SLOTS:
         });
     }
 
-    void trailingBlanks_ofAnItemStay()
+    void trailingBlanks_ofAnItem_areKept()
     {
         ProgramWithLists program;
         program.folder.Write("Bait.txt", "  Prawn  \r\n");
@@ -211,7 +211,7 @@ private Q_SLOTS:
             Click(editor, "txtBait");
             QVERIFY(!IsSaveEnabled(editor));
             QCOMPARE(LinesText(editor, "txtTarget"), "");
-            Close(editor); // asks nothing
+            Close(editor); // asks no question
         });
     }
 
@@ -229,12 +229,12 @@ private Q_SLOTS:
         });
     }
 
-    void list_closesFor_data()
+    void pickList_closesOn_data()
     {
         QTest::addColumn<QString>("reason");
-        QTest::addColumn<int>("page"); ///< shown afterwards
+        QTest::addColumn<int>("page"); ///< index of the page shown afterwards
         QTest::newRow("a box") << "box" << 2;
-        QTest::newRow("the page beside its boxes") << "background" << 2;
+        QTest::newRow("the background of the page") << "background" << 2;
         QTest::newRow("an edit label") << "edit label" << 2;
         QTest::newRow("Tab") << "tab" << 2;
         QTest::newRow("Shift+Tab") << "backtab" << 2;
@@ -244,7 +244,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+Tab") << "control tab" << 3;
     }
 
-    void list_closesFor()
+    void pickList_closesOn()
     {
         QFETCH(QString, reason);
         QFETCH(int, page);
@@ -278,7 +278,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(program.entry, EntryField::TargetSpecies), "Bream~CL~Snapper");
     }
 
-    void closedList_givesTheFocusToItsBox()
+    void closedList_returnsTheFocusToItsBox()
     {
         ProgramWithLists program;
         Edit(program, program.entry, [](QDialog& editor) {
@@ -312,7 +312,7 @@ private Q_SLOTS:
         });
     }
 
-    void anotherLabel_givesTheLinesToTheFirstBox()
+    void anotherLabel_appendsTheLinesToTheFirstBox()
     {
         ProgramWithLists program;
         Edit(program, program.entry, [](QDialog& editor) {
@@ -346,7 +346,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(program.entry, EntryField::TargetSpecies), "Bream");
     }
 
-    void list_staysWhileAnotherProgramHasTheFocus()
+    void list_staysOpenWhileAnotherProgramHasTheFocus()
     {
         ProgramWithLists program;
         Edit(program, program.entry, [](QDialog& editor) {
@@ -379,7 +379,7 @@ private Q_SLOTS:
         });
     }
 
-    void openingTheList_leavesTheBoxWithTheFocus()
+    void openingTheList_writesTheFocusedBoxBack()
     {
         ProgramWithLists program;
         program.messages.Expect(saveQuestion, Button::No);
@@ -393,7 +393,7 @@ private Q_SLOTS:
         });
     }
 
-    void boxThatMayNotBeLeft_refusesTheList()
+    void refusedBox_keepsTheListClosed()
     {
         TestProgram program;
         QDialog window;
@@ -445,7 +445,7 @@ private Q_SLOTS:
                 Save(editor);
             }
             QVERIFY(!IsOpen(editor));
-            // a key shows its button pressed for a moment
+            // a mnemonic animates the button before it acts
             QTRY_COMPARE_WITH_TIMEOUT(program.StoredEntry(program.entry, EntryField::BaitUsed), "Squid",
                                       patience);
             QVERIFY(!IsSaveEnabled(editor));

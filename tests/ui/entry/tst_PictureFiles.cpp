@@ -7,7 +7,7 @@
 
 using namespace Tarno;
 
-// The files that the picture panel shows: loading and removing them, their paths and formats.
+// The files of the picture panel: loading, removing, paths and formats.
 
 namespace
 {
@@ -64,7 +64,7 @@ private Q_SLOTS:
             QCOMPARE(Picture(editor).size(), QSize(50, 30));
             SaveAndClose(editor);
         });
-        // the same picture, shown with its record
+        // the same picture, loaded with its record
         Edit(program, key, [](QDialog& editor) {
             ShowPageOf(editor, Find<QWidget>(editor, "frPic"));
             QCOMPARE(EnabledControls(editor), Names({"cmdRemove"}));
@@ -99,7 +99,7 @@ private Q_SLOTS:
             QVERIFY(IsEmpty(editor));
             QCOMPARE(EnabledControls(editor), Names({"cmdLoad"}));
             QCOMPARE(Focused(editor), "cmdLoad");
-            Close(editor); // asks nothing
+            Close(editor); // asks no question
         });
     }
 
@@ -145,7 +145,7 @@ private Q_SLOTS:
             SaveAndClose(editor);
         });
         QCOMPARE(program.StoredEntry(key, EntryField::Picture), "");
-        QCOMPARE(program.folder.Read("catch.png"), picture); // the file is the user's
+        QCOMPARE(program.folder.Read("catch.png"), picture); // the file itself is kept
         Edit(program, key, [](QDialog& editor) {
             ShowPageOf(editor, Find<QWidget>(editor, "frPic"));
             QVERIFY(IsEmpty(editor));
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QTest::newRow("accents") << QStringLiteral(u"Nud\u00E9l \u00DF.png");
         QTest::newRow("decomposed accent") << QStringLiteral(u"Nude\u0301l.png");
         QTest::newRow("Japanese") << QStringLiteral(u"\u9BDB\u306E\u5199\u771F.png");
-        QTest::newRow("beyond the first plane") << QStringLiteral(u"\U0001F41F.png");
+        QTest::newRow("outside the Basic Multilingual Plane") << QStringLiteral(u"\U0001F41F.png");
         QTest::newRow("percent and hash") << "100%20 #1 50%.png";
         QTest::newRow("quotes") << "the 'big' one.png";
         QTest::newRow("reference") << "&amp;.png";
@@ -213,7 +213,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::Picture), path);
     }
 
-    void relativePath_isTakenFromTheProgramFolder()
+    void relativePath_isResolvedInTheProgramFolder()
     {
         ProgramWithPlace program;
         program.folder.MakeFolder("pictures");
@@ -225,7 +225,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::Picture), "pictures/catch.png");
     }
 
-    void fileThatIsNotThere_showsNothing_data()
+    void missingFile_showsNothing_data()
     {
         QTest::addColumn<QString>("path");
         QTest::newRow("missing") << "/no such folder/fish.png";
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QTest::newRow("very long") << QStringLiteral("/").repeated(3) + QStringLiteral("x").repeated(70000);
     }
 
-    void fileThatIsNotThere_showsNothing()
+    void missingFile_showsNothing()
     {
         QFETCH(QString, path);
         ProgramWithPlace program;
@@ -273,7 +273,7 @@ private Q_SLOTS:
                     });
     }
 
-    void format_isToldByTheContents()
+    void format_isDetectedFromTheContents()
     {
         ProgramWithPlace program;
         EditPicture(program, "catch.bmp", Pictures::Encoded(Pictures::Drawn(64, 32), "jpg"),
@@ -283,19 +283,19 @@ private Q_SLOTS:
                     });
     }
 
-    void orientation_isHonoured_data()
+    void orientation_isApplied_data()
     {
         QTest::addColumn<int>("orientation");
         QTest::addColumn<QSize>("size");
-        QTest::addColumn<QPoint>("red"); ///< a place in the quarter that was the upper left one
+        QTest::addColumn<QPoint>("red"); ///< a point in the quarter that is the upper left one in the file
         QTest::newRow("upright") << 1 << QSize(80, 40) << QPoint(25, 25);
         QTest::newRow("mirrored") << 2 << QSize(80, 40) << QPoint(75, 25);
         QTest::newRow("upside down") << 3 << QSize(80, 40) << QPoint(75, 75);
-        QTest::newRow("turned to the right") << 6 << QSize(40, 80) << QPoint(75, 25);
-        QTest::newRow("turned to the left") << 8 << QSize(40, 80) << QPoint(25, 75);
+        QTest::newRow("rotated clockwise") << 6 << QSize(40, 80) << QPoint(75, 25);
+        QTest::newRow("rotated counterclockwise") << 8 << QSize(40, 80) << QPoint(25, 75);
     }
 
-    void orientation_isHonoured()
+    void orientation_isApplied()
     {
         QFETCH(int, orientation);
         QFETCH(QSize, size);
@@ -335,7 +335,7 @@ private Q_SLOTS:
         });
     }
 
-    void unknownFormat_shownWithItsRecord_isSaidAndThePathKept()
+    void unknownFormat_inTheRecord_showsAMessageAndKeepsThePath()
     {
         ProgramWithPlace program;
         ExpectPictureProblem(program);
@@ -350,7 +350,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::Picture), program.folder.PathOf("catch.wmf"));
     }
 
-    void unknownFormat_chosen_isSaidAndThePathKept()
+    void unknownFormat_chosen_showsAMessageAndKeepsThePath()
     {
         ProgramWithPlace program;
         program.folder.Write("catch.wmf", "no picture at all");
@@ -362,7 +362,7 @@ private Q_SLOTS:
             QCOMPARE(EnabledControls(editor), Names({"cmdRemove"}));
             QVERIFY(IsSaveEnabled(editor));
             Save(editor);
-            Click(editor, "cmdRemove"); // what was chosen can be taken away again
+            Click(editor, "cmdRemove"); // the chosen path can be removed
             QCOMPARE(EnabledControls(editor), Names({"cmdLoad"}));
             program.messages.Expect(saveQuestion, Button::No);
             Close(editor);

@@ -157,7 +157,7 @@ private Q_SLOTS:
             Zoom(editor).setValue(80);
             Down(editor).setValue(20);
             QVERIFY(Picture(editor).y() < 0);
-            Close(editor); // asks nothing: zoom and scrolling are no changes
+            Close(editor); // no question: zooming and scrolling do not change the entry
         });
         Edit(program, key, [](QDialog& editor) {
             ShowPageOf(editor, Find<QWidget>(editor, "frPic"));
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QTest::newRow("half") << 50 << 50 << QSize(1001, 751);
         QTest::newRow("a third") << 33 << 33 << QSize(660, 496);
         QTest::newRow("one") << 1 << 1 << QSize(20, 15);
-        QTest::newRow("nothing is one") << 0 << 1 << QSize(20, 15);
+        QTest::newRow("zero is one") << 0 << 1 << QSize(20, 15);
     }
 
     void zoom_sizesThePicture()
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QFETCH(QSize, size);
         ProgramWithPlace program;
         EditPicture(program, "catch.png", Pictures::Png(2001, 1502), [&](QDialog& editor) {
-            // by way of other values: rounding does not add up
+            // several values in turn, to check that rounding errors do not add up
             for (const int value : {77, 3, 0, 61, zoom}) {
                 Zoom(editor).setValue(value);
             }
@@ -217,7 +217,7 @@ private Q_SLOTS:
         });
     }
 
-    void zoom_startsScrollingOver()
+    void zoom_resetsTheScrollBars()
     {
         ProgramWithPlace program;
         EditPicture(program, "catch.png", Pictures::Png(4000, 3000), [](QDialog& editor) {
@@ -231,7 +231,7 @@ private Q_SLOTS:
         });
     }
 
-    void zoom_letGoUnmoved_startsScrollingOver()
+    void zoom_releasedUnmoved_resetsTheScrollBars()
     {
         ProgramWithPlace program;
         EditPicture(program, "catch.png", Pictures::Png(4000, 3000), [](QDialog& editor) {
@@ -289,7 +289,7 @@ private Q_SLOTS:
     {
         QFETCH(int, position);
         const QSize frame = FrameSize();
-        const QSize size = frame + QSize(400, 600); // 20 and 30 pixels a step
+        const QSize size = frame + QSize(400, 600); // 20 and 30 pixels per step
         ProgramWithPlace program;
         EditPicture(program, "catch.png", Pictures::Png(size.width(), size.height()), [&](QDialog& editor) {
             QCOMPARE(Frame(editor).size(), frame);
@@ -318,7 +318,7 @@ private Q_SLOTS:
         });
     }
 
-    void window_enlarged_followsTheRules()
+    void window_enlarged_updatesTheControls()
     {
         const QSize size = FrameSize() + QSize(40, 60);
         ProgramWithPlace program;
@@ -333,7 +333,7 @@ private Q_SLOTS:
         });
     }
 
-    void buttons_thatFail_reportAsTheWindow()
+    void buttons_failing_reportTheWindowAsModule()
     {
         TestProgram program;
         program.Start();
@@ -353,7 +353,7 @@ private Q_SLOTS:
         window.resize(400, 300);
         window.show();
         AwaitActive(window);
-        edited.Begin({}); // a record without a value for the picture
+        edited.Begin({}); // a record without a picture value
         program.reports.Expect("fPictures", "cmdRemove_Click", ErrorNumber::ObjectNotSet);
         Click(window, "cmdRemove");
         Find<QWidget>(window, "cmdLoad").setEnabled(true);

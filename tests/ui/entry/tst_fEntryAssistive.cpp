@@ -1,5 +1,5 @@
-// What assistive tools write into the editor's boxes, without going there: taken over or refused like what is
-// typed.
+// Texts that assistive tools write into boxes without focusing them. They are checked and stored like typed
+// texts.
 
 #include "EntryTest.h"
 #include "support/TestClass.h"
@@ -32,7 +32,7 @@ class tst_fEntryAssistive : public QObject
 
 private Q_SLOTS:
 
-    void box_writtenFromAnotherOne_isStored_data()
+    void box_writtenWithoutFocus_isStored_data()
     {
         QTest::addColumn<QByteArray>("box");
         QTest::addColumn<int>("position");
@@ -48,7 +48,7 @@ private Q_SLOTS:
             << QByteArray("txtAirTemp") << int(EntryField::AirTemp) << QByteArray("19") << QByteArray("19");
     }
 
-    void box_writtenFromAnotherOne_isStored()
+    void box_writtenWithoutFocus_isStored()
     {
         QFETCH(QByteArray, box);
         QFETCH(int, position);
@@ -77,12 +77,12 @@ private Q_SLOTS:
             Write(editor, "txtEnd", "2003-13-45");
             QVERIFY(box.palette().color(QPalette::Base) != usual);
             QCOMPARE(box.accessibleDescription(),
-                     QStringLiteral("There is no such day. Enter year, month and day, as in 2026-11-14."));
+                     QStringLiteral("This date does not exist. Use year-month-day, for example 2026-03-31."));
             Click(editor, "cmdOK");
             QCOMPARE(StoredAt(program, EntryField::AirTemp), "24.5");
             QCOMPARE(Pages(editor).currentIndex(), 0);
             QCOMPARE(editor.focusWidget(), &box);
-            editor.reject(); // nor does it close
+            editor.reject(); // the editor does not close either
             QVERIFY(editor.isVisible());
             Write(editor, "txtEnd", "2003-02-07");
             Press(editor, Qt::Key_Tab);
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(StoredAt(program, EntryField::AirTemp), "19");
     }
 
-    void startDate_written_calculatesAnew()
+    void startDate_written_recalculates()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();

@@ -13,10 +13,10 @@ using namespace std::chrono_literals;
 namespace
 {
 
-/// The places and days that were calculated elsewhere: values by the names of their columns.
+/// Returns `count` reference days with independently calculated values, by column name.
 std::vector<QHash<QString, QString>> ReferenceRows(int count)
 {
-    // beside the tests of the astronomy, which go through all of them
+    // the tests of astro check all rows of this file
     QFile file(QDir::cleanPath(QStringLiteral(TARNO_TEST_DATA "/../../../astro/data/forecast.tsv")));
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         qFatal("cannot read %s", qPrintable(file.fileName()));
@@ -46,7 +46,7 @@ constexpr std::array calculatedBoxes{
 
 std::string Cell(const ReferenceRow& row, const char* column)
 {
-    return ToUtf8(row.value(QLatin1String(column), QStringLiteral("(no such column)")));
+    return ToUtf8(row.value(QLatin1String(column), QStringLiteral("(unknown column)")));
 }
 
 void AddPlaceOf(TestProgram& program, const ReferenceRow& row)
@@ -227,7 +227,7 @@ private Q_SLOTS:
         const std::string before = program.folder.Read("tarno.xml");
         Edit(program, key, [&](QDialog& editor) {
             QCOMPARE(Shown(editor), forecast);
-            QCOMPARE(BoxText(editor, "txtMoon"), "45"); // the phase has a step of its own
+            QCOMPARE(BoxText(editor, "txtMoon"), "45"); // the phase is calculated separately
             Press(editor, Qt::Key_Tab);
             QVERIFY(!IsSaveEnabled(editor));
             Close(editor);
@@ -284,7 +284,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::Prediction), "2");
     }
 
-    void existingEntry_peaksEmptyAndNoLocation_keepsWhatItHolds()
+    void existingEntry_peaksEmptyAndNoLocation_keepsItsValues()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(WithoutPeaks({{EntryField::LocNo, "7"}})),
@@ -308,7 +308,7 @@ private Q_SLOTS:
     void existingEntry_somePeaksEmptyAndNoLocation_showsNone()
     {
         QFETCH(Values, empty);
-        empty[EntryField::LocNo] = "7"; // gone
+        empty[EntryField::LocNo] = "7"; // does not exist
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry(empty);
         const std::vector<std::string> before = program.StoredEntry(key);
@@ -344,7 +344,7 @@ private Q_SLOTS:
         program.reports.Expect("fEntry", "DoMoonPhase", ErrorNumber::TypeMismatch);
         Edit(program, key, [](QDialog& editor) {
             QCOMPARE(BoxText(editor, "txtMoon"), "");
-            Press(editor, Qt::Key_Tab); // an unchanged text holds nobody
+            Press(editor, Qt::Key_Tab); // an unchanged text is not checked
             Close(editor);
         });
     }
@@ -395,7 +395,7 @@ private Q_SLOTS:
         QVERIFY(percent != "3");
     }
 
-    void locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold_data()
+    void locationChanged_dataMissing_showsAMessageAndKeepsTheBoxes_data()
     {
         QTest::addColumn<int>("position");
         QTest::newRow("latitude") << int(LocationField::LocLatt);
@@ -403,7 +403,7 @@ private Q_SLOTS:
         QTest::newRow("hours from GMT") << int(LocationField::LocGMT);
     }
 
-    void locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold()
+    void locationChanged_dataMissing_showsAMessageAndKeepsTheBoxes()
     {
         QFETCH(int, position);
         ProgramWithPlace program;
@@ -413,7 +413,7 @@ private Q_SLOTS:
         Edit(program, key, [](QDialog& editor) {
             ChooseSecondLocation(editor);
             QCOMPARE(Shown(editor), completeTexts);
-            QCOMPARE(BoxText(editor, "txtMoon"), "98"); // the moon's light is the same everywhere
+            QCOMPARE(BoxText(editor, "txtMoon"), "98"); // the moon phase does not depend on the location
             SaveAndClose(editor);
         });
         QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "2");
@@ -421,12 +421,12 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-98");
     }
 
-    void locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold_data()
+    void locationChanged_dataNotANumber_isReportedAndKeepsTheBoxes_data()
     {
-        locationChanged_dataMissing_isSaidAndBoxesKeepWhatTheyHold_data();
+        locationChanged_dataMissing_showsAMessageAndKeepsTheBoxes_data();
     }
 
-    void locationChanged_dataNoNumber_isReportedAndBoxesKeepWhatTheyHold()
+    void locationChanged_dataNotANumber_isReportedAndKeepsTheBoxes()
     {
         QFETCH(int, position);
         ProgramWithPlace program;
@@ -475,7 +475,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "14");
     }
 
-    void endDateChanged_leavesTheForecastAlone()
+    void endDateChanged_doesNotRecalculate()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
@@ -508,7 +508,7 @@ private Q_SLOTS:
     {
         ProgramWithPlace program;
         bool seen = false;
-        // the moon sets 50 minutes later every day, so in a month there is a day on which it does not
+        // the moon sets 50 minutes later every day, so on one day of each month it does not set
         for (int day = 1; day <= 30 && !seen; ++day) {
             program.clock.today = 2003y / 6 / day;
             Edit(program, 0, [&](QDialog& editor) {

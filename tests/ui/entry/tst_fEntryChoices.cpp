@@ -127,7 +127,7 @@ private Q_SLOTS:
             QCOMPARE(Chosen(editor, "optTideSt"), 3);
             GoTo(editor, "optTideSt_3");
             QVERIFY(!IsSaveEnabled(editor));
-            Close(editor); // asks nothing
+            Close(editor); // asks no question
         });
         QCOMPARE(program.StoredEntry(key, EntryField::TideStart), code.toStdString());
         Edit(program, key, [](QDialog& editor) {
@@ -219,7 +219,7 @@ private Q_SLOTS:
             GoTo(editor, "cboLocation");
             QWidget* list = QApplication::activePopupWidget();
             QVERIFY(list != nullptr);
-            QTest::keyClick(list->windowHandle(), Qt::Key_Escape); // the open list has the keyboard
+            QTest::keyClick(list->windowHandle(), Qt::Key_Escape); // the open list receives the keys
             QVERIFY(!list->isVisible());
             QVERIFY(editor.isVisible());
             Close(editor);
@@ -259,7 +259,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(entry, EntryField::LocNo), "1");
     }
 
-    void location_noneSelectedAndNeverVisited_isNoObstacle()
+    void location_noneSelectedAndNotFocused_blocksNothing()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry({{EntryField::LocNo, "7"}});

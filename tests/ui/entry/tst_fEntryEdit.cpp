@@ -333,7 +333,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "45");
     }
 
-    void phase_waxingTakenOff_storesTheNegativeValue()
+    void phase_waxingUnticked_storesTheNegativeValue()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry({{EntryField::MoonPhase, "60"}});

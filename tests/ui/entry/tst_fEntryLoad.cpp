@@ -124,18 +124,18 @@ private Q_SLOTS:
         }
     }
 
-    void options_noUsableCode_chooseNothingAndKeepIt_data()
+    void options_invalidCode_chooseNothingAndKeepIt_data()
     {
         QTest::addColumn<QString>("code");
         QTest::newRow("not set") << "";
-        QTest::newRow("behind the last") << "4";
-        QTest::newRow("far behind") << "70000";
+        QTest::newRow("after the last") << "4";
+        QTest::newRow("far out of range") << "70000";
         QTest::newRow("negative") << "-1";
         QTest::newRow("word") << "Top";
         QTest::newRow("blank") << " ";
     }
 
-    void options_noUsableCode_chooseNothingAndKeepIt()
+    void options_invalidCode_chooseNothingAndKeepIt()
     {
         QFETCH(QString, code);
         ProgramWithPlace program;
@@ -161,7 +161,7 @@ private Q_SLOTS:
         });
     }
 
-    void locations_standInFileOrder()
+    void locations_areInFileOrder()
     {
         ProgramWithPlace program;
         program.AddLocation("Zeehan");
@@ -192,7 +192,7 @@ private Q_SLOTS:
         QTest::newRow("plain") << "2";
         QTest::newRow("leading zero") << "02";
         QTest::newRow("blanks around") << " 2 ";
-        QTest::newRow("with a fraction of nothing") << "2.0";
+        QTest::newRow("with a zero fraction") << "2.0";
     }
 
     void location_isSelectedByItsNumber()
@@ -207,7 +207,7 @@ private Q_SLOTS:
              });
     }
 
-    void location_gone_selectsNoneAndKeepsTheNumber()
+    void location_deleted_selectsNoneAndKeepsTheNumber()
     {
         for (const char* number : {"7", "", "Pittwater"}) {
             ProgramWithPlace program;
@@ -253,7 +253,7 @@ private Q_SLOTS:
         });
     }
 
-    void phase_noNumber_leavesTheBoxEmptyAndStays_data()
+    void phase_notANumber_leavesTheBoxEmptyAndIsKept_data()
     {
         QTest::addColumn<QString>("phase");
         QTest::newRow("word") << "full";
@@ -261,7 +261,7 @@ private Q_SLOTS:
         QTest::newRow("too large") << "40000";
     }
 
-    void phase_noNumber_leavesTheBoxEmptyAndStays()
+    void phase_notANumber_leavesTheBoxEmptyAndIsKept()
     {
         QFETCH(QString, phase);
         ProgramWithPlace program;
@@ -280,7 +280,7 @@ private Q_SLOTS:
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry(), [](QDialog& editor) {
             QVERIFY(IsSaveEnabled(editor));
-            Press(editor, Qt::Key_Tab); // leaving a box shows the flag
+            Press(editor, Qt::Key_Tab); // leaving a box updates "Save"
             QVERIFY(!IsSaveEnabled(editor));
             Close(editor);
         });
@@ -318,15 +318,15 @@ private Q_SLOTS:
         });
     }
 
-    void values_theTimeCheckWouldRefuse_holdNobody_data()
+    void values_theTimeCheckWouldRefuse_canBeLeft_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("no event") << ":";
         QTest::newRow("end of the day") << "24:00";
-        QTest::newRow("word written by hand") << "about noon";
+        QTest::newRow("hand-written words") << "about noon";
     }
 
-    void values_theTimeCheckWouldRefuse_holdNobody()
+    void values_theTimeCheckWouldRefuse_canBeLeft()
     {
         QFETCH(QString, text);
         ProgramWithPlace program;
@@ -342,7 +342,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::MoonRise), text.toStdString());
     }
 
-    void noLocation_isSaidAndNothingOpens_data()
+    void noLocation_showsAMessageAndOpensNothing_data()
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<bool>("remove");
@@ -351,7 +351,7 @@ private Q_SLOTS:
         QTest::newRow("deletion") << 1 << true;
     }
 
-    void noLocation_isSaidAndNothingOpens()
+    void noLocation_showsAMessageAndOpensNothing()
     {
         QFETCH(int, key);
         QFETCH(bool, remove);
@@ -367,7 +367,7 @@ private Q_SLOTS:
         QCOMPARE(program.folder.Read("tarno.xml"), before);
     }
 
-    void noSuchEntry_isReportedAndNothingOpens()
+    void unknownEntry_isReportedAndOpensNothing()
     {
         ProgramWithPlace program;
         program.reports.Expect("cSQL", "EntryGet", ErrorNumber::ObjectNotSet);

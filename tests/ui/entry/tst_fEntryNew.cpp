@@ -60,7 +60,7 @@ private Q_SLOTS:
     void opened_noOptionButThePredictionIsChosen()
     {
         ProgramWithPlace program;
-        program.clock.today = 2003y / 1 / 5; // a day of the best rating
+        program.clock.today = 2003y / 1 / 5; // a day with the best rating
         Edit(program, 0, [](QDialog& editor) {
             for (const char* group : {"optTideSt", "optTideEnd", "optWindDir", "optWindStr", "optWeather",
                                       "optClarity", "optAction", "optPressure"}) {
@@ -121,7 +121,7 @@ private Q_SLOTS:
             Enter(editor, "txtAirTemp", "24.5");
             Close(editor);
         });
-        // everything that nobody entered stays as in the template
+        // values that the user did not enter are those of the template
         std::vector<std::string> expected(EntryField::Count);
         expected[EntryField::TarnoNo] = "1";
         expected[EntryField::StartDate] = "2003-01-18";
@@ -193,7 +193,7 @@ private Q_SLOTS:
         });
     }
 
-    void locationWithoutCoordinates_isSaidAndTheEntryOpens()
+    void locationWithoutCoordinates_showsAMessageAndOpensTheEntry()
     {
         TestProgram program;
         program.clock.today = 2003y / 1 / 18;

@@ -13,7 +13,7 @@ namespace
 
 /// Opens a complete entry, runs `steps`, and closes it.
 template <typename Steps>
-void Look(Steps&& steps)
+void InspectEditor(Steps&& steps)
 {
     ProgramWithPlace program;
     Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
@@ -22,7 +22,7 @@ void Look(Steps&& steps)
     });
 }
 
-/// The index of the page on which the control stands; -1 for none.
+/// Returns the index of the page that contains the control, or -1.
 int PageOf(const QDialog& editor, const QWidget& control)
 {
     for (int index = 0; index < Pages(editor).count(); ++index) {
@@ -33,13 +33,13 @@ int PageOf(const QDialog& editor, const QWidget& control)
     return -1;
 }
 
-/// A caption without the mark of its mnemonic.
+/// Returns a caption without its mnemonic marker.
 std::string Plain(QString caption)
 {
     return ToUtf8(caption.remove(QLatin1Char('&')));
 }
 
-/// An option button stands for its group.
+/// Returns the name of the control, or that of its group for an option button.
 std::string GroupName(const std::string& control)
 {
     return control.starts_with("opt") ? control.substr(0, control.find('_')) : control;
@@ -55,7 +55,7 @@ private Q_SLOTS:
 
     void window_isCalledLogEntry()
     {
-        Look([](QDialog& editor) {
+        InspectEditor([](QDialog& editor) {
             QCOMPARE(ToUtf8(editor.windowTitle()), "Tarno Log Entry");
             QVERIFY(editor.isModal());
         });
@@ -63,7 +63,7 @@ private Q_SLOTS:
 
     void pages_haveTheirCaptionsInOrder()
     {
-        Look([](QDialog& editor) {
+        InspectEditor([](QDialog& editor) {
             std::vector<std::string> captions;
             captions.reserve(static_cast<std::size_t>(Pages(editor).count()));
             for (int index = 0; index < Pages(editor).count(); ++index) {
@@ -73,7 +73,7 @@ private Q_SLOTS:
         });
     }
 
-    void frame_standsOnItsPageWithItsCaption_data()
+    void frame_isOnItsPageWithItsCaption_data()
     {
         QTest::addColumn<QString>("frame");
         QTest::addColumn<int>("page");
@@ -104,19 +104,19 @@ private Q_SLOTS:
         row("frMethod", 2, "Methods You Used:");
     }
 
-    void frame_standsOnItsPageWithItsCaption()
+    void frame_isOnItsPageWithItsCaption()
     {
         QFETCH(QString, frame);
         QFETCH(int, page);
         QFETCH(QString, caption);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             const auto& box = Find<QGroupBox>(editor, frame.toLatin1());
             QCOMPARE(PageOf(editor, box), page);
             QCOMPARE(ToUtf8(box.title()), caption.toStdString());
         });
     }
 
-    void control_standsInItsFrame_data()
+    void control_isInItsFrame_data()
     {
         QTest::addColumn<QString>("frame");
         QTest::addColumn<QString>("control");
@@ -152,11 +152,11 @@ private Q_SLOTS:
         rows("pagePicture", {"frPic", "vscPic", "hscPic", "sldZoom", "cmdLoad", "cmdRemove"});
     }
 
-    void control_standsInItsFrame()
+    void control_isInItsFrame()
     {
         QFETCH(QString, frame);
         QFETCH(QString, control);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             QVERIFY(Find<QWidget>(editor, frame.toLatin1())
                         .isAncestorOf(&Find<QWidget>(editor, control.toLatin1())));
         });
@@ -184,7 +184,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, group);
         QFETCH(QString, captions);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             QStringList found;
             for (int index = 0;; ++index) {
                 const auto* button =
@@ -221,7 +221,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, frame);
         QFETCH(QString, text);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             const auto labels = Find<QWidget>(editor, frame.toLatin1()).findChildren<QLabel*>();
             QCOMPARE(std::count_if(
                          labels.begin(), labels.end(),
@@ -250,7 +250,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, button);
         QFETCH(QString, caption);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             QCOMPARE(Plain(Find<QAbstractButton>(editor, button.toLatin1()).text()), caption.toStdString());
         });
     }
@@ -279,13 +279,13 @@ private Q_SLOTS:
     {
         QFETCH(QString, control);
         QFETCH(QString, toolTip);
-        Look(
+        InspectEditor(
             [&](QDialog& editor) { QCOMPARE(Find<QWidget>(editor, control.toLatin1()).toolTip(), toolTip); });
     }
 
     void note_isVisibleOnTheFirstPageOnly()
     {
-        Look([](QDialog& editor) {
+        InspectEditor([](QDialog& editor) {
             const auto& note = Find<QLabel>(editor, "lblNote");
             QCOMPARE(ToUtf8(note.text()),
                      "Data in frames with * is calculated for you - but you can change it.");
@@ -314,7 +314,7 @@ private Q_SLOTS:
     {
         QFETCH(int, page);
         QFETCH(QString, control);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             ClickPage(editor, page == 0 ? 1 : 0);
             ClickPage(editor, page);
             QCOMPARE(Pages(editor).currentIndex(), page);
@@ -325,7 +325,7 @@ private Q_SLOTS:
 
     void page_byCtrlTab_focusesItsFirstControl()
     {
-        Look([](QDialog& editor) {
+        InspectEditor([](QDialog& editor) {
             Press(editor, Qt::Key_Tab, Qt::ControlModifier);
             QCOMPARE(Pages(editor).currentIndex(), 1);
             QCOMPARE(Focused(editor), "optWeather_0");
@@ -339,7 +339,7 @@ private Q_SLOTS:
         const auto row = [](const char* name, int page, const char* stops) {
             QTest::newRow(name) << page << QString::fromLatin1(stops).split(QLatin1Char(' '));
         };
-        // a group is one stop: its chosen button
+        // a group has one tab stop, its chosen button
         row("General", 0,
             "txtStart txtTStart txtEnd txtTEnd cboLocation optTideSt optTideEnd txtTideLow txtTideHigh "
             "txtTideLowHt txtTideHighHt optAction txtSunRise txtSunSet txtMoonRise txtMoonSet txtMoon "
@@ -349,7 +349,7 @@ private Q_SLOTS:
             "optWeather optWindDir optWindStr optClarity txtAirTemp txtWaterTemp txtPressure optPressure "
             "txtObbos");
         row("Comments", 2, "txtTarget txtCaught txtBait txtMethods");
-        // what is enabled while there is no picture
+        // the only enabled control without a picture
         row("Picture", 3, "cmdLoad");
     }
 
@@ -357,7 +357,7 @@ private Q_SLOTS:
     {
         QFETCH(int, page);
         QFETCH(QStringList, stops);
-        Look([&](QDialog& editor) {
+        InspectEditor([&](QDialog& editor) {
             ClickPage(editor, page == 0 ? 1 : 0);
             ClickPage(editor, page);
             QStringList found;
@@ -366,9 +366,9 @@ private Q_SLOTS:
                 found << FromUtf8(GroupName(Focused(editor)));
                 Press(editor, Qt::Key_Tab);
             } while (Focused(editor) != first && found.size() < 60);
-            // around the page: its tab and the buttons of the window
-            for (const char* beside : {"qt_tabwidget_tabbar", "cmdOK", "cmdCancel"}) {
-                found.removeAll(QLatin1String(beside));
+            // controls outside the page: its tab and the buttons of the window
+            for (const char* other : {"qt_tabwidget_tabbar", "cmdOK", "cmdCancel"}) {
+                found.removeAll(QLatin1String(other));
             }
             found.sort();
             stops.sort();

@@ -107,13 +107,13 @@ private Q_SLOTS:
         });
     }
 
-    void save_boxOfSeveralLines_isWrittenThoughNobodyLeftIt()
+    void save_boxOfSeveralLines_isWrittenWithoutLeavingIt()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
         Edit(program, key, [&](QDialog& editor) {
             Enter(editor, "txtObbos", "Mullet");
-            // as assistive tools do: a text is put where the focus is not, a button is pressed
+            // assistive tools set a text and press a button without moving the focus
             Find<QPlainTextEdit>(editor, "txtBait").setPlainText(QStringLiteral("Squid\nPrawn"));
             Find<QAbstractButton>(editor, "cmdOK").click();
             QCOMPARE(program.StoredEntry(key, EntryField::Obbos), "Mullet");
@@ -122,14 +122,14 @@ private Q_SLOTS:
         });
     }
 
-    void save_disabled_firstTakesTheBoxOverAndThenCounts_data()
+    void save_disabled_storesTheBoxAndThenSaves_data()
     {
         QTest::addColumn<bool>("byMnemonic");
         QTest::newRow("click") << false;
         QTest::newRow("mnemonic") << true;
     }
 
-    void save_disabled_firstTakesTheBoxOverAndThenCounts()
+    void save_disabled_storesTheBoxAndThenSaves()
     {
         QFETCH(bool, byMnemonic);
         ProgramWithPlace program;
@@ -146,10 +146,7 @@ private Q_SLOTS:
         });
     }
 
-    void save_disabledAndNothingTyped_writesNothing_data()
-    {
-        save_disabled_firstTakesTheBoxOverAndThenCounts_data();
-    }
+    void save_disabledAndNothingTyped_writesNothing_data() { save_disabled_storesTheBoxAndThenSaves_data(); }
 
     void save_disabledAndNothingTyped_writesNothing()
     {
@@ -167,11 +164,10 @@ private Q_SLOTS:
         QCOMPARE(program.operations.Steps().size(), stepsBefore);
     }
 
-    void save_otherValuesStayByteByByte()
+    void save_keepsOtherValuesByteForByte()
     {
         ProgramWithPlace program;
-        // blanks, line feeds of its own and characters outside the letters, as somebody may write them by
-        // hand
+        // blanks, plain line feeds and special characters in a hand-written file
         const int key = program.AddCompleteEntry({{EntryField::TargetSpecies, "one\ntwo ~CL~ three  "},
                                                   {EntryField::Obbos, " \xE6\xB5\x9C & <b> "},
                                                   {EntryField::HighTideHt, "  1.6 m "}});
@@ -197,7 +193,7 @@ private Q_SLOTS:
         Edit(program, key, [](QWidget& editor) {
             GoTo(editor, "txtAirTemp");
             Find<QLineEdit>(editor, "txtAirTemp").setText(QStringLiteral("2\x01"));
-            SaveAndClose(editor); // what was saved is no change that is asked about
+            SaveAndClose(editor); // no question, because everything is saved
         });
         QCOMPARE(program.StoredEntry(key, EntryField::AirTemp), std::string("2\uFFFD"));
     }
@@ -222,7 +218,7 @@ private Q_SLOTS:
         });
     }
 
-    void save_newEntryFailedAndRetried_isThereOnce()
+    void save_newEntryFailedAndRetried_isStoredOnce()
     {
         ProgramWithPlace program;
         Edit(program, 0, [&](QDialog& editor) {
@@ -237,7 +233,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(1, EntryField::LowTideHt), "0.9");
     }
 
-    void save_recordDeletedMeanwhile_isReported()
+    void save_deletedRecord_isReported()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
@@ -321,7 +317,7 @@ private Q_SLOTS:
         }
     }
 
-    void close_textOfSeveralLinesTakenBack_isStillAskedAbout()
+    void close_textOfSeveralLinesReverted_isStillAskedAbout()
     {
         ProgramWithPlace program;
         program.messages.Expect(saveQuestion, Button::No);
@@ -391,14 +387,14 @@ private Q_SLOTS:
         QVERIFY(program.StoredEntry(1).empty());
     }
 
-    void delete_noOrCancel_leavesItThere_data()
+    void delete_noOrCancel_keepsTheRecord_data()
     {
         QTest::addColumn<bool>("no");
         QTest::newRow("no") << true;
         QTest::newRow("cancel") << false;
     }
 
-    void delete_noOrCancel_leavesItThere()
+    void delete_noOrCancel_keepsTheRecord()
     {
         QFETCH(bool, no);
         ProgramWithPlace program;
@@ -441,7 +437,7 @@ private Q_SLOTS:
 
     void delete_entryWithFewerValues_isReportedAndRemoved_data()
     {
-        QTest::addColumn<int>("values"); // behind the key
+        QTest::addColumn<int>("values"); // after the key
         QTest::newRow("key only") << 0;
         QTest::newRow("all but the last") << 35;
     }

@@ -1,4 +1,4 @@
-// The manual: its pages, their links and pictures, and the key that opens it.
+// The manual: its pages, links and pictures, and the key that opens it.
 
 #include "support/TestClass.h"
 #include "support/Windows.h"
@@ -36,7 +36,7 @@ QStringList Pages()
     return QDir(QStringLiteral(":/manual")).entryList({QStringLiteral("*.html")});
 }
 
-/// A window on the screen, active.
+/// A visible, active window.
 class ActiveWindow : public QDialog
 {
 public:
@@ -65,11 +65,11 @@ private Q_SLOTS:
 
     void initTestCase()
     {
-        const fHelp manual(nullptr); // brings the pages
+        const fHelp manual(nullptr); // registers the pages
         QVERIFY(Pages().size() >= 10);
     }
 
-    void page_isThereForEachWindow_data()
+    void page_existsForEachWindow_data()
     {
         QTest::addColumn<QString>("window");
         for (const char* window :
@@ -78,7 +78,7 @@ private Q_SLOTS:
         }
     }
 
-    void page_isThereForEachWindow()
+    void page_existsForEachWindow()
     {
         QFETCH(QString, window);
         const QString page = Page(window + QLatin1String(".html"));
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QVERIFY(Page(QStringLiteral("index.html")).contains(window + QLatin1String(".html")));
     }
 
-    void links_leadSomewhere()
+    void links_haveTargets()
     {
         for (const QString& name : Pages()) {
             const QString page = Page(name);
@@ -96,7 +96,7 @@ private Q_SLOTS:
         }
     }
 
-    void pictures_haveWordsForThoseWhoDoNotSeeThem()
+    void pictures_haveAlternativeTexts()
     {
         for (const QString& name : Pages()) {
             const QString page = Page(name);
@@ -156,7 +156,7 @@ private Q_SLOTS:
                 QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(),
                          QStringLiteral("fCustom.html"));
                 Click(*help, "cmdClose");
-                QTRY_VERIFY_WITH_TIMEOUT(help.isNull(), patience); // gone with its window
+                QTRY_VERIFY_WITH_TIMEOUT(help.isNull(), patience); // deleted on closing
                 window.reject();
             });
     }

@@ -15,9 +15,9 @@
 namespace Tarno
 {
 
-// The listing of the locations as its user sees it.
+// Helpers to operate the listing of locations as its user does.
 
-/// Opens the listing and runs `steps` in it, which must close it.
+/// Opens the listing and runs `steps`, which must close it.
 template <typename Steps>
 void ShowListing(TestProgram& program, Steps&& steps)
 {
@@ -75,7 +75,8 @@ inline void ClickRow(QWidget& listing, int row)
     QTest::mouseClick(listing.windowHandle(), Qt::LeftButton, {}, PlaceOf(listing, row));
 }
 
-/// The columns whose heading shows an arrow, each with "+" if it points up, "-" if it points down.
+/// Returns the columns with a sort icon in the heading, each followed by "+" for ascending or "-" for
+/// descending.
 inline std::string Arrows(const QWidget& listing)
 {
     const auto drawn = [](const QIcon& icon) { return icon.pixmap(32).toImage(); };

@@ -13,7 +13,7 @@
 namespace Tarno
 {
 
-// The windows of the locations as their user sees them.
+// Helpers to operate the windows of the locations as their user does.
 
 /// A location in which every value but the picture is set.
 inline const Values completeLocation{{LocationField::LocDirections, "Left~CL~then right"},
@@ -24,7 +24,7 @@ inline const Values completeLocation{{LocationField::LocDirections, "Left~CL~the
                                      {LocationField::LocGMT, "10"},
                                      {LocationField::LocDST, "1"}};
 
-/// Opens the dialog for the location `key`, a new one for 0, and runs `steps` in it, which have to close it.
+/// Opens the dialog for the location `key`, or a new one for 0, and runs `steps`, which must close it.
 template <typename Steps>
 void EditLocation(TestProgram& program, int key, Steps&& steps)
 {
@@ -34,7 +34,7 @@ void EditLocation(TestProgram& program, int key, Steps&& steps)
         std::forward<Steps>(steps));
 }
 
-/// Goes to the box on the page that is shown and replaces its text by typing; the box keeps the focus.
+/// Clicks the box and replaces its text by typing. The box keeps the focus.
 inline void Retype(QWidget& window, const char* box, const char* text)
 {
     Click(window, box);
@@ -43,7 +43,7 @@ inline void Retype(QWidget& window, const char* box, const char* text)
     Type(window, text);
 }
 
-/// The values of the stored location with that key; none when there is no such location.
+/// Returns the values of the stored location with that key, or none if it does not exist.
 inline std::vector<std::string> StoredLocation(const TestProgram& program, int key)
 {
     for (const std::vector<std::string>& location : program.Stored("location.xml")) {
@@ -89,7 +89,7 @@ inline void ClickMark(QWidget& window, const char* name)
                       button.mapTo(&window, QPoint(8, button.height() / 2)));
 }
 
-/// The names of the enabled controls for the picture.
+/// Returns the names of the enabled picture controls.
 inline QStringList EnabledControls(const QWidget& window)
 {
     QStringList enabled;
@@ -101,7 +101,7 @@ inline QStringList EnabledControls(const QWidget& window)
     return enabled;
 }
 
-/// Answers the question for a picture with `path`, or cancels it without one.
+/// Expects the file dialog for a picture. Chooses `path`, or cancels the dialog without one.
 inline void ExpectChosenPicture(TestProgram& program, const std::optional<std::string>& path)
 {
     program.files.ExpectOpen(

@@ -10,7 +10,7 @@
 
 using namespace Tarno;
 
-// The dialog for a location: its texts, and the values that it shows and stores.
+// The location dialog: its texts, and the values that it shows and stores.
 
 class tst_dlgLocMaint : public QObject
 {
@@ -18,7 +18,7 @@ class tst_dlgLocMaint : public QObject
 
 private Q_SLOTS:
 
-    void texts_areAsKnown()
+    void texts_areAsSpecified()
     {
         ProgramWithLocation program;
         EditLocation(program, 1, [](QDialog& location) {
@@ -117,7 +117,7 @@ private Q_SLOTS:
             QVERIFY(!IsChecked(location, "chkDST"));
             QVERIFY(!IsSaveEnabled(location));
             if (blankHasValues) {
-                location.done(QDialog::Rejected); // what is not shown is not compared with the record here
+                location.done(QDialog::Rejected); // "Close" would ask about the template values
             } else {
                 Close(location);
             }
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(program.Stored("location.xml").size(), 1U);
     }
 
-    void value_isWrittenThrough_data()
+    void value_edited_isStored_data()
     {
         QTest::addColumn<QString>("control");
         QTest::addColumn<QString>("typed");
@@ -153,7 +153,7 @@ private Q_SLOTS:
                                          << "" << int(LocationField::LocDST) << "0";
     }
 
-    void value_isWrittenThrough()
+    void value_edited_isStored()
     {
         QFETCH(QString, control);
         QFETCH(QString, typed);
@@ -220,11 +220,11 @@ private Q_SLOTS:
             for (const char* box : {"txtLocName", "txtDirections", "txtDescription"}) {
                 QCOMPARE(LinesText(location, box), "First\n\nLast & <least>");
             }
-            Close(location); // asks nothing
+            Close(location); // asks no question
         });
     }
 
-    void keyFilter_letsNumbersAndFourMorePass_data()
+    void keyFilter_acceptsNumbersAndFourMoreCharacters_data()
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("kept");
@@ -242,11 +242,11 @@ private Q_SLOTS:
                                           << "";
         QTest::newRow("plus, comma, blank, slash, exponent") << "+1, 2/3e4"
                                                              << "1234";
-        QTest::newRow("among others") << "1a5b1"
-                                      << "151";
+        QTest::newRow("within letters") << "1a5b1"
+                                        << "151";
     }
 
-    void keyFilter_letsNumbersAndFourMorePass()
+    void keyFilter_acceptsNumbersAndFourMoreCharacters()
     {
         QFETCH(QString, typed);
         QFETCH(QString, kept);
@@ -279,7 +279,7 @@ private Q_SLOTS:
         QCOMPARE(StoredLocation(program, 1).at(LocationField::LocLatt), "-3348.5");
     }
 
-    void keyFilter_leavesStoredTextsAlone()
+    void keyFilter_doesNotChangeStoredTexts()
     {
         ProgramWithLocation program({{LocationField::LocLatt, "33 deg S"}});
         EditLocation(program, 1, [](QDialog& location) {
@@ -295,7 +295,7 @@ private Q_SLOTS:
         });
     }
 
-    void texts_thatAreNoCoordinates_areStoredAsTyped()
+    void texts_notCoordinates_areStoredAsTyped()
     {
         ProgramWithLocation program;
         EditLocation(program, 1, [](QDialog& location) {
@@ -310,17 +310,17 @@ private Q_SLOTS:
         QCOMPARE(stored.at(LocationField::LocGMT), "#%'");
     }
 
-    void access_unset_choosesNothingAndStays_data()
+    void access_invalidCode_choosesNothingAndIsKept_data()
     {
         QTest::addColumn<QString>("code");
         QTest::newRow("not set") << "";
-        QTest::newRow("behind the last") << "3";
-        QTest::newRow("far behind") << "70000";
+        QTest::newRow("after the last") << "3";
+        QTest::newRow("far out of range") << "70000";
         QTest::newRow("negative") << "-1";
         QTest::newRow("word") << "Both";
     }
 
-    void access_unset_choosesNothingAndStays()
+    void access_invalidCode_choosesNothingAndIsKept()
     {
         QFETCH(QString, code);
         ProgramWithLocation program({{LocationField::LocAccess, ToUtf8(code)}});
@@ -363,7 +363,7 @@ private Q_SLOTS:
         });
     }
 
-    void dst_isTickedForOneOnly_data()
+    void dst_isTickedForCodeOneOnly_data()
     {
         QTest::addColumn<QString>("flag");
         QTest::addColumn<bool>("ticked");
@@ -373,7 +373,7 @@ private Q_SLOTS:
         QTest::newRow("word") << "yes" << false;
     }
 
-    void dst_isTickedForOneOnly()
+    void dst_isTickedForCodeOneOnly()
     {
         QFETCH(QString, flag);
         QFETCH(bool, ticked);

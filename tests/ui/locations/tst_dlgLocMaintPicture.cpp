@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(StoredLocation(program, 1).at(LocationField::LocPicture), "gone.png");
     }
 
-    void picture_problem_isSaidAndThePathKept()
+    void picture_problem_showsAMessageAndKeepsThePath()
     {
         ProgramWithLocation program({{LocationField::LocPicture, "broken.png"}});
         program.folder.Write("broken.png", Pictures::Png(100, 60).substr(0, 30));
@@ -144,7 +144,7 @@ private Q_SLOTS:
             QCOMPARE(picture.geometry().bottomRight(), frame.bottomRight());
             Find<QSlider>(location, "sldZoom").setValue(0);
             QCOMPARE(picture.geometry(), QRect(frame.topLeft(), QSize(40, 30)));
-            Close(location); // asks nothing
+            Close(location); // asks no question
         });
     }
 };

@@ -3,7 +3,7 @@
 
 using namespace Tarno;
 
-// Saving, closing and deleting in the dialog for a location, and records that it cannot show.
+// Saving, closing and deleting in the location dialog, and records that it cannot show.
 
 class tst_dlgLocMaintSave : public QObject
 {
@@ -27,7 +27,7 @@ private Q_SLOTS:
         QCOMPARE(program.Stored("location.xml").size(), 3U);
     }
 
-    void newLocation_savedTwice_isThereOnce()
+    void newLocation_savedTwice_isStoredOnce()
     {
         ProgramWithLocation program;
         EditLocation(program, 0, [](QDialog& location) {
@@ -51,10 +51,10 @@ private Q_SLOTS:
                 Click(location, box);
                 QVERIFY(!IsSaveEnabled(location));
             }
-            Retype(location, "txtGMT", "10"); // what it was
+            Retype(location, "txtGMT", "10"); // the original text
             Press(location, Qt::Key_Tab);
             QVERIFY(!IsSaveEnabled(location));
-            ClickMark(location, "optAccess_1"); // chosen already
+            ClickMark(location, "optAccess_1"); // already chosen
             QVERIFY(!IsSaveEnabled(location));
             Save(location);
             Close(location);
@@ -72,11 +72,11 @@ private Q_SLOTS:
             QVERIFY(location.isVisible());
             QVERIFY(!IsSaveEnabled(location));
             QCOMPARE(StoredLocation(program, 1).at(LocationField::LocName), "Palm Beach");
-            Close(location); // asks nothing
+            Close(location); // asks no question
         });
     }
 
-    void save_disabled_takesWhatWasTypedLast_data()
+    void save_disabled_storesTheLastInput_data()
     {
         QTest::addColumn<QString>("box");
         QTest::addColumn<int>("position");
@@ -89,7 +89,7 @@ private Q_SLOTS:
             << "txtDirections" << int(LocationField::LocDirections) << true;
     }
 
-    void save_disabled_takesWhatWasTypedLast()
+    void save_disabled_storesTheLastInput()
     {
         QFETCH(QString, box);
         QFETCH(int, position);
@@ -231,14 +231,14 @@ private Q_SLOTS:
         QCOMPARE(program.folder.Read("location.xml") == before, !yes);
     }
 
-    void noSuchLocation_isReported_data()
+    void unknownLocation_isReported_data()
     {
         QTest::addColumn<bool>("toDelete");
         QTest::newRow("to edit") << false;
         QTest::newRow("to delete") << true;
     }
 
-    void noSuchLocation_isReported()
+    void unknownLocation_isReported()
     {
         QFETCH(bool, toDelete);
         ProgramWithLocation program;

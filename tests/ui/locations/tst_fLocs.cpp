@@ -6,12 +6,12 @@
 
 using namespace Tarno;
 
-// The listing of the locations: its rows, their order, and data files that it cannot list in full.
+// The listing of locations: its rows, their order, and incomplete data files.
 
 namespace
 {
 
-/// A click on the part of the list that holds no row.
+/// Clicks the list below its last row.
 void ClickEmptySpace(QWidget& listing)
 {
     const QWidget* view = List(listing).viewport();
@@ -27,7 +27,7 @@ class tst_fLocs : public QObject
 
 private Q_SLOTS:
 
-    void captions_areAsKnown()
+    void captions_areAsSpecified()
     {
         TestProgram program;
         program.Start();
@@ -46,7 +46,7 @@ private Q_SLOTS:
         });
     }
 
-    void locations_standInFileOrder()
+    void locations_areInFileOrder()
     {
         TestProgram program;
         program.Start();
@@ -82,10 +82,10 @@ private Q_SLOTS:
                                  << "x"
                                  << "Not Set"
                                  << "No";
-        QTest::newRow("no code") << "7"
-                                 << "0"
-                                 << "Not Set"
-                                 << "No";
+        QTest::newRow("unknown code") << "7"
+                                      << "0"
+                                      << "Not Set"
+                                      << "No";
     }
 
     void row_showsItsLocation()
@@ -206,7 +206,7 @@ private Q_SLOTS:
         });
     }
 
-    void sorting_isCaseBlindAndKeepsEqualRowsInFileOrder()
+    void sorting_isCaseInsensitiveAndStable()
     {
         TestProgram program;
         program.Start();
@@ -225,7 +225,7 @@ private Q_SLOTS:
         });
     }
 
-    void sorting_keepsTheSelectionInSight()
+    void sorting_keepsTheSelectionVisible()
     {
         TestProgram program;
         program.Start();
@@ -258,7 +258,7 @@ private Q_SLOTS:
             QCOMPARE(Cell(listing, 0, 1), "Not Set");
             QCOMPARE(Cell(listing, 0, 2), "");
             QCOMPARE(Cell(listing, 1, 2), "-33.8");
-            Click(listing, "cmdEdit"); // the dialog needs all of them
+            Click(listing, "cmdEdit"); // the dialog requires all values
             QCOMPARE(QApplication::activeModalWidget(), &listing);
             CloseListing(listing);
         });
@@ -308,7 +308,7 @@ private Q_SLOTS:
         std::vector<std::string> names;
         std::string file = "<data>";
         for (int number = 1; number <= count; ++number) {
-            // 7919 is a prime, so every number comes once
+            // 7919 is prime, so every number occurs once
             const std::string name = "Place " + std::to_string(10000 + number * 7919 % 2003);
             names.push_back(name);
             file += "<location><LocNo>" + std::to_string(number) + "</LocNo><LocName>" + name +

@@ -107,7 +107,7 @@ private Q_SLOTS:
         QCOMPARE(StoredLocation(program, 2).at(LocationField::LocName), "Albany");
     }
 
-    void edited_showsTheNewNameInItsPlace()
+    void edited_showsTheNewName()
     {
         TestProgram program;
         program.Start();
@@ -199,7 +199,7 @@ private Q_SLOTS:
         QCOMPARE(program.folder.Read("location.xml"), before);
     }
 
-    void deletion_ofALocationInUse_leavesItsEntriesAlone()
+    void deletion_ofALocationInUse_keepsItsEntries()
     {
         ProgramWithPlace program;
         program.AddCompleteEntry();
@@ -247,7 +247,7 @@ private Q_SLOTS:
         QCOMPARE(program.folder.Read("location.xml"), before);
     }
 
-    void keyTooLarge_isReportedAndTheListGoesOn()
+    void keyTooLarge_isReportedAndTheListStaysUsable()
     {
         TestProgram program;
         program.folder.Write(

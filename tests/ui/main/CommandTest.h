@@ -11,7 +11,7 @@
 namespace Tarno
 {
 
-// The commands of the main window as their user runs them.
+// Helpers to run the commands of the main window as its user does.
 
 using Texts = std::vector<std::string>;
 
@@ -43,7 +43,7 @@ inline void CloseWindow(QDialog& window)
     window.close();
 }
 
-/// Runs a command by its button, its menu item or its key.
+/// Runs a command in the given way.
 inline void Run(QWidget& window, Way way, const char* button, int menuIndex, Qt::Key key,
                 Qt::KeyboardModifiers modifiers = {})
 {
@@ -79,7 +79,8 @@ inline void AddWays(std::initializer_list<Way> ways)
     }
 }
 
-/// The keys of the enabled buttons. A menu item that differs from its button is added as text.
+/// Returns the keys of the enabled buttons. Adds a text for each menu item whose state differs from its
+/// button.
 inline Texts EnabledCommands(const QWidget& window)
 {
     const std::initializer_list<std::pair<const char*, int>> commands{

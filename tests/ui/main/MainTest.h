@@ -16,7 +16,7 @@
 namespace Tarno
 {
 
-// The main window as its user sees it.
+// Helpers to operate the main window as its user does.
 
 /// The main window on the screen.
 class ShownLog : public fTarno
@@ -55,7 +55,7 @@ inline void ClickCommand(const QWidget& window, const char* key)
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
-/// The cells of the row that stands at `row` now, with " | " between them.
+/// Returns the cells of the displayed row `row`, separated by " | ".
 inline std::string RowText(const QWidget& window, int row)
 {
     const QAbstractItemModel* model = List(window).model();
@@ -88,7 +88,7 @@ inline std::vector<std::string> Keys(const QWidget& window)
     return keys;
 }
 
-/// The key of the selected row; empty when none is.
+/// Returns the key of the selected row, or an empty text.
 inline std::string Selected(const QWidget& window)
 {
     return ToUtf8(List(window).SelectedKey().value_or(QString()));

@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(Find<QLabel>(about, "lblVersion").text()), "Version 12.3.45");
     }
 
-    void texts_areThere_data()
+    void texts_areShown_data()
     {
         QTest::addColumn<QString>("label");
         for (const char* label : {"lblTitle", "lblNote", "lblContact"}) {
@@ -71,23 +71,23 @@ private Q_SLOTS:
         }
     }
 
-    void texts_areThere()
+    void texts_areShown()
     {
         QFETCH(QString, label);
         const fSplash about(folder, nullptr);
         QVERIFY(!Find<QLabel>(about, label.toLatin1()).text().isEmpty());
     }
 
-    void folder_isTold()
+    void folder_isShown()
     {
         const fSplash about(folder, nullptr);
-        QCOMPARE(ToUtf8(Find<QLabel>(about, "lblFolder").text()), "Your log lies in");
+        QCOMPARE(ToUtf8(Find<QLabel>(about, "lblFolder").text()), "Your log is in");
         const auto& box = Find<QLineEdit>(about, "txtFolder");
         QCOMPARE(ToUtf8(box.text()), "/home/<b>angler</b>/log");
         QVERIFY(box.isReadOnly());
     }
 
-    void picture_isThere()
+    void picture_isShown()
     {
         const fSplash about(folder, nullptr);
         QVERIFY(!Find<QLabel>(about, "picAbout").pixmap().isNull());
@@ -104,7 +104,7 @@ private Q_SLOTS:
             [&](QDialog& window) {
                 QVERIFY(window.isModal());
                 QVERIFY(Timer(window).isActive());
-                Timer(window).setInterval(0); // its time is up
+                Timer(window).setInterval(0); // expires immediately
                 Await([&] { return !window.isVisible(); }, "the splash stays open");
             });
     }
@@ -115,7 +115,7 @@ private Q_SLOTS:
     {
         QFETCH(int, key);
         fSplash splash(folder, nullptr);
-        Timer(splash).setInterval(patience); // does not close it first
+        Timer(splash).setInterval(patience); // longer than the test
         WhileOpen(
             "fSplash", [&] { splash.ShowSplash(); }, [&](QDialog& window) { CloseBy(window, key); });
     }

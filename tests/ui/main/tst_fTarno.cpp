@@ -8,7 +8,7 @@
 
 using namespace Tarno;
 
-// The main window's look, its list and its sorting.
+// The main window: its controls, its list and sorting.
 
 namespace
 {
@@ -22,7 +22,7 @@ Values Trip(const std::string& date, const Values& others = {})
     return entry;
 }
 
-/// A log of three trips whose ratings are not in the order of the file.
+/// A log of three trips that are not in the order of their ratings.
 class RatedTrips : public TestProgram
 {
 public:
@@ -41,7 +41,7 @@ QImage Picture(const QIcon& icon)
     return icon.pixmap(32).toImage();
 }
 
-/// "ascending", "descending" or "" by the picture in the heading.
+/// Returns "ascending", "descending" or "" for the icon in the heading.
 std::string SortIcon(const QWidget& window, int column)
 {
     const QVariant icon = List(window).model()->headerData(column, Qt::Horizontal, Qt::DecorationRole);
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(found, (Texts{"Add", "Edit", "Delete", "Locations", "Reports", "About...", "-", "Tides"}));
     }
 
-    void label_tellsWhatTheListCanDo()
+    void label_explainsTheList()
     {
         TestProgram program;
         program.Start();
@@ -214,7 +214,7 @@ private Q_SLOTS:
         QCOMPARE(ColumnTexts(window, Column::Location), Texts{"Victor Harbor Granite Island"});
     }
 
-    void rows_areKnownByTheirEntrysNumber()
+    void rows_haveTheEntryNumbersAsKeys()
     {
         RatedTrips program;
         program.sql.EntryDelete(2);
@@ -222,7 +222,7 @@ private Q_SLOTS:
         QCOMPARE(Keys(window), (Texts{"K1", "K3"}));
     }
 
-    void rows_standInFileOrder()
+    void rows_areInFileOrder()
     {
         TestProgram program;
         program.Start();
@@ -237,7 +237,7 @@ private Q_SLOTS:
         }
     }
 
-    void rows_commentsBetweenThem_areNoRows()
+    void rows_doNotIncludeComments()
     {
         RatedTrips program;
         std::string bytes = program.folder.Read("tarno.xml");
@@ -248,7 +248,7 @@ private Q_SLOTS:
         QCOMPARE(Keys(window), (Texts{"K1", "K2", "K3"}));
     }
 
-    void vanishedLocation_isReportedOncePerLocation()
+    void deletedLocation_isReportedOncePerLocation()
     {
         TestProgram program;
         program.Start();
@@ -278,7 +278,7 @@ private Q_SLOTS:
         QVERIFY(Command(window, "icoAdd").isEnabled());
     }
 
-    void entries_tenThousand_areAllThere()
+    void entries_tenThousand_areAllListed()
     {
         constexpr int count = 10000;
         TestProgram program;
@@ -350,7 +350,7 @@ private Q_SLOTS:
         QVERIFY(!Command(window, "icoEdit").isEnabled());
 
         program.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::ObjectNotSet); // saving the new entry
-        program.reports.Expect("cSQL", "EntryList", ErrorNumber::ObjectNotSet);   // and listing all again
+        program.reports.Expect("cSQL", "EntryList", ErrorNumber::ObjectNotSet);   // reloading the list
         WhileOpen(
             "fEntry", [&] { ClickCommand(window, "icoAdd"); },
             [](QDialog& editor) {
@@ -413,7 +413,7 @@ private Q_SLOTS:
         program.Start();
         ShownLog window(program);
         Texts expected = ColumnTexts(window, column);
-        // the names of the places, which go by the user's language, need no more than their case here
+        // sorting is locale-aware, but case folding is sufficient for these names
         std::stable_sort(expected.begin(), expected.end(),
                          [](const std::string& left, const std::string& right) {
                              return FromUtf8(left).toCaseFolded() < FromUtf8(right).toCaseFolded();
@@ -438,7 +438,7 @@ private Q_SLOTS:
         QCOMPARE(ColumnTexts(window, Column::Rating), (Texts{"0 - Poor", "2 - Good", "3 - Best"}));
     }
 
-    void sort_iconFollows()
+    void sort_updatesTheIcon()
     {
         RatedTrips program;
         ShownLog window(program);
@@ -457,7 +457,7 @@ private Q_SLOTS:
         QCOMPARE(icons(), (Texts{"", "", "ascending", "", "", "", "", "", ""}));
     }
 
-    void sort_isCaseBlind()
+    void sort_isCaseInsensitive()
     {
         TestProgram program;
         program.Start();
@@ -491,7 +491,7 @@ private Q_SLOTS:
         RatedTrips program;
         ShownLog window(program);
         ClickHeading(window, Column::Rating);
-        ClickHeading(window, Column::Action); // 0, 1, 0 in the file
+        ClickHeading(window, Column::Action); // the file order is 0, 1, 0
         QCOMPARE(Keys(window), (Texts{"K1", "K3", "K2"}));
         ClickHeading(window, Column::Action);
         QCOMPARE(Keys(window), (Texts{"K2", "K1", "K3"}));
@@ -517,7 +517,7 @@ private Q_SLOTS:
         QVERIFY(list.viewport()->rect().contains(list.visualRect(list.currentIndex()).center()));
     }
 
-    void sort_isKeptOverAReload()
+    void sort_isKeptAfterAReload()
     {
         RatedTrips program;
         ShownLog window(program);
@@ -530,7 +530,7 @@ private Q_SLOTS:
         QCOMPARE(Keys(window), (Texts{"K3", "K1", "K2"}));
         QCOMPARE(Selected(window), "K1");
         QCOMPARE(SortIcon(window, Column::Rating), "descending");
-        ClickHeading(window, Column::Rating); // and the next click goes on from there
+        ClickHeading(window, Column::Rating); // the next click reverses the order
         QCOMPARE(Keys(window), (Texts{"K2", "K1", "K3"}));
     }
 };

@@ -7,7 +7,8 @@
 
 using namespace Tarno;
 
-// The commands of the main window: which are enabled, the windows and programs that they open, and Exit.
+// The commands of the main window: when they are enabled, the windows and programs that they open, and
+// "Exit".
 
 namespace
 {
@@ -41,7 +42,8 @@ void AddExitWays()
     QTest::newRow("Esc") << ExitWay::Escape;
 }
 
-/// The question for the tide program, which knows other programs than the one for Windows elsewhere.
+/// Returns the expected file dialog for the tide program. On other systems than Windows it also offers all
+/// files.
 FileQuestion TideQuestion()
 {
     QString filter = QStringLiteral("WXTide32 Progam File (WXTide32.exe)");
@@ -69,7 +71,7 @@ class tst_fTarnoCommands : public QObject
 
 private Q_SLOTS:
 
-    void enabled_byWhatTheFilesHold_data()
+    void enabled_dependsOnTheFiles_data()
     {
         QTest::addColumn<bool>("location");
         QTest::addColumn<bool>("entry");
@@ -81,7 +83,7 @@ private Q_SLOTS:
         QTest::newRow("both") << true << true << QStringList();
     }
 
-    void enabled_byWhatTheFilesHold()
+    void enabled_dependsOnTheFiles()
     {
         QFETCH(bool, location);
         QFETCH(bool, entry);
@@ -246,7 +248,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("stored");
         QTest::newRow("never stored") << "(none)";
         QTest::newRow("empty") << "";
-        QTest::newRow("no longer there") << "/no/such/WXTide32.exe";
+        QTest::newRow("deleted file") << "/no/such/WXTide32.exe";
         QTest::newRow("a folder") << "/tmp";
     }
 
@@ -307,11 +309,11 @@ private Q_SLOTS:
         program.messages.Expect(exitQuestion, Button::Yes);
         ExitBy(window, way);
         QCOMPARE(exits.size(), 1);
-        // the data access has been released
+        // the data access was released
         program.reports.Expect("cSQL", "EntryList", ErrorNumber::ObjectNotSet);
         RecordList entries;
         QCOMPARE(program.sql.EntryList(entries), failed);
-        // nothing is asked a second time when the program closes its windows
+        // closing the windows afterwards asks no second question
         window.close();
         QVERIFY(!window.isVisible());
     }
@@ -345,16 +347,16 @@ private Q_SLOTS:
             "fEntry", [&] { window.Edit(); }, CloseWindow);
     }
 
-    void exit_unsavedChanges_areSaid_data()
+    void exit_unsavedChanges_asksAgain_data()
     {
-        QTest::addColumn<bool>("exitAllTheSame");
+        QTest::addColumn<bool>("exitsAnyway");
         QTest::newRow("yes") << true;
         QTest::newRow("no") << false;
     }
 
-    void exit_unsavedChanges_areSaid()
+    void exit_unsavedChanges_asksAgain()
     {
-        QFETCH(bool, exitAllTheSame);
+        QFETCH(bool, exitsAnyway);
         TwoTrips program;
         ShownLog window(program);
         const QSignalSpy exits(&window, &fTarno::ExitConfirmed);
@@ -365,17 +367,18 @@ private Q_SLOTS:
 
         program.messages.Expect(exitQuestion, Button::Yes);
         program.messages.Expect(
-            {.text = QStringLiteral("The last changes could not be saved to: tarno.xml\r\n"
-                                    "They are lost when Tarno ends now. Exit all the same?"),
+            {.text = QStringLiteral("Your last changes could not be saved to: tarno.xml\r\n"
+                                    "If you exit now, you will lose them. To keep them, click \"No\" and "
+                                    "save another change.\r\n\r\nExit anyway?"),
              .title = QStringLiteral("Changes Not Saved"),
              .icon = Icon::Exclamation,
              .buttons = Buttons::YesNo,
              .byDefault = Button::No},
-            exitAllTheSame ? Button::Yes : Button::No);
+            exitsAnyway ? Button::Yes : Button::No);
         Click(window, "cmdExit");
-        QCOMPARE(exits.size(), exitAllTheSame ? 1 : 0);
+        QCOMPARE(exits.size(), exitsAnyway ? 1 : 0);
 
-        if (!exitAllTheSame) { // the next save takes the change along, and then there is nothing to say
+        if (!exitsAnyway) { // the next save writes this change too, so no question is asked
             program.AddEntry({{EntryField::LocNo, "1"}});
             QVERIFY(program.StoredEntry(1).empty());
             program.messages.Expect(exitQuestion, Button::Yes);

@@ -3,7 +3,7 @@
 
 using namespace Tarno;
 
-// The commands for the entries of the main window's list, run by toolbar, menu, mouse and keyboard.
+// The commands of the main window for entries, run by toolbar, menu, mouse and keyboard.
 
 class tst_fTarnoEntries : public QObject
 {
@@ -45,7 +45,7 @@ private Q_SLOTS:
                 Click(editor, "cmdCancel");
             });
         QCOMPARE(Selected(window), "K2");
-        QCOMPARE(window.focusWidget(), &List(window)); // ready for the next arrow key
+        QCOMPARE(window.focusWidget(), &List(window)); // arrow keys work immediately
     }
 
     void edit_changedEntry_isShownInTheList()
@@ -180,11 +180,11 @@ private Q_SLOTS:
     {
         TwoTrips program;
         ShownLog window(program);
-        program.sql.EntryDelete(1); // the list does not know
+        program.sql.EntryDelete(1); // without updating the list
         program.reports.Expect("cSQL", "EntryGet", ErrorNumber::ObjectNotSet);
         WithoutWindow([&] { window.Edit(); });
         QVERIFY(List(window).isEnabled());
-        QCOMPARE(Keys(window), Texts{"K2"}); // now it does
+        QCOMPARE(Keys(window), Texts{"K2"}); // updated now
         WhileOpen(
             "fEntry", [&] { window.Edit(); }, CloseWindow);
     }
@@ -237,12 +237,12 @@ private Q_SLOTS:
         menu.close();
     }
 
-    void rightClick_menuItems_followTheRule()
+    void rightClick_updatesTheMenuItems()
     {
         TestProgram program;
         program.Start();
         ShownLog window(program);
-        program.AddLocation("Pittwater"); // behind the window's back
+        program.AddLocation("Pittwater"); // without notifying the window
         QVERIFY(!MenuItem(window, 0).isEnabled());
         QTest::mouseClick(List(window).viewport(), Qt::RightButton, {}, EmptySpace(window));
         QCOMPARE(EnabledCommands(window), (Texts{"icoAdd", "Earth", "icoAbout", "icoTides"}));
