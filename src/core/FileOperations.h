@@ -39,7 +39,7 @@ public:
     virtual ~FileOperations() = default;
 
     /// The state of a file or folder. A path that does not exist is no error.
-    virtual FileState Look(const std::string& path) = 0;
+    virtual FileState GetState(const std::string& path) = 0;
     /// Creates a file with the contents `bytes` and returns its state when they have reached the disk. Mode,
     /// owner, access list and extended attributes are those of the file `model`, as far as the user may set
     /// them, or the usual ones if it does not exist. Throws FileAlreadyExists if `path` exists; after any

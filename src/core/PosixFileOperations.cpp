@@ -106,7 +106,7 @@ public:
     /// A file that would grow beyond the size limit is reported as an error instead of ending the program.
     PosixFileOperations() { std::signal(SIGXFSZ, SIG_IGN); }
 
-    FileState Look(const std::string& path) override
+    FileState GetState(const std::string& path) override
     {
         struct stat status = {};
         if (::stat(path.c_str(), &status) != 0) {
@@ -129,7 +129,7 @@ public:
         file.Write(bytes);
         file.Sync();
         file.Close();
-        return Look(path);
+        return GetState(path);
     }
 
     void Replace(const std::string& from, const std::string& to) override

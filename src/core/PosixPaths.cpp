@@ -38,11 +38,11 @@ std::string ReadWholeFile(const std::string& path)
 
 std::string Resolved(const std::string& path)
 {
-    constexpr int mostLinks = 40;
+    constexpr int maxLinks = 40;
     std::error_code failure;
     fs::path resolved = ToPath(path);
     // weakly_canonical does not follow a link to a file that does not exist
-    for (int links = 0; links < mostLinks && fs::is_symlink(fs::symlink_status(resolved, failure)); ++links) {
+    for (int links = 0; links < maxLinks && fs::is_symlink(fs::symlink_status(resolved, failure)); ++links) {
         resolved = resolved.parent_path() / fs::read_symlink(resolved, failure);
     }
     resolved = fs::weakly_canonical(resolved, failure);

@@ -19,11 +19,11 @@ public:
     const std::string& GetAppPath() const { return m_path; }
 
     /// The full path of the file `name`: GetAppPath, the separator and the name.
-    std::string Addressed(std::string_view name) const;
+    std::string PathOf(std::string_view name) const;
 
-    /// As Addressed, but where the folder holds no such file and has one whose name differs only in
+    /// As PathOf, but where the folder holds no such file and has one whose name differs only in
     /// the case of ASCII letters, that one's path: a name meets its file on every platform.
-    std::string Existing(std::string_view name) const;
+    std::string FindPath(std::string_view name) const;
 
 private:
     std::string m_path;

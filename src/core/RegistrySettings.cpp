@@ -10,7 +10,7 @@ namespace
 {
 
 /// `text` in another code page; what it cannot say becomes its replacement character.
-std::string Recoded(std::string_view text, UINT from, UINT to)
+std::string Transcode(std::string_view text, UINT from, UINT to)
 {
     if (text.empty() || from == to) {
         return std::string(text);
@@ -32,12 +32,12 @@ std::string Recoded(std::string_view text, UINT from, UINT to)
 
 std::string ToRegistry(std::string_view utf8)
 {
-    return Recoded(utf8, CP_UTF8, ::GetACP());
+    return Transcode(utf8, CP_UTF8, ::GetACP());
 }
 
 std::string FromRegistry(std::string_view text)
 {
-    return Recoded(text, ::GetACP(), CP_UTF8);
+    return Transcode(text, ::GetACP(), CP_UTF8);
 }
 
 std::string KeyPath(std::string_view section)

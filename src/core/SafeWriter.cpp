@@ -17,8 +17,8 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr int aSecond = 100; // attempts
-constexpr int tenSeconds = 1000;
+constexpr int attemptsInOneSecond = 100; // one every 10 ms
+constexpr int attemptsInTenSeconds = 1000;
 
 /// Whether `name` is that of a temporary for the file `target`.
 bool IsTemporary(std::string_view name, const std::string& target)
@@ -33,7 +33,7 @@ bool IsTemporary(std::string_view name, const std::string& target)
 
 /// Repeats `body` while it throws Error PermissionDenied because another program holds a file.
 template <typename Body>
-auto Patiently(FileOperations& operations, int attempts, const Body& body)
+auto RetryWhileHeld(FileOperations& operations, int attempts, const Body& body)
 {
     for (;; operations.Pause()) {
         try {
@@ -58,7 +58,7 @@ void SafeWriter::Write(const std::string& path, std::string_view bytes)
 std::optional<FileState> SafeWriter::Replace(const std::string& target, std::string_view bytes,
                                              const std::optional<FileState>& expected)
 {
-    if (!(expected ? *expected : m_operations.Look(target)).isReplaceable) {
+    if (!(expected ? *expected : m_operations.GetState(target)).isReplaceable) {
         throw Error(ErrorNumber::PathFileAccess);
     }
     const std::string temporary =
@@ -68,11 +68,11 @@ std::optional<FileState> SafeWriter::Replace(const std::string& target, std::str
         if (made.size != bytes.size()) {
             throw Error(ErrorNumber::DiskFull);
         }
-        if (expected && m_operations.Look(target) != *expected) {
+        if (expected && m_operations.GetState(target) != *expected) {
             TryRemove(temporary);
             return std::nullopt;
         }
-        Patiently(m_operations, aSecond, [&] { m_operations.Replace(temporary, target); });
+        RetryWhileHeld(m_operations, attemptsInOneSecond, [&] { m_operations.Replace(temporary, target); });
         return made;
     } catch (...) {
         TryRemove(temporary);
@@ -82,7 +82,7 @@ std::optional<FileState> SafeWriter::Replace(const std::string& target, std::str
 
 FolderLock SafeWriter::LockFolder(const std::string& folder)
 {
-    return Patiently(m_operations, tenSeconds, [&] { return m_operations.Lock(folder); });
+    return RetryWhileHeld(m_operations, attemptsInTenSeconds, [&] { return m_operations.Lock(folder); });
 }
 
 void SafeWriter::RemoveStale(const std::string& path)

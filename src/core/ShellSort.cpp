@@ -13,7 +13,7 @@ namespace
 {
 
 /// Every row from `gap` onward is put into its place among the rows a gap apart before it.
-void InsertApart(ReportTable& table, std::size_t gap, const SortSettings& settings)
+void InsertionSortByGap(ReportTable& table, std::size_t gap, const SortSettings& settings)
 {
     for (std::size_t i = gap; i < table.size(); ++i) {
         ReportRow row = std::move(table[i]);
@@ -42,7 +42,7 @@ void mMain::ShellSort(ReportTable& table, const SortSettings& settings)
     } while (gap + 1 <= table.size());
     do {
         gap = third(gap);
-        InsertApart(table, std::max<std::size_t>(gap, 1), settings);
+        InsertionSortByGap(table, std::max<std::size_t>(gap, 1), settings);
     } while (gap > 0);
 }
 

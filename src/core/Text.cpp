@@ -53,7 +53,7 @@ CodePoint FrontCodePoint(std::string_view text)
 
 /// The length of the run of ASCII that XML can carry at the front of `text`. Eight bytes are looked at in one
 /// go, so it may end up to seven bytes early.
-std::size_t PlainLength(std::string_view text)
+std::size_t AsciiLength(std::string_view text)
 {
     constexpr std::uint64_t ones = 0x0101010101010101U;
     constexpr std::uint64_t highest = 0x80 * ones;
@@ -150,7 +150,7 @@ bool IsXmlCharacter(char32_t value)
 
 bool IsXmlText(std::string_view text)
 {
-    for (text.remove_prefix(PlainLength(text)); !text.empty(); text.remove_prefix(PlainLength(text))) {
+    for (text.remove_prefix(AsciiLength(text)); !text.empty(); text.remove_prefix(AsciiLength(text))) {
         const CodePoint front = FrontCodePoint(text);
         if (front.length == 0 || !IsXmlCharacter(front.value)) {
             return false;

@@ -22,7 +22,7 @@ void Write(const Handle& file, std::string_view bytes)
 class WindowsFileOperations final : public FileOperations
 {
 public:
-    FileState Look(const std::string& path) override
+    FileState GetState(const std::string& path) override
     {
         const Handle file(
             Open(path, FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
@@ -59,7 +59,7 @@ public:
         Write(file, bytes);
         Check(::FlushFileBuffers(file.get()) != 0);
         Check(::CloseHandle(file.release()) != 0);
-        return Look(path);
+        return GetState(path);
     }
 
     void Replace(const std::string& from, const std::string& to) override

@@ -20,7 +20,7 @@ constexpr unsigned parseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi
                                   pugi::parse_doctype | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
 constexpr auto encoding = pugi::encoding_utf8;
 
-constexpr int deepest =
+constexpr int maxDepth =
     256; // levels of elements; ours have three, and each is indented by one more in a saved file
 
 /// Whether `name`, what stands between "&" and ";", stands for a character that XML can carry.
@@ -132,7 +132,7 @@ bool IsShallow(const pugi::xml_node& node, int levels)
 }
 
 /// Empties the document from its leaves on. The library itself would go down level by level on the stack.
-void Dismantle(pugi::xml_document& document)
+void ResetWithoutRecursion(pugi::xml_document& document)
 {
     for (pugi::xml_node node = document.root(); node;) {
         if (const pugi::xml_node child = node.first_child(); child) {
@@ -147,10 +147,10 @@ void Dismantle(pugi::xml_document& document)
 }
 
 /// Whether the parser and we are content; otherwise the document is emptied.
-bool IsAccepted(const pugi::xml_parse_result& result, pugi::xml_document& document)
+bool AcceptOrReset(const pugi::xml_parse_result& result, pugi::xml_document& document)
 {
-    if (!result || !HasOneRoot(document) || !IsShallow(document, deepest)) {
-        Dismantle(document);
+    if (!result || !HasOneRoot(document) || !IsShallow(document, maxDepth)) {
+        ResetWithoutRecursion(document);
         return false;
     }
     // what is saved is UTF-8, whatever was declared
@@ -177,7 +177,7 @@ bool ParseXml(std::string_view bytes, pugi::xml_document& document)
     const std::string converted = HasUtf16Mark(bytes) ? FromUtf16(bytes) : std::string();
     const std::string_view text = converted.empty() ? bytes : converted;
     return IsParsable(text) &&
-           IsAccepted(document.load_buffer(text.data(), text.size(), parseOptions, encoding), document);
+           AcceptOrReset(document.load_buffer(text.data(), text.size(), parseOptions, encoding), document);
 }
 
 bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
@@ -188,8 +188,8 @@ bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
     }
     // with the zero behind them: the parser puts one into the last place and would not see a letter there
     return IsParsable(bytes) &&
-           IsAccepted(document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding),
-                      document);
+           AcceptOrReset(document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding),
+                         document);
 }
 
 std::string SerializeXml(const pugi::xml_document& document, std::size_t expectedSize)

@@ -14,7 +14,7 @@ namespace Tarno
 namespace
 {
 
-constexpr int mostAttempts = 100; // a second
+constexpr int maxAttempts = 100; // a second
 constexpr std::uint64_t roomToGrow = 65536;
 
 const std::string nothingWritten = "\r\nNothing was written. Your changes are kept while Tarno is open. ";
@@ -42,7 +42,7 @@ std::string Keep(const Record& record, const std::string& path, FileOperations& 
         const std::string name =
             FromPath(log.stem()) + "-kept-" + std::to_string(number) + FromPath(log.extension());
         std::string kept = FromPath(log.parent_path() / ToPath(name));
-        if (!operations.Look(kept).exists) {
+        if (!operations.GetState(kept).exists) {
             SafeWriter(operations).Replace(kept, SerializeXml(document), std::nullopt);
             return kept;
         }
@@ -59,11 +59,11 @@ DataFile::DataFile(std::string name, RecordTable::Names names) : m_name(std::mov
 void DataFile::Load(const ProgramFolder& folder, FileOperations& operations)
 {
     Release();
-    m_path = folder.Existing(m_name);
+    m_path = folder.FindPath(m_name);
     try {
         const std::string path = Resolved(m_path);
-        m_folder = operations.Look(FolderOf(path));
-        m_version = operations.Look(path);
+        m_folder = operations.GetState(FolderOf(path));
+        m_version = operations.GetState(path);
         if (auto contents = Parsed(ReadWholeFile(path))) {
             m_contents = std::move(contents);
         }
@@ -83,8 +83,8 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     m_isUnsaved = true;
     std::error_code ignored;
     const std::string path =
-        Resolved(std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.Existing(name));
-    if (!operations.Look(FolderOf(path)).IsSameFile(m_folder)) {
+        Resolved(std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.FindPath(name));
+    if (!operations.GetState(FolderOf(path)).IsSameFile(m_folder)) {
         throw Error(ErrorNumber::PathNotFound,
                     "The folder of " + m_name + " is no longer the one that was opened:\r\n" +
                         FolderOf(path) + nothingWritten + "Make that folder available again" + saveAgain);
@@ -92,8 +92,8 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     SafeWriter writer(operations);
     const FolderLock lock = writer.LockFolder(FolderOf(path));
     std::string lastRead;
-    for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
-        const FileState found = operations.Look(path);
+    for (int attempt = 1; attempt <= maxAttempts; ++attempt) {
+        const FileState found = operations.GetState(path);
         const bool isOther = found.exists && found.isReplaceable && found != m_version;
         if (!isOther || MergeFile(path, found, lastRead, operations, merged)) {
             const std::string bytes = SerializeXml(m_contents->document, m_version.size + roomToGrow);

@@ -114,7 +114,8 @@ private:
                   Record* updated = nullptr);
 
     /// Brings what refers to records of `in` up to date: the record of the caller and the trips of this run.
-    void FollowNewKeys(std::string_view routine, const DataFile& in, const KeyMap& newKeys, Record* updated);
+    void UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys,
+                          Record* updated);
 
     ConflictNotice NoticeOf(const DataFile& in, const Conflict& conflict) const;
 

@@ -28,13 +28,13 @@ private Q_SLOTS:
     {
         const TemporaryFolder folder;
         folder.Write("file", "12345");
-        const FileState file = m_operations->Look(folder.PathOf("file"));
+        const FileState file = m_operations->GetState(folder.PathOf("file"));
         QVERIFY(file.exists && file.isReplaceable);
         QCOMPARE(file.size, std::uint64_t{5});
-        const FileState inside = m_operations->Look(folder.Path());
+        const FileState inside = m_operations->GetState(folder.Path());
         QVERIFY(inside.exists && !inside.isReplaceable);
         for (const char* name : {"none", "gone/none"}) {
-            QVERIFY(m_operations->Look(folder.PathOf(name)) == FileState());
+            QVERIFY(m_operations->GetState(folder.PathOf(name)) == FileState());
         }
     }
 
@@ -43,26 +43,26 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         const std::string path = folder.PathOf("file");
         folder.Write("file", "12345");
-        const FileState before = m_operations->Look(path);
-        QVERIFY(m_operations->Look(path) == before);
+        const FileState before = m_operations->GetState(path);
+        QVERIFY(m_operations->GetState(path) == before);
 
         std::filesystem::last_write_time(ToPath(path), std::filesystem::last_write_time(ToPath(path)) +
                                                            std::chrono::seconds(1));
-        const FileState touched = m_operations->Look(path);
+        const FileState touched = m_operations->GetState(path);
         QVERIFY(touched != before);
         QVERIFY(touched.IsSameFile(before));
 
         const auto time = std::filesystem::last_write_time(ToPath(path));
         folder.Write("file", "123456");
         std::filesystem::last_write_time(ToPath(path), time);
-        const FileState longer = m_operations->Look(path);
+        const FileState longer = m_operations->GetState(path);
         QVERIFY(longer != touched);
         QVERIFY(longer.IsSameFile(before));
 
         folder.Write("other", "123456");
         std::filesystem::last_write_time(ToPath(folder.PathOf("other")), time);
         std::filesystem::rename(ToPath(folder.PathOf("other")), ToPath(path));
-        const FileState replaced = m_operations->Look(path);
+        const FileState replaced = m_operations->GetState(path);
         QVERIFY(replaced != longer);
         QVERIFY(!replaced.IsSameFile(before));
     }
@@ -71,14 +71,14 @@ private Q_SLOTS:
     {
         const TemporaryFolder folder;
         folder.MakeFolder("log");
-        const FileState before = m_operations->Look(folder.PathOf("log"));
+        const FileState before = m_operations->GetState(folder.PathOf("log"));
         folder.Write("log/file", "x");
-        QVERIFY(m_operations->Look(folder.PathOf("log")).IsSameFile(before));
+        QVERIFY(m_operations->GetState(folder.PathOf("log")).IsSameFile(before));
         std::filesystem::rename(ToPath(folder.PathOf("log")), ToPath(folder.PathOf("away")));
         folder.MakeFolder("log");
-        QVERIFY(!m_operations->Look(folder.PathOf("log")).IsSameFile(before));
-        QVERIFY(m_operations->Look(folder.PathOf("away")).IsSameFile(before));
-        QVERIFY(!m_operations->Look(folder.PathOf("gone")).IsSameFile(FileState()));
+        QVERIFY(!m_operations->GetState(folder.PathOf("log")).IsSameFile(before));
+        QVERIFY(m_operations->GetState(folder.PathOf("away")).IsSameFile(before));
+        QVERIFY(!m_operations->GetState(folder.PathOf("gone")).IsSameFile(FileState()));
     }
 
     void create_newFile_returnsItsState()
@@ -86,7 +86,7 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         const std::string bytes = "\r\n\0 bytes"s;
         const FileState made = m_operations->Create(folder.PathOf("file"), bytes, folder.PathOf("no model"));
-        QVERIFY(made == m_operations->Look(folder.PathOf("file")));
+        QVERIFY(made == m_operations->GetState(folder.PathOf("file")));
         QCOMPARE(folder.Read("file"), bytes);
     }
 
@@ -108,7 +108,7 @@ private Q_SLOTS:
         m_operations->Replace(folder.PathOf("from"), folder.PathOf("to"));
         QCOMPARE(folder.Names(), Texts{"to"});
         QCOMPARE(folder.Read("to"), "new"s);
-        QVERIFY(m_operations->Look(folder.PathOf("to")) == made);
+        QVERIFY(m_operations->GetState(folder.PathOf("to")) == made);
         QCOMPARE(RaisedNumber([&] { m_operations->Replace(folder.PathOf("none"), folder.PathOf("to")); }),
                  76);
         QCOMPARE(folder.Read("to"), "new"s);

@@ -82,14 +82,14 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         folder.Write("file", "x");
         folder.MakePipe("pipe");
-        QVERIFY(!m_operations->Look(folder.PathOf("pipe")).isReplaceable);
-        QCOMPARE(RaisedNumber([&] { m_operations->Look(folder.PathOf("file/below")); }), 75);
+        QVERIFY(!m_operations->GetState(folder.PathOf("pipe")).isReplaceable);
+        QCOMPARE(RaisedNumber([&] { m_operations->GetState(folder.PathOf("file/below")); }), 75);
         std::filesystem::permissions(ToPath(folder.PathOf("file")), perms::owner_read);
         const PlainUser user(folder);
         if (!PlainUser::IsPlain()) {
             QSKIP(PlainUser::whyNot);
         }
-        QVERIFY(!m_operations->Look(folder.PathOf("file")).isReplaceable);
+        QVERIFY(!m_operations->GetState(folder.PathOf("file")).isReplaceable);
     }
 
     void create_mode_isThatOfTheModel_data()

@@ -18,10 +18,10 @@ private Q_SLOTS:
     {
         const ProgramFolder drive("C:\\", '\\');
         QCOMPARE(drive.GetAppPath(), "C:"s);
-        QCOMPARE(drive.Addressed("tarno.xml"), "C:\\tarno.xml"s);
+        QCOMPARE(drive.PathOf("tarno.xml"), "C:\\tarno.xml"s);
         const ProgramFolder root("/", '/');
         QCOMPARE(root.GetAppPath(), ""s);
-        QCOMPARE(root.Addressed("tarno.xml"), "/tarno.xml"s);
+        QCOMPARE(root.PathOf("tarno.xml"), "/tarno.xml"s);
     }
 
     void getAppPath_anyOtherFolder_staysAsItIs()
@@ -33,9 +33,9 @@ private Q_SLOTS:
 
     void addressed_aName_standsBehindTheSeparator()
     {
-        QCOMPARE(ProgramFolder("C:\\Log", '\\').Addressed("Rpt.xml"), "C:\\Log\\Rpt.xml"s);
+        QCOMPARE(ProgramFolder("C:\\Log", '\\').PathOf("Rpt.xml"), "C:\\Log\\Rpt.xml"s);
         const TemporaryFolder folder;
-        QCOMPARE(ProgramFolder(folder.Path()).Addressed("Rpt.xml"), folder.PathOf("Rpt.xml"));
+        QCOMPARE(ProgramFolder(folder.Path()).PathOf("Rpt.xml"), folder.PathOf("Rpt.xml"));
     }
 
     void existing_theNameItself_comesFirst()
@@ -44,8 +44,8 @@ private Q_SLOTS:
         for (const char* name : {"FIELD.XML", "Field.xml", "field.xml"}) {
             folder.Write(name, name);
         }
-        QCOMPARE(ProgramFolder(folder.Path()).Existing("Field.xml"), folder.PathOf("Field.xml"));
-        QCOMPARE(ProgramFolder(folder.Path()).Existing("field.xml"), folder.PathOf("field.xml"));
+        QCOMPARE(ProgramFolder(folder.Path()).FindPath("Field.xml"), folder.PathOf("Field.xml"));
+        QCOMPARE(ProgramFolder(folder.Path()).FindPath("field.xml"), folder.PathOf("field.xml"));
     }
 
     void existing_aNameThatDiffersInCase_meetsItsFile_data()
@@ -67,18 +67,18 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         folder.Write("other.xml", "x");
         folder.Write(stored, "y");
-        QCOMPARE(ReadWholeFile(ProgramFolder(folder.Path()).Existing(asked)), "y"s);
+        QCOMPARE(ReadWholeFile(ProgramFolder(folder.Path()).FindPath(asked)), "y"s);
         NOT_ON_WINDOWS("names of files that differ in case");
-        QCOMPARE(ProgramFolder(folder.Path()).Existing(asked), folder.PathOf(stored));
-        QCOMPARE(ProgramFolder(folder.Path() + '/').Existing(asked), folder.PathOf(stored));
+        QCOMPARE(ProgramFolder(folder.Path()).FindPath(asked), folder.PathOf(stored));
+        QCOMPARE(ProgramFolder(folder.Path() + '/').FindPath(asked), folder.PathOf(stored));
     }
 
     void existing_noSuchFile_isTheAddressedPath()
     {
         const TemporaryFolder folder;
         folder.Write("field.xml.bak", "x");
-        QCOMPARE(ProgramFolder(folder.Path()).Existing("Field.xml"), folder.PathOf("Field.xml"));
-        QCOMPARE(ProgramFolder(folder.PathOf("gone")).Existing("Field.xml"), folder.PathOf("gone/Field.xml"));
+        QCOMPARE(ProgramFolder(folder.Path()).FindPath("Field.xml"), folder.PathOf("Field.xml"));
+        QCOMPARE(ProgramFolder(folder.PathOf("gone")).FindPath("Field.xml"), folder.PathOf("gone/Field.xml"));
     }
 };
 

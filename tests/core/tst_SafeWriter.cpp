@@ -46,7 +46,7 @@ private Q_SLOTS:
         QCOMPARE(Written("new\r\n\0bytes"s), 0);
         QCOMPARE(m_folder->Read("tarno.xml"), "new\r\n\0bytes"s);
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml"});
-        QCOMPARE(m_operations->Steps(), (Texts{"look", "create", "replace", "sync folder"}));
+        QCOMPARE(m_operations->Steps(), (Texts{"get state", "create", "replace", "sync folder"}));
         QVERIFY(m_operations->Created().starts_with(m_folder->PathOf("tarno.xml.")));
         QVERIFY(m_operations->Created().ends_with(SafeWriter::temporarySuffix));
     }
@@ -62,7 +62,7 @@ private Q_SLOTS:
     void write_stepFails_leavesOldBytesAndNoTemporary_data()
     {
         QTest::addColumn<std::string>("step");
-        for (const char* step : {"look", "create", "replace"}) {
+        for (const char* step : {"get state", "create", "replace"}) {
             QTest::newRow(step) << std::string(step);
         }
     }
@@ -208,9 +208,9 @@ private Q_SLOTS:
     {
         m_folder->Write("tarno.xml", "old");
         const std::string path = m_folder->PathOf("tarno.xml");
-        const auto written = SafeWriter(*m_operations).Replace(path, "new", m_operations->Look(path));
+        const auto written = SafeWriter(*m_operations).Replace(path, "new", m_operations->GetState(path));
         QVERIFY(written.has_value());
-        QVERIFY(*written == m_operations->Look(path));
+        QVERIFY(*written == m_operations->GetState(path));
         QCOMPARE(m_operations->Count("sync folder"), 0);
     }
 
@@ -218,8 +218,8 @@ private Q_SLOTS:
     {
         m_folder->Write("tarno.xml", "old");
         const std::string path = m_folder->PathOf("tarno.xml");
-        const FileState expected = m_operations->Look(path);
-        m_operations->Before("look", [&] { m_folder->Write("tarno.xml", "other"); });
+        const FileState expected = m_operations->GetState(path);
+        m_operations->Before("get state", [&] { m_folder->Write("tarno.xml", "other"); });
         QVERIFY(!SafeWriter(*m_operations).Replace(path, "new", expected));
         QCOMPARE(m_folder->Read("tarno.xml"), "other"s);
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml"});

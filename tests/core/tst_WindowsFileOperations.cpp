@@ -63,9 +63,9 @@ private Q_SLOTS:
     {
         const TemporaryFolder folder;
         folder.Write("file", "12345");
-        const FileState before = m_operations->Look(folder.PathOf("file"));
+        const FileState before = m_operations->GetState(folder.PathOf("file"));
         const Handle held = Held(folder.PathOf("file"), 0);
-        QVERIFY(m_operations->Look(folder.PathOf("file")) == before);
+        QVERIFY(m_operations->GetState(folder.PathOf("file")) == before);
     }
 
     void look_readOnlyFile_isNotReplaceable()
@@ -74,7 +74,7 @@ private Q_SLOTS:
         folder.Write("file", "x");
         const std::wstring path = Native(folder.PathOf("file"));
         QVERIFY(::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY) != 0);
-        const FileState state = m_operations->Look(folder.PathOf("file"));
+        const FileState state = m_operations->GetState(folder.PathOf("file"));
         ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
         QVERIFY(state.exists && !state.isReplaceable);
     }
@@ -184,7 +184,7 @@ private Q_SLOTS:
         QCOMPARE(ReadWholeFile(path), "old"s);
         std::string given = path;
         QVERIFY(mMain::FileExist(given));
-        QCOMPARE(ProgramFolder(folder.PathOf(name)).Existing("Tarno.xml"),
+        QCOMPARE(ProgramFolder(folder.PathOf(name)).FindPath("Tarno.xml"),
                  folder.PathOf(name + "/Tarno.xml"));
         SafeWriter writer(*m_operations);
         const FolderLock lock = writer.LockFolder(FolderOf(path));

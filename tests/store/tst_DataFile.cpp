@@ -92,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(test.Save("Rpt.xml"), 0);
         // the folder, the file, and the file again right before it is replaced
         QCOMPARE(Texts(test.operations.Steps().begin() + before, test.operations.Steps().end()),
-                 (Texts{"look", "lock", "look", "create", "look", "replace", "sync folder"}));
+                 (Texts{"get state", "lock", "get state", "create", "get state", "replace", "sync folder"}));
         QCOMPARE(test.folder.Read("Rpt.xml"), "<data />\n"s);
         QCOMPARE(test.folder.Names(), Texts{"Rpt.xml"});
     }

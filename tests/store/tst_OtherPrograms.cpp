@@ -238,7 +238,7 @@ private:
     /// "key value" of each record in a file, as it lies on the disk.
     Texts Records(const std::string& file) const
     {
-        const std::string bytes = ReadWholeFile(m_store->programFolder.Existing(file));
+        const std::string bytes = ReadWholeFile(m_store->programFolder.FindPath(file));
         pugi::xml_document document;
         Texts records;
         if (!document.load_buffer(bytes.data(), bytes.size())) {

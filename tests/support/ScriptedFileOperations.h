@@ -31,7 +31,7 @@ public:
     static constexpr int always = -1; ///< a number of times without end
 
     /// The next `times` calls of `step` throw `number` and do nothing, after `before` calls that succeed.
-    /// The steps are "look", "create", "replace", "sync folder", "remove", "lock" and "append".
+    /// The steps are "get state", "create", "replace", "sync folder", "remove", "lock" and "append".
     void Fail(const std::string& step, ErrorNumber number, int times = 1, int before = 0)
     {
         m_failures.push_back({step, number, times, before});
@@ -72,7 +72,7 @@ public:
     bool HasWritten() const
     {
         return std::any_of(m_steps.begin(), m_steps.end(), [](const std::string& step) {
-            return step != "look" && step != "lock" && step != "pause";
+            return step != "get state" && step != "lock" && step != "pause";
         });
     }
 
@@ -81,10 +81,10 @@ public:
         return static_cast<int>(std::count(m_steps.begin(), m_steps.end(), step));
     }
 
-    FileState Look(const std::string& path) override
+    FileState GetState(const std::string& path) override
     {
-        Step("look");
-        return m_system->Look(path);
+        Step("get state");
+        return m_system->GetState(path);
     }
 
     FileState Create(const std::string& path, std::string_view bytes, const std::string& model) override
