@@ -1,11 +1,11 @@
 #include "core/ErrorLog.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/ScriptedClock.h"
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 #ifndef Q_OS_WIN
 #include <fcntl.h>
@@ -202,14 +202,14 @@ private Q_SLOTS:
         std::filesystem::permissions(ToPath(m_folder->Path()),
                                      std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
         {
-            const PlainUser user(*m_folder);
-            if (PlainUser::IsPlain()) {
+            const UnprivilegedUser user(*m_folder);
+            if (UnprivilegedUser::IsUnprivileged()) {
                 ErrorLog("cSQL", "EntryGet", &objectNotSet);
             }
         }
         std::filesystem::permissions(ToPath(m_folder->Path()), std::filesystem::perms::owner_all);
         if (m_operations->Steps().empty()) {
-            QSKIP(PlainUser::whyNot);
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QCOMPARE(m_operations->Steps(), Texts{"append"});
         QCOMPARE(m_folder->Names(), Texts());

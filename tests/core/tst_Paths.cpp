@@ -1,10 +1,10 @@
 #include "core/Paths.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/RaisedNumber.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 using namespace Tarno;
 
@@ -54,14 +54,14 @@ private Q_SLOTS:
         std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::none);
         int number = -1;
         {
-            const PlainUser user(folder);
-            if (PlainUser::IsPlain()) {
+            const UnprivilegedUser user(folder);
+            if (UnprivilegedUser::IsUnprivileged()) {
                 number = RaisedNumber([&] { ReadWholeFile(folder.PathOf("closed/settings.xml")); });
             }
         }
         std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::owner_all);
         if (number == -1) {
-            QSKIP(PlainUser::whyNot);
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QCOMPARE(number, 75);
     }
@@ -81,9 +81,9 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         folder.Write("secret", "spot X");
         std::filesystem::permissions(ToPath(folder.PathOf("secret")), std::filesystem::perms::none);
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("secret")); }), 75);
     }

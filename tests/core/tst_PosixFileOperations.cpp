@@ -1,10 +1,10 @@
 #include "core/FileOperations.h"
 #include "core/SafeWriter.h"
-#include "support/PlainUser.h"
 #include "support/RaisedNumber.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 #include <array>
 #include <csignal>
@@ -85,9 +85,9 @@ private Q_SLOTS:
         QVERIFY(!m_operations->GetState(folder.PathOf("pipe")).isReplaceable);
         QCOMPARE(RaisedNumber([&] { m_operations->GetState(folder.PathOf("file/below")); }), 75);
         std::filesystem::permissions(ToPath(folder.PathOf("file")), perms::owner_read);
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QVERIFY(!m_operations->GetState(folder.PathOf("file")).isReplaceable);
     }
@@ -141,8 +141,8 @@ private Q_SLOTS:
         folder.MakeFolder("log");
         folder.Write("model", "x");
         std::filesystem::permissions(ToPath(folder.PathOf("model")), static_cast<perms>(0664));
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain() || ::getegid() != 0) {
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged() || ::getegid() != 0) {
             QSKIP("needs a user without a group of that name");
         }
         // the process has the group of root, the file that of "nobody"
@@ -253,9 +253,9 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         folder.Write("log", "old");
         std::filesystem::permissions(ToPath(folder.PathOf("log")), perms::owner_read);
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("log"), "x"); }), 75);
         QCOMPARE(folder.Read("log"), "old"s);

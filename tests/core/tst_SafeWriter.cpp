@@ -1,12 +1,12 @@
 #include "core/Paths.h"
 #include "core/SafeWriter.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/RaisedNumber.h"
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 #include <chrono>
 
@@ -191,16 +191,16 @@ private Q_SLOTS:
         std::filesystem::permissions(ToPath(m_folder->PathOf("tarno.xml")), perms::owner_read);
         std::filesystem::permissions(ToPath(m_folder->PathOf("closed")),
                                      perms::owner_read | perms::owner_exec);
-        const PlainUser user(*m_folder);
-        if (PlainUser::IsPlain()) {
+        const UnprivilegedUser user(*m_folder);
+        if (UnprivilegedUser::IsUnprivileged()) {
             QCOMPARE(Written("new"), 75);
             QCOMPARE(Written("new", "closed/tarno.xml"), 75);
             QCOMPARE(m_folder->Read("tarno.xml"), "old"s);
             QCOMPARE(m_folder->Read("closed/tarno.xml"), "old"s);
         }
         std::filesystem::permissions(ToPath(m_folder->PathOf("closed")), perms::owner_all);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
     }
 
@@ -295,7 +295,7 @@ private Q_SLOTS:
             std::filesystem::last_write_time(ToPath(m_folder->PathOf(name)),
                                              std::filesystem::file_time_type::clock::now() - age);
         }
-        m_operations->LockNothing();
+        m_operations->DisableLocks();
         RemoveStale();
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml.1.tarno-tmp"});
     }

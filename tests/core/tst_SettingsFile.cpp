@@ -1,10 +1,10 @@
 #include "core/SettingsFile.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 using namespace Tarno;
 
@@ -143,9 +143,9 @@ private Q_SLOTS:
                                      std::filesystem::perms::owner_write);
         ScriptedFileOperations operations;
         SettingsFile file(folder.PathOf("settings.xml"), operations);
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         file.Write("KOWRA", "XTidePath", "x");
         QVERIFY(!file.Values("KOWRA"));

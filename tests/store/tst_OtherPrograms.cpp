@@ -1,8 +1,8 @@
 #include "RecordFamily.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/TestClass.h"
 #include "support/TestStore.h"
+#include "support/UnprivilegedUser.h"
 
 #include <regex>
 
@@ -133,9 +133,9 @@ private Q_SLOTS:
         std::filesystem::permissions(ToPath(m_store->folder.PathOf(m_family.file)),
                                      std::filesystem::perms::owner_write);
         {
-            const PlainUser user(m_store->folder);
-            if (!PlainUser::IsPlain()) {
-                QSKIP(PlainUser::whyNot);
+            const UnprivilegedUser user(m_store->folder);
+            if (!UnprivilegedUser::IsUnprivileged()) {
+                QSKIP(UnprivilegedUser::skipReason);
             }
             m_store->reports.Expect(
                 "cSQL", Routine("Update"), ErrorNumber::PathFileAccess,

@@ -63,7 +63,7 @@ inline std::string Big32(std::uint32_t value)
 }
 
 /// A JPEG whose camera was held as `orientation` says (1 upright, 6 turned by a quarter to the right, ...).
-inline std::string JpegHeld(const QImage& picture, int orientation)
+inline std::string JpegWithOrientation(const QImage& picture, int orientation)
 {
     using namespace std::string_literals;
     // one directory of one entry: orientation (0x0112), a 16-bit number, one of them

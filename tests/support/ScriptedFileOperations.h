@@ -26,7 +26,7 @@ public:
     ScriptedFileOperations(const ScriptedFileOperations&) = delete;
     ScriptedFileOperations& operator=(const ScriptedFileOperations&) = delete;
 
-    ~ScriptedFileOperations() override { Heal(); }
+    ~ScriptedFileOperations() override { ClearFailures(); }
 
     static constexpr int always = -1; ///< a number of times without end
 
@@ -38,7 +38,7 @@ public:
     }
 
     /// From now on no step fails.
-    void Heal()
+    void ClearFailures()
     {
         for (const Failure& failure : m_failures) {
             if (failure.times >= 0 || failure.before >= 0) {
@@ -53,7 +53,7 @@ public:
     void LoseLastByte() { m_losesByte = true; }
 
     /// From now on folders cannot be locked, as on some file systems.
-    void LockNothing() { m_locks = false; }
+    void DisableLocks() { m_locks = false; }
 
     /// `happen` is called once, right before the next call of `step` ("pause" is one as well), after `before`
     /// other calls of it: another program acts at that moment.

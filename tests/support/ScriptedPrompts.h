@@ -21,7 +21,7 @@ namespace Scripted
 {
 
 /// What happens on the desktop while a question stands there.
-using Meanwhile = std::function<void()>;
+using WhileShown = std::function<void()>;
 
 inline void Fail(const QString& text)
 {
@@ -58,7 +58,7 @@ std::optional<Expected> Next(std::deque<Expected>& expected, const QString& aske
 }
 
 template <typename Expected>
-void FailAboutRest(const std::deque<Expected>& expected)
+void FailIfAnyIsLeft(const std::deque<Expected>& expected)
 {
     for (const Expected& left : expected) {
         Fail(QStringLiteral("not asked: ") + left.described);
@@ -74,15 +74,15 @@ public:
     ScriptedMessageBoxes(const ScriptedMessageBoxes&) = delete;
     ScriptedMessageBoxes& operator=(const ScriptedMessageBoxes&) = delete;
 
-    ~ScriptedMessageBoxes() override { Scripted::FailAboutRest(m_expected); }
+    ~ScriptedMessageBoxes() override { Scripted::FailIfAnyIsLeft(m_expected); }
 
-    void Expect(const Question& question, Button answer, Scripted::Meanwhile meanwhile = nullptr)
+    void Expect(const Question& question, Button answer, Scripted::WhileShown whileShown = nullptr)
     {
-        m_expected.push_back({Scripted::Described(question), answer, std::move(meanwhile)});
+        m_expected.push_back({Scripted::Described(question), answer, std::move(whileShown)});
     }
 
     /// A box with the information icon and an OK button.
-    void ExpectTold(const QString& text, const QString& title)
+    void ExpectInformation(const QString& text, const QString& title)
     {
         Expect({.text = text, .title = title}, Button::Ok);
     }
@@ -90,8 +90,8 @@ public:
     Button Ask(QWidget* /*parent*/, const Question& question) override
     {
         const auto next = Scripted::Next(m_expected, Scripted::Described(question));
-        if (next && next->meanwhile) {
-            next->meanwhile();
+        if (next && next->whileShown) {
+            next->whileShown();
         }
         return next ? next->answer : question.byDefault;
     }
@@ -100,7 +100,7 @@ private:
     struct Expected {
         QString described;
         Button answer;
-        Scripted::Meanwhile meanwhile;
+        Scripted::WhileShown whileShown;
     };
 
     std::deque<Expected> m_expected;
@@ -113,7 +113,7 @@ public:
     ScriptedFileDialogs(const ScriptedFileDialogs&) = delete;
     ScriptedFileDialogs& operator=(const ScriptedFileDialogs&) = delete;
 
-    ~ScriptedFileDialogs() override { Scripted::FailAboutRest(m_expected); }
+    ~ScriptedFileDialogs() override { Scripted::FailIfAnyIsLeft(m_expected); }
 
     /// The user chooses `path`, or cancels.
     void ExpectOpen(const FileQuestion& question, const std::optional<QString>& path)
@@ -161,7 +161,7 @@ public:
     ScriptedProgramStarter(const ScriptedProgramStarter&) = delete;
     ScriptedProgramStarter& operator=(const ScriptedProgramStarter&) = delete;
 
-    ~ScriptedProgramStarter() override { Scripted::FailAboutRest(m_expected); }
+    ~ScriptedProgramStarter() override { Scripted::FailIfAnyIsLeft(m_expected); }
 
     void ExpectStart(const QString& program, const QStringList& arguments = {}, bool starts = true)
     {
@@ -212,7 +212,7 @@ public:
     ScriptedPrinters(const ScriptedPrinters&) = delete;
     ScriptedPrinters& operator=(const ScriptedPrinters&) = delete;
 
-    ~ScriptedPrinters() override { Scripted::FailAboutRest(m_expected); }
+    ~ScriptedPrinters() override { Scripted::FailIfAnyIsLeft(m_expected); }
 
     /// The user prints, or cancels.
     void ExpectPrint(const QString& title, int pages, bool prints = true)

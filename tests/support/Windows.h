@@ -20,7 +20,7 @@ namespace Tarno
 // event takes the way that it takes when a user raises it.
 
 /// How long a test waits, in ms, before it fails: so long that no machine is too slow or too busy.
-inline constexpr int patience = 300'000;
+inline constexpr int awaitTimeout = 300'000;
 
 /// The line of a test from which a function below was called, so that a failure names it. Like
 /// std::source_location, which clang 14 does not know.
@@ -43,7 +43,7 @@ inline void FailAt(const Caller& caller, const char* what)
 template <typename Predicate>
 bool Await(Predicate&& isTrue, const char* what, const Caller& caller = Caller::Current())
 {
-    const bool happened = QTest::qWaitFor(std::forward<Predicate>(isTrue), patience);
+    const bool happened = QTest::qWaitFor(std::forward<Predicate>(isTrue), awaitTimeout);
     if (!happened) {
         FailAt(caller, what);
     }
@@ -53,7 +53,7 @@ bool Await(Predicate&& isTrue, const char* what, const Caller& caller = Caller::
 /// Waits until `window` is the active one.
 inline void AwaitActive(QWidget& window, const Caller& caller = Caller::Current())
 {
-    if (!QTest::qWaitForWindowActive(&window, patience)) {
+    if (!QTest::qWaitForWindowActive(&window, awaitTimeout)) {
         FailAt(caller, "the window does not become active");
     }
 }

@@ -14,24 +14,24 @@ namespace Tarno
 #ifdef Q_OS_WIN
 
 /// Windows has no bits of permission that could be taken away here: a test of them is skipped.
-class PlainUser
+class UnprivilegedUser
 {
 public:
-    explicit PlainUser(const TemporaryFolder& /*folder*/) {}
+    explicit UnprivilegedUser(const TemporaryFolder& /*folder*/) {}
 
-    static bool IsPlain() { return false; }
+    static bool IsUnprivileged() { return false; }
 
-    static constexpr const char* whyNot = "not on Windows: bits of permission";
+    static constexpr const char* skipReason = "not on Windows: bits of permission";
 };
 
 #else
 
 /// As long as it lives, the process has the rights of a plain user, so that permissions bite: root, whom
 /// they do not stop, becomes "nobody", who is given the folder and all that is in it.
-class PlainUser
+class UnprivilegedUser
 {
 public:
-    explicit PlainUser(const TemporaryFolder& folder)
+    explicit UnprivilegedUser(const TemporaryFolder& folder)
     {
         if (::geteuid() != 0) {
             return;
@@ -43,10 +43,10 @@ public:
         m_switched = ready && ::setresuid(nobody, nobody, 0) == 0;
     }
 
-    PlainUser(const PlainUser&) = delete;
-    PlainUser& operator=(const PlainUser&) = delete;
+    UnprivilegedUser(const UnprivilegedUser&) = delete;
+    UnprivilegedUser& operator=(const UnprivilegedUser&) = delete;
 
-    ~PlainUser()
+    ~UnprivilegedUser()
     {
         if (m_switched && ::setresuid(0, 0, 0) != 0) {
             qFatal("cannot become root again");
@@ -54,9 +54,9 @@ public:
     }
 
     /// False where root may not give up its rights; a test of permissions has to be skipped then.
-    static bool IsPlain() { return ::geteuid() != 0; }
+    static bool IsUnprivileged() { return ::geteuid() != 0; }
 
-    static constexpr const char* whyNot = "root may not give up its rights here";
+    static constexpr const char* skipReason = "root may not give up its rights here";
 
 private:
     static constexpr uid_t nobody = 65534;
