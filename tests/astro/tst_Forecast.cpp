@@ -238,7 +238,7 @@ private Q_SLOTS:
         QCOMPARE(ForecastRiseSet(withFlag, 2003y / 3 / 30).sunRise, ":"s);
     }
 
-    void riseSet_textsThatAreNoNumbers_raiseTypeMismatch_data()
+    void riseSet_invalidNumbers_raiseTypeMismatch_data()
     {
         QTest::addColumn<QStringList>("texts");
         const auto row = [](const char* name, const char* latitude, const char* longitude, const char* gmt) {
@@ -255,7 +255,7 @@ private Q_SLOTS:
         row("empty time zone", "40", "10", "");
     }
 
-    void riseSet_textsThatAreNoNumbers_raiseTypeMismatch()
+    void riseSet_invalidNumbers_raiseTypeMismatch()
     {
         QFETCH(QStringList, texts);
         for (const std::string flag : {"0", "1"}) {
@@ -272,7 +272,7 @@ private Q_SLOTS:
         QVERIFY(ErrorOf([&] { ForecastRiseSet(location, 2003y / 7 / 1); }) == ErrorNumber::Overflow);
     }
 
-    void riseSet_strangePlacesAndDays_giveBoxTexts_data()
+    void riseSet_extremePlacesAndDays_giveBoxTexts_data()
     {
         QTest::addColumn<QStringList>("texts");
         const auto row = [](const char* name, const char* latitude, const char* longitude, const char* gmt) {
@@ -290,7 +290,7 @@ private Q_SLOTS:
         row("time zone without end", "40", "10", "1e300");
     }
 
-    void riseSet_strangePlacesAndDays_giveBoxTexts()
+    void riseSet_extremePlacesAndDays_giveBoxTexts()
     {
         QFETCH(QStringList, texts);
         for (const std::string flag : {"0", "1"}) {

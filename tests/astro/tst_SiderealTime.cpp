@@ -17,7 +17,7 @@ class tst_SiderealTime : public QObject
 
 private Q_SLOTS:
 
-    void frac_positiveNumber_isThePartBehindThePoint()
+    void frac_positiveNumber_isTheFractionalPart()
     {
         QCOMPARE(Frac(2.25), 0.25);
         QCOMPARE(Frac(0), 0.0);
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(MJD(last, 0), static_cast<double>((last - zero).count()));
     }
 
-    void julianCenturies_fromTheEpoch_countDaysOf36525()
+    void julianCenturies_have36525Days()
     {
         QCOMPARE(JulianCenturies(51544.5), 0.0);
         QCOMPARE(JulianCenturies(51544.5 - 36525), -1.0);

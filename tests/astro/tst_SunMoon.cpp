@@ -35,7 +35,7 @@ private Q_SLOTS:
         QVERIFY(Distance(MiniSun(-0.072183436), almanac) < 1 / 60.0);
     }
 
-    void miniSun_solstices_standOverTheTropics()
+    void miniSun_solstices_areAtTheTropics()
     {
         const double june2003 = (52811 - 51544.5) / 36525; // 21 June 2003
         const double december2003 = (52995 - 51544.5) / 36525;
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QVERIFY(Distance(MiniMoon(-0.077221081451), almanac) < 5 / 60.0);
     }
 
-    void bothBodies_fromYear1To9999_stayInTheSky()
+    void bothBodies_fromYear1To9999_haveValidCoordinates()
     {
         for (int day = 0; day < 9999 * 365; day += 501) {
             const double t = -20 + day / 36525.0;

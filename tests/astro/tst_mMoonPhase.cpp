@@ -32,7 +32,7 @@ private Q_SLOTS:
         QVERIFY(std::abs(JulianDay(2003y / 1 / 18) - 2452658.298) < 0.0005);
     }
 
-    void julianDay_monthBetweenTwoQuarterDays_liesExactlyBetweenThem()
+    void julianDay_monthBetweenTwoQuarterDays_isExactlyBetweenThem()
     {
         QCOMPARE(std::fmod(JulianDay(2017y / 10 / 5), 0.25), 0.125);
         QVERIFY(JulianDay(6617y / 10 / 13) == 4138156.125);

@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(MoonTransit("00:00", "24:00"), "12:00"s);
     }
 
-    void moonTransit_setAfterMidnight_liesOnTheSideOfTheMiddle()
+    void moonTransit_setAfterMidnight_isOnTheDayOfTheMiddle()
     {
         QCOMPARE(MoonTransit("20:00", "06:00"), "01:00"s);
         QCOMPARE(MoonTransit("16:00", "04:00"), "22:00"s);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(OppositeTransit("12:25"), ":"s);
     }
 
-    void minorTimes_onlyFirstMajor_liesBetweenThem()
+    void minorTimes_onlyFirstMajor_surroundIt()
     {
         QCOMPARE(Joined(MinorTimes("11:50", ":")), "05:37 18:02"s);
     }
@@ -190,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(TimeToHours("11:36"), 11.6F);
     }
 
-    void timeToHours_noTime_raisesTypeMismatch()
+    void timeToHours_notATime_raisesTypeMismatch()
     {
         for (const char* text : {"", ":", "up", "12", "12:", ":30", "ab:cd"}) {
             QVERIFY(ErrorOf([text] { TimeToHours(text); }) == ErrorNumber::TypeMismatch);

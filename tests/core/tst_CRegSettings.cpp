@@ -116,7 +116,7 @@ private Q_SLOTS:
         QCOMPARE(test.All(""), (Texts{"XTidePath", "root"}));
     }
 
-    void names_meetWhateverTheirCase()
+    void names_ignoreCase()
     {
         Settings test;
         test.settings.SaveSetting("KOWRA", "XTidePath", "old");
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(test.All("KOWRA"), (Texts{"XTidePath", "new"}));
     }
 
-    void getAllSettings_everyValue_inTheOrderOfSaving()
+    void getAllSettings_listsValuesInOrderOfSaving()
     {
         Settings test;
         test.settings.SaveSetting("KOWRA", "z", "1");
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QCOMPARE(test.All("KOWRA"), (Texts{"z", "1", "a", "", "m", "3"}));
     }
 
-    void getAllSettings_noSuchSection_isNothing()
+    void getAllSettings_missingSection_isNullopt()
     {
         Settings test;
         QVERIFY(!test.settings.GetAllSettings("KOWRA"));
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Read("settings.xml"), before);
     }
 
-    void deleteSetting_nothingThere_doesNothing()
+    void deleteSetting_missing_doesNothing()
     {
         Settings test;
         test.settings.DeleteSetting("KOWRA");
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Read("settings.xml"), before);
     }
 
-    void company_isTrimmedAndFallsBackToItsDefault()
+    void company_isTrimmedAndFallsBackToTheDefault()
     {
         Settings test;
         QCOMPARE(test.settings.Company(), std::string(CRegSettings::defaultCompany));
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QCOMPARE(test.settings.AppName(), std::string(CRegSettings::productName));
     }
 
-    void companyAndAppName_doNotMoveTheSettings()
+    void companyAndAppName_doNotAffectWhereSettingsAreStored()
     {
         Settings test;
         test.settings.SaveSetting("KOWRA", "XTidePath", "x");
@@ -233,7 +233,7 @@ private Q_SLOTS:
         QCOMPARE(test.settings.GetSetting("KOWRA", "XTidePath", "none"), "x"s);
     }
 
-    void anError_isReportedAndEndsThere()
+    void error_isReportedAndNotRethrown()
     {
         BrokenStore store;
         CRegSettings settings(store);

@@ -24,7 +24,7 @@ class tst_FileOperations : public QObject
 
 private Q_SLOTS:
 
-    void look_fileFolderOrNothing_isTold()
+    void getState_fileFolderOrMissing()
     {
         const TemporaryFolder folder;
         folder.Write("file", "12345");
@@ -38,7 +38,7 @@ private Q_SLOTS:
         }
     }
 
-    void look_everyChangeOfAFile_isAnotherState()
+    void getState_changesWithEveryChangeOfTheFile()
     {
         const TemporaryFolder folder;
         const std::string path = folder.PathOf("file");
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QVERIFY(!replaced.IsSameFile(before));
     }
 
-    void look_folder_isTheSameWhateverIsInIt()
+    void getState_folder_isIdentifiedRegardlessOfItsContents()
     {
         const TemporaryFolder folder;
         folder.MakeFolder("log");
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("file"), bytes);
     }
 
-    void create_existingFile_isFileAlreadyExistsAndLeft()
+    void create_existingFile_isFileAlreadyExistsAndUnchanged()
     {
         const TemporaryFolder folder;
         folder.Write("file", "old");
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("file"), "old"s);
     }
 
-    void replace_aFile_keepsItsState()
+    void replace_keepsTheStateOfTheNewFile()
     {
         const TemporaryFolder folder;
         folder.Write("to", "old");
@@ -114,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("to"), "new"s);
     }
 
-    void remove_aFile_isGone()
+    void remove_deletesTheFile()
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QVERIFY(std::chrono::steady_clock::now() - before >= std::chrono::milliseconds(45));
     }
 
-    void append_newAndExistingFile_grow()
+    void append_createsOrExtendsTheFile()
     {
         const TemporaryFolder folder;
         m_operations->Append(folder.PathOf("log"), "one\r\n");
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("log"), "one\r\ntwo\r\n"s);
     }
 
-    void append_noFile_isAnError()
+    void append_folderOrMissingFolder_isAnError()
     {
         const TemporaryFolder folder;
         QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.Path(), "x"); }), 75);

@@ -77,7 +77,7 @@ class tst_PosixFileOperations : public QObject
 
 private Q_SLOTS:
 
-    void look_whatCannotBeReplaced_isTold()
+    void getState_pipeOrReadOnlyFile_isNotReplaceable()
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(!m_operations->GetState(folder.PathOf("file")).isReplaceable);
     }
 
-    void create_mode_isThatOfTheModel_data()
+    void create_copiesTheModeOfTheModel_data()
     {
         QTest::addColumn<int>("mode");
         for (const int mode : {0600, 0660, 0666, 0755, 0402}) {
@@ -100,7 +100,7 @@ private Q_SLOTS:
         }
     }
 
-    void create_mode_isThatOfTheModel()
+    void create_copiesTheModeOfTheModel()
     {
         QFETCH(int, mode);
         const TemporaryFolder folder;
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(StatusOf(folder.PathOf("new")).st_mode & 07777U), mode);
     }
 
-    void create_withoutModel_takesTheUsualMode()
+    void create_withoutModel_usesTheDefaultMode()
     {
         const TemporaryFolder folder;
         const mode_t before = ::umask(027);
@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(StatusOf(folder.PathOf("new")).st_mode & 07777U), 0640);
     }
 
-    void create_ownerAndGroup_areThoseOfTheModel()
+    void create_copiesOwnerAndGroupOfTheModel()
     {
         if (::geteuid() != 0) {
             QSKIP("only root may give files away");
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(StatusOf(folder.PathOf("log/new")).st_mode & 07777U), 0604);
     }
 
-    void create_attributesAndAccessList_areThoseOfTheModel()
+    void create_copiesAttributesAndAccessListOfTheModel()
     {
         const TemporaryFolder folder;
         const std::string model = folder.PathOf("model");
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(StatusOf(folder.PathOf("new")).st_mode, StatusOf(model).st_mode);
     }
 
-    void create_accessListOfTheFolder_isNotAdded()
+    void create_defaultAccessListOfTheFolder_isNotApplied()
     {
         const TemporaryFolder folder;
         folder.Write("model", "x");
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(StatusOf(folder.PathOf("new")).st_mode & 07777U), 0640);
     }
 
-    void create_linkInItsPlace_isNotFollowed()
+    void create_existingLink_isNotFollowed()
     {
         const TemporaryFolder folder;
         folder.MakeLink("link", folder.PathOf("elsewhere"));
@@ -189,7 +189,7 @@ private Q_SLOTS:
     }
 
     // in a process of its own, which starts with the system's own answer to the signal
-    void write_beyondTheLimitOfTheFileSize_isDiskFullAndEndsNoProgram()
+    void write_beyondTheFileSizeLimit_isDiskFullAndDoesNotKillTheProcess()
     {
         const TemporaryFolder folder;
         folder.Write("tarno.xml", "old");
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Names(), (Texts{"Tarno.log", "tarno.xml"}));
     }
 
-    void syncFolder_noFolder_isAnError()
+    void syncFolder_missingFolderOrFile_isAnError()
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
@@ -241,14 +241,14 @@ private Q_SLOTS:
         QVERIFY(m_operations->Lock(folder.Path()) != nullptr);
     }
 
-    void append_noRegularFile_isPathFileAccess()
+    void append_notARegularFile_isPathFileAccess()
     {
         const TemporaryFolder folder;
         folder.MakePipe("pipe");
         QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("pipe"), "x"); }), 75);
     }
 
-    void append_fileThatMayNotBeWritten_isPathFileAccess()
+    void append_readOnlyFile_isPathFileAccess()
     {
         const TemporaryFolder folder;
         folder.Write("log", "old");

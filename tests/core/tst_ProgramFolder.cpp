@@ -24,21 +24,21 @@ private Q_SLOTS:
         QCOMPARE(root.PathOf("tarno.xml"), "/tarno.xml"s);
     }
 
-    void getAppPath_anyOtherFolder_staysAsItIs()
+    void getAppPath_anyOtherFolder_isUnchanged()
     {
         QCOMPARE(ProgramFolder("C:\\Fishing Log", '\\').GetAppPath(), "C:\\Fishing Log"s);
         QCOMPARE(ProgramFolder("/opt/tarno", '/').GetAppPath(), "/opt/tarno"s);
         QCOMPARE(ProgramFolder("/opt/tarno\\", '/').GetAppPath(), "/opt/tarno\\"s);
     }
 
-    void addressed_aName_standsBehindTheSeparator()
+    void pathOf_joinsFolderAndName()
     {
         QCOMPARE(ProgramFolder("C:\\Log", '\\').PathOf("Rpt.xml"), "C:\\Log\\Rpt.xml"s);
         const TemporaryFolder folder;
         QCOMPARE(ProgramFolder(folder.Path()).PathOf("Rpt.xml"), folder.PathOf("Rpt.xml"));
     }
 
-    void existing_theNameItself_comesFirst()
+    void findPath_prefersTheExactName()
     {
         const TemporaryFolder folder;
         for (const char* name : {"FIELD.XML", "Field.xml", "field.xml"}) {
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(ProgramFolder(folder.Path()).FindPath("field.xml"), folder.PathOf("field.xml"));
     }
 
-    void existing_aNameThatDiffersInCase_meetsItsFile_data()
+    void findPath_ignoresCase_data()
     {
         QTest::addColumn<std::string>("stored");
         QTest::addColumn<std::string>("asked");
@@ -60,7 +60,7 @@ private Q_SLOTS:
                                       << "RptBlank.xml"s;
     }
 
-    void existing_aNameThatDiffersInCase_meetsItsFile()
+    void findPath_ignoresCase()
     {
         QFETCH(std::string, stored);
         QFETCH(std::string, asked);
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(ProgramFolder(folder.Path() + '/').FindPath(asked), folder.PathOf(stored));
     }
 
-    void existing_noSuchFile_isTheAddressedPath()
+    void findPath_missingFile_isPathOf()
     {
         const TemporaryFolder folder;
         folder.Write("field.xml.bak", "x");

@@ -25,7 +25,7 @@ ReportTable Numbered(const Texts& keys)
 }
 
 /// `count` rows, all with the key "a" but the first, which has `first`.
-ReportTable FirstApart(const std::string& first, std::size_t count)
+ReportTable EqualButFirst(const std::string& first, std::size_t count)
 {
     Texts keys(count, "a");
     keys.front() = first;
@@ -64,7 +64,7 @@ class tst_ShellSort : public QObject
 
 private Q_SLOTS:
 
-    void noRowAndOneRow_stay()
+    void noRowOrOneRow_isUnchanged()
     {
         ReportTable none;
         mMain::ShellSort(none, {});
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QCOMPARE(Column(one, 0), Texts{"b"});
     }
 
-    void twoRows_standInOrder()
+    void twoRows_areSorted()
     {
         for (const Texts& keys : {Texts{"a", "b"}, Texts{"b", "a"}}) {
             ReportTable table = Numbered(keys);
@@ -83,7 +83,7 @@ private Q_SLOTS:
         }
     }
 
-    void descending_turnsTheOrderAround()
+    void descending_reversesTheOrder()
     {
         ReportTable table = Numbered({"b", "d", "a", "e", "c"});
         mMain::ShellSort(table, {.descending = true});
@@ -101,7 +101,7 @@ private Q_SLOTS:
     // The first row belongs at the end. Each gap carries it on and draws the rows that it passes forward,
     // beyond their equals, so the result tells which gaps there were: 4 from five rows on, 13 from fourteen,
     // 40 from forty-one.
-    void equalRows_moveAsTheGapsSay_data()
+    void equalRows_moveByTheGaps_data()
     {
         QTest::addColumn<int>("rows");
         QTest::addColumn<Texts>("numbers");
@@ -113,20 +113,20 @@ private Q_SLOTS:
         QTest::newRow("41: gap 40") << 41 << Rotated(41, {1, 41});
     }
 
-    void equalRows_moveAsTheGapsSay()
+    void equalRows_moveByTheGaps()
     {
         QFETCH(int, rows);
         QFETCH(Texts, numbers);
-        ReportTable ascending = FirstApart("b", static_cast<std::size_t>(rows));
+        ReportTable ascending = EqualButFirst("b", static_cast<std::size_t>(rows));
         mMain::ShellSort(ascending, {});
         QCOMPARE(Column(ascending, 1), numbers);
-        ReportTable descending = FirstApart("A", static_cast<std::size_t>(rows));
+        ReportTable descending = EqualButFirst("A", static_cast<std::size_t>(rows));
         mMain::ShellSort(descending, {.descending = true});
         QCOMPARE(Column(descending, 1), numbers);
     }
 
     // With equal rows counted as out of order, a pass turns the rows a gap apart around; gap 1 comes twice.
-    void strictMode_equalRows_areTurnedAroundAtEachPass_data()
+    void strictMode_equalRows_areReversedByEachPass_data()
     {
         QTest::addColumn<int>("rows");
         QTest::addColumn<Texts>("numbers");
@@ -139,17 +139,17 @@ private Q_SLOTS:
                                            "8",  "5", "6",  "3",  "4", "14", "2"};
     }
 
-    void strictMode_equalRows_areTurnedAroundAtEachPass()
+    void strictMode_equalRows_areReversedByEachPass()
     {
         QFETCH(int, rows);
         for (const bool descending : {false, true}) {
-            ReportTable table = FirstApart("a", static_cast<std::size_t>(rows));
+            ReportTable table = EqualButFirst("a", static_cast<std::size_t>(rows));
             mMain::ShellSort(table, {.descending = descending, .mode = -1});
             QTEST(Column(table, 1), "numbers");
         }
     }
 
-    void strictMode_differentRows_areSortedAllTheSame()
+    void strictMode_differentRows_areSorted()
     {
         ReportTable table = Numbered({"d", "b", "f", "a", "e", "c"});
         mMain::ShellSort(table, {.mode = -1});
@@ -163,7 +163,7 @@ private Q_SLOTS:
         QCOMPARE(Column(table, 1), (Texts{"1", "2", "3"}));
     }
 
-    void anotherColumn_decides()
+    void column_otherThanFirst_isSortedBy()
     {
         ReportTable table{{"1", "z", "x"}, {"2", "y", "w"}, {"3", "x", "y"}};
         mMain::ShellSort(table, {.column = 2});
@@ -171,7 +171,7 @@ private Q_SLOTS:
         QCOMPARE(Column(table, 1), (Texts{"y", "z", "x"}));
     }
 
-    void thousandRows_areSortedAndStayWhole_data()
+    void thousandRows_areSortedAsWholeRows_data()
     {
         QTest::addColumn<bool>("descending");
         QTest::addColumn<int>("mode");
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QTest::newRow("descending, strict") << true << -1;
     }
 
-    void thousandRows_areSortedAndStayWhole()
+    void thousandRows_areSortedAsWholeRows()
     {
         QFETCH(bool, descending);
         QFETCH(int, mode);
@@ -222,7 +222,7 @@ private Q_SLOTS:
         }
     }
 
-    void aShortRow_isSubscriptOutOfRangeAndNothingMoves()
+    void shortRow_isSubscriptOutOfRangeAndNothingMoves()
     {
         ReportTable table = Numbered({"c", "b", "a"});
         table.push_back({"only one cell"});

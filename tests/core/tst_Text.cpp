@@ -12,7 +12,7 @@ class tst_Text : public QObject
 
 private Q_SLOTS:
 
-    void equalIgnoringCase_asciiLetters_meet()
+    void equalIgnoringCase_comparesAsciiLettersOnly()
     {
         QVERIFY(EqualIgnoringCase("Field.xml", "fIELD.XML"));
         QVERIFY(EqualIgnoringCase("", ""));
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QCOMPARE(ReplaceAll("", "X", "Y"), ""s);
     }
 
-    void split_text_isItsPartsBetweenTheSeparators_data()
+    void split_returnsThePartsBetweenSeparators_data()
     {
         using Texts = std::vector<std::string>;
         QTest::addColumn<std::string>("text");
@@ -51,7 +51,7 @@ private Q_SLOTS:
         QTest::newRow("beyond ASCII") << "\u9BDB,\u00E9"s << Texts{"\u9BDB", "\u00E9"};
     }
 
-    void split_text_isItsPartsBetweenTheSeparators()
+    void split_returnsThePartsBetweenSeparators()
     {
         QFETCH(std::string, text);
         QTEST(Split(text, ','), "parts");
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(Join({"a", "b"}, '\0'), "a\0b"s);
     }
 
-    void xmlText_whatXmlCanCarry_staysAsItIs_data()
+    void xmlText_validText_isUnchanged_data()
     {
         QTest::addColumn<std::string>("text");
         QTest::newRow("empty") << ""s;
@@ -77,14 +77,14 @@ private Q_SLOTS:
         QTest::newRow("delete") << "\x7F"s;
     }
 
-    void xmlText_whatXmlCanCarry_staysAsItIs()
+    void xmlText_validText_isUnchanged()
     {
         QFETCH(std::string, text);
         QVERIFY(IsXmlText(text));
         QCOMPARE(XmlText(text), text);
     }
 
-    void xmlText_whatXmlCannotCarry_becomesTheReplacementCharacter_data()
+    void xmlText_invalidText_becomesReplacementCharacters_data()
     {
         const std::string one = "a\uFFFDb";
         QTest::addColumn<std::string>("text");
@@ -109,14 +109,14 @@ private Q_SLOTS:
         QTest::newRow("no lead at all") << "a\xFF"s + "b" << one;
     }
 
-    void xmlText_whatXmlCannotCarry_becomesTheReplacementCharacter()
+    void xmlText_invalidText_becomesReplacementCharacters()
     {
         QFETCH(std::string, text);
         QVERIFY(!IsXmlText(text));
         QTEST(XmlText(text), "fitted");
     }
 
-    void fromUtf16_wholeCharacters_areUtf8()
+    void fromUtf16_wellFormed_isConverted()
     {
         QVERIFY(HasUtf16Mark("\xFF\xFE"));
         QVERIFY(HasUtf16Mark("\xFE\xFF\x9B\xDB"));
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(FromUtf16("\xFE\xFF\xD8\x3D\xDC\x1F"s), "\U0001F41F"s);
     }
 
-    void fromUtf16_anythingElse_isNoText()
+    void fromUtf16_malformed_isNotXmlText()
     {
         QVERIFY(!IsXmlText(FromUtf16("\xFE\xFF\0Ax"s)));
         QVERIFY(!IsXmlText(FromUtf16("\xFF\xFE"s + "A"s)));
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(mMain::DecodeLineBreaks(mMain::EncodeLineBreaks("one\r\ntwo\r\n")), "one\r\ntwo\r\n"s);
     }
 
-    void encodeLineBreaks_aLoneCarriageReturnOrLineFeed_stays()
+    void encodeLineBreaks_loneCarriageReturnOrLineFeed_isKept()
     {
         QCOMPARE(mMain::EncodeLineBreaks("a\rb\nc"), "a\rb\nc"s);
         QCOMPARE(mMain::EncodeLineBreaks("a\r\r\n\nb"), "a\r~CL~\nb"s);

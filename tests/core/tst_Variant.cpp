@@ -12,7 +12,7 @@ class tst_Variant : public QObject
 
 private Q_SLOTS:
 
-    void emptyToNegative_nothingOrNoInteger_isMinusOne_data()
+    void emptyToNegative_noInteger_isMinusOne_data()
     {
         QTest::addColumn<Variant>("value");
         QTest::newRow("empty") << Variant(Empty());
@@ -24,13 +24,13 @@ private Q_SLOTS:
         QTest::newRow("too large number") << Variant(40000.0);
     }
 
-    void emptyToNegative_nothingOrNoInteger_isMinusOne()
+    void emptyToNegative_noInteger_isMinusOne()
     {
         QFETCH(Variant, value);
         QCOMPARE(static_cast<int>(mMain::EmptyToNegative(value)), -1);
     }
 
-    void emptyToNegative_aNumber_isThatNumber_data()
+    void emptyToNegative_number_isThatNumber_data()
     {
         QTest::addColumn<Variant>("value");
         QTest::addColumn<int>("number");
@@ -43,7 +43,7 @@ private Q_SLOTS:
         QTest::newRow("number, half to even") << Variant(3.5) << 4;
     }
 
-    void emptyToNegative_aNumber_isThatNumber()
+    void emptyToNegative_number_isThatNumber()
     {
         QFETCH(Variant, value);
         QTEST(static_cast<int>(mMain::EmptyToNegative(value)), "number");
@@ -65,13 +65,13 @@ private Q_SLOTS:
         QVERIFY(mMain::NullToFalse("-1"s));
     }
 
-    void nullToFalse_textThatIsNoNumber_isTypeMismatch()
+    void nullToFalse_textWithoutNumber_isTypeMismatch()
     {
         QCOMPARE(RaisedNumber([] { mMain::NullToFalse("abc"s); }), 13);
         QCOMPARE(RaisedNumber([] { mMain::NullToFalse(""s); }), 13);
     }
 
-    void compMe_twoValues_areExchangedWhenOutOfOrder_data()
+    void compMe_twoValues_isTrueWhenOutOfOrder_data()
     {
         enum Order { Less, Equal, Greater }; // how the second value stands to the first
 
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QTest::newRow("empty beside empty") << Variant(Empty()) << Variant(Empty()) << int(Equal);
     }
 
-    void compMe_twoValues_areExchangedWhenOutOfOrder()
+    void compMe_twoValues_isTrueWhenOutOfOrder()
     {
         QFETCH(Variant, first);
         QFETCH(Variant, second);

@@ -17,7 +17,7 @@ namespace
 using Texts = std::vector<std::string>;
 
 /// The file as another program holds it, which shares it only for `share` (FILE_SHARE_READ and the like).
-Handle Held(const std::string& path, DWORD share)
+Handle HoldOpen(const std::string& path, DWORD share)
 {
     return Open(path, GENERIC_READ, share, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
 }
@@ -50,7 +50,7 @@ class tst_WindowsFileOperations : public QObject
 
 private Q_SLOTS:
 
-    void resolved_isAPathAsOthers()
+    void resolved_hasNoLongPathPrefix()
     {
         const TemporaryFolder folder;
         folder.Write("Tarno.XML", "x");
@@ -59,16 +59,16 @@ private Q_SLOTS:
         QVERIFY2(resolved.ends_with("\\Tarno.XML"), resolved.c_str());
     }
 
-    void look_heldFile_isTold()
+    void getState_heldFile_isRead()
     {
         const TemporaryFolder folder;
         folder.Write("file", "12345");
         const FileState before = m_operations->GetState(folder.PathOf("file"));
-        const Handle held = Held(folder.PathOf("file"), 0);
+        const Handle held = HoldOpen(folder.PathOf("file"), 0);
         QVERIFY(m_operations->GetState(folder.PathOf("file")) == before);
     }
 
-    void look_readOnlyFile_isNotReplaceable()
+    void getState_readOnlyFile_isNotReplaceable()
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QVERIFY(state.exists && !state.isReplaceable);
     }
 
-    void create_attributesAndAccessList_areThoseOfTheModel()
+    void create_copiesAttributesAndAccessListOfTheModel()
     {
         const TemporaryFolder folder;
         folder.Write("model", "x");
@@ -90,14 +90,14 @@ private Q_SLOTS:
         QVERIFY(!AccessListOf(folder.PathOf("model")).empty());
     }
 
-    void replace_heldFile_isPermissionDeniedAndReplacedTheNextTime_data()
+    void replace_heldFile_isPermissionDeniedUntilReleased_data()
     {
         QTest::addColumn<DWORD>("share");
         QTest::newRow("by a program that shares nothing") << DWORD{0};
         QTest::newRow("by a program that lets others read and write") << shareReading;
     }
 
-    void replace_heldFile_isPermissionDeniedAndReplacedTheNextTime()
+    void replace_heldFile_isPermissionDeniedUntilReleased()
     {
         QFETCH(DWORD, share);
         const TemporaryFolder folder;
@@ -105,7 +105,7 @@ private Q_SLOTS:
         folder.Write("new", "new");
         const auto replace = [&] { m_operations->Replace(folder.PathOf("new"), folder.PathOf("old")); };
         for (const char* name : {"old", "new"}) {
-            const Handle held = Held(folder.PathOf(name), share);
+            const Handle held = HoldOpen(folder.PathOf(name), share);
             QCOMPARE(RaisedNumber(replace), 70);
         }
         QCOMPARE(folder.Read("old"), "old"s);
@@ -129,7 +129,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Names(), Texts());
     }
 
-    void lock_folderThatIsMissing_isNull()
+    void lock_missingFolder_isNull()
     {
         const TemporaryFolder folder;
         QVERIFY(m_operations->Lock(folder.PathOf("gone")) == nullptr);
@@ -139,7 +139,7 @@ private Q_SLOTS:
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
-        const Handle held = Held(folder.PathOf("file"), shareReading);
+        const Handle held = HoldOpen(folder.PathOf("file"), shareReading);
         QCOMPARE(RaisedNumber([&] { m_operations->Remove(folder.PathOf("file")); }), 70);
     }
 
@@ -148,7 +148,7 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         folder.Write("Tarno.log", "old");
         {
-            const Handle held = Held(folder.PathOf("Tarno.log"), FILE_SHARE_READ);
+            const Handle held = HoldOpen(folder.PathOf("Tarno.log"), FILE_SHARE_READ);
             QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("Tarno.log"), "x"); }), 70);
         }
         QCOMPARE(folder.Read("Tarno.log"), "old"s);
@@ -159,19 +159,19 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         folder.Write("file", "x");
         {
-            const Handle held = Held(folder.PathOf("file"), 0);
+            const Handle held = HoldOpen(folder.PathOf("file"), 0);
             QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("file")); }), 70);
         }
-        const Handle held = Held(folder.PathOf("file"), shareReading);
+        const Handle held = HoldOpen(folder.PathOf("file"), shareReading);
         QCOMPARE(ReadWholeFile(folder.PathOf("file")), "x"s);
     }
 
-    void readWholeFile_device_isNoFile()
+    void readWholeFile_device_isPathFileAccess()
     {
         QCOMPARE(RaisedNumber([] { ReadWholeFile("NUL"); }), 75);
     }
 
-    void longPaths_areFilesAsOthers()
+    void longPaths_areSupported()
     {
         const TemporaryFolder folder;
         std::string name = "Mein Angelbuch \u00FCber alles";

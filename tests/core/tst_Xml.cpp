@@ -10,7 +10,7 @@ namespace
 {
 
 /// The document that `bytes` are, written again; "refused" when they are none. Both parsers must agree.
-std::string Rewritten(std::string_view bytes)
+std::string RoundTrip(std::string_view bytes)
 {
     pugi::xml_document document;
     const std::string rewritten = ParseXml(bytes, document) ? SerializeXml(document) : "refused";
@@ -52,9 +52,9 @@ class tst_Xml : public QObject
 
 private Q_SLOTS:
 
-    void serialize_aDocument_isOneElementALine()
+    void serialize_writesOneElementPerLine()
     {
-        QCOMPARE(Rewritten("<data><tarno><TarnoNo>1</TarnoNo><Weather/></tarno></data>"),
+        QCOMPARE(RoundTrip("<data><tarno><TarnoNo>1</TarnoNo><Weather/></tarno></data>"),
                  "<data>\n"
                  "\t<tarno>\n"
                  "\t\t<TarnoNo>1</TarnoNo>\n"
@@ -63,7 +63,7 @@ private Q_SLOTS:
                  "</data>\n"s);
     }
 
-    void rewritten_whatWasThere_staysThere_data()
+    void roundTrip_everyNode_isKept_data()
     {
         QTest::addColumn<std::string>("bytes");
         QTest::newRow("declaration") << "<?xml version=\"1.0\"?>\n<data />\n"s;
@@ -87,18 +87,18 @@ private Q_SLOTS:
         QTest::newRow("no reference in a section") << "<data><![CDATA[a & b; &c;]]></data>\n"s;
     }
 
-    void rewritten_whatWasThere_staysThere()
+    void roundTrip_everyNode_isKept()
     {
         QFETCH(std::string, bytes);
-        QCOMPARE(Rewritten(bytes), bytes);
+        QCOMPARE(RoundTrip(bytes), bytes);
     }
 
-    void rewritten_again_isTheSame()
+    void roundTrip_ofARoundTrip_changesNothing()
     {
         const std::string once =
-            Rewritten("\xEF\xBB\xBF<data>\r\n <a> x </a><b/> <!-- c -->text<d>\r\n</d></data> ");
+            RoundTrip("\xEF\xBB\xBF<data>\r\n <a> x </a><b/> <!-- c -->text<d>\r\n</d></data> ");
         QVERIFY(once != "refused");
-        QCOMPARE(Rewritten(once), once);
+        QCOMPARE(RoundTrip(once), once);
     }
 
     void parse_utf16_isRead_data()
@@ -111,37 +111,37 @@ private Q_SLOTS:
     void parse_utf16_isRead()
     {
         QFETCH(bool, littleEndian);
-        QCOMPARE(Rewritten(Utf16(u"\uFEFF<data>a \u00E9 \u9BDB \U0001F41F &amp;</data>", littleEndian)),
+        QCOMPARE(RoundTrip(Utf16(u"\uFEFF<data>a \u00E9 \u9BDB \U0001F41F &amp;</data>", littleEndian)),
                  "<data>a \u00E9 \u9BDB \U0001F41F &amp;</data>\n"s);
         // what would not be read whole is refused
         const std::string good = Utf16(u"\uFEFF<data>a</data>", littleEndian);
-        QCOMPARE(Rewritten(good + 'x'), "refused"s);
-        QCOMPARE(Rewritten(good.substr(0, good.size() - 4)), "refused"s);
-        QCOMPARE(Rewritten(good + std::string(2, '\0') + good), "refused"s);
-        QCOMPARE(Rewritten(Utf16(u"\uFEFF<data>a\x01</data>", littleEndian)), "refused"s);
+        QCOMPARE(RoundTrip(good + 'x'), "refused"s);
+        QCOMPARE(RoundTrip(good.substr(0, good.size() - 4)), "refused"s);
+        QCOMPARE(RoundTrip(good + std::string(2, '\0') + good), "refused"s);
+        QCOMPARE(RoundTrip(Utf16(u"\uFEFF<data>a\x01</data>", littleEndian)), "refused"s);
         for (const std::u16string& surrogates :
              {std::u16string{0xD800}, std::u16string{0xDC00}, std::u16string{0xDC00, 0xD800},
               std::u16string{0xD800, 0xD800, 0xDC00}}) {
-            QCOMPARE(Rewritten(Utf16(u"\uFEFF<data>" + surrogates + u"</data>", littleEndian)), "refused"s);
+            QCOMPARE(RoundTrip(Utf16(u"\uFEFF<data>" + surrogates + u"</data>", littleEndian)), "refused"s);
         }
     }
 
-    void parse_byteOrderMark_isNoContent()
+    void parse_byteOrderMark_isDropped()
     {
-        QCOMPARE(Rewritten("\xEF\xBB\xBF<data>a</data>"), "<data>a</data>\n"s);
+        QCOMPARE(RoundTrip("\xEF\xBB\xBF<data>a</data>"), "<data>a</data>\n"s);
     }
 
-    void parse_declaredEncoding_isCorrectedNotObeyed()
+    void parse_declaredEncoding_isIgnoredAndCorrected()
     {
-        QCOMPARE(Rewritten("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><data>\u00E9</data>"),
+        QCOMPARE(RoundTrip("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><data>\u00E9</data>"),
                  "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<data>\u00E9</data>\n"s);
         QCOMPARE(
-            Rewritten(Utf16(u"\uFEFF<?xml version=\"1.0\" encoding=\"UTF-16\"?><data>\u00E9</data>", true)),
+            RoundTrip(Utf16(u"\uFEFF<?xml version=\"1.0\" encoding=\"UTF-16\"?><data>\u00E9</data>", true)),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<data>\u00E9</data>\n"s);
-        QCOMPARE(Rewritten("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><data>\xE9</data>"), "refused"s);
+        QCOMPARE(RoundTrip("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><data>\xE9</data>"), "refused"s);
     }
 
-    void parse_damage_isRefused_data()
+    void parse_malformed_isRefused_data()
     {
         QTest::addColumn<std::string>("bytes");
         QTest::newRow("empty") << ""s;
@@ -197,19 +197,19 @@ private Q_SLOTS:
         QTest::newRow("unknown reference in an attribute") << R"(<data><a b="&tide;"/></data>)"s;
     }
 
-    void parse_damage_isRefused()
+    void parse_malformed_isRefused()
     {
         QFETCH(std::string, bytes);
-        QCOMPARE(Rewritten(bytes), "refused"s);
+        QCOMPARE(RoundTrip(bytes), "refused"s);
         pugi::xml_document document;
         QVERIFY(!ParseXmlInPlace(bytes, document));
         QVERIFY(!document.first_child());
     }
 
-    void parse_levels_areReadTo256()
+    void parse_accepts256Levels()
     {
-        QVERIFY(Rewritten(Levels(64)) != "refused");
-        QVERIFY(Rewritten(Levels(256)) != "refused");
+        QVERIFY(RoundTrip(Levels(64)) != "refused");
+        QVERIFY(RoundTrip(Levels(256)) != "refused");
     }
 
     void parse_references_areReadAsTheirCharacters()

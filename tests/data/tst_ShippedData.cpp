@@ -135,7 +135,7 @@ class tst_ShippedData : public QObject
 
 private Q_SLOTS:
 
-    void template_holdsOneEmptyRecord_data()
+    void template_hasOneEmptyRecord_data()
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<int>("count");
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QTest::newRow("report") << "RptBlank.xml" << 5;
     }
 
-    void template_holdsOneEmptyRecord()
+    void template_hasOneEmptyRecord()
     {
         QFETCH(QString, file);
         QFETCH(int, count);
@@ -190,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(Names(report.View()), (Texts{"RptNo", "RptName", "Fields", "FieldKeys", "Options"}));
     }
 
-    void emptyFiles_holdNothing_data()
+    void emptyFiles_haveNoRecords_data()
     {
         QTest::addColumn<QString>("file");
         QTest::newRow("entries") << "tarno.xml";
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QTest::newRow("reports") << "Rpt.xml";
     }
 
-    void emptyFiles_holdNothing()
+    void emptyFiles_haveNoRecords()
     {
         QFETCH(QString, file);
         const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QVERIFY(document.first_child().first_child().empty());
     }
 
-    void everyFile_startsWithItsData_data()
+    void everyFile_startsWithData_data()
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<QString>("record");
@@ -230,7 +230,7 @@ private Q_SLOTS:
                                       << "report";
     }
 
-    void everyFile_startsWithItsData()
+    void everyFile_startsWithData()
     {
         QFETCH(QString, file);
         QFETCH(QString, record);
@@ -245,7 +245,7 @@ private Q_SLOTS:
         }
     }
 
-    void fields_areNumberedWithoutAGap()
+    void fields_areNumberedConsecutively()
     {
         const Shipped shipped;
         const RecordList fields = shipped.Fields();
@@ -303,7 +303,7 @@ private Q_SLOTS:
         QVERIFY2(width <= roomInMillimetres, std::to_string(width).c_str());
     }
 
-    void fields_haveWords()
+    void fields_haveUniqueDescriptions()
     {
         const Shipped shipped;
         std::set<std::string> descriptions;
@@ -343,7 +343,7 @@ private Q_SLOTS:
         QCOMPARE(lines.size(), count); // each once
     }
 
-    void sample_keysAreGapless_data()
+    void sample_keysAreConsecutive_data()
     {
         QTest::addColumn<QString>("file");
         QTest::newRow("entries") << "entries";
@@ -351,7 +351,7 @@ private Q_SLOTS:
         QTest::newRow("reports") << "reports";
     }
 
-    void sample_keysAreGapless()
+    void sample_keysAreConsecutive()
     {
         QFETCH(QString, file);
         const Shipped sample(true);
@@ -378,7 +378,7 @@ private Q_SLOTS:
         QCOMPARE(visited, (std::set<std::string>{"1", "2", "3", "4", "5", "6"}));
     }
 
-    void sample_locations_areDifferentKinds()
+    void sample_locations_areOfDifferentKinds()
     {
         const Shipped sample(true);
         int withoutDaylightSaving = 0;
@@ -438,7 +438,7 @@ private Q_SLOTS:
         }
     }
 
-    void sample_pictures_areThere()
+    void sample_pictures_exist()
     {
         const Shipped sample(true);
         Texts pictures;

@@ -10,7 +10,7 @@ class tst_Strings : public QObject
 
 private Q_SLOTS:
 
-    void text_comesBack_data()
+    void text_roundTrips_data()
     {
         QTest::addColumn<QByteArray>("text");
         QTest::newRow("nothing") << QByteArray();
@@ -23,7 +23,7 @@ private Q_SLOTS:
         QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF");
     }
 
-    void text_comesBack()
+    void text_roundTrips()
     {
         QFETCH(QByteArray, text);
         const std::string bytes = text.toStdString();
@@ -56,14 +56,14 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(text), utf8.toStdString());
     }
 
-    void fromUtf8_noUtf8_becomesTheReplacementCharacter()
+    void fromUtf8_invalidBytes_becomeTheReplacementCharacter()
     {
         QCOMPARE(FromUtf8("a\xFF"
                           "b"),
                  QString(QLatin1Char('a')) + QChar(0xFFFD) + QLatin1Char('b'));
     }
 
-    void shownLines_everyBreakIsALineFeed_data()
+    void shownLines_convertsEveryBreakToALineFeed_data()
     {
         QTest::addColumn<QString>("stored");
         QTest::addColumn<QString>("shown");
@@ -95,14 +95,14 @@ private Q_SLOTS:
                                      << "a~cl~b";
     }
 
-    void shownLines_everyBreakIsALineFeed()
+    void shownLines_convertsEveryBreakToALineFeed()
     {
         QFETCH(QString, stored);
         QFETCH(QString, shown);
         QCOMPARE(ShownLines(ToUtf8(stored)), shown);
     }
 
-    void storedLines_everyLineFeedIsEncoded_data()
+    void storedLines_encodesEveryLineFeed_data()
     {
         QTest::addColumn<QString>("shown");
         QTest::addColumn<QString>("stored");
@@ -118,7 +118,7 @@ private Q_SLOTS:
                                      << "a~CL~~CL~~CL~b";
     }
 
-    void storedLines_everyLineFeedIsEncoded()
+    void storedLines_encodesEveryLineFeed()
     {
         QFETCH(QString, shown);
         QFETCH(QString, stored);
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(ShownLines(ToUtf8(stored)), shown);
     }
 
-    void shownInOneLine_breaksAreBlanks()
+    void shownInOneLine_convertsBreaksToBlanks()
     {
         QCOMPARE(ToUtf8(ShownInOneLine("Victor Harbor~CL~Granite\nIsland")), "Victor Harbor Granite Island");
     }

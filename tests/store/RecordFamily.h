@@ -23,7 +23,7 @@ struct RecordFamily {
     Status (cSQL::*remove)(std::int16_t);
 
     /// A record of the kind with two values.
-    std::string Made(const std::string& number, const std::string& value) const
+    std::string RecordXml(const std::string& number, const std::string& value) const
     {
         return "\t<" + record + ">\n\t\t<" + key + ">" + number + "</" + key + ">\n\t\t<Value>" + value +
                "</Value>\n\t</" + record + ">\n";

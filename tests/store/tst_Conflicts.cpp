@@ -45,7 +45,7 @@ struct Log : TestStore {
     }
 
     /// The program and another one change a record in different ways; theirs is saved first.
-    void BothChange(const std::function<void(cSQL&, const std::string&)>& change)
+    void ChangeInBoth(const std::function<void(cSQL&, const std::string&)>& change)
     {
         const auto operations = SystemFileOperations();
         cSQL other(programFolder, *operations);
@@ -87,7 +87,7 @@ private Q_SLOTS:
     void trip_isNamedByDateAndLocation()
     {
         Log log;
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             Edit(sql, RecordFamilies()[0], EntryField::AirTemp, value);
         });
         QCOMPARE(log.notices.size(), std::size_t{1});
@@ -98,11 +98,11 @@ private Q_SLOTS:
         QCOMPARE(log.notices[0].keptAs, log.folder.PathOf("tarno-kept-1.xml"));
     }
 
-    void tripOfAVanishedLocation_hasNoName()
+    void tripOfADeletedLocation_hasNoName()
     {
         Log log;
         QCOMPARE(log.sql.LocationDelete(1), succeeded);
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             Record trip;
             sql.EntryGet(1, trip);
             trip.SetText(EntryField::AirTemp, value);
@@ -117,18 +117,18 @@ private Q_SLOTS:
     void locationReportAndColumn_areNamed()
     {
         Log log;
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             Edit(sql, RecordFamilies()[1], LocationField::LocName, value);
         });
         Record report;
         log.sql.ReportGet(0, report);
         report.SetText(ReportField::RptName, "Summer");
         log.sql.ReportUpdate(report);
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             Edit(sql, RecordFamilies()[2], ReportField::Options, value);
         });
         std::string description;
-        log.BothChange([&](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([&](cSQL& sql, const std::string& value) {
             RecordList fields;
             sql.FieldList(fields);
             Record field(fields.front());
@@ -146,12 +146,12 @@ private Q_SLOTS:
         QVERIFY(!description.empty());
     }
 
-    void recordOfFewValues_isNoObstacle()
+    void recordWithTooFewValues_isReportedToo()
     {
         Log log;
         log.folder.Write("tarno.xml", "<data><tarno><TarnoNo>1</TarnoNo></tarno></data>");
         log.sql.Init();
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             if (value == "ours") {
                 sql.EntryDelete(1);
             } else {
@@ -166,7 +166,7 @@ private Q_SLOTS:
     }
 
     // The new location could not be saved, and another program has given its key to another one.
-    void tripsOfThisRun_followALocationToItsNewKey()
+    void tripsOfThisRun_referToTheNewKeyOfTheirLocation()
     {
         Log log;
         const auto operations = SystemFileOperations();
@@ -197,7 +197,7 @@ private Q_SLOTS:
         QVERIFY(log.notices.empty());
     }
 
-    void unsavedTrip_followsALocationUnderItsOwnNewKey()
+    void unsavedTrip_withANewKey_refersToTheNewKeyOfItsLocation()
     {
         Log log;
         const auto operations = SystemFileOperations();

@@ -25,7 +25,7 @@ std::string Utf16(const std::string& ascii)
 }
 
 /// Every operation on entries fails and is reported; nothing is written.
-void CheckThatNothingWorks(TestStore& store)
+void CheckEveryOperationFails(TestStore& store)
 {
     QCOMPARE(store.sql.Init(), succeeded);
     Record entry;
@@ -63,7 +63,7 @@ class tst_DamagedFiles : public QObject
 
 private Q_SLOTS:
 
-    void damagedFile_isNeverWrittenOver_data()
+    void damagedFile_isNeverOverwritten_data()
     {
         QTest::addColumn<std::string>("bytes");
         QTest::newRow("empty") << ""s;
@@ -87,12 +87,12 @@ private Q_SLOTS:
         QTest::newRow("UTF-16 without its mark") << Utf16(good).substr(2);
     }
 
-    void damagedFile_isNeverWrittenOver()
+    void damagedFile_isNeverOverwritten()
     {
         QFETCH(std::string, bytes);
         TestStore store;
         store.folder.Write("tarno.xml", bytes);
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         QCOMPARE(store.folder.Read("tarno.xml"), bytes);
     }
 
@@ -100,25 +100,25 @@ private Q_SLOTS:
     {
         TestStore store;
         std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         QVERIFY(!std::filesystem::exists(ToPath(store.folder.PathOf("tarno.xml"))));
     }
 
-    void folderInTheFilesPlace_failsEveryOperation()
+    void folderInPlaceOfTheFile_failsEveryOperation()
     {
         TestStore store;
         std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
         store.folder.MakeFolder("tarno.xml");
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
     }
 
-    void pipeInTheFilesPlace_neverHangs()
+    void pipeInPlaceOfTheFile_doesNotHang()
     {
         NOT_ON_WINDOWS("pipes");
         TestStore store;
         std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
         store.folder.MakePipe("tarno.xml");
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         QVERIFY(std::filesystem::is_fifo(ToPath(store.folder.PathOf("tarno.xml"))));
     }
 
@@ -128,15 +128,15 @@ private Q_SLOTS:
         TestStore store;
         std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
         store.folder.MakeLink("tarno.xml", "unplugged/tarno.xml");
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         QVERIFY(std::filesystem::is_symlink(ToPath(store.folder.PathOf("tarno.xml"))));
     }
 
-    void fileRepaired_isReadByTheNextInit()
+    void repairedFile_isReadByTheNextInit()
     {
         TestStore store;
         store.folder.Write("tarno.xml", good.substr(0, 40));
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         store.folder.Write("tarno.xml", good);
         QCOMPARE(store.sql.Init(), succeeded);
         Record entry;
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(entry.Text(1), "2003-02-05"s);
     }
 
-    void somethingBeforeData_breaksListingAndNewKeysOnly_data()
+    void nodeBeforeData_breaksOnlyListingAndNewKeys_data()
     {
         QTest::addColumn<std::string>("before");
         QTest::newRow("declaration") << R"(<?xml version="1.0"?>)"s;
@@ -152,7 +152,7 @@ private Q_SLOTS:
         QTest::newRow("instruction") << "<?mine it?>"s;
     }
 
-    void somethingBeforeData_breaksListingAndNewKeysOnly()
+    void nodeBeforeData_breaksOnlyListingAndNewKeys()
     {
         QFETCH(std::string, before);
         TestStore store;

@@ -54,7 +54,7 @@ class tst_DataFile : public QObject
 
 private Q_SLOTS:
 
-    void load_aDataFile_hasItsRecords()
+    void load_readsTheRecords()
     {
         Opened test("Rpt.xml");
         QVERIFY(!test.IsLoaded());
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QCOMPARE(test.file.Name(), "Rpt.xml"s);
     }
 
-    void load_nameInOtherCase_meetsItsFile()
+    void load_ignoresTheCaseOfTheName()
     {
         Opened test("field.xml");
         test.folder.Write("Field.XML", "<data/>");
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QVERIFY(test.IsLoaded());
     }
 
-    void release_everythingIsGone()
+    void release_dropsTheDocument()
     {
         Opened test("Rpt.xml");
         test.Load("<data/>");
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Read("Rpt.xml"), "<data/>"s);
     }
 
-    void save_stepByStep_isWritten()
+    void save_takesEveryStep()
     {
         Opened test("Rpt.xml");
         test.Load("<data/>");
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Names(), Texts{"Rpt.xml"});
     }
 
-    void save_name_intoTheFileThatWasLoaded_data()
+    void save_writesTheFileThatWasLoaded_data()
     {
         QTest::addColumn<Texts>("files");
         QTest::newRow("the name itself") << Texts{"rpt.xml"};
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QTest::newRow("both: the one that was loaded") << Texts{"Rpt.xml", "rpt.xml"};
     }
 
-    void save_name_intoTheFileThatWasLoaded()
+    void save_writesTheFileThatWasLoaded()
     {
         QFETCH(Texts, files);
         if (files.size() > 1) {
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Read(files.front()), "<data>\n\t<!-- " + files.front() + " -->\n</data>\n");
     }
 
-    void save_fileGone_isCreatedUnderTheNameForSaving()
+    void save_missingFile_isCreatedUnderItsSaveName()
     {
         Opened test("field.xml");
         test.Load("<data/>");
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Names(), Texts{"Field.xml"});
     }
 
-    void save_fileRenamedMeanwhile_isMetWhateverItsCase()
+    void save_fileRenamedSinceLoading_isFoundIgnoringCase()
     {
         NOT_ON_WINDOWS("names of files that differ in case");
         Opened test("field.xml");

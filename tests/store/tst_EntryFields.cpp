@@ -28,7 +28,7 @@ private Q_SLOTS:
         }
     }
 
-    void everyColumnOfAReport_isAField()
+    void reportColumns_areFields()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);
@@ -58,7 +58,7 @@ private Q_SLOTS:
         }
     }
 
-    void codeWord_isNotSetForEveryOtherText_data()
+    void codeWord_anyOtherText_isNotSet_data()
     {
         QTest::addColumn<std::string>("code");
         QTest::addColumn<std::string>("word");
@@ -73,7 +73,7 @@ private Q_SLOTS:
         }
     }
 
-    void codeWord_isNotSetForEveryOtherText()
+    void codeWord_anyOtherText_isNotSet()
     {
         QFETCH(std::string, code);
         QFETCH(std::string, word);

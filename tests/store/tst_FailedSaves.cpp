@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(store.sql.UnsavedFiles(), Texts());
     }
 
-    void deInit_dropsWhatIsUnsaved()
+    void deInit_dropsUnsavedChanges()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);

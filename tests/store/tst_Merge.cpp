@@ -26,7 +26,7 @@ std::string Xml(const Texts& records)
     return bytes + "</data>";
 }
 
-std::string Shown(const Record& record)
+std::string Describe(const Record& record)
 {
     return record.Count() == 0 ? "deleted" : record.Text(0) + ' ' + record.Text(1);
 }
@@ -81,7 +81,7 @@ struct Merged {
         theirs.table.ForgetChanges(); // they are in the file
         result = MergeChanges(ours.table, theirs.table);
         for (const Conflict& conflict : result.conflicts) {
-            conflicts.push_back(Shown(conflict.ours) + " / " + Shown(conflict.theirs));
+            conflicts.push_back(Describe(conflict.ours) + " / " + Describe(conflict.theirs));
         }
     }
 
@@ -194,7 +194,7 @@ private Q_SLOTS:
     }
 
     // the last record, not the largest key, decides about the next key
-    void merge_ourNewKeyIsThereTwice_keepsBoth()
+    void merge_ourNewKeyExistsAlready_keepsBoth()
     {
         const Merged merged(
             {"4 a", "3 b"}, [](Log& log) { log.Add("ours"); }, [](Log& log) { log.Edit("3", "theirs"); });
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QVERIFY(SerializeXml(theirs.document).find("by hand") != std::string::npos);
     }
 
-    void merge_changesOfTheResult_areThoseThatTheFileLacks()
+    void merge_changesOfTheResult_areThoseMissingInTheFile()
     {
         const Merged merged(
             base,

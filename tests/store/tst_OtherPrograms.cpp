@@ -51,20 +51,20 @@ private Q_SLOTS:
                 (notice.isDeletedHere ? "deleted here, " : "") +
                 (notice.keptAs.empty() ? "deleted there"s : FromPath(ToPath(notice.keptAs).filename())));
         });
-        m_store->folder.Write(m_family.file,
-                              RecordFamily::File({m_family.Made("1", "one"), m_family.Made("2", "two")}));
+        m_store->folder.Write(m_family.file, RecordFamily::File({m_family.RecordXml("1", "one"),
+                                                                 m_family.RecordXml("2", "two")}));
         QCOMPARE(m_store->sql.Init(), succeeded);
     }
 
     void cleanup() { m_store.reset(); }
 
-    void differentRecords_areMergedInSilence()
+    void differentRecords_areMergedWithoutANotice()
     {
         OtherProgram other(*m_store);
         QCOMPARE(Change(other.sql, 1, "theirs"), succeeded);
         QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
         QCOMPARE(Records(m_family.file), (Texts{"1 theirs", "2 ours"}));
-        QCOMPARE(Held(m_store->sql), Records(m_family.file));
+        QCOMPARE(RecordsInMemory(m_store->sql), Records(m_family.file));
         QCOMPARE(Remove(other.sql, 1), succeeded);
         QCOMPARE(Change(m_store->sql, 2, "again"), succeeded);
         QCOMPARE(Records(m_family.file), Texts{"2 again"});
@@ -72,14 +72,14 @@ private Q_SLOTS:
         QCOMPARE(m_notices, Texts());
     }
 
-    void sameRecord_oursStaysAndOnlyTheOtherVersionOfItIsKept()
+    void sameRecord_oursIsStoredAndTheirsIsKept()
     {
         OtherProgram other(*m_store);
         QCOMPARE(Change(other.sql, 1, "theirs"), succeeded);
         QCOMPARE(Add(other.sql, "added"), "3"s);
         QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
         QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two", "3 added"}));
-        QCOMPARE(m_store->folder.Read(KeptName(1)), RecordFamily::File({m_family.Made("1", "theirs")}));
+        QCOMPARE(m_store->folder.Read(KeptName(1)), RecordFamily::File({m_family.RecordXml("1", "theirs")}));
         QCOMPARE(m_notices, Texts{KeptName(1)});
         QCOMPARE(Change(m_store->sql, 1, "again"), succeeded);
         QCOMPARE(Add(m_store->sql, "next"), "4"s);
@@ -93,11 +93,11 @@ private Q_SLOTS:
     // a mixture of two versions may be well-formed
     void fileWrittenInPlace_isReadTwice()
     {
-        m_store->folder.Write(m_family.file,
-                              RecordFamily::File({m_family.Made("1", "new"), m_family.Made("2", "old")}));
+        m_store->folder.Write(m_family.file, RecordFamily::File({m_family.RecordXml("1", "new"),
+                                                                 m_family.RecordXml("2", "old")}));
         m_store->operations.Before("pause", [&] {
-            m_store->folder.Write(m_family.file,
-                                  RecordFamily::File({m_family.Made("1", "new"), m_family.Made("2", "new")}));
+            m_store->folder.Write(m_family.file, RecordFamily::File({m_family.RecordXml("1", "new"),
+                                                                     m_family.RecordXml("2", "new")}));
         });
         QCOMPARE(Add(m_store->sql, "ours"), "3"s);
         QCOMPARE(Records(m_family.file), (Texts{"1 new", "2 new", "3 ours"}));
@@ -112,13 +112,13 @@ private Q_SLOTS:
         m_store->folder.Write(m_family.file, bytes);
         QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
         QCOMPARE(m_store->folder.Read(m_family.file),
-                 RecordFamily::File({m_family.Made("1", "ours"), m_family.Made("2", "two")}) +
+                 RecordFamily::File({m_family.RecordXml("1", "ours"), m_family.RecordXml("2", "two")}) +
                      "<!-- in front -->\n<!-- behind -->\n");
-        QCOMPARE(Held(m_store->sql), (Texts{"1 ours", "2 two"}));
+        QCOMPARE(RecordsInMemory(m_store->sql), (Texts{"1 ours", "2 two"}));
         QCOMPARE(Kept(), Texts());
     }
 
-    void fileRemovedWhileItIsMerged_isWrittenAnew()
+    void fileRemovedDuringMerge_isCreatedAgain()
     {
         m_store->folder.Write(m_family.file, "<data><!-- theirs -->");
         m_store->operations.Before(
@@ -151,7 +151,7 @@ private Q_SLOTS:
     }
 
     // as when the file system of the log was unmounted
-    void folderReplaced_nothingIsWrittenUntilItIsThereAgain()
+    void replacedFolder_isNotWrittenToUntilTheOldOneReturns()
     {
         NOT_ON_WINDOWS("renaming a folder of which a test holds files");
         const std::string path = m_store->folder.Path();
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 ours too"}));
     }
 
-    void folderLockedForLong_failsAndKeepsTheChange()
+    void lockedFolder_failsAndKeepsTheChange()
     {
         FolderLock held = SystemFileOperations()->Lock(m_store->folder.Path());
         m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PermissionDenied);
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 ours too"}));
     }
 
-    void failedSaveBefore_isMergedToo()
+    void earlierFailedSave_isMergedToo()
     {
         m_store->operations.Fail("create", ErrorNumber::DiskFull, 2);
         for (const char* value : {"ours", "ours again"}) {
@@ -194,9 +194,9 @@ private Q_SLOTS:
         QCOMPARE(Kept(), Texts());
     }
 
-    void failedAdditionGetsAnotherKey_theCallerLearnsIt()
+    void failedAddition_withANewKey_updatesTheCallersRecord()
     {
-        Record record = Fetched(m_store->sql, 0);
+        Record record = Fetch(m_store->sql, 0);
         record.SetText(1, "ours");
         m_store->operations.Fail("replace", ErrorNumber::PathFileAccess);
         m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess);
@@ -211,7 +211,7 @@ private Q_SLOTS:
     }
 
 private:
-    Record Fetched(cSQL& sql, int key) const
+    Record Fetch(cSQL& sql, int key) const
     {
         Record record;
         (sql.*m_family.get)(static_cast<std::int16_t>(key), record);
@@ -220,7 +220,7 @@ private:
 
     Status Change(cSQL& sql, int key, const std::string& value) const
     {
-        Record record = Fetched(sql, key);
+        Record record = Fetch(sql, key);
         record.SetText(1, value);
         return (sql.*m_family.update)(record);
     }
@@ -228,7 +228,7 @@ private:
     /// Adds a record; returns its key, or the empty text.
     std::string Add(cSQL& sql, const std::string& value) const
     {
-        Record record = Fetched(sql, 0);
+        Record record = Fetch(sql, 0);
         record.SetText(1, value);
         return (sql.*m_family.update)(record) == succeeded ? record.Text(0) : "";
     }
@@ -252,7 +252,7 @@ private:
     }
 
     /// The records as the program holds them.
-    Texts Held(const cSQL& sql) const
+    Texts RecordsInMemory(const cSQL& sql) const
     {
         RecordList list;
         (sql.*m_family.list)(list);

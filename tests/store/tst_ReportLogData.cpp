@@ -73,8 +73,8 @@ struct Log : TestStore {
     }
 
     /// Runs a report that fails with `number`.
-    void Fails(const std::string& names, const std::string& keys, ErrorNumber number,
-               std::int16_t location = 0)
+    void ExpectFailure(const std::string& names, const std::string& keys, ErrorNumber number,
+                       std::int16_t location = 0)
     {
         reports.Expect("cSQL", "ReportLogData", number);
         QCOMPARE(sql.ReportLogData(names, keys, location), failed);
@@ -84,7 +84,7 @@ struct Log : TestStore {
 };
 
 /// Entries at those locations, the first of them with "1" at position 18, and so on.
-std::vector<Values> At(const Texts& locations)
+std::vector<Values> EntriesAt(const Texts& locations)
 {
     std::vector<Values> entries;
     for (const std::string& location : locations) {
@@ -94,7 +94,7 @@ std::vector<Values> At(const Texts& locations)
 }
 
 /// One entry for each of `values`, which stands at `position`.
-std::vector<Values> With(int position, const Texts& values)
+std::vector<Values> EntriesWith(int position, const Texts& values)
 {
     std::vector<Values> entries;
     for (const std::string& value : values) {
@@ -113,11 +113,11 @@ private Q_SLOTS:
 
     void reportGrid_beforeAnyReport_isEmpty()
     {
-        Log log(At({"1"}));
+        Log log(EntriesAt({"1"}));
         QCOMPARE(log.Rows(), Texts());
     }
 
-    void rows_filter_leavesTheFirstRowToTheFirstEntry_data()
+    void rows_filter_keepsTheFirstRowForTheFirstEntry_data()
     {
         QTest::addColumn<Texts>("locations");
         QTest::addColumn<int>("filter");
@@ -136,21 +136,21 @@ private Q_SLOTS:
         QTest::newRow("smallest filter") << Texts{"-32768", "1"} << -32768 << Texts{"1"};
     }
 
-    void rows_filter_leavesTheFirstRowToTheFirstEntry()
+    void rows_filter_keepsTheFirstRowForTheFirstEntry()
     {
         QFETCH(Texts, locations);
         QFETCH(int, filter);
-        Log log(At(locations));
+        Log log(EntriesAt(locations));
         QTEST(log.Report("AirTemp", "18", static_cast<std::int16_t>(filter)), "rows");
     }
 
-    void rows_nothingPasses_isOneEmptyRowOfAllColumns()
+    void rows_noMatch_isOneEmptyRow()
     {
-        Log log(At({"1", "1"}));
+        Log log(EntriesAt({"1", "1"}));
         QCOMPARE(log.Report("TideStart,LocNo,MoonPhase,Obbos", "6,5,16,31", 5), (Texts{"|||"}));
     }
 
-    void columns_followTheKeysWhateverTheOrder()
+    void columns_followTheOrderOfTheKeys()
     {
         Log log({{{1, "2003-02-05"}, {18, "21"}, {36, "trout.png"}}});
         QCOMPARE(log.Report("StartDate,AirTemp,Picture", "1,18,36"), (Texts{"2003-02-05|21|trout.png"}));
@@ -159,13 +159,13 @@ private Q_SLOTS:
         QCOMPARE(log.Report("AirTemp", "18"), (Texts{"21"}));
     }
 
-    void columns_moreNamesThanKeys_areThoseOfTheKeys()
+    void columns_moreNamesThanKeys_ignoresTheRest()
     {
         Log log({{{1, "2003-02-05"}, {18, "21"}}});
         QCOMPARE(log.Report("StartDate,AirTemp,Picture", "1,18"), (Texts{"2003-02-05|21"}));
     }
 
-    void codes_areWords_inTheFirstColumnOfFiveFieldsBehindTheCode_data()
+    void codes_areShownAsWords_withTheCodeInTheFirstColumnOfFiveFields_data()
     {
         QTest::addColumn<std::string>("name");
         QTest::addColumn<int>("position");
@@ -186,7 +186,7 @@ private Q_SLOTS:
         row("MoonPhase", 16, {"Waxing, 00%", "Waxing, 01%", "Waxing, 02%"}, false);
     }
 
-    void codes_areWords_inTheFirstColumnOfFiveFieldsBehindTheCode()
+    void codes_areShownAsWords_withTheCodeInTheFirstColumnOfFiveFields()
     {
         QFETCH(std::string, name);
         QFETCH(int, position);
@@ -207,29 +207,29 @@ private Q_SLOTS:
             first.push_back((showsCode ? codes[entry] + "-" : "") + words[entry]);
             later.push_back("|" + words[entry]);
         }
-        Log log(With(position, codes));
+        Log log(EntriesWith(position, codes));
         const std::string key = std::to_string(position);
         QCOMPARE(log.Report(name, key), first);
         QCOMPARE(log.Report("Picture," + name, "36," + key), later);
     }
 
-    void codes_ofOneReport_onlyTheFirstColumnShowsThem()
+    void codes_areShownInTheFirstColumnOnly()
     {
         Log log({{{6, "3"}, {7, "1"}, {17, "3"}, {22, "6"}, {27, "0"}}});
         QCOMPARE(log.Report("TideStart,TideEnd,Prediction,FishAction,Weather,TideStart", "6,7,17,27,22,6"),
                  (Texts{"3-Run In|Run Out|Best|Slow|Clear|Run In"}));
     }
 
-    void moonPhase_isSaidInWordsInEveryColumn()
+    void moonPhase_isShownInWordsInEveryColumn()
     {
-        Log log(With(16, {"-45", "7", "0", "100", "-100", "-3", "-0", ""}));
+        Log log(EntriesWith(16, {"-45", "7", "0", "100", "-100", "-3", "-0", ""}));
         QCOMPARE(log.Report("MoonPhase,MoonPhase", "16,16"),
                  (Texts{"Waning, 45%|Waning, 45%", "Waxing, 07%|Waxing, 07%", "Waxing, 00%|Waxing, 00%",
                         "Waxing, 00%|Waxing, 00%", "Waning, 00%|Waning, 00%", "Waning, 03%|Waning, 03%",
                         "Waning, 00%|Waning, 00%", "Not Set|Not Set"}));
     }
 
-    void moonPhase_noNumber_failsTheReport_data()
+    void moonPhase_notANumber_failsTheReport_data()
     {
         QTest::addColumn<std::string>("phase");
         QTest::addColumn<int>("number");
@@ -239,17 +239,17 @@ private Q_SLOTS:
         QTest::newRow("too large") << "32768"s << 6;
     }
 
-    void moonPhase_noNumber_failsTheReport()
+    void moonPhase_notANumber_failsTheReport()
     {
         QFETCH(std::string, phase);
         QFETCH(int, number);
-        Log log(With(16, {"12", phase}));
-        log.Fails("AirTemp,MoonPhase", "18,16", static_cast<ErrorNumber>(number));
+        Log log(EntriesWith(16, {"12", phase}));
+        log.ExpectFailure("AirTemp,MoonPhase", "18,16", static_cast<ErrorNumber>(number));
         // a report that does not show it does not mind
         QCOMPARE(log.Report("AirTemp", "18"), (Texts{"", ""}));
     }
 
-    void words_areChosenByTheNameNotByThePosition()
+    void words_dependOnTheNameNotThePosition()
     {
         Log log({{{6, "3"}, {20, "3"}, {24, "a~CL~b"}}});
         QCOMPARE(log.Report("StartDate,AirTemp", "6,20"), (Texts{"3|3"}));
@@ -285,14 +285,14 @@ private Q_SLOTS:
         QFETCH(bool, decoded);
         const std::string stored = "one~CL~~CL~two~CL~";
         const std::string shown = decoded ? "one\r\n\r\ntwo\r\n" : stored;
-        Log log(With(position, {stored}));
+        Log log(EntriesWith(position, {stored}));
         const std::string key = std::to_string(position);
         QCOMPARE(log.Report(name + ",AirTemp," + name, key + ",18," + key), (Texts{shown + "||" + shown}));
     }
 
-    void location_isItsName()
+    void location_isShownByName()
     {
-        Log log(At({"5", "1", "5"}));
+        Log log(EntriesAt({"5", "1", "5"}));
         QCOMPARE(log.Report("LocNo,AirTemp,LocNo", "5,18,5"),
                  (Texts{"Wharf|1|Wharf", "Reef|2|Reef", "Wharf|3|Wharf"}));
         QCOMPARE(log.Report("LocNo", "5", 5), (Texts{"Wharf", "Wharf"}));
@@ -300,16 +300,16 @@ private Q_SLOTS:
 
     void location_lineBreakInTheName_isDecoded()
     {
-        Log log(At({"1"}));
+        Log log(EntriesAt({"1"}));
         log.folder.Write("location.xml",
                          "<data><location><LocNo>1</LocNo><LocName>Big~CL~Rock</LocName></location></data>");
         log.Load();
         QCOMPARE(log.Report("LocNo", "5"), (Texts{"Big\r\nRock"}));
     }
 
-    void location_gone_isReportedOnceAndShownAsOne()
+    void location_missing_isReportedOnceAndShownAsOne()
     {
-        Log log(At({"7", "1", "7", "8", "7", "8"}));
+        Log log(EntriesAt({"7", "1", "7", "8", "7", "8"}));
         for (int run = 0; run < 2; ++run) { // each report looks anew
             log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
             log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
@@ -318,21 +318,21 @@ private Q_SLOTS:
         }
     }
 
-    void location_noNumber_withoutFilter_isOnlyGone()
+    void location_notANumber_withoutFilter_isReportedAsMissing()
     {
-        Log log(At({"reef", "1", ""}));
+        Log log(EntriesAt({"reef", "1", ""}));
         log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
         log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
         QCOMPARE(log.Report("LocNo", "5"), (Texts{"1", "Reef", "1"}));
     }
 
-    void location_noNumber_withoutFilterAndColumn_isNotLookedAt()
+    void location_notANumber_withoutFilterAndColumn_isIgnored()
     {
-        Log log(At({"reef", ""}));
+        Log log(EntriesAt({"reef", ""}));
         QCOMPARE(log.Report("AirTemp", "18"), (Texts{"1", "2"}));
     }
 
-    void location_noNumber_withFilter_isTypeMismatch_data()
+    void location_notANumber_withFilter_isTypeMismatch_data()
     {
         QTest::addColumn<Texts>("locations");
         QTest::newRow("word") << Texts{"1", "reef"};
@@ -340,28 +340,28 @@ private Q_SLOTS:
         QTest::newRow("behind the last that passes") << Texts{"1", "5", "5 m"};
     }
 
-    void location_noNumber_withFilter_isTypeMismatch()
+    void location_notANumber_withFilter_isTypeMismatch()
     {
         QFETCH(Texts, locations);
-        Log log(At(locations));
-        log.Fails("AirTemp", "18", ErrorNumber::TypeMismatch, 1);
+        Log log(EntriesAt(locations));
+        log.ExpectFailure("AirTemp", "18", ErrorNumber::TypeMismatch, 1);
     }
 
     void location_filter_comparesNumbers()
     {
-        Log log(At({"5.0", " 5", "05", "5.4", "-5", "55", "5"}));
+        Log log(EntriesAt({"5.0", " 5", "05", "5.4", "-5", "55", "5"}));
         QCOMPARE(log.Report("AirTemp", "18", 5), (Texts{"1", "2", "3", "7"}));
     }
 
-    void location_inAnotherSpelling_passesButHasNoName()
+    void location_inAnotherSpelling_matchesButHasNoName()
     {
-        Log log(At({"5.0", "5", " 5"}));
+        Log log(EntriesAt({"5.0", "5", " 5"}));
         log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
         log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
         QCOMPARE(log.Report("LocNo", "5", 5), (Texts{"1", "Wharf", "1"}));
     }
 
-    void key_thatIsNoPosition_failsTheReport_data()
+    void key_invalidPosition_failsTheReport_data()
     {
         QTest::addColumn<std::string>("keys");
         QTest::addColumn<int>("number");
@@ -375,22 +375,22 @@ private Q_SLOTS:
         QTest::newRow("another separator") << "1;2"s << 13;
     }
 
-    void key_thatIsNoPosition_failsTheReport()
+    void key_invalidPosition_failsTheReport()
     {
         QFETCH(std::string, keys);
         QFETCH(int, number);
-        Log log(At({"1", "5"}));
-        log.Fails("StartDate,EndDate", keys, static_cast<ErrorNumber>(number));
+        Log log(EntriesAt({"1", "5"}));
+        log.ExpectFailure("StartDate,EndDate", keys, static_cast<ErrorNumber>(number));
     }
 
     void names_fewerThanKeys_isSubscriptOutOfRange()
     {
-        Log log(At({"1"}));
-        log.Fails("StartDate,EndDate", "1,2,3", ErrorNumber::SubscriptOutOfRange);
-        log.Fails("", "1", ErrorNumber::SubscriptOutOfRange);
+        Log log(EntriesAt({"1"}));
+        log.ExpectFailure("StartDate,EndDate", "1,2,3", ErrorNumber::SubscriptOutOfRange);
+        log.ExpectFailure("", "1", ErrorNumber::SubscriptOutOfRange);
     }
 
-    void columns_withoutAnyEntry_areNotLookedAt()
+    void columns_withoutEntries_areNotChecked()
     {
         Log log({});
         QCOMPARE(log.Report("StartDate,EndDate", "1,x"), (Texts{"|"}));
@@ -405,24 +405,24 @@ private Q_SLOTS:
                          "</data>");
         log.Load();
         QCOMPARE(log.Report("StartDate", "1"), (Texts{"2003-02-05"}));
-        log.Fails("StartDate,EndDate", "1,2", ErrorNumber::ObjectNotSet);
-        log.Fails("StartDate", "1", ErrorNumber::ObjectNotSet, 1); // it has no location to compare
+        log.ExpectFailure("StartDate,EndDate", "1,2", ErrorNumber::ObjectNotSet);
+        log.ExpectFailure("StartDate", "1", ErrorNumber::ObjectNotSet, 1); // it has no location to compare
     }
 
     void entries_notLoaded_isObjectNotSet()
     {
-        Log log(At({"1"}));
+        Log log(EntriesAt({"1"}));
         log.folder.Write("tarno.xml", "<data><tarno>");
         log.Load();
-        log.Fails("StartDate", "1", ErrorNumber::ObjectNotSet);
+        log.ExpectFailure("StartDate", "1", ErrorNumber::ObjectNotSet);
     }
 
-    void grid_afterAFailure_isKept_andTheNextReportReplacesIt()
+    void grid_afterAFailure_isKeptUntilTheNextReport()
     {
-        Log log(At({"1", "5", "5"}));
+        Log log(EntriesAt({"1", "5", "5"}));
         const Texts before = log.Report("AirTemp,LocNo", "18,5", 5);
         QCOMPARE(before, (Texts{"|", "2|Wharf", "3|Wharf"}));
-        log.Fails("AirTemp,Picture", "18,37", ErrorNumber::ObjectNotSet);
+        log.ExpectFailure("AirTemp,Picture", "18,37", ErrorNumber::ObjectNotSet);
         QCOMPARE(log.Rows(), before);
         QCOMPARE(log.Report("AirTemp", "18", 1), (Texts{"1"}));
         QCOMPARE(log.Report("AirTemp,StartDate,LocNo", "18,1,5", 7), (Texts{"||"}));

@@ -58,7 +58,7 @@ class tst_ReportSelection : public QObject
 
 private Q_SLOTS:
 
-    void saved_isReadAndStoredAlike_data()
+    void selection_roundTrips_data()
     {
         QTest::addColumn<std::string>("storedNames");
         QTest::addColumn<std::string>("storedNumbers");
@@ -83,7 +83,7 @@ private Q_SLOTS:
                                      << "x,,-1,"s << Texts{"a", "", "b"} << Texts{"x", "", "-1", ""};
     }
 
-    void saved_isReadAndStoredAlike()
+    void selection_roundTrips()
     {
         QFETCH(std::string, storedNames);
         QFETCH(std::string, storedNumbers);
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(report.Text(ReportField::Options), "kept"s);
     }
 
-    void saved_withTooFewValues_isObjectNotSet()
+    void selection_recordWithTooFewValues_isObjectNotSet()
     {
         const Records saved("<report><RptNo>1</RptNo><RptName>Mine</RptName><Fields>LocNo</Fields></report>");
         QCOMPARE(RaisedNumber([&] { ReadSelection(saved.list.front()); }), 91);
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { WriteSelection({}, report); }), 91);
     }
 
-    void chosen_areTheDefinitionsAtTheirPositions_data()
+    void definitionsOf_areLookedUpByPosition_data()
     {
         QTest::addColumn<Numbers>("chosen");
         QTest::addColumn<Texts>("names");
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QTest::newRow("behind a gap") << Numbers{3} << Texts{"EndTime"} << Texts{"3"};
     }
 
-    void chosen_areTheDefinitionsAtTheirPositions()
+    void definitionsOf_areLookedUpByPosition()
     {
         QFETCH(Numbers, chosen);
         QFETCH(Texts, names);
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(defined, names);
     }
 
-    void chosen_withoutDefinition_isSubscriptOutOfRange()
+    void definitionsOf_missingPosition_isSubscriptOutOfRange()
     {
         for (const std::int32_t number : {0, 4, -1, std::numeric_limits<std::int32_t>::min()}) {
             QCOMPARE(RaisedNumber([&] { DefinitionsOf({number}, ThreeFields().list); }), 9);

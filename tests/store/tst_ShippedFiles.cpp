@@ -68,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(entryChildren.at(EntryField::Picture), "Picture"s);
     }
 
-    void templates_areEmptyButForTheKey()
+    void templates_areEmptyExceptForTheKey()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);
@@ -93,7 +93,7 @@ private Q_SLOTS:
         }
     }
 
-    void fields_areWholeAndNameEntryChildren()
+    void fields_areCompleteAndNameEntryChildren()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QVERIFY(hasDefault);
     }
 
-    void saving_leavesTheShippedFormUnchanged()
+    void saving_keepsTheShippedFormatting()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);

@@ -13,8 +13,8 @@ namespace
 using Texts = std::vector<std::string>;
 
 /// A small tree in which every include is as it should be.
-struct MadeUpTree {
-    MadeUpTree()
+struct SampleTree {
+    SampleTree()
     {
         for (const char* layer : {"app", "ui/main", "ui/locations", "ui/entry", "ui/reports", "ui/common",
                                   "reports", "reports/engine", "store", "astro", "core"}) {
@@ -59,7 +59,7 @@ private Q_SLOTS:
 
     void goodTree_hasNoViolation()
     {
-        const MadeUpTree tree;
+        const SampleTree tree;
         QCOMPARE(tree.Violations(), Texts());
         QCOMPARE(static_cast<int>(WalkIncludes(tree.folder.Path()).files.size()), 9);
     }
@@ -110,14 +110,14 @@ private Q_SLOTS:
         QFETCH(std::string, file);
         QFETCH(std::string, line);
         QFETCH(std::string, fault);
-        const MadeUpTree tree;
+        const SampleTree tree;
         tree.folder.Write(file, "#include <string>\n" + line + "\n");
         QCOMPARE(tree.Violations(), Texts{file + ": " + fault});
     }
 
     void fileInNoLayer_isFound()
     {
-        const MadeUpTree tree;
+        const SampleTree tree;
         tree.folder.MakeFolder("helpers");
         tree.folder.Write("helpers/Misc.h", "");
         tree.folder.Write("main.cpp", "");
