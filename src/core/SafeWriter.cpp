@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 constexpr int attemptsInOneSecond = 100; // one every 10 ms
 constexpr int attemptsInTenSeconds = 1000;
 
-/// Whether `name` is that of a temporary for the file `target`.
+/// Whether `name` is the name of a temporary of the file `target`.
 bool IsTemporary(std::string_view name, const std::string& target)
 {
     if (!name.starts_with(target + '.') || !name.ends_with(SafeWriter::temporarySuffix)) {
@@ -31,7 +31,7 @@ bool IsTemporary(std::string_view name, const std::string& target)
     return end > 0 && name.substr(end) == SafeWriter::temporarySuffix;
 }
 
-/// Repeats `body` while it throws Error PermissionDenied because another program holds a file.
+/// Retries `body` while it throws Error PermissionDenied because another program holds a file.
 template <typename Body>
 auto RetryWhileHeld(FileOperations& operations, int attempts, const Body& body)
 {
@@ -103,7 +103,7 @@ void SafeWriter::RemoveStale(const std::string& path)
                 TryRemove(FromPath(entry.path()));
             }
         }
-    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): a temporary does no harm
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): an orphaned temporary is harmless
     }
 }
 
@@ -111,7 +111,7 @@ void SafeWriter::TryRemove(const std::string& path)
 {
     try {
         m_operations.Remove(path);
-    } catch (const Error&) { // NOLINT(bugprone-empty-catch): the next start tries again
+    } catch (const Error&) { // NOLINT(bugprone-empty-catch): removed at the next start
     }
 }
 

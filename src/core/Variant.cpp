@@ -22,7 +22,7 @@ bool IsOutOfOrder(std::partial_ordering secondToFirst, bool descending, std::int
     return descending ? std::is_gt(secondToFirst) : std::is_lt(secondToFirst);
 }
 
-/// How `left` stands to `right`; unordered when one of them is null.
+/// Compares two values. The result is unordered if one of them is null.
 std::partial_ordering Compare(const Variant& left, const Variant& right)
 {
     if (std::holds_alternative<Null>(left) || std::holds_alternative<Null>(right)) {

@@ -14,13 +14,14 @@ namespace Tarno
 namespace
 {
 
-constexpr int maxAttempts = 100; // a second
+constexpr int maxAttempts = 100; // one every 10 ms
 constexpr std::uint64_t roomToGrow = 65536;
 
 const std::string nothingWritten = "\r\nNothing was written. Your changes are kept while Tarno is open. ";
 const std::string saveAgain = ", then save once more.";
 
-/// What precedes `data`, a declaration written by an XML tool for example, would hide its records.
+/// Makes `data` the first node. A node before it, for example a declaration that an XML tool has added, would
+/// hide its records.
 void MoveDataToTheFront(pugi::xml_document& document)
 {
     document.prepend_move(document.child("data"));
@@ -31,8 +32,8 @@ void MoveDataToTheFront(pugi::xml_document& document)
     }
 }
 
-/// Writes `record` to a file of its own beside `path`, without synchronising the folder. Returns the path of
-/// that file.
+/// Writes `record` to a separate file in the folder of `path` without synchronising the folder. Returns the
+/// path of that file.
 std::string Keep(const Record& record, const std::string& path, FileOperations& operations)
 {
     pugi::xml_document document;
@@ -130,10 +131,11 @@ bool DataFile::MergeFile(const std::string& path, const FileState& found, std::s
     std::string bytes;
     try {
         bytes = ReadWholeFile(path);
-    } catch (const Error&) { // removed a moment ago, or held by the program that writes it
+    } catch (const Error&) { // just removed, or held by the program that writes it
         return false;
     }
-    // a file that has replaced another one is complete; the same file may still be being written
+    // A file that replaced the old one is complete. A file that is written in place may be incomplete, so it
+    // must have the same contents twice.
     const bool isStable = !found.IsSameFile(m_version) || bytes == lastRead;
     lastRead = bytes;
     auto theirs = isStable ? Parsed(std::move(bytes)) : nullptr;

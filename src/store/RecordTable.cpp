@@ -120,7 +120,7 @@ void RecordTable::Replace(const Record& record)
     if (storedKey && TextOf(storedKey) == key) {
         m_byKey[key] = stored;
     } else {
-        Index(); // what stands first in the record is not its key
+        Index(); // the first child of the record is not its key
     }
 }
 
@@ -134,7 +134,7 @@ void RecordTable::Remove(const std::string& key)
             m_changed.try_emplace(key, SerializeXml(record));
         }
         data.remove_child(record);
-        Index(); // a later record with the same key is the first one now
+        Index(); // a duplicate of the key may now be the first one
     }
 }
 

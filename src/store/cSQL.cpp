@@ -24,9 +24,9 @@ constexpr RecordTable::Names locationNames{"location", "LocNo"};
 constexpr RecordTable::Names fieldNames{"field", "FieldNo"};
 constexpr RecordTable::Names reportNames{"report", "RptNo"};
 
-constexpr std::string_view newKey = "0"; ///< of a record that has no key yet
+constexpr std::string_view newKey = "0"; ///< the key of a record that is not stored yet
 
-/// Empty if the record has no such value.
+/// Returns the value at `position`, or an empty text if the record is shorter.
 std::string TextAt(const Record& record, std::size_t position)
 {
     return position < record.Count() ? record.Text(position) : std::string();
