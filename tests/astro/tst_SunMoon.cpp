@@ -11,7 +11,7 @@ using namespace mRiseSet;
 namespace
 {
 
-/// Great-circle distance of two places in the sky in degrees, good for small distances.
+/// Returns the great-circle distance of two positions in degrees, accurate for small distances.
 double Distance(const Equatorial& one, const Equatorial& other)
 {
     const double degree = std::acos(-1) / 180;
@@ -21,7 +21,7 @@ double Distance(const Equatorial& one, const Equatorial& other)
 
 } // namespace
 
-// The reference places are those of J. Meeus, "Astronomical Algorithms", examples 25.a and 47.a.
+// The reference positions are from J. Meeus, "Astronomical Algorithms", examples 25.a and 47.a.
 
 class tst_SunMoon : public QObject
 {

@@ -84,7 +84,7 @@ private Q_SLOTS:
 
     void litPercent_synodicMonth_rises100AndFalls100()
     {
-        const float full = -4.867F; // the moon is full at day 0 less this
+        const float full = -4.867F; // the day number of a full moon
         QVERIFY(LitPercent(full + 0.01F).percent > 99.9F);
         QVERIFY(LitPercent(full + 14.76529F).percent < 0.1F);
         QVERIFY(LitPercent(full + 29.53F).percent > 99.9F);

@@ -14,7 +14,7 @@ namespace
 const RiseSetTexts unused{"03:33", "15:15"};
 const RiseSetTexts nothing{":", ":"};
 
-/// The four texts with blanks between them.
+/// Returns the four texts, separated by blanks.
 std::string Joined(const Periods& periods)
 {
     return periods.major1 + ' ' + periods.major2 + ' ' + periods.minor1 + ' ' + periods.minor2;

@@ -14,7 +14,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// The settings over a file of the test's own.
+/// Settings in a temporary file.
 struct Settings {
     TemporaryFolder folder;
     ScriptedFileOperations operations;
@@ -22,7 +22,7 @@ struct Settings {
     CRegSettings settings{store};
     ExpectedReports reports;
 
-    /// The names and texts of a section's values, one after the other.
+    /// Returns the names and texts of the values of a section, alternating.
     Texts All(std::string_view section)
     {
         Texts texts;
@@ -34,7 +34,7 @@ struct Settings {
     }
 };
 
-/// A store in which nothing works.
+/// A store whose operations all fail.
 class BrokenStore final : public SettingsStore
 {
 public:

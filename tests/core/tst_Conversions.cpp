@@ -23,12 +23,12 @@ private Q_SLOTS:
         QTest::newRow("whole") << "7"s << 7.0;
         QTest::newRow("negative") << "-36.8485"s << -36.8485;
         QTest::newRow("plus sign") << "+3"s << 3.0;
-        QTest::newRow("zeros in front") << "007"s << 7.0;
+        QTest::newRow("leading zeros") << "007"s << 7.0;
         QTest::newRow("no digit before the point") << ".5"s << 0.5;
         QTest::newRow("negative, no digit before the point") << "-.5"s << -0.5;
         QTest::newRow("no digit after the point") << "5."s << 5.0;
         QTest::newRow("exponent") << "1e2"s << 100.0;
-        QTest::newRow("capital exponent") << "25E-1"s << 2.5;
+        QTest::newRow("upper case exponent") << "25E-1"s << 2.5;
         QTest::newRow("blanks around") << " \t12.5 "s << 12.5;
     }
 

@@ -72,12 +72,12 @@ private Q_SLOTS:
 
     void errors_areAppended()
     {
-        m_folder->Write("Tarno.log", "what stood there\r\n");
+        m_folder->Write("Tarno.log", "earlier records\r\n");
         ErrorLog("cSQL", "EntryGet", &objectNotSet);
         m_clock.shortTime = "9:08 PM";
         const Error missing(ErrorNumber::FileNotFound);
         ErrorLog("fTarno", "LoadEntryList", &missing);
-        QCOMPARE(m_folder->Read("Tarno.log"), "what stood there\r\n" + recordOfEntryGet + rule +
+        QCOMPARE(m_folder->Read("Tarno.log"), "earlier records\r\n" + recordOfEntryGet + rule +
                                                   "5/02/2003 9:08 PM\r\n"
                                                   "Module = fTarno, Routine = LoadEntryList\r\n"
                                                   "Vb<53> error raised\r\n"
@@ -143,8 +143,8 @@ private Q_SLOTS:
     void log_otherFailure_isTriedOnceAndSkipped_data()
     {
         QTest::addColumn<ErrorNumber>("number");
-        QTest::newRow("may not be written") << ErrorNumber::PathFileAccess;
-        QTest::newRow("no such path") << ErrorNumber::PathNotFound;
+        QTest::newRow("not writable") << ErrorNumber::PathFileAccess;
+        QTest::newRow("missing path") << ErrorNumber::PathNotFound;
         QTest::newRow("disk full") << ErrorNumber::DiskFull;
         QTest::newRow("device error") << ErrorNumber::DeviceInputOutput;
     }

@@ -17,7 +17,7 @@ using Texts = std::vector<std::string>;
 
 } // namespace
 
-// The system's own operations, as the safe writer and the error log use them.
+// The operations of the system, as used by the safe writer and the error log.
 class tst_FileOperations : public QObject
 {
     Q_OBJECT
@@ -142,7 +142,7 @@ private Q_SLOTS:
         for (int pause = 0; pause < 5; ++pause) {
             m_operations->Pause();
         }
-        // a lower limit only: a pause that returned at once would keep a processor busy
+        // only a lower limit: a pause that returns immediately would busy-wait
         QVERIFY(std::chrono::steady_clock::now() - before >= std::chrono::milliseconds(45));
     }
 

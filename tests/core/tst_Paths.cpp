@@ -45,7 +45,7 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([] { ReadWholeFile(""); }), 53);
     }
 
-    // what may be there is not taken for missing, and so not written anew
+    // A file that may exist is not reported as missing, because the caller would then create it.
     void readWholeFile_inaccessibleFolder_isPathFileAccess()
     {
         const TemporaryFolder folder;
@@ -169,8 +169,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<std::string>("name");
         QTest::newRow("missing") << "missing.jpg"s;
-        QTest::newRow("any file") << "*"s;
-        QTest::newRow("any letter") << "catch.jp?"s;
+        QTest::newRow("wildcard for any file") << "*"s;
+        QTest::newRow("wildcard for any letter") << "catch.jp?"s;
         QTest::newRow("below a file") << "catch.jpg/more"s;
         QTest::newRow("too long") << std::string(5000, 'a');
         QTest::newRow("dangling link") << "dangling"s;

@@ -27,7 +27,7 @@ using std::filesystem::perms;
 
 constexpr const char* accessList = "system.posix_acl_access";
 
-/// "user::rw-, user:`user`:rw-, group::---, mask::rw-, other::---" as the kernel stores it.
+/// Returns "user::rw-, user:`user`:rw-, group::---, mask::rw-, other::---" in the format of the kernel.
 std::string AccessListFor(std::uint32_t user)
 {
     constexpr std::uint16_t readWrite = 6;
@@ -70,7 +70,7 @@ struct stat StatusOf(const std::string& path)
 
 } // namespace
 
-// What the system's own operations do beyond tst_FileOperations with pipes, rights and limits.
+// The parts of FileOperations that are specific to POSIX: pipes, access rights and limits.
 class tst_PosixFileOperations : public QObject
 {
     Q_OBJECT
@@ -122,7 +122,7 @@ private Q_SLOTS:
     void create_copiesOwnerAndGroupOfTheModel()
     {
         if (::geteuid() != 0) {
-            QSKIP("only root may give files away");
+            QSKIP("only root can change the owner of files");
         }
         const TemporaryFolder folder;
         folder.Write("model", "x");
@@ -143,9 +143,9 @@ private Q_SLOTS:
         std::filesystem::permissions(ToPath(folder.PathOf("model")), static_cast<perms>(0664));
         const UnprivilegedUser user(folder);
         if (!UnprivilegedUser::IsUnprivileged() || ::getegid() != 0) {
-            QSKIP("needs a user without a group of that name");
+            QSKIP("needs the group of root for the user nobody");
         }
-        // the process has the group of root, the file that of "nobody"
+        // the process has the group of root, the file the group of "nobody"
         m_operations->Create(folder.PathOf("log/new"), "x", folder.PathOf("model"));
         QCOMPARE(static_cast<int>(StatusOf(folder.PathOf("log/new")).st_mode & 07777U), 0604);
     }
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Names(), Texts{"link"});
     }
 
-    // in a process of its own, which starts with the system's own answer to the signal
+    // in a child process that starts with the default action of the signal
     void write_beyondTheFileSizeLimit_isDiskFullAndDoesNotKillTheProcess()
     {
         const TemporaryFolder folder;
@@ -227,12 +227,12 @@ private Q_SLOTS:
         const pid_t child = ::fork();
         if (child == 0) {
             const FolderLock lock = m_operations->Lock(folder.Path());
-            const bool isTold = ::write(pipe[1], "x", 1) == 1;
+            const bool isWritten = ::write(pipe[1], "x", 1) == 1;
             ::pause();
-            ::_exit(isTold ? 0 : 1);
+            ::_exit(isWritten ? 0 : 1);
         }
-        char told = '\0';
-        QCOMPARE(::read(pipe[0], &told, 1), ssize_t{1});
+        char received = '\0';
+        QCOMPARE(::read(pipe[0], &received, 1), ssize_t{1});
         QCOMPARE(RaisedNumber([&] { m_operations->Lock(folder.Path()); }), 70);
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);

@@ -12,7 +12,7 @@ using namespace std::string_literals;
 namespace
 {
 
-/// What the registry itself holds, 16 bits a letter; nothing when there is no such value.
+/// Reads a value directly from the registry as UTF-16. Returns nullopt if it does not exist.
 std::optional<QString> InRegistry(const std::string& section, const wchar_t* name)
 {
     const std::wstring key = L"Control Panel\\" + QString::fromStdString(section).toStdWString();
@@ -27,7 +27,7 @@ std::optional<QString> InRegistry(const std::string& section, const wchar_t* nam
 
 } // namespace
 
-// The settings in the registry of the current user, below a section that nobody else uses.
+// The settings in the registry of the current user, in a section for this process.
 class tst_RegistrySettings : public QObject
 {
     Q_OBJECT
@@ -44,14 +44,14 @@ private Q_SLOTS:
         QVERIFY(!m_store->Values(m_section));
         m_store->RemoveValue(m_section, "XTidePath");
         m_store->RemoveSection(m_section);
-        QVERIFY(!m_store->Values(m_section)); // reading and removing make no section
+        QVERIFY(!m_store->Values(m_section)); // reading and removing do not create the section
     }
 
     void written_isReadBack_data()
     {
         QTest::addColumn<std::string>("text");
         QTest::newRow("a path") << R"(C:\Program Files\WXTide32\WXTide32.exe)"s;
-        QTest::newRow("beyond ASCII") << "C:\\caf\u00E9\\tides.exe"s;
+        QTest::newRow("non-ASCII") << "C:\\caf\u00E9\\tides.exe"s;
         QTest::newRow("nothing") << ""s;
         QTest::newRow("blanks") << "  "s;
         QTest::newRow("long") << std::string(20'000, 'x');
@@ -116,7 +116,7 @@ private Q_SLOTS:
             0L);
         const auto read = m_store->Read(m_section, "number");
         QVERIFY(read);
-        QCOMPARE(*read, std::string(3, '\0')); // as from a text, its last byte counts as the end
+        QCOMPARE(*read, std::string(3, '\0')); // the last byte is dropped like the terminator of a text
     }
 
 private:

@@ -310,7 +310,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The number that Write raises, 0 for none.
+    /// Writes the file and returns the number of the error, or 0.
     int WriteError(std::string_view bytes, const std::string& name = "tarno.xml")
     {
         return RaisedNumber([&] { SafeWriter(*m_operations).Write(m_folder->PathOf(name), bytes); });

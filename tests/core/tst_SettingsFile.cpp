@@ -93,7 +93,7 @@ private Q_SLOTS:
         QTest::newRow("two roots") << good + good;
         QTest::newRow("other root") << "<data>" + good + "</data>";
         QTest::newRow("zeros") << std::string(good.size(), '\0');
-        QTest::newRow("no UTF-8") << "<settings><!-- \xE9 -->" + good.substr(10);
+        QTest::newRow("not UTF-8") << "<settings><!-- \xE9 -->" + good.substr(10);
     }
 
     void damagedFile_isNeitherReadNorOverwritten()
@@ -176,7 +176,7 @@ private Q_SLOTS:
         SystemSettingsStore(operations)->Write("KOWRA", "XTidePath", "x");
         QVERIFY(folder.Read("xdg/tarno/settings.xml").find("XTidePath") != std::string::npos);
 
-        // a relative folder does not count
+        // a relative folder is ignored
         for (const char* none : {"", "relative"}) {
             qputenv("XDG_CONFIG_HOME", none);
             SystemSettingsStore(operations)->Write("KOWRA", none, "x");

@@ -14,7 +14,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// One row per key, which the second column numbers from 1.
+/// Returns one row per key. The second column numbers the rows from 1.
 ReportTable Numbered(const Texts& keys)
 {
     ReportTable table;
@@ -24,7 +24,7 @@ ReportTable Numbered(const Texts& keys)
     return table;
 }
 
-/// `count` rows, all with the key "a" but the first, which has `first`.
+/// Returns `count` rows with the key "a", except for the first, which has the key `first`.
 ReportTable EqualButFirst(const std::string& first, std::size_t count)
 {
     Texts keys(count, "a");
@@ -41,7 +41,7 @@ Texts Column(const ReportTable& table, std::size_t column)
     return texts;
 }
 
-/// The row numbers 1 to `count` after the rows at the given places (from 1) were exchanged in a circle.
+/// Returns the row numbers 1 to `count` after a cyclic rotation of the rows at `places` (from 1).
 Texts Rotated(std::size_t count, std::initializer_list<std::size_t> places)
 {
     Texts numbers;
@@ -98,9 +98,8 @@ private Q_SLOTS:
         QCOMPARE(Column(table, 0), (Texts{"", "10", "9", ":", "Z", "a", "\u00E9"}));
     }
 
-    // The first row belongs at the end. Each gap carries it on and draws the rows that it passes forward,
-    // beyond their equals, so the result tells which gaps there were: 4 from five rows on, 13 from fourteen,
-    // 40 from forty-one.
+    // The first row belongs at the end. Each gap moves it backwards and the rows it passes forwards, ahead of
+    // equal rows, so the result shows which gaps were used: 4 from 5 rows on, 13 from 14, 40 from 41.
     void equalRows_moveByTheGaps_data()
     {
         QTest::addColumn<int>("rows");
@@ -125,7 +124,8 @@ private Q_SLOTS:
         QCOMPARE(Column(descending, 1), numbers);
     }
 
-    // With equal rows counted as out of order, a pass turns the rows a gap apart around; gap 1 comes twice.
+    // If equal rows count as out of order, each pass reverses the rows that are a gap apart; gap 1 is used
+    // twice.
     void strictMode_equalRows_areReversedByEachPass_data()
     {
         QTest::addColumn<int>("rows");
@@ -189,7 +189,7 @@ private Q_SLOTS:
         std::uint32_t number = 1;
         for (int row = 0; row < 1000; ++row) {
             number = number * 1664525U + 1013904223U;
-            keys.push_back(std::to_string((number >> 16U) % 500)); // each key about twice
+            keys.push_back(std::to_string((number >> 16U) % 500)); // each key occurs about twice
         }
         ReportTable table = Numbered(keys);
         const ReportTable before = table;

@@ -18,7 +18,7 @@ private Q_SLOTS:
         QVERIFY(EqualIgnoringCase("", ""));
         QVERIFY(!EqualIgnoringCase("field.xml", "field.xm"));
         QVERIFY(!EqualIgnoringCase("field.xml", "field_xml"));
-        // letters beyond ASCII and the signs beside the alphabet have no case here
+        // non-ASCII letters and the characters next to the alphabet are case-sensitive
         QVERIFY(!EqualIgnoringCase("\u00C4.xml", "\u00E4.xml"));
         QVERIFY(!EqualIgnoringCase("@[", "`{"));
     }
@@ -43,12 +43,12 @@ private Q_SLOTS:
         QTest::newRow("three parts") << "1,24,5"s << Texts{"1", "24", "5"};
         QTest::newRow("blanks stay") << " a , b "s << Texts{" a ", " b "};
         QTest::newRow("separator alone") << ","s << Texts{"", ""};
-        QTest::newRow("at the front") << ",a"s << Texts{"", "a"};
+        QTest::newRow("at the start") << ",a"s << Texts{"", "a"};
         QTest::newRow("at the end") << "a,"s << Texts{"a", ""};
-        QTest::newRow("side by side") << "a,,b"s << Texts{"a", "", "b"};
+        QTest::newRow("two in a row") << "a,,b"s << Texts{"a", "", "b"};
         QTest::newRow("only separators") << ",,,"s << Texts{"", "", "", ""};
-        QTest::newRow("another sign") << "a;b c"s << Texts{"a;b c"};
-        QTest::newRow("beyond ASCII") << "\u9BDB,\u00E9"s << Texts{"\u9BDB", "\u00E9"};
+        QTest::newRow("other separators") << "a;b c"s << Texts{"a;b c"};
+        QTest::newRow("non-ASCII") << "\u9BDB,\u00E9"s << Texts{"\u9BDB", "\u00E9"};
     }
 
     void split_returnsThePartsBetweenSeparators()
@@ -88,7 +88,7 @@ private Q_SLOTS:
     {
         const std::string one = "a\uFFFDb";
         QTest::addColumn<std::string>("text");
-        QTest::addColumn<std::string>("fitted");
+        QTest::addColumn<std::string>("replaced");
         QTest::newRow("zero") << "a\0b"s << one;
         QTest::newRow("control") << "a\x1F"s + "b" << one;
         QTest::newRow("U+FFFE") << "a\uFFFEb"s << one;
@@ -106,14 +106,14 @@ private Q_SLOTS:
         QTest::newRow("surrogate") << "a\xED\xA0\x80"s + "b" << one;
         QTest::newRow("last surrogate") << "a\xED\xBF\xBF"s + "b" << one;
         QTest::newRow("above U+10FFFF") << "a\xF4\x90\x80\x80"s + "b" << one;
-        QTest::newRow("no lead at all") << "a\xFF"s + "b" << one;
+        QTest::newRow("invalid lead") << "a\xFF"s + "b" << one;
     }
 
     void xmlText_invalidText_becomesReplacementCharacters()
     {
         QFETCH(std::string, text);
         QVERIFY(!IsXmlText(text));
-        QTEST(XmlText(text), "fitted");
+        QTEST(XmlText(text), "replaced");
     }
 
     void fromUtf16_wellFormed_isConverted()

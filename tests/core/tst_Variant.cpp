@@ -18,7 +18,7 @@ private Q_SLOTS:
         QTest::newRow("empty") << Variant(Empty());
         QTest::newRow("null") << Variant(Null());
         QTest::newRow("empty text") << Variant(""s);
-        QTest::newRow("no number") << Variant("abc"s);
+        QTest::newRow("not a number") << Variant("abc"s);
         QTest::newRow("blank") << Variant(" "s);
         QTest::newRow("too large text") << Variant("32768"s);
         QTest::newRow("too large number") << Variant(40000.0);
@@ -73,7 +73,7 @@ private Q_SLOTS:
 
     void compMe_twoValues_isTrueWhenOutOfOrder_data()
     {
-        enum Order { Less, Equal, Greater }; // how the second value stands to the first
+        enum Order { Less, Equal, Greater }; // of the second value compared to the first
 
         QTest::addColumn<Variant>("first");
         QTest::addColumn<Variant>("second");
@@ -86,11 +86,11 @@ private Q_SLOTS:
         QTest::newRow("texts, equal") << Variant("a"s) << Variant("a"s) << int(Equal);
         QTest::newRow("number after text") << Variant("1"s) << Variant(2.0) << int(Less);
         QTest::newRow("text after number") << Variant(2.0) << Variant("1"s) << int(Greater);
-        QTest::newRow("empty beside a greater number") << Variant(1.0) << Variant(Empty()) << int(Less);
-        QTest::newRow("empty beside zero") << Variant(Empty()) << Variant(0.0) << int(Equal);
-        QTest::newRow("empty beside a text") << Variant("a"s) << Variant(Empty()) << int(Less);
-        QTest::newRow("empty beside the empty text") << Variant(""s) << Variant(Empty()) << int(Equal);
-        QTest::newRow("empty beside empty") << Variant(Empty()) << Variant(Empty()) << int(Equal);
+        QTest::newRow("empty and a positive number") << Variant(1.0) << Variant(Empty()) << int(Less);
+        QTest::newRow("empty and zero") << Variant(Empty()) << Variant(0.0) << int(Equal);
+        QTest::newRow("empty and a text") << Variant("a"s) << Variant(Empty()) << int(Less);
+        QTest::newRow("empty and an empty text") << Variant(""s) << Variant(Empty()) << int(Equal);
+        QTest::newRow("empty and empty") << Variant(Empty()) << Variant(Empty()) << int(Equal);
     }
 
     void compMe_twoValues_isTrueWhenOutOfOrder()

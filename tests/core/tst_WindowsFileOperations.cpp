@@ -16,7 +16,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// The file as another program holds it, which shares it only for `share` (FILE_SHARE_READ and the like).
+/// Opens the file like another program that shares it only for `share` (FILE_SHARE_READ and others).
 Handle HoldOpen(const std::string& path, DWORD share)
 {
     return Open(path, GENERIC_READ, share, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
@@ -29,7 +29,7 @@ std::wstring Native(const std::string& path)
     return ToPath(path).wstring();
 }
 
-/// The bytes of the access list; none if it cannot be read.
+/// Returns the bytes of the access list, or an empty text if it cannot be read.
 std::string AccessListOf(const std::string& path)
 {
     DWORD size = 0;
@@ -42,7 +42,7 @@ std::string AccessListOf(const std::string& path)
 
 } // namespace
 
-// What the system's own operations do beyond tst_FileOperations with files that others hold, attributes, long
+// The parts of FileOperations that are specific to Windows: files held by other programs, attributes, long
 // paths and locks.
 class tst_WindowsFileOperations : public QObject
 {
@@ -94,7 +94,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<DWORD>("share");
         QTest::newRow("by a program that shares nothing") << DWORD{0};
-        QTest::newRow("by a program that lets others read and write") << shareReading;
+        QTest::newRow("by a program that shares reading and writing") << shareReading;
     }
 
     void replace_heldFile_isPermissionDeniedUntilReleased()
@@ -123,7 +123,7 @@ private Q_SLOTS:
                 Open(folder.PathOf("tarno.lock"), GENERIC_WRITE, 0, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE));
             QCOMPARE(RaisedNumber([&] { m_operations->Lock(folder.Path()); }), 70);
         }
-        // what a machine that lost its power leaves
+        // a lock file left by a power failure
         folder.Write("tarno.lock", "");
         QVERIFY(m_operations->Lock(folder.Path()) != nullptr);
         QCOMPARE(folder.Names(), Texts());

@@ -17,14 +17,14 @@
 
 using namespace Tarno;
 
-// The files that a user gets with the program, and the sample log.
+// The shipped data files and the sample log.
 
 namespace
 {
 
 using Texts = std::vector<std::string>;
 
-/// The data files as an installation has them, or the sample's, loaded by the program.
+/// The shipped data files or those of the sample, loaded by the program.
 class Shipped
 {
 public:
@@ -100,7 +100,7 @@ std::string InShipped(const std::string& name)
     return TARNO_SHIPPED_DATA "/" + name;
 }
 
-/// What the program calculates for the entry, by positions.
+/// Returns the values that the program calculates for the entry, by position.
 std::map<std::size_t, std::string> Calculated(const cSQL& sql, const RecordView& entry)
 {
     Record location;
@@ -238,7 +238,7 @@ private Q_SLOTS:
         QVERIFY(IsXmlText(bytes));
         pugi::xml_document document;
         QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full, pugi::encoding_utf8));
-        QCOMPARE(std::string(document.first_child().name()), "data"); // no declaration in front of it
+        QCOMPARE(std::string(document.first_child().name()), "data"); // no declaration before it
         QVERIFY(document.first_child().next_sibling().empty());
         for (const pugi::xml_node& child : document.first_child().children()) {
             QCOMPARE(std::string(child.name()), record.toStdString());
@@ -260,7 +260,7 @@ private Q_SLOTS:
     void fields_areNamedAsTheEntrysValues()
     {
         const Shipped shipped;
-        Texts names{"TarnoNo"}; // the key is no column
+        Texts names{"TarnoNo"}; // the key is not a column
         for (const RecordView& field : shipped.Fields()) {
             names.push_back(field.Text(FieldField::FieldName));
         }
@@ -288,7 +288,7 @@ private Q_SLOTS:
 
     void fields_ofTheDefaultReport_fitOnThePage()
     {
-        // Letter, turned, between margins of 20 mm; a report counts 57 twips to the millimetre
+        // Letter in landscape with margins of 20 mm; reports use 57 twips per millimetre
         constexpr int roomInMillimetres = 238;
         const Shipped shipped;
         int width = 0;
@@ -312,7 +312,7 @@ private Q_SLOTS:
             QVERIFY(!field.Text(FieldField::Label).empty());
             descriptions.insert(field.Text(FieldField::Desc));
         }
-        QCOMPARE(descriptions.size(), shipped.Fields().size()); // the user tells them apart by it
+        QCOMPARE(descriptions.size(), shipped.Fields().size()); // users distinguish fields by it
     }
 
     void pickList_endsItsLinesAsWindowsDoes_data()
@@ -340,7 +340,7 @@ private Q_SLOTS:
             begin = end + 1;
         }
         QVERIFY(count >= 10);
-        QCOMPARE(lines.size(), count); // each once
+        QCOMPARE(lines.size(), count); // no duplicates
     }
 
     void sample_keysAreConsecutive_data()
@@ -467,7 +467,7 @@ private Q_SLOTS:
                 }
             }
         }
-        // what the angler of the sample put right by hand
+        // the values that the sample's author has corrected by hand
         QCOMPARE(overwritten, (Texts{"2 SunRise", "2 SunSet", "30 Prediction", "58 Major2"}));
     }
 

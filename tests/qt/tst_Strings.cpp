@@ -17,7 +17,7 @@ private Q_SLOTS:
         QTest::newRow("letters") << QByteArray("Pittwater");
         QTest::newRow("two bytes") << QByteArray("Bod\xC3\xB8");
         QTest::newRow("three bytes") << QByteArray("\xE6\xB5\x9C\xE5\x90\x8D\xE6\xB9\x96");
-        QTest::newRow("beyond the first plane") << QByteArray("\xF0\x9F\x90\x9F!");
+        QTest::newRow("outside the first plane") << QByteArray("\xF0\x9F\x90\x9F!");
         QTest::newRow("zero byte") << QByteArray("a\0b", 3);
         QTest::newRow("byte order marks") << QByteArray("\xEF\xBB\xBF\xEF\xBB\xBFx\xEF\xBB\xBF");
         QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF");
@@ -43,10 +43,9 @@ private Q_SLOTS:
         QTest::newRow("high before a letter") << (QString(high) + a)
                                               << QByteArray("\xEF\xBF\xBD"
                                                             "a");
-        QTest::newRow("low behind a letter") << (a + low) << QByteArray("a\xEF\xBF\xBD");
-        QTest::newRow("the wrong way round")
-            << (QString(low) + high) << QByteArray("\xEF\xBF\xBD\xEF\xBF\xBD");
-        QTest::newRow("a pair") << (QString(high) + low) << QByteArray("\xF0\x9F\x90\x9F");
+        QTest::newRow("low after a letter") << (a + low) << QByteArray("a\xEF\xBF\xBD");
+        QTest::newRow("reversed pair") << (QString(low) + high) << QByteArray("\xEF\xBF\xBD\xEF\xBF\xBD");
+        QTest::newRow("valid pair") << (QString(high) + low) << QByteArray("\xF0\x9F\x90\x9F");
     }
 
     void toUtf8_loneSurrogate_becomesTheReplacementCharacter()
@@ -77,20 +76,20 @@ private Q_SLOTS:
                                       << "\na\n";
         QTest::newRow("empty lines") << "a~CL~~CL~b"
                                      << "a\n\nb";
-        QTest::newRow("carriage return and line feed by hand") << "a\r\nb"
-                                                               << "a\nb";
-        QTest::newRow("line feed by hand") << "a\nb"
-                                           << "a\nb";
-        QTest::newRow("carriage return by hand") << "a\rb"
-                                                 << "a\nb";
-        QTest::newRow("separators of Unicode by hand") << "a\u2028b\u2029c"
-                                                       << "a\nb\nc";
-        QTest::newRow("characters that become breaks in a box") << "a\uFDD0b\uFDD1c"
+        QTest::newRow("raw carriage return and line feed") << "a\r\nb"
+                                                           << "a\nb";
+        QTest::newRow("raw line feed") << "a\nb"
+                                       << "a\nb";
+        QTest::newRow("raw carriage return") << "a\rb"
+                                             << "a\nb";
+        QTest::newRow("Unicode separators") << "a\u2028b\u2029c"
+                                            << "a\nb\nc";
+        QTest::newRow("characters that QTextDocument reserves") << "a\uFDD0b\uFDD1c"
                                                                 << "a\nb\nc";
         QTest::newRow("no-break space") << "6\u00A0kg"
                                         << "6\u00A0kg";
-        QTest::newRow("half of the code") << "a~CL b"
-                                          << "a~CL b";
+        QTest::newRow("incomplete code") << "a~CL b"
+                                         << "a~CL b";
         QTest::newRow("letter case") << "a~cl~b"
                                      << "a~cl~b";
     }

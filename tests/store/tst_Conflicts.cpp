@@ -15,7 +15,7 @@ namespace
 using Texts = std::vector<std::string>;
 using Values = std::vector<std::pair<std::size_t, std::string>>;
 
-/// The installed program with one trip at one location.
+/// A log with one trip at one location.
 struct Log : TestStore {
     Log()
     {
@@ -44,7 +44,7 @@ struct Log : TestStore {
         return trip;
     }
 
-    /// The program and another one change a record in different ways; theirs is saved first.
+    /// Runs `change` in another program first and then in this one.
     void ChangeInBoth(const std::function<void(cSQL&, const std::string&)>& change)
     {
         const auto operations = SystemFileOperations();
@@ -66,7 +66,7 @@ struct Log : TestStore {
 
 using Kind = ConflictNotice::Kind;
 
-/// Changes a value of the record 1.
+/// Changes a value of record 1.
 void Edit(cSQL& sql, const RecordFamily& family, std::size_t position, const std::string& value)
 {
     Record record;
@@ -77,7 +77,7 @@ void Edit(cSQL& sql, const RecordFamily& family, std::size_t position, const std
 
 } // namespace
 
-// The notices about conflicts with another program, and the trips that follow a location to its new key.
+// Notices about conflicts with another program, and trips whose location gets a new key.
 class tst_Conflicts : public QObject
 {
     Q_OBJECT
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QVERIFY(log.notices[0].kind == Kind::Trip);
     }
 
-    // The new location could not be saved, and another program has given its key to another one.
+    // Saving the new location fails, and another program then assigns its key to a different location.
     void tripsOfThisRun_referToTheNewKeyOfTheirLocation()
     {
         Log log;

@@ -24,7 +24,7 @@ std::string Utf16(const std::string& ascii)
     return bytes;
 }
 
-/// Every operation on entries fails and is reported; nothing is written.
+/// Checks that every operation on entries fails with a report and writes nothing.
 void CheckEveryOperationFails(TestStore& store)
 {
     QCOMPARE(store.sql.Init(), succeeded);
@@ -49,7 +49,7 @@ void CheckEveryOperationFails(TestStore& store)
     QVERIFY(!store.operations.HasWritten());
     QCOMPARE(store.sql.UnsavedFiles(), Texts());
 
-    // the other files are none the worse
+    // the other files are not affected
     RecordList fields;
     QCOMPARE(store.sql.FieldList(fields), succeeded);
     QVERIFY(!fields.empty());
@@ -71,20 +71,20 @@ private Q_SLOTS:
         QTest::newRow("truncated in a value") << good.substr(0, 40);
         QTest::newRow("two roots") << good + good;
         QTest::newRow("zeros") << std::string(good.size(), '\0');
-        QTest::newRow("zeros behind") << good + std::string(512, '\0');
-        QTest::newRow("garbage behind") << good + "garbage";
-        QTest::newRow("end tag behind") << good + "</data>";
+        QTest::newRow("zeros after") << good + std::string(512, '\0');
+        QTest::newRow("garbage after") << good + "garbage";
+        QTest::newRow("end tag after") << good + "</data>";
         QTest::newRow("other root") << "<log>" + good + "</log>";
         QTest::newRow("root in other case") << "<Data/>"s;
-        QTest::newRow("no XML") << "Dear diary"s;
-        QTest::newRow("no UTF-8")
+        QTest::newRow("not XML") << "Dear diary"s;
+        QTest::newRow("not UTF-8")
             << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>\xE9</StartDate></tarno></data>"s;
         QTest::newRow("control character")
             << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>\x02</StartDate></tarno></data>"s;
         QTest::newRow("unknown reference")
             << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>&tide;</StartDate></tarno></data>"s;
         QTest::newRow("truncated UTF-16") << Utf16(good).substr(0, 2 * good.size() - 20);
-        QTest::newRow("UTF-16 without its mark") << Utf16(good).substr(2);
+        QTest::newRow("UTF-16 without byte order mark") << Utf16(good).substr(2);
     }
 
     void damagedFile_isNeverOverwritten()
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QVERIFY(!store.operations.HasWritten());
         QCOMPARE(store.folder.Read("tarno.xml"), before + good);
 
-        // what looks the records up by name still meets them
+        // operations that look up records by key still work
         QCOMPARE(store.sql.EntryGet(1, entry), succeeded);
         entry.SetText(1, "2003-02-06");
         QCOMPARE(store.sql.EntryUpdate(entry), succeeded);

@@ -16,7 +16,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A data file in a folder of its own.
+/// A data file in a temporary folder.
 struct Opened {
     explicit Opened(const char* name) : file(name, {"report", "RptNo"}) {}
 
@@ -28,7 +28,7 @@ struct Opened {
         Load();
     }
 
-    /// The number that Save raises, 0 for none.
+    /// Saves and returns the number of the error, or 0.
     int Save(const std::string& name)
     {
         return RaisedNumber([&] { file.Save(programFolder, name, operations, merged); });
@@ -90,7 +90,7 @@ private Q_SLOTS:
         test.Load("<data/>");
         const auto before = static_cast<std::ptrdiff_t>(test.operations.Steps().size());
         QCOMPARE(test.Save("Rpt.xml"), 0);
-        // the folder, the file, and the file again right before it is replaced
+        // states of the folder, the file, and the file again just before it is replaced
         QCOMPARE(Texts(test.operations.Steps().begin() + before, test.operations.Steps().end()),
                  (Texts{"get state", "lock", "get state", "create", "get state", "replace", "sync folder"}));
         QCOMPARE(test.folder.Read("Rpt.xml"), "<data />\n"s);
@@ -100,10 +100,10 @@ private Q_SLOTS:
     void save_writesTheFileThatWasLoaded_data()
     {
         QTest::addColumn<Texts>("files");
-        QTest::newRow("the name itself") << Texts{"rpt.xml"};
-        QTest::newRow("the name as loaded") << Texts{"Rpt.xml"};
-        QTest::newRow("neither") << Texts{"RPT.XML"};
-        QTest::newRow("both: the one that was loaded") << Texts{"Rpt.xml", "rpt.xml"};
+        QTest::newRow("save name") << Texts{"rpt.xml"};
+        QTest::newRow("name as loaded") << Texts{"Rpt.xml"};
+        QTest::newRow("other case") << Texts{"RPT.XML"};
+        QTest::newRow("both exist: the one that was loaded") << Texts{"Rpt.xml", "rpt.xml"};
     }
 
     void save_writesTheFileThatWasLoaded()

@@ -1,4 +1,4 @@
-// The catalogue of the values that a log entry has, and the shipped files that it has to agree with.
+// The catalogue of the fields of a log entry, compared with the shipped files.
 
 #include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
@@ -66,8 +66,8 @@ private Q_SLOTS:
                                << "Rising"s;
         QTest::newRow("last") << "1"s
                               << "Falling"s;
-        QTest::newRow("behind the last") << "2"s
-                                         << "Not Set"s;
+        QTest::newRow("after the last") << "2"s
+                                        << "Not Set"s;
         for (const char* text : {"", "-1", "01", " 1", "1 ", "1.0", "x", "/", ":"}) {
             QTest::newRow(text) << std::string(text) << "Not Set"s;
         }

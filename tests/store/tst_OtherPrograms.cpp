@@ -15,7 +15,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A second program on the same folder. It has loaded the files when it is made.
+/// A second program with the same folder. The constructor loads the files.
 struct OtherProgram {
     explicit OtherProgram(const TestStore& store) : sql(store.programFolder, *operations)
     {
@@ -30,8 +30,8 @@ struct OtherProgram {
 
 } // namespace
 
-// Another program writes a data file while this one runs: a second Tarno, a tool that synchronises folders,
-// an editor. The changes of both are merged record by record.
+// Another program (a second Tarno, a folder synchronisation tool, an editor) writes a data file while this
+// one runs. The changes of both are merged record by record.
 class tst_OtherPrograms : public QObject
 {
     Q_OBJECT
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(Records(KeptName(2)), Texts{"1 again"});
     }
 
-    // a mixture of two versions may be well-formed
+    // A partly written file may be well-formed.
     void fileWrittenInPlace_isReadTwice()
     {
         m_store->folder.Write(m_family.file, RecordFamily::File({m_family.RecordXml("1", "new"),
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(Records(m_family.file), (Texts{"1 new", "2 new", "3 ours"}));
     }
 
-    // as "xmllint --format" writes it: a declaration in front would hide the records
+    // Like the output of "xmllint --format", whose declaration would hide the records.
     void reformattedFile_isNoConflict()
     {
         std::string bytes = m_store->folder.Read(m_family.file);
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QCOMPARE(m_store->folder.Read(m_family.file), "<data/>"s);
     }
 
-    // as when the file system of the log was unmounted
+    // for example, if the file system of the log is unmounted
     void replacedFolder_isNotWrittenToUntilTheOldOneReturns()
     {
         NOT_ON_WINDOWS("renaming a folder of which a test holds files");
@@ -225,7 +225,7 @@ private:
         return (sql.*m_family.update)(record);
     }
 
-    /// Adds a record; returns its key, or the empty text.
+    /// Adds a record. Returns its key, or an empty text on failure.
     std::string Add(cSQL& sql, const std::string& value) const
     {
         Record record = Fetch(sql, 0);
@@ -235,7 +235,7 @@ private:
 
     Status Remove(cSQL& sql, int key) const { return (sql.*m_family.remove)(static_cast<std::int16_t>(key)); }
 
-    /// "key value" of each record in a file, as it lies on the disk.
+    /// Returns "key value" of each record in a file on disk.
     Texts Records(const std::string& file) const
     {
         const std::string bytes = ReadWholeFile(m_store->programFolder.FindPath(file));
@@ -251,7 +251,7 @@ private:
         return records;
     }
 
-    /// The records as the program holds them.
+    /// Returns "key value" of each record in memory.
     Texts RecordsInMemory(const cSQL& sql) const
     {
         RecordList list;
@@ -268,7 +268,7 @@ private:
         return ToPath(m_family.file).stem().string() + "-kept-" + std::to_string(number) + ".xml";
     }
 
-    /// The names of all kept files and temporaries.
+    /// Returns the names of all kept versions and temporaries.
     Texts Kept() const
     {
         Texts names = m_store->folder.Names();

@@ -13,7 +13,7 @@ using namespace std::string_literals;
 namespace
 {
 
-/// A document with one record, and the record.
+/// A document with one record.
 struct Stored {
     explicit Stored(const char* bytes) { parsed = ParseXml(bytes, document); }
 
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("size");
         QTest::addColumn<qint64>("position");
         QTest::newRow("empty list") << 0 << qint64{0};
-        QTest::newRow("behind the last") << 2 << qint64{2};
+        QTest::newRow("after the last") << 2 << qint64{2};
         QTest::newRow("before the first") << 2 << qint64{-1};
         QTest::newRow("largest") << 2 << std::numeric_limits<qint64>::max();
         QTest::newRow("smallest") << 2 << std::numeric_limits<qint64>::min();

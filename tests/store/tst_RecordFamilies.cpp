@@ -11,7 +11,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// The data access, opened with these records of the family.
+/// The data access with `records` of the kind.
 struct Opened : TestStore {
     Opened(const RecordFamily& kind, const Texts& records) : family(kind)
     {
@@ -26,7 +26,7 @@ struct Opened : TestStore {
         return KeysOf(list);
     }
 
-    /// Adds a copy of the template with the value; the result is its new key.
+    /// Adds a copy of the template with the value and returns its key.
     std::string Add(const std::string& value)
     {
         Record record;
@@ -43,7 +43,7 @@ struct Opened : TestStore {
 
 } // namespace
 
-// What entries, locations and saved reports have in common; each slot runs for all three.
+// The common behaviour of entries, locations and saved reports. Each slot runs for all three.
 class tst_RecordFamilies : public QObject
 {
     Q_OBJECT
@@ -335,7 +335,7 @@ private Q_SLOTS:
         QCOMPARE((store.sql.*family.remove)(std::int16_t(-32768)), succeeded);
         QCOMPARE(store.Keys(), (Texts{"32767", "32768"}));
 
-        // it can be listed and changed all the same
+        // but it can be listed and changed
         RecordList list;
         QCOMPARE((store.sql.*family.list)(list), succeeded);
         Record large(list.back());

@@ -13,7 +13,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A table over the records of locations in `bytes`.
+/// A table of the location records in `bytes`.
 struct Table {
     explicit Table(std::string_view bytes)
     {
@@ -21,7 +21,7 @@ struct Table {
         table.Rebuild();
     }
 
-    /// The keys in file order.
+    /// Returns the keys in file order.
     Texts Keys() const
     {
         Texts keys;
@@ -137,9 +137,9 @@ private Q_SLOTS:
     void append_emptyFile_getsKeyOne_data()
     {
         QTest::addColumn<std::string>("bytes");
-        QTest::newRow("nothing in it") << "<data/>"s;
-        QTest::newRow("a line end in it") << "<data>\r\n</data>"s;
-        QTest::newRow("a comment in it") << "<data><!-- none --></data>"s;
+        QTest::newRow("empty") << "<data/>"s;
+        QTest::newRow("with a line end") << "<data>\r\n</data>"s;
+        QTest::newRow("with a comment") << "<data><!-- none --></data>"s;
     }
 
     void append_emptyFile_getsKeyOne()
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QTest::newRow("above 16 bits") << Texts{"32767"} << "32768"s;
         QTest::newRow("negative") << Texts{"-1"} << "0"s;
         QTest::newRow("blanks around") << Texts{" 4 "} << "5"s;
-        QTest::newRow("one before the last number") << Texts{"2147483646"} << "2147483647"s;
+        QTest::newRow("one below the largest number") << Texts{"2147483646"} << "2147483647"s;
     }
 
     void append_getsKeyOfTheLastRecordPlusOne()
@@ -175,7 +175,7 @@ private Q_SLOTS:
         for (const std::string& key : keys) {
             records += Location(key, "old");
         }
-        Table test(Data(records + "<!-- behind -->"));
+        Table test(Data(records + "<!-- after -->"));
         Record record = MakeRecord("0", "new");
         test.table.Append(record);
         QCOMPARE(record.Text(0), next);
@@ -188,9 +188,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<std::string>("key");
         QTest::addColumn<int>("number");
-        QTest::newRow("no number") << "abc"s << 13;
+        QTest::newRow("not a number") << "abc"s << 13;
         QTest::newRow("empty") << ""s << 13;
-        QTest::newRow("the last number") << "2147483647"s << 6;
+        QTest::newRow("the largest number") << "2147483647"s << 6;
         QTest::newRow("above 32 bits") << "2147483648"s << 6;
     }
 

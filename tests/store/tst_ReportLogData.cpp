@@ -1,4 +1,4 @@
-// The table of the log report: which entries are its rows, and what their values read as.
+// The table of the log report: which entries become rows, and how values are shown.
 
 #include "core/ShellSort.h"
 #include "support/StdStrings.h"
@@ -16,7 +16,7 @@ namespace
 {
 
 using Texts = std::vector<std::string>;
-/// An entry's values by their positions; the others are empty.
+/// Values of an entry by position. All others are empty.
 using Values = std::map<int, std::string>;
 
 constexpr int lastPosition = 36;
@@ -31,7 +31,7 @@ std::string EntryXml(int number, const Values& values)
     return xml + "</tarno>";
 }
 
-/// A log of `entries`, numbered from 1, and two locations: 1 "Reef" and 5 "Wharf".
+/// A log with `entries`, numbered from 1, and the locations 1 "Reef" and 5 "Wharf".
 struct Log : TestStore {
     explicit Log(const std::vector<Values>& entries)
     {
@@ -52,7 +52,7 @@ struct Log : TestStore {
         }
     }
 
-    /// The rows of the table, "|" between their cells.
+    /// Returns the rows of the table with "|" between the cells.
     Texts Rows()
     {
         Texts rows;
@@ -66,13 +66,13 @@ struct Log : TestStore {
         return rows;
     }
 
-    /// The rows of a report that succeeds.
+    /// Runs a report and returns its rows.
     Texts Report(const std::string& names, const std::string& keys, std::int16_t location = 0)
     {
         return sql.ReportLogData(names, keys, location) == succeeded ? Rows() : Texts{"(failed)"};
     }
 
-    /// Runs a report that fails with `number`.
+    /// Runs a report that must fail with `number`.
     void ExpectFailure(const std::string& names, const std::string& keys, ErrorNumber number,
                        std::int16_t location = 0)
     {
@@ -83,7 +83,7 @@ struct Log : TestStore {
     int count = 0;
 };
 
-/// Entries at those locations, the first of them with "1" at position 18, and so on.
+/// Returns entries with these locations and their numbers at position 18.
 std::vector<Values> EntriesAt(const Texts& locations)
 {
     std::vector<Values> entries;
@@ -93,7 +93,7 @@ std::vector<Values> EntriesAt(const Texts& locations)
     return entries;
 }
 
-/// One entry for each of `values`, which stands at `position`.
+/// Returns one entry per value, with the value at `position`.
 std::vector<Values> EntriesWith(int position, const Texts& values)
 {
     std::vector<Values> entries;
@@ -124,14 +124,15 @@ private Q_SLOTS:
         QTest::addColumn<Texts>("rows");
         QTest::newRow("all, in file order") << Texts{"5", "1", "5"} << 0 << Texts{"1", "2", "3"};
         QTest::newRow("all, one entry") << Texts{"5"} << 0 << Texts{"1"};
-        QTest::newRow("first passes") << Texts{"5", "1", "5"} << 5 << Texts{"1", "3"};
-        QTest::newRow("only the first passes") << Texts{"5", "1", "1"} << 5 << Texts{"1"};
-        QTest::newRow("only the second passes") << Texts{"5", "1", "5"} << 1 << Texts{"", "2"};
-        QTest::newRow("all but the first pass") << Texts{"5", "1", "1", "1"} << 1 << Texts{"", "2", "3", "4"};
-        QTest::newRow("only the last passes") << Texts{"5", "5", "5", "1"} << 1 << Texts{"", "4"};
-        QTest::newRow("none passes") << Texts{"5", "1", "5"} << 7 << Texts{""};
-        QTest::newRow("no entry at all") << Texts{} << 0 << Texts{""};
-        QTest::newRow("no entry at all, with a filter") << Texts{} << 5 << Texts{""};
+        QTest::newRow("first matches") << Texts{"5", "1", "5"} << 5 << Texts{"1", "3"};
+        QTest::newRow("only the first matches") << Texts{"5", "1", "1"} << 5 << Texts{"1"};
+        QTest::newRow("only the second matches") << Texts{"5", "1", "5"} << 1 << Texts{"", "2"};
+        QTest::newRow("all but the first match")
+            << Texts{"5", "1", "1", "1"} << 1 << Texts{"", "2", "3", "4"};
+        QTest::newRow("only the last matches") << Texts{"5", "5", "5", "1"} << 1 << Texts{"", "4"};
+        QTest::newRow("none matches") << Texts{"5", "1", "5"} << 7 << Texts{""};
+        QTest::newRow("no entries") << Texts{} << 0 << Texts{""};
+        QTest::newRow("no entries, with a filter") << Texts{} << 5 << Texts{""};
         QTest::newRow("largest filter") << Texts{"1", "32767"} << 32767 << Texts{"", "2"};
         QTest::newRow("smallest filter") << Texts{"-32768", "1"} << -32768 << Texts{"1"};
     }
@@ -245,7 +246,7 @@ private Q_SLOTS:
         QFETCH(int, number);
         Log log(EntriesWith(16, {"12", phase}));
         log.ExpectFailure("AirTemp,MoonPhase", "18,16", static_cast<ErrorNumber>(number));
-        // a report that does not show it does not mind
+        // a report without the column succeeds
         QCOMPARE(log.Report("AirTemp", "18"), (Texts{"", ""}));
     }
 
@@ -310,7 +311,7 @@ private Q_SLOTS:
     void location_missing_isReportedOnceAndShownAsOne()
     {
         Log log(EntriesAt({"7", "1", "7", "8", "7", "8"}));
-        for (int run = 0; run < 2; ++run) { // each report looks anew
+        for (int run = 0; run < 2; ++run) { // each report looks the names up again
             log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
             log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
             QCOMPARE(log.Report("LocNo,LocNo", "5,5"),
@@ -337,7 +338,7 @@ private Q_SLOTS:
         QTest::addColumn<Texts>("locations");
         QTest::newRow("word") << Texts{"1", "reef"};
         QTest::newRow("empty") << Texts{"", "1"};
-        QTest::newRow("behind the last that passes") << Texts{"1", "5", "5 m"};
+        QTest::newRow("after the last match") << Texts{"1", "5", "5 m"};
     }
 
     void location_notANumber_withFilter_isTypeMismatch()
@@ -368,9 +369,9 @@ private Q_SLOTS:
         QTest::newRow("one too large") << "1,37"s << 91;
         QTest::newRow("much too large") << "1,40000"s << 91;
         QTest::newRow("negative") << "1,-1"s << 91;
-        QTest::newRow("no 32-bit number") << "1,2147483648"s << 6;
+        QTest::newRow("above 32 bits") << "1,2147483648"s << 6;
         QTest::newRow("word") << "1,LocNo"s << 13;
-        QTest::newRow("nothing behind the comma") << "1,"s << 13;
+        QTest::newRow("nothing after the comma") << "1,"s << 13;
         QTest::newRow("nothing before the comma") << ",1"s << 13;
         QTest::newRow("another separator") << "1;2"s << 13;
     }

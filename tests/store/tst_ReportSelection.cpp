@@ -19,7 +19,7 @@ namespace
 using Texts = std::vector<std::string>;
 using Numbers = std::vector<std::int32_t>;
 
-/// The records of a file with the content `xml`.
+/// The records of a file with the contents `xml`.
 struct Records {
     explicit Records(const std::string& xml)
     {
@@ -41,7 +41,7 @@ std::string ReportXml(const std::string& names, const std::string& numbers)
            numbers + "</FieldKeys><Options>kept</Options></report>";
 }
 
-/// A file of the fields 1, 2 and 4.
+/// Returns a file with the fields 1, 2 and 4.
 const Records& ThreeFields()
 {
     static const Records fields("<field><FieldNo>1</FieldNo><FieldName>StartDate</FieldName></field>"
@@ -68,7 +68,7 @@ private Q_SLOTS:
                                << ""s << Texts{} << Texts{};
         QTest::newRow("one field") << "LocNo"s
                                    << "5"s << Texts{"LocNo"} << Texts{"5"};
-        QTest::newRow("in their order")
+        QTest::newRow("in given order")
             << "StartTime,StartDate,HighTideHt"s
             << "3,1,12"s << Texts{"StartTime", "StartDate", "HighTideHt"} << Texts{"3", "1", "12"};
         QTest::newRow("fewer names") << "LocNo"s
@@ -117,9 +117,9 @@ private Q_SLOTS:
         QTest::addColumn<Texts>("names");
         QTest::addColumn<Texts>("numbers");
         QTest::newRow("none") << Numbers{} << Texts{} << Texts{};
-        QTest::newRow("in their order") << Numbers{2, 1} << Texts{"EndDate", "StartDate"} << Texts{"2", "1"};
+        QTest::newRow("in given order") << Numbers{2, 1} << Texts{"EndDate", "StartDate"} << Texts{"2", "1"};
         QTest::newRow("repeated") << Numbers{1, 1} << Texts{"StartDate", "StartDate"} << Texts{"1", "1"};
-        QTest::newRow("behind a gap") << Numbers{3} << Texts{"EndTime"} << Texts{"3"};
+        QTest::newRow("after a gap") << Numbers{3} << Texts{"EndTime"} << Texts{"3"};
     }
 
     void definitionsOf_areLookedUpByPosition()

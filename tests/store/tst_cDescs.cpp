@@ -92,7 +92,7 @@ private Q_SLOTS:
         row("99", "Waxing, 99%");
         row("045", "Waxing, 45%");
         row("2.5", "Waxing, 02%");
-        row(" -45", "Waxing, 45%"); // the first character is what counts
+        row(" -45", "Waxing, 45%"); // only the first character is checked for "-"
     }
 
     void moonPhase_percentage_isWaxingOrWaning()

@@ -23,7 +23,7 @@ const Texts sevenFiles{"tarno.xml",         "field.xml", "location.xml", "tarnob
                        "locationblank.xml", "Rpt.xml",   "RptBlank.xml"};
 
 #ifndef Q_OS_WIN
-/// The names of the files in a folder that are opened while it lives.
+/// Records the names of files in a folder that are opened during its lifetime.
 class OpenedFiles
 {
 public:
@@ -39,7 +39,7 @@ public:
 
     bool IsWatching() const { return m_isWatching; }
 
-    /// In the order in which they were opened.
+    /// Returns the names in the order of opening.
     Texts Names() const
     {
         Texts names;

@@ -13,7 +13,7 @@ namespace Tarno
 
 #ifdef Q_OS_WIN
 
-/// Windows has no bits of permission that could be taken away here: a test of them is skipped.
+/// Windows has no permission bits; tests that need them are skipped.
 class UnprivilegedUser
 {
 public:
@@ -21,13 +21,14 @@ public:
 
     static bool IsUnprivileged() { return false; }
 
-    static constexpr const char* skipReason = "not on Windows: bits of permission";
+    static constexpr const char* skipReason = "not on Windows: permission bits";
 };
 
 #else
 
-/// As long as it lives, the process has the rights of a plain user, so that permissions bite: root, whom
-/// they do not stop, becomes "nobody", who is given the folder and all that is in it.
+/// During its lifetime the process runs as an unprivileged user, because permissions do not restrict root. If
+/// the process runs as root, it becomes the user "nobody", who becomes the owner of the folder and its
+/// contents.
 class UnprivilegedUser
 {
 public:
@@ -53,10 +54,10 @@ public:
         }
     }
 
-    /// False where root may not give up its rights; a test of permissions has to be skipped then.
+    /// Returns false if root cannot drop its privileges. The test must then be skipped.
     static bool IsUnprivileged() { return ::geteuid() != 0; }
 
-    static constexpr const char* skipReason = "root may not give up its rights here";
+    static constexpr const char* skipReason = "root cannot drop its privileges here";
 
 private:
     static constexpr uid_t nobody = 65534;
