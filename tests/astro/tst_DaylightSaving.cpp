@@ -40,7 +40,7 @@ private Q_SLOTS:
         }
     }
 
-    void dstOffset_dateAndHemisphere_decideOnTheHour_data()
+    void dstOffset_dateAndHemisphere_determineTheOffset_data()
     {
         QTest::addColumn<std::string>("latitude");
         QTest::addColumn<year_month_day>("date");
@@ -72,7 +72,7 @@ private Q_SLOTS:
         row("south, year 9999", "-33", 9999y / 12 / 31, "11");
     }
 
-    void dstOffset_dateAndHemisphere_decideOnTheHour()
+    void dstOffset_dateAndHemisphere_determineTheOffset()
     {
         QFETCH(std::string, latitude);
         QFETCH(year_month_day, date);
@@ -99,7 +99,7 @@ private Q_SLOTS:
         QVERIFY(dstOffset("10", "40") == std::nullopt);
     }
 
-    void hourEarlier_time_losesAnHour()
+    void hourEarlier_subtractsAnHour()
     {
         QCOMPARE(HourEarlier("05:10"), "04:10"s);
         QCOMPARE(HourEarlier("10:05"), "09:05"s);

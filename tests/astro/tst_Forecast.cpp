@@ -91,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(CellsOf(Forecast(location, ToDate(text(4)))), cells.mid(5));
     }
 
-    void forecast_anyDay_isBothOfItsParts()
+    void forecast_combinesMoonAndRiseSet()
     {
         const year_month_day date = 2003y / 1 / 10;
         const DayForecast parts{ForecastMoon(date), ForecastRiseSet(sydney, date)};

@@ -49,7 +49,7 @@ private Q_SLOTS:
 
     void litPercent_newMoonOfJanuary2003_countsAsWaning() { QVERIFY(!LightOn(2003y / 1 / 2).waxing); }
 
-    void litPercent_weekAfterTheNewMoon_grows()
+    void litPercent_weekAfterTheNewMoon_increases()
     {
         const Light fifth = LightOn(2003y / 1 / 5);
         QCOMPARE(RoundToInt16(fifth.percent), std::int16_t(14));
@@ -59,14 +59,14 @@ private Q_SLOTS:
         QVERIFY(tenth.waxing);
     }
 
-    void litPercent_justPastFull_countsAsWaxingWhileTheCutLightBeforeIsLess()
+    void litPercent_justPastFull_isWaxingIfTheTruncatedEarlierPercentageIsLower()
     {
         const Light light = LightOn(1952y / 8 / 5); // 99.17 a quarter of a day before
         QCOMPARE(light.percent, 99.14F);
         QVERIFY(light.waxing);
     }
 
-    void litPercent_wholePercentageThatWasTheSameBefore_countsAsWaning()
+    void litPercent_unchangedWholePercentage_isWaning()
     {
         const Light light = LightOn(2004y / 2 / 6);
         QCOMPARE(light.percent, 99.0F);

@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(MoonTransit("18:00", "06:00"), "00:00"s);
     }
 
-    void moonTransit_halfMinute_isCut() { QCOMPARE(MoonTransit("01:00", "13:01"), "07:00"s); }
+    void moonTransit_halfMinute_isTruncated() { QCOMPARE(MoonTransit("01:00", "13:01"), "07:00"s); }
 
     void moonTransit_arithmetic_isSinglePrecision()
     {
@@ -158,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(Joined(MinorTimes("11:50", ":")), "05:37 18:02"s);
     }
 
-    void minorTimes_onlySecondMajor_givesOneTimeTwice()
+    void minorTimes_onlySecondMajor_givesTheSameTimeTwice()
     {
         QCOMPARE(Joined(MinorTimes(":", "11:50")), "05:37 05:37"s);
     }
@@ -197,7 +197,7 @@ private Q_SLOTS:
         }
     }
 
-    void hoursToTime_minutes_areCut()
+    void hoursToTime_minutes_areTruncated()
     {
         QCOMPARE(HoursToTime(7.9999F), "07:59"s);
         QCOMPARE(HoursToTime(0), "00:00"s);

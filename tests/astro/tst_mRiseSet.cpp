@@ -121,7 +121,7 @@ private Q_SLOTS:
         QVERIFY(SinAlt(Body::Sun, noon, -6, ObserverAt(0, 90)) > 0.999);
     }
 
-    void sinAlt_sunAtThePoleOnTheSolstice_isThatOfItsDeclination()
+    void sinAlt_sunAtThePoleOnTheSolstice_isTheSineOfItsDeclination()
     {
         const double solstice = MJD(2003y / 6 / 21, 0);
         for (int hour = 0; hour <= 24; ++hour) {
@@ -130,7 +130,7 @@ private Q_SLOTS:
         }
     }
 
-    void sinAlt_twilight_isTheSun()
+    void sinAlt_nauticalTwilight_isThatOfTheSun()
     {
         const Observer observer = ObserverAt(54.3, 10.1);
         const double mjd = MJD(2003y / 5 / 5, 0);

@@ -107,7 +107,7 @@ private Q_SLOTS:
         QCOMPARE(test.All("KOWRA"), (Texts{"", "unnamed"}));
     }
 
-    void saveSetting_noSection_isTheRoot()
+    void saveSetting_emptySection_isTheRoot()
     {
         Settings test;
         test.settings.SaveSetting("", "XTidePath", "root");
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QVERIFY(test.settings.GetAllSettings("KOWRA").has_value());
     }
 
-    void deleteSetting_aValue_leavesTheOthers()
+    void deleteSetting_removesOnlyThatValue()
     {
         Settings test;
         test.settings.SaveSetting("KOWRA", "XTidePath", "x");
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(test.All(""), (Texts{"root", "kept"}));
     }
 
-    void deleteSetting_noSection_doesNothing()
+    void deleteSetting_emptySection_doesNothing()
     {
         Settings test;
         test.settings.SaveSetting("", "root", "kept");

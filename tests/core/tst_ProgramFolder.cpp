@@ -14,7 +14,7 @@ class tst_ProgramFolder : public QObject
 
 private Q_SLOTS:
 
-    void getAppPath_rootOfADrive_losesItsSeparator()
+    void getAppPath_rootOfADrive_hasNoTrailingSeparator()
     {
         const ProgramFolder drive("C:\\", '\\');
         QCOMPARE(drive.GetAppPath(), "C:"s);

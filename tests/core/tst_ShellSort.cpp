@@ -163,7 +163,7 @@ private Q_SLOTS:
         QCOMPARE(Column(table, 1), (Texts{"1", "2", "3"}));
     }
 
-    void column_otherThanFirst_isSortedBy()
+    void rows_areSortedByTheGivenColumn()
     {
         ReportTable table{{"1", "z", "x"}, {"2", "y", "w"}, {"3", "x", "y"}};
         mMain::ShellSort(table, {.column = 2});

@@ -257,7 +257,7 @@ private Q_SLOTS:
         }
     }
 
-    void fields_areNamedAsTheEntrysValues()
+    void fields_haveTheNamesOfTheEntrysValues()
     {
         const Shipped shipped;
         Texts names{"TarnoNo"}; // the key is not a column
@@ -315,7 +315,7 @@ private Q_SLOTS:
         QCOMPARE(descriptions.size(), shipped.Fields().size()); // users distinguish fields by it
     }
 
-    void pickList_endsItsLinesAsWindowsDoes_data()
+    void pickList_hasWindowsLineEnds_data()
     {
         QTest::addColumn<QString>("file");
         QTest::newRow("baits") << "Bait.txt";
@@ -323,7 +323,7 @@ private Q_SLOTS:
         QTest::newRow("methods") << "Methods.txt";
     }
 
-    void pickList_endsItsLinesAsWindowsDoes()
+    void pickList_hasWindowsLineEnds()
     {
         QFETCH(QString, file);
         const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
@@ -456,7 +456,7 @@ private Q_SLOTS:
         }
     }
 
-    void sample_calculatedValues_areTheProgramsOwn()
+    void sample_calculatedValues_matchTheProgram()
     {
         const Shipped sample(true);
         Texts overwritten;
