@@ -18,7 +18,7 @@ constexpr int maxAttempts = 100; // one every 10 ms
 constexpr std::uint64_t roomToGrow = 65536;
 
 const std::string nothingWritten = "\r\nNothing was written. Your changes are kept while Tarno is open. ";
-const std::string saveAgain = ", then save once more.";
+const std::string saveAgain = ", then save again.";
 
 /// Makes `data` the first node. A node before it, for example a declaration that an XML tool has added, would
 /// hide its records.
@@ -88,7 +88,7 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     if (!operations.GetState(FolderOf(path)).IsSameFile(m_folder)) {
         throw Error(ErrorNumber::PathNotFound,
                     "The folder of " + m_name + " is no longer the one that was opened:\r\n" +
-                        FolderOf(path) + nothingWritten + "Make that folder available again" + saveAgain);
+                        FolderOf(path) + nothingWritten + "Make the original folder available" + saveAgain);
     }
     SafeWriter writer(operations);
     const FolderLock lock = writer.LockFolder(FolderOf(path));
@@ -109,7 +109,7 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
         operations.Pause();
     }
     throw Error(ErrorNumber::PathFileAccess, "Another program has changed " + path +
-                                                 ", which is damaged, not yet complete or cannot be read." +
+                                                 ". The file is damaged, incomplete or cannot be read." +
                                                  nothingWritten + "Restore that file or move it away" +
                                                  saveAgain);
 }

@@ -140,9 +140,9 @@ private Q_SLOTS:
             m_store->reports.Expect(
                 "cSQL", Routine("Update"), ErrorNumber::PathFileAccess,
                 "Another program has changed " + m_store->folder.PathOf(m_family.file) +
-                    ", which is damaged, not yet complete or cannot be read.\r\nNothing was "
+                    ". The file is damaged, incomplete or cannot be read.\r\nNothing was "
                     "written. Your changes are kept while Tarno is open. Restore that file or "
-                    "move it away, then save once more.");
+                    "move it away, then save again.");
             QCOMPARE(Add(m_store->sql, "ours"), ""s);
         }
         std::filesystem::permissions(ToPath(m_store->folder.PathOf(m_family.file)),
@@ -160,8 +160,8 @@ private Q_SLOTS:
         m_store->reports.Expect(
             "cSQL", Routine("Update"), ErrorNumber::PathNotFound,
             "The folder of " + m_family.file + " is no longer the one that was opened:\r\n" + path +
-                "\r\nNothing was written. Your changes are kept while Tarno is open. Make that "
-                "folder available again, then save once more.");
+                "\r\nNothing was written. Your changes are kept while Tarno is open. Make the "
+                "original folder available, then save again.");
         QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
         QCOMPARE(m_store->folder.Names(), Texts());
         std::filesystem::remove(ToPath(path));

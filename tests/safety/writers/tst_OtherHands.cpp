@@ -207,9 +207,8 @@ private Q_SLOTS:
         const Texts names = log.folder.Names();
         const std::string words =
             "Another program has changed " + log.folder.PathOf("tarno.xml") +
-            ", which is damaged, not yet complete or cannot be read.\r\nNothing was written. Your changes "
-            "are "
-            "kept while Tarno is open. Restore that file or move it away, then save once more.";
+            ". The file is damaged, incomplete or cannot be read.\r\nNothing was written. Your changes are "
+            "kept while Tarno is open. Restore that file or move it away, then save again.";
         log.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PathFileAccess,
                            fs::is_directory(log.Path()) ? Describe(ErrorNumber::PathFileAccess) : words);
         QCOMPARE(Save(log.sql, 0, "A"), failed);
