@@ -30,7 +30,7 @@ public:
     explicit TemporaryFolder(const QString& in) : m_folder(in + QStringLiteral("/tarno-test-XXXXXX"))
     {
         if (!m_folder.isValid()) {
-            qFatal("no temporary folder: %s", qPrintable(m_folder.errorString()));
+            qFatal("cannot create a temporary folder: %s", qPrintable(m_folder.errorString()));
         }
     }
 
@@ -79,12 +79,12 @@ public:
 #ifdef Q_OS_WIN
     static void MakeLink(std::string_view /*name*/, const std::string& /*target*/)
     {
-        qFatal("no links");
+        qFatal("links are not supported");
     }
 
     static void MakePipe(std::string_view /*name*/)
     {
-        qFatal("no pipes");
+        qFatal("pipes are not supported");
     }
 #else
     void MakeLink(std::string_view name, const std::string& target) const

@@ -103,7 +103,7 @@ public:
     std::string StoredEntry(int key, std::size_t position) const
     {
         const std::vector<std::string> entry = StoredEntry(key);
-        return position < entry.size() ? entry[position] : "(no such value)";
+        return position < entry.size() ? entry[position] : "(missing value)";
     }
 
     TemporaryFolder folder;

@@ -64,7 +64,7 @@ Control& Find(const QWidget& window, const char* name)
 {
     auto* control = window.findChild<Control*>(QLatin1String(name));
     if (control == nullptr) {
-        qFatal("no control %s", name);
+        qFatal("control %s not found", name);
     }
     return *control;
 }
