@@ -9,7 +9,7 @@
 namespace Tarno
 {
 
-/// Ends the process, without any tidying, as soon as the first window has been painted.
+/// Exits the process, without cleanup, as soon as the first window is painted.
 class FirstPaint : public QObject
 {
 public:

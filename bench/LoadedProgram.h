@@ -12,7 +12,7 @@
 namespace Tarno
 {
 
-/// The program with a log of so many made-up trips, loaded, without its windows.
+/// The program without windows, with a loaded log of generated trips.
 class LoadedProgram
 {
 public:

@@ -21,7 +21,7 @@
 namespace Tarno
 {
 
-/// A data folder with made-up trips and places; it is gone when the object is.
+/// A data folder with generated trips and locations. It is removed with the object.
 class LogFolder
 {
 public:
@@ -46,7 +46,7 @@ public:
     std::string Path() const { return FromPath(m_path); }
 
 private:
-    /// A value as an angler would write it, a little different in each trip.
+    /// Returns a realistic value that differs between trips.
     static std::string Value(std::size_t position, int number, int locations)
     {
         static constexpr std::array<std::string_view, 6> texts{

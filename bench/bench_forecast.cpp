@@ -1,4 +1,4 @@
-// What a forecast costs, beside the sines without which the method cannot do.
+// The cost of a forecast, compared with the sines that the method requires.
 
 #include "astro/Forecast.h"
 
@@ -36,12 +36,12 @@ void OneYear(benchmark::State& state)
     }
 }
 
-/// The sines and cosines alone of one day: 25 samples of the sun, three days of them of the moon.
+/// Only the sines and cosines of one day: 25 samples of the sun and three times 25 of the moon.
 void SinesOfOneDay(benchmark::State& state)
 {
     constexpr int samples = 25;
-    constexpr int ofTheSun = 9;   // 2 in its series, 4 to turn to the equator, 3 for the altitude
-    constexpr int ofTheMoon = 29; // 22 in its series, then the same
+    constexpr int ofTheSun = 9;   // 2 in the series, 4 to convert to equatorial, 3 for the altitude
+    constexpr int ofTheMoon = 29; // 22 in the series, then the same
     for ([[maybe_unused]] auto _ : state) {
         double angle = 0;
         for (int sine = 0; sine < samples * (ofTheSun + 3 * ofTheMoon); ++sine) {

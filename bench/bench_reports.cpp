@@ -1,4 +1,4 @@
-// What the log report costs, step by step: its table filled from the entries and sorted, laid out, written.
+// The cost of each step of the log report: filling the table, sorting, layout and writing.
 
 #include "LoadedProgram.h"
 #include "qt/Strings.h"
@@ -21,12 +21,12 @@ using namespace Tarno;
 namespace
 {
 
-/// Eight columns, the last two of which wrap; they fill the page.
+/// Eight columns that fill the page. The last two wrap.
 constexpr std::array columns{EntryField::StartDate,  EntryField::StartTime, EntryField::LocNo,
                              EntryField::TideStart,  EntryField::MoonPhase, EntryField::Prediction,
                              EntryField::FishCaught, EntryField::BaitUsed};
 
-/// A log whose report table is filled.
+/// A log with a filled report table.
 class ReportedLog
 {
 public:
@@ -67,7 +67,7 @@ void FillGrid(benchmark::State& state)
     }
 }
 
-/// Copying the same texts.
+/// Copies the same texts.
 void FillGridLimit(benchmark::State& state)
 {
     ReportedLog log(state);
@@ -101,7 +101,7 @@ void LayOutReport(benchmark::State& state)
     }
 }
 
-/// Measuring the same texts with the font.
+/// Measures the same texts with the font.
 void LayOutReportLimit(benchmark::State& state)
 {
     ReportedLog log(state);

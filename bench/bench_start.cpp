@@ -1,4 +1,4 @@
-// From the start of the process to its first painted window, and the memory that it takes for that.
+// The time and memory from the start of the process to its first painted window.
 
 #include "LogFolder.h"
 
@@ -15,8 +15,8 @@ using namespace Tarno;
 namespace
 {
 
-/// Runs `program`, one of those beside this one, with one argument to its end; returns the largest memory
-/// that it had, in megabytes.
+/// Runs `program`, from the folder of this one, with one argument until it exits. Returns its peak memory
+/// usage in megabytes.
 double Run(const char* program, std::string argument, benchmark::State& state)
 {
     std::string path = std::string(TARNO_BENCH_PROGRAMS) + '/' + program;
@@ -39,7 +39,7 @@ void StartTarno(benchmark::State& state)
     }
 }
 
-/// A window with the same controls, empty.
+/// A window with the same controls but without data.
 void StartBareWindow(benchmark::State& state)
 {
     for ([[maybe_unused]] auto _ : state) {

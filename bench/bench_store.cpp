@@ -1,4 +1,4 @@
-// Loading a log, saving it after one change, reaching single records.
+// Loading a log, saving it after one change, and accessing single records.
 
 #include "LogFolder.h"
 #include "core/FileOperations.h"
@@ -21,7 +21,7 @@ using namespace Tarno;
 namespace
 {
 
-/// A log of state.range(0) trips, loaded.
+/// A loaded log of state.range(0) trips.
 class LoadedLog
 {
 public:
@@ -47,8 +47,8 @@ public:
     Record entry;
 };
 
-/// Gives the memory that earlier rounds used back to the system, so that each round pays for its own as a
-/// program does that starts.
+/// Returns freed memory to the system, so that each round allocates its memory like a program that has just
+/// started.
 void StartWithFreshMemory(benchmark::State& state)
 {
     state.PauseTiming();
@@ -70,7 +70,7 @@ void Load(benchmark::State& state)
     }
 }
 
-/// The parser alone on the same bytes.
+/// Only parses the same bytes.
 void LoadLimit(benchmark::State& state)
 {
     const LogFolder log(static_cast<int>(state.range(0)));
@@ -93,7 +93,7 @@ void Save(benchmark::State& state)
     }
 }
 
-/// The same bytes serialised, written and brought to the disk, without any care.
+/// Only serializes, writes and flushes the same bytes.
 void SaveLimit(benchmark::State& state)
 {
     const LoadedLog log(state);
@@ -139,7 +139,7 @@ void UpdateEntryInMemory(benchmark::State& state)
     }
 }
 
-/// A look-up by key as the standard library does it.
+/// A lookup by key in a container of the standard library.
 void HashLookUp(benchmark::State& state)
 {
     std::unordered_map<std::string, int> numbers;

@@ -1,4 +1,4 @@
-// What the windows do with much: the log shown and sorted, a large picture shown and zoomed.
+// Windows with large amounts of data: showing and sorting the log, reading and zooming a large picture.
 
 #include "LoadedProgram.h"
 #include "ui/common/SortableList.h"
@@ -34,7 +34,7 @@ void ShowMainWindow(benchmark::State& state)
 
 constexpr int listColumns = 9;
 
-/// Sorts the main window's list by each of its columns in turn, each for the first time.
+/// Sorts the list of the main window by each of its columns, each for the first time.
 void SortMainList(benchmark::State& state)
 {
     const LoadedProgram loaded(static_cast<int>(state.range(0)));
@@ -71,7 +71,7 @@ void SortMainListLimit(benchmark::State& state)
     }
 }
 
-/// A picture of 50 megapixels in a JPEG file; it is gone when the object is.
+/// A JPEG file of 50 megapixels. It is removed with the object.
 class LargeJpeg
 {
 public:

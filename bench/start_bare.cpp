@@ -1,5 +1,5 @@
-// A window with the controls of Tarno's main window and nothing behind them: what showing these costs with
-// Qt, whoever does it.
+// A window with the controls of Tarno's main window but without their functions: the minimum that showing
+// them with Qt costs.
 
 #include "FirstPaint.h"
 

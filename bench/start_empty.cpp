@@ -1,4 +1,4 @@
-// The least that a program with a window can do: what starting Tarno is measured against.
+// A program with an empty window, as the baseline for the start of Tarno.
 
 #include "FirstPaint.h"
 

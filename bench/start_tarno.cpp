@@ -1,5 +1,5 @@
-// Tarno until its window is there.
-//   start_tarno DIR     with the log in that folder
+// Runs Tarno until its window is painted.
+//   start_tarno DIR     with the log in folder DIR
 
 #include "FirstPaint.h"
 #include "app/mStart.h"

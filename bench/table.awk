@@ -1,7 +1,7 @@
-# Makes one table of what Google Benchmark prints. A row "work/1000" stands beside the row "work, limit/1000",
-# whose time is the least that the same work can take.
+# Makes one table of the output of Google Benchmark. Puts the time of "work, limit/1000", the minimum for the same
+# work, into the row of "work/1000".
 
-# name, time, unit, time on the processor, unit, rounds, counters
+# name, time, unit, CPU time, unit, iterations, counters
 {
     for (at = 3; at < NF && !($at ~ /^(us|ms)$/ && $(at + 2) == $at); at++)
         ;
@@ -42,7 +42,7 @@ END {
     }
 }
 
-# three digits
+# rounds to three digits
 function Round(number) {
     return number >= 100 ? sprintf("%.0f", number) : number >= 10 ? sprintf("%.1f", number) : sprintf("%.3g", number)
 }

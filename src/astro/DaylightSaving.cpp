@@ -18,7 +18,7 @@ struct Season {
     year_month_day end;
 };
 
-/// The season that `date` lies in or nearest to.
+/// Returns the season that contains `date`, or a neighbouring one if none does.
 Season SeasonAround(year_month_day date, bool isNorth)
 {
     using namespace mRiseSet;

@@ -18,7 +18,7 @@ using std::chrono::year_month_day;
 namespace
 {
 
-/// One location, its texts read once.
+/// A location with its texts converted to numbers.
 class Place
 {
 public:
@@ -28,10 +28,10 @@ public:
     {
     }
 
-    /// The sun's times by the clocks of `date`.
+    /// The rise and set of the sun by the clocks on `date`.
     RiseSetTexts SunTimes(year_month_day date) const { return Times(Body::Sun, date); }
 
-    /// The moon's, with ":" for an event that `date` lacks.
+    /// The rise and set of the moon, with ":" for an event that does not happen on `date`.
     RiseSetTexts MoonTimes(year_month_day date) const
     {
         const RiseSetTexts times = Times(Body::Moon, date);
@@ -53,7 +53,7 @@ private:
     mRiseSet::Observer m_observer;
 };
 
-/// What the two boxes of a body show for `times`.
+/// Returns the texts of the two boxes of a body.
 RiseSetTexts BoxTexts(const RiseSetTexts& times)
 {
     const std::string& rise = times.rise;

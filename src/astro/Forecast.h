@@ -7,30 +7,30 @@
 namespace Tarno
 {
 
-/// A location's texts as its record holds them.
+/// The texts of a location as stored in its record.
 struct LocationTexts {
     std::string latitude;  ///< decimal degrees, north positive
     std::string longitude; ///< decimal degrees, east positive
     std::string gmt;       ///< hours that local standard time is ahead of GMT
-    std::string dst;       ///< "1" when daylight saving applies there
+    std::string dst;       ///< "1" if daylight saving time applies
 
-    /// Whether everything is there that rise and set need.
+    /// Whether all texts that rise and set need are present.
     bool IsComplete() const { return !latitude.empty() && !longitude.empty() && !gmt.empty(); }
 };
 
-/// The moon's light and the rating of a day; they depend on the date alone.
+/// The illumination of the moon and the rating of a day. Both depend only on the date.
 struct MoonForecast {
-    std::int16_t percent = 0; ///< lit part of the disc, 0 to 100
+    std::int16_t percent = 0; ///< illuminated part of the disc, 0 to 100
     bool waxing = false;
     std::int16_t prediction = 0; ///< index of the rating: 0 poor, 1 fair, 2 good, 3 best
 
-    /// The lit percentage as an entry stores it: with "-" in front while the moon wanes, even before 0.
+    /// Returns the percentage as stored in an entry: with a leading "-" while the moon wanes, even for 0.
     std::string SignedPhase() const;
 };
 
-/// The texts of the sun, moon and peak time boxes for one place and day, by the clocks there, daylight
-/// saving included: "hh:mm" up to "24:00", ":" for none. "never" in a rise box goes with "sets" or
-/// "rises" in its set box, and reads on there: "never sets". A sunset that falls on another day is empty.
+/// The texts of the sun, moon and peak time boxes for one place and day in local time, including daylight
+/// saving time: "hh:mm" up to "24:00", or ":" for none. "never" in a rise box and "sets" or "rises" in its
+/// set box are read together as "never sets" or "never rises". A sunset on another day is empty.
 struct RiseSetForecast {
     std::string sunRise;
     std::string sunSet;
@@ -42,20 +42,20 @@ struct RiseSetForecast {
     std::string minor2;
 };
 
-/// Everything that is calculated for a trip.
+/// All calculated values of a trip.
 struct DayForecast {
     MoonForecast moon;
     RiseSetForecast riseSet;
 };
 
-/// The moon on `date`, wherever one is. Never fails.
+/// Returns the moon's values on `date`. Never fails.
 MoonForecast ForecastMoon(std::chrono::year_month_day date);
 
-/// The times of `date` at `location`, which must be complete. Throws Error TypeMismatch or Overflow when a
-/// text is no number.
+/// Returns the times on `date` at `location`, which must be complete. Throws Error TypeMismatch or Overflow
+/// if a text is not a number.
 RiseSetForecast ForecastRiseSet(const LocationTexts& location, std::chrono::year_month_day date);
 
-/// Both of the above.
+/// Returns both forecasts.
 DayForecast Forecast(const LocationTexts& location, std::chrono::year_month_day date);
 
 } // namespace Tarno

@@ -8,17 +8,17 @@
 namespace Tarno::mRiseSet
 {
 
-/// The fractional part of `x`, 0 to 1, counted upwards for negative numbers too: Frac(-0.25) is 0.75.
+/// Returns `x` minus floor(`x`), from 0 up to 1: Frac(-0.25) is 0.75.
 double Frac(double x);
 
-/// `date` at `hour` as an MJD. Dates up to 4 October 1582 are those of the Julian calendar.
+/// Returns the MJD of `date` at `hour`. Dates up to 4 October 1582 are Julian.
 double MJD(std::chrono::year_month_day date, double hour);
 
-/// Julian centuries from the epoch J2000 to `mjd`.
+/// Returns the Julian centuries from J2000 to `mjd`.
 double JulianCenturies(double mjd);
 
-/// Local mean sidereal time at `mjd` in hours, 0 to 24. `lambda` is the longitude in degrees, WEST
-/// positive.
+/// Returns the local mean sidereal time at `mjd` in hours, 0 to 24. `lambda` is the longitude in degrees,
+/// WEST positive.
 double LMST(double mjd, double lambda);
 
 } // namespace Tarno::mRiseSet

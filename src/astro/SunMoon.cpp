@@ -12,17 +12,17 @@ namespace
 
 using std::sin;
 
-constexpr double twoPi = 6.283185307; // the digits that the series were published with
+constexpr double twoPi = 6.283185307; // the published precision; see docs/quirks.md
 constexpr double arcSecondsPerRadian = 206264.8062;
 constexpr double arcSecondsPerCircle = 1296000;
 
-/// The mean anomaly of the sun in radians.
+/// Returns the mean anomaly of the sun in radians.
 double SunAnomaly(double t)
 {
     return twoPi * mRiseSet::Frac(0.993133 + 99.997361 * t);
 }
 
-/// The place at the ecliptic `longitude` and `latitude` (radians).
+/// Converts ecliptic `longitude` and `latitude` (radians).
 mRiseSet::Equatorial FromEcliptic(double longitude, double latitude)
 {
     constexpr double cosObliquity = 0.91748;

@@ -10,8 +10,8 @@ namespace Tarno
 namespace
 {
 
-/// Where the day number `jd` lies in the synodic month, as a per cent figure: -100 and 100 are full
-/// moons, 0 the new moon between them.
+/// Returns the position of the day number `jd` in the synodic month: -100 and 100 are full moons, 0 is the
+/// new moon between them.
 double PhaseFigure(double jd)
 {
     constexpr double synodicMonth = 29.53058;
@@ -19,7 +19,7 @@ double PhaseFigure(double jd)
     return (2 * (months - std::trunc(months)) - 1) * 100;
 }
 
-/// `percent` kept within 0 to 100; day numbers below zero run beyond.
+/// Folds `percent` back into 0 to 100; negative day numbers exceed it.
 float Folded(float percent)
 {
     return percent > 100 ? std::abs(percent - 200) : percent;
@@ -31,7 +31,7 @@ constexpr mMoonPhase::DayRating good{"Good", "***"};
 constexpr mMoonPhase::DayRating best{"Best", "****"};
 
 struct Band {
-    float first; ///< lit percentages, both included
+    float first; ///< illuminated percentages, both inclusive
     float last;
     mMoonPhase::DayRating waxing;
     mMoonPhase::DayRating waning;
@@ -60,8 +60,8 @@ double mMoonPhase::JulianDay(std::chrono::year_month_day date)
     const double a = (m - 14) / 12;
     const double jd =
         (m - 2 - a * 12) * 367 / 12 + (a + y + 4800) * 1461 / 4 - 3 * ((a + y + 4900) / 100) / 4 + d - 32075;
-    // Kept to the 15 digits of a decimal value: some months (October 6617) lie just between two
-    // quarters of a day, where the last bits of the sum would decide on LitPercent's.
+    // Rounded to 15 significant digits: for some months (October 6617) the sum is exactly between two
+    // quarters of a day, and rounding errors would change the result of LitPercent.
     return std::round(jd * 1e8) / 1e8;
 }
 

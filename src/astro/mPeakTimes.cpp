@@ -15,15 +15,15 @@ namespace
 constexpr std::string_view none = ":";
 constexpr float halfLunarDay = 12.4167F; // a lunar day has 24 h 50 min
 constexpr float quarterLunarDay = 6.2083F;
-constexpr float lastTransit = 24.0167F; // up to one minute past midnight still counts as this day's
+constexpr float lastTransit = 24.0167F; // up to one minute past midnight counts as this day
 
-/// Whether `text` is one of the words of `words`, which stand side by side in it, or empty.
+/// Whether `words` contains `text`. True for the empty text; see docs/quirks.md.
 bool IsAmong(std::string_view text, std::string_view words)
 {
     return words.find(text) != std::string_view::npos;
 }
 
-/// `hours` as a time, none when it is not on the day.
+/// Formats `hours`, or returns ":" if they are outside the day.
 std::string TimeOnDay(float hours)
 {
     return hours < 0 || hours > 24 ? std::string(none) : mPeakTimes::HoursToTime(hours);

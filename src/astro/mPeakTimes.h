@@ -5,31 +5,30 @@
 #include <string>
 #include <string_view>
 
-// The day's periods in which fish are most active: two major ones around the moon's transits above
-// and below, two minor ones a quarter of a lunar day away from them. Times are texts "hh:mm" with the
-// minutes cut, never rounded, and ":" for none; hours are single precision.
+// The periods of a day in which fish are most active: two major periods around the upper and lower transit of
+// the moon, and two minor periods a quarter of a lunar day away from them. Times are texts "hh:mm" with
+// truncated minutes, or ":" for none. Hours have single precision.
 namespace Tarno::mPeakTimes
 {
 
 struct Periods {
-    std::string major1; ///< the earlier one; ":" stands behind every time
+    std::string major1; ///< the earlier one; ":" sorts after every time
     std::string major2;
     std::string minor1;
     std::string minor2;
 };
 
-/// The periods of the day on which the moon rises and sets at `today`. An event that is missing that
-/// day (":") is taken from the day `before` (the rise) or `after` (the set). There are no periods when
-/// the moon stays "up" or "down", or when the neighbour lacks the event too.
+/// Returns the periods of the day on which the moon rises and sets at `today`. A missing rise (":") is taken
+/// from the day `before`, a missing set from the day `after`. There are no periods if the moon stays "up" or
+/// "down", or if the event is missing on the other day too.
 Periods PeakTimes(const mRiseSet::RiseSetTexts& before, const mRiseSet::RiseSetTexts& today,
                   const mRiseSet::RiseSetTexts& after);
 
-/// The middle of the time between the moon's rise and set, over midnight when it sets earlier than it
-/// rises.
+/// Returns the middle between the rise and set of the moon, across midnight if it sets before it rises.
 std::string MoonTransit(std::string_view rise, std::string_view set);
 
-/// The other transit on the day of the transit `major`: half a lunar day before or after it. None
-/// when it lies more than a minute beyond midnight.
+/// Returns the other transit on the day of the transit `major`, half a lunar day before or after it, or ":"
+/// if it is more than a minute past midnight.
 std::string OppositeTransit(std::string_view major);
 
 struct Minors {
@@ -37,10 +36,10 @@ struct Minors {
     std::string minor2;
 };
 
-/// The minor periods that go with two major ones, at most one of which is ":".
+/// Returns the minor periods for two major periods, at most one of which is ":".
 Minors MinorTimes(std::string_view major1, std::string_view major2);
 
-/// Throws Error TypeMismatch when `time` is not of the form "hh:mm".
+/// Throws Error TypeMismatch if `time` does not have the form "hh:mm".
 float TimeToHours(std::string_view time);
 
 /// `hours` must not be negative.

@@ -19,7 +19,7 @@ using mRiseSet::Observer;
 
 constexpr double rads = std::numbers::pi / 180;
 
-// the factor of the two routines below, which is not quite `rads`; see docs/quirks.md
+// slightly different from `rads`; see docs/quirks.md
 constexpr double radiansPerDegree = 0.0174532925199433;
 
 double SinOfDegrees(double degrees)
@@ -32,15 +32,15 @@ double CosOfDegrees(double degrees)
     return std::cos(radiansPerDegree * degrees);
 }
 
-/// What one day holds; the times are hours after local midnight.
+/// The horizon crossings of one day, in hours after local midnight.
 struct Crossings {
     std::optional<double> rise;
     std::optional<double> set;
     bool above = false; ///< the body was above the horizon at midnight
 };
 
-/// The sine of the altitude of a body's centre at which it counts as rising or setting: for the
-/// sun and the moon that allows for refraction, the radius of the disc and the moon's parallax.
+/// Returns the sine of the altitude of a body's centre at which it counts as rising or setting. For sun and
+/// moon this includes refraction, the radius of the disc and the parallax of the moon.
 double SinHorizon(Body body)
 {
     switch (body) {
@@ -54,7 +54,7 @@ double SinHorizon(Body body)
     return std::sin(rads * -50 / 60);
 }
 
-/// Adds the crossings of the two hours around `hour`, at whose start the body stood at `yMinus`.
+/// Adds the crossings of the two hours around `hour`. `yMinus` is the height at their start.
 void AddCrossings(Crossings& found, int hour, double yMinus, const mRiseSet::Parabola& parabola)
 {
     if (parabola.nz == 1) {
@@ -66,7 +66,7 @@ void AddCrossings(Crossings& found, int hour, double yMinus, const mRiseSet::Par
     }
 }
 
-/// The crossings of the local day that starts at the instant `mjd0`.
+/// Returns the crossings of the local day that starts at the instant `mjd0`.
 Crossings FindCrossings(Body body, const Observer& observer, double mjd0)
 {
     const double sinHorizon = SinHorizon(body);
@@ -89,7 +89,7 @@ Crossings FindCrossings(Body body, const Observer& observer, double gmt, std::ch
     return FindCrossings(body, observer, mRiseSet::MJD(date, 0) - gmt / 24);
 }
 
-/// How `event`, one of the two in `found`, reads.
+/// Returns the text of `event`, one of the two in `found`.
 std::string EventText(const Crossings& found, std::optional<double> event)
 {
     if (!found.rise && !found.set) {
@@ -150,7 +150,7 @@ mRiseSet::Parabola mRiseSet::Quad(double yMinus, double y0, double yPlus)
 
 int mRiseSet::HM(double hours)
 {
-    // rounded here, so that the minutes below never come to 60
+    // rounded first, so that the minutes never become 60
     const double rounded = std::floor(hours * 60 + 0.5) / 60;
     return static_cast<int>(100 * std::floor(rounded) + std::floor(60 * Frac(rounded) + 0.5));
 }

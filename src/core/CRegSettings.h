@@ -10,7 +10,7 @@
 namespace Tarno
 {
 
-/// The program's own settings. No operation throws; an error inside goes to ErrorLog.
+/// The settings of the program. No operation throws; errors are reported through ErrorLog.
 class CRegSettings
 {
 public:
@@ -20,8 +20,8 @@ public:
     /// `store` must outlive the settings.
     explicit CRegSettings(SettingsStore& store);
 
-    // Two names that stand beside the settings; neither takes part in where they lie. They are stored
-    // trimmed, and an empty text restores the default.
+    // Company and AppName do not affect where the settings are stored. Their values are trimmed; an empty
+    // text restores the default.
     const std::string& Company() const { return m_company; }
 
     void Company(std::string_view NewVal);
@@ -30,15 +30,15 @@ public:
 
     void AppName(std::string_view NewVal);
 
-    // `Key` "*" stands for the section's unnamed value.
+    // `Key` "*" is the unnamed value of the section.
 
-    /// The value's text, or `Default` when the section or the value does not exist.
+    /// Returns the text of the value, or `Default` if the section or the value does not exist.
     std::string GetSetting(std::string_view Section, std::string_view Key, std::string_view Default);
-    /// Creates the section when needed and writes the value.
+    /// Writes the value, creating the section if necessary.
     void SaveSetting(std::string_view Section, std::string_view Key, std::string_view Setting);
-    /// All values of the section in the store's order; nothing when there is no such section.
+    /// Returns all values of the section in the order of the store, or nullopt if it does not exist.
     std::optional<std::vector<Setting>> GetAllSettings(std::string_view Section);
-    /// Deletes the one value, or without `Key` the section. An empty section name does nothing.
+    /// Deletes the value, or the whole section without `Key`. Does nothing if the section name is empty.
     void DeleteSetting(std::string_view Section, std::optional<std::string_view> Key = std::nullopt);
 
 private:

@@ -6,7 +6,7 @@
 namespace Tarno
 {
 
-/// Where the program learns what time it is. All times are the user's local time.
+/// The source of date and time. All times are local times.
 class Clock
 {
 public:
@@ -16,10 +16,10 @@ public:
     virtual ~Clock() = default;
 
     virtual std::chrono::year_month_day Today() const = 0;
-    /// Today's date and the time of day as the user's desktop writes them in short, UTF-8.
+    /// Today's date and the current time in the short formats of the user's locale, UTF-8.
     virtual std::string ShortDate() const = 0;
     virtual std::string ShortTime() const = 0;
-    /// For measuring how long something takes; never goes back.
+    /// Monotonic time for measuring durations.
     virtual std::chrono::steady_clock::time_point Now() const = 0;
 };
 

@@ -34,13 +34,13 @@ Integer Rounded(double value)
     return static_cast<Integer>(whole);
 }
 
-/// The digits of `text` as a number; nothing when there are none, others, or more than `most`.
-std::optional<unsigned> Digits(std::string_view text, std::size_t most)
+/// Parses a text of 1 to `maxDigits` digits. Returns nullopt for any other text.
+std::optional<unsigned> Digits(std::string_view text, std::size_t maxDigits)
 {
     unsigned number = 0;
     const char* end = text.data() + text.size();
     const auto [stop, failure] = std::from_chars(text.data(), end, number);
-    if (text.empty() || text.size() > most || failure != std::errc() || stop != end) {
+    if (text.empty() || text.size() > maxDigits || failure != std::errc() || stop != end) {
         return std::nullopt;
     }
     return number;
@@ -64,7 +64,7 @@ double ToDouble(std::string_view text)
     if (plus) {
         number.remove_prefix(1);
     }
-    // what from_chars would take besides: a second sign, "inf" and "nan"
+    // from_chars would also accept a second sign, "inf" and "nan"
     const std::string_view unsignedPart = number.substr(!plus && number.starts_with('-') ? 1 : 0);
     if (unsignedPart.empty() ||
         std::string_view(".0123456789").find(unsignedPart.front()) == std::string_view::npos) {

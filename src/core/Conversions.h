@@ -8,35 +8,36 @@
 namespace Tarno
 {
 
-// Conversions between text and numbers. None depends on the user's locale: the decimal sign is
-// always ".". Blanks around a number are ignored; an exponent ("1e2") is a number.
+// Conversions between text and numbers, independent of the locale: the decimal separator is always ".".
+// Surrounding blanks are ignored; exponents ("1e2") are accepted.
 
-/// The number in `text`. Throws Error: TypeMismatch when it is none, Overflow beyond a double.
+/// Parses a number. Throws Error: TypeMismatch if `text` is not a number, Overflow if it does not fit a
+/// double.
 double ToDouble(std::string_view text);
 
-/// The number in `text`, rounded to the nearest whole number, a half to the even neighbour.
-/// Throws Error: TypeMismatch when it is no number, Overflow when it does not fit.
+/// Parses a number and rounds it to the nearest integer, halves to even.
+/// Throws Error: TypeMismatch if `text` is not a number, Overflow if it does not fit.
 std::int16_t ToInt16(std::string_view text);
 std::int32_t ToInt32(std::string_view text);
 
-/// `value` rounded as ToInt16 does. Throws Error: Overflow when it does not fit.
+/// Rounds like ToInt16. Throws Error Overflow if the result does not fit.
 std::int16_t RoundToInt16(double value);
 
-/// The shortest decimal text that reads back as `value`, without an exponent where one can be avoided.
+/// Returns the shortest decimal text without an exponent that parses to `value` again.
 std::string FromDouble(double value);
 
-/// The date in `text`: year, month and day as numbers with "-" between them ("2003-2-5"), blanks
-/// around it ignored. The year has four digits and is 1 to 9999.
-/// Throws Error: TypeMismatch when the text is no such date or the calendar has no such day.
+/// Parses a date: year, month and day as numbers with "-" between them ("2003-2-5"). Surrounding blanks are
+/// ignored. The year has four digits and is 1 to 9999.
+/// Throws Error TypeMismatch if the text does not have this form or the date does not exist.
 std::chrono::year_month_day ToDate(std::string_view text);
 
-/// `date` as "yyyy-mm-dd".
+/// Formats `date` as "yyyy-mm-dd".
 std::string FromDate(std::chrono::year_month_day date);
 
-/// `number` in decimal, with zeros in front up to `width` digits ("05"). Longer numbers stay whole.
+/// Formats `number` with leading zeros up to `width` digits ("05"). Longer numbers are not truncated.
 std::string ZeroPadded(int number, int width);
 
-/// `text` without the blanks (space and tab) around it.
+/// Returns `text` without surrounding blanks (space and tab).
 std::string_view Trimmed(std::string_view text);
 
 } // namespace Tarno

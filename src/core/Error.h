@@ -8,7 +8,7 @@
 namespace Tarno
 {
 
-/// The numbers under which the program reports what went wrong.
+/// The numbers of the errors that the program reports.
 enum class ErrorNumber {
     InvalidProcedureCall = 5,
     Overflow = 6,
@@ -26,16 +26,16 @@ enum class ErrorNumber {
     InvalidPicture = 481,
 };
 
-/// The description that the user reads for `number`.
+/// Returns the description of `number` that the user sees.
 std::string_view Describe(ErrorNumber number);
 
-/// What every routine of the program throws. PermissionDenied means that another process holds the
-/// file; a file or folder that the user may not touch is PathFileAccess.
+/// The exception of every routine of the program. PermissionDenied means that another process holds the file;
+/// missing access rights to a file or folder are PathFileAccess.
 class Error : public std::runtime_error
 {
 public:
     explicit Error(ErrorNumber number);
-    /// An error with words of its own.
+    /// Creates an error with `description` instead of the usual text.
     Error(ErrorNumber number, const std::string& description);
 
     ErrorNumber Number() const { return m_number; }
@@ -46,7 +46,7 @@ private:
     ErrorNumber m_number;
 };
 
-/// The Error for a failure that the operating system reports.
+/// Returns the Error that corresponds to an error code of the operating system.
 Error ErrorOf(const std::error_code& failure);
 
 } // namespace Tarno

@@ -63,7 +63,7 @@ void ErrorReporter::Report(std::string_view module, std::string_view routine, co
 
 void ErrorReporter::AppendToLog(const std::string& record)
 {
-    const std::string path = m_log->folder->Existing(std::string(applicationName) + ".log");
+    const std::string path = m_log->folder->FindPath(std::string(applicationName) + ".log");
     for (;;) {
         try {
             m_log->operations->Append(path, record);

@@ -15,7 +15,7 @@
 namespace Tarno
 {
 
-/// Tells the user and the log file about errors. There is one reporter, which every routine reaches
+/// Shows errors to the user and writes them to the log file. The program has one reporter, which routines use
 /// through ErrorLog and Trap.
 class ErrorReporter
 {
@@ -25,15 +25,15 @@ public:
 
     static ErrorReporter& Instance();
 
-    /// Where records go: the file named after the program, with ".log", in `folder`. The references
-    /// must outlive their use; until this is called errors are shown but not logged.
+    /// Sets the log file: the program name with ".log" in `folder`. The references must outlive their use.
+    /// Errors are shown but not logged until this is called.
     void SetLog(const ProgramFolder& folder, FileOperations& operations, const Clock& clock);
     void SetShowMessage(ShowMessage show);
-    /// Forgets what was set.
+    /// Removes the log and the message function.
     void Reset();
 
-    /// Appends a record to the log and shows the message unless `show` is false; never throws. While
-    /// another process holds the log file, waits for it; a log that cannot be written is skipped.
+    /// Appends a record to the log and shows the message unless `show` is false. Never throws. Waits while
+    /// another process holds the log file; skips a log that cannot be written.
     void Report(std::string_view module, std::string_view routine, const std::string& detail,
                 const std::string& userMessage, bool show);
 
@@ -50,17 +50,16 @@ private:
     ShowMessage m_show;
 };
 
-/// Reports `pending` (nothing when no error is pending) as raised in `module`.`routine`: one record in
-/// the log, one message. `message` is shown in place of the error's text only when no error is pending,
-/// and logged below it in any case.
+/// Reports `pending` (null if no error is pending) as raised in `module`.`routine`: one record in the log and
+/// one message on screen. `message` is always logged, but shown only if no error is pending.
 void ErrorLog(std::string_view module, std::string_view routine, const Error* pending,
               const std::optional<std::string>& message = std::nullopt);
 
-/// The exception that is being handled, as an Error.
+/// Returns the exception that is being handled as an Error.
 Error CurrentError();
 
-/// Runs the body of the routine `module`.`routine`. An exception out of it is handed to ErrorLog and
-/// ends there. Returns whether the body came to its end.
+/// Runs `body`, the body of the routine `module`.`routine`. Passes an exception from it to ErrorLog and does
+/// not rethrow it. Returns whether the body completed.
 template <typename Body>
 bool Trap(std::string_view module, std::string_view routine, Body&& body)
 {

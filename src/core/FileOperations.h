@@ -8,14 +8,14 @@
 namespace Tarno
 {
 
-/// Tells one version of a file from another without reading it.
+/// Identifies a version of a file without reading its contents.
 struct FileState {
     bool exists = false;
-    bool isReplaceable = true;   ///< nothing is there yet, or a regular file that the user may write to
+    bool isReplaceable = true;   ///< does not exist yet, or is a regular file that the user may write to
     std::uint64_t size = 0;      ///< in bytes
-    std::int64_t modified = 0;   ///< time of the last write, in units of the platform
+    std::int64_t modified = 0;   ///< time of the last write, in platform units
     std::uint64_t volume = 0;    ///< file system that holds the file
-    std::uint64_t fileIndex = 0; ///< unique within the volume; a file that replaces another has its own
+    std::uint64_t fileIndex = 0; ///< unique within the volume; a replacement file has a new one
 
     bool operator==(const FileState&) const = default;
 
@@ -28,8 +28,8 @@ struct FileState {
 /// Releases its lock when the last copy goes out of scope.
 using FolderLock = std::shared_ptr<void>;
 
-/// The operations on files that a safe write consists of, so that a test can make any of them fail.
-/// They throw Error when they do not succeed.
+/// The file operations that a safe write consists of, as an interface so that tests can make any of them
+/// fail. They throw Error on failure.
 class FileOperations
 {
 public:
@@ -38,30 +38,30 @@ public:
     FileOperations& operator=(const FileOperations&) = delete;
     virtual ~FileOperations() = default;
 
-    /// The state of a file or folder. A path that does not exist is no error.
-    virtual FileState Look(const std::string& path) = 0;
-    /// Creates a file with the contents `bytes` and returns its state when they have reached the disk. Mode,
-    /// owner, access list and extended attributes are those of the file `model`, as far as the user may set
-    /// them, or the usual ones if it does not exist. Throws FileAlreadyExists if `path` exists; after any
-    /// other failure a part of the file may be left.
+    /// Returns the state of a file or folder. A missing path is not an error.
+    virtual FileState GetState(const std::string& path) = 0;
+    /// Creates a file with the contents `bytes`, flushes it to disk and returns its state. Copies mode,
+    /// owner, access list and extended attributes from the file `model` as far as the user may set them, or
+    /// uses the defaults if `model` does not exist. Throws FileAlreadyExists if `path` exists; any other
+    /// failure may leave a partial file.
     virtual FileState Create(const std::string& path, std::string_view bytes, const std::string& model) = 0;
-    /// Renames `from` to `to`, which it replaces in one step. Throws PermissionDenied if another program
-    /// holds one of the files.
+    /// Atomically renames `from` to `to`, replacing it. Throws PermissionDenied if another program holds one
+    /// of the files.
     virtual void Replace(const std::string& from, const std::string& to) = 0;
-    /// Returns when the names in `folder` have reached the disk.
+    /// Flushes the names in `folder` to disk.
     virtual void SyncFolder(const std::string& folder) = 0;
     virtual void Remove(const std::string& path) = 0;
-    /// Locks `folder` against other processes that do the same, without waiting. Returns null if the file
-    /// system has no locks. Throws PermissionDenied if another process has the lock.
+    /// Takes the advisory lock of `folder` without waiting. Returns null if the file system does not support
+    /// locks. Throws PermissionDenied if another process holds the lock.
     virtual FolderLock Lock(const std::string& folder) = 0;
-    /// Waits for 10 ms, to give another program time to finish.
+    /// Waits for 10 ms between two attempts.
     virtual void Pause() = 0;
-    /// Writes `bytes` at the end of the file, which is created if it does not exist. Throws PermissionDenied
-    /// if another process holds the file, PathFileAccess if the user may not write to it. Never waits.
+    /// Appends `bytes` to the file, creating it if necessary. Throws PermissionDenied if another process
+    /// holds the file, PathFileAccess if the user may not write to it. Never waits.
     virtual void Append(const std::string& path, std::string_view bytes) = 0;
 };
 
-/// The operating system's own operations.
+/// Returns the implementation of the operating system.
 std::unique_ptr<FileOperations> SystemFileOperations();
 
 } // namespace Tarno

@@ -32,7 +32,7 @@ bool mMain::FileExist(std::string& path)
     try {
         const fs::file_status status = fs::status(ToPath(path));
         return fs::exists(status) && !fs::is_directory(status);
-    } catch (const std::exception&) { // nor does what is no path at all
+    } catch (const std::exception&) { // not a valid path
         return false;
     }
 }

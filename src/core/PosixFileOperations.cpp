@@ -61,7 +61,7 @@ public:
         }
     }
 
-    /// Some file systems cannot synchronise a folder and answer EINVAL.
+    /// Ignores EINVAL, which some file systems return for folders.
     void Sync() const { Check(TEMP_FAILURE_RETRY(::fsync(m_number)) == 0 || errno == EINVAL); }
 
     void Close()
@@ -74,8 +74,9 @@ private:
     int m_number;
 };
 
-/// Gives `file` the owner, the extended attributes (the access list is one of them) and the mode of the file
-/// `model`. What the user may not set is left out; the group then gets no rights that were meant for others.
+/// Copies owner, extended attributes (including the access list) and mode of the file `model` to `file`.
+/// Skips what the user may not set. If group or access list cannot be set, drops the group rights of the
+/// mode, because they would apply to a different group.
 void CopyRights(const std::string& model, int file)
 {
     struct stat status = {};
@@ -86,7 +87,7 @@ void CopyRights(const std::string& model, int file)
     bool isGroupRight = ::fchown(file, status.st_uid, status.st_gid) == 0 ||
                         ::fchown(file, static_cast<uid_t>(-1), status.st_gid) == 0;
     const std::string accessList = "system.posix_acl_access";
-    ::fremovexattr(file, accessList.c_str()); // the default one of the folder
+    ::fremovexattr(file, accessList.c_str()); // inherited from the folder
     std::string names(XATTR_LIST_MAX, '\0');
     names.resize(static_cast<std::size_t>(
         std::max<ssize_t>(::listxattr(model.c_str(), names.data(), names.size()), 0)));
@@ -103,10 +104,10 @@ void CopyRights(const std::string& model, int file)
 class PosixFileOperations final : public FileOperations
 {
 public:
-    /// A file that would grow beyond the size limit is reported as an error instead of ending the program.
+    /// Ignores SIGXFSZ, so that a write beyond the file size limit fails instead of killing the process.
     PosixFileOperations() { std::signal(SIGXFSZ, SIG_IGN); }
 
-    FileState Look(const std::string& path) override
+    FileState GetState(const std::string& path) override
     {
         struct stat status = {};
         if (::stat(path.c_str(), &status) != 0) {
@@ -129,7 +130,7 @@ public:
         file.Write(bytes);
         file.Sync();
         file.Close();
-        return Look(path);
+        return GetState(path);
     }
 
     void Replace(const std::string& from, const std::string& to) override
@@ -162,7 +163,7 @@ public:
 
     void Append(const std::string& path, std::string_view bytes) override
     {
-        // a pipe in the file's place must not block the program
+        // O_NONBLOCK: a pipe in place of the file must not block the program
         Descriptor file(path, O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK);
 
         struct stat status = {};

@@ -17,8 +17,8 @@ std::string ReadWholeFile(const std::string& path)
     if (status.type() == fs::file_type::not_found) {
         throw Error(ErrorNumber::FileNotFound);
     }
-    // what cannot be looked at may well be there; anything else, a pipe for one, could keep the program
-    // waiting for ever
+    // If status() failed, the file may still exist, so it is not FileNotFound. Opening anything but a regular
+    // file, for example a pipe, could block forever.
     if (!fs::is_regular_file(status)) {
         throw Error(ErrorNumber::PathFileAccess);
     }
@@ -27,7 +27,7 @@ std::string ReadWholeFile(const std::string& path)
         throw Error(fs::exists(ToPath(path), failure) ? ErrorNumber::PathFileAccess
                                                       : ErrorNumber::FileNotFound);
     }
-    // the size of what was opened: another file may have got the name meanwhile
+    // the size of the open file; another file may have taken its name since status()
     const std::streamoff size = file.seekg(0, std::ios::end).tellg();
     std::string bytes(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)), '\0');
     if (!file.seekg(0).read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
@@ -38,11 +38,11 @@ std::string ReadWholeFile(const std::string& path)
 
 std::string Resolved(const std::string& path)
 {
-    constexpr int mostLinks = 40;
+    constexpr int maxLinks = 40;
     std::error_code failure;
     fs::path resolved = ToPath(path);
-    // weakly_canonical does not follow a link to a file that does not exist
-    for (int links = 0; links < mostLinks && fs::is_symlink(fs::symlink_status(resolved, failure)); ++links) {
+    // weakly_canonical does not follow a link to a missing file
+    for (int links = 0; links < maxLinks && fs::is_symlink(fs::symlink_status(resolved, failure)); ++links) {
         resolved = resolved.parent_path() / fs::read_symlink(resolved, failure);
     }
     resolved = fs::weakly_canonical(resolved, failure);

@@ -19,14 +19,14 @@ ProgramFolder::ProgramFolder(std::string path, char separator)
     }
 }
 
-std::string ProgramFolder::Addressed(std::string_view name) const
+std::string ProgramFolder::PathOf(std::string_view name) const
 {
     return m_path + m_separator + std::string(name);
 }
 
-std::string ProgramFolder::Existing(std::string_view name) const
+std::string ProgramFolder::FindPath(std::string_view name) const
 {
-    std::string path = Addressed(name);
+    std::string path = PathOf(name);
     std::error_code failure;
     if (fs::exists(ToPath(path), failure)) {
         return path;
@@ -36,7 +36,7 @@ std::string ProgramFolder::Existing(std::string_view name) const
          entry.increment(failure)) {
         const std::string found = FromPath(entry->path().filename());
         if (EqualIgnoringCase(found, name)) {
-            return Addressed(found);
+            return PathOf(found);
         }
     }
     return path;

@@ -7,23 +7,23 @@
 namespace Tarno
 {
 
-/// The folder that holds the data files, the pick lists and the log of errors.
+/// The folder of the data files, the pick lists and the error log.
 class ProgramFolder
 {
 public:
-    /// `path` may end with the separator (the program runs from the root of a drive).
+    /// `path` may end with the separator, as the root of a drive does.
     explicit ProgramFolder(std::string path,
                            char separator = static_cast<char>(std::filesystem::path::preferred_separator));
 
-    /// The folder without a trailing separator.
+    /// Returns the folder without a trailing separator.
     const std::string& GetAppPath() const { return m_path; }
 
-    /// The full path of the file `name`: GetAppPath, the separator and the name.
-    std::string Addressed(std::string_view name) const;
+    /// Returns the full path of the file `name`: GetAppPath, the separator and the name.
+    std::string PathOf(std::string_view name) const;
 
-    /// As Addressed, but where the folder holds no such file and has one whose name differs only in
-    /// the case of ASCII letters, that one's path: a name meets its file on every platform.
-    std::string Existing(std::string_view name) const;
+    /// Like PathOf, but falls back to an existing file whose name differs only in the case of ASCII letters,
+    /// so that file names are case-insensitive on every platform.
+    std::string FindPath(std::string_view name) const;
 
 private:
     std::string m_path;

@@ -9,8 +9,8 @@ namespace Tarno
 namespace
 {
 
-/// `text` in another code page; what it cannot say becomes its replacement character.
-std::string Recoded(std::string_view text, UINT from, UINT to)
+/// Converts `text` to another code page. Characters that it lacks become its replacement character.
+std::string Transcode(std::string_view text, UINT from, UINT to)
 {
     if (text.empty() || from == to) {
         return std::string(text);
@@ -28,16 +28,16 @@ std::string Recoded(std::string_view text, UINT from, UINT to)
     return recoded;
 }
 
-// The texts of the registry functions are in the process's code page, which is UTF-8 since Windows 10.
+// The registry functions use the code page of the process, which is UTF-8 since Windows 10.
 
 std::string ToRegistry(std::string_view utf8)
 {
-    return Recoded(utf8, CP_UTF8, ::GetACP());
+    return Transcode(utf8, CP_UTF8, ::GetACP());
 }
 
 std::string FromRegistry(std::string_view text)
 {
-    return Recoded(text, ::GetACP(), CP_UTF8);
+    return Transcode(text, ::GetACP(), CP_UTF8);
 }
 
 std::string KeyPath(std::string_view section)
@@ -45,7 +45,7 @@ std::string KeyPath(std::string_view section)
     return ToRegistry("Control Panel\\" + std::string(section));
 }
 
-/// An open key, closed at the end of its scope.
+/// An open key. The destructor closes it.
 class RegistryKey
 {
 public:
@@ -57,7 +57,7 @@ public:
         }
     }
 
-    /// Creates the key when it is not there.
+    /// Opens the key, creating it if necessary.
     explicit RegistryKey(std::string_view section)
     {
         if (::RegCreateKeyExA(HKEY_CURRENT_USER, KeyPath(section).c_str(), 0, nullptr,

@@ -17,10 +17,10 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr int aSecond = 100; // attempts
-constexpr int tenSeconds = 1000;
+constexpr int attemptsInOneSecond = 100; // one every 10 ms
+constexpr int attemptsInTenSeconds = 1000;
 
-/// Whether `name` is that of a temporary for the file `target`.
+/// Whether `name` is the name of a temporary of the file `target`.
 bool IsTemporary(std::string_view name, const std::string& target)
 {
     if (!name.starts_with(target + '.') || !name.ends_with(SafeWriter::temporarySuffix)) {
@@ -31,9 +31,9 @@ bool IsTemporary(std::string_view name, const std::string& target)
     return end > 0 && name.substr(end) == SafeWriter::temporarySuffix;
 }
 
-/// Repeats `body` while it throws Error PermissionDenied because another program holds a file.
+/// Retries `body` while it throws Error PermissionDenied because another program holds a file.
 template <typename Body>
-auto Patiently(FileOperations& operations, int attempts, const Body& body)
+auto RetryWhileHeld(FileOperations& operations, int attempts, const Body& body)
 {
     for (;; operations.Pause()) {
         try {
@@ -58,7 +58,7 @@ void SafeWriter::Write(const std::string& path, std::string_view bytes)
 std::optional<FileState> SafeWriter::Replace(const std::string& target, std::string_view bytes,
                                              const std::optional<FileState>& expected)
 {
-    if (!(expected ? *expected : m_operations.Look(target)).isReplaceable) {
+    if (!(expected ? *expected : m_operations.GetState(target)).isReplaceable) {
         throw Error(ErrorNumber::PathFileAccess);
     }
     const std::string temporary =
@@ -68,11 +68,11 @@ std::optional<FileState> SafeWriter::Replace(const std::string& target, std::str
         if (made.size != bytes.size()) {
             throw Error(ErrorNumber::DiskFull);
         }
-        if (expected && m_operations.Look(target) != *expected) {
+        if (expected && m_operations.GetState(target) != *expected) {
             TryRemove(temporary);
             return std::nullopt;
         }
-        Patiently(m_operations, aSecond, [&] { m_operations.Replace(temporary, target); });
+        RetryWhileHeld(m_operations, attemptsInOneSecond, [&] { m_operations.Replace(temporary, target); });
         return made;
     } catch (...) {
         TryRemove(temporary);
@@ -82,7 +82,7 @@ std::optional<FileState> SafeWriter::Replace(const std::string& target, std::str
 
 FolderLock SafeWriter::LockFolder(const std::string& folder)
 {
-    return Patiently(m_operations, tenSeconds, [&] { return m_operations.Lock(folder); });
+    return RetryWhileHeld(m_operations, attemptsInTenSeconds, [&] { return m_operations.Lock(folder); });
 }
 
 void SafeWriter::RemoveStale(const std::string& path)
@@ -103,7 +103,7 @@ void SafeWriter::RemoveStale(const std::string& path)
                 TryRemove(FromPath(entry.path()));
             }
         }
-    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): a temporary does no harm
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): an orphaned temporary is harmless
     }
 }
 
@@ -111,7 +111,7 @@ void SafeWriter::TryRemove(const std::string& path)
 {
     try {
         m_operations.Remove(path);
-    } catch (const Error&) { // NOLINT(bugprone-empty-catch): the next start tries again
+    } catch (const Error&) { // NOLINT(bugprone-empty-catch): removed at the next start
     }
 }
 

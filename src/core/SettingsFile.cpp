@@ -71,7 +71,7 @@ void SettingsFile::Write(std::string_view section, std::string_view name, std::s
     if (!value) {
         value = AppendNamed(found, "value", name);
     }
-    value.remove_children(); // a section of character data would break a text with "]]>" in two
+    value.remove_children(); // text().set() would reuse a CDATA section, which cannot contain "]]>"
     value.text().set(XmlText(text).c_str());
     Save(document);
 }
@@ -122,13 +122,13 @@ bool SettingsFile::Load(pugi::xml_document& document) const
 
 void SettingsFile::Save(const pugi::xml_document& document) const
 {
-    std::error_code ignored; // a folder that cannot be made shows when the file is written
+    std::error_code ignored; // if this fails, writing the file fails too
     fs::create_directories(ToPath(m_path).parent_path(), ignored);
     try {
         SafeWriter writer(m_operations);
         const FolderLock lock = writer.LockFolder(FolderOf(Resolved(m_path)));
         writer.Write(m_path, SerializeXml(document));
-    } catch (const Error&) { // NOLINT(bugprone-empty-catch): the setting stays as it was, as promised
+    } catch (const Error&) { // NOLINT(bugprone-empty-catch): the old setting stays, see SettingsStore
     }
 }
 

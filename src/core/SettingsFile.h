@@ -9,9 +9,9 @@
 namespace Tarno
 {
 
-/// Settings in an XML file: <settings><section name="..."><value name="...">text</value>...
-/// The file is read at each call, so two running programs see each other's settings, and written whole.
-/// A file that is damaged is left alone: nothing is read from it and nothing is written over it.
+/// Settings in an XML file: <settings><section name="..."><value name="...">text</value>... Every call reads
+/// the file, so that running programs see each other's changes, and every write replaces it as a whole. A
+/// damaged file is neither read nor overwritten.
 class SettingsFile final : public SettingsStore
 {
 public:

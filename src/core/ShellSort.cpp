@@ -12,8 +12,8 @@ namespace Tarno
 namespace
 {
 
-/// Every row from `gap` onward is put into its place among the rows a gap apart before it.
-void InsertApart(ReportTable& table, std::size_t gap, const SortSettings& settings)
+/// Inserts every row from `gap` onward into the preceding rows that are a multiple of `gap` away.
+void InsertionSortByGap(ReportTable& table, std::size_t gap, const SortSettings& settings)
 {
     for (std::size_t i = gap; i < table.size(); ++i) {
         ReportRow row = std::move(table[i]);
@@ -35,14 +35,14 @@ void mMain::ShellSort(ReportTable& table, const SortSettings& settings)
                     [&](const ReportRow& row) { return row.size() <= settings.column; })) {
         throw Error(ErrorNumber::SubscriptOutOfRange);
     }
-    const auto third = [](std::size_t gap) { return (gap + 1) / 3; }; // gap / 3, to the nearest
+    const auto third = [](std::size_t gap) { return (gap + 1) / 3; }; // gap / 3, rounded
     std::size_t gap = 0;
     do {
         gap = 3 * gap + 1;
     } while (gap + 1 <= table.size());
     do {
         gap = third(gap);
-        InsertApart(table, std::max<std::size_t>(gap, 1), settings);
+        InsertionSortByGap(table, std::max<std::size_t>(gap, 1), settings);
     } while (gap > 0);
 }
 

@@ -8,10 +8,10 @@
 namespace Tarno
 {
 
-/// The texts of one line of a report, by column.
+/// The texts of one row of a report, by column.
 using ReportRow = std::vector<std::string>;
 
-/// The table that a report prints, by row.
+/// The rows of a report.
 using ReportTable = std::vector<ReportRow>;
 
 struct SortSettings {
@@ -23,9 +23,9 @@ struct SortSettings {
 namespace mMain
 {
 
-/// Sorts the rows by one column's text with Shell's method, gaps ..., 40, 13, 4, 1 and a last pass with
-/// gap 1 (D. L. Shell 1959, gaps after D. E. Knuth). Rows are moved whole, never copied. Not stable.
-/// Throws Error SubscriptOutOfRange when a row lacks the column; nothing is moved then.
+/// Sorts the rows by the text of one column with Shell's method (D. L. Shell, 1959), using Knuth's gaps ...,
+/// 40, 13, 4, 1 and a final pass with gap 1. Moves rows, never copies them. Not stable. Throws Error
+/// SubscriptOutOfRange without moving anything if a row lacks the column.
 void ShellSort(ReportTable& table, const SortSettings& settings);
 
 } // namespace mMain

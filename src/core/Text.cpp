@@ -23,10 +23,10 @@ char LowerAscii(char letter)
 
 struct CodePoint {
     char32_t value = 0;
-    std::size_t length = 0; ///< bytes; 0 when the bytes are no UTF-8
+    std::size_t length = 0; ///< in bytes; 0 if the bytes are not UTF-8
 };
 
-/// The code point at the front of `text`, which is not empty; it may be a surrogate or above U+10FFFF.
+/// Decodes the first code point of `text`, which is not empty. It may be a surrogate or above U+10FFFF.
 CodePoint FrontCodePoint(std::string_view text)
 {
     const auto lead = static_cast<unsigned char>(text.front());
@@ -51,9 +51,9 @@ CodePoint FrontCodePoint(std::string_view text)
     return {value, length};
 }
 
-/// The length of the run of ASCII that XML can carry at the front of `text`. Eight bytes are looked at in one
-/// go, so it may end up to seven bytes early.
-std::size_t PlainLength(std::string_view text)
+/// Returns the length of the ASCII run at the front of `text` that XML allows. Tests eight bytes at a time,
+/// so the result may be up to seven bytes too short.
+std::size_t AsciiLength(std::string_view text)
 {
     constexpr std::uint64_t ones = 0x0101010101010101U;
     constexpr std::uint64_t highest = 0x80 * ones;
@@ -150,7 +150,7 @@ bool IsXmlCharacter(char32_t value)
 
 bool IsXmlText(std::string_view text)
 {
-    for (text.remove_prefix(PlainLength(text)); !text.empty(); text.remove_prefix(PlainLength(text))) {
+    for (text.remove_prefix(AsciiLength(text)); !text.empty(); text.remove_prefix(AsciiLength(text))) {
         const CodePoint front = FrontCodePoint(text);
         if (front.length == 0 || !IsXmlCharacter(front.value)) {
             return false;
@@ -181,7 +181,7 @@ bool HasUtf16Mark(std::string_view bytes)
 
 std::string FromUtf16(std::string_view bytes)
 {
-    const std::size_t low = bytes.front() == '\xFF' ? 0 : 1; // where a unit has its lower byte
+    const std::size_t low = bytes.front() == '\xFF' ? 0 : 1; // offset of the low byte in a unit
     const auto unit = [&](std::size_t at) -> char32_t {
         return static_cast<unsigned char>(bytes[at + low]) |
                (static_cast<unsigned>(static_cast<unsigned char>(bytes[at + 1 - low])) << 8U);
@@ -201,8 +201,8 @@ std::string FromUtf16(std::string_view bytes)
     return at == bytes.size() ? text : text + '\xFF';
 }
 
-// One pass leaves nothing behind in either direction: what is put in shares no character with what is
-// looked for, so it cannot form a new occurrence with its neighbours.
+// A single pass is enough in both directions: the mark and the line break have no character in common, so a
+// replacement cannot form a new occurrence with its neighbours.
 
 std::string mMain::DecodeLineBreaks(std::string_view text)
 {

@@ -11,7 +11,7 @@ namespace Tarno
 namespace
 {
 
-bool OutOfOrder(std::partial_ordering secondToFirst, bool descending, std::int16_t mode)
+bool IsOutOfOrder(std::partial_ordering secondToFirst, bool descending, std::int16_t mode)
 {
     if (mode != -1 && mode != 0) {
         return false;
@@ -22,8 +22,8 @@ bool OutOfOrder(std::partial_ordering secondToFirst, bool descending, std::int16
     return descending ? std::is_gt(secondToFirst) : std::is_lt(secondToFirst);
 }
 
-/// How `left` stands to `right`; unordered when one of them is null.
-std::partial_ordering Compared(const Variant& left, const Variant& right)
+/// Compares two values. The result is unordered if one of them is null.
+std::partial_ordering Compare(const Variant& left, const Variant& right)
 {
     if (std::holds_alternative<Null>(left) || std::holds_alternative<Null>(right)) {
         return std::partial_ordering::unordered;
@@ -73,13 +73,13 @@ bool mMain::NullToFalse(const Variant& value)
 
 bool mMain::CompMe(const Variant& first, const Variant& second, bool descending, std::int16_t mode)
 {
-    const std::partial_ordering order = Compared(second, first);
-    return order != std::partial_ordering::unordered && OutOfOrder(order, descending, mode);
+    const std::partial_ordering order = Compare(second, first);
+    return order != std::partial_ordering::unordered && IsOutOfOrder(order, descending, mode);
 }
 
 bool mMain::CompMe(const std::string& first, const std::string& second, bool descending, std::int16_t mode)
 {
-    return OutOfOrder(second <=> first, descending, mode);
+    return IsOutOfOrder(second <=> first, descending, mode);
 }
 
 } // namespace Tarno

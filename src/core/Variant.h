@@ -8,12 +8,12 @@
 namespace Tarno
 {
 
-/// The absence of a value: never set.
+/// A value that was never set.
 struct Empty {
     bool operator==(const Empty&) const = default;
 };
 
-/// The absence of a value: known to be nothing.
+/// A value that is explicitly absent.
 struct Null {
     bool operator==(const Null&) const = default;
 };
@@ -24,21 +24,21 @@ using Variant = std::variant<Empty, Null, double, std::string>;
 namespace mMain
 {
 
-/// -1 for the empty value, the empty text and whatever is no 16-bit integer, otherwise the number
-/// (rounded half to even). Never fails.
+/// Returns the number rounded to an integer, halves to even. Returns -1 for an empty value, an empty text and
+/// anything that does not fit a 16-bit integer. Never fails.
 std::int16_t EmptyToNegative(const Variant& value);
 
-/// False for null and for 0, true for every other number. An empty value counts as 0.
-/// Throws Error TypeMismatch for a text that is no number.
+/// Returns false for null and 0, true for any other number. An empty value counts as 0.
+/// Throws Error TypeMismatch for a text that is not a number.
 bool NullToFalse(const Variant& value);
 
-/// Whether `first` and `second` stand in the wrong order and must be exchanged. Numbers compare as
-/// numbers, texts by their bytes, a number comes before any text; an empty value is 0 beside a number
-/// and "" beside a text; with null nothing is ever out of order.
-/// `mode` -1 makes equal values count as out of order, 0 does not; any other mode gives false.
+/// Whether `first` and `second` are out of order and must be swapped. Numbers compare as numbers, texts by
+/// their bytes, and a number precedes any text. An empty value compares as 0 with numbers and as "" with
+/// texts. Null is never out of order. With `mode` -1 equal values count as out of order, with 0 they do not;
+/// for any other mode the result is false.
 bool CompMe(const Variant& first, const Variant& second, bool descending, std::int16_t mode);
 
-/// The same for two texts, as ShellSort compares its cells.
+/// Overload for two texts, used by ShellSort.
 bool CompMe(const std::string& first, const std::string& second, bool descending, std::int16_t mode);
 
 } // namespace mMain

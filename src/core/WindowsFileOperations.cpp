@@ -22,7 +22,7 @@ void Write(const Handle& file, std::string_view bytes)
 class WindowsFileOperations final : public FileOperations
 {
 public:
-    FileState Look(const std::string& path) override
+    FileState GetState(const std::string& path) override
     {
         const Handle file(
             Open(path, FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
@@ -59,26 +59,26 @@ public:
         Write(file, bytes);
         Check(::FlushFileBuffers(file.get()) != 0);
         Check(::CloseHandle(file.release()) != 0);
-        return Look(path);
+        return GetState(path);
     }
 
     void Replace(const std::string& from, const std::string& to) override
     {
         const bool isReplaced =
             ::MoveFileExW(ToPath(from).c_str(), ToPath(to).c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
-        // the answer as well if a program that reads or scans the file has it open
+        // also returned while another program, for example a virus scanner, has the file open
         if (!isReplaced && ::GetLastError() == ERROR_ACCESS_DENIED) {
             throw Error(ErrorNumber::PermissionDenied);
         }
         Check(isReplaced);
     }
 
-    /// The journal of the file system keeps names safe.
+    /// Does nothing: the file system journals names.
     void SyncFolder(const std::string& /*folder*/) override {}
 
     void Remove(const std::string& path) override { Check(::DeleteFileW(ToPath(path).c_str()) != 0); }
 
-    /// A file that exists as long as the lock, even if the process is killed.
+    /// The lock is a file that the system deletes when it is released, even if the process is killed.
     FolderLock Lock(const std::string& folder) override
     {
         FolderLock file = Open(folder + "\\tarno.lock", GENERIC_WRITE, 0, OPEN_ALWAYS,

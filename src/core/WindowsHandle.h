@@ -9,7 +9,7 @@
 namespace Tarno
 {
 
-/// The Error of the last system call.
+/// Returns the Error of the last system call.
 inline Error LastError()
 {
     return ErrorOf({static_cast<int>(::GetLastError()), std::system_category()});
@@ -32,7 +32,7 @@ using Handle = std::unique_ptr<void, CloseHandleOf>;
 /// Full sharing: a reader does not block a program that writes, replaces or removes the file.
 inline constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// Opens or creates a file. Null if that failed; LastError then says why.
+/// Opens or creates a file. Returns null on failure; LastError then returns the reason.
 inline Handle Open(const std::string& path, DWORD access, DWORD share, DWORD disposition, DWORD flags,
                    SECURITY_ATTRIBUTES* security = nullptr)
 {

@@ -9,7 +9,8 @@ namespace Tarno
 namespace
 {
 
-/// "C:\tarno.xml" for "\\?\C:\tarno.xml", "\\server\log\tarno.xml" for "\\?\UNC\server\log\tarno.xml".
+/// Returns "C:\tarno.xml" for "\\?\C:\tarno.xml" and "\\server\log\tarno.xml" for
+/// "\\?\UNC\server\log\tarno.xml".
 std::string WithoutPrefix(const std::string& path)
 {
     constexpr std::string_view prefix = R"(\\?\)";
@@ -33,12 +34,12 @@ std::string ReadWholeFile(const std::string& path)
     if (::GetFileType(file.get()) != FILE_TYPE_DISK || ::GetFileSizeEx(file.get(), &size) == 0) {
         throw Error(ErrorNumber::PathFileAccess);
     }
-    constexpr std::size_t most = 1U << 30U;
+    constexpr std::size_t maxChunk = 1U << 30U;
     std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
     for (std::size_t done = 0; done < bytes.size();) {
         DWORD read = 0;
         if (::ReadFile(file.get(), bytes.data() + done,
-                       static_cast<DWORD>(std::min(bytes.size() - done, most)), &read, nullptr) == 0 ||
+                       static_cast<DWORD>(std::min(bytes.size() - done, maxChunk)), &read, nullptr) == 0 ||
             read == 0) {
             throw Error(ErrorNumber::DeviceInputOutput);
         }

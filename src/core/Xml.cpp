@@ -13,17 +13,18 @@ namespace Tarno
 namespace
 {
 
-// Fragments are let in so that text beside the root is seen and refused instead of dropped. Line ends are
-// left as they are: a value keeps its bytes.
+// parse_fragment makes text outside the root visible, so that it is refused instead of dropped. Line ends are
+// not normalised, so values keep their bytes.
 constexpr unsigned parseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_wconv_attribute |
                                   pugi::parse_comments | pugi::parse_pi | pugi::parse_declaration |
                                   pugi::parse_doctype | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
 constexpr auto encoding = pugi::encoding_utf8;
 
-constexpr int deepest =
-    256; // levels of elements; ours have three, and each is indented by one more in a saved file
+// Levels of elements; the files of the program have three. The limit bounds recursion and the indentation of
+// saved files.
+constexpr int maxDepth = 256;
 
-/// Whether `name`, what stands between "&" and ";", stands for a character that XML can carry.
+/// Whether `name`, the text between "&" and ";", refers to a character that XML allows.
 bool IsReference(std::string_view name)
 {
     constexpr std::array<std::string_view, 5> predefined{"amp", "apos", "gt", "lt", "quot"};
@@ -43,10 +44,10 @@ struct Section {
     std::size_t end;
 };
 
-/// Where the tag that begins at `at` ends; what stands in quotes does not end it.
+/// Returns the end of the tag that begins at `at`, ignoring quoted text.
 std::size_t EndOfTag(std::string_view bytes, std::size_t at)
 {
-    constexpr std::string_view endsAndQuotes = ">[\"'"; // a document type holds further tags behind "["
+    constexpr std::string_view endsAndQuotes = ">[\"'"; // a document type contains further tags after "["
     at = bytes.find_first_of(endsAndQuotes, at);
     while (at != std::string_view::npos && (bytes[at] == '"' || bytes[at] == '\'')) {
         at = bytes.find(bytes[at], at + 1);
@@ -55,7 +56,7 @@ std::size_t EndOfTag(std::string_view bytes, std::size_t at)
     return at;
 }
 
-/// Whether an XML declaration, whose values may hold references as an attribute's may, begins at `at`.
+/// Whether an XML declaration begins at `at`. Its values may contain references, like those of attributes.
 bool IsDeclarationAt(std::string_view bytes, std::size_t at)
 {
     constexpr std::string_view opening = "<?xml";
@@ -63,8 +64,8 @@ bool IsDeclarationAt(std::string_view bytes, std::size_t at)
            bytes.find_first_of(" \t\r\n?", at + opening.size()) == at + opening.size();
 }
 
-/// The first comment, CDATA section or processing instruction in `bytes` from `from` on, where no tag
-/// or declaration is open; an empty one at the end when there is none.
+/// Returns the first comment, CDATA section or processing instruction at or after `from`, which must be
+/// outside tags and declarations. Returns an empty section at the end of `bytes` if none follows.
 Section NextLiteral(std::string_view bytes, std::size_t from)
 {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kinds{
@@ -80,16 +81,16 @@ Section NextLiteral(std::string_view bytes, std::size_t from)
     return {bytes.size(), bytes.size()};
 }
 
-/// Whether each "&" begins a reference that stands for a character, except where it stands for itself. The
-/// parser takes one that begins none for text, which would then be saved as such.
+/// Whether each "&" outside of literal sections begins a valid character reference. The parser accepts any
+/// other "&" as text, which would then be saved as "&amp;".
 bool HasOnlyReferences(std::string_view bytes)
 {
-    constexpr std::size_t longest = 64; // with many leading zeros
+    constexpr std::size_t maxLength = 64; // leaves room for leading zeros
     Section literal{0, 0};
     for (auto at = bytes.find('&'); at != std::string_view::npos; at = bytes.find('&', at + 1)) {
-        const std::string_view behind = bytes.substr(at + 1, longest);
-        const auto end = behind.find(';');
-        if (end != std::string_view::npos && IsReference(behind.substr(0, end))) {
+        const std::string_view rest = bytes.substr(at + 1, maxLength);
+        const auto end = rest.find(';');
+        if (end != std::string_view::npos && IsReference(rest.substr(0, end))) {
             continue;
         }
         while (literal.end <= at && literal.begin < bytes.size()) {
@@ -114,13 +115,13 @@ bool HasOneRoot(const pugi::xml_document& document)
     return roots == 1;
 }
 
-/// What the parser itself does not look at: it takes any bytes for text and stops at a zero byte.
+/// Checks what the parser does not: it accepts any bytes as text and stops at a zero byte.
 bool IsParsable(std::string_view text)
 {
     return IsXmlText(text) && HasOnlyReferences(text);
 }
 
-/// Whether no element below `node` lies deeper than so many levels.
+/// Whether the elements below `node` are at most `levels` levels deep.
 bool IsShallow(const pugi::xml_node& node, int levels)
 {
     for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
@@ -131,8 +132,8 @@ bool IsShallow(const pugi::xml_node& node, int levels)
     return true;
 }
 
-/// Empties the document from its leaves on. The library itself would go down level by level on the stack.
-void Dismantle(pugi::xml_document& document)
+/// Empties the document from its leaves upwards. reset() alone would recurse once per level.
+void ResetWithoutRecursion(pugi::xml_document& document)
 {
     for (pugi::xml_node node = document.root(); node;) {
         if (const pugi::xml_node child = node.first_child(); child) {
@@ -146,14 +147,14 @@ void Dismantle(pugi::xml_document& document)
     document.reset();
 }
 
-/// Whether the parser and we are content; otherwise the document is emptied.
-bool IsAccepted(const pugi::xml_parse_result& result, pugi::xml_document& document)
+/// Whether both the parser and our checks accept the document. If not, empties it.
+bool AcceptOrReset(const pugi::xml_parse_result& result, pugi::xml_document& document)
 {
-    if (!result || !HasOneRoot(document) || !IsShallow(document, deepest)) {
-        Dismantle(document);
+    if (!result || !HasOneRoot(document) || !IsShallow(document, maxDepth)) {
+        ResetWithoutRecursion(document);
         return false;
     }
-    // what is saved is UTF-8, whatever was declared
+    // documents are always saved as UTF-8
     if (pugi::xml_node first = document.first_child(); first.type() == pugi::node_declaration) {
         first.attribute("encoding") = "UTF-8";
     }
@@ -177,7 +178,7 @@ bool ParseXml(std::string_view bytes, pugi::xml_document& document)
     const std::string converted = HasUtf16Mark(bytes) ? FromUtf16(bytes) : std::string();
     const std::string_view text = converted.empty() ? bytes : converted;
     return IsParsable(text) &&
-           IsAccepted(document.load_buffer(text.data(), text.size(), parseOptions, encoding), document);
+           AcceptOrReset(document.load_buffer(text.data(), text.size(), parseOptions, encoding), document);
 }
 
 bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
@@ -186,10 +187,11 @@ bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
     if (HasUtf16Mark(bytes)) {
         bytes = FromUtf16(bytes);
     }
-    // with the zero behind them: the parser puts one into the last place and would not see a letter there
+    // Includes the terminating zero: the parser overwrites the last byte with a zero and would miss a letter
+    // there.
     return IsParsable(bytes) &&
-           IsAccepted(document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding),
-                      document);
+           AcceptOrReset(document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding),
+                         document);
 }
 
 std::string SerializeXml(const pugi::xml_document& document, std::size_t expectedSize)

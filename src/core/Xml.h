@@ -8,21 +8,21 @@
 namespace Tarno
 {
 
-/// Parses `bytes` (UTF-8, or UTF-16 with its mark) so that saving loses nothing that somebody put there
-/// by hand: declaration, comments and processing instructions stay nodes, white space in values is kept.
-/// Returns whether they are one well-formed document, its elements at most 256 levels deep; otherwise
-/// `document` is empty.
+/// Parses `bytes` (UTF-8, or UTF-16 with a byte order mark) without losing manual edits when the document is
+/// saved again: the declaration, comments, processing instructions and white space in values are kept.
+/// Returns false and leaves `document` empty unless `bytes` are one well-formed document with at most 256
+/// levels of elements.
 bool ParseXml(std::string_view bytes, pugi::xml_document& document);
 
-/// The same without a copy of a large file: the document points into `bytes`, which are changed and must
-/// outlive it untouched.
+/// Like ParseXml, but without copying a large file: modifies `bytes`, and the document refers to them. They
+/// must outlive the document and must not be changed.
 bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document);
 
-/// The document as UTF-8 text, one element a line, without a declaration of our own. `expectedSize`, if the
-/// caller knows it, saves copies of a large text that grows.
+/// Serializes the document as UTF-8 with one element per line, without adding a declaration. Reserves
+/// `expectedSize` bytes for the result.
 std::string SerializeXml(const pugi::xml_document& document, std::size_t expectedSize = 0);
 
-/// One node with all that is in it, on one line: equal texts, equal contents.
+/// Serializes a node and its descendants on one line, so that equal texts mean equal contents.
 std::string SerializeXml(const pugi::xml_node& node);
 
 } // namespace Tarno

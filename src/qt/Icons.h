@@ -6,7 +6,7 @@
 namespace Tarno
 {
 
-/// The program's own drawing `name` ("add", "tarno", ...), sharp at every size.
+/// Returns the icon `name` of the program ("add", "tarno", ...), which is sharp at every size.
 QIcon DrawnIcon(QLatin1String name);
 
 } // namespace Tarno

@@ -7,8 +7,7 @@
 namespace Tarno
 {
 
-// A text may begin with U+FEFF like with any other character, which Qt's conversions take for a byte order
-// mark and drop.
+// A text may begin with U+FEFF. Qt's conversions would drop it as a byte order mark.
 
 QString FromUtf8(std::string_view text)
 {
@@ -30,7 +29,7 @@ QString ShownLines(std::string_view stored)
 {
     QString lines = FromUtf8(mMain::DecodeLineBreaks(stored));
     lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    // with the two characters that a text document cannot hold either
+    // including two characters that QTextDocument reserves
     for (const QChar lineBreak : {QChar(QLatin1Char('\r')), QChar(QChar::LineSeparator),
                                   QChar(QChar::ParagraphSeparator), QChar(0xFDD0), QChar(0xFDD1)}) {
         lines.replace(lineBreak, QLatin1Char('\n'));

@@ -8,20 +8,20 @@
 namespace Tarno
 {
 
-// The border between the program's texts (UTF-8) and those of the windows.
+// Conversions between the UTF-8 texts of the lower layers and QString.
 
 QString FromUtf8(std::string_view text);
 
-/// What is no valid Unicode, a lone surrogate, becomes U+FFFD.
+/// Lone surrogates become U+FFFD.
 std::string ToUtf8(const QString& text);
 
-/// A stored text as a box of several lines shows it: every "~CL~" is a line break.
+/// Converts a stored text for a multi-line box: every "~CL~" becomes a line break.
 QString ShownLines(std::string_view stored);
 
-/// The text of a box of several lines as it is stored.
+/// Converts the text of a multi-line box for storage.
 std::string StoredLines(const QString& shown);
 
-/// A stored text of several lines where there is room for one only: line breaks show as blanks.
+/// Converts a stored multi-line text for display on one line: line breaks become blanks.
 QString ShownInOneLine(std::string_view stored);
 
 } // namespace Tarno

@@ -14,13 +14,14 @@ namespace Tarno
 namespace
 {
 
-constexpr int mostAttempts = 100; // a second
+constexpr int maxAttempts = 100; // one every 10 ms
 constexpr std::uint64_t roomToGrow = 65536;
 
 const std::string nothingWritten = "\r\nNothing was written. Your changes are kept while Tarno is open. ";
-const std::string saveAgain = ", then save once more.";
+const std::string saveAgain = ", then save again.";
 
-/// What precedes `data`, a declaration written by an XML tool for example, would hide its records.
+/// Makes `data` the first node. A node before it, for example a declaration that an XML tool has added, would
+/// hide its records.
 void MoveDataToTheFront(pugi::xml_document& document)
 {
     document.prepend_move(document.child("data"));
@@ -31,8 +32,8 @@ void MoveDataToTheFront(pugi::xml_document& document)
     }
 }
 
-/// Writes `record` to a file of its own beside `path`, without synchronising the folder. Returns the path of
-/// that file.
+/// Writes `record` to a separate file in the folder of `path` without synchronising the folder. Returns the
+/// path of that file.
 std::string Keep(const Record& record, const std::string& path, FileOperations& operations)
 {
     pugi::xml_document document;
@@ -42,7 +43,7 @@ std::string Keep(const Record& record, const std::string& path, FileOperations& 
         const std::string name =
             FromPath(log.stem()) + "-kept-" + std::to_string(number) + FromPath(log.extension());
         std::string kept = FromPath(log.parent_path() / ToPath(name));
-        if (!operations.Look(kept).exists) {
+        if (!operations.GetState(kept).exists) {
             SafeWriter(operations).Replace(kept, SerializeXml(document), std::nullopt);
             return kept;
         }
@@ -59,11 +60,11 @@ DataFile::DataFile(std::string name, RecordTable::Names names) : m_name(std::mov
 void DataFile::Load(const ProgramFolder& folder, FileOperations& operations)
 {
     Release();
-    m_path = folder.Existing(m_name);
+    m_path = folder.FindPath(m_name);
     try {
         const std::string path = Resolved(m_path);
-        m_folder = operations.Look(FolderOf(path));
-        m_version = operations.Look(path);
+        m_folder = operations.GetState(FolderOf(path));
+        m_version = operations.GetState(path);
         if (auto contents = Parsed(ReadWholeFile(path))) {
             m_contents = std::move(contents);
         }
@@ -83,17 +84,17 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     m_isUnsaved = true;
     std::error_code ignored;
     const std::string path =
-        Resolved(std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.Existing(name));
-    if (!operations.Look(FolderOf(path)).IsSameFile(m_folder)) {
+        Resolved(std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.FindPath(name));
+    if (!operations.GetState(FolderOf(path)).IsSameFile(m_folder)) {
         throw Error(ErrorNumber::PathNotFound,
                     "The folder of " + m_name + " is no longer the one that was opened:\r\n" +
-                        FolderOf(path) + nothingWritten + "Make that folder available again" + saveAgain);
+                        FolderOf(path) + nothingWritten + "Make the original folder available" + saveAgain);
     }
     SafeWriter writer(operations);
     const FolderLock lock = writer.LockFolder(FolderOf(path));
     std::string lastRead;
-    for (int attempt = 1; attempt <= mostAttempts; ++attempt) {
-        const FileState found = operations.Look(path);
+    for (int attempt = 1; attempt <= maxAttempts; ++attempt) {
+        const FileState found = operations.GetState(path);
         const bool isOther = found.exists && found.isReplaceable && found != m_version;
         if (!isOther || MergeFile(path, found, lastRead, operations, merged)) {
             const std::string bytes = SerializeXml(m_contents->document, m_version.size + roomToGrow);
@@ -108,7 +109,7 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
         operations.Pause();
     }
     throw Error(ErrorNumber::PathFileAccess, "Another program has changed " + path +
-                                                 ", which is damaged, not yet complete or cannot be read." +
+                                                 ". The file is damaged, incomplete or cannot be read." +
                                                  nothingWritten + "Restore that file or move it away" +
                                                  saveAgain);
 }
@@ -130,10 +131,11 @@ bool DataFile::MergeFile(const std::string& path, const FileState& found, std::s
     std::string bytes;
     try {
         bytes = ReadWholeFile(path);
-    } catch (const Error&) { // removed a moment ago, or held by the program that writes it
+    } catch (const Error&) { // just removed, or held by the program that writes it
         return false;
     }
-    // a file that has replaced another one is complete; the same file may still be being written
+    // A file that replaced the old one is complete. A file that is written in place may be incomplete, so it
+    // must have the same contents twice.
     const bool isStable = !found.IsSameFile(m_version) || bytes == lastRead;
     lastRead = bytes;
     auto theirs = isStable ? Parsed(std::move(bytes)) : nullptr;

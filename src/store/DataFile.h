@@ -12,8 +12,8 @@
 namespace Tarno
 {
 
-/// One data file, held whole in memory: a document whose element `data` holds the records. Its file may be
-/// changed by other programs at any time.
+/// A data file that is completely held in memory: a document whose element `data` contains the records. Other
+/// programs may change the file at any time.
 class DataFile
 {
 public:
@@ -25,18 +25,19 @@ public:
 
     const RecordTable& Records() const { return m_contents->records; }
 
-    /// Reads the file from `folder`. A file that is missing, damaged or no data file leaves the document
-    /// empty: every operation on it then fails, so nothing can be saved over it.
+    /// Reads the file from `folder`. If the file is missing, damaged or not a data file, the document stays
+    /// empty and every operation on it fails, so that the file is never overwritten.
     void Load(const ProgramFolder& folder, FileOperations& operations);
 
+    /// Drops the document, including unsaved changes.
     void Release();
 
-    /// Writes all changes to the file that was loaded or, if it is gone, to the file `name` of `folder`
-    /// whatever the case of its letters. Changes of other programs are merged into the document first. A
-    /// replaced version of a record is written to "tarno-kept-1.xml" or the next number that is free.
-    /// Throws Error: PermissionDenied if the folder stays locked, PathNotFound if it is no longer the folder
-    /// that was opened, PathFileAccess if the file is damaged or incomplete, and what SafeWriter throws. The
-    /// changes then stay in memory for the next save. Returns in `merged`, even then, what merging has done.
+    /// Writes all changes to the file that was loaded. If it no longer exists, writes the file `name` of
+    /// `folder`, ignoring case. Changes of other programs are merged into the document first. Versions of
+    /// records that ours replace are written to "tarno-kept-1.xml" or the next free number. Throws Error:
+    /// PermissionDenied if the folder stays locked, PathNotFound if it is no longer the folder that was
+    /// opened, PathFileAccess if the file is damaged or incomplete, and the errors of SafeWriter. The changes
+    /// then stay in memory for the next save. Stores the result of merging in `merged`, even on failure.
     void Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
               MergeResult& merged);
 
@@ -47,15 +48,15 @@ private:
     struct Contents {
         explicit Contents(RecordTable::Names names) : records(document, names) {}
 
-        std::string bytes; ///< as read; the values of the document lie in them
+        std::string bytes; ///< of the file; the document refers to them
         pugi::xml_document document;
         RecordTable records;
     };
 
-    /// Null if `bytes` are no data file.
+    /// Parses `bytes`. Returns null if they are not a data file.
     std::unique_ptr<Contents> Parsed(std::string bytes) const;
-    /// Merges the file, which another program has changed. Returns false if it is damaged or may still be
-    /// being written. `lastRead` is what the attempt before this one has read.
+    /// Merges the file, which another program has changed, into the document. Returns false if the file is
+    /// damaged or may be incomplete. `lastRead` are the bytes read by the previous attempt.
     bool MergeFile(const std::string& path, const FileState& found, std::string& lastRead,
                    FileOperations& operations, MergeResult& merged);
 
@@ -63,8 +64,8 @@ private:
     RecordTable::Names m_names;
     std::unique_ptr<Contents> m_contents;
     std::string m_path;  ///< of the file that was loaded
-    FileState m_folder;  ///< of the folder of that file
-    FileState m_version; ///< of the file when it was last read or written
+    FileState m_folder;  ///< of the folder of the loaded file
+    FileState m_version; ///< state of the file when it was last read or written
     bool m_isUnsaved = false;
 };
 

@@ -9,15 +9,15 @@
 namespace Tarno
 {
 
-// The catalogue of the values that a log entry has. Everything that shows, edits, lists, prints or exchanges
-// an entry reads it. A new value is a name in EntryField::Position, a row in entryFields, a child at the end
-// of each record in the shipped files, and a control with its binding in the editor.
+// The catalogue of the fields of a log entry, used by everything that shows, edits, lists, prints or
+// exchanges entries. A new field needs a name in EntryField::Position, a row in entryFields, a child at the
+// end of each record in the shipped files, and a control with its binding in the editor.
 
 namespace EntryField
 {
 
-/// The positions of the values among the children of an entry's record. Their order is part of the file
-/// format; the names of the children are not looked at.
+/// The positions of the values among the children of an entry's record. The order is part of the file format;
+/// the names of the children are ignored.
 enum Position : std::size_t {
     TarnoNo,
     StartDate,
@@ -64,25 +64,25 @@ enum Position : std::size_t {
 enum class FieldKind {
     Key,       ///< the number of the record
     Date,      ///< "yyyy-mm-dd"
-    Time,      ///< "hh:mm", empty, or a word of rise and set
+    Time,      ///< "hh:mm", empty, or a word such as "never" for rise and set
     Number,    ///< a number as the user typed it; any text is accepted
     Text,      ///< one line
     Lines,     ///< several lines, each line break stored as "~CL~"
-    Code,      ///< the index of one of the field's words as decimal text; any other text is not set
-    MoonPhase, ///< the lit percentage as a whole number, negative while waning
+    Code,      ///< the index of a word of the field as decimal text; any other text means "not set"
+    MoonPhase, ///< the illuminated percentage as an integer, negative while waning
     Place,     ///< the number of a location
-    Picture,   ///< the path of an image file; empty for none
+    Picture,   ///< the path of an image file, or empty
 };
 
-/// Whether the code precedes its word in the first column of a report ("3-Run In"), so that sorting orders by
-/// it.
+/// Whether the first column of a report shows the code before its word ("3-Run In"), so that rows are sorted
+/// by code.
 enum class FirstColumn { ShowsWord, ShowsCodeAndWord };
 
 struct FieldInfo {
     EntryField::Position position;
-    std::string_view name; ///< the data name, by which reports and other formats refer to the field
+    std::string_view name; ///< the data name that identifies the field in reports and other formats
     FieldKind kind;
-    std::span<const std::string_view> words = {}; ///< of a code
+    std::span<const std::string_view> words = {}; ///< for codes only
     FirstColumn inFirstColumn = FirstColumn::ShowsWord;
 };
 
@@ -145,11 +145,11 @@ inline constexpr std::array<FieldInfo, EntryField::Count> entryFields{{
     {EntryField::Picture, "Picture", FieldKind::Picture},
 }};
 
-/// The field of that data name, letter case included; null if there is none.
+/// Returns the field with the data name `name` (case-sensitive), or null.
 const FieldInfo* FindEntryField(std::string_view name);
 
-/// The word for a stored code of a field of kind Code; "Not Set" for every text that is not one of its codes,
-/// such as " 1" and "01".
+/// Returns the word for a stored code of a field of kind Code, or "Not Set" for any other text, such as " 1"
+/// and "01".
 std::string CodeWord(EntryField::Position field, std::string_view code);
 
 } // namespace Tarno

@@ -16,7 +16,7 @@ namespace Tarno
 namespace
 {
 
-/// The names of the locations, each looked up once.
+/// Caches the names of locations.
 class LocationNames
 {
 public:
@@ -36,8 +36,8 @@ private:
     std::unordered_map<std::string, std::string> m_names;
 };
 
-/// A column of the table: where its values are, and how they are shown. The two may belong to different
-/// fields in a saved report that was edited by hand.
+/// A column of the table: the position of its values and how they are shown. The two may belong to different
+/// fields if a saved report was edited by hand.
 class Column
 {
 public:
@@ -67,7 +67,7 @@ public:
     }
 
 private:
-    std::int32_t m_position; // a negative one is beyond every record's end
+    std::int32_t m_position; // a negative position becomes one beyond the end of every record
     const FieldInfo* m_shownAs;
     bool m_isFirst;
 };
@@ -89,7 +89,7 @@ std::vector<Column> ColumnsOf(const ReportSelection& selection)
 ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
                     const std::function<std::string(const std::string& number)>& locationName)
 {
-    std::vector<Column> columns; // made when there is an entry for them
+    std::vector<Column> columns; // created with the first entry that passes
     LocationNames locations(locationName);
     ReportTable table(1, ReportRow(query.selection.numbers.size()));
     for (std::size_t index = 0; index < entries.size(); ++index) {
@@ -100,7 +100,7 @@ ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
         if (columns.empty()) {
             columns = ColumnsOf(query.selection);
         }
-        if (index > 0) { // the first row is the first entry's own, and stays empty without it
+        if (index > 0) { // the first row belongs to the first entry and stays empty without it
             table.emplace_back(columns.size());
         }
         std::transform(columns.begin(), columns.end(), table.back().begin(),

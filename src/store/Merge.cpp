@@ -11,7 +11,7 @@ MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
     for (const auto& [key, before] : ours.Changed()) {
         const pugi::xml_node found = ours.Find(key);
         const pugi::xml_node our =
-            ours.IsAppended(found) ? pugi::xml_node() : found; // the key was used again
+            ours.IsAppended(found) ? pugi::xml_node() : found; // a new record reuses the key
         const pugi::xml_node their = theirs.Find(key);
         const std::string ourText = SerializeXml(our);
         const std::string theirText = SerializeXml(their);
@@ -33,7 +33,7 @@ MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
     for (const pugi::xml_node& our : ours.Appended()) {
         Record record{RecordView(our)};
         const std::string key = record.Text(0);
-        // the same record under the same key: our own save that was reported as failed
+        // An identical record with the same key is from an earlier save of ours that was reported as failed.
         if (SerializeXml(theirs.Find(key)) != SerializeXml(our)) {
             theirs.Append(record);
             if (record.Text(0) != key) {

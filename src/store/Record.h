@@ -11,17 +11,17 @@
 namespace Tarno
 {
 
-/// All text inside `node`, CDATA sections and nested elements included.
+/// Returns all text inside `node`, including CDATA sections and nested elements.
 std::string TextOf(const pugi::xml_node& node);
 
-/// A stored record, to be read. It sees the data file itself and must not outlive the next change of it.
-/// Values are addressed by their position among the record's child elements, the key at 0.
+/// A read-only view of a stored record. It refers to the data file and is invalidated by any change of it.
+/// Values are addressed by their position among the child elements of the record. The key is at 0.
 class RecordView
 {
 public:
     explicit RecordView(pugi::xml_node node) : m_node(node) {}
 
-    /// The value at `position`, UTF-8. Throws Error ObjectNotSet when the record has no such child.
+    /// Returns the value at `position`, UTF-8. Throws Error ObjectNotSet if the record has fewer children.
     std::string Text(std::size_t position) const;
     std::size_t Count() const;
 
@@ -34,15 +34,15 @@ private:
 /// All records of a file, in file order.
 using RecordList = std::vector<RecordView>;
 
-/// The record at `position` of `list`, from 0. Throws Error SubscriptOutOfRange when there is none.
+/// Returns the record at `position` of `list`, counted from 0. Throws Error SubscriptOutOfRange if the
+/// position is outside the list.
 const RecordView& RecordAt(const RecordList& list, std::int64_t position);
 
-/// A copy of a record that belongs to its holder. Changing it changes nothing until it is handed to the
-/// matching update.
+/// An independent copy of a record. Changes take effect when the copy is passed to the matching update.
 class Record
 {
 public:
-    /// A record without values.
+    /// Creates a record without values.
     Record() = default;
     explicit Record(const RecordView& stored);
     Record(const Record& other);
@@ -55,8 +55,8 @@ public:
 
     std::size_t Count() const { return View().Count(); }
 
-    /// Replaces the value; what XML cannot carry becomes U+FFFD.
-    /// Throws Error ObjectNotSet when the record has no child at `position`.
+    /// Replaces the value. Characters that XML does not allow become U+FFFD.
+    /// Throws Error ObjectNotSet if the record has no child at `position`.
     void SetText(std::size_t position, std::string_view text);
 
     RecordView View() const { return RecordView(m_document.first_child()); }

@@ -5,9 +5,9 @@
 namespace Tarno
 {
 
-// The positions of the values in the records of locations, columns of the log report and saved reports; those
-// of an entry are in EntryFields.h. The order of a record's children is part of the file format; their names
-// are not looked at.
+// The positions of the values in records of locations, columns of the log report and saved reports. Those of
+// entries are in EntryFields.h. The order of the children is part of the file format; their names are
+// ignored.
 
 namespace LocationField
 {

@@ -31,7 +31,7 @@ std::int32_t KeyAfter(const pugi::xml_node& lastRecord)
     return key + 1;
 }
 
-pugi::xml_node Needed(const pugi::xml_node& node)
+pugi::xml_node RequireNode(const pugi::xml_node& node)
 {
     if (!node) {
         throw Error(ErrorNumber::ObjectNotSet);
@@ -75,7 +75,7 @@ RecordList RecordTable::List() const
 
 RecordView RecordTable::Get(const std::string& key) const
 {
-    return RecordView(Needed(Find(key)));
+    return RecordView(RequireNode(Find(key)));
 }
 
 pugi::xml_node RecordTable::Find(const std::string& key) const
@@ -99,7 +99,7 @@ void RecordTable::Append(Record& record)
     const pugi::xml_node last = LastRecord(container);
     Record keyed = record;
     keyed.SetText(0, last ? std::to_string(KeyAfter(last)) : "1");
-    m_appended.push_back(Needed(container.append_copy(keyed.View().Node())));
+    m_appended.push_back(RequireNode(container.append_copy(keyed.View().Node())));
     Index(m_appended.back());
     record = std::move(keyed);
 }
@@ -109,7 +109,7 @@ void RecordTable::Replace(const Record& record)
     const std::string key = record.Text(0);
     const pugi::xml_node old = Get(key).Node();
     pugi::xml_node data = Data();
-    const pugi::xml_node stored = Needed(data.insert_copy_after(record.View().Node(), old));
+    const pugi::xml_node stored = RequireNode(data.insert_copy_after(record.View().Node(), old));
     if (IsAppended(old)) {
         std::replace(m_appended.begin(), m_appended.end(), old, stored);
     } else {
@@ -120,7 +120,7 @@ void RecordTable::Replace(const Record& record)
     if (storedKey && TextOf(storedKey) == key) {
         m_byKey[key] = stored;
     } else {
-        Index(); // what stands first in the record is not its key
+        Index(); // the first child of the record is not its key
     }
 }
 
@@ -134,7 +134,7 @@ void RecordTable::Remove(const std::string& key)
             m_changed.try_emplace(key, SerializeXml(record));
         }
         data.remove_child(record);
-        Index(); // a later record with the same key is the first one now
+        Index(); // a duplicate of the key may now be the first one
     }
 }
 
@@ -146,7 +146,7 @@ void RecordTable::Restore(const Record& record, const std::vector<std::string>& 
         before = Find(*key);
     }
     const pugi::xml_node node = record.View().Node();
-    Index(Needed(before ? data.insert_copy_after(node, before) : data.prepend_copy(node)));
+    Index(RequireNode(before ? data.insert_copy_after(node, before) : data.prepend_copy(node)));
     m_changed.try_emplace(record.Text(0));
 }
 
@@ -164,12 +164,12 @@ std::vector<std::string> RecordTable::KeysBefore(const std::string& key) const
 
 pugi::xml_node RecordTable::Container() const
 {
-    return Needed(m_document.first_child());
+    return RequireNode(m_document.first_child());
 }
 
 pugi::xml_node RecordTable::Data() const
 {
-    return Needed(m_document.child("data"));
+    return RequireNode(m_document.child("data"));
 }
 
 bool RecordTable::IsAppended(const pugi::xml_node& record) const

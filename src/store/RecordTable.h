@@ -12,70 +12,71 @@
 namespace Tarno
 {
 
-/// The records of one data file, by key, and the changes that its file lacks. Entries, locations, field
-/// definitions and saved reports differ only in their names. Nothing here reads or writes files.
+/// The records of a data file by key, and the changes that are not yet in the file. Entries, locations, field
+/// definitions and saved reports differ only in the names of their elements. The table does not access files.
 class RecordTable
 {
 public:
     struct Names {
         const char* record; ///< the element of a record
-        const char* key;    ///< the child element that holds its key
+        const char* key;    ///< the child element that contains its key
     };
 
-    /// By key, each changed or removed record in XML as it was before.
+    /// The original XML of each changed or removed record, by key.
     using Changes = std::map<std::string, std::string>;
 
     /// `document` must outlive the table.
     RecordTable(pugi::xml_document& document, Names names) : m_document(document), m_names(names) {}
 
-    /// To be called after the document was parsed or reset. There are no changes then.
+    /// Rebuilds the index and forgets all changes. Call this after parsing or resetting the document.
     void Rebuild();
 
-    /// The records in file order; comments and the like between them do not count.
+    /// Returns the records in file order, without comments and other nodes between them.
     /// Throws Error ObjectNotSet if the document is empty.
     RecordList List() const;
 
-    /// The first record whose key is `key` as text ("012" is not "12").
-    /// Throws Error ObjectNotSet if there is none or the document is empty.
+    /// Returns the first record with the key `key`, compared as text ("012" is not "12").
+    /// Throws Error ObjectNotSet if no record has the key or the document is empty.
     RecordView Get(const std::string& key) const;
 
-    /// The same record; a null node if there is none.
+    /// Returns the same record as Get, or a null node if no record has the key.
     pugi::xml_node Find(const std::string& key) const;
 
-    /// The first record of the file. Throws as Get.
+    /// Returns the first record of the file. Throws like Get.
     RecordView First() const;
 
-    /// Appends a copy of `record` under the key of the last record plus one ("1" in an empty file) and
-    /// writes the new key into `record`. Throws Error: TypeMismatch or Overflow if the last key is no 32-bit
-    /// number that can be counted on, ObjectNotSet if the document is empty.
+    /// Appends a copy of `record` with the key of the last record plus one ("1" in an empty file) and stores
+    /// the new key in `record`. Throws Error: TypeMismatch if the last key is not a number, Overflow if it or
+    /// the new key exceeds 32 bits, ObjectNotSet if the document is empty.
     void Append(Record& record);
 
-    /// Puts a copy of `record` in the place of the stored record with the same key. Throws as Get.
+    /// Replaces the stored record with the same key by a copy of `record`. Throws like Get.
     void Replace(const Record& record);
 
-    /// Removes the record if there is one. Throws Error ObjectNotSet if the document is empty.
+    /// Removes the record with the key, if any. Throws Error ObjectNotSet if the document is empty.
     void Remove(const std::string& key);
 
-    /// Inserts a copy of `record`, which was removed, behind the record of the last of `keysBefore` that the
-    /// table has. Throws Error ObjectNotSet if the document is empty.
+    /// Inserts a copy of `record`, which was removed, after the record of the last key in `keysBefore` that
+    /// exists. Throws Error ObjectNotSet if the document is empty.
     void Restore(const Record& record, const std::vector<std::string>& keysBefore);
 
-    /// The keys of the records before that of `key`, in file order.
+    /// Returns the keys of all records before the record of `key`, in file order.
     std::vector<std::string> KeysBefore(const std::string& key) const;
 
-    /// The records that were replaced, removed or restored; those that were appended.
+    /// The records that were replaced, removed or restored since the last ForgetChanges, and those appended.
     const Changes& Changed() const { return m_changed; }
 
     const std::vector<pugi::xml_node>& Appended() const { return m_appended; }
 
     bool IsAppended(const pugi::xml_node& record) const;
 
-    /// To be called when the file has all changes.
+    /// Forgets all changes. Call this after saving.
     void ForgetChanges();
 
 private:
-    /// The first child of the document, where records are listed and appended, and its child `data`, where
-    /// they are looked up. They throw Error ObjectNotSet if the document is empty.
+    /// Container returns the first child of the document, in which records are listed and appended. Data
+    /// returns its child `data`, in which they are looked up. Both throw Error ObjectNotSet if the document
+    /// is empty.
     pugi::xml_node Container() const;
     pugi::xml_node Data() const;
     void Index();

@@ -9,8 +9,7 @@
 namespace Tarno
 {
 
-/// The fields of a log report, in its order. The lists can differ in length: a saved report may have been
-/// edited by hand.
+/// The fields of a log report, in order. The lists can differ in length if a saved report was edited by hand.
 struct ReportSelection {
     std::vector<std::string> names;   ///< data names
     std::vector<std::string> numbers; ///< field numbers
@@ -18,17 +17,17 @@ struct ReportSelection {
     bool operator==(const ReportSelection& other) const = default;
 };
 
-/// The selection that a saved report stores. Throws Error ObjectNotSet if the record has no such values.
+/// Returns the selection of a saved report. Throws Error ObjectNotSet if the record lacks the values.
 ReportSelection ReadSelection(const RecordView& report);
 
-/// Stores the selection in a saved report. Throws Error ObjectNotSet if the record has no such values.
+/// Stores the selection in a saved report. Throws Error ObjectNotSet if the record lacks the values.
 void WriteSelection(const ReportSelection& selection, Record& report);
 
-/// The definitions of the fields `numbers`, by position in the file: `fields` are all definitions, and number
-/// 1 means the first one. Throws Error SubscriptOutOfRange if there is none at such a position.
+/// Returns the definitions of the fields `numbers`. `fields` are all definitions; number 1 is the first one.
+/// Throws Error SubscriptOutOfRange if a number is outside the list.
 RecordList DefinitionsOf(const std::vector<std::int32_t>& numbers, const RecordList& fields);
 
-/// The selection of the fields `numbers`, with the data names from DefinitionsOf.
+/// Returns the selection of the fields `numbers`, with data names from DefinitionsOf.
 ReportSelection SelectionOf(const std::vector<std::int32_t>& numbers, const RecordList& fields);
 
 } // namespace Tarno

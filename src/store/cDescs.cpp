@@ -58,8 +58,7 @@ std::string cDescs::MoonPhaseDesc(std::string_view sPhase) const
     if (sPhase.empty()) {
         return std::string(FieldWords::notSet);
     }
-    const std::int16_t lit =
-        RoundToInt16(std::abs(ToInt16(sPhase))); // the lowest number has no positive twin
+    const std::int16_t lit = RoundToInt16(std::abs(ToInt16(sPhase))); // overflows for -32768
     const std::string digits = "00" + std::to_string(lit);
     return (sPhase.starts_with('-') ? "Waning, " : "Waxing, ") + digits.substr(digits.size() - 2) + "%";
 }

@@ -6,9 +6,9 @@
 namespace Tarno
 {
 
-/// The words for the condition codes of an entry, which are in the catalogue of fields. A code is the
-/// zero-based index of the chosen option as decimal text; every other text, " 1" and "01" included, reads
-/// "Not Set".
+/// Returns the words for the condition codes of an entry, from the catalogue of fields. A code is the
+/// zero-based index of the chosen option as decimal text. Any other text, including " 1" and "01", is "Not
+/// Set".
 class cDescs
 {
 public:
@@ -22,9 +22,9 @@ public:
     std::string WindDirDesc(std::string_view sNo) const;
     std::string AirPressureDesc(std::string_view sNo) const;
 
-    /// A signed lit percentage as words: "Waning, 45%" for "-45", "Not Set" for the empty text. Only two
-    /// digits are kept, so a full moon reads "00%".
-    /// Throws Error: TypeMismatch when the text is no number, Overflow when it is no 16-bit integer.
+    /// Describes a signed illuminated percentage: "Waning, 45%" for "-45", "Not Set" for an empty text. Keeps
+    /// only two digits, so a full moon is "00%" (see docs/quirks.md). Throws Error: TypeMismatch if the text
+    /// is not a number, Overflow if it does not fit 16 bits.
     std::string MoonPhaseDesc(std::string_view sPhase) const;
 };
 

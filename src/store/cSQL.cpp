@@ -24,9 +24,9 @@ constexpr RecordTable::Names locationNames{"location", "LocNo"};
 constexpr RecordTable::Names fieldNames{"field", "FieldNo"};
 constexpr RecordTable::Names reportNames{"report", "RptNo"};
 
-constexpr std::string_view newKey = "0"; ///< of a record that has no key yet
+constexpr std::string_view newKey = "0"; ///< the key of a record that is not stored yet
 
-/// Empty if the record has no such value.
+/// Returns the value at `position`, or an empty text if the record is shorter.
 std::string TextAt(const Record& record, std::size_t position)
 {
     return position < record.Count() ? record.Text(position) : std::string();
@@ -59,7 +59,7 @@ Status cSQL::Init()
         for (DataFile* file : {&m_entries, &m_fields, &m_locations, &m_entryBlank, &m_locationBlank,
                                &m_reports, &m_reportBlank}) {
             file->Load(m_folder, m_operations);
-            SafeWriter(m_operations).RemoveStale(m_folder.Existing(file->Name()));
+            SafeWriter(m_operations).RemoveStale(m_folder.FindPath(file->Name()));
         }
     });
 }
@@ -220,7 +220,7 @@ Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs,
         in.Save(m_folder, savedAs, m_operations, merged);
     });
     if (!merged.newKeys.empty()) {
-        Trap(module, routine, [&] { FollowNewKeys(routine, in, merged.newKeys, updated); });
+        Trap(module, routine, [&] { UpdateReferences(routine, in, merged.newKeys, updated); });
     }
     for (const Conflict& conflict : merged.conflicts) {
         if (m_showConflict) {
@@ -230,7 +230,8 @@ Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs,
     return status;
 }
 
-void cSQL::FollowNewKeys(std::string_view routine, const DataFile& in, const KeyMap& newKeys, Record* updated)
+void cSQL::UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys,
+                            Record* updated)
 {
     const auto keyOf = [&](const std::string& key) {
         const auto found = newKeys.find(key);

@@ -18,61 +18,62 @@
 namespace Tarno
 {
 
-/// What an operation of the data access returns.
+/// The result of a data access operation.
 using Status = std::int32_t;
 constexpr Status succeeded = 0;
 constexpr Status failed = 1; ///< the error has been reported through ErrorLog
 
-/// A record that this program and another one have changed in different ways; the log has the version of
-/// this one.
+/// Describes a record that this program and another one have changed differently. The log contains the
+/// version of this program.
 struct ConflictNotice {
     enum class Kind { Trip, Location, Column, Report };
 
     Kind kind;
     std::string date; ///< of a trip
-    std::string name; ///< of the location, column or report; a trip has that of its location
+    std::string name; ///< of the location, column or report; for a trip, of its location
     bool isDeletedHere;
-    std::string keptAs; ///< path of the file that holds the other version; empty if it was deleted there
+    std::string keptAs; ///< path of the file with the other version; empty if it was deleted there
 };
 
-/// The only code that touches the data files. Documents are held whole in memory; every change is written
-/// to its file at once. A change whose saving failed stays in memory and is written by the next save. Changes
-/// that another program has made in a file are merged, record by record, when that file is saved.
+/// The only class that accesses the data files. It keeps the documents in memory and saves each change
+/// immediately. If a save fails, the change stays in memory and is written by the next save. Saving a file
+/// merges changes of other programs to it record by record.
 ///
-/// A record is handed out as a copy and handed back whole; a key of 0 means the blank template.
+/// Records are returned and passed back as complete copies. Key 0 is the blank template.
 class cSQL
 {
 public:
-    /// The references must outlive the object. Until Init every file is empty.
+    /// The references must outlive the object. All documents are empty before Init.
     cSQL(const ProgramFolder& folder, FileOperations& operations);
 
-    /// `show` is called after a save that has met a conflict. Until this is called conflicts are not shown.
+    /// Sets the function to be called for each conflict after a save. Conflicts are not shown before this is
+    /// called.
     void SetShowConflict(std::function<void(const ConflictNotice&)> show)
     {
         m_showConflict = std::move(show);
     }
 
-    /// Loads the seven files. A file that is missing or damaged is no failure here; the operations that
-    /// need it fail. Temporaries that a crash has left behind are removed.
+    /// Loads the seven files and removes orphaned temporaries. Succeeds even if a file is missing or damaged;
+    /// operations that need the file then fail.
     Status Init();
-    /// Releases the documents; nothing is saved. No operation may follow.
+    /// Releases the documents without saving. No operation may follow.
     Status DeInit();
 
-    // Lists: all records in file order. A file without records leaves the argument as it was.
+    // Lists: all records in file order. The argument is unchanged if the file has no records.
 
     Status EntryList(RecordList& xEntries) const;
     Status LocationList(RecordList& xLocs) const;
     Status FieldList(RecordList& xField) const;
     Status ReportList(RecordList& xRpt) const;
 
-    // Gets: a copy of the record with that number, of the template for 0.
+    // Gets: a copy of the record with the number, or of the template for 0.
 
     Status EntryGet(std::int16_t iTarnoNo, Record& xEntry) const;
     Status LocationGet(std::int16_t iLocNo, Record& xLoc) const;
     Status ReportGet(std::int16_t iRptNo, Record& xRpt) const;
 
-    // Updates: a record whose key is "0" is appended under the last record's key plus one, which is
-    // written into the argument as well; any other replaces the stored record of its key.
+    // Updates: a record with the key "0" is appended with the last record's key plus one, and the new key is
+    // stored in the argument. Any other record replaces the stored one with its key.
 
     Status EntryUpdate(Record& xTarno);
     Status LocationUpdate(Record& xLoc);
@@ -80,25 +81,25 @@ public:
     /// Replaces only; the set of field definitions is fixed.
     Status FieldUpdate(const Record& xFld);
 
-    // Deletions: the file is saved whether there was such a record or not.
+    // Deletions: the file is saved even if the record does not exist.
 
     Status EntryDelete(std::int16_t iTarnoNo);
     Status LocationDelete(std::int16_t iLocNo);
     Status ReportDelete(std::int16_t iRptNo);
 
-    /// The stored name of the location whose key is `sLocNo`; "1", the error reported, when there is none.
+    /// Returns the stored name of the location with the key `sLocNo`. If it does not exist, reports the error
+    /// and returns "1" (see docs/quirks.md).
     std::string LocationNameGet(const std::string& sLocNo) const;
 
-    /// Fills ReportGrid with the rows of the log report, as LogGrid says. `sFlds` are the data names of the
-    /// columns, `sKeys` their field numbers, both with "," between them; `iLocNo` is the location whose
-    /// entries are wanted, 0 for all. After a failure the grid is as it was.
+    /// Fills ReportGrid with the rows of the log report, see LogGrid. `sFlds` are the data names of the
+    /// columns and `sKeys` their field numbers, both comma-separated. `iLocNo` is the location to filter by,
+    /// 0 for all. The grid is unchanged on failure.
     Status ReportLogData(const std::string& sFlds, const std::string& sKeys, std::int16_t iLocNo);
 
-    /// The rows that ReportLogData filled last, for the report to sort and to read; they are kept until it
-    /// fills them anew.
+    /// The rows of the last successful ReportLogData, for the report to sort and print.
     ReportTable& ReportGrid() { return m_reportGrid; }
 
-    /// The names of the files whose last change has not reached the disk.
+    /// Returns the names of the files with unsaved changes.
     std::vector<std::string> UnsavedFiles() const;
 
 private:
@@ -108,13 +109,16 @@ private:
     Status Update(std::string_view routine, DataFile& in, Record& record, const char* savedAs);
     Status Delete(std::string_view routine, DataFile& in, std::int16_t key, const char* savedAs);
 
-    /// Runs `change` on the records and saves the file. `updated` is the record that was added or replaced.
+    /// Runs `change` on the records and saves the file. `updated` is the record that `change` adds or
+    /// replaces.
     template <typename TableChange>
     Status Change(std::string_view routine, DataFile& in, const char* savedAs, const TableChange& change,
                   Record* updated = nullptr);
 
-    /// Brings what refers to records of `in` up to date: the record of the caller and the trips of this run.
-    void FollowNewKeys(std::string_view routine, const DataFile& in, const KeyMap& newKeys, Record* updated);
+    /// Replaces the old keys of records in `in` by the new ones: in the caller's record `updated`, in the set
+    /// of trips of this run, and in those trips that refer to a location with a new key.
+    void UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys,
+                          Record* updated);
 
     ConflictNotice NoticeOf(const DataFile& in, const Conflict& conflict) const;
 

@@ -2,10 +2,10 @@
 
 #include "app/DataFolder.h"
 #include "core/Error.h"
-#include "support/PlainUser.h"
 #include "support/RaisedNumber.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -111,9 +111,9 @@ private Q_SLOTS:
     {
         const Machine machine;
         machine.Ship("bin");
-        const PlainUser plain(machine.folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser plain(machine.folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         machine.Lock("bin");
         const DataFolder found = machine.Find();
@@ -136,9 +136,9 @@ private Q_SLOTS:
     {
         const Machine machine;
         machine.Ship("share/tarno");
-        const PlainUser plain(machine.folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser plain(machine.folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QFile::setPermissions(machine.At("share/tarno/tarno.xml"), {});
         QCOMPARE(RaisedNumber([&] { machine.Find(); }), 75);

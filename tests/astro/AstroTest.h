@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-// Lets a failed comparison show the texts and dates that differ.
+// Lets QCOMPARE print texts and dates.
 namespace QTest
 {
 
@@ -37,7 +37,7 @@ inline char* toString(const std::chrono::year_month_day& t)
 namespace Tarno
 {
 
-/// The number of the error that `routine` throws; nothing when it throws none.
+/// Runs `routine` and returns the number of the Error that it throws, or nullopt.
 template <typename Routine>
 std::optional<ErrorNumber> ErrorOf(Routine routine)
 {

@@ -17,7 +17,7 @@ class tst_DaylightSaving : public QObject
 
 private Q_SLOTS:
 
-    void lastSunday_monthEndingOnAnotherDay_liesBeforeItsEnd()
+    void lastSunday_monthEndingOnAnotherDay_isBeforeItsEnd()
     {
         QCOMPARE(LastSundayOfMarch(2003y), year_month_day(2003y / 3 / 30));
         QCOMPARE(LastSundayOfOctober(2003y), year_month_day(2003y / 10 / 26));
@@ -30,7 +30,7 @@ private Q_SLOTS:
         QCOMPARE(LastSundayOfOctober(2010y), year_month_day(2010y / 10 / 31));
     }
 
-    void dstOffset_flagOtherThanOne_leavesTheClocksAlone()
+    void dstOffset_flagOtherThanOne_changesNothing()
     {
         for (const char* flag : {"0", "", "True", "11", " 1"}) {
             const DaylightSaving clocks = DSTOffset(" +10", flag, "40", 2003y / 3 / 30);
@@ -40,7 +40,7 @@ private Q_SLOTS:
         }
     }
 
-    void dstOffset_dateAndHemisphere_decideOnTheHour_data()
+    void dstOffset_dateAndHemisphere_determineTheOffset_data()
     {
         QTest::addColumn<std::string>("latitude");
         QTest::addColumn<year_month_day>("date");
@@ -72,7 +72,7 @@ private Q_SLOTS:
         row("south, year 9999", "-33", 9999y / 12 / 31, "11");
     }
 
-    void dstOffset_dateAndHemisphere_decideOnTheHour()
+    void dstOffset_dateAndHemisphere_determineTheOffset()
     {
         QFETCH(std::string, latitude);
         QFETCH(year_month_day, date);
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QCOMPARE(DSTOffset("-1", "1", "38", 2003y / 7 / 15).gmt, "0"s);
     }
 
-    void dstOffset_textsThatAreNoNumbers_raiseTypeMismatch()
+    void dstOffset_invalidNumbers_raiseTypeMismatch()
     {
         const auto dstOffset = [](const char* gmt, const char* latitude) {
             return ErrorOf([=] { DSTOffset(gmt, "1", latitude, 2003y / 7 / 15); });
@@ -99,7 +99,7 @@ private Q_SLOTS:
         QVERIFY(dstOffset("10", "40") == std::nullopt);
     }
 
-    void hourEarlier_time_losesAnHour()
+    void hourEarlier_subtractsAnHour()
     {
         QCOMPARE(HourEarlier("05:10"), "04:10"s);
         QCOMPARE(HourEarlier("10:05"), "09:05"s);
@@ -133,14 +133,14 @@ private Q_SLOTS:
         QCOMPARE(CorrectedForChangeover("05:10", clocks), "04:10"s);
     }
 
-    void corrected_ordinaryDay_movesNothing()
+    void corrected_ordinaryDay_changesNothing()
     {
         const DaylightSaving clocks{"10", false, false};
         QCOMPARE(CorrectedForChangeover("01:30", clocks), "01:30"s);
         QCOMPARE(CorrectedForChangeover("12:00", clocks), "12:00"s);
     }
 
-    void corrected_textsThatAreNoTimes_stay()
+    void corrected_otherTexts_areUnchanged()
     {
         const DaylightSaving bothDays{"10", true, true};
         for (const std::string text : {"", ":", "up", "down", "never", "1:30", "01:3", "0x:30", "001:30"}) {

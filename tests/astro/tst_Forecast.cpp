@@ -33,13 +33,13 @@ bool AreBoxTexts(const RiseSetForecast& texts)
     return std::all_of(all.begin(), all.end(), IsBoxText);
 }
 
-/// The places and days that were calculated elsewhere: the cells of each line.
+/// Returns the cells of each line of the reference data.
 std::vector<QStringList> ReferenceRows()
 {
     QFile file(QStringLiteral(TARNO_TEST_DATA "/forecast.tsv"));
     std::vector<QStringList> rows;
     if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        file.readLine(); // the names of the columns
+        file.readLine(); // column names
         while (!file.atEnd()) {
             rows.push_back(
                 QString::fromUtf8(file.readLine()).remove(QLatin1Char('\n')).split(QLatin1Char('\t')));
@@ -48,7 +48,7 @@ std::vector<QStringList> ReferenceRows()
     return rows;
 }
 
-/// The cells that `forecast` would fill, in the order of the reference rows.
+/// Returns the cells of `forecast` in the order of the reference rows.
 QStringList CellsOf(const DayForecast& forecast)
 {
     const MoonForecast& moon = forecast.moon;
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(CellsOf(Forecast(location, ToDate(text(4)))), cells.mid(5));
     }
 
-    void forecast_anyDay_isBothOfItsParts()
+    void forecast_combinesMoonAndRiseSet()
     {
         const year_month_day date = 2003y / 1 / 10;
         const DayForecast parts{ForecastMoon(date), ForecastRiseSet(sydney, date)};
@@ -230,7 +230,7 @@ private Q_SLOTS:
 
     void riseSet_startDayInTheFirstHour_hasNoTime()
     {
-        // the clocks are so far behind that the sun rises after their midnight
+        // the time zone is so far off that the sun rises just after midnight
         const LocationTexts withoutFlag{"40", "0", "-5", "0"};
         const LocationTexts withFlag{"40", "0", "-6", "1"};
         const std::string wholeDay = ForecastRiseSet(withoutFlag, 2003y / 3 / 30).sunRise;
@@ -238,24 +238,24 @@ private Q_SLOTS:
         QCOMPARE(ForecastRiseSet(withFlag, 2003y / 3 / 30).sunRise, ":"s);
     }
 
-    void riseSet_textsThatAreNoNumbers_raiseTypeMismatch_data()
+    void riseSet_invalidNumbers_raiseTypeMismatch_data()
     {
         QTest::addColumn<QStringList>("texts");
         const auto row = [](const char* name, const char* latitude, const char* longitude, const char* gmt) {
             QTest::newRow(name) << QStringList{QLatin1String(latitude), QLatin1String(longitude),
                                                QLatin1String(gmt)};
         };
-        row("latitude with its letter", "40 N", "10", "1");
+        row("latitude with a letter", "40 N", "10", "1");
         row("longitude in degrees and minutes", "40", "10 30", "1");
         row("word for the time zone", "40", "10", "CET");
         row("decimal comma", "40,5", "10", "1");
-        row("no number at all", "40", "nan", "1");
+        row("not a number", "40", "nan", "1");
         row("empty latitude", "", "10", "1");
         row("empty longitude", "40", "", "1");
         row("empty time zone", "40", "10", "");
     }
 
-    void riseSet_textsThatAreNoNumbers_raiseTypeMismatch()
+    void riseSet_invalidNumbers_raiseTypeMismatch()
     {
         QFETCH(QStringList, texts);
         for (const std::string flag : {"0", "1"}) {
@@ -272,7 +272,7 @@ private Q_SLOTS:
         QVERIFY(ErrorOf([&] { ForecastRiseSet(location, 2003y / 7 / 1); }) == ErrorNumber::Overflow);
     }
 
-    void riseSet_strangePlacesAndDays_giveBoxTexts_data()
+    void riseSet_extremePlacesAndDays_giveBoxTexts_data()
     {
         QTest::addColumn<QStringList>("texts");
         const auto row = [](const char* name, const char* latitude, const char* longitude, const char* gmt) {
@@ -283,14 +283,14 @@ private Q_SLOTS:
         row("north pole", "90", "0", "0");
         row("south pole", "-90", "0", "0");
         row("beyond the pole", "95", "20", "1");
-        row("many times round", "40", "1000000", "1");
-        row("longitude without end", "-40", "-1e300", "1");
-        row("latitude without end", "1e300", "10", "1");
-        row("time zone weeks away", "40", "10", "-1000");
-        row("time zone without end", "40", "10", "1e300");
+        row("longitude of many turns", "40", "1000000", "1");
+        row("huge longitude", "-40", "-1e300", "1");
+        row("huge latitude", "1e300", "10", "1");
+        row("time zone of weeks", "40", "10", "-1000");
+        row("huge time zone", "40", "10", "1e300");
     }
 
-    void riseSet_strangePlacesAndDays_giveBoxTexts()
+    void riseSet_extremePlacesAndDays_giveBoxTexts()
     {
         QFETCH(QStringList, texts);
         for (const std::string flag : {"0", "1"}) {

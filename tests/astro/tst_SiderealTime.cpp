@@ -17,7 +17,7 @@ class tst_SiderealTime : public QObject
 
 private Q_SLOTS:
 
-    void frac_positiveNumber_isThePartBehindThePoint()
+    void frac_positiveNumber_isTheFractionalPart()
     {
         QCOMPARE(Frac(2.25), 0.25);
         QCOMPARE(Frac(0), 0.0);
@@ -63,13 +63,13 @@ private Q_SLOTS:
         QCOMPARE(MJD(last, 0), static_cast<double>((last - zero).count()));
     }
 
-    void julianCenturies_fromTheEpoch_countDaysOf36525()
+    void julianCenturies_have36525Days()
     {
         QCOMPARE(JulianCenturies(51544.5), 0.0);
         QCOMPARE(JulianCenturies(51544.5 - 36525), -1.0);
     }
 
-    void lmst_greenwich_isThatOfTheAlmanac_data()
+    void lmst_greenwich_matchesTheAlmanac_data()
     {
         QTest::addColumn<double>("mjd");
         QTest::addColumn<double>("hours");
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QTest::newRow("noon of J2000") << 51544.5 << 18.697374558;
     }
 
-    void lmst_greenwich_isThatOfTheAlmanac()
+    void lmst_greenwich_matchesTheAlmanac()
     {
         QFETCH(double, mjd);
         QFETCH(double, hours);
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(LMST(46895, 30), LMST(46895, 0) - 2);
     }
 
-    void lmst_beforeTheFirstDayOfTheCount_staysWithinADay()
+    void lmst_negativeMjd_isBetween0And24()
     {
         for (int mjd = -700000; mjd < 0; mjd += 997) {
             const double time = LMST(mjd + 0.3, 0);

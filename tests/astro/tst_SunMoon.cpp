@@ -11,7 +11,7 @@ using namespace mRiseSet;
 namespace
 {
 
-/// Great-circle distance of two places in the sky in degrees, good for small distances.
+/// Returns the great-circle distance of two positions in degrees, accurate for small distances.
 double Distance(const Equatorial& one, const Equatorial& other)
 {
     const double degree = std::acos(-1) / 180;
@@ -21,7 +21,7 @@ double Distance(const Equatorial& one, const Equatorial& other)
 
 } // namespace
 
-// The reference places are those of J. Meeus, "Astronomical Algorithms", examples 25.a and 47.a.
+// The reference positions are from J. Meeus, "Astronomical Algorithms", examples 25.a and 47.a.
 
 class tst_SunMoon : public QObject
 {
@@ -35,7 +35,7 @@ private Q_SLOTS:
         QVERIFY(Distance(MiniSun(-0.072183436), almanac) < 1 / 60.0);
     }
 
-    void miniSun_solstices_standOverTheTropics()
+    void miniSun_solstices_areAtTheTropics()
     {
         const double june2003 = (52811 - 51544.5) / 36525; // 21 June 2003
         const double december2003 = (52995 - 51544.5) / 36525;
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QVERIFY(Distance(MiniMoon(-0.077221081451), almanac) < 5 / 60.0);
     }
 
-    void bothBodies_fromYear1To9999_stayInTheSky()
+    void bothBodies_fromYear1To9999_haveValidCoordinates()
     {
         for (int day = 0; day < 9999 * 365; day += 501) {
             const double t = -20 + day / 36525.0;

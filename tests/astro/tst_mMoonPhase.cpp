@@ -32,7 +32,7 @@ private Q_SLOTS:
         QVERIFY(std::abs(JulianDay(2003y / 1 / 18) - 2452658.298) < 0.0005);
     }
 
-    void julianDay_monthBetweenTwoQuarterDays_liesExactlyBetweenThem()
+    void julianDay_monthBetweenTwoQuarterDays_isExactlyBetweenThem()
     {
         QCOMPARE(std::fmod(JulianDay(2017y / 10 / 5), 0.25), 0.125);
         QVERIFY(JulianDay(6617y / 10 / 13) == 4138156.125);
@@ -49,7 +49,7 @@ private Q_SLOTS:
 
     void litPercent_newMoonOfJanuary2003_countsAsWaning() { QVERIFY(!LightOn(2003y / 1 / 2).waxing); }
 
-    void litPercent_weekAfterTheNewMoon_grows()
+    void litPercent_weekAfterTheNewMoon_increases()
     {
         const Light fifth = LightOn(2003y / 1 / 5);
         QCOMPARE(RoundToInt16(fifth.percent), std::int16_t(14));
@@ -59,14 +59,14 @@ private Q_SLOTS:
         QVERIFY(tenth.waxing);
     }
 
-    void litPercent_justPastFull_countsAsWaxingWhileTheCutLightBeforeIsLess()
+    void litPercent_justPastFull_isWaxingIfTheTruncatedEarlierPercentageIsLower()
     {
         const Light light = LightOn(1952y / 8 / 5); // 99.17 a quarter of a day before
         QCOMPARE(light.percent, 99.14F);
         QVERIFY(light.waxing);
     }
 
-    void litPercent_wholePercentageThatWasTheSameBefore_countsAsWaning()
+    void litPercent_unchangedWholePercentage_isWaning()
     {
         const Light light = LightOn(2004y / 2 / 6);
         QCOMPARE(light.percent, 99.0F);
@@ -84,7 +84,7 @@ private Q_SLOTS:
 
     void litPercent_synodicMonth_rises100AndFalls100()
     {
-        const float full = -4.867F; // the moon is full at day 0 less this
+        const float full = -4.867F; // the day number of a full moon
         QVERIFY(LitPercent(full + 0.01F).percent > 99.9F);
         QVERIFY(LitPercent(full + 14.76529F).percent < 0.1F);
         QVERIFY(LitPercent(full + 29.53F).percent > 99.9F);

@@ -14,7 +14,7 @@ namespace
 const RiseSetTexts unused{"03:33", "15:15"};
 const RiseSetTexts nothing{":", ":"};
 
-/// The four texts with blanks between them.
+/// Returns the four texts, separated by blanks.
 std::string Joined(const Periods& periods)
 {
     return periods.major1 + ' ' + periods.major2 + ' ' + periods.minor1 + ' ' + periods.minor2;
@@ -110,14 +110,14 @@ private Q_SLOTS:
         QCOMPARE(MoonTransit("00:00", "24:00"), "12:00"s);
     }
 
-    void moonTransit_setAfterMidnight_liesOnTheSideOfTheMiddle()
+    void moonTransit_setAfterMidnight_isOnTheDayOfTheMiddle()
     {
         QCOMPARE(MoonTransit("20:00", "06:00"), "01:00"s);
         QCOMPARE(MoonTransit("16:00", "04:00"), "22:00"s);
         QCOMPARE(MoonTransit("18:00", "06:00"), "00:00"s);
     }
 
-    void moonTransit_halfMinute_isCut() { QCOMPARE(MoonTransit("01:00", "13:01"), "07:00"s); }
+    void moonTransit_halfMinute_isTruncated() { QCOMPARE(MoonTransit("01:00", "13:01"), "07:00"s); }
 
     void moonTransit_arithmetic_isSinglePrecision()
     {
@@ -153,12 +153,12 @@ private Q_SLOTS:
         QCOMPARE(OppositeTransit("12:25"), ":"s);
     }
 
-    void minorTimes_onlyFirstMajor_liesBetweenThem()
+    void minorTimes_onlyFirstMajor_surroundIt()
     {
         QCOMPARE(Joined(MinorTimes("11:50", ":")), "05:37 18:02"s);
     }
 
-    void minorTimes_onlySecondMajor_givesOneTimeTwice()
+    void minorTimes_onlySecondMajor_givesTheSameTimeTwice()
     {
         QCOMPARE(Joined(MinorTimes(":", "11:50")), "05:37 05:37"s);
     }
@@ -190,14 +190,14 @@ private Q_SLOTS:
         QCOMPARE(TimeToHours("11:36"), 11.6F);
     }
 
-    void timeToHours_noTime_raisesTypeMismatch()
+    void timeToHours_notATime_raisesTypeMismatch()
     {
         for (const char* text : {"", ":", "up", "12", "12:", ":30", "ab:cd"}) {
             QVERIFY(ErrorOf([text] { TimeToHours(text); }) == ErrorNumber::TypeMismatch);
         }
     }
 
-    void hoursToTime_minutes_areCut()
+    void hoursToTime_minutes_areTruncated()
     {
         QCOMPARE(HoursToTime(7.9999F), "07:59"s);
         QCOMPARE(HoursToTime(0), "00:00"s);

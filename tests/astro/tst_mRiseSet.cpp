@@ -50,7 +50,7 @@ private Q_SLOTS:
         QCOMPARE(parabola.ye, -0.140625);
     }
 
-    void quad_archUpwards_givesTheRootsInTheSameOrder()
+    void quad_openingDownwards_givesTheRootsInTheSameOrder()
     {
         const Parabola parabola = Quad(-1.125, 0.125, -0.625);
         QCOMPARE(parabola.nz, 2);
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(parabola.z2, 1.0);
     }
 
-    void quad_rootsOutside_areNone() { QCOMPARE(Quad(3, 4, 3).nz, 0); }
+    void quad_rootsOutside_areIgnored() { QCOMPARE(Quad(3, 4, 3).nz, 0); }
 
     void quad_noRealRoots_areNone() { QCOMPARE(Quad(2, 1, 2).nz, 0); }
 
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QVERIFY(SinAlt(Body::Sun, noon, -6, ObserverAt(0, 90)) > 0.999);
     }
 
-    void sinAlt_sunAtThePoleOnTheSolstice_isThatOfItsDeclination()
+    void sinAlt_sunAtThePoleOnTheSolstice_isTheSineOfItsDeclination()
     {
         const double solstice = MJD(2003y / 6 / 21, 0);
         for (int hour = 0; hour <= 24; ++hour) {
@@ -130,7 +130,7 @@ private Q_SLOTS:
         }
     }
 
-    void sinAlt_twilight_isTheSun()
+    void sinAlt_nauticalTwilight_isThatOfTheSun()
     {
         const Observer observer = ObserverAt(54.3, 10.1);
         const double mjd = MJD(2003y / 5 / 5, 0);
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QVERIFY(IsTime(nextSet) && nextSet < "01:00");
     }
 
-    void riseSetTime_textsThatAreNoNumbers_raiseTypeMismatch()
+    void riseSetTime_invalidNumbers_raiseTypeMismatch()
     {
         const auto riseSetTime = [](const char* latitude, const char* longitude, const char* gmt) {
             return ErrorOf([=] { RiseSetTime(latitude, longitude, gmt, "R", 2003y / 1 / 1); });
@@ -212,21 +212,21 @@ private Q_SLOTS:
         QVERIFY(riseSetTime("40", "10", "one") == ErrorNumber::TypeMismatch);
     }
 
-    void riseAndSet_shortestDay_liesWithinOneStep()
+    void riseAndSet_shortestDay_isWithinOneStep()
     {
         const RiseSetTexts noon = RiseAndSet(Body::Sun, ObserverAt(68, 0), 0, 2002y / 12 / 9);
         QVERIFY(IsTime(noon.rise) && IsTime(noon.set));
         QVERIFY(noon.rise >= "11:00" && noon.rise < noon.set && noon.set <= "13:00");
     }
 
-    void riseAndSet_shortestNight_liesWithinOneStep()
+    void riseAndSet_shortestNight_isWithinOneStep()
     {
         const RiseSetTexts morning = RiseAndSet(Body::Sun, ObserverAt(66, 0), 6, 2004y / 6 / 30);
         QVERIFY(IsTime(morning.rise) && IsTime(morning.set));
         QVERIFY(morning.set >= "05:00" && morning.set < morning.rise && morning.rise <= "07:00");
     }
 
-    void riseAndSet_secondSetOfTheDay_isNotLookedFor()
+    void riseAndSet_secondSetOfTheDay_isIgnored()
     {
         // the sun sets and rises just after midnight, and sets again just before the next
         const RiseSetTexts times = RiseAndSet(Body::Sun, ObserverAt(66, 0), 0, 2000y / 6 / 30);
@@ -267,7 +267,7 @@ private Q_SLOTS:
         QVERIFY(std::abs(sets - 285) <= 1);
     }
 
-    void riseAndSet_atTheFoundTime_theBodyStandsOnTheHorizon()
+    void riseAndSet_atTheReturnedTime_theBodyIsOnTheHorizon()
     {
         const Observer observer = ObserverAt(40, 0);
         for (int day = 0; day < 365; ++day) {
@@ -281,7 +281,7 @@ private Q_SLOTS:
         }
     }
 
-    void riseAndSet_strangePlaces_endAndGiveTexts()
+    void riseAndSet_extremePlaces_terminateAndGiveTexts()
     {
         for (const double latitude : {90.0, -90.0, 95.0, -95.0, 1e9, 1e300}) {
             for (const double longitude : {0.0, 360.0, -1e6, 1e18, 1e300}) {

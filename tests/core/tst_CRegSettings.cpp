@@ -14,7 +14,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// The settings over a file of the test's own.
+/// Settings in a temporary file.
 struct Settings {
     TemporaryFolder folder;
     ScriptedFileOperations operations;
@@ -22,7 +22,7 @@ struct Settings {
     CRegSettings settings{store};
     ExpectedReports reports;
 
-    /// The names and texts of a section's values, one after the other.
+    /// Returns the names and texts of the values of a section, alternating.
     Texts All(std::string_view section)
     {
         Texts texts;
@@ -34,7 +34,7 @@ struct Settings {
     }
 };
 
-/// A store in which nothing works.
+/// A store whose operations all fail.
 class BrokenStore final : public SettingsStore
 {
 public:
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QCOMPARE(test.All("KOWRA"), (Texts{"", "unnamed"}));
     }
 
-    void saveSetting_noSection_isTheRoot()
+    void saveSetting_emptySection_isTheRoot()
     {
         Settings test;
         test.settings.SaveSetting("", "XTidePath", "root");
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QCOMPARE(test.All(""), (Texts{"XTidePath", "root"}));
     }
 
-    void names_meetWhateverTheirCase()
+    void names_ignoreCase()
     {
         Settings test;
         test.settings.SaveSetting("KOWRA", "XTidePath", "old");
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(test.All("KOWRA"), (Texts{"XTidePath", "new"}));
     }
 
-    void getAllSettings_everyValue_inTheOrderOfSaving()
+    void getAllSettings_listsValuesInOrderOfSaving()
     {
         Settings test;
         test.settings.SaveSetting("KOWRA", "z", "1");
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QCOMPARE(test.All("KOWRA"), (Texts{"z", "1", "a", "", "m", "3"}));
     }
 
-    void getAllSettings_noSuchSection_isNothing()
+    void getAllSettings_missingSection_isNullopt()
     {
         Settings test;
         QVERIFY(!test.settings.GetAllSettings("KOWRA"));
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QVERIFY(test.settings.GetAllSettings("KOWRA").has_value());
     }
 
-    void deleteSetting_aValue_leavesTheOthers()
+    void deleteSetting_removesOnlyThatValue()
     {
         Settings test;
         test.settings.SaveSetting("KOWRA", "XTidePath", "x");
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(test.All(""), (Texts{"root", "kept"}));
     }
 
-    void deleteSetting_noSection_doesNothing()
+    void deleteSetting_emptySection_doesNothing()
     {
         Settings test;
         test.settings.SaveSetting("", "root", "kept");
@@ -189,7 +189,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Read("settings.xml"), before);
     }
 
-    void deleteSetting_nothingThere_doesNothing()
+    void deleteSetting_missing_doesNothing()
     {
         Settings test;
         test.settings.DeleteSetting("KOWRA");
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Read("settings.xml"), before);
     }
 
-    void company_isTrimmedAndFallsBackToItsDefault()
+    void company_isTrimmedAndFallsBackToTheDefault()
     {
         Settings test;
         QCOMPARE(test.settings.Company(), std::string(CRegSettings::defaultCompany));
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QCOMPARE(test.settings.AppName(), std::string(CRegSettings::productName));
     }
 
-    void companyAndAppName_doNotMoveTheSettings()
+    void companyAndAppName_doNotAffectWhereSettingsAreStored()
     {
         Settings test;
         test.settings.SaveSetting("KOWRA", "XTidePath", "x");
@@ -233,7 +233,7 @@ private Q_SLOTS:
         QCOMPARE(test.settings.GetSetting("KOWRA", "XTidePath", "none"), "x"s);
     }
 
-    void anError_isReportedAndEndsThere()
+    void error_isReportedAndNotRethrown()
     {
         BrokenStore store;
         CRegSettings settings(store);

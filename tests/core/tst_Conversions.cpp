@@ -23,12 +23,12 @@ private Q_SLOTS:
         QTest::newRow("whole") << "7"s << 7.0;
         QTest::newRow("negative") << "-36.8485"s << -36.8485;
         QTest::newRow("plus sign") << "+3"s << 3.0;
-        QTest::newRow("zeros in front") << "007"s << 7.0;
+        QTest::newRow("leading zeros") << "007"s << 7.0;
         QTest::newRow("no digit before the point") << ".5"s << 0.5;
         QTest::newRow("negative, no digit before the point") << "-.5"s << -0.5;
         QTest::newRow("no digit after the point") << "5."s << 5.0;
         QTest::newRow("exponent") << "1e2"s << 100.0;
-        QTest::newRow("capital exponent") << "25E-1"s << 2.5;
+        QTest::newRow("upper case exponent") << "25E-1"s << 2.5;
         QTest::newRow("blanks around") << " \t12.5 "s << 12.5;
     }
 
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { ToDouble(text); }), 13);
     }
 
-    void toDouble_beyondADouble_isOverflow()
+    void toDouble_tooLarge_isOverflow()
     {
         QCOMPARE(RaisedNumber([] { ToDouble("1e400"); }), 6);
         QCOMPARE(RaisedNumber([] { ToDouble("-1e400"); }), 6);
@@ -75,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(text, "2.5"s);
     }
 
-    void toInt16_aHalf_goesToTheEvenNeighbour_data()
+    void toInt16_half_isRoundedToEven_data()
     {
         QTest::addColumn<std::string>("text");
         QTest::addColumn<int>("value");
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QTest::newRow("largest under a half") << "0.49999999999999994"s << 0;
     }
 
-    void toInt16_aHalf_goesToTheEvenNeighbour()
+    void toInt16_half_isRoundedToEven()
     {
         QFETCH(std::string, text);
         QFETCH(int, value);
@@ -99,7 +99,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(ToInt32(text)), value);
     }
 
-    void toInt16_atItsLimits_overflowsBeyond()
+    void toInt16_beyondItsLimits_isOverflow()
     {
         QCOMPARE(static_cast<int>(ToInt16("32767")), 32767);
         QCOMPARE(static_cast<int>(ToInt16("32767.4")), 32767);
@@ -110,7 +110,7 @@ private Q_SLOTS:
         }
     }
 
-    void toInt32_atItsLimits_overflowsBeyond()
+    void toInt32_beyondItsLimits_isOverflow()
     {
         QCOMPARE(ToInt32("2147483647"), 2147483647);
         QCOMPARE(ToInt32("-2147483648"), -2147483647 - 1);
@@ -119,14 +119,14 @@ private Q_SLOTS:
         }
     }
 
-    void toInt_textThatIsNoNumber_isTypeMismatch()
+    void toInt_textWithoutNumber_isTypeMismatch()
     {
         QCOMPARE(RaisedNumber([] { ToInt16(""); }), 13);
         QCOMPARE(RaisedNumber([] { ToInt16("abc"); }), 13);
         QCOMPARE(RaisedNumber([] { ToInt32("never"); }), 13);
     }
 
-    void roundToInt16_aNumber_roundsAsTextDoes()
+    void roundToInt16_roundsLikeToInt16()
     {
         QCOMPARE(static_cast<int>(RoundToInt16(2.5)), 2);
         QCOMPARE(static_cast<int>(RoundToInt16(-3.5)), -4);
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QCOMPARE(FromDate(987y / 12 / 31), "0987-12-31"s);
     }
 
-    void zeroPadded_numbers_areAtLeastThatWide()
+    void zeroPadded_padsToTheWidth()
     {
         QCOMPARE(ZeroPadded(5, 2), "05"s);
         QCOMPARE(ZeroPadded(0, 2), "00"s);
@@ -209,7 +209,7 @@ private Q_SLOTS:
         QCOMPARE(ZeroPadded(123, 2), "123"s);
     }
 
-    void trimmed_blanksAround_areTakenOff()
+    void trimmed_removesSurroundingBlanks()
     {
         QCOMPARE(std::string(Trimmed(" \t a b\t ")), "a b"s);
         QCOMPARE(std::string(Trimmed("a")), "a"s);

@@ -16,7 +16,7 @@ class tst_Error : public QObject
 
 private Q_SLOTS:
 
-    void describe_everyNumber_hasItsWords_data()
+    void describe_everyNumber_hasADescription_data()
     {
         QTest::addColumn<ErrorNumber>("number");
         QTest::addColumn<int>("value");
@@ -39,7 +39,7 @@ private Q_SLOTS:
         row(ErrorNumber::InvalidPicture, 481, "Invalid picture");
     }
 
-    void describe_everyNumber_hasItsWords()
+    void describe_everyNumber_hasADescription()
     {
         QFETCH(ErrorNumber, number);
         QFETCH(std::string, words);
@@ -55,14 +55,14 @@ private Q_SLOTS:
                  std::string("Application-defined or object-defined error"));
     }
 
-    void error_withWordsOfItsOwn_keepsThem()
+    void error_withADescription_keepsIt()
     {
         const Error error(ErrorNumber::TypeMismatch, "not a tide");
         QVERIFY(error.Number() == ErrorNumber::TypeMismatch);
         QCOMPARE(error.Description(), std::string("not a tide"));
     }
 
-    void errorOf_systemFailure_isTheMatchingNumber_data()
+    void errorOf_systemFailure_hasTheMatchingNumber_data()
     {
         QTest::addColumn<int>("failure");
         QTest::addColumn<ErrorNumber>("number");
@@ -99,7 +99,7 @@ private Q_SLOTS:
 #endif
     }
 
-    void errorOf_systemFailure_isTheMatchingNumber()
+    void errorOf_systemFailure_hasTheMatchingNumber()
     {
         QFETCH(int, failure);
         QFETCH(ErrorNumber, number);

@@ -1,11 +1,11 @@
 #include "core/ErrorLog.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/ScriptedClock.h"
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 #ifndef Q_OS_WIN
 #include <fcntl.h>
@@ -62,7 +62,7 @@ private Q_SLOTS:
         m_operations.reset();
     }
 
-    void error_isLoggedAndShown_toTheLetter()
+    void error_isLoggedAndShownVerbatim()
     {
         ErrorLog("cSQL", "EntryGet", &objectNotSet);
         QCOMPARE(m_folder->Names(), Texts{"Tarno.log"});
@@ -70,14 +70,14 @@ private Q_SLOTS:
         QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet}));
     }
 
-    void errors_areAppendedNeverTruncated()
+    void errors_areAppended()
     {
-        m_folder->Write("Tarno.log", "what stood there\r\n");
+        m_folder->Write("Tarno.log", "earlier records\r\n");
         ErrorLog("cSQL", "EntryGet", &objectNotSet);
         m_clock.shortTime = "9:08 PM";
         const Error missing(ErrorNumber::FileNotFound);
         ErrorLog("fTarno", "LoadEntryList", &missing);
-        QCOMPARE(m_folder->Read("Tarno.log"), "what stood there\r\n" + recordOfEntryGet + rule +
+        QCOMPARE(m_folder->Read("Tarno.log"), "earlier records\r\n" + recordOfEntryGet + rule +
                                                   "5/02/2003 9:08 PM\r\n"
                                                   "Module = fTarno, Routine = LoadEntryList\r\n"
                                                   "Vb<53> error raised\r\n"
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(m_shown, (Texts{"Tarno Error", "An error has occurred in Tarno in mMain.FileExist\r\n"}));
     }
 
-    void notShown_isLoggedWithANoteAndNoBox()
+    void notShown_isOnlyLoggedWithANote()
     {
         ErrorReporter::Instance().Report("mMain", "ShellSort", "Vb<9> error raised\r\nSubscript out of range",
                                          "the table was short", false);
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QCOMPARE(m_shown, Texts());
     }
 
-    void log_namedInOtherCase_isAppendedTo()
+    void log_nameInOtherCase_isAppendedTo()
     {
         m_folder->Write("TARNO.LOG", "old\r\n");
         ErrorLog("cSQL", "EntryGet", &objectNotSet);
@@ -140,16 +140,16 @@ private Q_SLOTS:
         QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet}));
     }
 
-    void log_thatFailsOtherwise_isTriedOnceAndSkipped_data()
+    void log_otherFailure_isTriedOnceAndSkipped_data()
     {
         QTest::addColumn<ErrorNumber>("number");
-        QTest::newRow("may not be written") << ErrorNumber::PathFileAccess;
-        QTest::newRow("no such path") << ErrorNumber::PathNotFound;
+        QTest::newRow("not writable") << ErrorNumber::PathFileAccess;
+        QTest::newRow("missing path") << ErrorNumber::PathNotFound;
         QTest::newRow("disk full") << ErrorNumber::DiskFull;
         QTest::newRow("device error") << ErrorNumber::DeviceInputOutput;
     }
 
-    void log_thatFailsOtherwise_isTriedOnceAndSkipped()
+    void log_otherFailure_isTriedOnceAndSkipped()
     {
         QFETCH(ErrorNumber, number);
         m_operations->Fail("append", number);
@@ -159,14 +159,14 @@ private Q_SLOTS:
         QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet}));
     }
 
-    void log_thatIsNoFile_isSkippedAtOnce_data()
+    void log_notARegularFile_isSkippedAtOnce_data()
     {
         QTest::addColumn<bool>("pipe");
         QTest::newRow("folder") << false;
         QTest::newRow("pipe") << true;
     }
 
-    void log_thatIsNoFile_isSkippedAtOnce()
+    void log_notARegularFile_isSkippedAtOnce()
     {
         QFETCH(bool, pipe);
         if (pipe) {
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet}));
     }
 
-    void log_pipeWithAReader_isLeftAlone()
+    void log_pipeWithAReader_isNotWrittenTo()
     {
         NOT_ON_WINDOWS("pipes");
 #ifndef Q_OS_WIN
@@ -197,26 +197,26 @@ private Q_SLOTS:
 #endif
     }
 
-    void log_inAFolderThatMayNotBeWritten_isSkipped()
+    void log_inAReadOnlyFolder_isSkipped()
     {
         std::filesystem::permissions(ToPath(m_folder->Path()),
                                      std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
         {
-            const PlainUser user(*m_folder);
-            if (PlainUser::IsPlain()) {
+            const UnprivilegedUser user(*m_folder);
+            if (UnprivilegedUser::IsUnprivileged()) {
                 ErrorLog("cSQL", "EntryGet", &objectNotSet);
             }
         }
         std::filesystem::permissions(ToPath(m_folder->Path()), std::filesystem::perms::owner_all);
         if (m_operations->Steps().empty()) {
-            QSKIP(PlainUser::whyNot);
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QCOMPARE(m_operations->Steps(), Texts{"append"});
         QCOMPARE(m_folder->Names(), Texts());
         QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet}));
     }
 
-    void log_inAFolderThatIsGone_isSkipped()
+    void log_inAMissingFolder_isSkipped()
     {
         const ProgramFolder gone(m_folder->PathOf("gone"));
         ErrorReporter::Instance().SetLog(gone, *m_operations, m_clock);
@@ -245,7 +245,7 @@ private Q_SLOTS:
         QCOMPARE(m_shown, Texts());
     }
 
-    void reporter_reset_forgetsBoth()
+    void reporter_reset_neitherShowsNorLogs()
     {
         ErrorReporter::Instance().Reset();
         ErrorLog("cSQL", "EntryGet", &objectNotSet);
@@ -253,7 +253,7 @@ private Q_SLOTS:
         QCOMPARE(m_operations->Steps(), Texts());
     }
 
-    void trap_noError_saysSoAndReportsNothing()
+    void trap_noError_returnsTrueAndReportsNothing()
     {
         int runs = 0;
         QVERIFY(Trap("cSQL", "EntryGet", [&] { ++runs; }));
@@ -262,7 +262,7 @@ private Q_SLOTS:
         QCOMPARE(m_folder->Names(), Texts());
     }
 
-    void trap_anError_endsThereAndIsReported()
+    void trap_error_returnsFalseAndReportsIt()
     {
         QVERIFY(!Trap("cSQL", "EntryGet", [] { throw Error(ErrorNumber::ObjectNotSet); }));
         QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet}));

@@ -17,68 +17,68 @@ using Texts = std::vector<std::string>;
 
 } // namespace
 
-// The system's own operations, as the safe writer and the error log use them.
+// The operations of the system, as used by the safe writer and the error log.
 class tst_FileOperations : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
 
-    void look_fileFolderOrNothing_isTold()
+    void getState_fileFolderOrMissing()
     {
         const TemporaryFolder folder;
         folder.Write("file", "12345");
-        const FileState file = m_operations->Look(folder.PathOf("file"));
+        const FileState file = m_operations->GetState(folder.PathOf("file"));
         QVERIFY(file.exists && file.isReplaceable);
         QCOMPARE(file.size, std::uint64_t{5});
-        const FileState inside = m_operations->Look(folder.Path());
+        const FileState inside = m_operations->GetState(folder.Path());
         QVERIFY(inside.exists && !inside.isReplaceable);
         for (const char* name : {"none", "gone/none"}) {
-            QVERIFY(m_operations->Look(folder.PathOf(name)) == FileState());
+            QVERIFY(m_operations->GetState(folder.PathOf(name)) == FileState());
         }
     }
 
-    void look_everyChangeOfAFile_isAnotherState()
+    void getState_changesWithEveryChangeOfTheFile()
     {
         const TemporaryFolder folder;
         const std::string path = folder.PathOf("file");
         folder.Write("file", "12345");
-        const FileState before = m_operations->Look(path);
-        QVERIFY(m_operations->Look(path) == before);
+        const FileState before = m_operations->GetState(path);
+        QVERIFY(m_operations->GetState(path) == before);
 
         std::filesystem::last_write_time(ToPath(path), std::filesystem::last_write_time(ToPath(path)) +
                                                            std::chrono::seconds(1));
-        const FileState touched = m_operations->Look(path);
+        const FileState touched = m_operations->GetState(path);
         QVERIFY(touched != before);
         QVERIFY(touched.IsSameFile(before));
 
         const auto time = std::filesystem::last_write_time(ToPath(path));
         folder.Write("file", "123456");
         std::filesystem::last_write_time(ToPath(path), time);
-        const FileState longer = m_operations->Look(path);
+        const FileState longer = m_operations->GetState(path);
         QVERIFY(longer != touched);
         QVERIFY(longer.IsSameFile(before));
 
         folder.Write("other", "123456");
         std::filesystem::last_write_time(ToPath(folder.PathOf("other")), time);
         std::filesystem::rename(ToPath(folder.PathOf("other")), ToPath(path));
-        const FileState replaced = m_operations->Look(path);
+        const FileState replaced = m_operations->GetState(path);
         QVERIFY(replaced != longer);
         QVERIFY(!replaced.IsSameFile(before));
     }
 
-    void look_folder_isTheSameWhateverIsInIt()
+    void getState_folder_isIdentifiedRegardlessOfItsContents()
     {
         const TemporaryFolder folder;
         folder.MakeFolder("log");
-        const FileState before = m_operations->Look(folder.PathOf("log"));
+        const FileState before = m_operations->GetState(folder.PathOf("log"));
         folder.Write("log/file", "x");
-        QVERIFY(m_operations->Look(folder.PathOf("log")).IsSameFile(before));
+        QVERIFY(m_operations->GetState(folder.PathOf("log")).IsSameFile(before));
         std::filesystem::rename(ToPath(folder.PathOf("log")), ToPath(folder.PathOf("away")));
         folder.MakeFolder("log");
-        QVERIFY(!m_operations->Look(folder.PathOf("log")).IsSameFile(before));
-        QVERIFY(m_operations->Look(folder.PathOf("away")).IsSameFile(before));
-        QVERIFY(!m_operations->Look(folder.PathOf("gone")).IsSameFile(FileState()));
+        QVERIFY(!m_operations->GetState(folder.PathOf("log")).IsSameFile(before));
+        QVERIFY(m_operations->GetState(folder.PathOf("away")).IsSameFile(before));
+        QVERIFY(!m_operations->GetState(folder.PathOf("gone")).IsSameFile(FileState()));
     }
 
     void create_newFile_returnsItsState()
@@ -86,11 +86,11 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         const std::string bytes = "\r\n\0 bytes"s;
         const FileState made = m_operations->Create(folder.PathOf("file"), bytes, folder.PathOf("no model"));
-        QVERIFY(made == m_operations->Look(folder.PathOf("file")));
+        QVERIFY(made == m_operations->GetState(folder.PathOf("file")));
         QCOMPARE(folder.Read("file"), bytes);
     }
 
-    void create_existingFile_isFileAlreadyExistsAndLeft()
+    void create_existingFile_isFileAlreadyExistsAndUnchanged()
     {
         const TemporaryFolder folder;
         folder.Write("file", "old");
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("file"), "old"s);
     }
 
-    void replace_aFile_keepsItsState()
+    void replace_keepsTheStateOfTheNewFile()
     {
         const TemporaryFolder folder;
         folder.Write("to", "old");
@@ -108,13 +108,13 @@ private Q_SLOTS:
         m_operations->Replace(folder.PathOf("from"), folder.PathOf("to"));
         QCOMPARE(folder.Names(), Texts{"to"});
         QCOMPARE(folder.Read("to"), "new"s);
-        QVERIFY(m_operations->Look(folder.PathOf("to")) == made);
+        QVERIFY(m_operations->GetState(folder.PathOf("to")) == made);
         QCOMPARE(RaisedNumber([&] { m_operations->Replace(folder.PathOf("none"), folder.PathOf("to")); }),
                  76);
         QCOMPARE(folder.Read("to"), "new"s);
     }
 
-    void remove_aFile_isGone()
+    void remove_deletesTheFile()
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
@@ -142,11 +142,11 @@ private Q_SLOTS:
         for (int pause = 0; pause < 5; ++pause) {
             m_operations->Pause();
         }
-        // a lower limit only: a pause that returned at once would keep a processor busy
+        // only a lower limit: a pause that returns immediately would busy-wait
         QVERIFY(std::chrono::steady_clock::now() - before >= std::chrono::milliseconds(45));
     }
 
-    void append_newAndExistingFile_grow()
+    void append_createsOrExtendsTheFile()
     {
         const TemporaryFolder folder;
         m_operations->Append(folder.PathOf("log"), "one\r\n");
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("log"), "one\r\ntwo\r\n"s);
     }
 
-    void append_noFile_isAnError()
+    void append_folderOrMissingFolder_isAnError()
     {
         const TemporaryFolder folder;
         QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.Path(), "x"); }), 75);

@@ -1,10 +1,10 @@
 #include "core/Paths.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/RaisedNumber.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 using namespace Tarno;
 
@@ -16,14 +16,14 @@ class tst_Paths : public QObject
 
 private Q_SLOTS:
 
-    void paths_beyondAscii_comeBackAsTheyWere()
+    void paths_nonAscii_roundTrip()
     {
         const std::string path = "/tmp/p\u0101tiki \u9BDB.jpg";
         QCOMPARE(FromPath(ToPath(path)), path);
         QCOMPARE(FromPath(ToPath("")), ""s);
     }
 
-    void readWholeFile_anyBytes_areAllThere()
+    void readWholeFile_returnsAllBytes()
     {
         const TemporaryFolder folder;
         const std::string bytes = "\r\n\0\xFF\x1A end\n"s;
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QCOMPARE(ReadWholeFile(folder.PathOf("empty.txt")), ""s);
     }
 
-    void readWholeFile_noSuchFile_isFileNotFound()
+    void readWholeFile_missingFile_isFileNotFound()
     {
         const TemporaryFolder folder;
         if constexpr (!isWindows) {
@@ -45,8 +45,8 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([] { ReadWholeFile(""); }), 53);
     }
 
-    // what may be there is not taken for missing, and so not written anew
-    void readWholeFile_folderThatMayNotBeEntered_isPathFileAccess()
+    // A file that may exist is not reported as missing, because the caller would then create it.
+    void readWholeFile_inaccessibleFolder_isPathFileAccess()
     {
         const TemporaryFolder folder;
         folder.MakeFolder("closed");
@@ -54,19 +54,19 @@ private Q_SLOTS:
         std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::none);
         int number = -1;
         {
-            const PlainUser user(folder);
-            if (PlainUser::IsPlain()) {
+            const UnprivilegedUser user(folder);
+            if (UnprivilegedUser::IsUnprivileged()) {
                 number = RaisedNumber([&] { ReadWholeFile(folder.PathOf("closed/settings.xml")); });
             }
         }
         std::filesystem::permissions(ToPath(folder.PathOf("closed")), std::filesystem::perms::owner_all);
         if (number == -1) {
-            QSKIP(PlainUser::whyNot);
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QCOMPARE(number, 75);
     }
 
-    void readWholeFile_noRegularFile_isPathFileAccess()
+    void readWholeFile_notARegularFile_isPathFileAccess()
     {
         const TemporaryFolder folder;
         folder.MakeFolder("folder");
@@ -76,19 +76,19 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("pipe")); }), 75);
     }
 
-    void readWholeFile_fileThatMayNotBeRead_isPathFileAccess()
+    void readWholeFile_unreadableFile_isPathFileAccess()
     {
         const TemporaryFolder folder;
         folder.Write("secret", "spot X");
         std::filesystem::permissions(ToPath(folder.PathOf("secret")), std::filesystem::perms::none);
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("secret")); }), 75);
     }
 
-    void resolved_noLink_isItself()
+    void resolved_withoutLinks_isUnchanged()
     {
         const TemporaryFolder folder;
         folder.Write("h\u0101puku.xml", "x");
@@ -97,7 +97,7 @@ private Q_SLOTS:
         }
     }
 
-    void resolved_links_leadToTheFile()
+    void resolved_followsLinks()
     {
         NOT_ON_WINDOWS("links");
         const TemporaryFolder folder;
@@ -124,14 +124,14 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { Resolved(folder.PathOf("one")); }), 75);
     }
 
-    void folderOf_aPath_isWhatHoldsIt()
+    void folderOf_returnsTheParent()
     {
         const TemporaryFolder folder;
         QCOMPARE(FolderOf(folder.PathOf("tarno.xml")), folder.Path());
         QCOMPARE(FolderOf("tarno.xml"), "."s);
     }
 
-    void fileExist_aFile_exists()
+    void fileExist_file_isTrue()
     {
         const TemporaryFolder folder;
         for (const char* name : {"plain.jpg", ".hidden", "two words.jpg", "h\u0101puku.jpg"}) {
@@ -142,7 +142,7 @@ private Q_SLOTS:
         }
     }
 
-    void fileExist_blanksAround_areTakenOffInTheCallersTextAsWell()
+    void fileExist_trimsTheCallersText()
     {
         const TemporaryFolder folder;
         folder.Write("catch.jpg", "x");
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(missing, folder.PathOf("missing.jpg"));
     }
 
-    void fileExist_aFolder_doesNot()
+    void fileExist_folder_isFalse()
     {
         const TemporaryFolder folder;
         folder.MakeFolder("folder");
@@ -165,19 +165,19 @@ private Q_SLOTS:
         }
     }
 
-    void fileExist_nothingThere_doesNot_data()
+    void fileExist_missing_isFalse_data()
     {
         QTest::addColumn<std::string>("name");
         QTest::newRow("missing") << "missing.jpg"s;
-        QTest::newRow("any file") << "*"s;
-        QTest::newRow("any letter") << "catch.jp?"s;
+        QTest::newRow("wildcard for any file") << "*"s;
+        QTest::newRow("wildcard for any letter") << "catch.jp?"s;
         QTest::newRow("below a file") << "catch.jpg/more"s;
         QTest::newRow("too long") << std::string(5000, 'a');
         QTest::newRow("dangling link") << "dangling"s;
         QTest::newRow("link to itself") << "circle"s;
     }
 
-    void fileExist_nothingThere_doesNot()
+    void fileExist_missing_isFalse()
     {
         QFETCH(std::string, name);
         const TemporaryFolder folder;
@@ -194,7 +194,7 @@ private Q_SLOTS:
         }
     }
 
-    void fileExist_linksAndPipes_areFollowedNotOpened()
+    void fileExist_linkOrPipe_isTrueWithoutOpening()
     {
         NOT_ON_WINDOWS("links");
         const TemporaryFolder folder;

@@ -1,10 +1,10 @@
 #include "core/FileOperations.h"
 #include "core/SafeWriter.h"
-#include "support/PlainUser.h"
 #include "support/RaisedNumber.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 #include <array>
 #include <csignal>
@@ -27,7 +27,7 @@ using std::filesystem::perms;
 
 constexpr const char* accessList = "system.posix_acl_access";
 
-/// "user::rw-, user:`user`:rw-, group::---, mask::rw-, other::---" as the kernel stores it.
+/// Returns "user::rw-, user:`user`:rw-, group::---, mask::rw-, other::---" in the format of the kernel.
 std::string AccessListFor(std::uint32_t user)
 {
     constexpr std::uint16_t readWrite = 6;
@@ -70,29 +70,29 @@ struct stat StatusOf(const std::string& path)
 
 } // namespace
 
-// What the system's own operations do beyond tst_FileOperations with pipes, rights and limits.
+// The parts of FileOperations that are specific to POSIX: pipes, access rights and limits.
 class tst_PosixFileOperations : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
 
-    void look_whatCannotBeReplaced_isTold()
+    void getState_pipeOrReadOnlyFile_isNotReplaceable()
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
         folder.MakePipe("pipe");
-        QVERIFY(!m_operations->Look(folder.PathOf("pipe")).isReplaceable);
-        QCOMPARE(RaisedNumber([&] { m_operations->Look(folder.PathOf("file/below")); }), 75);
+        QVERIFY(!m_operations->GetState(folder.PathOf("pipe")).isReplaceable);
+        QCOMPARE(RaisedNumber([&] { m_operations->GetState(folder.PathOf("file/below")); }), 75);
         std::filesystem::permissions(ToPath(folder.PathOf("file")), perms::owner_read);
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
-        QVERIFY(!m_operations->Look(folder.PathOf("file")).isReplaceable);
+        QVERIFY(!m_operations->GetState(folder.PathOf("file")).isReplaceable);
     }
 
-    void create_mode_isThatOfTheModel_data()
+    void create_copiesTheModeOfTheModel_data()
     {
         QTest::addColumn<int>("mode");
         for (const int mode : {0600, 0660, 0666, 0755, 0402}) {
@@ -100,7 +100,7 @@ private Q_SLOTS:
         }
     }
 
-    void create_mode_isThatOfTheModel()
+    void create_copiesTheModeOfTheModel()
     {
         QFETCH(int, mode);
         const TemporaryFolder folder;
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(StatusOf(folder.PathOf("new")).st_mode & 07777U), mode);
     }
 
-    void create_withoutModel_takesTheUsualMode()
+    void create_withoutModel_usesTheDefaultMode()
     {
         const TemporaryFolder folder;
         const mode_t before = ::umask(027);
@@ -119,10 +119,10 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(StatusOf(folder.PathOf("new")).st_mode & 07777U), 0640);
     }
 
-    void create_ownerAndGroup_areThoseOfTheModel()
+    void create_copiesOwnerAndGroupOfTheModel()
     {
         if (::geteuid() != 0) {
-            QSKIP("only root may give files away");
+            QSKIP("only root can change the owner of files");
         }
         const TemporaryFolder folder;
         folder.Write("model", "x");
@@ -141,16 +141,16 @@ private Q_SLOTS:
         folder.MakeFolder("log");
         folder.Write("model", "x");
         std::filesystem::permissions(ToPath(folder.PathOf("model")), static_cast<perms>(0664));
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain() || ::getegid() != 0) {
-            QSKIP("needs a user without a group of that name");
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged() || ::getegid() != 0) {
+            QSKIP("needs the group of root for the user nobody");
         }
-        // the process has the group of root, the file that of "nobody"
+        // the process has the group of root, the file the group of "nobody"
         m_operations->Create(folder.PathOf("log/new"), "x", folder.PathOf("model"));
         QCOMPARE(static_cast<int>(StatusOf(folder.PathOf("log/new")).st_mode & 07777U), 0604);
     }
 
-    void create_attributesAndAccessList_areThoseOfTheModel()
+    void create_copiesAttributesAndAccessListOfTheModel()
     {
         const TemporaryFolder folder;
         const std::string model = folder.PathOf("model");
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(StatusOf(folder.PathOf("new")).st_mode, StatusOf(model).st_mode);
     }
 
-    void create_accessListOfTheFolder_isNotAdded()
+    void create_defaultAccessListOfTheFolder_isNotApplied()
     {
         const TemporaryFolder folder;
         folder.Write("model", "x");
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(StatusOf(folder.PathOf("new")).st_mode & 07777U), 0640);
     }
 
-    void create_linkInItsPlace_isNotFollowed()
+    void create_existingLink_isNotFollowed()
     {
         const TemporaryFolder folder;
         folder.MakeLink("link", folder.PathOf("elsewhere"));
@@ -188,8 +188,8 @@ private Q_SLOTS:
         QCOMPARE(folder.Names(), Texts{"link"});
     }
 
-    // in a process of its own, which starts with the system's own answer to the signal
-    void write_beyondTheLimitOfTheFileSize_isDiskFullAndEndsNoProgram()
+    // in a child process that starts with the default action of the signal
+    void write_beyondTheFileSizeLimit_isDiskFullAndDoesNotKillTheProcess()
     {
         const TemporaryFolder folder;
         folder.Write("tarno.xml", "old");
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Names(), (Texts{"Tarno.log", "tarno.xml"}));
     }
 
-    void syncFolder_noFolder_isAnError()
+    void syncFolder_missingFolderOrFile_isAnError()
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
@@ -227,12 +227,12 @@ private Q_SLOTS:
         const pid_t child = ::fork();
         if (child == 0) {
             const FolderLock lock = m_operations->Lock(folder.Path());
-            const bool isTold = ::write(pipe[1], "x", 1) == 1;
+            const bool isWritten = ::write(pipe[1], "x", 1) == 1;
             ::pause();
-            ::_exit(isTold ? 0 : 1);
+            ::_exit(isWritten ? 0 : 1);
         }
-        char told = '\0';
-        QCOMPARE(::read(pipe[0], &told, 1), ssize_t{1});
+        char received = '\0';
+        QCOMPARE(::read(pipe[0], &received, 1), ssize_t{1});
         QCOMPARE(RaisedNumber([&] { m_operations->Lock(folder.Path()); }), 70);
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
@@ -241,21 +241,21 @@ private Q_SLOTS:
         QVERIFY(m_operations->Lock(folder.Path()) != nullptr);
     }
 
-    void append_noRegularFile_isPathFileAccess()
+    void append_notARegularFile_isPathFileAccess()
     {
         const TemporaryFolder folder;
         folder.MakePipe("pipe");
         QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("pipe"), "x"); }), 75);
     }
 
-    void append_fileThatMayNotBeWritten_isPathFileAccess()
+    void append_readOnlyFile_isPathFileAccess()
     {
         const TemporaryFolder folder;
         folder.Write("log", "old");
         std::filesystem::permissions(ToPath(folder.PathOf("log")), perms::owner_read);
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("log"), "x"); }), 75);
         QCOMPARE(folder.Read("log"), "old"s);

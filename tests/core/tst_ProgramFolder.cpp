@@ -14,41 +14,41 @@ class tst_ProgramFolder : public QObject
 
 private Q_SLOTS:
 
-    void getAppPath_rootOfADrive_losesItsSeparator()
+    void getAppPath_rootOfADrive_hasNoTrailingSeparator()
     {
         const ProgramFolder drive("C:\\", '\\');
         QCOMPARE(drive.GetAppPath(), "C:"s);
-        QCOMPARE(drive.Addressed("tarno.xml"), "C:\\tarno.xml"s);
+        QCOMPARE(drive.PathOf("tarno.xml"), "C:\\tarno.xml"s);
         const ProgramFolder root("/", '/');
         QCOMPARE(root.GetAppPath(), ""s);
-        QCOMPARE(root.Addressed("tarno.xml"), "/tarno.xml"s);
+        QCOMPARE(root.PathOf("tarno.xml"), "/tarno.xml"s);
     }
 
-    void getAppPath_anyOtherFolder_staysAsItIs()
+    void getAppPath_anyOtherFolder_isUnchanged()
     {
         QCOMPARE(ProgramFolder("C:\\Fishing Log", '\\').GetAppPath(), "C:\\Fishing Log"s);
         QCOMPARE(ProgramFolder("/opt/tarno", '/').GetAppPath(), "/opt/tarno"s);
         QCOMPARE(ProgramFolder("/opt/tarno\\", '/').GetAppPath(), "/opt/tarno\\"s);
     }
 
-    void addressed_aName_standsBehindTheSeparator()
+    void pathOf_joinsFolderAndName()
     {
-        QCOMPARE(ProgramFolder("C:\\Log", '\\').Addressed("Rpt.xml"), "C:\\Log\\Rpt.xml"s);
+        QCOMPARE(ProgramFolder("C:\\Log", '\\').PathOf("Rpt.xml"), "C:\\Log\\Rpt.xml"s);
         const TemporaryFolder folder;
-        QCOMPARE(ProgramFolder(folder.Path()).Addressed("Rpt.xml"), folder.PathOf("Rpt.xml"));
+        QCOMPARE(ProgramFolder(folder.Path()).PathOf("Rpt.xml"), folder.PathOf("Rpt.xml"));
     }
 
-    void existing_theNameItself_comesFirst()
+    void findPath_prefersTheExactName()
     {
         const TemporaryFolder folder;
         for (const char* name : {"FIELD.XML", "Field.xml", "field.xml"}) {
             folder.Write(name, name);
         }
-        QCOMPARE(ProgramFolder(folder.Path()).Existing("Field.xml"), folder.PathOf("Field.xml"));
-        QCOMPARE(ProgramFolder(folder.Path()).Existing("field.xml"), folder.PathOf("field.xml"));
+        QCOMPARE(ProgramFolder(folder.Path()).FindPath("Field.xml"), folder.PathOf("Field.xml"));
+        QCOMPARE(ProgramFolder(folder.Path()).FindPath("field.xml"), folder.PathOf("field.xml"));
     }
 
-    void existing_aNameThatDiffersInCase_meetsItsFile_data()
+    void findPath_ignoresCase_data()
     {
         QTest::addColumn<std::string>("stored");
         QTest::addColumn<std::string>("asked");
@@ -60,25 +60,25 @@ private Q_SLOTS:
                                       << "RptBlank.xml"s;
     }
 
-    void existing_aNameThatDiffersInCase_meetsItsFile()
+    void findPath_ignoresCase()
     {
         QFETCH(std::string, stored);
         QFETCH(std::string, asked);
         const TemporaryFolder folder;
         folder.Write("other.xml", "x");
         folder.Write(stored, "y");
-        QCOMPARE(ReadWholeFile(ProgramFolder(folder.Path()).Existing(asked)), "y"s);
+        QCOMPARE(ReadWholeFile(ProgramFolder(folder.Path()).FindPath(asked)), "y"s);
         NOT_ON_WINDOWS("names of files that differ in case");
-        QCOMPARE(ProgramFolder(folder.Path()).Existing(asked), folder.PathOf(stored));
-        QCOMPARE(ProgramFolder(folder.Path() + '/').Existing(asked), folder.PathOf(stored));
+        QCOMPARE(ProgramFolder(folder.Path()).FindPath(asked), folder.PathOf(stored));
+        QCOMPARE(ProgramFolder(folder.Path() + '/').FindPath(asked), folder.PathOf(stored));
     }
 
-    void existing_noSuchFile_isTheAddressedPath()
+    void findPath_missingFile_isPathOf()
     {
         const TemporaryFolder folder;
         folder.Write("field.xml.bak", "x");
-        QCOMPARE(ProgramFolder(folder.Path()).Existing("Field.xml"), folder.PathOf("Field.xml"));
-        QCOMPARE(ProgramFolder(folder.PathOf("gone")).Existing("Field.xml"), folder.PathOf("gone/Field.xml"));
+        QCOMPARE(ProgramFolder(folder.Path()).FindPath("Field.xml"), folder.PathOf("Field.xml"));
+        QCOMPARE(ProgramFolder(folder.PathOf("gone")).FindPath("Field.xml"), folder.PathOf("gone/Field.xml"));
     }
 };
 

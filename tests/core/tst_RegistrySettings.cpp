@@ -12,7 +12,7 @@ using namespace std::string_literals;
 namespace
 {
 
-/// What the registry itself holds, 16 bits a letter; nothing when there is no such value.
+/// Reads a value directly from the registry as UTF-16. Returns nullopt if it does not exist.
 std::optional<QString> InRegistry(const std::string& section, const wchar_t* name)
 {
     const std::wstring key = L"Control Panel\\" + QString::fromStdString(section).toStdWString();
@@ -27,7 +27,7 @@ std::optional<QString> InRegistry(const std::string& section, const wchar_t* nam
 
 } // namespace
 
-// The settings in the registry of the current user, below a section that nobody else uses.
+// The settings in the registry of the current user, in a section for this process.
 class tst_RegistrySettings : public QObject
 {
     Q_OBJECT
@@ -38,26 +38,26 @@ private Q_SLOTS:
 
     void cleanupTestCase() { m_store->RemoveSection(m_section); }
 
-    void nothingWritten_isNothing()
+    void notWritten_isNullopt()
     {
         QVERIFY(!m_store->Read(m_section, "XTidePath"));
         QVERIFY(!m_store->Values(m_section));
         m_store->RemoveValue(m_section, "XTidePath");
         m_store->RemoveSection(m_section);
-        QVERIFY(!m_store->Values(m_section)); // reading and removing make no section
+        QVERIFY(!m_store->Values(m_section)); // reading and removing do not create the section
     }
 
-    void written_isReadAgain_data()
+    void written_isReadBack_data()
     {
         QTest::addColumn<std::string>("text");
         QTest::newRow("a path") << R"(C:\Program Files\WXTide32\WXTide32.exe)"s;
-        QTest::newRow("beyond ASCII") << "C:\\caf\u00E9\\tides.exe"s;
+        QTest::newRow("non-ASCII") << "C:\\caf\u00E9\\tides.exe"s;
         QTest::newRow("nothing") << ""s;
         QTest::newRow("blanks") << "  "s;
         QTest::newRow("long") << std::string(20'000, 'x');
     }
 
-    void written_isReadAgain()
+    void written_isReadBack()
     {
         QFETCH(std::string, text);
         m_store->Write(m_section, "XTidePath", "before");
@@ -65,14 +65,14 @@ private Q_SLOTS:
         QCOMPARE(m_store->Read(m_section, "XTidePath"), std::optional(text));
     }
 
-    void written_liesInTheRegistryAsText()
+    void written_isStoredAsARegistryString()
     {
         m_store->Write(m_section, "XTidePath", "C:\\caf\u00E9\\tides.exe");
         QCOMPARE(InRegistry(m_section, L"XTidePath"),
                  std::optional(QStringLiteral("C:\\caf\u00E9\\tides.exe")));
     }
 
-    void values_areListedWithTheirNames()
+    void values_listsNamesAndTexts()
     {
         m_store->Write(m_section, "one", "1");
         m_store->Write(m_section, "two \u00E9", "zw\u00F6lf");
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QVERIFY(listed == expected);
     }
 
-    void value_removed_isGone()
+    void removeValue_removesOnlyThatValue()
     {
         m_store->Write(m_section, "one", "1");
         m_store->Write(m_section, "two", "2");
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(m_store->Read(m_section, "two"), std::optional("2"s));
     }
 
-    void section_removed_isGoneWithItsValues()
+    void removeSection_removesItsValues()
     {
         m_store->Write(m_section, "one", "1");
         m_store->RemoveSection(m_section);
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QVERIFY(!InRegistry(m_section, L"one"));
     }
 
-    void valueOfAnotherType_isReadAsItsBytes()
+    void valueOfAnotherType_isReadAsBytes()
     {
         m_store->Write(m_section, "one", "1");
         const std::wstring key = L"Control Panel\\" + QString::fromStdString(m_section).toStdWString();
@@ -116,7 +116,7 @@ private Q_SLOTS:
             0L);
         const auto read = m_store->Read(m_section, "number");
         QVERIFY(read);
-        QCOMPARE(*read, std::string(3, '\0')); // as from a text, its last byte counts as the end
+        QCOMPARE(*read, std::string(3, '\0')); // the last byte is dropped like the terminator of a text
     }
 
 private:

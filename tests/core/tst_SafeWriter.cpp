@@ -1,12 +1,12 @@
 #include "core/Paths.h"
 #include "core/SafeWriter.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/RaisedNumber.h"
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 #include <chrono>
 
@@ -43,18 +43,18 @@ private Q_SLOTS:
     void write_existingFile_isReplacedStepByStep()
     {
         m_folder->Write("tarno.xml", "the old and longer bytes");
-        QCOMPARE(Written("new\r\n\0bytes"s), 0);
+        QCOMPARE(WriteError("new\r\n\0bytes"s), 0);
         QCOMPARE(m_folder->Read("tarno.xml"), "new\r\n\0bytes"s);
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml"});
-        QCOMPARE(m_operations->Steps(), (Texts{"look", "create", "replace", "sync folder"}));
+        QCOMPARE(m_operations->Steps(), (Texts{"get state", "create", "replace", "sync folder"}));
         QVERIFY(m_operations->Created().starts_with(m_folder->PathOf("tarno.xml.")));
         QVERIFY(m_operations->Created().ends_with(SafeWriter::temporarySuffix));
     }
 
     void write_newFile_isCreated()
     {
-        QCOMPARE(Written("new", "sn\u0101pper log.pdf"), 0);
-        QCOMPARE(Written("", "empty"), 0);
+        QCOMPARE(WriteError("new", "sn\u0101pper log.pdf"), 0);
+        QCOMPARE(WriteError("", "empty"), 0);
         QCOMPARE(m_folder->Read("sn\u0101pper log.pdf"), "new"s);
         QCOMPARE(m_folder->Names(), (Texts{"empty", "sn\u0101pper log.pdf"}));
     }
@@ -62,7 +62,7 @@ private Q_SLOTS:
     void write_stepFails_leavesOldBytesAndNoTemporary_data()
     {
         QTest::addColumn<std::string>("step");
-        for (const char* step : {"look", "create", "replace"}) {
+        for (const char* step : {"get state", "create", "replace"}) {
             QTest::newRow(step) << std::string(step);
         }
     }
@@ -72,54 +72,54 @@ private Q_SLOTS:
         QFETCH(std::string, step);
         m_folder->Write("tarno.xml", "old");
         m_operations->Fail(step, ErrorNumber::DeviceInputOutput);
-        QCOMPARE(Written("new"), 57);
+        QCOMPARE(WriteError("new"), 57);
         QCOMPARE(m_folder->Read("tarno.xml"), "old"s);
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml"});
-        QCOMPARE(Written("new"), 0);
+        QCOMPARE(WriteError("new"), 0);
         QCOMPARE(m_folder->Read("tarno.xml"), "new"s);
     }
 
-    void write_fileThatLacksBytes_isDiskFull()
+    void write_truncatedTemporary_isDiskFull()
     {
         m_folder->Write("tarno.xml", "old");
         m_operations->LoseLastByte();
-        QCOMPARE(Written("new bytes"), 61);
+        QCOMPARE(WriteError("new bytes"), 61);
         QCOMPARE(m_folder->Read("tarno.xml"), "old"s);
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml"});
     }
 
-    void write_removingFailsToo_reportsTheFirstFailure()
+    void write_cleanupFailsToo_reportsTheFirstFailure()
     {
         m_folder->Write("tarno.xml", "old");
         m_operations->Fail("replace", ErrorNumber::DiskFull);
         m_operations->Fail("remove", ErrorNumber::PathFileAccess);
-        QCOMPARE(Written("new"), 61);
+        QCOMPARE(WriteError("new"), 61);
         QCOMPARE(m_folder->Read("tarno.xml"), "old"s);
     }
 
-    void write_folderNotSynchronised_isReportedButTheNewBytesAreThere()
+    void write_folderSyncFails_isReportedAfterTheReplacement()
     {
         m_folder->Write("tarno.xml", "old");
         m_operations->Fail("sync folder", ErrorNumber::DeviceInputOutput);
-        QCOMPARE(Written("new"), 57);
+        QCOMPARE(WriteError("new"), 57);
         QCOMPARE(m_folder->Read("tarno.xml"), "new"s);
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml"});
     }
 
-    void write_fileHeldForAMoment_isReplacedAfterwards()
+    void write_fileHeldBriefly_isReplacedOnceReleased()
     {
         m_folder->Write("tarno.xml", "old");
         m_operations->Fail("replace", ErrorNumber::PermissionDenied, 3);
-        QCOMPARE(Written("new"), 0);
+        QCOMPARE(WriteError("new"), 0);
         QCOMPARE(m_operations->Count("pause"), 3);
         QCOMPARE(m_folder->Read("tarno.xml"), "new"s);
     }
 
-    void write_fileHeldForLong_isPermissionDeniedAfterASecond()
+    void write_fileKeptHeld_isPermissionDeniedAfterOneSecond()
     {
         m_folder->Write("tarno.xml", "old");
         m_operations->Fail("replace", ErrorNumber::PermissionDenied, ScriptedFileOperations::always);
-        QCOMPARE(Written("new"), 70);
+        QCOMPARE(WriteError("new"), 70);
         QCOMPARE(m_operations->Count("replace"), 100);
         QCOMPARE(m_folder->Read("tarno.xml"), "old"s);
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml"});
@@ -139,7 +139,7 @@ private Q_SLOTS:
         m_folder->MakeFolder("sync");
         m_folder->Write("sync/tarno.xml", "old");
         m_folder->MakeLink("tarno.xml", isRelative ? "sync/tarno.xml" : m_folder->PathOf("sync/tarno.xml"));
-        QCOMPARE(Written("new"), 0);
+        QCOMPARE(WriteError("new"), 0);
         QVERIFY(std::filesystem::is_symlink(ToPath(m_folder->PathOf("tarno.xml"))));
         QVERIFY(!std::filesystem::is_symlink(ToPath(m_folder->PathOf("sync/tarno.xml"))));
         QCOMPARE(m_folder->Read("sync/tarno.xml"), "new"s);
@@ -152,8 +152,8 @@ private Q_SLOTS:
         m_folder->MakeFolder("sync");
         m_folder->MakeLink("tarno.xml", "sync/tarno.xml");
         m_folder->MakeLink("Rpt.xml", "gone/Rpt.xml");
-        QCOMPARE(Written("new"), 0);
-        QCOMPARE(Written("new", "Rpt.xml"), 76);
+        QCOMPARE(WriteError("new"), 0);
+        QCOMPARE(WriteError("new", "Rpt.xml"), 76);
         QCOMPARE(m_folder->Read("sync/tarno.xml"), "new"s);
         QCOMPARE(m_folder->Names(), (Texts{"Rpt.xml", "sync", "tarno.xml"}));
         for (const char* name : {"Rpt.xml", "tarno.xml"}) {
@@ -161,7 +161,7 @@ private Q_SLOTS:
         }
     }
 
-    void write_targetIsNoFile_isPathFileAccess()
+    void write_targetIsNotAFile_isPathFileAccess()
     {
         NOT_ON_WINDOWS("links and pipes");
         m_folder->MakeFolder("folder");
@@ -169,7 +169,7 @@ private Q_SLOTS:
         m_folder->MakeLink("circle", "circle");
         m_folder->Write("file", "old");
         for (const char* name : {"folder", "pipe", "circle", "file/tarno.xml"}) {
-            QCOMPARE(Written("new", name), 75);
+            QCOMPARE(WriteError("new", name), 75);
         }
         QCOMPARE(m_folder->Names(), (Texts{"circle", "file", "folder", "pipe"}));
         QVERIFY(std::filesystem::is_fifo(ToPath(m_folder->PathOf("pipe"))));
@@ -177,9 +177,9 @@ private Q_SLOTS:
         QCOMPARE(m_operations->Created(), ""s);
     }
 
-    void write_noSuchFolder_isPathNotFound()
+    void write_missingFolder_isPathNotFound()
     {
-        QCOMPARE(Written("new", "gone/tarno.xml"), 76);
+        QCOMPARE(WriteError("new", "gone/tarno.xml"), 76);
         QCOMPARE(m_folder->Names(), Texts());
     }
 
@@ -191,16 +191,16 @@ private Q_SLOTS:
         std::filesystem::permissions(ToPath(m_folder->PathOf("tarno.xml")), perms::owner_read);
         std::filesystem::permissions(ToPath(m_folder->PathOf("closed")),
                                      perms::owner_read | perms::owner_exec);
-        const PlainUser user(*m_folder);
-        if (PlainUser::IsPlain()) {
-            QCOMPARE(Written("new"), 75);
-            QCOMPARE(Written("new", "closed/tarno.xml"), 75);
+        const UnprivilegedUser user(*m_folder);
+        if (UnprivilegedUser::IsUnprivileged()) {
+            QCOMPARE(WriteError("new"), 75);
+            QCOMPARE(WriteError("new", "closed/tarno.xml"), 75);
             QCOMPARE(m_folder->Read("tarno.xml"), "old"s);
             QCOMPARE(m_folder->Read("closed/tarno.xml"), "old"s);
         }
         std::filesystem::permissions(ToPath(m_folder->PathOf("closed")), perms::owner_all);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
     }
 
@@ -208,18 +208,18 @@ private Q_SLOTS:
     {
         m_folder->Write("tarno.xml", "old");
         const std::string path = m_folder->PathOf("tarno.xml");
-        const auto written = SafeWriter(*m_operations).Replace(path, "new", m_operations->Look(path));
+        const auto written = SafeWriter(*m_operations).Replace(path, "new", m_operations->GetState(path));
         QVERIFY(written.has_value());
-        QVERIFY(*written == m_operations->Look(path));
+        QVERIFY(*written == m_operations->GetState(path));
         QCOMPARE(m_operations->Count("sync folder"), 0);
     }
 
-    void replace_otherProgramWritesAtTheLastMoment_changesNothing()
+    void replace_fileChangedByAnotherProgram_changesNothing()
     {
         m_folder->Write("tarno.xml", "old");
         const std::string path = m_folder->PathOf("tarno.xml");
-        const FileState expected = m_operations->Look(path);
-        m_operations->Before("look", [&] { m_folder->Write("tarno.xml", "other"); });
+        const FileState expected = m_operations->GetState(path);
+        m_operations->Before("get state", [&] { m_folder->Write("tarno.xml", "other"); });
         QVERIFY(!SafeWriter(*m_operations).Replace(path, "new", expected));
         QCOMPARE(m_folder->Read("tarno.xml"), "other"s);
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml"});
@@ -228,7 +228,7 @@ private Q_SLOTS:
         QCOMPARE(m_folder->Read("tarno.xml"), "other"s);
     }
 
-    void lock_heldForAMoment_isWaitedFor()
+    void lock_heldBriefly_isWaitedFor()
     {
         FolderLock held = SystemFileOperations()->Lock(m_folder->Path());
         m_operations->Before(
@@ -237,14 +237,14 @@ private Q_SLOTS:
         QCOMPARE(m_operations->Count("pause"), 5);
     }
 
-    void lock_heldForLong_isPermissionDeniedAfterTenSeconds()
+    void lock_keptHeld_isPermissionDeniedAfterTenSeconds()
     {
         const FolderLock held = SystemFileOperations()->Lock(m_folder->Path());
         QCOMPARE(RaisedNumber([&] { SafeWriter(*m_operations).LockFolder(m_folder->Path()); }), 70);
         QCOMPARE(m_operations->Count("lock"), 1000);
     }
 
-    void removeStale_onlyTemporariesOfTheFile_areGone()
+    void removeStale_removesOnlyTemporariesOfTheFile()
     {
         Texts left{"field.xml.12.tarno-tmp",  "tarno.xml",           "tarno.xml-12.tarno-tmp",
                    "tarno.xml..tarno-tmp",    "tarno.xml.12",        "tarno.xml.12.tmp",
@@ -267,7 +267,7 @@ private Q_SLOTS:
         QCOMPARE(m_folder->Names(), left);
     }
 
-    void removeStale_nothingThere_takesNoLock()
+    void removeStale_noTemporaries_takesNoLock()
     {
         m_folder->Write("tarno.xml", "log");
         RemoveStale();
@@ -275,7 +275,7 @@ private Q_SLOTS:
         SafeWriter(*m_operations).RemoveStale(m_folder->PathOf("gone/tarno.xml"));
     }
 
-    void removeStale_otherProgramIsSaving_leavesItsTemporary()
+    void removeStale_whileAnotherProgramSaves_keepsItsTemporary()
     {
         m_folder->Write("tarno.xml.12.tarno-tmp", "half");
         FolderLock held = SystemFileOperations()->Lock(m_folder->Path());
@@ -286,7 +286,7 @@ private Q_SLOTS:
         QCOMPARE(m_folder->Names(), Texts());
     }
 
-    void removeStale_withoutLocks_leavesWhatIsYoungerThanAnHour()
+    void removeStale_withoutLocks_keepsTemporariesYoungerThanAnHour()
     {
         using namespace std::chrono_literals;
         for (const auto& [name, age] :
@@ -295,12 +295,12 @@ private Q_SLOTS:
             std::filesystem::last_write_time(ToPath(m_folder->PathOf(name)),
                                              std::filesystem::file_time_type::clock::now() - age);
         }
-        m_operations->LockNothing();
+        m_operations->DisableLocks();
         RemoveStale();
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml.1.tarno-tmp"});
     }
 
-    void removeStale_oneCannotBeRemoved_theOthersAreGone()
+    void removeStale_oneCannotBeRemoved_removesTheOthers()
     {
         m_folder->Write("tarno.xml.1.tarno-tmp", "half");
         m_folder->Write("tarno.xml.2.tarno-tmp", "half");
@@ -310,8 +310,8 @@ private Q_SLOTS:
     }
 
 private:
-    /// The number that Write raises, 0 for none.
-    int Written(std::string_view bytes, const std::string& name = "tarno.xml")
+    /// Writes the file and returns the number of the error, or 0.
+    int WriteError(std::string_view bytes, const std::string& name = "tarno.xml")
     {
         return RaisedNumber([&] { SafeWriter(*m_operations).Write(m_folder->PathOf(name), bytes); });
     }

@@ -1,10 +1,10 @@
 #include "core/SettingsFile.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 using namespace Tarno;
 
@@ -34,7 +34,7 @@ private Q_SLOTS:
                                                            "</settings>\n"s);
     }
 
-    void write_nextValue_keepsWhatOthersPutThere()
+    void write_nextValue_keepsForeignContent()
     {
         const TemporaryFolder folder;
         folder.Write("settings.xml", "<?xml version=\"1.0\"?><!-- mine --><settings><section name=\"Else\">"
@@ -50,7 +50,7 @@ private Q_SLOTS:
         QCOMPARE(file.Read("KOWRA", "XTidePath").value_or("none"), "x"s);
     }
 
-    void write_textXmlCannotCarry_becomesTheReplacementCharacter()
+    void write_invalidText_becomesReplacementCharacters()
     {
         const TemporaryFolder folder;
         ScriptedFileOperations operations;
@@ -59,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(file.Read("KOWRA\uFFFD", "XTidePath\uFFFD").value_or("none"), "a\uFFFDb"s);
     }
 
-    void write_overASectionOfCharacterData_isReadBackWhole()
+    void write_overACDataSection_isReadBack()
     {
         const TemporaryFolder folder;
         folder.Write("settings.xml", "<settings><section name=\"KOWRA\">"
@@ -70,7 +70,7 @@ private Q_SLOTS:
         QCOMPARE(file.Read("KOWRA", "XTidePath").value_or("none"), "a]]>b"s);
     }
 
-    void read_anotherProgramsChange_isSeen()
+    void read_seesChangesOfOtherPrograms()
     {
         const TemporaryFolder folder;
         ScriptedFileOperations operations;
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(other.Values("KOWRA").value_or(std::vector<Setting>()).size()), 3);
     }
 
-    void damagedFile_isNeitherReadNorWrittenOver_data()
+    void damagedFile_isNeitherReadNorOverwritten_data()
     {
         const std::string good =
             R"(<settings><section name="KOWRA"><value name="XTidePath">x</value></section></settings>)";
@@ -93,10 +93,10 @@ private Q_SLOTS:
         QTest::newRow("two roots") << good + good;
         QTest::newRow("other root") << "<data>" + good + "</data>";
         QTest::newRow("zeros") << std::string(good.size(), '\0');
-        QTest::newRow("no UTF-8") << "<settings><!-- \xE9 -->" + good.substr(10);
+        QTest::newRow("not UTF-8") << "<settings><!-- \xE9 -->" + good.substr(10);
     }
 
-    void damagedFile_isNeitherReadNorWrittenOver()
+    void damagedFile_isNeitherReadNorOverwritten()
     {
         QFETCH(std::string, bytes);
         const TemporaryFolder folder;
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(operations.Steps(), Texts());
     }
 
-    void fileInTheFoldersPlace_changesNothing()
+    void fileInPlaceOfTheFolder_isUnchanged()
     {
         const TemporaryFolder folder;
         folder.Write("tarno", "a file");
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("tarno"), "a file"s);
     }
 
-    void pipeInTheFilesPlace_neverHangs()
+    void pipeInPlaceOfTheFile_doesNotHang()
     {
         NOT_ON_WINDOWS("pipes");
         const TemporaryFolder folder;
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QVERIFY(std::filesystem::is_fifo(ToPath(folder.PathOf("settings.xml"))));
     }
 
-    void fileThatMayNotBeRead_isNotWrittenOver()
+    void unreadableFile_isNotOverwritten()
     {
         const TemporaryFolder folder;
         folder.Write("settings.xml", "<settings><!-- mine --></settings>");
@@ -143,9 +143,9 @@ private Q_SLOTS:
                                      std::filesystem::perms::owner_write);
         ScriptedFileOperations operations;
         SettingsFile file(folder.PathOf("settings.xml"), operations);
-        const PlainUser user(folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         file.Write("KOWRA", "XTidePath", "x");
         QVERIFY(!file.Values("KOWRA"));
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("settings.xml"), "<settings><!-- mine --></settings>"s);
     }
 
-    void write_thatFails_leavesTheSettingAsItWas()
+    void failedWrite_keepsTheOldSetting()
     {
         const TemporaryFolder folder;
         ScriptedFileOperations operations;
@@ -166,7 +166,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Names(), Texts{"settings.xml"});
     }
 
-    void systemStore_liesInTheUsersConfigurationFolder()
+    void systemStore_isInTheUsersConfigurationFolder()
     {
         NOT_ON_WINDOWS("a configuration folder");
         const TemporaryFolder folder;
@@ -176,7 +176,7 @@ private Q_SLOTS:
         SystemSettingsStore(operations)->Write("KOWRA", "XTidePath", "x");
         QVERIFY(folder.Read("xdg/tarno/settings.xml").find("XTidePath") != std::string::npos);
 
-        // a relative folder does not count
+        // a relative folder is ignored
         for (const char* none : {"", "relative"}) {
             qputenv("XDG_CONFIG_HOME", none);
             SystemSettingsStore(operations)->Write("KOWRA", none, "x");

@@ -14,7 +14,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// One row per key, which the second column numbers from 1.
+/// Returns one row per key. The second column numbers the rows from 1.
 ReportTable Numbered(const Texts& keys)
 {
     ReportTable table;
@@ -24,8 +24,8 @@ ReportTable Numbered(const Texts& keys)
     return table;
 }
 
-/// `count` rows, all with the key "a" but the first, which has `first`.
-ReportTable FirstApart(const std::string& first, std::size_t count)
+/// Returns `count` rows with the key "a", except for the first, which has the key `first`.
+ReportTable EqualButFirst(const std::string& first, std::size_t count)
 {
     Texts keys(count, "a");
     keys.front() = first;
@@ -41,7 +41,7 @@ Texts Column(const ReportTable& table, std::size_t column)
     return texts;
 }
 
-/// The row numbers 1 to `count` after the rows at the given places (from 1) were exchanged in a circle.
+/// Returns the row numbers 1 to `count` after a cyclic rotation of the rows at `places` (from 1).
 Texts Rotated(std::size_t count, std::initializer_list<std::size_t> places)
 {
     Texts numbers;
@@ -64,7 +64,7 @@ class tst_ShellSort : public QObject
 
 private Q_SLOTS:
 
-    void noRowAndOneRow_stay()
+    void noRowOrOneRow_isUnchanged()
     {
         ReportTable none;
         mMain::ShellSort(none, {});
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QCOMPARE(Column(one, 0), Texts{"b"});
     }
 
-    void twoRows_standInOrder()
+    void twoRows_areSorted()
     {
         for (const Texts& keys : {Texts{"a", "b"}, Texts{"b", "a"}}) {
             ReportTable table = Numbered(keys);
@@ -83,7 +83,7 @@ private Q_SLOTS:
         }
     }
 
-    void descending_turnsTheOrderAround()
+    void descending_reversesTheOrder()
     {
         ReportTable table = Numbered({"b", "d", "a", "e", "c"});
         mMain::ShellSort(table, {.descending = true});
@@ -98,10 +98,9 @@ private Q_SLOTS:
         QCOMPARE(Column(table, 0), (Texts{"", "10", "9", ":", "Z", "a", "\u00E9"}));
     }
 
-    // The first row belongs at the end. Each gap carries it on and draws the rows that it passes forward,
-    // beyond their equals, so the result tells which gaps there were: 4 from five rows on, 13 from fourteen,
-    // 40 from forty-one.
-    void equalRows_moveAsTheGapsSay_data()
+    // The first row belongs at the end. Each gap moves it backwards and the rows it passes forwards, ahead of
+    // equal rows, so the result shows which gaps were used: 4 from 5 rows on, 13 from 14, 40 from 41.
+    void equalRows_moveByTheGaps_data()
     {
         QTest::addColumn<int>("rows");
         QTest::addColumn<Texts>("numbers");
@@ -113,20 +112,21 @@ private Q_SLOTS:
         QTest::newRow("41: gap 40") << 41 << Rotated(41, {1, 41});
     }
 
-    void equalRows_moveAsTheGapsSay()
+    void equalRows_moveByTheGaps()
     {
         QFETCH(int, rows);
         QFETCH(Texts, numbers);
-        ReportTable ascending = FirstApart("b", static_cast<std::size_t>(rows));
+        ReportTable ascending = EqualButFirst("b", static_cast<std::size_t>(rows));
         mMain::ShellSort(ascending, {});
         QCOMPARE(Column(ascending, 1), numbers);
-        ReportTable descending = FirstApart("A", static_cast<std::size_t>(rows));
+        ReportTable descending = EqualButFirst("A", static_cast<std::size_t>(rows));
         mMain::ShellSort(descending, {.descending = true});
         QCOMPARE(Column(descending, 1), numbers);
     }
 
-    // With equal rows counted as out of order, a pass turns the rows a gap apart around; gap 1 comes twice.
-    void strictMode_equalRows_areTurnedAroundAtEachPass_data()
+    // If equal rows count as out of order, each pass reverses the rows that are a gap apart; gap 1 is used
+    // twice.
+    void strictMode_equalRows_areReversedByEachPass_data()
     {
         QTest::addColumn<int>("rows");
         QTest::addColumn<Texts>("numbers");
@@ -139,17 +139,17 @@ private Q_SLOTS:
                                            "8",  "5", "6",  "3",  "4", "14", "2"};
     }
 
-    void strictMode_equalRows_areTurnedAroundAtEachPass()
+    void strictMode_equalRows_areReversedByEachPass()
     {
         QFETCH(int, rows);
         for (const bool descending : {false, true}) {
-            ReportTable table = FirstApart("a", static_cast<std::size_t>(rows));
+            ReportTable table = EqualButFirst("a", static_cast<std::size_t>(rows));
             mMain::ShellSort(table, {.descending = descending, .mode = -1});
             QTEST(Column(table, 1), "numbers");
         }
     }
 
-    void strictMode_differentRows_areSortedAllTheSame()
+    void strictMode_differentRows_areSorted()
     {
         ReportTable table = Numbered({"d", "b", "f", "a", "e", "c"});
         mMain::ShellSort(table, {.mode = -1});
@@ -163,7 +163,7 @@ private Q_SLOTS:
         QCOMPARE(Column(table, 1), (Texts{"1", "2", "3"}));
     }
 
-    void anotherColumn_decides()
+    void rows_areSortedByTheGivenColumn()
     {
         ReportTable table{{"1", "z", "x"}, {"2", "y", "w"}, {"3", "x", "y"}};
         mMain::ShellSort(table, {.column = 2});
@@ -171,7 +171,7 @@ private Q_SLOTS:
         QCOMPARE(Column(table, 1), (Texts{"y", "z", "x"}));
     }
 
-    void thousandRows_areSortedAndStayWhole_data()
+    void thousandRows_areSortedAsWholeRows_data()
     {
         QTest::addColumn<bool>("descending");
         QTest::addColumn<int>("mode");
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QTest::newRow("descending, strict") << true << -1;
     }
 
-    void thousandRows_areSortedAndStayWhole()
+    void thousandRows_areSortedAsWholeRows()
     {
         QFETCH(bool, descending);
         QFETCH(int, mode);
@@ -189,7 +189,7 @@ private Q_SLOTS:
         std::uint32_t number = 1;
         for (int row = 0; row < 1000; ++row) {
             number = number * 1664525U + 1013904223U;
-            keys.push_back(std::to_string((number >> 16U) % 500)); // each key about twice
+            keys.push_back(std::to_string((number >> 16U) % 500)); // each key occurs about twice
         }
         ReportTable table = Numbered(keys);
         const ReportTable before = table;
@@ -222,7 +222,7 @@ private Q_SLOTS:
         }
     }
 
-    void aShortRow_isSubscriptOutOfRangeAndNothingMoves()
+    void shortRow_isSubscriptOutOfRangeAndNothingMoves()
     {
         ReportTable table = Numbered({"c", "b", "a"});
         table.push_back({"only one cell"});

@@ -12,13 +12,13 @@ class tst_Text : public QObject
 
 private Q_SLOTS:
 
-    void equalIgnoringCase_asciiLetters_meet()
+    void equalIgnoringCase_comparesAsciiLettersOnly()
     {
         QVERIFY(EqualIgnoringCase("Field.xml", "fIELD.XML"));
         QVERIFY(EqualIgnoringCase("", ""));
         QVERIFY(!EqualIgnoringCase("field.xml", "field.xm"));
         QVERIFY(!EqualIgnoringCase("field.xml", "field_xml"));
-        // letters beyond ASCII and the signs beside the alphabet have no case here
+        // non-ASCII letters and the characters next to the alphabet are case-sensitive
         QVERIFY(!EqualIgnoringCase("\u00C4.xml", "\u00E4.xml"));
         QVERIFY(!EqualIgnoringCase("@[", "`{"));
     }
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QCOMPARE(ReplaceAll("", "X", "Y"), ""s);
     }
 
-    void split_text_isItsPartsBetweenTheSeparators_data()
+    void split_returnsThePartsBetweenSeparators_data()
     {
         using Texts = std::vector<std::string>;
         QTest::addColumn<std::string>("text");
@@ -43,15 +43,15 @@ private Q_SLOTS:
         QTest::newRow("three parts") << "1,24,5"s << Texts{"1", "24", "5"};
         QTest::newRow("blanks stay") << " a , b "s << Texts{" a ", " b "};
         QTest::newRow("separator alone") << ","s << Texts{"", ""};
-        QTest::newRow("at the front") << ",a"s << Texts{"", "a"};
+        QTest::newRow("at the start") << ",a"s << Texts{"", "a"};
         QTest::newRow("at the end") << "a,"s << Texts{"a", ""};
-        QTest::newRow("side by side") << "a,,b"s << Texts{"a", "", "b"};
+        QTest::newRow("two in a row") << "a,,b"s << Texts{"a", "", "b"};
         QTest::newRow("only separators") << ",,,"s << Texts{"", "", "", ""};
-        QTest::newRow("another sign") << "a;b c"s << Texts{"a;b c"};
-        QTest::newRow("beyond ASCII") << "\u9BDB,\u00E9"s << Texts{"\u9BDB", "\u00E9"};
+        QTest::newRow("other separators") << "a;b c"s << Texts{"a;b c"};
+        QTest::newRow("non-ASCII") << "\u9BDB,\u00E9"s << Texts{"\u9BDB", "\u00E9"};
     }
 
-    void split_text_isItsPartsBetweenTheSeparators()
+    void split_returnsThePartsBetweenSeparators()
     {
         QFETCH(std::string, text);
         QTEST(Split(text, ','), "parts");
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(Join({"a", "b"}, '\0'), "a\0b"s);
     }
 
-    void xmlText_whatXmlCanCarry_staysAsItIs_data()
+    void xmlText_validText_isUnchanged_data()
     {
         QTest::addColumn<std::string>("text");
         QTest::newRow("empty") << ""s;
@@ -77,18 +77,18 @@ private Q_SLOTS:
         QTest::newRow("delete") << "\x7F"s;
     }
 
-    void xmlText_whatXmlCanCarry_staysAsItIs()
+    void xmlText_validText_isUnchanged()
     {
         QFETCH(std::string, text);
         QVERIFY(IsXmlText(text));
         QCOMPARE(XmlText(text), text);
     }
 
-    void xmlText_whatXmlCannotCarry_becomesTheReplacementCharacter_data()
+    void xmlText_invalidText_becomesReplacementCharacters_data()
     {
         const std::string one = "a\uFFFDb";
         QTest::addColumn<std::string>("text");
-        QTest::addColumn<std::string>("fitted");
+        QTest::addColumn<std::string>("replaced");
         QTest::newRow("zero") << "a\0b"s << one;
         QTest::newRow("control") << "a\x1F"s + "b" << one;
         QTest::newRow("U+FFFE") << "a\uFFFEb"s << one;
@@ -106,17 +106,17 @@ private Q_SLOTS:
         QTest::newRow("surrogate") << "a\xED\xA0\x80"s + "b" << one;
         QTest::newRow("last surrogate") << "a\xED\xBF\xBF"s + "b" << one;
         QTest::newRow("above U+10FFFF") << "a\xF4\x90\x80\x80"s + "b" << one;
-        QTest::newRow("no lead at all") << "a\xFF"s + "b" << one;
+        QTest::newRow("invalid lead") << "a\xFF"s + "b" << one;
     }
 
-    void xmlText_whatXmlCannotCarry_becomesTheReplacementCharacter()
+    void xmlText_invalidText_becomesReplacementCharacters()
     {
         QFETCH(std::string, text);
         QVERIFY(!IsXmlText(text));
-        QTEST(XmlText(text), "fitted");
+        QTEST(XmlText(text), "replaced");
     }
 
-    void fromUtf16_wholeCharacters_areUtf8()
+    void fromUtf16_wellFormed_isConverted()
     {
         QVERIFY(HasUtf16Mark("\xFF\xFE"));
         QVERIFY(HasUtf16Mark("\xFE\xFF\x9B\xDB"));
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(FromUtf16("\xFE\xFF\xD8\x3D\xDC\x1F"s), "\U0001F41F"s);
     }
 
-    void fromUtf16_anythingElse_isNoText()
+    void fromUtf16_malformed_isNotXmlText()
     {
         QVERIFY(!IsXmlText(FromUtf16("\xFE\xFF\0Ax"s)));
         QVERIFY(!IsXmlText(FromUtf16("\xFF\xFE"s + "A"s)));
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(mMain::DecodeLineBreaks(mMain::EncodeLineBreaks("one\r\ntwo\r\n")), "one\r\ntwo\r\n"s);
     }
 
-    void encodeLineBreaks_aLoneCarriageReturnOrLineFeed_stays()
+    void encodeLineBreaks_loneCarriageReturnOrLineFeed_isKept()
     {
         QCOMPARE(mMain::EncodeLineBreaks("a\rb\nc"), "a\rb\nc"s);
         QCOMPARE(mMain::EncodeLineBreaks("a\r\r\n\nb"), "a\r~CL~\nb"s);

@@ -12,25 +12,25 @@ class tst_Variant : public QObject
 
 private Q_SLOTS:
 
-    void emptyToNegative_nothingOrNoInteger_isMinusOne_data()
+    void emptyToNegative_noInteger_isMinusOne_data()
     {
         QTest::addColumn<Variant>("value");
         QTest::newRow("empty") << Variant(Empty());
         QTest::newRow("null") << Variant(Null());
         QTest::newRow("empty text") << Variant(""s);
-        QTest::newRow("no number") << Variant("abc"s);
+        QTest::newRow("not a number") << Variant("abc"s);
         QTest::newRow("blank") << Variant(" "s);
         QTest::newRow("too large text") << Variant("32768"s);
         QTest::newRow("too large number") << Variant(40000.0);
     }
 
-    void emptyToNegative_nothingOrNoInteger_isMinusOne()
+    void emptyToNegative_noInteger_isMinusOne()
     {
         QFETCH(Variant, value);
         QCOMPARE(static_cast<int>(mMain::EmptyToNegative(value)), -1);
     }
 
-    void emptyToNegative_aNumber_isThatNumber_data()
+    void emptyToNegative_number_isThatNumber_data()
     {
         QTest::addColumn<Variant>("value");
         QTest::addColumn<int>("number");
@@ -43,7 +43,7 @@ private Q_SLOTS:
         QTest::newRow("number, half to even") << Variant(3.5) << 4;
     }
 
-    void emptyToNegative_aNumber_isThatNumber()
+    void emptyToNegative_number_isThatNumber()
     {
         QFETCH(Variant, value);
         QTEST(static_cast<int>(mMain::EmptyToNegative(value)), "number");
@@ -65,15 +65,15 @@ private Q_SLOTS:
         QVERIFY(mMain::NullToFalse("-1"s));
     }
 
-    void nullToFalse_textThatIsNoNumber_isTypeMismatch()
+    void nullToFalse_textWithoutNumber_isTypeMismatch()
     {
         QCOMPARE(RaisedNumber([] { mMain::NullToFalse("abc"s); }), 13);
         QCOMPARE(RaisedNumber([] { mMain::NullToFalse(""s); }), 13);
     }
 
-    void compMe_twoValues_areExchangedWhenOutOfOrder_data()
+    void compMe_twoValues_isTrueWhenOutOfOrder_data()
     {
-        enum Order { Less, Equal, Greater }; // how the second value stands to the first
+        enum Order { Less, Equal, Greater }; // of the second value compared to the first
 
         QTest::addColumn<Variant>("first");
         QTest::addColumn<Variant>("second");
@@ -86,14 +86,14 @@ private Q_SLOTS:
         QTest::newRow("texts, equal") << Variant("a"s) << Variant("a"s) << int(Equal);
         QTest::newRow("number after text") << Variant("1"s) << Variant(2.0) << int(Less);
         QTest::newRow("text after number") << Variant(2.0) << Variant("1"s) << int(Greater);
-        QTest::newRow("empty beside a greater number") << Variant(1.0) << Variant(Empty()) << int(Less);
-        QTest::newRow("empty beside zero") << Variant(Empty()) << Variant(0.0) << int(Equal);
-        QTest::newRow("empty beside a text") << Variant("a"s) << Variant(Empty()) << int(Less);
-        QTest::newRow("empty beside the empty text") << Variant(""s) << Variant(Empty()) << int(Equal);
-        QTest::newRow("empty beside empty") << Variant(Empty()) << Variant(Empty()) << int(Equal);
+        QTest::newRow("empty and a positive number") << Variant(1.0) << Variant(Empty()) << int(Less);
+        QTest::newRow("empty and zero") << Variant(Empty()) << Variant(0.0) << int(Equal);
+        QTest::newRow("empty and a text") << Variant("a"s) << Variant(Empty()) << int(Less);
+        QTest::newRow("empty and an empty text") << Variant(""s) << Variant(Empty()) << int(Equal);
+        QTest::newRow("empty and empty") << Variant(Empty()) << Variant(Empty()) << int(Equal);
     }
 
-    void compMe_twoValues_areExchangedWhenOutOfOrder()
+    void compMe_twoValues_isTrueWhenOutOfOrder()
     {
         QFETCH(Variant, first);
         QFETCH(Variant, second);

@@ -16,8 +16,8 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// The file as another program holds it, which shares it only for `share` (FILE_SHARE_READ and the like).
-Handle Held(const std::string& path, DWORD share)
+/// Opens the file like another program that shares it only for `share` (FILE_SHARE_READ and others).
+Handle HoldOpen(const std::string& path, DWORD share)
 {
     return Open(path, GENERIC_READ, share, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
 }
@@ -29,7 +29,7 @@ std::wstring Native(const std::string& path)
     return ToPath(path).wstring();
 }
 
-/// The bytes of the access list; none if it cannot be read.
+/// Returns the bytes of the access list, or an empty text if it cannot be read.
 std::string AccessListOf(const std::string& path)
 {
     DWORD size = 0;
@@ -42,7 +42,7 @@ std::string AccessListOf(const std::string& path)
 
 } // namespace
 
-// What the system's own operations do beyond tst_FileOperations with files that others hold, attributes, long
+// The parts of FileOperations that are specific to Windows: files held by other programs, attributes, long
 // paths and locks.
 class tst_WindowsFileOperations : public QObject
 {
@@ -50,7 +50,7 @@ class tst_WindowsFileOperations : public QObject
 
 private Q_SLOTS:
 
-    void resolved_isAPathAsOthers()
+    void resolved_hasNoLongPathPrefix()
     {
         const TemporaryFolder folder;
         folder.Write("Tarno.XML", "x");
@@ -59,27 +59,27 @@ private Q_SLOTS:
         QVERIFY2(resolved.ends_with("\\Tarno.XML"), resolved.c_str());
     }
 
-    void look_heldFile_isTold()
+    void getState_heldFile_isRead()
     {
         const TemporaryFolder folder;
         folder.Write("file", "12345");
-        const FileState before = m_operations->Look(folder.PathOf("file"));
-        const Handle held = Held(folder.PathOf("file"), 0);
-        QVERIFY(m_operations->Look(folder.PathOf("file")) == before);
+        const FileState before = m_operations->GetState(folder.PathOf("file"));
+        const Handle held = HoldOpen(folder.PathOf("file"), 0);
+        QVERIFY(m_operations->GetState(folder.PathOf("file")) == before);
     }
 
-    void look_readOnlyFile_isNotReplaceable()
+    void getState_readOnlyFile_isNotReplaceable()
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
         const std::wstring path = Native(folder.PathOf("file"));
         QVERIFY(::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY) != 0);
-        const FileState state = m_operations->Look(folder.PathOf("file"));
+        const FileState state = m_operations->GetState(folder.PathOf("file"));
         ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
         QVERIFY(state.exists && !state.isReplaceable);
     }
 
-    void create_attributesAndAccessList_areThoseOfTheModel()
+    void create_copiesAttributesAndAccessListOfTheModel()
     {
         const TemporaryFolder folder;
         folder.Write("model", "x");
@@ -90,14 +90,14 @@ private Q_SLOTS:
         QVERIFY(!AccessListOf(folder.PathOf("model")).empty());
     }
 
-    void replace_heldFile_isPermissionDeniedAndReplacedTheNextTime_data()
+    void replace_heldFile_isPermissionDeniedUntilReleased_data()
     {
         QTest::addColumn<DWORD>("share");
         QTest::newRow("by a program that shares nothing") << DWORD{0};
-        QTest::newRow("by a program that lets others read and write") << shareReading;
+        QTest::newRow("by a program that shares reading and writing") << shareReading;
     }
 
-    void replace_heldFile_isPermissionDeniedAndReplacedTheNextTime()
+    void replace_heldFile_isPermissionDeniedUntilReleased()
     {
         QFETCH(DWORD, share);
         const TemporaryFolder folder;
@@ -105,7 +105,7 @@ private Q_SLOTS:
         folder.Write("new", "new");
         const auto replace = [&] { m_operations->Replace(folder.PathOf("new"), folder.PathOf("old")); };
         for (const char* name : {"old", "new"}) {
-            const Handle held = Held(folder.PathOf(name), share);
+            const Handle held = HoldOpen(folder.PathOf(name), share);
             QCOMPARE(RaisedNumber(replace), 70);
         }
         QCOMPARE(folder.Read("old"), "old"s);
@@ -123,13 +123,13 @@ private Q_SLOTS:
                 Open(folder.PathOf("tarno.lock"), GENERIC_WRITE, 0, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE));
             QCOMPARE(RaisedNumber([&] { m_operations->Lock(folder.Path()); }), 70);
         }
-        // what a machine that lost its power leaves
+        // a lock file left by a power failure
         folder.Write("tarno.lock", "");
         QVERIFY(m_operations->Lock(folder.Path()) != nullptr);
         QCOMPARE(folder.Names(), Texts());
     }
 
-    void lock_folderThatIsMissing_isNull()
+    void lock_missingFolder_isNull()
     {
         const TemporaryFolder folder;
         QVERIFY(m_operations->Lock(folder.PathOf("gone")) == nullptr);
@@ -139,7 +139,7 @@ private Q_SLOTS:
     {
         const TemporaryFolder folder;
         folder.Write("file", "x");
-        const Handle held = Held(folder.PathOf("file"), shareReading);
+        const Handle held = HoldOpen(folder.PathOf("file"), shareReading);
         QCOMPARE(RaisedNumber([&] { m_operations->Remove(folder.PathOf("file")); }), 70);
     }
 
@@ -148,7 +148,7 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         folder.Write("Tarno.log", "old");
         {
-            const Handle held = Held(folder.PathOf("Tarno.log"), FILE_SHARE_READ);
+            const Handle held = HoldOpen(folder.PathOf("Tarno.log"), FILE_SHARE_READ);
             QCOMPARE(RaisedNumber([&] { m_operations->Append(folder.PathOf("Tarno.log"), "x"); }), 70);
         }
         QCOMPARE(folder.Read("Tarno.log"), "old"s);
@@ -159,19 +159,19 @@ private Q_SLOTS:
         const TemporaryFolder folder;
         folder.Write("file", "x");
         {
-            const Handle held = Held(folder.PathOf("file"), 0);
+            const Handle held = HoldOpen(folder.PathOf("file"), 0);
             QCOMPARE(RaisedNumber([&] { ReadWholeFile(folder.PathOf("file")); }), 70);
         }
-        const Handle held = Held(folder.PathOf("file"), shareReading);
+        const Handle held = HoldOpen(folder.PathOf("file"), shareReading);
         QCOMPARE(ReadWholeFile(folder.PathOf("file")), "x"s);
     }
 
-    void readWholeFile_device_isNoFile()
+    void readWholeFile_device_isPathFileAccess()
     {
         QCOMPARE(RaisedNumber([] { ReadWholeFile("NUL"); }), 75);
     }
 
-    void longPaths_areFilesAsOthers()
+    void longPaths_areSupported()
     {
         const TemporaryFolder folder;
         std::string name = "Mein Angelbuch \u00FCber alles";
@@ -184,7 +184,7 @@ private Q_SLOTS:
         QCOMPARE(ReadWholeFile(path), "old"s);
         std::string given = path;
         QVERIFY(mMain::FileExist(given));
-        QCOMPARE(ProgramFolder(folder.PathOf(name)).Existing("Tarno.xml"),
+        QCOMPARE(ProgramFolder(folder.PathOf(name)).FindPath("Tarno.xml"),
                  folder.PathOf(name + "/Tarno.xml"));
         SafeWriter writer(*m_operations);
         const FolderLock lock = writer.LockFolder(FolderOf(path));

@@ -9,8 +9,9 @@ using namespace std::string_literals;
 namespace
 {
 
-/// The document that `bytes` are, written again; "refused" when they are none. Both parsers must agree.
-std::string Rewritten(std::string_view bytes)
+/// Parses `bytes` with both parsers, which must agree, and serializes the document. Returns "refused" on
+/// failure.
+std::string RoundTrip(std::string_view bytes)
 {
     pugi::xml_document document;
     const std::string rewritten = ParseXml(bytes, document) ? SerializeXml(document) : "refused";
@@ -32,7 +33,7 @@ std::string Utf16(const std::u16string& text, bool littleEndian)
     return bytes;
 }
 
-/// That many elements inside each other.
+/// Returns `count` nested elements.
 std::string Levels(std::size_t count)
 {
     std::string openings;
@@ -52,9 +53,9 @@ class tst_Xml : public QObject
 
 private Q_SLOTS:
 
-    void serialize_aDocument_isOneElementALine()
+    void serialize_writesOneElementPerLine()
     {
-        QCOMPARE(Rewritten("<data><tarno><TarnoNo>1</TarnoNo><Weather/></tarno></data>"),
+        QCOMPARE(RoundTrip("<data><tarno><TarnoNo>1</TarnoNo><Weather/></tarno></data>"),
                  "<data>\n"
                  "\t<tarno>\n"
                  "\t\t<TarnoNo>1</TarnoNo>\n"
@@ -63,42 +64,42 @@ private Q_SLOTS:
                  "</data>\n"s);
     }
 
-    void rewritten_whatWasThere_staysThere_data()
+    void roundTrip_everyNode_isKept_data()
     {
         QTest::addColumn<std::string>("bytes");
         QTest::newRow("declaration") << "<?xml version=\"1.0\"?>\n<data />\n"s;
         QTest::newRow("comments")
-            << "<!-- before -->\n<data>\n\t<!-- in -->\n\t<a />\n</data>\n<!-- behind -->\n"s;
+            << "<!-- before -->\n<data>\n\t<!-- in -->\n\t<a />\n</data>\n<!-- after -->\n"s;
         QTest::newRow("instructions") << "<?before it?>\n<data>\n\t<?in it?>\n</data>\n"s;
         QTest::newRow("document type") << "<!DOCTYPE data>\n<data />\n"s;
         QTest::newRow("attributes") << "<data by=\"&quot;me&quot; &amp; &lt;you>\" />\n"s;
         QTest::newRow("blanks in a value") << "<data>  a  b  </data>\n"s;
-        QTest::newRow("a value of blanks") << "<data> \t </data>\n"s;
+        QTest::newRow("value of blanks") << "<data> \t </data>\n"s;
         QTest::newRow("line feed in a value") << "<data>a\nb</data>\n"s;
         QTest::newRow("carriage return in a value") << "<data>a\r\nb</data>\n"s;
-        QTest::newRow("character data section") << "<data><![CDATA[<a> & ]]></data>\n"s;
-        QTest::newRow("special signs") << "<data>&lt;a&gt; &amp; \"b\" 'c'</data>\n"s;
-        QTest::newRow("beyond ASCII") << "<data>\u9BDB \xF0\x9F\x90\x9F</data>\n"s;
-        QTest::newRow("no reference in a comment") << "<data>\n\t<!-- a & b -->\n</data>\n"s;
-        QTest::newRow("no reference in an instruction that begins with xml") << "<?xmls a & b?>\n<data />\n"s;
-        QTest::newRow("no reference in an instruction") << "<data>\n\t<?it a & b?>\n</data>\n"s;
-        QTest::newRow("reference behind comments that hold none")
+        QTest::newRow("CDATA section") << "<data><![CDATA[<a> & ]]></data>\n"s;
+        QTest::newRow("escaped characters") << "<data>&lt;a&gt; &amp; \"b\" 'c'</data>\n"s;
+        QTest::newRow("non-ASCII") << "<data>\u9BDB \xF0\x9F\x90\x9F</data>\n"s;
+        QTest::newRow("ampersand in a comment") << "<data>\n\t<!-- a & b -->\n</data>\n"s;
+        QTest::newRow("ampersand in an instruction that begins with xml") << "<?xmls a & b?>\n<data />\n"s;
+        QTest::newRow("ampersand in an instruction") << "<data>\n\t<?it a & b?>\n</data>\n"s;
+        QTest::newRow("reference after comments with ampersands")
             << "<data>\n\t<!-- & -->\n\t<a>&amp;</a>\n\t<!-- && -->\n</data>\n"s;
-        QTest::newRow("no reference in a section") << "<data><![CDATA[a & b; &c;]]></data>\n"s;
+        QTest::newRow("ampersand in a CDATA section") << "<data><![CDATA[a & b; &c;]]></data>\n"s;
     }
 
-    void rewritten_whatWasThere_staysThere()
+    void roundTrip_everyNode_isKept()
     {
         QFETCH(std::string, bytes);
-        QCOMPARE(Rewritten(bytes), bytes);
+        QCOMPARE(RoundTrip(bytes), bytes);
     }
 
-    void rewritten_again_isTheSame()
+    void roundTrip_ofARoundTrip_changesNothing()
     {
         const std::string once =
-            Rewritten("\xEF\xBB\xBF<data>\r\n <a> x </a><b/> <!-- c -->text<d>\r\n</d></data> ");
+            RoundTrip("\xEF\xBB\xBF<data>\r\n <a> x </a><b/> <!-- c -->text<d>\r\n</d></data> ");
         QVERIFY(once != "refused");
-        QCOMPARE(Rewritten(once), once);
+        QCOMPARE(RoundTrip(once), once);
     }
 
     void parse_utf16_isRead_data()
@@ -111,105 +112,106 @@ private Q_SLOTS:
     void parse_utf16_isRead()
     {
         QFETCH(bool, littleEndian);
-        QCOMPARE(Rewritten(Utf16(u"\uFEFF<data>a \u00E9 \u9BDB \U0001F41F &amp;</data>", littleEndian)),
+        QCOMPARE(RoundTrip(Utf16(u"\uFEFF<data>a \u00E9 \u9BDB \U0001F41F &amp;</data>", littleEndian)),
                  "<data>a \u00E9 \u9BDB \U0001F41F &amp;</data>\n"s);
-        // what would not be read whole is refused
+        // input that cannot be decoded completely is refused
         const std::string good = Utf16(u"\uFEFF<data>a</data>", littleEndian);
-        QCOMPARE(Rewritten(good + 'x'), "refused"s);
-        QCOMPARE(Rewritten(good.substr(0, good.size() - 4)), "refused"s);
-        QCOMPARE(Rewritten(good + std::string(2, '\0') + good), "refused"s);
-        QCOMPARE(Rewritten(Utf16(u"\uFEFF<data>a\x01</data>", littleEndian)), "refused"s);
+        QCOMPARE(RoundTrip(good + 'x'), "refused"s);
+        QCOMPARE(RoundTrip(good.substr(0, good.size() - 4)), "refused"s);
+        QCOMPARE(RoundTrip(good + std::string(2, '\0') + good), "refused"s);
+        QCOMPARE(RoundTrip(Utf16(u"\uFEFF<data>a\x01</data>", littleEndian)), "refused"s);
         for (const std::u16string& surrogates :
              {std::u16string{0xD800}, std::u16string{0xDC00}, std::u16string{0xDC00, 0xD800},
               std::u16string{0xD800, 0xD800, 0xDC00}}) {
-            QCOMPARE(Rewritten(Utf16(u"\uFEFF<data>" + surrogates + u"</data>", littleEndian)), "refused"s);
+            QCOMPARE(RoundTrip(Utf16(u"\uFEFF<data>" + surrogates + u"</data>", littleEndian)), "refused"s);
         }
     }
 
-    void parse_byteOrderMark_isNoContent()
+    void parse_byteOrderMark_isDropped()
     {
-        QCOMPARE(Rewritten("\xEF\xBB\xBF<data>a</data>"), "<data>a</data>\n"s);
+        QCOMPARE(RoundTrip("\xEF\xBB\xBF<data>a</data>"), "<data>a</data>\n"s);
     }
 
-    void parse_declaredEncoding_isCorrectedNotObeyed()
+    void parse_declaredEncoding_isIgnoredAndCorrected()
     {
-        QCOMPARE(Rewritten("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><data>\u00E9</data>"),
+        QCOMPARE(RoundTrip("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><data>\u00E9</data>"),
                  "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<data>\u00E9</data>\n"s);
         QCOMPARE(
-            Rewritten(Utf16(u"\uFEFF<?xml version=\"1.0\" encoding=\"UTF-16\"?><data>\u00E9</data>", true)),
+            RoundTrip(Utf16(u"\uFEFF<?xml version=\"1.0\" encoding=\"UTF-16\"?><data>\u00E9</data>", true)),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<data>\u00E9</data>\n"s);
-        QCOMPARE(Rewritten("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><data>\xE9</data>"), "refused"s);
+        QCOMPARE(RoundTrip("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><data>\xE9</data>"), "refused"s);
     }
 
-    void parse_damage_isRefused_data()
+    void parse_malformed_isRefused_data()
     {
         QTest::addColumn<std::string>("bytes");
         QTest::newRow("empty") << ""s;
         QTest::newRow("blanks only") << " \n"s;
-        QTest::newRow("no XML") << "tarno"s;
+        QTest::newRow("not XML") << "tarno"s;
         QTest::newRow("comment only") << "<!-- data -->"s;
         QTest::newRow("declaration only") << R"(<?xml version="1.0"?>)"s;
         QTest::newRow("truncated in a tag") << "<data><tarno></tar"s;
         QTest::newRow("truncated between tags") << "<data><tarno></tarno>"s;
         QTest::newRow("truncated in a value") << "<data><a>val"s;
         QTest::newRow("truncated in a comment") << "<data/><!-- "s;
-        QTest::newRow("tags that cross") << "<data><a><b></a></b></data>"s;
+        QTest::newRow("overlapping tags") << "<data><a><b></a></b></data>"s;
         QTest::newRow("end without start") << "</data>"s;
         QTest::newRow("two roots") << "<data></data><data></data>"s;
         QTest::newRow("text before") << "x<data/>"s;
-        QTest::newRow("text behind") << "<data/>text"s;
-        QTest::newRow("letter behind") << "<data/>x"s;
-        QTest::newRow("one letter behind a line end") << "<data/>\nx"s;
-        QTest::newRow("section behind") << "<data/><![CDATA[x]]>"s;
+        QTest::newRow("text after") << "<data/>text"s;
+        QTest::newRow("letter after") << "<data/>x"s;
+        QTest::newRow("letter after a line end") << "<data/>\nx"s;
+        QTest::newRow("CDATA section after") << "<data/><![CDATA[x]]>"s;
         QTest::newRow("zeros only") << std::string(64, '\0');
-        QTest::newRow("zeros behind") << "<data/>"s + std::string(16, '\0');
+        QTest::newRow("zeros after") << "<data/>"s + std::string(16, '\0');
         QTest::newRow("zero in a value") << "<data>a\0b</data>"s;
         QTest::newRow("control character") << "<data>a\x02</data>"s;
-        QTest::newRow("no UTF-8") << "<data>\xE9</data>"s;
-        QTest::newRow("UTF-16 without its mark") << Utf16(u"<data/>", true);
+        QTest::newRow("not UTF-8") << "<data>\xE9</data>"s;
+        QTest::newRow("UTF-16 without byte order mark") << Utf16(u"<data/>", true);
         QTest::newRow("UTF-32") << "\xFF\xFE\0\0<\0\0\0d\0\0\0/\0\0\0>\0\0\0"s;
-        QTest::newRow("mark only") << "\xFF\xFE"s;
+        QTest::newRow("byte order mark only") << "\xFF\xFE"s;
         QTest::newRow("attribute without quotes") << "<data a=b/>"s;
-        QTest::newRow("ampersand alone") << "<data>a & b</data>"s;
+        QTest::newRow("bare ampersand") << "<data>a & b</data>"s;
         QTest::newRow("ampersand at the end") << "<data>a &</data>"s;
         QTest::newRow("unknown reference") << "<data>&tide;</data>"s;
-        QTest::newRow("unended reference") << "<data>&amp</data>"s;
+        QTest::newRow("unterminated reference") << "<data>&amp</data>"s;
         QTest::newRow("empty reference") << "<data>&;</data>"s;
         QTest::newRow("zero as reference") << "<data>a&#0;b</data>"s;
         QTest::newRow("control character as reference") << "<data>&#x1;</data>"s;
         QTest::newRow("surrogate as reference") << "<data>&#xD800;</data>"s;
         QTest::newRow("reference above U+10FFFF") << "<data>&#x110000;</data>"s;
-        QTest::newRow("reference above all numbers") << "<data>&#99999999999999;</data>"s;
+        QTest::newRow("reference above 32 bits") << "<data>&#99999999999999;</data>"s;
         QTest::newRow("reference without digits") << "<data>&#x;</data>"s;
-        QTest::newRow("reference with other digits") << "<data>&#1F;</data>"s;
-        QTest::newRow("no reference behind a comment that holds none") << "<data><!-- & --><a>&</a></data>"s;
-        QTest::newRow("no reference between comments") << "<data><!-- & -->a & b<!-- & --></data>"s;
-        QTest::newRow("reference ended in a comment") << "<data>&amp<!-- ; --></data>"s;
-        QTest::newRow("no reference behind what would begin a comment") << "<data a='<!--'>&tide;</data>"s;
-        QTest::newRow("control character behind what would begin an instruction")
+        QTest::newRow("reference with invalid digits") << "<data>&#1F;</data>"s;
+        QTest::newRow("ampersand after a comment with an ampersand") << "<data><!-- & --><a>&</a></data>"s;
+        QTest::newRow("ampersand between comments") << "<data><!-- & -->a & b<!-- & --></data>"s;
+        QTest::newRow("reference terminated in a comment") << "<data>&amp<!-- ; --></data>"s;
+        QTest::newRow("unknown reference after a comment start in an attribute")
+            << "<data a='<!--'>&tide;</data>"s;
+        QTest::newRow("control character after an instruction start in an attribute")
             << "<data a=\"<?'\" b='\"'>&#xF;</data>"s;
         QTest::newRow("surrogate as reference in the declaration") << R"(<?xml version="&#xD800;"?><data/>)"s;
         QTest::newRow("unknown reference in the declaration") << R"(<?XML version="&tide;"?><data/>)"s;
-        QTest::newRow("reference beyond all length") << "<data>&#" + std::string(1000, '0') + "65;</data>";
+        QTest::newRow("overlong reference") << "<data>&#" + std::string(1000, '0') + "65;</data>";
         QTest::newRow("257 levels") << Levels(257);
         QTest::newRow("200,000 levels") << Levels(200000);
-        QTest::newRow("200,000 levels without their ends") << Levels(200000).substr(0, 600000);
+        QTest::newRow("200,000 levels without end tags") << Levels(200000).substr(0, 600000);
         QTest::newRow("unknown reference in an attribute") << R"(<data><a b="&tide;"/></data>)"s;
     }
 
-    void parse_damage_isRefused()
+    void parse_malformed_isRefused()
     {
         QFETCH(std::string, bytes);
-        QCOMPARE(Rewritten(bytes), "refused"s);
+        QCOMPARE(RoundTrip(bytes), "refused"s);
         pugi::xml_document document;
         QVERIFY(!ParseXmlInPlace(bytes, document));
         QVERIFY(!document.first_child());
     }
 
-    void parse_levels_areReadTo256()
+    void parse_accepts256Levels()
     {
-        QVERIFY(Rewritten(Levels(64)) != "refused");
-        QVERIFY(Rewritten(Levels(256)) != "refused");
+        QVERIFY(RoundTrip(Levels(64)) != "refused");
+        QVERIFY(RoundTrip(Levels(256)) != "refused");
     }
 
     void parse_references_areReadAsTheirCharacters()

@@ -17,14 +17,14 @@
 
 using namespace Tarno;
 
-// The files that a user gets with the program, and the sample log.
+// The shipped data files and the sample log.
 
 namespace
 {
 
 using Texts = std::vector<std::string>;
 
-/// The data files as an installation has them, or the sample's, loaded by the program.
+/// The shipped data files or those of the sample, loaded by the program.
 class Shipped
 {
 public:
@@ -100,7 +100,7 @@ std::string InShipped(const std::string& name)
     return TARNO_SHIPPED_DATA "/" + name;
 }
 
-/// What the program calculates for the entry, by positions.
+/// Returns the values that the program calculates for the entry, by position.
 std::map<std::size_t, std::string> Calculated(const cSQL& sql, const RecordView& entry)
 {
     Record location;
@@ -135,7 +135,7 @@ class tst_ShippedData : public QObject
 
 private Q_SLOTS:
 
-    void template_holdsOneEmptyRecord_data()
+    void template_hasOneEmptyRecord_data()
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<int>("count");
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QTest::newRow("report") << "RptBlank.xml" << 5;
     }
 
-    void template_holdsOneEmptyRecord()
+    void template_hasOneEmptyRecord()
     {
         QFETCH(QString, file);
         QFETCH(int, count);
@@ -190,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(Names(report.View()), (Texts{"RptNo", "RptName", "Fields", "FieldKeys", "Options"}));
     }
 
-    void emptyFiles_holdNothing_data()
+    void emptyFiles_haveNoRecords_data()
     {
         QTest::addColumn<QString>("file");
         QTest::newRow("entries") << "tarno.xml";
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QTest::newRow("reports") << "Rpt.xml";
     }
 
-    void emptyFiles_holdNothing()
+    void emptyFiles_haveNoRecords()
     {
         QFETCH(QString, file);
         const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QVERIFY(document.first_child().first_child().empty());
     }
 
-    void everyFile_startsWithItsData_data()
+    void everyFile_startsWithData_data()
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<QString>("record");
@@ -230,7 +230,7 @@ private Q_SLOTS:
                                       << "report";
     }
 
-    void everyFile_startsWithItsData()
+    void everyFile_startsWithData()
     {
         QFETCH(QString, file);
         QFETCH(QString, record);
@@ -238,14 +238,14 @@ private Q_SLOTS:
         QVERIFY(IsXmlText(bytes));
         pugi::xml_document document;
         QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full, pugi::encoding_utf8));
-        QCOMPARE(std::string(document.first_child().name()), "data"); // no declaration in front of it
+        QCOMPARE(std::string(document.first_child().name()), "data"); // no declaration before it
         QVERIFY(document.first_child().next_sibling().empty());
         for (const pugi::xml_node& child : document.first_child().children()) {
             QCOMPARE(std::string(child.name()), record.toStdString());
         }
     }
 
-    void fields_areNumberedWithoutAGap()
+    void fields_areNumberedConsecutively()
     {
         const Shipped shipped;
         const RecordList fields = shipped.Fields();
@@ -257,10 +257,10 @@ private Q_SLOTS:
         }
     }
 
-    void fields_areNamedAsTheEntrysValues()
+    void fields_haveTheNamesOfTheEntrysValues()
     {
         const Shipped shipped;
-        Texts names{"TarnoNo"}; // the key is no column
+        Texts names{"TarnoNo"}; // the key is not a column
         for (const RecordView& field : shipped.Fields()) {
             names.push_back(field.Text(FieldField::FieldName));
         }
@@ -288,7 +288,7 @@ private Q_SLOTS:
 
     void fields_ofTheDefaultReport_fitOnThePage()
     {
-        // Letter, turned, between margins of 20 mm; a report counts 57 twips to the millimetre
+        // Letter in landscape with margins of 20 mm; reports use 57 twips per millimetre
         constexpr int roomInMillimetres = 238;
         const Shipped shipped;
         int width = 0;
@@ -303,7 +303,7 @@ private Q_SLOTS:
         QVERIFY2(width <= roomInMillimetres, std::to_string(width).c_str());
     }
 
-    void fields_haveWords()
+    void fields_haveUniqueDescriptions()
     {
         const Shipped shipped;
         std::set<std::string> descriptions;
@@ -312,10 +312,10 @@ private Q_SLOTS:
             QVERIFY(!field.Text(FieldField::Label).empty());
             descriptions.insert(field.Text(FieldField::Desc));
         }
-        QCOMPARE(descriptions.size(), shipped.Fields().size()); // the user tells them apart by it
+        QCOMPARE(descriptions.size(), shipped.Fields().size()); // users distinguish fields by it
     }
 
-    void pickList_endsItsLinesAsWindowsDoes_data()
+    void pickList_hasWindowsLineEnds_data()
     {
         QTest::addColumn<QString>("file");
         QTest::newRow("baits") << "Bait.txt";
@@ -323,7 +323,7 @@ private Q_SLOTS:
         QTest::newRow("methods") << "Methods.txt";
     }
 
-    void pickList_endsItsLinesAsWindowsDoes()
+    void pickList_hasWindowsLineEnds()
     {
         QFETCH(QString, file);
         const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
@@ -340,10 +340,10 @@ private Q_SLOTS:
             begin = end + 1;
         }
         QVERIFY(count >= 10);
-        QCOMPARE(lines.size(), count); // each once
+        QCOMPARE(lines.size(), count); // no duplicates
     }
 
-    void sample_keysAreGapless_data()
+    void sample_keysAreConsecutive_data()
     {
         QTest::addColumn<QString>("file");
         QTest::newRow("entries") << "entries";
@@ -351,7 +351,7 @@ private Q_SLOTS:
         QTest::newRow("reports") << "reports";
     }
 
-    void sample_keysAreGapless()
+    void sample_keysAreConsecutive()
     {
         QFETCH(QString, file);
         const Shipped sample(true);
@@ -378,7 +378,7 @@ private Q_SLOTS:
         QCOMPARE(visited, (std::set<std::string>{"1", "2", "3", "4", "5", "6"}));
     }
 
-    void sample_locations_areDifferentKinds()
+    void sample_locations_areOfDifferentKinds()
     {
         const Shipped sample(true);
         int withoutDaylightSaving = 0;
@@ -438,7 +438,7 @@ private Q_SLOTS:
         }
     }
 
-    void sample_pictures_areThere()
+    void sample_pictures_exist()
     {
         const Shipped sample(true);
         Texts pictures;
@@ -456,7 +456,7 @@ private Q_SLOTS:
         }
     }
 
-    void sample_calculatedValues_areTheProgramsOwn()
+    void sample_calculatedValues_matchTheProgram()
     {
         const Shipped sample(true);
         Texts overwritten;
@@ -467,7 +467,7 @@ private Q_SLOTS:
                 }
             }
         }
-        // what the angler of the sample put right by hand
+        // the values that the sample's author has corrected by hand
         QCOMPARE(overwritten, (Texts{"2 SunRise", "2 SunSet", "30 Prediction", "58 Major2"}));
     }
 

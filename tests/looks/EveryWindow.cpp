@@ -96,7 +96,7 @@ std::function<void(const Visit&)> Splash(void (fSplash::*show)())
     return [show](const Visit& visit) {
         QCoreApplication::setApplicationVersion(QStringLiteral("1.0.0"));
         fSplash window(QStringLiteral("/home/angler/Tarno"), nullptr);
-        Find<QTimer>(window, "tShow").setInterval(patience); // keeps it open during the visit
+        Find<QTimer>(window, "tShow").setInterval(awaitTimeout); // keeps it open during the visit
         ShowModally(
             "fSplash", [&] { (window.*show)(); }, asOpened, visit);
     };

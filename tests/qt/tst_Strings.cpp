@@ -10,20 +10,20 @@ class tst_Strings : public QObject
 
 private Q_SLOTS:
 
-    void text_comesBack_data()
+    void text_roundTrips_data()
     {
         QTest::addColumn<QByteArray>("text");
         QTest::newRow("nothing") << QByteArray();
         QTest::newRow("letters") << QByteArray("Pittwater");
         QTest::newRow("two bytes") << QByteArray("Bod\xC3\xB8");
         QTest::newRow("three bytes") << QByteArray("\xE6\xB5\x9C\xE5\x90\x8D\xE6\xB9\x96");
-        QTest::newRow("beyond the first plane") << QByteArray("\xF0\x9F\x90\x9F!");
+        QTest::newRow("outside the first plane") << QByteArray("\xF0\x9F\x90\x9F!");
         QTest::newRow("zero byte") << QByteArray("a\0b", 3);
         QTest::newRow("byte order marks") << QByteArray("\xEF\xBB\xBF\xEF\xBB\xBFx\xEF\xBB\xBF");
         QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF");
     }
 
-    void text_comesBack()
+    void text_roundTrips()
     {
         QFETCH(QByteArray, text);
         const std::string bytes = text.toStdString();
@@ -43,10 +43,9 @@ private Q_SLOTS:
         QTest::newRow("high before a letter") << (QString(high) + a)
                                               << QByteArray("\xEF\xBF\xBD"
                                                             "a");
-        QTest::newRow("low behind a letter") << (a + low) << QByteArray("a\xEF\xBF\xBD");
-        QTest::newRow("the wrong way round")
-            << (QString(low) + high) << QByteArray("\xEF\xBF\xBD\xEF\xBF\xBD");
-        QTest::newRow("a pair") << (QString(high) + low) << QByteArray("\xF0\x9F\x90\x9F");
+        QTest::newRow("low after a letter") << (a + low) << QByteArray("a\xEF\xBF\xBD");
+        QTest::newRow("reversed pair") << (QString(low) + high) << QByteArray("\xEF\xBF\xBD\xEF\xBF\xBD");
+        QTest::newRow("valid pair") << (QString(high) + low) << QByteArray("\xF0\x9F\x90\x9F");
     }
 
     void toUtf8_loneSurrogate_becomesTheReplacementCharacter()
@@ -56,14 +55,14 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(text), utf8.toStdString());
     }
 
-    void fromUtf8_noUtf8_becomesTheReplacementCharacter()
+    void fromUtf8_invalidBytes_becomeTheReplacementCharacter()
     {
         QCOMPARE(FromUtf8("a\xFF"
                           "b"),
                  QString(QLatin1Char('a')) + QChar(0xFFFD) + QLatin1Char('b'));
     }
 
-    void shownLines_everyBreakIsALineFeed_data()
+    void shownLines_convertsEveryBreakToALineFeed_data()
     {
         QTest::addColumn<QString>("stored");
         QTest::addColumn<QString>("shown");
@@ -77,32 +76,32 @@ private Q_SLOTS:
                                       << "\na\n";
         QTest::newRow("empty lines") << "a~CL~~CL~b"
                                      << "a\n\nb";
-        QTest::newRow("carriage return and line feed by hand") << "a\r\nb"
-                                                               << "a\nb";
-        QTest::newRow("line feed by hand") << "a\nb"
-                                           << "a\nb";
-        QTest::newRow("carriage return by hand") << "a\rb"
-                                                 << "a\nb";
-        QTest::newRow("separators of Unicode by hand") << "a\u2028b\u2029c"
-                                                       << "a\nb\nc";
-        QTest::newRow("characters that become breaks in a box") << "a\uFDD0b\uFDD1c"
+        QTest::newRow("raw carriage return and line feed") << "a\r\nb"
+                                                           << "a\nb";
+        QTest::newRow("raw line feed") << "a\nb"
+                                       << "a\nb";
+        QTest::newRow("raw carriage return") << "a\rb"
+                                             << "a\nb";
+        QTest::newRow("Unicode separators") << "a\u2028b\u2029c"
+                                            << "a\nb\nc";
+        QTest::newRow("characters that QTextDocument reserves") << "a\uFDD0b\uFDD1c"
                                                                 << "a\nb\nc";
         QTest::newRow("no-break space") << "6\u00A0kg"
                                         << "6\u00A0kg";
-        QTest::newRow("half of the code") << "a~CL b"
-                                          << "a~CL b";
+        QTest::newRow("incomplete code") << "a~CL b"
+                                         << "a~CL b";
         QTest::newRow("letter case") << "a~cl~b"
                                      << "a~cl~b";
     }
 
-    void shownLines_everyBreakIsALineFeed()
+    void shownLines_convertsEveryBreakToALineFeed()
     {
         QFETCH(QString, stored);
         QFETCH(QString, shown);
         QCOMPARE(ShownLines(ToUtf8(stored)), shown);
     }
 
-    void storedLines_everyLineFeedIsEncoded_data()
+    void storedLines_encodesEveryLineFeed_data()
     {
         QTest::addColumn<QString>("shown");
         QTest::addColumn<QString>("stored");
@@ -118,7 +117,7 @@ private Q_SLOTS:
                                      << "a~CL~~CL~~CL~b";
     }
 
-    void storedLines_everyLineFeedIsEncoded()
+    void storedLines_encodesEveryLineFeed()
     {
         QFETCH(QString, shown);
         QFETCH(QString, stored);
@@ -126,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(ShownLines(ToUtf8(stored)), shown);
     }
 
-    void shownInOneLine_breaksAreBlanks()
+    void shownInOneLine_convertsBreaksToBlanks()
     {
         QCOMPARE(ToUtf8(ShownInOneLine("Victor Harbor~CL~Granite\nIsland")), "Victor Harbor Granite Island");
     }

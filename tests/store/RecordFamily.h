@@ -10,9 +10,9 @@
 namespace Tarno
 {
 
-/// One of the three kinds of record whose operations are alike but for their names.
+/// One of the three kinds of records, whose operations differ only in their names.
 struct RecordFamily {
-    std::string name;   ///< as it begins the names of its operations
+    std::string name;   ///< the prefix of its operations
     std::string record; ///< the element of a record
     std::string key;    ///< the element of its key
     std::string file;
@@ -22,14 +22,14 @@ struct RecordFamily {
     Status (cSQL::*update)(Record&);
     Status (cSQL::*remove)(std::int16_t);
 
-    /// A record of the kind with two values.
-    std::string Made(const std::string& number, const std::string& value) const
+    /// Returns the XML of a record with two values.
+    std::string RecordXml(const std::string& number, const std::string& value) const
     {
         return "\t<" + record + ">\n\t\t<" + key + ">" + number + "</" + key + ">\n\t\t<Value>" + value +
                "</Value>\n\t</" + record + ">\n";
     }
 
-    /// A file with these records, as the program writes it.
+    /// Returns a file with these records in the format of the program.
     static std::string File(const std::vector<std::string>& records)
     {
         std::string bytes = "<data>\n";
@@ -53,7 +53,7 @@ inline const std::array<RecordFamily, 3>& RecordFamilies()
     return families;
 }
 
-/// To be called in initTestCase_data: every slot then runs once for each kind.
+/// Makes every slot run once per kind. Call this in initTestCase_data.
 inline void AddRecordFamilies()
 {
     QTest::addColumn<RecordFamily>("family");
@@ -62,7 +62,7 @@ inline void AddRecordFamilies()
     }
 }
 
-/// The keys of the list, in its order.
+/// Returns the keys of the records in `list`.
 inline std::vector<std::string> KeysOf(const RecordList& list)
 {
     std::vector<std::string> keys;

@@ -15,7 +15,7 @@ namespace
 using Texts = std::vector<std::string>;
 using Values = std::vector<std::pair<std::size_t, std::string>>;
 
-/// The installed program with one trip at one location.
+/// A log with one trip at one location.
 struct Log : TestStore {
     Log()
     {
@@ -44,8 +44,8 @@ struct Log : TestStore {
         return trip;
     }
 
-    /// The program and another one change a record in different ways; theirs is saved first.
-    void BothChange(const std::function<void(cSQL&, const std::string&)>& change)
+    /// Runs `change` in another program first and then in this one.
+    void ChangeInBoth(const std::function<void(cSQL&, const std::string&)>& change)
     {
         const auto operations = SystemFileOperations();
         cSQL other(programFolder, *operations);
@@ -66,7 +66,7 @@ struct Log : TestStore {
 
 using Kind = ConflictNotice::Kind;
 
-/// Changes a value of the record 1.
+/// Changes a value of record 1.
 void Edit(cSQL& sql, const RecordFamily& family, std::size_t position, const std::string& value)
 {
     Record record;
@@ -77,7 +77,7 @@ void Edit(cSQL& sql, const RecordFamily& family, std::size_t position, const std
 
 } // namespace
 
-// The notices about conflicts with another program, and the trips that follow a location to its new key.
+// Notices about conflicts with another program, and trips whose location gets a new key.
 class tst_Conflicts : public QObject
 {
     Q_OBJECT
@@ -87,7 +87,7 @@ private Q_SLOTS:
     void trip_isNamedByDateAndLocation()
     {
         Log log;
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             Edit(sql, RecordFamilies()[0], EntryField::AirTemp, value);
         });
         QCOMPARE(log.notices.size(), std::size_t{1});
@@ -98,11 +98,11 @@ private Q_SLOTS:
         QCOMPARE(log.notices[0].keptAs, log.folder.PathOf("tarno-kept-1.xml"));
     }
 
-    void tripOfAVanishedLocation_hasNoName()
+    void tripOfADeletedLocation_hasNoName()
     {
         Log log;
         QCOMPARE(log.sql.LocationDelete(1), succeeded);
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             Record trip;
             sql.EntryGet(1, trip);
             trip.SetText(EntryField::AirTemp, value);
@@ -117,18 +117,18 @@ private Q_SLOTS:
     void locationReportAndColumn_areNamed()
     {
         Log log;
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             Edit(sql, RecordFamilies()[1], LocationField::LocName, value);
         });
         Record report;
         log.sql.ReportGet(0, report);
         report.SetText(ReportField::RptName, "Summer");
         log.sql.ReportUpdate(report);
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             Edit(sql, RecordFamilies()[2], ReportField::Options, value);
         });
         std::string description;
-        log.BothChange([&](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([&](cSQL& sql, const std::string& value) {
             RecordList fields;
             sql.FieldList(fields);
             Record field(fields.front());
@@ -146,12 +146,12 @@ private Q_SLOTS:
         QVERIFY(!description.empty());
     }
 
-    void recordOfFewValues_isNoObstacle()
+    void recordWithTooFewValues_isReportedToo()
     {
         Log log;
         log.folder.Write("tarno.xml", "<data><tarno><TarnoNo>1</TarnoNo></tarno></data>");
         log.sql.Init();
-        log.BothChange([](cSQL& sql, const std::string& value) {
+        log.ChangeInBoth([](cSQL& sql, const std::string& value) {
             if (value == "ours") {
                 sql.EntryDelete(1);
             } else {
@@ -165,8 +165,8 @@ private Q_SLOTS:
         QVERIFY(log.notices[0].kind == Kind::Trip);
     }
 
-    // The new location could not be saved, and another program has given its key to another one.
-    void tripsOfThisRun_followALocationToItsNewKey()
+    // Saving the new location fails, and another program then assigns its key to a different location.
+    void tripsOfThisRun_referToTheNewKeyOfTheirLocation()
     {
         Log log;
         const auto operations = SystemFileOperations();
@@ -197,7 +197,7 @@ private Q_SLOTS:
         QVERIFY(log.notices.empty());
     }
 
-    void unsavedTrip_followsALocationUnderItsOwnNewKey()
+    void unsavedTrip_withANewKey_refersToTheNewKeyOfItsLocation()
     {
         Log log;
         const auto operations = SystemFileOperations();

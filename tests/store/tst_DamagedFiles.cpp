@@ -24,8 +24,8 @@ std::string Utf16(const std::string& ascii)
     return bytes;
 }
 
-/// Every operation on entries fails and is reported; nothing is written.
-void CheckThatNothingWorks(TestStore& store)
+/// Checks that every operation on entries fails with a report and writes nothing.
+void CheckEveryOperationFails(TestStore& store)
 {
     QCOMPARE(store.sql.Init(), succeeded);
     Record entry;
@@ -49,7 +49,7 @@ void CheckThatNothingWorks(TestStore& store)
     QVERIFY(!store.operations.HasWritten());
     QCOMPARE(store.sql.UnsavedFiles(), Texts());
 
-    // the other files are none the worse
+    // the other files are not affected
     RecordList fields;
     QCOMPARE(store.sql.FieldList(fields), succeeded);
     QVERIFY(!fields.empty());
@@ -63,7 +63,7 @@ class tst_DamagedFiles : public QObject
 
 private Q_SLOTS:
 
-    void damagedFile_isNeverWrittenOver_data()
+    void damagedFile_isNeverOverwritten_data()
     {
         QTest::addColumn<std::string>("bytes");
         QTest::newRow("empty") << ""s;
@@ -71,28 +71,28 @@ private Q_SLOTS:
         QTest::newRow("truncated in a value") << good.substr(0, 40);
         QTest::newRow("two roots") << good + good;
         QTest::newRow("zeros") << std::string(good.size(), '\0');
-        QTest::newRow("zeros behind") << good + std::string(512, '\0');
-        QTest::newRow("garbage behind") << good + "garbage";
-        QTest::newRow("end tag behind") << good + "</data>";
+        QTest::newRow("zeros after") << good + std::string(512, '\0');
+        QTest::newRow("garbage after") << good + "garbage";
+        QTest::newRow("end tag after") << good + "</data>";
         QTest::newRow("other root") << "<log>" + good + "</log>";
         QTest::newRow("root in other case") << "<Data/>"s;
-        QTest::newRow("no XML") << "Dear diary"s;
-        QTest::newRow("no UTF-8")
+        QTest::newRow("not XML") << "Dear diary"s;
+        QTest::newRow("not UTF-8")
             << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>\xE9</StartDate></tarno></data>"s;
         QTest::newRow("control character")
             << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>\x02</StartDate></tarno></data>"s;
         QTest::newRow("unknown reference")
             << "<data><tarno><TarnoNo>1</TarnoNo><StartDate>&tide;</StartDate></tarno></data>"s;
         QTest::newRow("truncated UTF-16") << Utf16(good).substr(0, 2 * good.size() - 20);
-        QTest::newRow("UTF-16 without its mark") << Utf16(good).substr(2);
+        QTest::newRow("UTF-16 without byte order mark") << Utf16(good).substr(2);
     }
 
-    void damagedFile_isNeverWrittenOver()
+    void damagedFile_isNeverOverwritten()
     {
         QFETCH(std::string, bytes);
         TestStore store;
         store.folder.Write("tarno.xml", bytes);
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         QCOMPARE(store.folder.Read("tarno.xml"), bytes);
     }
 
@@ -100,25 +100,25 @@ private Q_SLOTS:
     {
         TestStore store;
         std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         QVERIFY(!std::filesystem::exists(ToPath(store.folder.PathOf("tarno.xml"))));
     }
 
-    void folderInTheFilesPlace_failsEveryOperation()
+    void folderInPlaceOfTheFile_failsEveryOperation()
     {
         TestStore store;
         std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
         store.folder.MakeFolder("tarno.xml");
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
     }
 
-    void pipeInTheFilesPlace_neverHangs()
+    void pipeInPlaceOfTheFile_doesNotHang()
     {
         NOT_ON_WINDOWS("pipes");
         TestStore store;
         std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
         store.folder.MakePipe("tarno.xml");
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         QVERIFY(std::filesystem::is_fifo(ToPath(store.folder.PathOf("tarno.xml"))));
     }
 
@@ -128,15 +128,15 @@ private Q_SLOTS:
         TestStore store;
         std::filesystem::remove(ToPath(store.folder.PathOf("tarno.xml")));
         store.folder.MakeLink("tarno.xml", "unplugged/tarno.xml");
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         QVERIFY(std::filesystem::is_symlink(ToPath(store.folder.PathOf("tarno.xml"))));
     }
 
-    void fileRepaired_isReadByTheNextInit()
+    void repairedFile_isReadByTheNextInit()
     {
         TestStore store;
         store.folder.Write("tarno.xml", good.substr(0, 40));
-        CheckThatNothingWorks(store);
+        CheckEveryOperationFails(store);
         store.folder.Write("tarno.xml", good);
         QCOMPARE(store.sql.Init(), succeeded);
         Record entry;
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(entry.Text(1), "2003-02-05"s);
     }
 
-    void somethingBeforeData_breaksListingAndNewKeysOnly_data()
+    void nodeBeforeData_breaksOnlyListingAndNewKeys_data()
     {
         QTest::addColumn<std::string>("before");
         QTest::newRow("declaration") << R"(<?xml version="1.0"?>)"s;
@@ -152,7 +152,7 @@ private Q_SLOTS:
         QTest::newRow("instruction") << "<?mine it?>"s;
     }
 
-    void somethingBeforeData_breaksListingAndNewKeysOnly()
+    void nodeBeforeData_breaksOnlyListingAndNewKeys()
     {
         QFETCH(std::string, before);
         TestStore store;
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QVERIFY(!store.operations.HasWritten());
         QCOMPARE(store.folder.Read("tarno.xml"), before + good);
 
-        // what looks the records up by name still meets them
+        // operations that look up records by key still work
         QCOMPARE(store.sql.EntryGet(1, entry), succeeded);
         entry.SetText(1, "2003-02-06");
         QCOMPARE(store.sql.EntryUpdate(entry), succeeded);

@@ -16,7 +16,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A data file in a folder of its own.
+/// A data file in a temporary folder.
 struct Opened {
     explicit Opened(const char* name) : file(name, {"report", "RptNo"}) {}
 
@@ -28,7 +28,7 @@ struct Opened {
         Load();
     }
 
-    /// The number that Save raises, 0 for none.
+    /// Saves and returns the number of the error, or 0.
     int Save(const std::string& name)
     {
         return RaisedNumber([&] { file.Save(programFolder, name, operations, merged); });
@@ -54,7 +54,7 @@ class tst_DataFile : public QObject
 
 private Q_SLOTS:
 
-    void load_aDataFile_hasItsRecords()
+    void load_readsTheRecords()
     {
         Opened test("Rpt.xml");
         QVERIFY(!test.IsLoaded());
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QCOMPARE(test.file.Name(), "Rpt.xml"s);
     }
 
-    void load_nameInOtherCase_meetsItsFile()
+    void load_ignoresTheCaseOfTheName()
     {
         Opened test("field.xml");
         test.folder.Write("Field.XML", "<data/>");
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QVERIFY(test.IsLoaded());
     }
 
-    void release_everythingIsGone()
+    void release_dropsTheDocument()
     {
         Opened test("Rpt.xml");
         test.Load("<data/>");
@@ -84,29 +84,29 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Read("Rpt.xml"), "<data/>"s);
     }
 
-    void save_stepByStep_isWritten()
+    void save_takesEveryStep()
     {
         Opened test("Rpt.xml");
         test.Load("<data/>");
         const auto before = static_cast<std::ptrdiff_t>(test.operations.Steps().size());
         QCOMPARE(test.Save("Rpt.xml"), 0);
-        // the folder, the file, and the file again right before it is replaced
+        // states of the folder, the file, and the file again just before it is replaced
         QCOMPARE(Texts(test.operations.Steps().begin() + before, test.operations.Steps().end()),
-                 (Texts{"look", "lock", "look", "create", "look", "replace", "sync folder"}));
+                 (Texts{"get state", "lock", "get state", "create", "get state", "replace", "sync folder"}));
         QCOMPARE(test.folder.Read("Rpt.xml"), "<data />\n"s);
         QCOMPARE(test.folder.Names(), Texts{"Rpt.xml"});
     }
 
-    void save_name_intoTheFileThatWasLoaded_data()
+    void save_writesTheFileThatWasLoaded_data()
     {
         QTest::addColumn<Texts>("files");
-        QTest::newRow("the name itself") << Texts{"rpt.xml"};
-        QTest::newRow("the name as loaded") << Texts{"Rpt.xml"};
-        QTest::newRow("neither") << Texts{"RPT.XML"};
-        QTest::newRow("both: the one that was loaded") << Texts{"Rpt.xml", "rpt.xml"};
+        QTest::newRow("save name") << Texts{"rpt.xml"};
+        QTest::newRow("name as loaded") << Texts{"Rpt.xml"};
+        QTest::newRow("other case") << Texts{"RPT.XML"};
+        QTest::newRow("both exist: the one that was loaded") << Texts{"Rpt.xml", "rpt.xml"};
     }
 
-    void save_name_intoTheFileThatWasLoaded()
+    void save_writesTheFileThatWasLoaded()
     {
         QFETCH(Texts, files);
         if (files.size() > 1) {
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Read(files.front()), "<data>\n\t<!-- " + files.front() + " -->\n</data>\n");
     }
 
-    void save_fileGone_isCreatedUnderTheNameForSaving()
+    void save_missingFile_isCreatedUnderItsSaveName()
     {
         Opened test("field.xml");
         test.Load("<data/>");
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Names(), Texts{"Field.xml"});
     }
 
-    void save_fileRenamedMeanwhile_isMetWhateverItsCase()
+    void save_fileRenamedSinceLoading_isFoundIgnoringCase()
     {
         NOT_ON_WINDOWS("names of files that differ in case");
         Opened test("field.xml");

@@ -1,4 +1,4 @@
-// The catalogue of the values that a log entry has, and the shipped files that it has to agree with.
+// The catalogue of the fields of a log entry, compared with the shipped files.
 
 #include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
@@ -28,7 +28,7 @@ private Q_SLOTS:
         }
     }
 
-    void everyColumnOfAReport_isAField()
+    void reportColumns_areFields()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);
@@ -58,7 +58,7 @@ private Q_SLOTS:
         }
     }
 
-    void codeWord_isNotSetForEveryOtherText_data()
+    void codeWord_anyOtherText_isNotSet_data()
     {
         QTest::addColumn<std::string>("code");
         QTest::addColumn<std::string>("word");
@@ -66,14 +66,14 @@ private Q_SLOTS:
                                << "Rising"s;
         QTest::newRow("last") << "1"s
                               << "Falling"s;
-        QTest::newRow("behind the last") << "2"s
-                                         << "Not Set"s;
+        QTest::newRow("after the last") << "2"s
+                                        << "Not Set"s;
         for (const char* text : {"", "-1", "01", " 1", "1 ", "1.0", "x", "/", ":"}) {
             QTest::newRow(text) << std::string(text) << "Not Set"s;
         }
     }
 
-    void codeWord_isNotSetForEveryOtherText()
+    void codeWord_anyOtherText_isNotSet()
     {
         QFETCH(std::string, code);
         QFETCH(std::string, word);

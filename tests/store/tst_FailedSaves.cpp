@@ -13,7 +13,7 @@ using Texts = std::vector<std::string>;
 
 } // namespace
 
-// A change whose saving failed stays in memory and goes with the next save.
+// If a save fails, the change stays in memory and is written by the next save.
 class tst_FailedSaves : public QObject
 {
     Q_OBJECT
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(store.sql.UnsavedFiles(), Texts());
     }
 
-    void deInit_dropsWhatIsUnsaved()
+    void deInit_dropsUnsavedChanges()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);

@@ -14,7 +14,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// Records are written as "key value".
+/// Returns a file with `records`, each given as "key value".
 std::string Xml(const Texts& records)
 {
     std::string bytes = "<data>";
@@ -26,12 +26,12 @@ std::string Xml(const Texts& records)
     return bytes + "</data>";
 }
 
-std::string Shown(const Record& record)
+std::string Describe(const Record& record)
 {
     return record.Count() == 0 ? "deleted" : record.Text(0) + ' ' + record.Text(1);
 }
 
-/// A log as one of the two programs holds it.
+/// The log in memory of one of two programs.
 struct Log {
     explicit Log(const std::string& bytes)
     {
@@ -71,17 +71,17 @@ struct Log {
 
 using Steps = std::function<void(Log&)>;
 
-/// Both programs start from the same file; theirs is written first.
+/// Runs steps in two programs that have loaded the same file. The other program saves first.
 struct Merged {
     Merged(const Texts& base, const Steps& ourSteps, const Steps& theirSteps)
         : ours(Xml(base)), theirs(Xml(base))
     {
         ourSteps(ours);
         theirSteps(theirs);
-        theirs.table.ForgetChanges(); // they are in the file
+        theirs.table.ForgetChanges(); // they are saved
         result = MergeChanges(ours.table, theirs.table);
         for (const Conflict& conflict : result.conflicts) {
-            conflicts.push_back(Shown(conflict.ours) + " / " + Shown(conflict.theirs));
+            conflicts.push_back(Describe(conflict.ours) + " / " + Describe(conflict.theirs));
         }
     }
 
@@ -125,7 +125,7 @@ private Q_SLOTS:
         };
         const auto nothing = [](Log&) {};
 
-        row("nobody changes anything", nothing, nothing, base);
+        row("no changes", nothing, nothing, base);
         row("only theirs", nothing, both(edit("1", "A"), both(remove("2"), add("d"))), {"1 A", "3 c", "4 d"});
         row("only ours", both(edit("1", "A"), both(remove("2"), add("d"))), nothing, {"1 A", "3 c", "4 d"});
         row("different records", edit("1", "ours"), edit("3", "theirs"), {"1 ours", "2 b", "3 theirs"});
@@ -142,17 +142,17 @@ private Q_SLOTS:
             {"1 a", "2 b", "3 c", "4 theirs", "5 edited"}, {}, {{"4", "5"}});
         row("ours added and deleted", both(add("ours"), remove("4")), add("theirs"),
             {"1 a", "2 b", "3 c", "4 theirs"});
-        row("key of a deleted record used again", both(remove("3"), add("ours")), edit("1", "theirs"),
+        row("key of a deleted record reused", both(remove("3"), add("ours")), edit("1", "theirs"),
             {"1 theirs", "2 b", "3 ours"});
-        row("ours is in their file already", add("same"), add("same"), {"1 a", "2 b", "3 c", "4 same"});
+        row("ours is already in their file", add("same"), add("same"), {"1 a", "2 b", "3 c", "4 same"});
         row("same edit", edit("2", "same"), edit("2", "same"), {"1 a", "2 same", "3 c"});
         row("same deletion", remove("2"), remove("2"), {"1 a", "3 c"});
-        row("edited and edited back", both(edit("2", "x"), edit("2", "b")), edit("2", "theirs"),
+        row("edited and changed back", both(edit("2", "x"), edit("2", "b")), edit("2", "theirs"),
             {"1 a", "2 theirs", "3 c"});
 
         row("same record edited", edit("2", "ours"), edit("2", "theirs"), {"1 a", "2 ours", "3 c"},
             {"2 ours / 2 theirs"});
-        row("only the conflict is one", both(edit("2", "ours"), add("ours")),
+        row("conflict among other changes", both(edit("2", "ours"), add("ours")),
             both(edit("2", "theirs"), both(edit("1", "theirs"), add("theirs"))),
             {"1 theirs", "2 ours", "3 c", "4 theirs", "5 ours"}, {"2 ours / 2 theirs"}, {{"4", "5"}});
         row("deleted here, edited there", remove("2"), edit("2", "theirs"), {"1 a", "3 c"},
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QTEST(merged.result.newKeys, "newKeys");
     }
 
-    // after a failed save the result is merged with the file once more
+    // after a failed save the result is merged with the file again
     void merge_again_changesNothing()
     {
         const auto ours = [](Log& log) {
@@ -193,8 +193,8 @@ private Q_SLOTS:
         QCOMPARE(again.newKeys, (KeyMap{{"5", "6"}}));
     }
 
-    // the last record, not the largest key, decides about the next key
-    void merge_ourNewKeyIsThereTwice_keepsBoth()
+    // the next key depends on the last record, not on the largest key
+    void merge_ourNewKeyExistsAlready_keepsBoth()
     {
         const Merged merged(
             {"4 a", "3 b"}, [](Log& log) { log.Add("ours"); }, [](Log& log) { log.Edit("3", "theirs"); });
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QVERIFY(SerializeXml(theirs.document).find("by hand") != std::string::npos);
     }
 
-    void merge_changesOfTheResult_areThoseThatTheFileLacks()
+    void merge_changesOfTheResult_areThoseMissingInTheFile()
     {
         const Merged merged(
             base,

@@ -1,8 +1,8 @@
 #include "RecordFamily.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/TestClass.h"
 #include "support/TestStore.h"
+#include "support/UnprivilegedUser.h"
 
 #include <regex>
 
@@ -15,7 +15,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A second program on the same folder. It has loaded the files when it is made.
+/// A second program with the same folder. The constructor loads the files.
 struct OtherProgram {
     explicit OtherProgram(const TestStore& store) : sql(store.programFolder, *operations)
     {
@@ -30,8 +30,8 @@ struct OtherProgram {
 
 } // namespace
 
-// Another program writes a data file while this one runs: a second Tarno, a tool that synchronises folders,
-// an editor. The changes of both are merged record by record.
+// Another program (a second Tarno, a folder synchronisation tool, an editor) writes a data file while this
+// one runs. The changes of both are merged record by record.
 class tst_OtherPrograms : public QObject
 {
     Q_OBJECT
@@ -51,20 +51,20 @@ private Q_SLOTS:
                 (notice.isDeletedHere ? "deleted here, " : "") +
                 (notice.keptAs.empty() ? "deleted there"s : FromPath(ToPath(notice.keptAs).filename())));
         });
-        m_store->folder.Write(m_family.file,
-                              RecordFamily::File({m_family.Made("1", "one"), m_family.Made("2", "two")}));
+        m_store->folder.Write(m_family.file, RecordFamily::File({m_family.RecordXml("1", "one"),
+                                                                 m_family.RecordXml("2", "two")}));
         QCOMPARE(m_store->sql.Init(), succeeded);
     }
 
     void cleanup() { m_store.reset(); }
 
-    void differentRecords_areMergedInSilence()
+    void differentRecords_areMergedWithoutANotice()
     {
         OtherProgram other(*m_store);
         QCOMPARE(Change(other.sql, 1, "theirs"), succeeded);
         QCOMPARE(Change(m_store->sql, 2, "ours"), succeeded);
         QCOMPARE(Records(m_family.file), (Texts{"1 theirs", "2 ours"}));
-        QCOMPARE(Held(m_store->sql), Records(m_family.file));
+        QCOMPARE(RecordsInMemory(m_store->sql), Records(m_family.file));
         QCOMPARE(Remove(other.sql, 1), succeeded);
         QCOMPARE(Change(m_store->sql, 2, "again"), succeeded);
         QCOMPARE(Records(m_family.file), Texts{"2 again"});
@@ -72,14 +72,14 @@ private Q_SLOTS:
         QCOMPARE(m_notices, Texts());
     }
 
-    void sameRecord_oursStaysAndOnlyTheOtherVersionOfItIsKept()
+    void sameRecord_oursIsStoredAndTheirsIsKept()
     {
         OtherProgram other(*m_store);
         QCOMPARE(Change(other.sql, 1, "theirs"), succeeded);
         QCOMPARE(Add(other.sql, "added"), "3"s);
         QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
         QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 two", "3 added"}));
-        QCOMPARE(m_store->folder.Read(KeptName(1)), RecordFamily::File({m_family.Made("1", "theirs")}));
+        QCOMPARE(m_store->folder.Read(KeptName(1)), RecordFamily::File({m_family.RecordXml("1", "theirs")}));
         QCOMPARE(m_notices, Texts{KeptName(1)});
         QCOMPARE(Change(m_store->sql, 1, "again"), succeeded);
         QCOMPARE(Add(m_store->sql, "next"), "4"s);
@@ -90,20 +90,20 @@ private Q_SLOTS:
         QCOMPARE(Records(KeptName(2)), Texts{"1 again"});
     }
 
-    // a mixture of two versions may be well-formed
+    // A partly written file may be well-formed.
     void fileWrittenInPlace_isReadTwice()
     {
-        m_store->folder.Write(m_family.file,
-                              RecordFamily::File({m_family.Made("1", "new"), m_family.Made("2", "old")}));
+        m_store->folder.Write(m_family.file, RecordFamily::File({m_family.RecordXml("1", "new"),
+                                                                 m_family.RecordXml("2", "old")}));
         m_store->operations.Before("pause", [&] {
-            m_store->folder.Write(m_family.file,
-                                  RecordFamily::File({m_family.Made("1", "new"), m_family.Made("2", "new")}));
+            m_store->folder.Write(m_family.file, RecordFamily::File({m_family.RecordXml("1", "new"),
+                                                                     m_family.RecordXml("2", "new")}));
         });
         QCOMPARE(Add(m_store->sql, "ours"), "3"s);
         QCOMPARE(Records(m_family.file), (Texts{"1 new", "2 new", "3 ours"}));
     }
 
-    // as "xmllint --format" writes it: a declaration in front would hide the records
+    // Like the output of "xmllint --format", whose declaration would hide the records.
     void reformattedFile_isNoConflict()
     {
         std::string bytes = m_store->folder.Read(m_family.file);
@@ -112,13 +112,13 @@ private Q_SLOTS:
         m_store->folder.Write(m_family.file, bytes);
         QCOMPARE(Change(m_store->sql, 1, "ours"), succeeded);
         QCOMPARE(m_store->folder.Read(m_family.file),
-                 RecordFamily::File({m_family.Made("1", "ours"), m_family.Made("2", "two")}) +
+                 RecordFamily::File({m_family.RecordXml("1", "ours"), m_family.RecordXml("2", "two")}) +
                      "<!-- in front -->\n<!-- behind -->\n");
-        QCOMPARE(Held(m_store->sql), (Texts{"1 ours", "2 two"}));
+        QCOMPARE(RecordsInMemory(m_store->sql), (Texts{"1 ours", "2 two"}));
         QCOMPARE(Kept(), Texts());
     }
 
-    void fileRemovedWhileItIsMerged_isWrittenAnew()
+    void fileRemovedDuringMerge_isCreatedAgain()
     {
         m_store->folder.Write(m_family.file, "<data><!-- theirs -->");
         m_store->operations.Before(
@@ -133,16 +133,16 @@ private Q_SLOTS:
         std::filesystem::permissions(ToPath(m_store->folder.PathOf(m_family.file)),
                                      std::filesystem::perms::owner_write);
         {
-            const PlainUser user(m_store->folder);
-            if (!PlainUser::IsPlain()) {
-                QSKIP(PlainUser::whyNot);
+            const UnprivilegedUser user(m_store->folder);
+            if (!UnprivilegedUser::IsUnprivileged()) {
+                QSKIP(UnprivilegedUser::skipReason);
             }
             m_store->reports.Expect(
                 "cSQL", Routine("Update"), ErrorNumber::PathFileAccess,
                 "Another program has changed " + m_store->folder.PathOf(m_family.file) +
-                    ", which is damaged, not yet complete or cannot be read.\r\nNothing was "
+                    ". The file is damaged, incomplete or cannot be read.\r\nNothing was "
                     "written. Your changes are kept while Tarno is open. Restore that file or "
-                    "move it away, then save once more.");
+                    "move it away, then save again.");
             QCOMPARE(Add(m_store->sql, "ours"), ""s);
         }
         std::filesystem::permissions(ToPath(m_store->folder.PathOf(m_family.file)),
@@ -150,8 +150,8 @@ private Q_SLOTS:
         QCOMPARE(m_store->folder.Read(m_family.file), "<data/>"s);
     }
 
-    // as when the file system of the log was unmounted
-    void folderReplaced_nothingIsWrittenUntilItIsThereAgain()
+    // for example, if the file system of the log is unmounted
+    void replacedFolder_isNotWrittenToUntilTheOldOneReturns()
     {
         NOT_ON_WINDOWS("renaming a folder of which a test holds files");
         const std::string path = m_store->folder.Path();
@@ -160,8 +160,8 @@ private Q_SLOTS:
         m_store->reports.Expect(
             "cSQL", Routine("Update"), ErrorNumber::PathNotFound,
             "The folder of " + m_family.file + " is no longer the one that was opened:\r\n" + path +
-                "\r\nNothing was written. Your changes are kept while Tarno is open. Make that "
-                "folder available again, then save once more.");
+                "\r\nNothing was written. Your changes are kept while Tarno is open. Make the "
+                "original folder available, then save again.");
         QCOMPARE(Change(m_store->sql, 1, "ours"), failed);
         QCOMPARE(m_store->folder.Names(), Texts());
         std::filesystem::remove(ToPath(path));
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 ours too"}));
     }
 
-    void folderLockedForLong_failsAndKeepsTheChange()
+    void lockedFolder_failsAndKeepsTheChange()
     {
         FolderLock held = SystemFileOperations()->Lock(m_store->folder.Path());
         m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PermissionDenied);
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QCOMPARE(Records(m_family.file), (Texts{"1 ours", "2 ours too"}));
     }
 
-    void failedSaveBefore_isMergedToo()
+    void earlierFailedSave_isMergedToo()
     {
         m_store->operations.Fail("create", ErrorNumber::DiskFull, 2);
         for (const char* value : {"ours", "ours again"}) {
@@ -194,9 +194,9 @@ private Q_SLOTS:
         QCOMPARE(Kept(), Texts());
     }
 
-    void failedAdditionGetsAnotherKey_theCallerLearnsIt()
+    void failedAddition_withANewKey_updatesTheCallersRecord()
     {
-        Record record = Fetched(m_store->sql, 0);
+        Record record = Fetch(m_store->sql, 0);
         record.SetText(1, "ours");
         m_store->operations.Fail("replace", ErrorNumber::PathFileAccess);
         m_store->reports.Expect("cSQL", Routine("Update"), ErrorNumber::PathFileAccess);
@@ -211,7 +211,7 @@ private Q_SLOTS:
     }
 
 private:
-    Record Fetched(cSQL& sql, int key) const
+    Record Fetch(cSQL& sql, int key) const
     {
         Record record;
         (sql.*m_family.get)(static_cast<std::int16_t>(key), record);
@@ -220,25 +220,25 @@ private:
 
     Status Change(cSQL& sql, int key, const std::string& value) const
     {
-        Record record = Fetched(sql, key);
+        Record record = Fetch(sql, key);
         record.SetText(1, value);
         return (sql.*m_family.update)(record);
     }
 
-    /// Adds a record; returns its key, or the empty text.
+    /// Adds a record. Returns its key, or an empty text on failure.
     std::string Add(cSQL& sql, const std::string& value) const
     {
-        Record record = Fetched(sql, 0);
+        Record record = Fetch(sql, 0);
         record.SetText(1, value);
         return (sql.*m_family.update)(record) == succeeded ? record.Text(0) : "";
     }
 
     Status Remove(cSQL& sql, int key) const { return (sql.*m_family.remove)(static_cast<std::int16_t>(key)); }
 
-    /// "key value" of each record in a file, as it lies on the disk.
+    /// Returns "key value" of each record in a file on disk.
     Texts Records(const std::string& file) const
     {
-        const std::string bytes = ReadWholeFile(m_store->programFolder.Existing(file));
+        const std::string bytes = ReadWholeFile(m_store->programFolder.FindPath(file));
         pugi::xml_document document;
         Texts records;
         if (!document.load_buffer(bytes.data(), bytes.size())) {
@@ -251,8 +251,8 @@ private:
         return records;
     }
 
-    /// The records as the program holds them.
-    Texts Held(const cSQL& sql) const
+    /// Returns "key value" of each record in memory.
+    Texts RecordsInMemory(const cSQL& sql) const
     {
         RecordList list;
         (sql.*m_family.list)(list);
@@ -268,7 +268,7 @@ private:
         return ToPath(m_family.file).stem().string() + "-kept-" + std::to_string(number) + ".xml";
     }
 
-    /// The names of all kept files and temporaries.
+    /// Returns the names of all kept versions and temporaries.
     Texts Kept() const
     {
         Texts names = m_store->folder.Names();

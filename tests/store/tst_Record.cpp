@@ -13,7 +13,7 @@ using namespace std::string_literals;
 namespace
 {
 
-/// A document with one record, and the record.
+/// A document with one record.
 struct Stored {
     explicit Stored(const char* bytes) { parsed = ParseXml(bytes, document); }
 
@@ -23,7 +23,7 @@ struct Stored {
     pugi::xml_document document;
 };
 
-std::string Written(const Record& record)
+std::string Serialize(const Record& record)
 {
     pugi::xml_document document;
     document.append_copy(record.View().Node());
@@ -50,7 +50,7 @@ private Q_SLOTS:
         QCOMPARE(stored.View().Text(2), ""s);
     }
 
-    void text_ofAChild_isAllOfItsText_data()
+    void text_concatenatesAllTextOfTheChild_data()
     {
         QTest::addColumn<QByteArray>("child");
         QTest::addColumn<std::string>("text");
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QTest::newRow("elements inside") << QByteArray("<a>x<b>y<c>z</c></b></a>") << "xyz"s;
     }
 
-    void text_ofAChild_isAllOfItsText()
+    void text_concatenatesAllTextOfTheChild()
     {
         QFETCH(QByteArray, child);
         const Stored stored(("<tarno><TarnoNo>1</TarnoNo>" + child + "</tarno>").constData());
@@ -81,14 +81,14 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { Record(stored.View()).Text(36); }), 91);
     }
 
-    void setText_aValue_replacesWhatWasThere()
+    void setText_replacesTheValue()
     {
         const Stored stored("<tarno><TarnoNo>1</TarnoNo><a>x<!-- c --><![CDATA[y]]></a><b>z</b></tarno>");
         Record record(stored.View());
         record.SetText(1, "new");
         QCOMPARE(record.Text(1), "new"s);
         QCOMPARE(record.Text(2), "z"s);
-        QCOMPARE(Written(record), "<tarno>\n\t<TarnoNo>1</TarnoNo>\n\t<a>new</a>\n\t<b>z</b>\n</tarno>\n"s);
+        QCOMPARE(Serialize(record), "<tarno>\n\t<TarnoNo>1</TarnoNo>\n\t<a>new</a>\n\t<b>z</b>\n</tarno>\n"s);
     }
 
     void setText_empty_leavesAnEmptyElement()
@@ -97,10 +97,10 @@ private Q_SLOTS:
         Record record(stored.View());
         record.SetText(1, "");
         QCOMPARE(record.Text(1), ""s);
-        QCOMPARE(Written(record), "<tarno>\n\t<TarnoNo>1</TarnoNo>\n\t<a />\n</tarno>\n"s);
+        QCOMPARE(Serialize(record), "<tarno>\n\t<TarnoNo>1</TarnoNo>\n\t<a />\n</tarno>\n"s);
     }
 
-    void setText_whatXmlCannotCarry_becomesTheReplacementCharacter()
+    void setText_invalidText_becomesReplacementCharacters()
     {
         const Stored stored("<tarno><TarnoNo>1</TarnoNo></tarno>");
         Record record(stored.View());
@@ -108,14 +108,14 @@ private Q_SLOTS:
         QCOMPARE(record.Text(0), "a\uFFFD\uFFFDb\uFFFD\uFFFD\uFFFD"s);
     }
 
-    void setText_signsOfXml_comeBack()
+    void setText_markup_roundTrips()
     {
         const Stored stored("<tarno><TarnoNo>1</TarnoNo></tarno>");
         for (const std::string& text : {"<b>&amp;]]></b>"s, R"( 'a' "b" )"s, "\t\n"s, "\r\n"s, "\u9BDB"s}) {
             Record record(stored.View());
             record.SetText(0, text);
             pugi::xml_document again;
-            QVERIFY(ParseXml(Written(record), again));
+            QVERIFY(ParseXml(Serialize(record), again));
             QCOMPARE(RecordView(again.first_child()).Text(0), text);
         }
     }
@@ -124,16 +124,16 @@ private Q_SLOTS:
     {
         const Stored stored("<tarno><TarnoNo>1</TarnoNo></tarno>");
         Record record(stored.View());
-        const std::string before = Written(record);
+        const std::string before = Serialize(record);
         QCOMPARE(RaisedNumber([&] { record.SetText(1, "x"); }), 91);
-        QCOMPARE(Written(record), before);
+        QCOMPARE(Serialize(record), before);
     }
 
-    void copy_changed_leavesTheStoredRecord()
+    void copy_changed_doesNotAffectTheStoredRecord()
     {
         const Stored stored("<tarno><TarnoNo>1</TarnoNo><a><!-- kept -->x</a></tarno>");
         Record record(stored.View());
-        QCOMPARE(Written(record), SerializeXml(stored.document));
+        QCOMPARE(Serialize(record), SerializeXml(stored.document));
         record.SetText(1, "y");
         QCOMPARE(stored.View().Text(1), "x"s);
     }
@@ -166,7 +166,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(copy.Count()), 0);
     }
 
-    void recordAt_aPosition_isThatRecord()
+    void recordAt_returnsTheRecordAtThePosition()
     {
         const Stored first("<tarno><TarnoNo>7</TarnoNo></tarno>");
         const Stored second("<tarno><TarnoNo>3</TarnoNo></tarno>");
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("size");
         QTest::addColumn<qint64>("position");
         QTest::newRow("empty list") << 0 << qint64{0};
-        QTest::newRow("behind the last") << 2 << qint64{2};
+        QTest::newRow("after the last") << 2 << qint64{2};
         QTest::newRow("before the first") << 2 << qint64{-1};
         QTest::newRow("largest") << 2 << std::numeric_limits<qint64>::max();
         QTest::newRow("smallest") << 2 << std::numeric_limits<qint64>::min();

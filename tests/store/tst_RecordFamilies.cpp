@@ -11,7 +11,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// The data access, opened with these records of the family.
+/// The data access with `records` of the kind.
 struct Opened : TestStore {
     Opened(const RecordFamily& kind, const Texts& records) : family(kind)
     {
@@ -26,7 +26,7 @@ struct Opened : TestStore {
         return KeysOf(list);
     }
 
-    /// Adds a copy of the template with the value; the result is its new key.
+    /// Adds a copy of the template with the value and returns its key.
     std::string Add(const std::string& value)
     {
         Record record;
@@ -43,7 +43,7 @@ struct Opened : TestStore {
 
 } // namespace
 
-// What entries, locations and saved reports have in common; each slot runs for all three.
+// The common behaviour of entries, locations and saved reports. Each slot runs for all three.
 class tst_RecordFamilies : public QObject
 {
     Q_OBJECT
@@ -55,15 +55,15 @@ private Q_SLOTS:
     void list_allRecords_inFileOrder()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        const Opened store(
-            family, {family.Made("3", "a"), "<!-- c -->", family.Made("1", "b"), family.Made("2", "c")});
+        const Opened store(family, {family.RecordXml("3", "a"), "<!-- c -->", family.RecordXml("1", "b"),
+                                    family.RecordXml("2", "c")});
         RecordList list;
         QCOMPARE((store.sql.*family.list)(list), succeeded);
         QCOMPARE(KeysOf(list), (Texts{"3", "1", "2"}));
         QCOMPARE(list.at(1).Text(1), "b"s);
     }
 
-    void list_noRecords_leavesTheArgumentAsItWas()
+    void list_noRecords_leavesTheArgumentUnchanged()
     {
         QFETCH_GLOBAL(RecordFamily, family);
         const Opened store(family, {});
@@ -75,10 +75,10 @@ private Q_SLOTS:
         QCOMPARE(static_cast<int>(list.size()), 1);
     }
 
-    void get_zero_isACopyOfTheTemplate()
+    void get_zero_returnsACopyOfTheTemplate()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        const Opened store(family, {family.Made("0", "a stored zero"), family.Made("1", "b")});
+        const Opened store(family, {family.RecordXml("0", "a stored zero"), family.RecordXml("1", "b")});
         Record record;
         QCOMPARE((store.sql.*family.get)(0, record), succeeded);
         QCOMPARE(record.Text(0), "0"s);
@@ -90,10 +90,11 @@ private Q_SLOTS:
         QCOMPARE(again.Text(1), ""s);
     }
 
-    void get_aKey_isADeepCopy()
+    void get_returnsADeepCopy()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        const Opened store(family, {family.Made("1", "a"), family.Made("12", "b"), family.Made("-5", "c")});
+        const Opened store(
+            family, {family.RecordXml("1", "a"), family.RecordXml("12", "b"), family.RecordXml("-5", "c")});
         Record record;
         QCOMPARE((store.sql.*family.get)(12, record), succeeded);
         QCOMPARE(record.Text(0), "12"s);
@@ -109,7 +110,7 @@ private Q_SLOTS:
     void get_missingKey_isReported()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("012", "a")});
+        Opened store(family, {family.RecordXml("012", "a")});
         Record record;
         for (const std::int16_t key : {std::int16_t{12}, std::int16_t{1}}) {
             store.reports.Expect("cSQL", family.name + "Get", ErrorNumber::ObjectNotSet);
@@ -117,10 +118,10 @@ private Q_SLOTS:
         }
     }
 
-    void get_missingKey_leavesTheArgumentAsItWas()
+    void get_missingKey_leavesTheArgumentUnchanged()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a")});
+        Opened store(family, {family.RecordXml("1", "a")});
         Record record;
         QCOMPARE((store.sql.*family.get)(1, record), succeeded);
         store.reports.Expect("cSQL", family.name + "Get", ErrorNumber::ObjectNotSet);
@@ -145,14 +146,15 @@ private Q_SLOTS:
     void update_newRecord_getsLastKeyPlusOne()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a"), family.Made("2", "b")});
+        Opened store(family, {family.RecordXml("1", "a"), family.RecordXml("2", "b")});
         QCOMPARE(store.Add("new"), "3"s);
         QCOMPARE(store.Keys(), (Texts{"1", "2", "3"}));
         Record stored;
         QCOMPARE((store.sql.*family.get)(3, stored), succeeded);
         QCOMPARE(stored.Text(1), "new"s);
         const std::string bytes = store.Bytes();
-        const std::string before = RecordFamily::File({family.Made("1", "a"), family.Made("2", "b")});
+        const std::string before =
+            RecordFamily::File({family.RecordXml("1", "a"), family.RecordXml("2", "b")});
         const std::string records = before.substr(0, before.find("</data>"));
         QVERIFY(bytes.starts_with(records + "\t<" + family.record + ">\n\t\t<" + family.key + ">3</"));
         QVERIFY(bytes.ends_with("\t</" + family.record + ">\n</data>\n"));
@@ -167,36 +169,38 @@ private Q_SLOTS:
         QCOMPARE(store.Keys(), (Texts{"1", "2"}));
     }
 
-    void update_afterTheLastWasDeleted_handsItsKeyOutAgain()
+    void update_afterTheLastWasDeleted_reusesItsKey()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a"), family.Made("2", "b"), family.Made("3", "c")});
+        Opened store(family,
+                     {family.RecordXml("1", "a"), family.RecordXml("2", "b"), family.RecordXml("3", "c")});
         QCOMPARE((store.sql.*family.remove)(3), succeeded);
         QCOMPARE(store.Add("new"), "3"s);
         QCOMPARE(store.Keys(), (Texts{"1", "2", "3"}));
     }
 
-    void update_afterAnotherWasDeleted_countsOn()
+    void update_afterAnotherWasDeleted_getsLastKeyPlusOne()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a"), family.Made("2", "b"), family.Made("3", "c")});
+        Opened store(family,
+                     {family.RecordXml("1", "a"), family.RecordXml("2", "b"), family.RecordXml("3", "c")});
         QCOMPARE((store.sql.*family.remove)(2), succeeded);
         QCOMPARE(store.Add("new"), "4"s);
         QCOMPARE(store.Keys(), (Texts{"1", "3", "4"}));
     }
 
-    void update_reorderedRecords_lastOneDecides()
+    void update_reorderedRecords_getsKeyOfTheLastPlusOne()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("9", "a"), family.Made("4", "b"), "<!-- 20 -->"});
+        Opened store(family, {family.RecordXml("9", "a"), family.RecordXml("4", "b"), "<!-- 20 -->"});
         QCOMPARE(store.Add("new"), "5"s);
         QCOMPARE(store.Keys(), (Texts{"9", "4", "5"}));
     }
 
-    void update_lastKeyIsNoNumber_isReported()
+    void update_lastKeyNotANumber_isReported()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a"), family.Made("x", "b")});
+        Opened store(family, {family.RecordXml("1", "a"), family.RecordXml("x", "b")});
         const std::string before = store.Bytes();
         store.reports.Expect("cSQL", family.name + "Update", ErrorNumber::TypeMismatch);
         QCOMPARE(store.Add("new"), "0"s);
@@ -204,10 +208,10 @@ private Q_SLOTS:
         QCOMPARE(store.Bytes(), before);
     }
 
-    void update_lastKeyIsTheLastNumber_isReported()
+    void update_lastKeyIsTheLargestNumber_isReported()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("2147483646", "a")});
+        Opened store(family, {family.RecordXml("2147483646", "a")});
         QCOMPARE(store.Add("new"), "2147483647"s);
         store.reports.Expect("cSQL", family.name + "Update", ErrorNumber::Overflow);
         QCOMPARE(store.Add("one too many"), "0"s);
@@ -217,20 +221,21 @@ private Q_SLOTS:
     void update_storedRecord_replacesItInPlace()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a"), family.Made("2", "b"), family.Made("3", "c")});
+        Opened store(family,
+                     {family.RecordXml("1", "a"), family.RecordXml("2", "b"), family.RecordXml("3", "c")});
         Record record;
         QCOMPARE((store.sql.*family.get)(2, record), succeeded);
         record.SetText(1, "new");
         QCOMPARE((store.sql.*family.update)(record), succeeded);
         QCOMPARE(record.Text(0), "2"s);
-        QCOMPARE(store.Bytes(),
-                 RecordFamily::File({family.Made("1", "a"), family.Made("2", "new"), family.Made("3", "c")}));
+        QCOMPARE(store.Bytes(), RecordFamily::File({family.RecordXml("1", "a"), family.RecordXml("2", "new"),
+                                                    family.RecordXml("3", "c")}));
     }
 
     void update_missingKey_isReportedAndSavesNothing()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a")});
+        Opened store(family, {family.RecordXml("1", "a")});
         Record record;
         QCOMPARE((store.sql.*family.get)(1, record), succeeded);
         for (const char* key : {"2", "01", "00", ""}) {
@@ -246,7 +251,7 @@ private Q_SLOTS:
     void update_recordWithoutChildren_isReported()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {"<" + family.record + "/>", family.Made("1", "a")});
+        Opened store(family, {"<" + family.record + "/>", family.RecordXml("1", "a")});
         RecordList list;
         QCOMPARE((store.sql.*family.list)(list), succeeded);
         QCOMPARE(static_cast<int>(list.size()), 2);
@@ -259,7 +264,7 @@ private Q_SLOTS:
     void update_recordChangedLater_isNotSaved()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a")});
+        Opened store(family, {family.RecordXml("1", "a")});
         Record record;
         QCOMPARE((store.sql.*family.get)(1, record), succeeded);
         record.SetText(1, "saved");
@@ -270,7 +275,7 @@ private Q_SLOTS:
         QVERIFY(store.Bytes().find("dropped") == std::string::npos);
     }
 
-    void update_anyText_comesBackAfterReopening()
+    void update_anyText_roundTripsThroughTheFile()
     {
         QFETCH_GLOBAL(RecordFamily, family);
         Opened store(family, {});
@@ -293,12 +298,13 @@ private Q_SLOTS:
         QCOMPARE(store.Bytes(), before);
     }
 
-    void delete_aRecord_isGoneFromTheFile()
+    void delete_removesTheRecordFromTheFile()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a"), family.Made("2", "b"), family.Made("3", "c")});
+        Opened store(family,
+                     {family.RecordXml("1", "a"), family.RecordXml("2", "b"), family.RecordXml("3", "c")});
         QCOMPARE((store.sql.*family.remove)(2), succeeded);
-        QCOMPARE(store.Bytes(), RecordFamily::File({family.Made("1", "a"), family.Made("3", "c")}));
+        QCOMPARE(store.Bytes(), RecordFamily::File({family.RecordXml("1", "a"), family.RecordXml("3", "c")}));
         QCOMPARE((store.sql.*family.remove)(1), succeeded);
         QCOMPARE((store.sql.*family.remove)(3), succeeded);
         QCOMPARE(store.Bytes(), RecordFamily::File({}));
@@ -307,7 +313,7 @@ private Q_SLOTS:
     void delete_missingKey_savesTheUnchangedFile()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("1", "a"), family.Made("05", "b")});
+        Opened store(family, {family.RecordXml("1", "a"), family.RecordXml("05", "b")});
         const std::string before = store.Bytes();
         for (const std::int16_t key : {std::int16_t{5}, std::int16_t{0}, std::int16_t{-1}}) {
             QCOMPARE((store.sql.*family.remove)(key), succeeded);
@@ -317,10 +323,10 @@ private Q_SLOTS:
         QCOMPARE(store.Bytes(), before);
     }
 
-    void keysAbove16Bits_areGivenButNeitherFetchedNorDeleted()
+    void keysAbove16Bits_areAssignedButNeitherFetchedNorDeleted()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        Opened store(family, {family.Made("32767", "a")});
+        Opened store(family, {family.RecordXml("32767", "a")});
         QCOMPARE(store.Add("new"), "32768"s);
         Record record;
         QCOMPARE((store.sql.*family.get)(32767, record), succeeded);
@@ -329,7 +335,7 @@ private Q_SLOTS:
         QCOMPARE((store.sql.*family.remove)(std::int16_t(-32768)), succeeded);
         QCOMPARE(store.Keys(), (Texts{"32767", "32768"}));
 
-        // it can be listed and changed all the same
+        // but it can be listed and changed
         RecordList list;
         QCOMPARE((store.sql.*family.list)(list), succeeded);
         Record large(list.back());
@@ -343,9 +349,11 @@ private Q_SLOTS:
         QFETCH_GLOBAL(RecordFamily, family);
         const std::string comment = "\t<!-- the one that got away -->\n";
         const std::string instruction = "\t<?mine it?>\n";
-        Opened store(family, {comment, family.Made("1", "a"), instruction, family.Made("2", "b"), comment});
+        Opened store(family,
+                     {comment, family.RecordXml("1", "a"), instruction, family.RecordXml("2", "b"), comment});
         QCOMPARE((store.sql.*family.remove)(1), succeeded);
-        QCOMPARE(store.Bytes(), RecordFamily::File({comment, instruction, family.Made("2", "b"), comment}));
+        QCOMPARE(store.Bytes(),
+                 RecordFamily::File({comment, instruction, family.RecordXml("2", "b"), comment}));
         QCOMPARE(store.Add("new"), "3"s);
         QCOMPARE(store.Keys(), (Texts{"2", "3"}));
     }

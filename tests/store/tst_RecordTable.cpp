@@ -13,7 +13,7 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A table over the records of locations in `bytes`.
+/// A table of the location records in `bytes`.
 struct Table {
     explicit Table(std::string_view bytes)
     {
@@ -21,7 +21,7 @@ struct Table {
         table.Rebuild();
     }
 
-    /// The keys in file order.
+    /// Returns the keys in file order.
     Texts Keys() const
     {
         Texts keys;
@@ -47,7 +47,7 @@ std::string Data(const std::string& records)
     return "<data>" + records + "</data>";
 }
 
-Record Made(const std::string& key, const std::string& name)
+Record MakeRecord(const std::string& key, const std::string& name)
 {
     pugi::xml_document document;
     document.load_string(Location(key, name).c_str());
@@ -77,7 +77,7 @@ private Q_SLOTS:
         }
     }
 
-    void list_behindADeclaration_isEmpty()
+    void list_afterADeclaration_isEmpty()
     {
         for (const char* before :
              {"<?xml version=\"1.0\"?>", "<!-- mine -->", "<?mine it?>", "<!DOCTYPE data>"}) {
@@ -87,7 +87,7 @@ private Q_SLOTS:
         }
     }
 
-    void get_aKey_isTextNotNumber()
+    void get_comparesKeysAsText()
     {
         const Table test(Data(Location("12", "a") + Location("007", "b") + Location(" 8", "c")));
         QCOMPARE(test.table.Get("12").Text(1), "a"s);
@@ -97,13 +97,13 @@ private Q_SLOTS:
         }
     }
 
-    void get_keyTwice_isTheFirst()
+    void get_duplicateKey_returnsTheFirst()
     {
         const Table test(Data(Location("1", "first") + Location("1", "second")));
         QCOMPARE(test.table.Get("1").Text(1), "first"s);
     }
 
-    void get_onlyRecordsOfItsKind_count()
+    void get_ignoresOtherElements()
     {
         const Table test(Data("<tarno><LocNo>1</LocNo></tarno><location><Other>2</Other></location>"));
         QCOMPARE(RaisedNumber([&] { test.table.Get("1"); }), 91);
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(test.Keys(), (Texts{"1", "2"}));
     }
 
-    void get_keyInPieces_isWhole()
+    void get_keyInSeveralNodes_isConcatenated()
     {
         const Table test(Data("<location><LocNo>1<!-- c -->2</LocNo><LocName>a</LocName></location>"
                               "<location><LocNo><![CDATA[3]]></LocNo><LocName>b</LocName></location>"));
@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(test.table.Get("3").Text(1), "b"s);
     }
 
-    void get_keyOfOddSigns_isNoQuery()
+    void get_keyWithQuotes_isComparedLiterally()
     {
         const Table test(Data(Location("1", "a") + Location("x' or '1'='1", "b")));
         QCOMPARE(test.table.Get("x' or '1'='1").Text(1), "b"s);
@@ -137,16 +137,16 @@ private Q_SLOTS:
     void append_emptyFile_getsKeyOne_data()
     {
         QTest::addColumn<std::string>("bytes");
-        QTest::newRow("nothing in it") << "<data/>"s;
-        QTest::newRow("a line end in it") << "<data>\r\n</data>"s;
-        QTest::newRow("a comment in it") << "<data><!-- none --></data>"s;
+        QTest::newRow("empty") << "<data/>"s;
+        QTest::newRow("with a line end") << "<data>\r\n</data>"s;
+        QTest::newRow("with a comment") << "<data><!-- none --></data>"s;
     }
 
     void append_emptyFile_getsKeyOne()
     {
         QFETCH(std::string, bytes);
         Table test(bytes);
-        Record record = Made("0", "new");
+        Record record = MakeRecord("0", "new");
         test.table.Append(record);
         QCOMPARE(record.Text(0), "1"s);
         QCOMPARE(test.Keys(), Texts{"1"});
@@ -155,7 +155,7 @@ private Q_SLOTS:
                                        "\t</location>\n</data>\n"));
     }
 
-    void append_lastRecordDecides_data()
+    void append_getsKeyOfTheLastRecordPlusOne_data()
     {
         QTest::addColumn<Texts>("keys");
         QTest::addColumn<std::string>("next");
@@ -164,10 +164,10 @@ private Q_SLOTS:
         QTest::newRow("above 16 bits") << Texts{"32767"} << "32768"s;
         QTest::newRow("negative") << Texts{"-1"} << "0"s;
         QTest::newRow("blanks around") << Texts{" 4 "} << "5"s;
-        QTest::newRow("one before the last number") << Texts{"2147483646"} << "2147483647"s;
+        QTest::newRow("one below the largest number") << Texts{"2147483646"} << "2147483647"s;
     }
 
-    void append_lastRecordDecides()
+    void append_getsKeyOfTheLastRecordPlusOne()
     {
         QFETCH(Texts, keys);
         QFETCH(std::string, next);
@@ -175,8 +175,8 @@ private Q_SLOTS:
         for (const std::string& key : keys) {
             records += Location(key, "old");
         }
-        Table test(Data(records + "<!-- behind -->"));
-        Record record = Made("0", "new");
+        Table test(Data(records + "<!-- after -->"));
+        Record record = MakeRecord("0", "new");
         test.table.Append(record);
         QCOMPARE(record.Text(0), next);
         QCOMPARE(test.table.Get(next).Text(1), "new"s);
@@ -184,39 +184,39 @@ private Q_SLOTS:
         QCOMPARE(test.Keys(), keys);
     }
 
-    void append_lastKeyThatCannotBeCountedOn_changesNothing_data()
+    void append_invalidLastKey_changesNothing_data()
     {
         QTest::addColumn<std::string>("key");
         QTest::addColumn<int>("number");
-        QTest::newRow("no number") << "abc"s << 13;
+        QTest::newRow("not a number") << "abc"s << 13;
         QTest::newRow("empty") << ""s << 13;
-        QTest::newRow("the last number") << "2147483647"s << 6;
+        QTest::newRow("the largest number") << "2147483647"s << 6;
         QTest::newRow("above 32 bits") << "2147483648"s << 6;
     }
 
-    void append_lastKeyThatCannotBeCountedOn_changesNothing()
+    void append_invalidLastKey_changesNothing()
     {
         QFETCH(std::string, key);
         Table test(Data(Location("1", "a") + Location(key, "b")));
-        Record record = Made("0", "new");
+        Record record = MakeRecord("0", "new");
         QTEST(RaisedNumber([&] { test.table.Append(record); }), "number");
         QCOMPARE(record.Text(0), "0"s);
         QCOMPARE(test.Keys(), (Texts{"1", key}));
     }
 
-    void append_behindADeclaration_changesNothing()
+    void append_afterADeclaration_changesNothing()
     {
         Table test("<?xml version=\"1.0\"?>" + Data(Location("1", "a")));
-        Record record = Made("0", "new");
+        Record record = MakeRecord("0", "new");
         QCOMPARE(RaisedNumber([&] { test.table.Append(record); }), 91);
         QCOMPARE(record.Text(0), "0"s);
         QVERIFY(test.Bytes().find("new") == std::string::npos);
     }
 
-    void append_aRecord_isCopiedIn()
+    void append_storesACopy()
     {
         Table test("<data/>");
-        Record record = Made("0", "new");
+        Record record = MakeRecord("0", "new");
         test.table.Append(record);
         record.SetText(1, "changed later");
         QCOMPARE(test.table.Get("1").Text(1), "new"s);
@@ -230,7 +230,7 @@ private Q_SLOTS:
         QVERIFY(test.table.List().empty());
     }
 
-    void replace_aRecord_keepsItsPlace()
+    void replace_keepsThePosition()
     {
         Table test(Data(Location("1", "a") + Location("2", "b") + Location("3", "c")));
         Record record(test.table.Get("2"));
@@ -242,15 +242,15 @@ private Q_SLOTS:
         QCOMPARE(test.table.List().at(1).Text(1), "new"s);
     }
 
-    void replace_keyTwice_replacesTheFirst()
+    void replace_duplicateKey_replacesTheFirst()
     {
         Table test(Data(Location("1", "first") + Location("1", "second")));
-        test.table.Replace(Made("1", "new"));
+        test.table.Replace(MakeRecord("1", "new"));
         QCOMPARE(test.table.List().at(0).Text(1), "new"s);
         QCOMPARE(test.table.List().at(1).Text(1), "second"s);
     }
 
-    void replace_byAnotherKey_isFoundUnderThatOne()
+    void replace_firstValueIsNotTheKey_isFoundByItsKeyElement()
     {
         Table test(Data(Location("1", "first") + Location("2", "second") +
                         "<location><Number>1</Number><LocNo>2</LocNo></location>"));
@@ -265,13 +265,13 @@ private Q_SLOTS:
     void replace_missingKey_isObjectNotSet()
     {
         Table test(Data(Location("1", "a")));
-        QCOMPARE(RaisedNumber([&] { test.table.Replace(Made("01", "new")); }), 91);
-        QCOMPARE(RaisedNumber([&] { test.table.Replace(Made("2", "new")); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Replace(MakeRecord("01", "new")); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Replace(MakeRecord("2", "new")); }), 91);
         QCOMPARE(RaisedNumber([&] { test.table.Replace(Record()); }), 91);
         QCOMPARE(test.table.Get("1").Text(1), "a"s);
     }
 
-    void remove_aRecord_onlyThatOne()
+    void remove_removesOnlyThatRecord()
     {
         Table test(Data(Location("1", "a") + Location("2", "b") + Location("3", "c")));
         test.table.Remove("2");
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QCOMPARE(test.table.Get("3").Text(1), "c"s);
     }
 
-    void remove_keyTwice_removesTheFirst()
+    void remove_duplicateKey_removesTheFirst()
     {
         Table test(Data(Location("1", "first") + Location("1", "second")));
         test.table.Remove("1");
@@ -296,13 +296,13 @@ private Q_SLOTS:
         QCOMPARE(test.Keys(), Texts{"1"});
     }
 
-    void comments_betweenRecords_surviveEveryChange()
+    void comments_betweenRecords_areKept()
     {
         Table test(Data("<!-- top -->" + Location("1", "a") + "<!-- below 1 --><?mine it?>" +
                         Location("2", "b") + Location("3", "c") + "<!-- end -->"));
-        Record record = Made("0", "d");
+        Record record = MakeRecord("0", "d");
         test.table.Append(record);
-        test.table.Replace(Made("1", "new"));
+        test.table.Replace(MakeRecord("1", "new"));
         test.table.Remove("2");
         const auto location = [](const char* key, const char* name) {
             return "\t<location>\n\t\t<LocNo>"s + key + "</LocNo>\n\t\t<LocName>" + name +
@@ -313,16 +313,16 @@ private Q_SLOTS:
                                    "\t<!-- end -->\n" + location("4", "d") + "</data>\n");
     }
 
-    void changes_untilTheyAreForgotten_areThoseAgainstTheFile()
+    void changes_untilForgotten_areTheDifferencesToTheFile()
     {
         Table test(Data(Location("1", "a") + Location("2", "b") + Location("3", "c")));
-        test.table.Replace(Made("1", "new"));
-        test.table.Replace(Made("1", "newer"));
+        test.table.Replace(MakeRecord("1", "new"));
+        test.table.Replace(MakeRecord("1", "newer"));
         test.table.Remove("2");
-        Record added = Made("0", "d");
+        Record added = MakeRecord("0", "d");
         test.table.Append(added);
-        test.table.Replace(Made("4", "changed"));
-        Record dropped = Made("0", "e");
+        test.table.Replace(MakeRecord("4", "changed"));
+        Record dropped = MakeRecord("0", "e");
         test.table.Append(dropped);
         test.table.Remove("5");
         QCOMPARE(test.table.Changed(),
@@ -336,12 +336,12 @@ private Q_SLOTS:
         QVERIFY(test.table.Appended().empty());
     }
 
-    void restore_removedRecord_goesBehindTheLastOneBeforeIt()
+    void restore_insertsAfterTheNearestPredecessor()
     {
         Table test(Data(Location("1", "a") + Location("4", "d")));
-        test.table.Restore(Made("3", "c"), {"1", "2"});
+        test.table.Restore(MakeRecord("3", "c"), {"1", "2"});
         QCOMPARE(test.Keys(), (Texts{"1", "3", "4"}));
-        test.table.Restore(Made("7", "g"), {"5", "6"});
+        test.table.Restore(MakeRecord("7", "g"), {"5", "6"});
         QCOMPARE(test.Keys(), (Texts{"7", "1", "3", "4"}));
         QCOMPARE(test.table.Get("3").Text(1), "c"s);
         QCOMPARE(test.table.KeysBefore("4"), (Texts{"7", "1", "3"}));
@@ -351,12 +351,12 @@ private Q_SLOTS:
     void emptyDocument_everyOperationIsObjectNotSet()
     {
         Table test("<data><location>");
-        Record record = Made("0", "new");
+        Record record = MakeRecord("0", "new");
         QCOMPARE(RaisedNumber([&] { test.table.List(); }), 91);
         QCOMPARE(RaisedNumber([&] { test.table.Get("1"); }), 91);
         QCOMPARE(RaisedNumber([&] { test.table.First(); }), 91);
         QCOMPARE(RaisedNumber([&] { test.table.Append(record); }), 91);
-        QCOMPARE(RaisedNumber([&] { test.table.Replace(Made("1", "new")); }), 91);
+        QCOMPARE(RaisedNumber([&] { test.table.Replace(MakeRecord("1", "new")); }), 91);
         QCOMPARE(RaisedNumber([&] { test.table.Remove("1"); }), 91);
     }
 };

@@ -1,4 +1,4 @@
-// The table of the log report: which entries are its rows, and what their values read as.
+// The table of the log report: which entries become rows, and how values are shown.
 
 #include "core/ShellSort.h"
 #include "support/StdStrings.h"
@@ -16,7 +16,7 @@ namespace
 {
 
 using Texts = std::vector<std::string>;
-/// An entry's values by their positions; the others are empty.
+/// Values of an entry by position. All others are empty.
 using Values = std::map<int, std::string>;
 
 constexpr int lastPosition = 36;
@@ -31,7 +31,7 @@ std::string EntryXml(int number, const Values& values)
     return xml + "</tarno>";
 }
 
-/// A log of `entries`, numbered from 1, and two locations: 1 "Reef" and 5 "Wharf".
+/// A log with `entries`, numbered from 1, and the locations 1 "Reef" and 5 "Wharf".
 struct Log : TestStore {
     explicit Log(const std::vector<Values>& entries)
     {
@@ -52,7 +52,7 @@ struct Log : TestStore {
         }
     }
 
-    /// The rows of the table, "|" between their cells.
+    /// Returns the rows of the table with "|" between the cells.
     Texts Rows()
     {
         Texts rows;
@@ -66,15 +66,15 @@ struct Log : TestStore {
         return rows;
     }
 
-    /// The rows of a report that succeeds.
+    /// Runs a report and returns its rows.
     Texts Report(const std::string& names, const std::string& keys, std::int16_t location = 0)
     {
         return sql.ReportLogData(names, keys, location) == succeeded ? Rows() : Texts{"(failed)"};
     }
 
-    /// Runs a report that fails with `number`.
-    void Fails(const std::string& names, const std::string& keys, ErrorNumber number,
-               std::int16_t location = 0)
+    /// Runs a report that must fail with `number`.
+    void ExpectFailure(const std::string& names, const std::string& keys, ErrorNumber number,
+                       std::int16_t location = 0)
     {
         reports.Expect("cSQL", "ReportLogData", number);
         QCOMPARE(sql.ReportLogData(names, keys, location), failed);
@@ -83,8 +83,8 @@ struct Log : TestStore {
     int count = 0;
 };
 
-/// Entries at those locations, the first of them with "1" at position 18, and so on.
-std::vector<Values> At(const Texts& locations)
+/// Returns entries with these locations and their numbers at position 18.
+std::vector<Values> EntriesAt(const Texts& locations)
 {
     std::vector<Values> entries;
     for (const std::string& location : locations) {
@@ -93,8 +93,8 @@ std::vector<Values> At(const Texts& locations)
     return entries;
 }
 
-/// One entry for each of `values`, which stands at `position`.
-std::vector<Values> With(int position, const Texts& values)
+/// Returns one entry per value, with the value at `position`.
+std::vector<Values> EntriesWith(int position, const Texts& values)
 {
     std::vector<Values> entries;
     for (const std::string& value : values) {
@@ -113,44 +113,45 @@ private Q_SLOTS:
 
     void reportGrid_beforeAnyReport_isEmpty()
     {
-        Log log(At({"1"}));
+        Log log(EntriesAt({"1"}));
         QCOMPARE(log.Rows(), Texts());
     }
 
-    void rows_filter_leavesTheFirstRowToTheFirstEntry_data()
+    void rows_filter_keepsTheFirstRowForTheFirstEntry_data()
     {
         QTest::addColumn<Texts>("locations");
         QTest::addColumn<int>("filter");
         QTest::addColumn<Texts>("rows");
         QTest::newRow("all, in file order") << Texts{"5", "1", "5"} << 0 << Texts{"1", "2", "3"};
         QTest::newRow("all, one entry") << Texts{"5"} << 0 << Texts{"1"};
-        QTest::newRow("first passes") << Texts{"5", "1", "5"} << 5 << Texts{"1", "3"};
-        QTest::newRow("only the first passes") << Texts{"5", "1", "1"} << 5 << Texts{"1"};
-        QTest::newRow("only the second passes") << Texts{"5", "1", "5"} << 1 << Texts{"", "2"};
-        QTest::newRow("all but the first pass") << Texts{"5", "1", "1", "1"} << 1 << Texts{"", "2", "3", "4"};
-        QTest::newRow("only the last passes") << Texts{"5", "5", "5", "1"} << 1 << Texts{"", "4"};
-        QTest::newRow("none passes") << Texts{"5", "1", "5"} << 7 << Texts{""};
-        QTest::newRow("no entry at all") << Texts{} << 0 << Texts{""};
-        QTest::newRow("no entry at all, with a filter") << Texts{} << 5 << Texts{""};
+        QTest::newRow("first matches") << Texts{"5", "1", "5"} << 5 << Texts{"1", "3"};
+        QTest::newRow("only the first matches") << Texts{"5", "1", "1"} << 5 << Texts{"1"};
+        QTest::newRow("only the second matches") << Texts{"5", "1", "5"} << 1 << Texts{"", "2"};
+        QTest::newRow("all but the first match")
+            << Texts{"5", "1", "1", "1"} << 1 << Texts{"", "2", "3", "4"};
+        QTest::newRow("only the last matches") << Texts{"5", "5", "5", "1"} << 1 << Texts{"", "4"};
+        QTest::newRow("none matches") << Texts{"5", "1", "5"} << 7 << Texts{""};
+        QTest::newRow("no entries") << Texts{} << 0 << Texts{""};
+        QTest::newRow("no entries, with a filter") << Texts{} << 5 << Texts{""};
         QTest::newRow("largest filter") << Texts{"1", "32767"} << 32767 << Texts{"", "2"};
         QTest::newRow("smallest filter") << Texts{"-32768", "1"} << -32768 << Texts{"1"};
     }
 
-    void rows_filter_leavesTheFirstRowToTheFirstEntry()
+    void rows_filter_keepsTheFirstRowForTheFirstEntry()
     {
         QFETCH(Texts, locations);
         QFETCH(int, filter);
-        Log log(At(locations));
+        Log log(EntriesAt(locations));
         QTEST(log.Report("AirTemp", "18", static_cast<std::int16_t>(filter)), "rows");
     }
 
-    void rows_nothingPasses_isOneEmptyRowOfAllColumns()
+    void rows_noMatch_isOneEmptyRow()
     {
-        Log log(At({"1", "1"}));
+        Log log(EntriesAt({"1", "1"}));
         QCOMPARE(log.Report("TideStart,LocNo,MoonPhase,Obbos", "6,5,16,31", 5), (Texts{"|||"}));
     }
 
-    void columns_followTheKeysWhateverTheOrder()
+    void columns_followTheOrderOfTheKeys()
     {
         Log log({{{1, "2003-02-05"}, {18, "21"}, {36, "trout.png"}}});
         QCOMPARE(log.Report("StartDate,AirTemp,Picture", "1,18,36"), (Texts{"2003-02-05|21|trout.png"}));
@@ -159,13 +160,13 @@ private Q_SLOTS:
         QCOMPARE(log.Report("AirTemp", "18"), (Texts{"21"}));
     }
 
-    void columns_moreNamesThanKeys_areThoseOfTheKeys()
+    void columns_moreNamesThanKeys_ignoresTheRest()
     {
         Log log({{{1, "2003-02-05"}, {18, "21"}}});
         QCOMPARE(log.Report("StartDate,AirTemp,Picture", "1,18"), (Texts{"2003-02-05|21"}));
     }
 
-    void codes_areWords_inTheFirstColumnOfFiveFieldsBehindTheCode_data()
+    void codes_areShownAsWords_withTheCodeInTheFirstColumnOfFiveFields_data()
     {
         QTest::addColumn<std::string>("name");
         QTest::addColumn<int>("position");
@@ -186,7 +187,7 @@ private Q_SLOTS:
         row("MoonPhase", 16, {"Waxing, 00%", "Waxing, 01%", "Waxing, 02%"}, false);
     }
 
-    void codes_areWords_inTheFirstColumnOfFiveFieldsBehindTheCode()
+    void codes_areShownAsWords_withTheCodeInTheFirstColumnOfFiveFields()
     {
         QFETCH(std::string, name);
         QFETCH(int, position);
@@ -207,29 +208,29 @@ private Q_SLOTS:
             first.push_back((showsCode ? codes[entry] + "-" : "") + words[entry]);
             later.push_back("|" + words[entry]);
         }
-        Log log(With(position, codes));
+        Log log(EntriesWith(position, codes));
         const std::string key = std::to_string(position);
         QCOMPARE(log.Report(name, key), first);
         QCOMPARE(log.Report("Picture," + name, "36," + key), later);
     }
 
-    void codes_ofOneReport_onlyTheFirstColumnShowsThem()
+    void codes_areShownInTheFirstColumnOnly()
     {
         Log log({{{6, "3"}, {7, "1"}, {17, "3"}, {22, "6"}, {27, "0"}}});
         QCOMPARE(log.Report("TideStart,TideEnd,Prediction,FishAction,Weather,TideStart", "6,7,17,27,22,6"),
                  (Texts{"3-Run In|Run Out|Best|Slow|Clear|Run In"}));
     }
 
-    void moonPhase_isSaidInWordsInEveryColumn()
+    void moonPhase_isShownInWordsInEveryColumn()
     {
-        Log log(With(16, {"-45", "7", "0", "100", "-100", "-3", "-0", ""}));
+        Log log(EntriesWith(16, {"-45", "7", "0", "100", "-100", "-3", "-0", ""}));
         QCOMPARE(log.Report("MoonPhase,MoonPhase", "16,16"),
                  (Texts{"Waning, 45%|Waning, 45%", "Waxing, 07%|Waxing, 07%", "Waxing, 00%|Waxing, 00%",
                         "Waxing, 00%|Waxing, 00%", "Waning, 00%|Waning, 00%", "Waning, 03%|Waning, 03%",
                         "Waning, 00%|Waning, 00%", "Not Set|Not Set"}));
     }
 
-    void moonPhase_noNumber_failsTheReport_data()
+    void moonPhase_notANumber_failsTheReport_data()
     {
         QTest::addColumn<std::string>("phase");
         QTest::addColumn<int>("number");
@@ -239,17 +240,17 @@ private Q_SLOTS:
         QTest::newRow("too large") << "32768"s << 6;
     }
 
-    void moonPhase_noNumber_failsTheReport()
+    void moonPhase_notANumber_failsTheReport()
     {
         QFETCH(std::string, phase);
         QFETCH(int, number);
-        Log log(With(16, {"12", phase}));
-        log.Fails("AirTemp,MoonPhase", "18,16", static_cast<ErrorNumber>(number));
-        // a report that does not show it does not mind
+        Log log(EntriesWith(16, {"12", phase}));
+        log.ExpectFailure("AirTemp,MoonPhase", "18,16", static_cast<ErrorNumber>(number));
+        // a report without the column succeeds
         QCOMPARE(log.Report("AirTemp", "18"), (Texts{"", ""}));
     }
 
-    void words_areChosenByTheNameNotByThePosition()
+    void words_dependOnTheNameNotThePosition()
     {
         Log log({{{6, "3"}, {20, "3"}, {24, "a~CL~b"}}});
         QCOMPARE(log.Report("StartDate,AirTemp", "6,20"), (Texts{"3|3"}));
@@ -285,14 +286,14 @@ private Q_SLOTS:
         QFETCH(bool, decoded);
         const std::string stored = "one~CL~~CL~two~CL~";
         const std::string shown = decoded ? "one\r\n\r\ntwo\r\n" : stored;
-        Log log(With(position, {stored}));
+        Log log(EntriesWith(position, {stored}));
         const std::string key = std::to_string(position);
         QCOMPARE(log.Report(name + ",AirTemp," + name, key + ",18," + key), (Texts{shown + "||" + shown}));
     }
 
-    void location_isItsName()
+    void location_isShownByName()
     {
-        Log log(At({"5", "1", "5"}));
+        Log log(EntriesAt({"5", "1", "5"}));
         QCOMPARE(log.Report("LocNo,AirTemp,LocNo", "5,18,5"),
                  (Texts{"Wharf|1|Wharf", "Reef|2|Reef", "Wharf|3|Wharf"}));
         QCOMPARE(log.Report("LocNo", "5", 5), (Texts{"Wharf", "Wharf"}));
@@ -300,17 +301,17 @@ private Q_SLOTS:
 
     void location_lineBreakInTheName_isDecoded()
     {
-        Log log(At({"1"}));
+        Log log(EntriesAt({"1"}));
         log.folder.Write("location.xml",
                          "<data><location><LocNo>1</LocNo><LocName>Big~CL~Rock</LocName></location></data>");
         log.Load();
         QCOMPARE(log.Report("LocNo", "5"), (Texts{"Big\r\nRock"}));
     }
 
-    void location_gone_isReportedOnceAndShownAsOne()
+    void location_missing_isReportedOnceAndShownAsOne()
     {
-        Log log(At({"7", "1", "7", "8", "7", "8"}));
-        for (int run = 0; run < 2; ++run) { // each report looks anew
+        Log log(EntriesAt({"7", "1", "7", "8", "7", "8"}));
+        for (int run = 0; run < 2; ++run) { // each report looks the names up again
             log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
             log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
             QCOMPARE(log.Report("LocNo,LocNo", "5,5"),
@@ -318,79 +319,79 @@ private Q_SLOTS:
         }
     }
 
-    void location_noNumber_withoutFilter_isOnlyGone()
+    void location_notANumber_withoutFilter_isReportedAsMissing()
     {
-        Log log(At({"reef", "1", ""}));
+        Log log(EntriesAt({"reef", "1", ""}));
         log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
         log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
         QCOMPARE(log.Report("LocNo", "5"), (Texts{"1", "Reef", "1"}));
     }
 
-    void location_noNumber_withoutFilterAndColumn_isNotLookedAt()
+    void location_notANumber_withoutFilterAndColumn_isIgnored()
     {
-        Log log(At({"reef", ""}));
+        Log log(EntriesAt({"reef", ""}));
         QCOMPARE(log.Report("AirTemp", "18"), (Texts{"1", "2"}));
     }
 
-    void location_noNumber_withFilter_isTypeMismatch_data()
+    void location_notANumber_withFilter_isTypeMismatch_data()
     {
         QTest::addColumn<Texts>("locations");
         QTest::newRow("word") << Texts{"1", "reef"};
         QTest::newRow("empty") << Texts{"", "1"};
-        QTest::newRow("behind the last that passes") << Texts{"1", "5", "5 m"};
+        QTest::newRow("after the last match") << Texts{"1", "5", "5 m"};
     }
 
-    void location_noNumber_withFilter_isTypeMismatch()
+    void location_notANumber_withFilter_isTypeMismatch()
     {
         QFETCH(Texts, locations);
-        Log log(At(locations));
-        log.Fails("AirTemp", "18", ErrorNumber::TypeMismatch, 1);
+        Log log(EntriesAt(locations));
+        log.ExpectFailure("AirTemp", "18", ErrorNumber::TypeMismatch, 1);
     }
 
     void location_filter_comparesNumbers()
     {
-        Log log(At({"5.0", " 5", "05", "5.4", "-5", "55", "5"}));
+        Log log(EntriesAt({"5.0", " 5", "05", "5.4", "-5", "55", "5"}));
         QCOMPARE(log.Report("AirTemp", "18", 5), (Texts{"1", "2", "3", "7"}));
     }
 
-    void location_inAnotherSpelling_passesButHasNoName()
+    void location_inAnotherSpelling_matchesButHasNoName()
     {
-        Log log(At({"5.0", "5", " 5"}));
+        Log log(EntriesAt({"5.0", "5", " 5"}));
         log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
         log.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
         QCOMPARE(log.Report("LocNo", "5", 5), (Texts{"1", "Wharf", "1"}));
     }
 
-    void key_thatIsNoPosition_failsTheReport_data()
+    void key_invalidPosition_failsTheReport_data()
     {
         QTest::addColumn<std::string>("keys");
         QTest::addColumn<int>("number");
         QTest::newRow("one too large") << "1,37"s << 91;
         QTest::newRow("much too large") << "1,40000"s << 91;
         QTest::newRow("negative") << "1,-1"s << 91;
-        QTest::newRow("no 32-bit number") << "1,2147483648"s << 6;
+        QTest::newRow("above 32 bits") << "1,2147483648"s << 6;
         QTest::newRow("word") << "1,LocNo"s << 13;
-        QTest::newRow("nothing behind the comma") << "1,"s << 13;
+        QTest::newRow("nothing after the comma") << "1,"s << 13;
         QTest::newRow("nothing before the comma") << ",1"s << 13;
         QTest::newRow("another separator") << "1;2"s << 13;
     }
 
-    void key_thatIsNoPosition_failsTheReport()
+    void key_invalidPosition_failsTheReport()
     {
         QFETCH(std::string, keys);
         QFETCH(int, number);
-        Log log(At({"1", "5"}));
-        log.Fails("StartDate,EndDate", keys, static_cast<ErrorNumber>(number));
+        Log log(EntriesAt({"1", "5"}));
+        log.ExpectFailure("StartDate,EndDate", keys, static_cast<ErrorNumber>(number));
     }
 
     void names_fewerThanKeys_isSubscriptOutOfRange()
     {
-        Log log(At({"1"}));
-        log.Fails("StartDate,EndDate", "1,2,3", ErrorNumber::SubscriptOutOfRange);
-        log.Fails("", "1", ErrorNumber::SubscriptOutOfRange);
+        Log log(EntriesAt({"1"}));
+        log.ExpectFailure("StartDate,EndDate", "1,2,3", ErrorNumber::SubscriptOutOfRange);
+        log.ExpectFailure("", "1", ErrorNumber::SubscriptOutOfRange);
     }
 
-    void columns_withoutAnyEntry_areNotLookedAt()
+    void columns_withoutEntries_areNotChecked()
     {
         Log log({});
         QCOMPARE(log.Report("StartDate,EndDate", "1,x"), (Texts{"|"}));
@@ -405,24 +406,24 @@ private Q_SLOTS:
                          "</data>");
         log.Load();
         QCOMPARE(log.Report("StartDate", "1"), (Texts{"2003-02-05"}));
-        log.Fails("StartDate,EndDate", "1,2", ErrorNumber::ObjectNotSet);
-        log.Fails("StartDate", "1", ErrorNumber::ObjectNotSet, 1); // it has no location to compare
+        log.ExpectFailure("StartDate,EndDate", "1,2", ErrorNumber::ObjectNotSet);
+        log.ExpectFailure("StartDate", "1", ErrorNumber::ObjectNotSet, 1); // it has no location to compare
     }
 
     void entries_notLoaded_isObjectNotSet()
     {
-        Log log(At({"1"}));
+        Log log(EntriesAt({"1"}));
         log.folder.Write("tarno.xml", "<data><tarno>");
         log.Load();
-        log.Fails("StartDate", "1", ErrorNumber::ObjectNotSet);
+        log.ExpectFailure("StartDate", "1", ErrorNumber::ObjectNotSet);
     }
 
-    void grid_afterAFailure_isKept_andTheNextReportReplacesIt()
+    void grid_afterAFailure_isKeptUntilTheNextReport()
     {
-        Log log(At({"1", "5", "5"}));
+        Log log(EntriesAt({"1", "5", "5"}));
         const Texts before = log.Report("AirTemp,LocNo", "18,5", 5);
         QCOMPARE(before, (Texts{"|", "2|Wharf", "3|Wharf"}));
-        log.Fails("AirTemp,Picture", "18,37", ErrorNumber::ObjectNotSet);
+        log.ExpectFailure("AirTemp,Picture", "18,37", ErrorNumber::ObjectNotSet);
         QCOMPARE(log.Rows(), before);
         QCOMPARE(log.Report("AirTemp", "18", 1), (Texts{"1"}));
         QCOMPARE(log.Report("AirTemp,StartDate,LocNo", "18,1,5", 7), (Texts{"||"}));

@@ -19,7 +19,7 @@ namespace
 using Texts = std::vector<std::string>;
 using Numbers = std::vector<std::int32_t>;
 
-/// The records of a file with the content `xml`.
+/// The records of a file with the contents `xml`.
 struct Records {
     explicit Records(const std::string& xml)
     {
@@ -41,7 +41,7 @@ std::string ReportXml(const std::string& names, const std::string& numbers)
            numbers + "</FieldKeys><Options>kept</Options></report>";
 }
 
-/// A file of the fields 1, 2 and 4.
+/// Returns a file with the fields 1, 2 and 4.
 const Records& ThreeFields()
 {
     static const Records fields("<field><FieldNo>1</FieldNo><FieldName>StartDate</FieldName></field>"
@@ -58,7 +58,7 @@ class tst_ReportSelection : public QObject
 
 private Q_SLOTS:
 
-    void saved_isReadAndStoredAlike_data()
+    void selection_roundTrips_data()
     {
         QTest::addColumn<std::string>("storedNames");
         QTest::addColumn<std::string>("storedNumbers");
@@ -68,7 +68,7 @@ private Q_SLOTS:
                                << ""s << Texts{} << Texts{};
         QTest::newRow("one field") << "LocNo"s
                                    << "5"s << Texts{"LocNo"} << Texts{"5"};
-        QTest::newRow("in their order")
+        QTest::newRow("in given order")
             << "StartTime,StartDate,HighTideHt"s
             << "3,1,12"s << Texts{"StartTime", "StartDate", "HighTideHt"} << Texts{"3", "1", "12"};
         QTest::newRow("fewer names") << "LocNo"s
@@ -83,7 +83,7 @@ private Q_SLOTS:
                                      << "x,,-1,"s << Texts{"a", "", "b"} << Texts{"x", "", "-1", ""};
     }
 
-    void saved_isReadAndStoredAlike()
+    void selection_roundTrips()
     {
         QFETCH(std::string, storedNames);
         QFETCH(std::string, storedNumbers);
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(report.Text(ReportField::Options), "kept"s);
     }
 
-    void saved_withTooFewValues_isObjectNotSet()
+    void selection_recordWithTooFewValues_isObjectNotSet()
     {
         const Records saved("<report><RptNo>1</RptNo><RptName>Mine</RptName><Fields>LocNo</Fields></report>");
         QCOMPARE(RaisedNumber([&] { ReadSelection(saved.list.front()); }), 91);
@@ -111,18 +111,18 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { WriteSelection({}, report); }), 91);
     }
 
-    void chosen_areTheDefinitionsAtTheirPositions_data()
+    void definitionsOf_areLookedUpByPosition_data()
     {
         QTest::addColumn<Numbers>("chosen");
         QTest::addColumn<Texts>("names");
         QTest::addColumn<Texts>("numbers");
         QTest::newRow("none") << Numbers{} << Texts{} << Texts{};
-        QTest::newRow("in their order") << Numbers{2, 1} << Texts{"EndDate", "StartDate"} << Texts{"2", "1"};
+        QTest::newRow("in given order") << Numbers{2, 1} << Texts{"EndDate", "StartDate"} << Texts{"2", "1"};
         QTest::newRow("repeated") << Numbers{1, 1} << Texts{"StartDate", "StartDate"} << Texts{"1", "1"};
-        QTest::newRow("behind a gap") << Numbers{3} << Texts{"EndTime"} << Texts{"3"};
+        QTest::newRow("after a gap") << Numbers{3} << Texts{"EndTime"} << Texts{"3"};
     }
 
-    void chosen_areTheDefinitionsAtTheirPositions()
+    void definitionsOf_areLookedUpByPosition()
     {
         QFETCH(Numbers, chosen);
         QFETCH(Texts, names);
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(defined, names);
     }
 
-    void chosen_withoutDefinition_isSubscriptOutOfRange()
+    void definitionsOf_missingPosition_isSubscriptOutOfRange()
     {
         for (const std::int32_t number : {0, 4, -1, std::numeric_limits<std::int32_t>::min()}) {
             QCOMPARE(RaisedNumber([&] { DefinitionsOf({number}, ThreeFields().list); }), 9);

@@ -35,7 +35,7 @@ Texts ChildNames(const Record& record)
 
 } // namespace
 
-// The files with which the program is shipped, as the program reads them.
+// The shipped data files, read by the program.
 class tst_ShippedFiles : public QObject
 {
     Q_OBJECT
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(ChildNames(record), (Texts{"RptNo", "RptName", "Fields", "FieldKeys", "Options"}));
         QCOMPARE(static_cast<int>(ReportField::Count), 5);
 
-        // the positions by which the program reads them
+        // the positions used by the program
         QCOMPARE(entryChildren.at(EntryField::LocNo), "LocNo"s);
         QCOMPARE(entryChildren.at(EntryField::MoonPhase), "MoonPhase"s);
         QCOMPARE(entryChildren.at(EntryField::WaterClarity), "WaterClarity"s);
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(entryChildren.at(EntryField::Picture), "Picture"s);
     }
 
-    void templates_areEmptyButForTheKey()
+    void templates_areEmptyExceptForTheKey()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);
@@ -93,7 +93,7 @@ private Q_SLOTS:
         }
     }
 
-    void fields_areWholeAndNameEntryChildren()
+    void fields_areCompleteAndNameEntryChildren()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QVERIFY(hasDefault);
     }
 
-    void saving_leavesTheShippedFormUnchanged()
+    void saving_keepsTheShippedFormatting()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);

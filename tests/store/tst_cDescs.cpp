@@ -21,7 +21,7 @@ class tst_cDescs : public QObject
 
 private Q_SLOTS:
 
-    void aCode_readsItsWord_data()
+    void code_isDescribedByItsWord_data()
     {
         const Words tides{"Top", "Run Out", "Bottom", "Run In"};
         QTest::addColumn<Description>("describe");
@@ -41,7 +41,7 @@ private Q_SLOTS:
         QTest::newRow("pressure") << &cDescs::AirPressureDesc << Words{"Rising", "Falling"};
     }
 
-    void aCode_readsItsWord()
+    void code_isDescribedByItsWord()
     {
         QFETCH(Description, describe);
         QFETCH(Words, words);
@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE((descs.*describe)(std::to_string(words.size())), "Not Set"s);
     }
 
-    void anyOtherText_readsNotSet_data()
+    void anyOtherText_isNotSet_data()
     {
         QTest::addColumn<std::string>("text");
         for (const char* text : {"", "-1", "9", "/", ":", " 1", "1 ", "01", "+1", "1.0", "10", "x", "Top"}) {
@@ -62,7 +62,7 @@ private Q_SLOTS:
         }
     }
 
-    void anyOtherText_readsNotSet()
+    void anyOtherText_isNotSet()
     {
         QFETCH(std::string, text);
         const cDescs descs;
@@ -74,7 +74,7 @@ private Q_SLOTS:
         }
     }
 
-    void moonPhase_aPercentage_readsWaxingOrWaning_data()
+    void moonPhase_percentage_isWaxingOrWaning_data()
     {
         QTest::addColumn<std::string>("stored");
         QTest::addColumn<std::string>("shown");
@@ -92,23 +92,23 @@ private Q_SLOTS:
         row("99", "Waxing, 99%");
         row("045", "Waxing, 45%");
         row("2.5", "Waxing, 02%");
-        row(" -45", "Waxing, 45%"); // the first character is what counts
+        row(" -45", "Waxing, 45%"); // only the first character is checked for "-"
     }
 
-    void moonPhase_aPercentage_readsWaxingOrWaning()
+    void moonPhase_percentage_isWaxingOrWaning()
     {
         QFETCH(std::string, stored);
         QTEST(cDescs().MoonPhaseDesc(stored), "shown");
     }
 
-    void moonPhase_noNumber_isTypeMismatch()
+    void moonPhase_notANumber_isTypeMismatch()
     {
         for (const char* text : {"full", "-", " ", "45%"}) {
             QCOMPARE(RaisedNumber([&] { cDescs().MoonPhaseDesc(text); }), 13);
         }
     }
 
-    void moonPhase_noShortInteger_isOverflow()
+    void moonPhase_beyond16Bits_isOverflow()
     {
         QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("32768"); }), 6);
         QCOMPARE(RaisedNumber([] { cDescs().MoonPhaseDesc("-40000"); }), 6);

@@ -23,7 +23,7 @@ const Texts sevenFiles{"tarno.xml",         "field.xml", "location.xml", "tarnob
                        "locationblank.xml", "Rpt.xml",   "RptBlank.xml"};
 
 #ifndef Q_OS_WIN
-/// The names of the files in a folder that are opened while it lives.
+/// Records the names of files in a folder that are opened during its lifetime.
 class OpenedFiles
 {
 public:
@@ -39,7 +39,7 @@ public:
 
     bool IsWatching() const { return m_isWatching; }
 
-    /// In the order in which they were opened.
+    /// Returns the names in the order of opening.
     Texts Names() const
     {
         Texts names;
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(store.folder.Names(), Texts());
     }
 
-    void init_nothingBefore_everyOperationFails()
+    void beforeInit_everyListFails()
     {
         TestStore store;
         for (const RecordFamily& family : RecordFamilies()) {
@@ -107,7 +107,7 @@ private Q_SLOTS:
         }
     }
 
-    void deInit_savesNothingAndNothingWorksAfterwards()
+    void deInit_savesNothingAndEveryOperationFailsAfterwards()
     {
         TestStore store;
         store.folder.Write("location.xml",
@@ -143,7 +143,7 @@ private Q_SLOTS:
         QVERIFY(!store.operations.HasWritten());
     }
 
-    void entryUpdate_theTemplate_isAppendedWithAllItsValues()
+    void entryUpdate_template_isAppendedWithAllItsValues()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(store.folder.Read("tarno.xml"), expected);
     }
 
-    void locationNameGet_aLocation_isItsSecondValue()
+    void locationNameGet_returnsTheSecondValue()
     {
         TestStore store;
         store.folder.Write("location.xml",
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(store.sql.LocationNameGet("x'y"), "odd"s);
     }
 
-    void locationNameGet_missingLocation_isReportedAndOne()
+    void locationNameGet_missingLocation_isReportedAndReturnsOne()
     {
         TestStore store;
         store.folder.Write("location.xml",
@@ -180,7 +180,7 @@ private Q_SLOTS:
         }
     }
 
-    void locationNameGet_locationWithoutName_isReportedAndOne()
+    void locationNameGet_locationWithoutName_isReportedAndReturnsOne()
     {
         TestStore store;
         store.folder.Write("location.xml", "<data><location><LocNo>5</LocNo></location></data>");
@@ -199,7 +199,7 @@ private Q_SLOTS:
         QCOMPARE(KeysOf(fields), (Texts{"2", "1"}));
     }
 
-    void fieldUpdate_aField_isReplacedInTheExistingFile()
+    void fieldUpdate_replacesTheFieldInTheExistingFile()
     {
         TestStore store;
         store.folder.Write("field.xml", "<data>" + Field("2", "b") + Field("1", "a") + "</data>");
@@ -230,7 +230,7 @@ private Q_SLOTS:
         QVERIFY(!store.operations.HasWritten());
     }
 
-    void reportUpdate_andDelete_keepOneFile()
+    void reportUpdateAndDelete_writeTheSameFile()
     {
         for (const char* name : {"Rpt.xml", "rpt.xml", "RPT.XML"}) {
             TestStore store;
@@ -249,7 +249,7 @@ private Q_SLOTS:
         }
     }
 
-    void saves_neverLeaveASecondFile()
+    void saves_createNoOtherFile()
     {
         TestStore store;
         const Texts names = store.folder.Names();
@@ -264,7 +264,7 @@ private Q_SLOTS:
         QCOMPARE(store.folder.Names(), names);
     }
 
-    void saves_filesGone_createThemUnderTheNamesForSaving()
+    void saves_missingFiles_areCreatedUnderTheirSaveNames()
     {
         TestStore store;
         QCOMPARE(store.sql.Init(), succeeded);

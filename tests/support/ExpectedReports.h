@@ -10,8 +10,8 @@
 namespace Tarno
 {
 
-/// Stands in for the message box of the error reporter. A report that the test did not announce fails the
-/// test, and so does an announced one that never comes. Nothing is logged.
+/// Replaces the message box of the error reporter. An unexpected report fails the test, and so does an
+/// expected report that does not arrive. Nothing is logged.
 class ExpectedReports
 {
 public:
@@ -33,13 +33,13 @@ public:
         }
     }
 
-    /// The next report will be that `module`.`routine` raised `number` with its usual words.
+    /// Expects the next report to be error `number` of `module`.`routine` with its usual description.
     void Expect(std::string_view module, std::string_view routine, ErrorNumber number)
     {
         Expect(module, routine, number, Describe(number));
     }
 
-    /// The same with a description of its own.
+    /// Overload for an error with its own description.
     void Expect(std::string_view module, std::string_view routine, ErrorNumber number,
                 std::string_view description)
     {

@@ -15,8 +15,7 @@
 namespace Tarno
 {
 
-/// The most memory that this process ever used, in megabytes; that of the process that started it does not
-/// count.
+/// Returns the peak memory usage of this process in megabytes, excluding the process that started it.
 inline std::size_t PeakMegabytes()
 {
 #ifdef Q_OS_WIN

@@ -12,12 +12,12 @@
 namespace Tarno
 {
 
-// Picture files of every kind the program meets, as bytes.
+// The bytes of picture files in all supported formats.
 
 namespace Pictures
 {
 
-/// A picture of `width` by `height` pixels in one colour, but for its upper left quarter, which is red.
+/// Returns a picture of `width` by `height` pixels in `colour`, with a red upper left quarter.
 inline QImage Drawn(int width, int height, QColor colour = Qt::blue)
 {
     QImage picture(width, height, QImage::Format_RGB32);
@@ -26,8 +26,7 @@ inline QImage Drawn(int width, int height, QColor colour = Qt::blue)
     return picture;
 }
 
-/// `picture` in the file format `format` ("png", "jpg", "tif", ...); the program ends where that is not
-/// known.
+/// Encodes `picture` in `format` ("png", "jpg", "tif", ...). Aborts if the format is not supported.
 inline std::string Encoded(const QImage& picture, const char* format)
 {
     QByteArray bytes;
@@ -45,7 +44,7 @@ inline std::string Png(int width, int height)
     return Encoded(Drawn(width, height), "png");
 }
 
-/// `value` in four bytes, the lowest first.
+/// Returns `value` as four bytes, little endian.
 inline std::string Little32(std::uint32_t value)
 {
     std::string bytes;
@@ -55,26 +54,27 @@ inline std::string Little32(std::uint32_t value)
     return bytes;
 }
 
-/// `value` in four bytes, the highest first.
+/// Returns `value` as four bytes, big endian.
 inline std::string Big32(std::uint32_t value)
 {
     const std::string little = Little32(value);
     return {little.rbegin(), little.rend()};
 }
 
-/// A JPEG whose camera was held as `orientation` says (1 upright, 6 turned by a quarter to the right, ...).
-inline std::string JpegHeld(const QImage& picture, int orientation)
+/// Returns a JPEG with the EXIF orientation `orientation` (1 upright, 6 rotated by 90 degrees clockwise,
+/// ...).
+inline std::string JpegWithOrientation(const QImage& picture, int orientation)
 {
     using namespace std::string_literals;
-    // one directory of one entry: orientation (0x0112), a 16-bit number, one of them
+    // one directory with one entry: orientation (0x0112), type 16-bit number, count 1
     const std::string exif = "Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0"s +
                              Little32(static_cast<std::uint32_t>(orientation)) + Little32(0);
     const std::string length{'\0', static_cast<char>(exif.size() + 2)};
     std::string bytes = Encoded(picture, "jpg");
-    return bytes.insert(2, "\xFF\xE1" + length + exif); // right behind the start of the picture
+    return bytes.insert(2, "\xFF\xE1" + length + exif); // after the start-of-image marker
 }
 
-/// A GIF of one red, then one green pixel.
+/// Returns an animated GIF of one pixel, red and then green.
 inline std::string AnimatedGif()
 {
     using namespace std::string_literals;

@@ -9,14 +9,14 @@ namespace Tarno
 
 #ifdef Q_OS_WIN
 inline constexpr bool isWindows = true;
-/// Skips the rest of a test that needs something which Windows does not have, or has otherwise.
+/// Skips the rest of a test that does not apply to Windows.
 #define NOT_ON_WINDOWS(what) QSKIP("not on Windows: " what)
 #else
 inline constexpr bool isWindows = false;
 #define NOT_ON_WINDOWS(what) static_cast<void>(0)
 #endif
 
-/// Whether a file can have that name here.
+/// Whether `name` is a valid file name on this platform.
 inline bool IsFileName(std::string_view name)
 {
     return !isWindows ||

@@ -7,7 +7,7 @@
 namespace Tarno
 {
 
-/// The number of the Error that `body` throws, 0 when it throws none.
+/// Runs `body` and returns the number of the Error that it throws, or 0.
 template <typename Body>
 int RaisedNumber(Body&& body)
 {

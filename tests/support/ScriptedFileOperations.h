@@ -17,8 +17,8 @@
 namespace Tarno
 {
 
-/// The system's own file operations, some of which fail as the test wants. An announced failure that never
-/// happens fails the test. Pauses take no time.
+/// The system's file operations with scripted failures. A scripted failure that does not happen fails the
+/// test. Pauses take no time.
 class ScriptedFileOperations final : public FileOperations
 {
 public:
@@ -26,53 +26,53 @@ public:
     ScriptedFileOperations(const ScriptedFileOperations&) = delete;
     ScriptedFileOperations& operator=(const ScriptedFileOperations&) = delete;
 
-    ~ScriptedFileOperations() override { Heal(); }
+    ~ScriptedFileOperations() override { ClearFailures(); }
 
-    static constexpr int always = -1; ///< a number of times without end
+    static constexpr int always = -1; ///< fails every time
 
-    /// The next `times` calls of `step` throw `number` and do nothing, after `before` calls that succeed.
-    /// The steps are "look", "create", "replace", "sync folder", "remove", "lock" and "append".
+    /// Lets the next `before` calls of `step` succeed and the `times` calls after them throw `number`. The
+    /// steps are "get state", "create", "replace", "sync folder", "remove", "lock" and "append".
     void Fail(const std::string& step, ErrorNumber number, int times = 1, int before = 0)
     {
         m_failures.push_back({step, number, times, before});
     }
 
-    /// From now on no step fails.
-    void Heal()
+    /// Removes all scripted failures.
+    void ClearFailures()
     {
         for (const Failure& failure : m_failures) {
             if (failure.times >= 0 || failure.before >= 0) {
-                QTest::qFail(("this step was to fail but was not called: " + failure.step).c_str(), __FILE__,
+                QTest::qFail(("scripted failure did not happen: " + failure.step).c_str(), __FILE__,
                              __LINE__);
             }
         }
         m_failures.clear();
     }
 
-    /// From now on a new file lacks its last byte, as if the file system had lost it.
+    /// Makes Create drop the last byte of every file.
     void LoseLastByte() { m_losesByte = true; }
 
-    /// From now on folders cannot be locked, as on some file systems.
-    void LockNothing() { m_locks = false; }
+    /// Simulates a file system without locks.
+    void DisableLocks() { m_locks = false; }
 
-    /// `happen` is called once, right before the next call of `step` ("pause" is one as well), after `before`
-    /// other calls of it: another program acts at that moment.
+    /// Calls `happen` once, immediately before a call of `step` (or "pause"), after `before` other calls of
+    /// it. Simulates another program that acts at that moment.
     void Before(const std::string& step, std::function<void()> happen, int before = 0)
     {
         m_events.push_back({step, std::move(happen), before});
     }
 
-    /// The path of the file created last.
+    /// Returns the path of the last file created.
     const std::string& Created() const { return m_created; }
 
-    /// What was called so far, failed calls included.
+    /// Returns all steps so far, including failed ones.
     const std::vector<std::string>& Steps() const { return m_steps; }
 
-    /// Whether anything was called so far that leaves traces.
+    /// Whether any step so far may have changed the file system.
     bool HasWritten() const
     {
         return std::any_of(m_steps.begin(), m_steps.end(), [](const std::string& step) {
-            return step != "look" && step != "lock" && step != "pause";
+            return step != "get state" && step != "lock" && step != "pause";
         });
     }
 
@@ -81,10 +81,10 @@ public:
         return static_cast<int>(std::count(m_steps.begin(), m_steps.end(), step));
     }
 
-    FileState Look(const std::string& path) override
+    FileState GetState(const std::string& path) override
     {
-        Step("look");
-        return m_system->Look(path);
+        Step("get state");
+        return m_system->GetState(path);
     }
 
     FileState Create(const std::string& path, std::string_view bytes, const std::string& model) override

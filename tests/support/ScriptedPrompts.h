@@ -14,14 +14,14 @@
 namespace Tarno
 {
 
-// The desktop as a test plays it. What the program asks without being expected to fails the test, and so
-// does an announced question that never comes. Questions must come in the order announced.
+// Test doubles for the prompts of the desktop. An unexpected question fails the test, and so does an expected
+// question that is not asked. Questions must be asked in the expected order.
 
 namespace Scripted
 {
 
-/// What happens on the desktop while a question stands there.
-using Meanwhile = std::function<void()>;
+/// What happens while a question is shown.
+using WhileShown = std::function<void()>;
 
 inline void Fail(const QString& text)
 {
@@ -43,7 +43,7 @@ inline QString Described(const FileQuestion& question)
         QLatin1String(" / "));
 }
 
-/// The next announced thing of a queue if it is `asked`; otherwise the test fails.
+/// Removes and returns the next expected question if it is `asked`; otherwise fails the test.
 template <typename Expected>
 std::optional<Expected> Next(std::deque<Expected>& expected, const QString& asked)
 {
@@ -58,7 +58,7 @@ std::optional<Expected> Next(std::deque<Expected>& expected, const QString& aske
 }
 
 template <typename Expected>
-void FailAboutRest(const std::deque<Expected>& expected)
+void FailIfAnyIsLeft(const std::deque<Expected>& expected)
 {
     for (const Expected& left : expected) {
         Fail(QStringLiteral("not asked: ") + left.described);
@@ -74,15 +74,15 @@ public:
     ScriptedMessageBoxes(const ScriptedMessageBoxes&) = delete;
     ScriptedMessageBoxes& operator=(const ScriptedMessageBoxes&) = delete;
 
-    ~ScriptedMessageBoxes() override { Scripted::FailAboutRest(m_expected); }
+    ~ScriptedMessageBoxes() override { Scripted::FailIfAnyIsLeft(m_expected); }
 
-    void Expect(const Question& question, Button answer, Scripted::Meanwhile meanwhile = nullptr)
+    void Expect(const Question& question, Button answer, Scripted::WhileShown whileShown = nullptr)
     {
-        m_expected.push_back({Scripted::Described(question), answer, std::move(meanwhile)});
+        m_expected.push_back({Scripted::Described(question), answer, std::move(whileShown)});
     }
 
-    /// A box with the information icon and an OK button.
-    void ExpectTold(const QString& text, const QString& title)
+    /// Expects a box with the information icon and an OK button.
+    void ExpectInformation(const QString& text, const QString& title)
     {
         Expect({.text = text, .title = title}, Button::Ok);
     }
@@ -90,8 +90,8 @@ public:
     Button Ask(QWidget* /*parent*/, const Question& question) override
     {
         const auto next = Scripted::Next(m_expected, Scripted::Described(question));
-        if (next && next->meanwhile) {
-            next->meanwhile();
+        if (next && next->whileShown) {
+            next->whileShown();
         }
         return next ? next->answer : question.byDefault;
     }
@@ -100,7 +100,7 @@ private:
     struct Expected {
         QString described;
         Button answer;
-        Scripted::Meanwhile meanwhile;
+        Scripted::WhileShown whileShown;
     };
 
     std::deque<Expected> m_expected;
@@ -113,15 +113,15 @@ public:
     ScriptedFileDialogs(const ScriptedFileDialogs&) = delete;
     ScriptedFileDialogs& operator=(const ScriptedFileDialogs&) = delete;
 
-    ~ScriptedFileDialogs() override { Scripted::FailAboutRest(m_expected); }
+    ~ScriptedFileDialogs() override { Scripted::FailIfAnyIsLeft(m_expected); }
 
-    /// The user chooses `path`, or cancels.
+    /// The user chooses `path`, or cancels (nullopt).
     void ExpectOpen(const FileQuestion& question, const std::optional<QString>& path)
     {
         m_expected.push_back({Scripted::Described(question), path});
     }
 
-    /// The user names `path` for a file to be written, or cancels.
+    /// The user chooses `path` to save to, or cancels (nullopt).
     void ExpectSave(const FileQuestion& question, const std::optional<QString>& path)
     {
         m_expected.push_back({ToSave(question), path});
@@ -161,7 +161,7 @@ public:
     ScriptedProgramStarter(const ScriptedProgramStarter&) = delete;
     ScriptedProgramStarter& operator=(const ScriptedProgramStarter&) = delete;
 
-    ~ScriptedProgramStarter() override { Scripted::FailAboutRest(m_expected); }
+    ~ScriptedProgramStarter() override { Scripted::FailIfAnyIsLeft(m_expected); }
 
     void ExpectStart(const QString& program, const QStringList& arguments = {}, bool starts = true)
     {
@@ -204,7 +204,7 @@ private:
     std::deque<Expected> m_expected;
 };
 
-/// Printers on which nothing is printed: what comes is kept for the test to look at.
+/// Printers that print nothing and keep the last job for the test.
 class ScriptedPrinters final : public Printers
 {
 public:
@@ -212,15 +212,15 @@ public:
     ScriptedPrinters(const ScriptedPrinters&) = delete;
     ScriptedPrinters& operator=(const ScriptedPrinters&) = delete;
 
-    ~ScriptedPrinters() override { Scripted::FailAboutRest(m_expected); }
+    ~ScriptedPrinters() override { Scripted::FailIfAnyIsLeft(m_expected); }
 
-    /// The user prints, or cancels.
+    /// The user prints, or cancels if `prints` is false.
     void ExpectPrint(const QString& title, int pages, bool prints = true)
     {
         m_expected.push_back({Printed(title, pages), prints, std::nullopt});
     }
 
-    /// The user chooses `page`, or cancels.
+    /// The user chooses `page`, or cancels (nullopt).
     void ExpectSetUpPage(const std::optional<QPageLayout>& page)
     {
         m_expected.push_back({QStringLiteral("set up page"), page.has_value(), page});

@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-// Lets QCOMPARE show std::string and lists of them when they differ. Line ends and control characters
-// are written as escapes.
+// Lets QCOMPARE print std::string and lists of them, with line ends and control characters escaped.
 
 namespace QTest
 {

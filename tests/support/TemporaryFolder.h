@@ -21,7 +21,7 @@
 namespace Tarno
 {
 
-/// A folder of the test's own, gone with the object. Names are relative to it.
+/// A temporary folder that is removed with the object. Names are relative to it.
 class TemporaryFolder
 {
 public:
@@ -30,7 +30,7 @@ public:
     explicit TemporaryFolder(const QString& in) : m_folder(in + QStringLiteral("/tarno-test-XXXXXX"))
     {
         if (!m_folder.isValid()) {
-            qFatal("no temporary folder: %s", qPrintable(m_folder.errorString()));
+            qFatal("cannot create a temporary folder: %s", qPrintable(m_folder.errorString()));
         }
     }
 
@@ -49,7 +49,7 @@ public:
         }
     }
 
-    /// All bytes of the file; the test fails when it cannot be read.
+    /// Returns the contents of the file. Fails the test if it cannot be read.
     std::string Read(std::string_view name) const
     {
         std::ifstream file(ToPath(PathOf(name)), std::ios::binary);
@@ -59,7 +59,7 @@ public:
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
-    /// The names of everything in the folder, sorted.
+    /// Returns the sorted names of all entries of the folder.
     std::vector<std::string> Names() const
     {
         std::vector<std::string> names;
@@ -75,16 +75,16 @@ public:
         std::filesystem::create_directories(ToPath(PathOf(name)));
     }
 
-    // a Windows test that wants one of these is to be skipped
+    // tests that call these are skipped on Windows
 #ifdef Q_OS_WIN
     static void MakeLink(std::string_view /*name*/, const std::string& /*target*/)
     {
-        qFatal("no links");
+        qFatal("links are not supported");
     }
 
     static void MakePipe(std::string_view /*name*/)
     {
-        qFatal("no pipes");
+        qFatal("pipes are not supported");
     }
 #else
     void MakeLink(std::string_view name, const std::string& target) const
@@ -92,7 +92,7 @@ public:
         std::filesystem::create_symlink(ToPath(target), ToPath(PathOf(name)));
     }
 
-    /// A pipe to which nobody listens: whoever opens it without care waits for ever.
+    /// Creates a pipe without a reader. Opening it in blocking mode never returns.
     void MakePipe(std::string_view name) const
     {
         if (::mkfifo(PathOf(name).c_str(), 0600) != 0) {

@@ -3,18 +3,18 @@
 #include <QCoreApplication>
 #include <QTest>
 
-/// A test class of a test program, which holds all classes of one folder of tests/. Each runs in a process of
-/// its own: `tests_core tst_Text [options of Qt Test]`.
+/// A test class. A test program contains all classes of one folder of tests/, and each class runs in a
+/// separate process: `tests_core tst_Text [options of Qt Test]`.
 struct TestClass {
     const char* name;
     int (*run)(int argc, char** argv);
 };
 
-/// Adds `test` to the classes of this program; returns true.
+/// Registers `test` with this program. Returns true.
 bool RegisterTestClass(const TestClass& test);
 
-/// Runs all slots of `Class` under the application that the linked layers need; returns the exit code. A
-/// static function `initMain` of the class is called before there is an application.
+/// Runs all slots of `Class` with the kind of application that the linked layers need. Returns the exit code.
+/// Calls the static function `initMain` of the class, if it exists, before creating the application.
 template <typename Class>
 int RunTestClass(int argc, char** argv)
 {
@@ -24,7 +24,8 @@ int RunTestClass(int argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_Use96Dpi);
 #if defined(QT_WIDGETS_LIB)
     const QApplication application(argc, argv);
-    QApplication::setKeyboardInputInterval(3600 * 1000); // letters typed by a test always belong together
+    QApplication::setKeyboardInputInterval(3600 *
+                                           1000); // keyboard search never starts over between key presses
 #elif defined(QT_GUI_LIB)
     const QGuiApplication application(argc, argv);
 #else
@@ -35,6 +36,6 @@ int RunTestClass(int argc, char** argv)
     return QTest::qExec(&test, argc, argv);
 }
 
-/// Makes `Class` a test class of this program.
+/// Registers `Class` as a test class of this program.
 #define TEST_CLASS(Class)                                                                                    \
     [[maybe_unused]] static const bool isRegistered = RegisterTestClass({#Class, RunTestClass<Class>});

@@ -23,11 +23,11 @@
 namespace Tarno
 {
 
-/// The values of a record by their positions; the others are those of the template.
+/// Values of a record by position. All others are those of the template.
 using Values = std::map<std::size_t, std::string>;
 
-/// A whole program without its windows, in a folder of its own that starts as an installation does: the
-/// shipped files, no entry, no location. Nothing is loaded before Start.
+/// A complete program without windows, in a temporary folder with the shipped files, no entry and no
+/// location. Start loads the files.
 class TestProgram
 {
 public:
@@ -37,7 +37,7 @@ public:
         sql.SetShowConflict([this](const ConflictNotice& conflict) { ShowConflict(conflict, messages); });
     }
 
-    /// The sample log instead of the empty one.
+    /// Replaces the empty log by the sample log.
     void UseSample() { CopyShipped("sample/"); }
 
     void Start()
@@ -47,7 +47,7 @@ public:
         }
     }
 
-    /// Stores a new entry, as the program does; returns its key.
+    /// Stores a new entry and returns its key.
     int AddEntry(const Values& values)
     {
         Record record;
@@ -57,7 +57,7 @@ public:
         return std::stoi(record.Text(0));
     }
 
-    /// Stores a new location, at 151.25 east, 33.8 south unless said otherwise; returns its key.
+    /// Stores a new location and returns its key. The default position is 151.25 east, 33.8 south.
     int AddLocation(const std::string& name, const Values& values = {})
     {
         Record record;
@@ -72,7 +72,7 @@ public:
         return std::stoi(record.Text(0));
     }
 
-    /// The values of the records in a data file as it lies on the disk now.
+    /// Returns the values of all records in a data file on disk.
     std::vector<std::vector<std::string>> Stored(const char* file) const
     {
         const std::string bytes = folder.Read(file);
@@ -88,7 +88,7 @@ public:
         return records;
     }
 
-    /// The values of the stored entry with that key; none when there is no such entry.
+    /// Returns the values of the stored entry with the key, or an empty list.
     std::vector<std::string> StoredEntry(int key) const
     {
         for (std::vector<std::string>& entry : Stored("tarno.xml")) {
@@ -99,11 +99,11 @@ public:
         return {};
     }
 
-    /// The value of the stored entry at `position`.
+    /// Returns one value of a stored entry.
     std::string StoredEntry(int key, std::size_t position) const
     {
         const std::vector<std::string> entry = StoredEntry(key);
-        return position < entry.size() ? entry[position] : "(no such value)";
+        return position < entry.size() ? entry[position] : "(missing value)";
     }
 
     TemporaryFolder folder;

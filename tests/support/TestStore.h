@@ -12,8 +12,8 @@
 namespace Tarno
 {
 
-/// The data access over a folder of the test's own, which holds copies of the seven shipped data files.
-/// Change files before Init. A report that the test does not announce fails it.
+/// The data access with a temporary folder that contains copies of the seven shipped data files. Change files
+/// before Init. An unexpected report fails the test.
 struct TestStore {
     TestStore()
     {

@@ -16,14 +16,14 @@
 namespace Tarno
 {
 
-// Windows from outside: found by the names of their controls, driven through the window system, so that an
-// event takes the way that it takes when a user raises it.
+// Functions that find controls by name and drive them through the window system, so that events take the same
+// path as those of a user.
 
-/// How long a test waits, in ms, before it fails: so long that no machine is too slow or too busy.
-inline constexpr int patience = 300'000;
+/// Timeout in ms after which waiting fails a test. Long enough for any machine, however slow or busy.
+inline constexpr int awaitTimeout = 300'000;
 
-/// The line of a test from which a function below was called, so that a failure names it. Like
-/// std::source_location, which clang 14 does not know.
+/// The line of a test that called a function below, for failure messages. A substitute for
+/// std::source_location, which clang 14 lacks.
 struct Caller {
     static Caller Current(const char* file = __builtin_FILE(), int line = __builtin_LINE())
     {
@@ -39,37 +39,37 @@ inline void FailAt(const Caller& caller, const char* what)
     QTest::qFail(what, caller.file, caller.line);
 }
 
-/// Processes events until `isTrue` returns true; fails the test with `what` if that never happens.
+/// Processes events until `isTrue` returns true. Fails the test with `what` on timeout.
 template <typename Predicate>
 bool Await(Predicate&& isTrue, const char* what, const Caller& caller = Caller::Current())
 {
-    const bool happened = QTest::qWaitFor(std::forward<Predicate>(isTrue), patience);
+    const bool happened = QTest::qWaitFor(std::forward<Predicate>(isTrue), awaitTimeout);
     if (!happened) {
         FailAt(caller, what);
     }
     return happened;
 }
 
-/// Waits until `window` is the active one.
+/// Waits until `window` is active.
 inline void AwaitActive(QWidget& window, const Caller& caller = Caller::Current())
 {
-    if (!QTest::qWaitForWindowActive(&window, patience)) {
+    if (!QTest::qWaitForWindowActive(&window, awaitTimeout)) {
         FailAt(caller, "the window does not become active");
     }
 }
 
-/// The control `name` of `window`; the test ends when there is none.
+/// Returns the control `name` of `window`. Aborts if it does not exist.
 template <typename Control>
 Control& Find(const QWidget& window, const char* name)
 {
     auto* control = window.findChild<Control*>(QLatin1String(name));
     if (control == nullptr) {
-        qFatal("no control %s", name);
+        qFatal("control %s not found", name);
     }
     return *control;
 }
 
-/// Where a user would click `widget`: in its middle, or on the mark of an option or check box.
+/// Returns where a user would click `widget`: its centre, or the indicator of an option or check box.
 inline QPoint ClickPoint(const QWidget& widget)
 {
     constexpr int withinMark = 8;
@@ -78,8 +78,8 @@ inline QPoint ClickPoint(const QWidget& widget)
     return marked ? QPoint(withinMark, widget.height() / 2) : widget.rect().center();
 }
 
-/// Lets the event loop look whether it is to end: Qt's dispatcher for Windows forgets it when events were
-/// processed within the one that has ended it, and then sleeps on.
+/// Wakes the event loop so that it notices a pending exit. Qt's dispatcher for Windows misses it if events
+/// were processed inside the event that requested the exit.
 inline void EndLoop()
 {
     QAbstractEventDispatcher::instance()->wakeUp();
@@ -103,11 +103,11 @@ inline void Press(const QWidget& window, Qt::Key key, Qt::KeyboardModifiers modi
     QTest::keyClick(window.windowHandle(), key, modifiers);
 }
 
-/// Presses Alt and `key`, the mnemonic of `button`, and waits until the button has come up again.
+/// Presses Alt and `key`, the mnemonic of `button`, and waits until the button is released.
 inline void PressMnemonic(const QWidget& window, Qt::Key key, const char* button)
 {
     Press(window, key, Qt::AltModifier);
-    Await([&] { return !Find<QAbstractButton>(window, button).isDown(); }, "the button stays down");
+    Await([&] { return !Find<QAbstractButton>(window, button).isDown(); }, "the button is still pressed");
 }
 
 /// Types into the control that has the focus.
@@ -138,8 +138,8 @@ inline void RejectWindow(QDialog& window, const char* what, const Caller& caller
 }
 
 /// Runs `open`, which blocks until the modal window `name` (its object name or class) is closed, and runs
-/// `steps` on that window, which have to close it. If it does not open, stays open, or another modal window
-/// opens, the test fails and the window is closed.
+/// `steps` on that window, which must close it. Fails the test and closes the window if it does not open or
+/// stays open, or if another modal window opens.
 template <typename Open, typename Steps>
 void WhileOpen(const char* name, Open&& open, Steps&& steps, const Caller& caller = Caller::Current())
 {
@@ -156,7 +156,7 @@ void WhileOpen(const char* name, Open&& open, Steps&& steps, const Caller& calle
             return;
         }
         isDone = true;
-        driver.stop(); // the steps watch over the windows that they open
+        driver.stop(); // `steps` handles the windows that it opens
         AwaitActive(*window, caller);
         steps(*window);
         if (window->isVisible()) {
@@ -172,7 +172,7 @@ void WhileOpen(const char* name, Open&& open, Steps&& steps, const Caller& calle
     }
 }
 
-/// Runs `body`; a modal window that it opens fails the test.
+/// Runs `body`. Fails the test if it opens a modal window.
 template <typename Body>
 void WithoutWindow(Body&& body, const Caller& caller = Caller::Current())
 {

@@ -19,7 +19,7 @@ enum class Qt { None, CoreAndGui, All };
 
 struct Layer {
     std::string_view folder;
-    int level; ///< folders of the same level do not know each other
+    int level; ///< folders of the same level do not include each other
     Qt uses;
 };
 
@@ -47,8 +47,8 @@ const Layer* LayerOf(std::string_view folder)
     return found == layers.end() ? nullptr : found;
 }
 
-/// The headers of Qt Core and Qt Gui that reports may need. A header that is missing here fails the test
-/// until somebody has checked which module it comes from.
+/// The headers of Qt Core and Qt Gui that reports may include. The test refuses all others, so add a header
+/// here only after checking its module.
 const std::set<std::string_view> coreAndGuiHeaders{
     "QBrush",
     "QBuffer",
@@ -136,18 +136,18 @@ std::vector<Include> IncludesOf(const fs::path& file)
     return includes;
 }
 
-/// What the build makes for the folder that includes it.
+/// Whether the build generates the header `name` for the folder that includes it.
 bool IsGenerated(const std::string& name)
 {
     return (name.starts_with("ui_") && name.ends_with(".h")) || name.ends_with(".moc") ||
            name.starts_with("moc_");
 }
 
-/// What is wrong with an include in angle brackets in the layer `from`; empty if it is fine.
+/// Returns what is wrong with an include in angle brackets in the layer `from`, or an empty text.
 std::string AngledFault(const fs::path& sources, const Layer& from, const std::string& name)
 {
     if (fs::exists(sources / name)) {
-        return "is no foreign header";
+        return "is not an external header";
     }
     const bool isQt = name.starts_with('Q') || name.starts_with('q');
     if (isQt && from.uses == Qt::None) {
@@ -159,6 +159,7 @@ std::string AngledFault(const fs::path& sources, const Layer& from, const std::s
     return {};
 }
 
+/// The same for an include in quotes.
 std::string QuotedFault(const fs::path& sources, const Layer& from, const std::string& name)
 {
     const fs::path path(name);
@@ -171,8 +172,8 @@ std::string QuotedFault(const fs::path& sources, const Layer& from, const std::s
         return "is not written with its full path";
     }
     return to == &from || to->level < from.level ? ""
-           : to->level == from.level             ? "runs sideways"
-                                                 : "runs upwards";
+           : to->level == from.level             ? "is on the same level"
+                                                 : "is on a higher level";
 }
 
 } // namespace
@@ -199,7 +200,7 @@ IncludeWalk WalkIncludes(const fs::path& sources)
     for (const std::string& file : walk.files) {
         const Layer* from = LayerOf(fs::path(file).parent_path().generic_string());
         if (from == nullptr) {
-            walk.violations.push_back(file + ": belongs to no layer");
+            walk.violations.push_back(file + ": not part of any layer");
             continue;
         }
         for (const auto& [name, angled] : IncludesOf(sources / file)) {

@@ -7,18 +7,19 @@
 namespace Tarno
 {
 
-/// What a walk through the includes of a source tree found.
+/// The result of checking the includes of a source tree.
 struct IncludeWalk {
-    std::vector<std::string> files;      ///< every file read, by its path in the tree, sorted
-    std::vector<std::string> violations; ///< "store/cSQL.h: ui/main/fTarno.h runs upwards", in file order
+    std::vector<std::string> files; ///< the sorted paths of all files read, relative to the tree
+    std::vector<std::string>
+        violations; ///< for example "store/cSQL.h: ui/main/fTarno.h is on a higher level"
 };
 
-/// The folders of the source tree, from the top down.
+/// Returns the folders of the source tree, top layer first.
 std::vector<std::string> Layers();
 
-/// Reads the includes of every source and form below `sources` and checks them against the layers: a folder
-/// includes only folders of lower levels, each by its full path from the root of the sources; core, astro and
-/// store include no Qt, qt and reports only what is in Qt Core and Qt Gui.
+/// Checks the includes of every source and form below `sources` against the layers: a folder includes only
+/// folders of lower levels, by their full path below `sources`. core, astro and store do not include Qt; qt
+/// and reports include only headers of Qt Core and Qt Gui.
 IncludeWalk WalkIncludes(const std::filesystem::path& sources);
 
 } // namespace Tarno

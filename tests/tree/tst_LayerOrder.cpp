@@ -12,9 +12,9 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-/// A small tree in which every include is as it should be.
-struct MadeUpTree {
-    MadeUpTree()
+/// A small tree without violations.
+struct SampleTree {
+    SampleTree()
     {
         for (const char* layer : {"app", "ui/main", "ui/locations", "ui/entry", "ui/reports", "ui/common",
                                   "reports", "reports/engine", "store", "astro", "core"}) {
@@ -59,7 +59,7 @@ private Q_SLOTS:
 
     void goodTree_hasNoViolation()
     {
-        const MadeUpTree tree;
+        const SampleTree tree;
         QCOMPARE(tree.Violations(), Texts());
         QCOMPARE(static_cast<int>(WalkIncludes(tree.folder.Path()).files.size()), 9);
     }
@@ -72,37 +72,37 @@ private Q_SLOTS:
         const auto row = [](const char* name, const char* file, const char* line, const char* fault) {
             QTest::newRow(name) << std::string(file) << std::string(line) << std::string(fault);
         };
-        row("upwards", "core/Text.h", "#include \"store/cSQL.h\"", "store/cSQL.h runs upwards");
-        row("upwards among the windows", "ui/entry/Page.h", "#include \"ui/locations/fLocs.h\"",
-            "ui/locations/fLocs.h runs upwards");
+        row("upwards", "core/Text.h", "#include \"store/cSQL.h\"", "store/cSQL.h is on a higher level");
+        row("upwards within ui", "ui/entry/Page.h", "#include \"ui/locations/fLocs.h\"",
+            "ui/locations/fLocs.h is on a higher level");
         row("upwards from the engine", "reports/engine/Page.h", "#include \"ui/reports/dlgPreview.h\"",
-            "ui/reports/dlgPreview.h runs upwards");
+            "ui/reports/dlgPreview.h is on a higher level");
         row("upwards with blanks", "store/Record.cpp", "\t # include  \"ui/entry/fEntry.h\" // why",
-            "ui/entry/fEntry.h runs upwards");
+            "ui/entry/fEntry.h is on a higher level");
         row("upwards from a form", "ui/entry/Page.ui", "   <header>ui/locations/fLocs.h</header>",
-            "ui/locations/fLocs.h runs upwards");
-        row("crossing without its path", "store/Record.h", "#include \"Error.h\"",
+            "ui/locations/fLocs.h is on a higher level");
+        row("other layer without path", "store/Record.h", "#include \"Error.h\"",
             "Error.h is not written with its full path");
-        row("crossing by a way round", "store/Record.h", "#include \"../core/Error.h\"",
+        row("other layer by relative path", "store/Record.h", "#include \"../core/Error.h\"",
             "../core/Error.h is not written with its full path");
-        row("crossing by half a path", "ui/main/fTarno.h", "#include \"entry/fEntry.h\"",
+        row("other layer by partial path", "ui/main/fTarno.h", "#include \"entry/fEntry.h\"",
             "entry/fEntry.h is not written with its full path");
-        row("no such file", "store/Record.h", "#include \"core/Missing.h\"",
+        row("missing file", "store/Record.h", "#include \"core/Missing.h\"",
             "core/Missing.h is not written with its full path");
         row("own header in brackets", "store/Record.h", "#include <core/Error.h>",
-            "core/Error.h is no foreign header");
+            "core/Error.h is not an external header");
         row("Qt in the core", "core/Text.h", "#include <QString>", "QString is Qt");
-        row("Qt by its module", "astro/Forecast.h", "#include <QtCore/QString>", "QtCore/QString is Qt");
-        row("Qt in small letters", "store/Record.h", "#include <qstring.h>", "qstring.h is Qt");
+        row("Qt with its module", "astro/Forecast.h", "#include <QtCore/QString>", "QtCore/QString is Qt");
+        row("Qt in lower case", "store/Record.h", "#include <qstring.h>", "qstring.h is Qt");
         row("widget in the engine", "reports/engine/Page.h", "#include <QWidget>",
             "QWidget is not known to be in Qt Core or Qt Gui");
         row("printer in the engine", "reports/engine/Page.h", "#include <QtPrintSupport/QPrinter>",
             "QtPrintSupport/QPrinter is not known to be in Qt Core or Qt Gui");
         row("widget in a report", "reports/arLogList.h", "#include <QDialog>",
             "QDialog is not known to be in Qt Core or Qt Gui");
-        row("sideways", "astro/Day.h", "#include \"store/cSQL.h\"", "store/cSQL.h runs sideways");
-        row("sideways among the windows", "ui/entry/Page.h", "#include \"ui/reports/dlgPreview.h\"",
-            "ui/reports/dlgPreview.h runs sideways");
+        row("sideways", "astro/Day.h", "#include \"store/cSQL.h\"", "store/cSQL.h is on the same level");
+        row("sideways within ui", "ui/entry/Page.h", "#include \"ui/reports/dlgPreview.h\"",
+            "ui/reports/dlgPreview.h is on the same level");
     }
 
     void badInclude_isFound()
@@ -110,24 +110,24 @@ private Q_SLOTS:
         QFETCH(std::string, file);
         QFETCH(std::string, line);
         QFETCH(std::string, fault);
-        const MadeUpTree tree;
+        const SampleTree tree;
         tree.folder.Write(file, "#include <string>\n" + line + "\n");
         QCOMPARE(tree.Violations(), Texts{file + ": " + fault});
     }
 
     void fileInNoLayer_isFound()
     {
-        const MadeUpTree tree;
+        const SampleTree tree;
         tree.folder.MakeFolder("helpers");
         tree.folder.Write("helpers/Misc.h", "");
         tree.folder.Write("main.cpp", "");
         QCOMPARE(tree.Violations(),
-                 (Texts{"helpers/Misc.h: belongs to no layer", "main.cpp: belongs to no layer"}));
+                 (Texts{"helpers/Misc.h: not part of any layer", "main.cpp: not part of any layer"}));
     }
 
     void topFolders_dependOneWay()
     {
-        // every folder of a top folder comes before every folder of the next one
+        // all folders of a top folder precede those of the next one
         Texts topFolders;
         for (const std::string& layer : Layers()) {
             const std::string top = layer.substr(0, layer.find('/'));

@@ -94,7 +94,7 @@ void PickLists::Add(const PickList& pickList)
     const auto clicked = [](const ClickLabel* label) { return ToUtf8(label->objectName()) + "_Click"; };
     connect(pickList.editLabel, &ClickLabel::Clicked, this, [this, pickList, clicked] {
         Trap(entryModule, clicked(pickList.editLabel),
-             [&] { m_program.programs.EditText(FromUtf8(m_program.folder.Existing(pickList.file))); });
+             [&] { m_program.programs.EditText(FromUtf8(m_program.folder.FindPath(pickList.file))); });
     });
     const auto open = [this, pickList, clicked] {
         Trap(entryModule, clicked(pickList.dropDownLabel), [&] { Open(pickList); });
@@ -127,7 +127,7 @@ void PickLists::Open(const PickList& pickList)
 void PickLists::Fill(const PickList& pickList)
 {
     m_list->clear();
-    std::string path = m_program.folder.Existing(pickList.file);
+    std::string path = m_program.folder.FindPath(pickList.file);
     if (!mMain::FileExist(path)) {
         return;
     }

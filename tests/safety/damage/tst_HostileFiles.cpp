@@ -1,7 +1,7 @@
 #include "EveryOperation.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 using namespace Tarno;
 
@@ -307,9 +307,9 @@ private Q_SLOTS:
             const auto path = ToPath(folder.PathOf(file));
             std::string broken;
             {
-                const PlainUser user(folder);
-                if (!PlainUser::IsPlain()) {
-                    QSKIP(PlainUser::whyNot);
+                const UnprivilegedUser user(folder);
+                if (!UnprivilegedUser::IsUnprivileged()) {
+                    QSKIP(UnprivilegedUser::skipReason);
                 }
                 std::filesystem::permissions(path, static_cast<std::filesystem::perms>(mode));
                 broken = m_trial.RunOnUnreadable(folder.Path(), file, false);

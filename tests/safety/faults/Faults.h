@@ -36,9 +36,9 @@ struct SaveStep {
 
 /// In their order. The last step is taken only after a failure.
 inline const std::vector<SaveStep> saveSteps{
-    {"look", 0, Fails, {{"stat", Fails}}}, // at the folder
+    {"get state", 0, Fails, {{"stat", Fails}}}, // at the folder
     {"lock", 0, Fails, {{"open", Fails, {EINTR}}, {"flock", GoesUnnoticed}}},
-    {"look", 1, Fails, {{"stat", Fails}, {"access", Fails}}},
+    {"get state", 1, Fails, {{"stat", Fails}, {"access", Fails}}},
     {"create",
      0,
      Fails,
@@ -55,7 +55,7 @@ inline const std::vector<SaveStep> saveSteps{
       {"close", Fails, {EINTR}},
       {"stat", Fails},
       {"access", GoesUnnoticed}}},
-    {"look", 2, Fails, {{"stat", Fails}, {"access", GoesUnnoticed}}},
+    {"get state", 2, Fails, {{"stat", Fails}, {"access", GoesUnnoticed}}},
     {"replace", 0, Fails, {{"rename", Fails}}},
     {"sync folder",
      0,

@@ -33,7 +33,7 @@ public:
     {
         Texts records;
         for (const auto& [key, value] : contents) {
-            records.push_back(family.Made(std::to_string(key), value));
+            records.push_back(family.RecordXml(std::to_string(key), value));
         }
         return RecordFamily::File(records);
     }

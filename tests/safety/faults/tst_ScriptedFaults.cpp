@@ -87,7 +87,7 @@ private Q_SLOTS:
             }
             CheckSaves(
                 log, expected, attempts, [&] { fault.Inject(log.operations); },
-                [&] { log.operations.Heal(); });
+                [&] { log.operations.ClearFailures(); });
             if (QTest::currentTestFailed()) {
                 QFAIL(fault.Description().c_str());
             }
@@ -171,7 +171,7 @@ private:
         QVERIFY(log.Temporaries().empty() || (fault != nullptr && fault->step.name == "remove"));
         CheckKeptFiles(log, version);
 
-        log.operations.Heal();
+        log.operations.ClearFailures();
         // a save without a change; field definitions cannot be deleted
         QCOMPARE(family.remove == nullptr ? log.Save(1, log.InMemory()[1]) : (log.sql.*family.remove)(99),
                  succeeded);

@@ -95,7 +95,7 @@ private Q_SLOTS:
         FolderLock lock = SafeWriter(*operations).LockFolder(FolderOf(log));
         operations->Create(log + ".1.tarno-tmp", "half of a lo", log);
         QCOMPARE(store.sql.Init(), succeeded);
-        QVERIFY(operations->Look(log + ".1.tarno-tmp").exists);
+        QVERIFY(operations->GetState(log + ".1.tarno-tmp").exists);
         lock.reset();
         QCOMPARE(store.sql.Init(), succeeded);
         QCOMPARE(store.folder.Names(), shipped);

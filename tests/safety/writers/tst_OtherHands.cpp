@@ -124,7 +124,7 @@ private Q_SLOTS:
             {"a trip more in place, very slowly", [](OpenLog& log) { log.WriteFor(90); }, true}};
         // until Tarno looks at the log for the last time
         const std::vector<std::pair<std::string, int>> moments{
-            {"lock", 0}, {"look", 0}, {"look", 1}, {"create", 0}, {"look", 2}};
+            {"lock", 0}, {"get state", 0}, {"get state", 1}, {"create", 0}, {"get state", 2}};
         std::mt19937 random(20260509);
         for (int round = Times(40, 2000); round > 0; --round) {
             OpenLog log;
@@ -203,17 +203,16 @@ private Q_SLOTS:
         QFETCH(std::string, values);
         OpenLog log;
         make(log);
-        const FileState found = log.operations.Look(log.folder.PathOf("tarno.xml"));
+        const FileState found = log.operations.GetState(log.folder.PathOf("tarno.xml"));
         const Texts names = log.folder.Names();
         const std::string words =
             "Another program has changed " + log.folder.PathOf("tarno.xml") +
-            ", which is damaged, not yet complete or cannot be read.\r\nNothing was written. Your changes "
-            "are "
-            "kept while Tarno is open. Restore that file or move it away, then save once more.";
+            ". The file is damaged, incomplete or cannot be read.\r\nNothing was written. Your changes are "
+            "kept while Tarno is open. Restore that file or move it away, then save again.";
         log.reports.Expect("cSQL", "EntryUpdate", ErrorNumber::PathFileAccess,
                            fs::is_directory(log.Path()) ? Describe(ErrorNumber::PathFileAccess) : words);
         QCOMPARE(Save(log.sql, 0, "A"), failed);
-        QVERIFY(log.operations.Look(log.folder.PathOf("tarno.xml")) == found);
+        QVERIFY(log.operations.GetState(log.folder.PathOf("tarno.xml")) == found);
         QCOMPARE(log.folder.Names(), names);
         QCOMPARE(log.sql.UnsavedFiles(), Texts{"tarno.xml"});
         repair(log);

@@ -212,10 +212,11 @@ private Q_SLOTS:
         QFile::setPermissions(QString::fromStdString(folder.PathOf("tides")),
                               QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
         DesktopProgramStarter().Start(QString::fromStdString(folder.PathOf("tides")), {});
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("started"))), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("started"))),
+                                 awaitTimeout);
         QCOMPARE(folder.Read("started"), folder.Path() + "\n");
         folder.Write("go", ""); // lets it end
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("ended"))), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("ended"))), awaitTimeout);
     }
 
 #ifdef Q_OS_WIN
@@ -227,7 +228,7 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() + QStringLiteral("/notepad.exe"), path));
         DesktopProgramStarter().Start(path, {});
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(folder.PathOf("WX Tide/started.txt"))),
-                                 patience);
+                                 awaitTimeout);
         const auto record =
             QString::fromStdString(folder.Read("WX Tide/started.txt")).split(QLatin1Char('\n'));
         QCOMPARE(record[0].trimmed(), QLatin1Char('"') + QDir::toNativeSeparators(path) + QLatin1Char('"'));
@@ -240,7 +241,7 @@ private Q_SLOTS:
         const QString record = QCoreApplication::applicationDirPath() + QStringLiteral("/started.txt");
         QFile::remove(record);
         DesktopProgramStarter().EditText(QStringLiteral("C:\\My \"Log\"\\h\u0101puku & Co\\Bait.txt"));
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(record), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(record), awaitTimeout);
         QFile file(record);
         QVERIFY(file.open(QFile::ReadOnly));
         QCOMPARE(QString::fromUtf8(file.readLine()),

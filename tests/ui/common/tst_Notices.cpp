@@ -48,7 +48,7 @@ private Q_SLOTS:
         QFETCH(ConflictNotice, conflict);
         QFETCH(QString, text);
         ScriptedMessageBoxes messages;
-        messages.ExpectTold(text, QStringLiteral("Tarno"));
+        messages.ExpectInformation(text, QStringLiteral("Tarno"));
         ShowConflict(conflict, messages);
     }
 };

@@ -1,10 +1,10 @@
 #include "EntryTest.h"
 #include "support/PeakMemory.h"
 #include "support/Pictures.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/RaisedNumber.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 #include "ui/entry/PictureFile.h"
 
 #include <QScrollBar>
@@ -57,7 +57,7 @@ void ShowWithEntry(ProgramWithPlace& program, const std::string& path, bool read
 {
     const HangGuard guard;
     if (!readable) {
-        program.messages.ExpectTold(
+        program.messages.ExpectInformation(
             QStringLiteral("There is a problem with the image you are tring to load. It could be:\r\n"
                            "   - that the image is too large when opened (filesize)\r\n"
                            "   - you do not have sufficient memory to handle the iamge\r\n"
@@ -279,9 +279,9 @@ private Q_SLOTS:
         ProgramWithPlace program;
         program.folder.Write("catch.png", Pictures::Png(20, 10));
         std::filesystem::permissions(program.folder.PathOf("catch.png"), std::filesystem::perms::none);
-        const PlainUser user(program.folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(program.folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
     }

@@ -1,8 +1,8 @@
 #include "PickListTest.h"
 #include "core/Twips.h"
-#include "support/PlainUser.h"
 #include "support/Platform.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 #include "ui/entry/PickLists.h"
 
 #include <QGroupBox>
@@ -311,9 +311,9 @@ private Q_SLOTS:
     {
         ProgramWithLists program;
         std::filesystem::permissions(program.folder.PathOf("Bait.txt"), std::filesystem::perms::none);
-        const PlainUser user(program.folder);
-        if (!PlainUser::IsPlain()) {
-            QSKIP(PlainUser::whyNot);
+        const UnprivilegedUser user(program.folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
         }
         program.reports.Expect("fEntry", "lblDDBait_Click", ErrorNumber::PathFileAccess);
         Edit(program, program.entry, [](QDialog& editor) {

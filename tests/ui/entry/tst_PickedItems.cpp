@@ -447,7 +447,7 @@ private Q_SLOTS:
             QVERIFY(!IsOpen(editor));
             // a mnemonic animates the button before it acts
             QTRY_COMPARE_WITH_TIMEOUT(program.StoredEntry(program.entry, EntryField::BaitUsed), "Squid",
-                                      patience);
+                                      awaitTimeout);
             QVERIFY(!IsSaveEnabled(editor));
             Close(editor);
         });
@@ -478,7 +478,7 @@ private Q_SLOTS:
             } else {
                 editor.close();
             }
-            QTRY_VERIFY_WITH_TIMEOUT(!editor.isVisible(), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(!editor.isVisible(), awaitTimeout);
         });
         QCOMPARE(program.StoredEntry(program.entry, EntryField::Method), yes ? "Trolling" : "");
     }

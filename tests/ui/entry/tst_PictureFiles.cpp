@@ -14,7 +14,7 @@ namespace
 
 void ExpectPictureProblem(TestProgram& program)
 {
-    program.messages.ExpectTold(
+    program.messages.ExpectInformation(
         QStringLiteral("There is a problem with the image you are tring to load. It could be:\r\n"
                        "   - that the image is too large when opened (filesize)\r\n"
                        "   - you do not have sufficient memory to handle the iamge\r\n"
@@ -302,7 +302,7 @@ private Q_SLOTS:
         QFETCH(QPoint, red);
         ProgramWithPlace program;
         EditPicture(
-            program, "catch.jpg", Pictures::JpegHeld(Pictures::Drawn(80, 40), orientation),
+            program, "catch.jpg", Pictures::JpegWithOrientation(Pictures::Drawn(80, 40), orientation),
             [&](QDialog& editor) {
                 QCOMPARE(Picture(editor).size(), size);
                 for (const QPoint place : {QPoint(25, 25), QPoint(75, 25), QPoint(25, 75), QPoint(75, 75)}) {

@@ -122,7 +122,8 @@ private Q_SLOTS:
             QCOMPARE(Source(editor).geometry(), Picture(editor).geometry());
             QCOMPARE(Source(editor).size(), Frame(editor).size() - QSize(1, 1));
             editor.resize(editor.size() + QSize(200, 200));
-            QTRY_COMPARE_WITH_TIMEOUT(Source(editor).size(), Frame(editor).size() - QSize(1, 1), patience);
+            QTRY_COMPARE_WITH_TIMEOUT(Source(editor).size(), Frame(editor).size() - QSize(1, 1),
+                                      awaitTimeout);
             Close(editor);
         });
     }
@@ -327,7 +328,7 @@ private Q_SLOTS:
             Down(editor).setValue(20);
             Across(editor).setValue(20);
             editor.resize(editor.size() + QSize(200, 200));
-            QTRY_COMPARE_WITH_TIMEOUT(EnabledControls(editor), Names({"cmdRemove"}), patience);
+            QTRY_COMPARE_WITH_TIMEOUT(EnabledControls(editor), Names({"cmdRemove"}), awaitTimeout);
             QCOMPARE(Picture(editor).geometry(), QRect(Frame(editor).topLeft(), size));
             Close(editor);
         });

@@ -409,7 +409,7 @@ private Q_SLOTS:
         ProgramWithPlace program;
         program.AddLocation("Somewhere", {{static_cast<std::size_t>(position), ""}});
         const int key = program.AddCompleteEntry({{EntryField::StartDate, "2003-01-18"}});
-        program.messages.ExpectTold(dataMissingText, dataMissingTitle);
+        program.messages.ExpectInformation(dataMissingText, dataMissingTitle);
         Edit(program, key, [](QDialog& editor) {
             ChooseSecondLocation(editor);
             QCOMPARE(Shown(editor), completeTexts);

@@ -359,7 +359,7 @@ private Q_SLOTS:
         program.Start();
         program.AddEntry(CompleteEntry());
         const std::string before = program.folder.Read("tarno.xml");
-        program.messages.ExpectTold(
+        program.messages.ExpectInformation(
             QStringLiteral("You need to add some locations prior to adding log entries!"),
             QStringLiteral("No Locations Entered!"));
         WithoutWindow(
@@ -393,7 +393,7 @@ private Q_SLOTS:
         program.folder.Write("location.xml", "<data><location><LocNo>1</LocNo></location></data>");
         program.Start();
         program.reports.Expect("fEntry", "LoadLocations", ErrorNumber::ObjectNotSet);
-        program.messages.ExpectTold(
+        program.messages.ExpectInformation(
             QStringLiteral("You need to add some locations prior to adding log entries!"),
             QStringLiteral("No Locations Entered!"));
         WithoutWindow(

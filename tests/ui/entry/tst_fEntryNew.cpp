@@ -199,7 +199,7 @@ private Q_SLOTS:
         program.clock.today = 2003y / 1 / 18;
         program.Start();
         program.AddLocation("Somewhere", {{LocationField::LocLong, ""}});
-        program.messages.ExpectTold(dataMissingText, dataMissingTitle);
+        program.messages.ExpectInformation(dataMissingText, dataMissingTitle);
         Edit(program, 0, [](QDialog& editor) {
             QCOMPARE(BoxText(editor, "txtSunRise"), "");
             QCOMPARE(BoxText(editor, "txtMajor1"), "");

@@ -156,7 +156,7 @@ private Q_SLOTS:
                 QCOMPARE(help->findChild<QTextBrowser*>()->source().fileName(),
                          QStringLiteral("fCustom.html"));
                 Click(*help, "cmdClose");
-                QTRY_VERIFY_WITH_TIMEOUT(help.isNull(), patience); // deleted on closing
+                QTRY_VERIFY_WITH_TIMEOUT(help.isNull(), awaitTimeout); // deleted on closing
                 window.reject();
             });
     }

@@ -58,7 +58,7 @@ private Q_SLOTS:
     {
         ProgramWithLocation program({{LocationField::LocPicture, "broken.png"}});
         program.folder.Write("broken.png", Pictures::Png(100, 60).substr(0, 30));
-        program.messages.ExpectTold(
+        program.messages.ExpectInformation(
             QStringLiteral("There is a problem with the image you are tring to load. It could be:\r\n"
                            "   - that the image is too large when opened (filesize)\r\n"
                            "   - you do not have sufficient memory to handle the iamge\r\n"

@@ -103,7 +103,8 @@ private Q_SLOTS:
             } else {
                 Save(location);
             }
-            QTRY_COMPARE_WITH_TIMEOUT(StoredLocation(program, 1).at(std::size_t(position)), "8.5", patience);
+            QTRY_COMPARE_WITH_TIMEOUT(StoredLocation(program, 1).at(std::size_t(position)), "8.5",
+                                      awaitTimeout);
             QVERIFY(!IsSaveEnabled(location));
             Close(location);
         });

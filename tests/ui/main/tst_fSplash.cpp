@@ -98,7 +98,7 @@ private Q_SLOTS:
     {
         fSplash splash(folder, nullptr);
         QCOMPARE(Timer(splash).interval(), 2500);
-        Timer(splash).setInterval(patience);
+        Timer(splash).setInterval(awaitTimeout);
         WhileOpen(
             "fSplash", [&] { splash.ShowSplash(); },
             [&](QDialog& window) {
@@ -115,7 +115,7 @@ private Q_SLOTS:
     {
         QFETCH(int, key);
         fSplash splash(folder, nullptr);
-        Timer(splash).setInterval(patience); // longer than the test
+        Timer(splash).setInterval(awaitTimeout); // longer than the test
         WhileOpen(
             "fSplash", [&] { splash.ShowSplash(); }, [&](QDialog& window) { CloseBy(window, key); });
     }
@@ -145,7 +145,7 @@ private Q_SLOTS:
     void about_afterASplash_stays()
     {
         fSplash window(folder, nullptr);
-        Timer(window).setInterval(patience);
+        Timer(window).setInterval(awaitTimeout);
         WhileOpen(
             "fSplash", [&] { window.ShowSplash(); }, [](QDialog& splash) { CloseBy(splash, 0); });
         WhileOpen(

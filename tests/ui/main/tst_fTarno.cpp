@@ -375,7 +375,7 @@ private Q_SLOTS:
         QCOMPARE(List(window).RowCount(), 3);
 
         program.reports.Expect("cSQL", "LocationList", ErrorNumber::ObjectNotSet); // the editor's list
-        program.messages.ExpectTold(
+        program.messages.ExpectInformation(
             QStringLiteral("You need to add some locations prior to adding log entries!"),
             QStringLiteral("No Locations Entered!"));
         program.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);

@@ -155,7 +155,7 @@ inline void Choose(const QWidget& window, const char* name, int row)
     }
     box.showPopup();
     QAbstractItemView* list = box.view();
-    if (!QTest::qWaitForWindowExposed(list->window(), patience)) {
+    if (!QTest::qWaitForWindowExposed(list->window(), awaitTimeout)) {
         QTest::qFail("the list does not open", __FILE__, __LINE__);
     }
     const QModelIndex index = box.model()->index(row, box.modelColumn());

@@ -22,7 +22,7 @@ private Q_SLOTS:
             program.operations.Fail("create", ErrorNumber::DiskFull);
             program.reports.Expect("cSQL", "FieldUpdate", ErrorNumber::DiskFull);
             Choose(custom, 4);
-            QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 1, patience);
+            QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 1, awaitTimeout);
             QCOMPARE(Boxes(custom), "Until/Finish/20/8");
             QCOMPARE(program.folder.Read("field.xml"), before);
             Choose(custom, 4);
@@ -132,7 +132,7 @@ private Q_SLOTS:
             }
             program.reports.Expect("fCustom", "lstField_Click", ErrorNumber::SubscriptOutOfRange);
             Choose(custom, 2);
-            QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 0, patience);
+            QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 0, awaitTimeout);
             QCOMPARE(Boxes(custom), edited ? "Date/Day/20/8" : "Date/From/20/8");
             Choose(custom, 1);
             QCOMPARE(Boxes(custom), "Until/To/20/8");
@@ -196,7 +196,7 @@ private Q_SLOTS:
         ShowCustom(program, [&](QDialog& custom) {
             program.reports.Expect("fCustom", "lstField_Click", ErrorNumber::ObjectNotSet);
             Choose(custom, 1);
-            QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 0, patience);
+            QTRY_COMPARE_WITH_TIMEOUT(SelectedRow(custom, "lstField"), 0, awaitTimeout);
             Ok(custom);
             QVERIFY(!custom.isVisible());
         });
