@@ -18,7 +18,7 @@ public:
     {
     }
 
-    /// Paints the part `slice` of `band`.
+    /// Paints the part of `band` that `slice` selects.
     void Paint(const Band& band, const Slice& slice)
     {
         m_painter.save();

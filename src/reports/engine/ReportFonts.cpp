@@ -15,7 +15,8 @@ namespace Tarno
 namespace
 {
 
-/// Whether `text` has letters that are written joined, as Arabic is; spacing would tear them apart.
+/// Returns whether `text` contains letters of a cursive script such as Arabic, which letter spacing would
+/// break.
 bool Joins(const QString& text)
 {
     return std::any_of(text.begin(), text.end(), [](QChar letter) {
@@ -72,8 +73,7 @@ const TextMeasurer::Measure& TextMeasurer::For(const ReportFont& font, const QSt
     }
     QFont twipFont = TwipFont(font);
     if (!joins) {
-        // spacing that nobody sees keeps letters apart that would become one ligature, which a reader of
-        // the PDF could not search for
+        // invisible letter spacing prevents ligatures, which cannot be searched for in a PDF
         twipFont.setLetterSpacing(QFont::AbsoluteSpacing, 0.02);
     }
     const QFontMetricsF metrics(twipFont);

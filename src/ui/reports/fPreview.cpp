@@ -24,7 +24,7 @@ namespace
 {
 
 constexpr std::string_view module = "fPreview";
-constexpr int fitPage = -1; // what stands beside the percentages in the list of zooms
+constexpr int fitPage = -1; // items in the zoom list other than percentages
 constexpr int fitWidth = -2;
 
 } // namespace
@@ -60,12 +60,12 @@ void fPreview::ShowReport()
         MakeToolBar();
         ShowPage();
         ShowZoom();
-        resize(size().expandedTo({m_toolBar->sizeHint().width(), 0})); // no tool is hidden at first
+        resize(size().expandedTo({m_toolBar->sizeHint().width(), 0})); // wide enough for all tools
         exec();
     }
 }
 
-/// Lays the report out anew; returns false, the old pages still there, when the user cancelled it.
+/// Lays the report out again. Returns false and keeps the old pages if the user cancelled.
 bool fPreview::Prepare()
 {
     WaitDialog wait(m_program.clock, parentWidget(), QStringLiteral("Laying out the report..."));
@@ -96,7 +96,7 @@ QAction* fPreview::AddAction(const char* name, const QString& caption, const QKe
     return action;
 }
 
-/// Says in words what a tool does whose caption may be a sign.
+/// Sets the tool tip and the accessible name, because the caption may be only a symbol.
 void fPreview::Describe(QAction* action, const QString& words)
 {
     action->setToolTip(
@@ -116,7 +116,7 @@ void fPreview::MakeToolBar()
     AddZoom();
 }
 
-/// The report's own tools at the positions that it asks for.
+/// Inserts the report's own tools at the positions that it specifies.
 void fPreview::AddReportTools()
 {
     for (const ReportTool& tool : m_report.Tools) {
@@ -246,7 +246,7 @@ void fPreview::SetUpPage()
 {
     auto putBack = qScopeGuard([this, before = m_report.Page] { m_report.Page = before; });
     m_report.Page.setOrientation(
-        PageOf(*m_document).orientation()); // a report may turn its page while it runs
+        PageOf(*m_document).orientation()); // a report may change the orientation during a run
     if (m_program.printers.SetUpPage(this, m_report.Page) && Prepare()) {
         putBack.dismiss();
     }
