@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes a folder such as the program keeps its data in, from the files that ship.
+# Creates a data folder from the shipped files.
 #   scripts/lay-out.sh DIR             an empty log
 #   scripts/lay-out.sh --sample DIR    the sample log
 set -euo pipefail
