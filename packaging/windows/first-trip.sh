@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Adds a place and a trip with an installed Windows program, whose log lies beside it; run by package.sh.
-#   packaging/windows/first-trip.sh FOLDER OUT    leaves pictures and report.txt in OUT
+# Adds a location and a trip with an installed Windows program, whose log is in the same folder. Run by package.sh.
+#   packaging/windows/first-trip.sh FOLDER OUT    writes screenshots and report.txt to OUT
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 folder=${1:?usage: packaging/windows/first-trip.sh FOLDER OUT}
