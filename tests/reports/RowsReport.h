@@ -14,14 +14,14 @@
 namespace Tarno
 {
 
-/// A report of rows that a test gives it. It writes its events down, and during each of them does what the
-/// test wants. Its paper is A4 upright with margins of one inch, its bands are empty at first.
+/// A report of rows that a test provides. It records its events and calls the test's function for each of
+/// them. Its paper is A4 portrait with margins of one inch, and its bands are empty at first.
 class RowsReport : public Report
 {
 public:
     explicit RowsReport(std::vector<QStringList> texts = {}) : rows(std::move(texts)) {}
 
-    /// Adds a field that shows the next column of the rows, at `place` on the detail band.
+    /// Adds a field for the next column of the rows, at `place` on the detail band.
     ReportControl& AddField(const QString& name, const QRect& place)
     {
         Fields.Add(name);
@@ -31,7 +31,7 @@ public:
         return field;
     }
 
-    /// A field that wraps its text and grows with it.
+    /// Adds a field that wraps its text and grows with it.
     ReportControl& AddGrowing(const QString& name, const QRect& place)
     {
         ReportControl& field = AddField(name, place);
@@ -56,7 +56,7 @@ public:
         return line;
     }
 
-    /// `count` rows of one column: "row 0", "row 1" ...
+    /// Returns `count` rows of one column: "row 0", "row 1" ...
     static std::vector<QStringList> Numbered(int count)
     {
         std::vector<QStringList> numbered;
@@ -67,7 +67,7 @@ public:
         return numbered;
     }
 
-    /// The height of one line in the font that every control starts with.
+    /// Returns the height of a line in the default font of the controls.
     static int LineHeight() { return TextMeasurer().For(UsualFont()).lineHeight; }
 
     static ReportFont UsualFont() { return {QStringLiteral("DejaVu Sans"), 8, false}; }
@@ -110,7 +110,7 @@ public:
 
     std::vector<QStringList> rows;
     std::vector<ReportTool> tools;
-    std::map<QString, std::function<void()>> during; ///< by the event's name
+    std::map<QString, std::function<void()>> during; ///< functions to call, by event name
     QStringList events;
     QStringList clicked;
 

@@ -259,7 +259,7 @@ private Q_SLOTS:
         }
         QVERIFY(document.details[1].height >= document.details[0].height + 2 * lineHeight);
         QVERIFY(document.details[2].height >= document.details[0].height + lineHeight);
-        // what stands below a grown field moves down with it
+        // fields below a grown field move down
         const int growth = document.details[1].height - document.details[0].height;
         QCOMPARE(In(document.details[1], "fldC").box.top(), 399 + growth);
     }

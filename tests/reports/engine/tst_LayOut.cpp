@@ -1,4 +1,4 @@
-// A report's run: its events, the page and the data that it is laid out with, and its design afterwards.
+// Running a report: its events, its page and data, and its design after the run.
 
 #include "core/Error.h"
 #include "reports/RowsReport.h"
@@ -11,7 +11,7 @@ using namespace Tarno;
 namespace
 {
 
-/// Everything on a band in words: names, boxes, lines with their tops, rules.
+/// Describes everything on a band: names, boxes, text lines with their tops, drawn lines.
 QString Described(const Band& band)
 {
     QStringList words{QStringLiteral("height %1").arg(band.height)};
@@ -263,7 +263,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The report has one field "a" of its own and no more than that.
+    /// Checks that the report has only its own field, "a".
     static void CheckDesign(RowsReport& report)
     {
         const ReportControl& field = report.Detail.Controls[QStringLiteral("a")];

@@ -1,4 +1,4 @@
-// How a band is laid out and painted: the lines of its texts, its growth, alignment, pictures and rules.
+// Laying out and painting a band: text lines, growth, alignment, pictures and drawn lines.
 
 #include "reports/PaintedPage.h"
 #include "reports/RowsReport.h"
@@ -21,7 +21,7 @@ QStringList LinesOf(const PlacedText& text)
     return lines;
 }
 
-/// The width of `text` in the usual font, rounded up.
+/// Returns the width of `text` in the default font, rounded up.
 int WidthOf(const QString& text)
 {
     return static_cast<int>(
@@ -184,7 +184,7 @@ private Q_SLOTS:
         const QString four = QStringLiteral("1\n2\n3\n4");
         RowsReport report({{four, four, QStringLiteral("x")}});
         report.AddGrowing(QStringLiteral("third"),
-                          {0, 800, 1000, 300}); // the order of adding does not matter
+                          {0, 800, 1000, 300}); // the order in which controls are added does not matter
         report.AddGrowing(QStringLiteral("first"), {0, 0, 1000, 300});
         report.AddField(QStringLiteral("second"), {0, 400, 1000, 300});
         report.Detail.Height = 1200;

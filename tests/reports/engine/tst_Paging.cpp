@@ -1,4 +1,4 @@
-// How the bands of a report are cut into pages.
+// Breaking the bands of a report into pages.
 
 #include "reports/PaintedPage.h"
 #include "reports/RowsReport.h"
@@ -9,10 +9,10 @@ using namespace Tarno;
 namespace
 {
 
-/// The printable height of the usual paper.
+/// The printable height of the default paper.
 constexpr int roomOnPage = 16838 - 2 * 1440;
 
-/// What every page shows, one list a page.
+/// Returns the texts on each page.
 QList<QStringList> PagesOf(const Document& document)
 {
     QList<QStringList> pages;
@@ -22,7 +22,7 @@ QList<QStringList> PagesOf(const Document& document)
     return pages;
 }
 
-/// The first row of each page and how many rows stand on it.
+/// Returns the first row and the number of rows of each page.
 QStringList RowsOnPages(const Document& document)
 {
     QStringList pages;
@@ -34,7 +34,7 @@ QStringList RowsOnPages(const Document& document)
     return pages;
 }
 
-/// A report of `count` rows, each `height` high.
+/// Returns a report of `count` rows, each `height` high.
 std::unique_ptr<RowsReport> Rows(int count, int height)
 {
     auto report = std::make_unique<RowsReport>(RowsReport::Numbered(count));
@@ -43,7 +43,7 @@ std::unique_ptr<RowsReport> Rows(int count, int height)
     return report;
 }
 
-/// `count` lines, every one of them different.
+/// Returns `count` different lines.
 QStringList NumberedLines(int count, const QString& word = QStringLiteral("line"))
 {
     QStringList lines;
@@ -53,7 +53,7 @@ QStringList NumberedLines(int count, const QString& word = QStringLiteral("line"
     return lines;
 }
 
-/// Checks that every line of text on every page stands between the margins.
+/// Checks that every line of text on every page is between the margins.
 void CheckLinesInsideTheMargins(const Document& document)
 {
     for (std::size_t page = 0; page < document.pages.size(); ++page) {
@@ -199,7 +199,7 @@ private Q_SLOTS:
         }
         QCOMPARE(printed,
                  QStringList(QStringLiteral("before")) + lines + QStringList(QStringLiteral("after")));
-        QVERIFY(pages.last().size() > 1); // the next row stands below the last lines
+        QVERIFY(pages.last().size() > 1); // the next row is below the last lines
         CheckLinesInsideTheMargins(*document);
     }
 

@@ -14,7 +14,7 @@ using namespace Tarno;
 namespace
 {
 
-/// A PDF file on the disk, and what the tools say about it.
+/// A PDF file on disk, read with the poppler tools.
 class PdfFile
 {
 public:
@@ -25,7 +25,7 @@ public:
         return Run(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), Path(), QStringLiteral("-")});
     }
 
-    /// The text of the page `number` (from 1).
+    /// Returns the text of page `number` (from 1).
     QString TextOfPage(int number) const
     {
         const QString page = QString::number(number);
@@ -33,7 +33,7 @@ public:
                    {QStringLiteral("-f"), page, QStringLiteral("-l"), page, Path(), QStringLiteral("-")});
     }
 
-    /// The words of all pages, one blank between them.
+    /// Returns the words of all pages, separated by blanks.
     QString Words() const
     {
         return Run(QStringLiteral("pdftotext"), {QStringLiteral("-raw"), Path(), QStringLiteral("-")})
@@ -49,7 +49,7 @@ public:
         return line.match(info).captured(1);
     }
 
-    /// One line for each font: name, type, encoding, emb, sub, uni.
+    /// Returns one line for each font: name, type, encoding, emb, sub, uni.
     QStringList Fonts() const
     {
         return Run(QStringLiteral("pdffonts"), {Path()}).split(QLatin1Char('\n'), Qt::SkipEmptyParts).mid(2);
@@ -72,7 +72,7 @@ private:
     TemporaryFolder m_folder;
 };
 
-/// The PDF of a report of one column.
+/// Returns the PDF of a report with one column.
 QByteArray PdfOf(const std::vector<QStringList>& rows, const ReportFont& font = RowsReport::UsualFont())
 {
     RowsReport report(rows);
@@ -141,7 +141,8 @@ private Q_SLOTS:
         const QString text = QString::fromUtf8("صيد السمك مع الأصدقاء");
         QString words = PdfFile(PdfOf({{text}})).Text().trimmed();
         words.remove(QRegularExpression(QStringLiteral("[\\x{200E}\\x{200F}\\x{202A}-\\x{202E}]")));
-        QCOMPARE(words.normalized(QString::NormalizationForm_KC), text); // letters instead of their shapes
+        QCOMPARE(words.normalized(QString::NormalizationForm_KC),
+                 text); // base letters, not presentation forms
     }
 
     void emoji_leavesTheWordsAroundItWhole()

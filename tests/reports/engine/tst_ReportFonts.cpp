@@ -1,4 +1,4 @@
-// The fonts of reports: families that a machine lacks, and texts that are painted as wide as measured.
+// The fonts of reports: substitutes for missing families, and texts that are painted as wide as measured.
 
 #include "reports/PaintedPage.h"
 #include "reports/RowsReport.h"
@@ -135,7 +135,7 @@ private Q_SLOTS:
         for (std::size_t page = 0; page < document->pages.size(); ++page) {
             for (const PaintedText& painted : PaintedPage(*document, page).texts) {
                 QVERIFY2(painted.clip.isEmpty(), qPrintable(painted.text));
-                // an item is rounded up to whole twips
+                // the width of an item is rounded up to whole twips
                 QVERIFY2(painted.baseline.x() + painted.width <= 1440 + width + 1, qPrintable(painted.text));
             }
         }

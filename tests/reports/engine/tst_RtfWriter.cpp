@@ -1,4 +1,4 @@
-// RTF files, read back word by word and with unrtf.
+// RTF files, read back with our own reader and with unrtf.
 
 #include "reports/ReadRtf.h"
 #include "reports/RowsReport.h"
@@ -14,7 +14,7 @@ using namespace Tarno;
 namespace
 {
 
-/// The RTF of a report of one column that grows.
+/// Returns the RTF of a report with one growing column.
 QByteArray RtfOf(const std::vector<QStringList>& rows)
 {
     RowsReport report(rows);
@@ -23,7 +23,7 @@ QByteArray RtfOf(const std::vector<QStringList>& rows)
     return RtfBytes(*LayOut(report));
 }
 
-/// What unrtf makes of `rtf`.
+/// Returns the text that unrtf extracts from `rtf`.
 QString Unrtf(const QByteArray& rtf)
 {
     const TemporaryFolder folder;
@@ -77,7 +77,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::newRow("nothing") << QString();
         QTest::newRow("RTF") << QStringLiteral("}}{\\rtf1\\par {\\*\\x \\u1? \\'e9\\");
-        QTest::newRow("digits behind a letter") << QString::fromUtf8("é5 é-5 é?");
+        QTest::newRow("digits after a letter") << QString::fromUtf8("é5 é-5 é?");
         QTest::newRow("scripts") << QString::fromUtf8("Ψάρεμα 東京湾 صيد السمك 😀 naïve");
         QTest::newRow("lines") << QStringLiteral("one\n\ntwo\n");
     }
@@ -165,7 +165,7 @@ private Q_SLOTS:
     {
         RowsReport report({{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}});
         report.AddField(QStringLiteral("second"),
-                        {2500, 0, 1500, 300}); // the order of adding does not matter
+                        {2500, 0, 1500, 300}); // the order in which controls are added does not matter
         report.AddField(QStringLiteral("first"), {0, 0, 2000, 300});
         report.AddField(QStringLiteral("third"), {4000, 0, 1000, 300});
         const RtfReading reading = RtfReader::Read(RtfBytes(*LayOut(report)));
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(reading.body.size(), 2);
         QCOMPARE(reading.body[0].cells.mid(0, 2).join(QLatin1Char('|')), QStringLiteral("2|3"));
         QCOMPARE(reading.body[1].cells.first(), QStringLiteral("1"));
-        // no page's end between them
+        // no page break between them
         QCOMPARE(reading.body[0].words.count(QStringLiteral("keepn")), reading.body[0].cells.size());
         QVERIFY(!reading.body[1].words.contains(QStringLiteral("keepn")));
     }

@@ -1,4 +1,4 @@
-// How the log report lays its columns out from their definitions.
+// Laying out the columns of the log report from their definitions.
 
 #include "qt/Strings.h"
 #include "reports/LogReport.h"
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QCOMPARE(In(row, "fldF1").box, QRect(1026, 0, 627, 285));
         QCOMPARE(In(row, "fldF2").box, QRect(1653, 0, 1881, 285));
         QCOMPARE(In(row, "fldF2").text, QStringLiteral("Reef"));
-        // the row begins right below its headings
+        // the row starts directly below its headings
         QCOMPARE(document.header.height, 741 + 399);
         QVERIFY(row.height >= 285 + 12);
     }
@@ -167,7 +167,7 @@ private Q_SLOTS:
         row("below 16 bits", QPageSize::A4, {-32769}, 6);
         row("largest position", QPageSize::A0, {300, 274, 10}, 0);
         row("position too far right", QPageSize::A0, {300, 275, 10}, 6);
-        row("nothing stands at the far end", QPageSize::A0, {300, 275}, 0);
+        row("nothing at the far end", QPageSize::A0, {300, 275}, 0);
         row("lowest line", QPageSize::A4, QList<int>(80, 256), 0);
         row("a line more", QPageSize::A4, QList<int>(81, 256), 6);
     }
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QFETCH(std::string, grow);
         LogReport data({{.name = "A"}, {.name = "B", .width = width, .grow = grow, .font = font}});
         QTEST(data.Error(), "number");
-        data.columns.pop_back(); // without that column it goes well
+        data.columns.pop_back(); // without that column there is no error
         QCOMPARE(data.Error(), 0);
     }
 
@@ -226,7 +226,7 @@ private Q_SLOTS:
     void width_zeroOrNegative_isLaidOutAndWritten_data()
     {
         QTest::addColumn<std::string>("width");
-        QTest::addColumn<int>("left"); // of the column behind it, in millimetres
+        QTest::addColumn<int>("left"); // of the next column, in millimetres
         QTest::newRow("0") << "0"s << 20;
         QTest::newRow("-5") << "-5"s << 15;
         QTest::newRow("-20") << "-20"s << 0;
@@ -270,7 +270,7 @@ private Q_SLOTS:
         QVERIFY(IsWhole(two));
         const PlacedText& one = In(document.header, "lblB");
         QCOMPARE(one.lines.size(), std::size_t(1));
-        // in the middle of the same height
+        // both are centred vertically
         QCOMPARE(one.box.height(), 399);
         QCOMPARE(one.lines.front().top, 741 + (399 - one.lineHeight) / 2);
     }

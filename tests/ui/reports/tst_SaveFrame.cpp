@@ -1,4 +1,4 @@
-// The frame of the report builder in which a report gets its name: opening, filling in and cancelling it.
+// The frame in which the user names a report: opening, filling in and cancelling it.
 
 #include "support/TestClass.h"
 #include "ui/reports/SaveFrame.h"
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(confirmed.count(), 0);
         QTest::mouseClick(&Find<QWidget>(frame, "cmdSavedOK"), Qt::LeftButton);
         QCOMPARE(confirmed.count(), 1);
-        QVERIFY(frame.isVisible()); // its owner decides when it closes
+        QVERIFY(frame.isVisible()); // its owner closes it
     }
 
     void save_opensTheFrameOverTheWindow()

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 namespace
 {
 
-/// The dialog for work that is under way, or nothing while it is not shown.
+/// Returns the dialog, or null if it is not shown.
 QProgressDialog* Shown()
 {
     return qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());

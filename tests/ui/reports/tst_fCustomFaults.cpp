@@ -104,7 +104,7 @@ private Q_SLOTS:
         WriteFields(program, {sixFields[0], sixFields[2], sixFields[3]}); // numbers 1, 3, 4
         program.Start();
         ShowCustom(program, [](QDialog& custom) {
-            Choose(custom, 1); // field 3, which is the third of the file
+            Choose(custom, 1); // field 3, which is the third in the file
             QCOMPARE(Boxes(custom), "End/Stop/20/8");
             Retype(custom, "txtLabel", "Finish");
             Ok(custom);

@@ -36,7 +36,7 @@ public:
         report.tools = {{QStringLiteral("&RTF Export"), 3}, {QStringLiteral("&PDF Export"), 4}};
     }
 
-    /// Shows the report and takes `steps` on its window, which is closed afterwards.
+    /// Shows the report, runs `steps` on its window and closes the window.
     void Show(const std::function<void()>& steps)
     {
         WhileOpen(
@@ -86,7 +86,7 @@ public:
         Press(Window(), Qt::Key_Return);
     }
 
-    /// Turns the wheel by one step over the pages.
+    /// Turns the mouse wheel by one step over the pages.
     void Wheel(int angle, Qt::KeyboardModifiers modifiers)
     {
         const QPointF position(100, 100);
@@ -355,8 +355,8 @@ private Q_SLOTS:
         QTest::newRow("word") << QByteArray("large");
         QTest::newRow("none") << QByteArray("0");
         QTest::newRow("negative") << QByteArray("-1");
-        QTest::newRow("negative, as the list knows it") << QByteArray("-2");
-        QTest::newRow("beyond all numbers") << QByteArray("99999999999");
+        QTest::newRow("negative, the value of an item") << QByteArray("-2");
+        QTest::newRow("out of range") << QByteArray("99999999999");
     }
 
     void zoomBox_otherText_changesNothing()
@@ -457,7 +457,7 @@ private Q_SLOTS:
         preview.Show([&] {
             preview.TypePage("3");
             preview.ClickTool("tolPageSetup");
-            QCOMPARE(preview.View().PageCount(), 9); // a row on each page now
+            QCOMPARE(preview.View().PageCount(), 9); // now one row on each page
             QCOMPARE(preview.PageBox().text(), QStringLiteral("1 of 9"));
             QCOMPARE(preview.Pages().paper, QSize(16838, 11906));
             preview.ClickTool("tolLast");
@@ -581,7 +581,7 @@ private Q_SLOTS:
 private:
     static QSizeF PageAt(int percent) { return QSizeF(11906, 16838) / 15 * percent / 100; }
 
-    /// The user presses "Cancel" in the dialog that stands there while a report is laid out.
+    /// Presses "Cancel" in the dialog that is shown while a report is laid out.
     static void CancelLayingOut()
     {
         for (QWidget* widget : QApplication::allWidgets()) {

@@ -222,7 +222,7 @@ private Q_SLOTS:
             "fRptLog", [&] { fRptLog(program.program, nullptr).exec(); },
             [&](QDialog& builder) {
                 ClickItem(builder, "lstRpt", 0);
-                Click(builder, "cmdBack"); // an unsaved choice is dropped without a question
+                Click(builder, "cmdBack"); // the unsaved change is discarded without a question
                 if (by == "button") {
                     Click(builder, "cmdClose");
                 } else if (by == "mnemonic") {
