@@ -13,22 +13,22 @@
 
 using namespace Tarno;
 
-// The windows over a log of which one file is damaged: all of them open or say why not, and nothing that is
-// done in them touches the file.
+// The windows on a log with one damaged file: each window opens or reports why not, and nothing done in them
+// changes the damaged file.
 
 using namespace std::string_literals;
 
 namespace
 {
 
-/// Answers every question as Enter does.
+/// Answers every question with the default button.
 class Answers final : public MessageBoxes
 {
 public:
     Button Ask(QWidget* /*parent*/, const Question& question) override { return question.byDefault; }
 };
 
-/// The sample log in a folder of its own, with a user who reads all messages and goes on.
+/// The sample log in a folder of its own. Messages are recorded and closed.
 class DamagedProgram : public TestProgram
 {
 public:
@@ -45,7 +45,7 @@ public:
                            answers,       files, programs, printers, operations};
 };
 
-/// Runs `open`, and in each modal window that it opens `steps` before the window is closed.
+/// Runs `open`. In each modal window that it opens, runs `steps` and closes the window.
 template <typename Open, typename Steps>
 void Attended(Open&& open, Steps&& steps)
 {
@@ -74,7 +74,7 @@ void TypeAndSave(QWidget& window, const char* box)
     Find<QAbstractButton>(window, "cmdOK").click();
 }
 
-/// Goes through the windows, types and saves in all of them.
+/// Opens all windows and types and saves in each of them.
 void UseEverything(const DamagedProgram& log)
 {
     fTarno mainWindow(log.attended);
@@ -100,7 +100,7 @@ void UseEverything(const DamagedProgram& log)
              });
 }
 
-/// Bytes for a file of any kind; none for a folder in its place.
+/// The bytes of a damaged file, or none for a folder in its place.
 struct Damage {
     const char* name;
     std::optional<std::string> bytes;
@@ -130,14 +130,14 @@ void Put(const TemporaryFolder& folder, const std::string& file, const Damage& d
     }
 }
 
-/// Whether the file is as it was put.
+/// Returns whether the damaged file is unchanged.
 bool IsUntouched(const TemporaryFolder& folder, const std::string& file, const Damage& damage)
 {
     return damage.bytes ? folder.Read(file) == *damage.bytes
                         : std::filesystem::is_empty(ToPath(folder.PathOf(file)));
 }
 
-/// A row for each damage to each of the files, or in the short form for every so many of them.
+/// Adds a row for each damage to each file; in the short form, only for every `stride`-th combination.
 void AddDamages(const std::vector<std::string>& files, int stride = 1)
 {
     QTest::addColumn<std::string>("file");

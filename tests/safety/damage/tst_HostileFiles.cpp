@@ -5,19 +5,19 @@
 
 using namespace Tarno;
 
-// Each of the seven data files in turn is replaced by something that is no data file, by one that is strange
-// but sound, or by something that is no file at all; then every operation is tried.
+// Replaces each of the seven data files in turn by an invalid file, by an unusual but valid file, or by
+// something other than a regular file, and runs the operations.
 
 using namespace std::string_literals;
 
 namespace
 {
 
-/// What becomes of a strange file.
+/// What must happen with a malformed or unusual file.
 enum class Fate {
-    Refused, ///< nothing that needs it works, its bytes stay
-    Read,    ///< everything works
-    InPart,  ///< what comes before its root hides it from lists and new keys; it is never made worse
+    Refused, ///< operations that need it fail, and its bytes do not change
+    Read,    ///< all operations succeed
+    InPart,  ///< something before its root hides its records from lists and new keys; it stays well-formed
 };
 
 struct Strangeness {
@@ -34,19 +34,19 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
     return text;
 }
 
-/// The file with `text` in its first value.
+/// Returns the file with `text` inserted into its first value.
 std::string WithValue(std::string file, const std::string& text)
 {
     return file.insert(file.find("</"), text);
 }
 
-/// The file with `element` behind the last value of its first record.
+/// Returns the file with `element` after the last value of its first record.
 std::string WithElement(std::string file, const std::string& element)
 {
     return file.insert(file.find("\n\t</"), element);
 }
 
-/// The file with so many levels of elements.
+/// Returns the file with `levels` levels of elements.
 std::string Nested(const std::string& file, int levels)
 {
     std::string begin;
@@ -69,7 +69,7 @@ std::string Utf16(const std::string& ascii, Order order)
     return bytes;
 }
 
-/// A document type whose last entity stands for a thousand million words.
+/// Returns a document type whose last entity expands to a billion words.
 std::string EntityBomb()
 {
     std::string type = "<!DOCTYPE data [<!ENTITY a0 \"lol\">";
@@ -88,23 +88,23 @@ const std::vector<Strangeness>& Strangenesses()
     using Text = const std::string&;
     static const std::vector<Strangeness> all{
         {"zeros", Fate::Refused, [](Text sound) { return std::string(sound.size(), '\0'); }},
-        {"zeros in front", Fate::Refused, [](Text sound) { return std::string(512, '\0') + sound; }},
-        {"its last block zeros", Fate::Refused,
+        {"zeros at the start", Fate::Refused, [](Text sound) { return std::string(512, '\0') + sound; }},
+        {"zeros at the end", Fate::Refused,
          [](Text sound) { return sound.substr(0, sound.size() - 50) + std::string(50, '\0'); }},
         {"empty", Fate::Refused, [](Text) { return ""s; }},
         {"one blank", Fate::Refused, [](Text) { return " "s; }},
         {"a line end", Fate::Refused, [](Text) { return "\n"s; }},
-        {"a mark alone", Fate::Refused, [](Text) { return "\xEF\xBB\xBF"s; }},
-        {"a UTF-16 mark alone", Fate::Refused, [](Text) { return "\xFF\xFE"s; }},
+        {"only a UTF-8 byte order mark", Fate::Refused, [](Text) { return "\xEF\xBB\xBF"s; }},
+        {"only a UTF-16 byte order mark", Fate::Refused, [](Text) { return "\xFF\xFE"s; }},
         {"two roots", Fate::Refused, [](Text sound) { return sound + sound; }},
         {"a second, empty root", Fate::Refused, [](Text sound) { return sound + "<data/>"; }},
-        {"text in front", Fate::Refused, [](Text sound) { return "x" + sound; }},
-        {"text behind", Fate::Refused, [](Text sound) { return sound + "x"; }},
-        {"a reference behind", Fate::Refused, [](Text sound) { return sound + "&amp;"; }},
-        {"a section behind", Fate::Refused, [](Text sound) { return sound + "<![CDATA[]]>"; }},
+        {"text before the root", Fate::Refused, [](Text sound) { return "x" + sound; }},
+        {"text after the root", Fate::Refused, [](Text sound) { return sound + "x"; }},
+        {"a reference after the root", Fate::Refused, [](Text sound) { return sound + "&amp;"; }},
+        {"a CDATA section after the root", Fate::Refused, [](Text sound) { return sound + "<![CDATA[]]>"; }},
         {"another root", Fate::Refused, [](Text sound) { return Replaced(sound, "data>", "dato>"); }},
         {"a prefixed root", Fate::Refused, [](Text sound) { return Replaced(sound, "data>", "t:data>"); }},
-        {"end tags in another case", Fate::Refused, [](Text sound) { return Replaced(sound, "</", "</X"); }},
+        {"mismatched end tags", Fate::Refused, [](Text sound) { return Replaced(sound, "</", "</X"); }},
         {"Latin-1", Fate::Refused, [](Text sound) { return WithValue(sound, "\xE9"); }},
         {"declared Latin-1", Fate::Refused,
          [](Text sound) {
@@ -112,13 +112,13 @@ const std::vector<Strangeness>& Strangenesses()
          }},
         {"overlong UTF-8", Fate::Refused, [](Text sound) { return WithValue(sound, "\xC0\xAF"); }},
         {"a surrogate", Fate::Refused, [](Text sound) { return WithValue(sound, "\xED\xA0\x80"); }},
-        {"UTF-16 without a mark, little end", Fate::Refused,
+        {"UTF-16 little-endian without a mark", Fate::Refused,
          [](Text sound) { return Utf16(sound, Order::LittleEnd); }},
-        {"UTF-16 without a mark, big end", Fate::Refused,
+        {"UTF-16 big-endian without a mark", Fate::Refused,
          [](Text sound) { return Utf16(sound, Order::BigEnd); }},
-        {"UTF-16 with the other's mark", Fate::Refused,
+        {"UTF-16 with the wrong mark", Fate::Refused,
          [](Text sound) { return "\xFE\xFF" + Utf16(sound, Order::LittleEnd); }},
-        {"half a unit of UTF-16", Fate::Refused,
+        {"half a UTF-16 unit", Fate::Refused,
          [](Text sound) { return "\xFF\xFE" + Utf16(sound, Order::LittleEnd) + "\n"; }},
         {"UTF-32", Fate::Refused,
          [](Text sound) {
@@ -134,45 +134,46 @@ const std::vector<Strangeness>& Strangenesses()
              }
              return tags;
          }},
-        {"a thousand million words", Fate::Refused,
+        {"an entity that expands to a billion words", Fate::Refused,
          [](Text sound) { return EntityBomb() + WithValue(sound, "&a9;"); }},
-        {"another file's text", Fate::Refused,
+        {"an external entity", Fate::Refused,
          [](Text sound) {
              return "<!DOCTYPE data [<!ENTITY a SYSTEM \"file:///etc/passwd\">]>" + WithValue(sound, "&a;");
          }},
         {"an unfinished document type", Fate::Refused,
          [](Text sound) { return "<!DOCTYPE data [<!ENTITY a \"" + sound; }},
-        {"a page of the web", Fate::Refused,
+        {"a web page", Fate::Refused,
          [](Text) { return "<!DOCTYPE html><html><body>Log in to this network</body></html>"s; }},
         {"a compressed file", Fate::Refused, [](Text sound) { return "PK\x03\x04" + sound; }},
-        {"a conflict of two versions", Fate::Refused,
+        {"merge conflict markers", Fate::Refused,
          [](Text sound) { return "<<<<<<< mine\n" + sound + "=======\n" + sound + ">>>>>>> theirs\n"; }},
 
         {"UTF-8 with a mark", Fate::Read, [](Text sound) { return "\xEF\xBB\xBF" + sound; }},
-        {"UTF-16, little end", Fate::Read,
+        {"UTF-16 little-endian", Fate::Read,
          [](Text sound) { return "\xFF\xFE" + Utf16(sound, Order::LittleEnd); }},
-        {"UTF-16, big end", Fate::Read, [](Text sound) { return "\xFE\xFF" + Utf16(sound, Order::BigEnd); }},
+        {"UTF-16 big-endian", Fate::Read,
+         [](Text sound) { return "\xFE\xFF" + Utf16(sound, Order::BigEnd); }},
         {"64 levels", Fate::Read, [](Text sound) { return Nested(sound, 64); }},
         {"256 levels", Fate::Read, [](Text sound) { return Nested(sound, 256); }},
-        {"a comment behind", Fate::Read, [](Text sound) { return sound + "<!-- mine -->"; }},
+        {"a comment after the root", Fate::Read, [](Text sound) { return sound + "<!-- mine -->"; }},
         {"blank lines", Fate::Read, [](Text sound) { return Replaced(sound, "\n", "\n\n \t\n"); }},
-        {"all in one line", Fate::Read,
+        {"all on one line", Fate::Read,
          [](Text sound) { return Replaced(Replaced(sound, "\n", ""), "\t", ""); }},
-        {"more values than known", Fate::Read,
+        {"an unknown additional value", Fate::Read,
          [](Text sound) { return WithElement(sound, "<Mine a=\"1\">2</Mine>"); }},
 
         {"declared UTF-16, but UTF-8", Fate::InPart,
          [](Text sound) { return "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n" + sound; }},
-        {"declared Latin-1, but plain", Fate::InPart,
+        {"declared Latin-1, but ASCII", Fate::InPart,
          [](Text sound) { return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + sound; }},
         {"a document type", Fate::InPart, [](Text sound) { return "<!DOCTYPE data>\n" + sound; }},
-        {"an unused thousand million words", Fate::InPart,
+        {"an unused entity that expands to a billion words", Fate::InPart,
          [](Text sound) { return EntityBomb() + "\n" + sound; }},
     };
     return all;
 }
 
-/// Puts in the place of a data file something that has no bytes.
+/// Replaces a data file by something other than a regular file.
 struct Obstacle {
     std::string name;
     std::function<void(const TemporaryFolder& folder, const std::string& file)> put;
@@ -186,17 +187,18 @@ const std::vector<Obstacle>& Obstacles()
     static const std::vector<Obstacle> all{
         {"nothing", [](Folder, Name) {}, true},
         {"a folder", [](Folder folder, Name file) { folder.MakeFolder(file); }, true},
-        {"a full folder", [](Folder folder, Name file) { folder.MakeFolder(file + "/" + file); }, true},
+        {"a folder that is not empty", [](Folder folder, Name file) { folder.MakeFolder(file + "/" + file); },
+         true},
         {"a pipe", [](Folder folder, Name file) { folder.MakePipe(file); }},
         {"a dangling link", [](Folder folder, Name file) { folder.MakeLink(file, "unplugged/" + file); }},
         {"a link to itself", [](Folder folder, Name file) { folder.MakeLink(file, file); }},
-        {"a device without end", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/zero"); }},
-        {"a device that swallows all", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/null"); }},
+        {"an endless device", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/zero"); }},
+        {"the null device", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/null"); }},
     };
     return all;
 }
 
-/// What lies in the folder: names with their kinds and, of files, the bytes.
+/// Returns the contents of the folder: names with their types and, for regular files, the bytes.
 std::map<std::string, std::string> Contents(const TemporaryFolder& folder)
 {
     std::map<std::string, std::string> contents;
@@ -292,8 +294,8 @@ private Q_SLOTS:
     void fileThatMayNotBeRead_isLeftAlone_data()
     {
         QTest::addColumn<int>("mode");
-        QTest::newRow("no right") << 0000;
-        QTest::newRow("only to write") << 0200;
+        QTest::newRow("no rights") << 0000;
+        QTest::newRow("write only") << 0200;
     }
 
     void fileThatMayNotBeRead_isLeftAlone()

@@ -8,15 +8,15 @@
 
 using namespace Tarno;
 
-// Each character that XML can carry comes back from the data files as it was handed over, and each other one
-// as the replacement character.
+// Each character that XML allows makes a round trip through the data files. Each other character becomes the
+// replacement character.
 
 namespace
 {
 
 using Values = std::vector<std::string>;
 
-/// The values of a new record of the family, its key at the front.
+/// Returns the number of values in a new record of the family, including its key.
 std::size_t ValuesOf(const TestStore& store, const RecordFamily& family)
 {
     Record record;
@@ -26,7 +26,7 @@ std::size_t ValuesOf(const TestStore& store, const RecordFamily& family)
     return record.Count();
 }
 
-/// Stores `texts` in as many records as they fill; returns the records.
+/// Stores `texts` in as many new records as needed and returns the records.
 std::vector<Values> Stored(TestStore& store, const RecordFamily& family,
                            const std::vector<std::string>& texts)
 {
@@ -49,7 +49,7 @@ std::vector<Values> Stored(TestStore& store, const RecordFamily& family,
     return records;
 }
 
-/// The records of the family as a program reads them that is started now.
+/// Returns the records of the family as read from the files by a new cSQL object.
 std::vector<Values> ReadAnew(const TestStore& store, const RecordFamily& family)
 {
     ScriptedFileOperations operations;
@@ -72,11 +72,11 @@ std::vector<Values> ReadAnew(const TestStore& store, const RecordFamily& family)
     return records;
 }
 
-/// Where two lists of records differ, in words; empty where nowhere.
+/// Describes the first difference between two lists of records; empty if there is none.
 std::string Difference(const std::vector<Values>& expected, const std::vector<Values>& actual)
 {
     if (expected.size() != actual.size()) {
-        return std::to_string(actual.size()) + " records in place of " + std::to_string(expected.size());
+        return std::to_string(actual.size()) + " records instead of " + std::to_string(expected.size());
     }
     for (std::size_t record = 0; record < expected.size(); ++record) {
         for (std::size_t value = 0; value < expected[record].size(); ++value) {
@@ -88,7 +88,7 @@ std::string Difference(const std::vector<Values>& expected, const std::vector<Va
     return {};
 }
 
-/// Whether saving once more, without a change, leaves the file as it is, byte for byte.
+/// Returns whether saving again without a change writes the same bytes.
 bool IsSteady(const TestStore& store, const RecordFamily& family)
 {
     const std::string before = store.folder.Read(family.file);
@@ -99,8 +99,8 @@ bool IsSteady(const TestStore& store, const RecordFamily& family)
            !operations.Steps().empty() && store.folder.Read(family.file) == before;
 }
 
-/// The characters that are tried on their own: those that mean something to XML, to line ends or to
-/// encodings, and a part of the others; in the long form of the entries all of them.
+/// Returns the characters to test as single-character values: those with a meaning in XML, line ends or
+/// encodings, and a part of the others; for entries in the long form, all of them.
 std::vector<char32_t> AloneCharacters(const RecordFamily& family)
 {
     const bool everyOne = IsLongForm() && family.name == "Entry";
@@ -174,7 +174,7 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(texts.size(), std::size_t(lastCharacter + 1 - 1'112'033));
-        // a value holds many: one for each would take a file of two thousand records
+        // several in one value, because one value for each would take two thousand records
         std::vector<std::string> joined;
         std::vector<std::string> expected;
         constexpr std::size_t together = 40;

@@ -29,8 +29,8 @@
 
 using namespace Tarno;
 
-// Names and paths that look like commands, markup or other places: they start nothing, write nowhere else and
-// show as what they are.
+// Names and paths that look like commands, markup or other locations: they start no program, cause no writing
+// elsewhere and are shown literally.
 
 using namespace std::string_literals;
 
@@ -42,7 +42,7 @@ const std::vector<std::string> hostileNames{
     "\"double\" 'single'", "-option",    "--help",      "%1 %s %n",  "*?[a]",        "~",   "$HOME",
     "back\\slash",         "<b>x<\\b>",  "http:example"};
 
-/// All that lies in the folder, files with their bytes.
+/// Returns everything in the folder, with the bytes of files.
 std::map<std::string, std::string> Tree(const TemporaryFolder& folder)
 {
     std::map<std::string, std::string> tree;
@@ -53,7 +53,7 @@ std::map<std::string, std::string> Tree(const TemporaryFolder& folder)
     return tree;
 }
 
-/// A row for each of the names.
+/// Adds a row for each name.
 void AddNames(const std::vector<std::string>& names)
 {
     QTest::addColumn<std::string>("name");
@@ -64,7 +64,7 @@ void AddNames(const std::vector<std::string>& names)
     }
 }
 
-/// The question of the command "Tides" when there is no program yet.
+/// Returns the file dialog that "Tides" shows if no program is set.
 FileQuestion TideQuestion()
 {
     QString filter = QStringLiteral("WXTide32 Progam File (WXTide32.exe)");
@@ -77,7 +77,7 @@ FileQuestion TideQuestion()
             .fileName = QStringLiteral("WXTide32.exe")};
 }
 
-/// Waits for that file and returns what it holds; the test fails when it does not come.
+/// Waits until the file exists and returns its contents. The test fails after a timeout.
 std::string Awaited(const TemporaryFolder& folder, const std::string& name)
 {
     const auto path = ToPath(folder.PathOf(name));
@@ -115,7 +115,7 @@ std::vector<std::string> Recorded(const TemporaryFolder& folder)
 
 std::string Edited(const TemporaryFolder& desktop)
 {
-    const std::wstring start = L"notepad.exe "; // and the path without quotation marks
+    const std::wstring start = L"notepad.exe "; // followed by the path without quotation marks
     const std::wstring commandLine = CommandLine(desktop);
     return commandLine.starts_with(start) ? ToUtf8(QString::fromStdWString(commandLine.substr(start.size())))
                                           : "another command line";
@@ -126,7 +126,7 @@ std::string Edited(const TemporaryFolder& desktop)
 const std::string programSuffix;
 const std::string textEditor = "xdg-open";
 
-/// A program that writes down how it was started.
+/// Creates a program that records its arguments.
 void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
 {
     folder.Write(name, "#!/bin/sh\nfor word in \"$@\"; do printf '%s\\0' \"$word\"; done > \"${0%/*}/.new\"\n"
@@ -134,7 +134,7 @@ void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
     std::filesystem::permissions(ToPath(folder.PathOf(name)), std::filesystem::perms::owner_all);
 }
 
-/// The arguments with which the recorder was started.
+/// Returns the arguments with which the recorder was started.
 std::vector<std::string> Recorded(const TemporaryFolder& folder)
 {
     std::istringstream words(Awaited(folder, "started.txt"));
@@ -145,7 +145,7 @@ std::vector<std::string> Recorded(const TemporaryFolder& folder)
     return arguments;
 }
 
-/// The file with which the text editor was started.
+/// Returns the file with which the text editor was started.
 std::string Edited(const TemporaryFolder& desktop)
 {
     const std::vector<std::string> arguments = Recorded(desktop);
@@ -154,7 +154,7 @@ std::string Edited(const TemporaryFolder& desktop)
 
 #endif
 
-/// Counts the questions and answers them as Enter does.
+/// Counts the questions and answers them with the default button.
 class Answers final : public MessageBoxes
 {
 public:
@@ -167,7 +167,7 @@ public:
     int count = 0;
 };
 
-/// Shows the dialog `name`, takes `steps` in it and closes it without a question.
+/// Calls `open`, which shows the dialog `name`, runs `steps` on it and closes it without a question.
 template <typename Open, typename Steps>
 void Attended(const char* name, Open&& open, Steps&& steps)
 {
@@ -177,8 +177,7 @@ void Attended(const char* name, Open&& open, Steps&& steps)
     });
 }
 
-/// The first control of the window that would draw `name` as something else than these letters; empty when
-/// there is none.
+/// Returns the first control of the window that does not show `name` literally, or an empty string.
 QString Interpreter(const QWidget& window, const QString& name)
 {
     for (const auto* label : window.findChildren<QLabel*>()) {
@@ -195,7 +194,7 @@ QString Interpreter(const QWidget& window, const QString& name)
     }
     for (const auto* button : window.findChildren<QAbstractButton*>()) {
         QString text = button->text();
-        text.remove(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))); // as it should be
+        text.remove(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))); // correctly escaped
         if (text.contains(name)) {
             return button->objectName();
         }
@@ -203,13 +202,13 @@ QString Interpreter(const QWidget& window, const QString& name)
     return {};
 }
 
-/// Whether the combo box has an item of exactly that text.
+/// Returns whether the combo box has an item with exactly this text.
 bool Offers(const QWidget& window, const char* box, const QString& name)
 {
     return Find<QComboBox>(window, box).findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
 }
 
-/// Whether a cell of the list says exactly that.
+/// Returns whether a cell of the list has exactly this text and its tool tip is plain text.
 bool Lists(const QWidget& window, const char* list, const QString& name)
 {
     const QAbstractItemModel* model = Find<SortableList>(window, list).model();
@@ -256,8 +255,7 @@ private Q_SLOTS:
         const auto before = Tree(program.folder);
         fTarno window(program.program);
         program.files.ExpectOpen(TideQuestion(), std::nullopt);
-        window.findChild<QAction*>(QStringLiteral("icoTides"))
-            ->trigger(); // nothing is announced to be started
+        window.findChild<QAction*>(QStringLiteral("icoTides"))->trigger(); // no program start is expected
         QVERIFY(Tree(program.folder) == before);
     }
 
@@ -271,7 +269,7 @@ private Q_SLOTS:
         }
         TestProgram program;
         program.Start();
-        program.folder.Write(name, "no program at all");
+        program.folder.Write(name, "not a program");
         program.settings.SaveSetting("KOWRA", "XTidePath", program.folder.PathOf(name));
         const auto before = Tree(program.folder);
         fTarno window(program.program);
@@ -339,7 +337,7 @@ private Q_SLOTS:
         const QByteArray path = qgetenv("PATH");
         const QString current = QDir::currentPath();
         qputenv("PATH", QByteArray::fromStdString(desktop.Path()) + ':' + path);
-        QDir::setCurrent(FromUtf8(desktop.Path())); // where Windows looks first
+        QDir::setCurrent(FromUtf8(desktop.Path())); // Windows searches the current folder first
         DesktopProgramStarter().EditText(FromUtf8(folder.PathOf(name)));
         QDir::setCurrent(current);
         qputenv("PATH", path);
@@ -385,7 +383,7 @@ private Q_SLOTS:
             "dlgLocMaint", [&] { dlgLocMaint(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
         QVERIFY(Tree(program.folder) == before);
         QCOMPARE(program.StoredEntry(1, EntryField::Picture), name);
-        // none of them is there on Windows
+        // none of these files exists on Windows
         const bool isNoPicture =
             !isWindows && (name.ends_with("passwd") || name.starts_with("/dev") || name == "pipe");
         QCOMPARE(answers.count > 0, isNoPicture && !name.starts_with("file"));

@@ -8,15 +8,15 @@
 
 using namespace Tarno;
 
-// Records of arbitrary texts, added, replaced and removed in an arbitrary order: after each start of the
-// program the files hold what a plain list of them holds.
+// Adds, replaces and removes records with random texts in random order. After each start of the program, the
+// files contain the same records as a simple list on which the same changes were made.
 
 namespace
 {
 
 using Values = std::vector<std::string>;
 
-/// A text as it is handed over, and as it has to come back.
+/// A text as saved, and as expected when it is read back.
 struct Typed {
     std::string text;
     std::string kept;
@@ -95,7 +95,7 @@ private:
     std::mt19937 m_random;
 };
 
-/// Another program's view of the files: loaded when it is made.
+/// Reads the files like another program that is started now.
 class Reader
 {
 public:
@@ -132,7 +132,7 @@ private:
     cSQL m_sql;
 };
 
-/// A log whose changes are made in a plain list as well.
+/// A log and a simple list on which the same changes are made.
 class ModelledLog
 {
 public:
@@ -143,7 +143,7 @@ public:
         }
     }
 
-    /// Adds, replaces or removes a record of the family; returns whether that went well.
+    /// Adds, replaces or removes a record of the family. Returns whether that succeeded.
     bool Change(const RecordFamily& family)
     {
         std::vector<Values>& records = m_models[family.name];
@@ -170,7 +170,7 @@ public:
         return (m_store.sql.*family.remove)(key) == succeeded;
     }
 
-    /// What is wrong with the files, in words; empty when nothing is.
+    /// Describes what is wrong with the files; empty if nothing is.
     std::string Fault() const
     {
         const Reader reader(m_store);
@@ -192,7 +192,7 @@ public:
     int written = 0;
 
 private:
-    /// Puts new texts into the record; returns them as they have to come back.
+    /// Puts random texts into the record and returns the values expected when they are read back.
     Values Filled(Record& record)
     {
         Values kept{record.Text(0)};

@@ -8,17 +8,18 @@
 
 using namespace Tarno;
 
-// What the log holds is on the log report and in the RTF file that it is saved to, character by character.
+// The log report and its RTF export contain every character of the values in the log.
 
 using namespace std::string_literals;
 
 namespace
 {
 
-constexpr std::size_t columns = 10; // they are the first values of an entry behind its key
+constexpr std::size_t columns = 10; // the first values of an entry after its key
 constexpr std::size_t inOneValue = 20;
 
-/// Columns that grow with their texts, named so that nothing is made of the values.
+/// Returns columns that grow with their texts. Their names have no special meaning, so values are printed
+/// unchanged.
 Columns GrowingColumns()
 {
     Columns growing;
@@ -28,7 +29,7 @@ Columns GrowingColumns()
     return growing;
 }
 
-/// `text` as Qt holds it, each line break a line feed.
+/// Returns `text` as a QString with line feeds as line breaks.
 QString Settled(const std::string& text)
 {
     QString settled = QString::fromStdString("x" + text).mid(1);
@@ -36,13 +37,14 @@ QString Settled(const std::string& text)
         .replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
 
-/// All but the white space, at which lines are broken.
+/// Returns `text` without white space, because wrapping changes it.
 QString Visible(QString text)
 {
     return text.removeIf([](QChar character) { return character.isSpace(); });
 }
 
-/// The characters to be tried: the first scripts and in the short form a part of the others.
+/// Returns the characters to test: all in the long form; otherwise the first scripts and a part of the
+/// others.
 std::vector<char32_t> ReportedCharacters()
 {
     std::vector<char32_t> some;
@@ -58,7 +60,7 @@ std::vector<char32_t> ReportedCharacters()
     return some;
 }
 
-/// Puts the texts into a log and looks at its report and at its RTF file.
+/// Puts the texts into a log and checks its report and its RTF export.
 void CheckReport(const std::vector<std::string>& texts)
 {
     LogReport report(GrowingColumns());
