@@ -25,7 +25,7 @@ log=build/run
 [ "${1:-}" = --fresh ] && rm -rf "$log"
 if [ ! -d "$log" ]; then
     say "copying the sample log to $log"
-    scripts/lay-out.sh --sample "$log"
+    scripts/make-data-folder.sh --sample "$log"
 fi
 say "opening $log with Tarno"
 exec build/release/src/app/tarno --folder "$log"

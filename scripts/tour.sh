@@ -9,13 +9,13 @@ source scripts/packages.sh
 
 program=$(realpath "${1:?usage: scripts/tour.sh PROGRAM}")
 out=$(realpath --canonicalize-missing --relative-to=. "${TARNO_TOUR:-build/tour}")
-source scripts/hand.sh
+source scripts/gui-driver.sh
 need "${run_packages[@]}" "${tour_packages[@]}"
 on_virtual_display scripts/tour.sh "$program"
 
 rm -rf "$out"
 mkdir -p "$out"
-scripts/lay-out.sh --sample "$out/log"
+scripts/make-data-folder.sh --sample "$out/log"
 tell "Tarno's tour, $("$program" --version)"
 start "$out/log"
 before=$(records tarno.xml tarno)

@@ -85,7 +85,7 @@ say "installed version: $reported"
 
 say "installing a virtual display and the tools that drive the program"
 install_inside "${display_packages[@]}" libxml2-utils poppler-utils
-install --mode=644 --target-directory="$root/opt/trial" scripts/hand.sh packaging/linux/first-days.sh
+install --mode=644 --target-directory="$root/opt/trial" scripts/gui-driver.sh packaging/linux/new-user.sh
 inside useradd --create-home --shell /bin/bash angler
 
 # as_angler <command>...: runs the command as an ordinary user without network access
@@ -96,7 +96,7 @@ as_angler() {
 
 say "using the program as an ordinary user without network access"
 tried=yes
-as_angler bash /opt/trial/first-days.sh || tried=
+as_angler bash /opt/trial/new-user.sh || tried=
 cp "$root"/home/angler/trial/{*.png,*.log,report.txt} "$out/" || true
 [ -n "$tried" ] || fail "the test as an ordinary user failed; see $out"
 

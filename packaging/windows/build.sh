@@ -19,8 +19,8 @@ cmake --build --preset windows "$@" || fail "the build failed"
 out=build/windows/Tarno
 say "creating $out"
 rm -rf "$out"
-scripts/lay-out.sh "$out"
-scripts/lay-out.sh --sample "$out/sample"
+scripts/make-data-folder.sh "$out"
+scripts/make-data-folder.sh --sample "$out/sample"
 x86_64-w64-mingw32-strip -o "$out/Tarno.exe" build/windows/src/app/Tarno.exe
 
 # the libraries that are part of Windows 8 and later

@@ -7,7 +7,7 @@ folder=${1:?usage: packaging/windows/first-trip.sh FOLDER OUT}
 out=${2:?usage: packaging/windows/first-trip.sh FOLDER OUT}
 export TARNO_EXE=$folder/Tarno.exe
 program=packaging/windows/tarno-under-wine.sh
-source scripts/hand.sh
+source scripts/gui-driver.sh
 on_virtual_display packaging/windows/first-trip.sh "$folder" "$out"
 
 mkdir -p "$out"

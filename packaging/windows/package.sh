@@ -8,7 +8,7 @@ cd "$(dirname "$0")/../.."
 source packaging/windows/libraries.sh
 
 need nsis unzip zip "${wine_packages[@]}" "${run_packages[@]}" "${display_packages[@]}" libxml2-utils
-source packaging/windows/own-wine.sh
+source packaging/windows/temporary-wine.sh
 packaging/windows/build.sh
 
 out=build/windows

@@ -9,7 +9,7 @@ source packaging/windows/libraries.sh
 
 need "${wine_packages[@]}" "${run_packages[@]}" "${display_packages[@]}" libxml2-utils poppler-utils
 
-source packaging/windows/own-wine.sh
+source packaging/windows/temporary-wine.sh
 
 if [ "${1:-}" = --quick ]; then
     packaging/windows/build.sh --target tarno tests_{core,store,astro,ui_main}

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "core/Paths.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/Text.h"

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "qt/Strings.h"
 #include "ui/entry/PickLists.h"
 

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "reports/ReadRtf.h"
 #include "reports/engine/RtfWriter.h"
 

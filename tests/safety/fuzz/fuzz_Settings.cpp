@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "core/CRegSettings.h"
 #include "core/SettingsFile.h"
 #include "core/Text.h"

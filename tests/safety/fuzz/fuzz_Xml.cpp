@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "core/Text.h"
 #include "core/Xml.h"
 #include "store/Record.h"

@@ -98,7 +98,7 @@ void Remove(OpenLog& log)
 } // namespace
 
 // Changes that a synchronisation tool or a manual copy makes to the log between and during saves.
-class tst_OtherHands : public QObject
+class tst_ExternalChanges : public QObject
 {
     Q_OBJECT
 
@@ -223,5 +223,5 @@ private Q_SLOTS:
     }
 };
 
-TEST_CLASS(tst_OtherHands)
-#include "tst_OtherHands.moc"
+TEST_CLASS(tst_ExternalChanges)
+#include "tst_ExternalChanges.moc"

@@ -6,7 +6,7 @@ export XDG_RUNTIME_DIR=$HOME/trial
 
 program=/usr/bin/tarno
 out=trial
-source "$(dirname "$0")/hand.sh"
+source "$(dirname "$0")/gui-driver.sh"
 mkdir -p "$out"
 chmod 700 "$out"
 on_virtual_display bash "$0"
