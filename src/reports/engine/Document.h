@@ -66,7 +66,7 @@ struct Slice {
     int to = std::numeric_limits<int>::max(); ///< items that end below this offset are on later pages
 
     /// Returns whether this page shows an item that ends `end` below the top of the band.
-    bool Holds(int end) const { return end > from && end <= to; }
+    bool Contains(int end) const { return end > from && end <= to; }
 };
 
 struct DocumentPage {

@@ -15,10 +15,10 @@ namespace
 {
 
 /// Restores the report's design, which a run modifies, on destruction.
-class DesignKeeper
+class DesignRestorer
 {
 public:
-    explicit DesignKeeper(Report& report)
+    explicit DesignRestorer(Report& report)
         : m_report(report),
           m_header(report.PageHeader),
           m_detail(report.Detail),
@@ -27,10 +27,10 @@ public:
     {
     }
 
-    DesignKeeper(const DesignKeeper&) = delete;
-    DesignKeeper& operator=(const DesignKeeper&) = delete;
+    DesignRestorer(const DesignRestorer&) = delete;
+    DesignRestorer& operator=(const DesignRestorer&) = delete;
 
-    ~DesignKeeper()
+    ~DesignRestorer()
     {
         m_report.PageHeader = std::move(m_header);
         m_report.Detail = std::move(m_detail);
@@ -61,7 +61,7 @@ void BindFields(ReportSection& section, const ReportFields& fields)
 }
 
 /// Replaces line breaks of every kind by "\n", or by a space in a control with a single line.
-void SettleLineBreaks(ReportSection& section)
+void NormalizeLineBreaks(ReportSection& section)
 {
     for (ReportControl& control : section.Controls) {
         control.Text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
@@ -77,7 +77,7 @@ using SectionLines = std::vector<QStringList>;
 
 SectionLines Measure(ReportSection& section, TextMeasurer& measurer)
 {
-    SettleLineBreaks(section);
+    NormalizeLineBreaks(section);
     SectionLines lines;
     for (const ReportControl& control : section.Controls) {
         lines.push_back(HasText(control) && control.Visible
@@ -137,7 +137,7 @@ void Grow(ReportSection& section, const SectionLines& lines, TextMeasurer& measu
     section.Height += end - designEnd;
 }
 
-PlacedText Placed(const ReportControl& control, const QStringList& lines, TextMeasurer& measurer)
+PlacedText PlaceText(const ReportControl& control, const QStringList& lines, TextMeasurer& measurer)
 {
     PlacedText text;
     text.name = control.Name;
@@ -162,7 +162,7 @@ PlacedText Placed(const ReportControl& control, const QStringList& lines, TextMe
     return text;
 }
 
-Band Placed(const ReportSection& section, const SectionLines& lines, TextMeasurer& measurer)
+Band PlaceBand(const ReportSection& section, const SectionLines& lines, TextMeasurer& measurer)
 {
     Band band;
     band.height = section.Height;
@@ -173,7 +173,7 @@ Band Placed(const ReportSection& section, const SectionLines& lines, TextMeasure
             continue;
         }
         if (HasText(control)) {
-            band.texts.push_back(Placed(control, text, measurer));
+            band.texts.push_back(PlaceText(control, text, measurer));
         } else if (control.kind == ReportControl::Kind::Line) {
             const QPoint from(control.Left, control.Top);
             band.lines.push_back({from, from + QPoint(control.Width, control.Height), control.Weight});
@@ -283,7 +283,7 @@ private:
 
 std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
 {
-    const DesignKeeper design(report);
+    const DesignRestorer design(report);
     report.Tools.clear();
     report.ReportStart();
     const auto end = qScopeGuard([&report] { report.ReportEnd(); });
@@ -295,8 +295,8 @@ std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
     document.title = report.Caption;
     document.paper = report.PaperSize();
     document.margins = report.PaperMargins();
-    document.header = Placed(report.PageHeader, Measure(report.PageHeader, measurer), measurer);
-    document.footer = Placed(report.PageFooter, Measure(report.PageFooter, measurer), measurer);
+    document.header = PlaceBand(report.PageHeader, Measure(report.PageHeader, measurer), measurer);
+    document.footer = PlaceBand(report.PageFooter, Measure(report.PageFooter, measurer), measurer);
     bool stopped = false;
     for (bool endOfData = false; !stopped;) {
         report.FetchData(endOfData);
@@ -309,7 +309,7 @@ std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
         const SectionLines lines = Measure(report.Detail, measurer);
         Grow(report.Detail, lines, measurer);
         report.Detail_BeforePrint();
-        document.details.push_back(Placed(report.Detail, lines, measurer));
+        document.details.push_back(PlaceBand(report.Detail, lines, measurer));
         stopped = progress && !progress(static_cast<int>(document.details.size()));
     }
     if (stopped) {

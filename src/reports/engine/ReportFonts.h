@@ -23,7 +23,7 @@ class TextMeasurer
 public:
     struct Measure {
         ReportFont font;
-        bool joins;
+        bool hasJoiningLetters;
         QFont twipFont;
         QFontMetricsF metrics;
         int lineHeight;

@@ -94,7 +94,7 @@ struct Cell {
 struct Row {
     std::vector<Cell> cells;
     bool ruleBelow = false;
-    bool staysWithNext = false; ///< is kept on the same page as the next row
+    bool keepWithNext = false; ///< is kept on the same page as the next row
 };
 
 /// Returns the rows of a band by their top. Pictures go into the first row; a line becomes the lower border
@@ -116,14 +116,14 @@ std::map<int, Row> RowsOf(const Band& band, FontTable& fonts)
         }
     }
     for (auto row = rows.begin(); row != rows.end(); ++row) {
-        row->second.staysWithNext = std::next(row) != rows.end();
+        row->second.keepWithNext = std::next(row) != rows.end();
     }
     return rows;
 }
 
 QByteArray RowRtf(Row row, int pageWidth)
 {
-    constexpr int unseenGap = 60;
+    constexpr int negligibleGap = 60;
     std::sort(row.cells.begin(), row.cells.end(),
               [](const Cell& left, const Cell& right) { return left.left < right.left; });
     QByteArray borders;
@@ -133,15 +133,15 @@ QByteArray RowRtf(Row row, int pageWidth)
         end = std::max(right, end + 1);
         borders +=
             (row.ruleBelow ? QByteArray("\\clbrdrb\\brdrs\\brdrw10") : QByteArray()) + Word("cellx", end);
-        contents += (row.staysWithNext ? "\\pard\\intbl\\keepn" : "\\pard\\intbl") + content + "\\cell\n";
+        contents += (row.keepWithNext ? "\\pard\\intbl\\keepn" : "\\pard\\intbl") + content + "\\cell\n";
     };
     for (const Cell& cell : row.cells) {
-        if (cell.left > end + unseenGap) {
+        if (cell.left > end + negligibleGap) {
             addCell(cell.left, {});
         }
         addCell(cell.left + cell.width, cell.content);
     }
-    if (pageWidth > end + unseenGap) {
+    if (pageWidth > end + negligibleGap) {
         addCell(pageWidth, {});
     }
     return "\\trowd\\trgaph0\\trleft0" + borders + "\n" + contents + "\\row\n";

@@ -74,7 +74,7 @@ void mMain::PDFExport(const Program& program, const Document& document, QWidget*
         }
         WaitDialog wait(program.clock, parent, QStringLiteral("Writing the report..."),
                         static_cast<int>(document.pages.size()));
-        const QByteArray bytes = PdfBytes(document, [&wait](int /*pages*/) { return wait.GoesOn(); });
+        const QByteArray bytes = PdfBytes(document, [&wait](int /*pages*/) { return wait.Advance(); });
         if (!bytes.isEmpty()) {
             WriteFile(program, *file, bytes, parent);
         }

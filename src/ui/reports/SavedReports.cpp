@@ -125,7 +125,7 @@ void SavedReports::CloseFrame() const
 {
     m_controls.covered->setEnabled(true);
     m_controls.frame->hide();
-    m_controls.usualDefault->setDefault(true);
+    m_controls.defaultButton->setDefault(true);
     m_controls.picker->FocusChosen();
 }
 

@@ -34,7 +34,7 @@ public:
         QComboBox* cboSaved;
         QPushButton* cmdSave;
         QPushButton* cmdDelete;
-        QPushButton* usualDefault; ///< the window's default button while the frame is closed
+        QPushButton* defaultButton; ///< the window's default button while the frame is closed
         SaveFrame* frame;
     };
 

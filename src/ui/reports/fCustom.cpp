@@ -77,13 +77,13 @@ void fCustom::Form_Load()
 /// Stores the previous field and shows the selected one. If storing fails, the previous field stays selected.
 void fCustom::lstField_Click()
 {
-    auto stay = qScopeGuard([this] {
+    auto reselect = qScopeGuard([this] {
         // after the list has handled the click
         QMetaObject::invokeMethod(
             this,
             [this] {
                 if (m_shown >= 0) {
-                    const QSignalBlocker quiet(m_ui->lstField);
+                    const QSignalBlocker blocker(m_ui->lstField);
                     m_ui->lstField->setCurrentRow(m_shown);
                 }
             },
@@ -93,7 +93,7 @@ void fCustom::lstField_Click()
         return;
     }
     Show(m_ui->lstField->currentRow());
-    stay.dismiss();
+    reselect.dismiss();
 }
 
 /// The number of a field is its position in the file, counted from 1.

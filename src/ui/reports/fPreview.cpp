@@ -69,7 +69,7 @@ void fPreview::ShowReport()
 bool fPreview::Prepare()
 {
     WaitDialog wait(m_program.clock, parentWidget(), QStringLiteral("Laying out the report..."));
-    std::optional<Document> document = LayOut(m_report, [&wait](int /*rows*/) { return wait.GoesOn(); });
+    std::optional<Document> document = LayOut(m_report, [&wait](int /*rows*/) { return wait.Advance(); });
     if (!document) {
         return false;
     }
@@ -194,7 +194,7 @@ void fPreview::AddZoom()
 
 void fPreview::ShowPage()
 {
-    const QSignalBlocker quiet(m_page);
+    const QSignalBlocker blocker(m_page);
     m_page->setRange(1, m_view->PageCount());
     m_page->setSuffix(QStringLiteral(" of %1").arg(m_view->PageCount()));
     m_page->setValue(m_view->CurrentPage() + 1);
@@ -244,11 +244,11 @@ void fPreview::Print()
 
 void fPreview::SetUpPage()
 {
-    auto putBack = qScopeGuard([this, before = m_report.Page] { m_report.Page = before; });
+    auto restorePage = qScopeGuard([this, before = m_report.Page] { m_report.Page = before; });
     m_report.Page.setOrientation(
         PageOf(*m_document).orientation()); // a report may change the orientation during a run
     if (m_program.printers.SetUpPage(this, m_report.Page) && Prepare()) {
-        putBack.dismiss();
+        restorePage.dismiss();
     }
 }
 

@@ -27,7 +27,7 @@ fRptLog::fRptLog(const Program& program, QWidget* parent)
                                 .cboSaved = m_ui->cboSaved,
                                 .cmdSave = m_ui->cmdSave,
                                 .cmdDelete = m_ui->cmdDelete,
-                                .usualDefault = m_ui->cmdPreview,
+                                .defaultButton = m_ui->cmdPreview,
                                 .frame = m_ui->frSaved},
                                this);
     connect(m_ui->fieldPicker, &FieldPicker::Changed, this, &fRptLog::SetControls);

@@ -29,12 +29,12 @@ private Q_SLOTS:
     {
         ScriptedClock clock;
         WaitDialog wait(clock, nullptr, QStringLiteral("Laying out the report..."), 10);
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         clock.now += 499ms;
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         QVERIFY(Shown() == nullptr);
         clock.now += 1ms;
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         QVERIFY(Shown() != nullptr);
         QCOMPARE(Shown()->objectName(), QStringLiteral("dlgWait"));
         QCOMPARE(Shown()->windowTitle(), QStringLiteral("Tarno"));
@@ -47,13 +47,13 @@ private Q_SLOTS:
         ScriptedClock clock;
         WaitDialog wait(clock, nullptr, QString(), 10);
         clock.now += 500ms;
-        wait.GoesOn();
+        wait.Advance();
         QCOMPARE(Shown()->value(), 1);
         clock.now += 49ms;
-        wait.GoesOn();
+        wait.Advance();
         QCOMPARE(Shown()->value(), 1);
         clock.now += 1ms;
-        wait.GoesOn();
+        wait.Advance();
         QCOMPARE(Shown()->value(), 3);
     }
 
@@ -62,7 +62,7 @@ private Q_SLOTS:
         ScriptedClock clock;
         WaitDialog wait(clock, nullptr, QString());
         clock.now += 1s;
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         QCOMPARE(Shown()->maximum(), 0);
         QCOMPARE(Shown()->value(), 0);
     }
@@ -72,9 +72,9 @@ private Q_SLOTS:
         ScriptedClock clock;
         WaitDialog wait(clock, nullptr, QString(), 10);
         clock.now += 500ms;
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         Shown()->cancel();
-        QVERIFY(!wait.GoesOn());
+        QVERIFY(!wait.Advance());
     }
 
     void dialog_isGoneWithTheWork()
@@ -83,7 +83,7 @@ private Q_SLOTS:
         {
             WaitDialog wait(clock, nullptr, QString(), 10);
             clock.now += 500ms;
-            wait.GoesOn();
+            wait.Advance();
             QVERIFY(Shown() != nullptr);
         }
         QVERIFY(Shown() == nullptr);
