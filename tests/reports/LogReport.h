@@ -30,7 +30,7 @@ struct Column {
 using Columns = std::vector<Column>;
 
 /// Returns columns "F0", "F1" ... with the given widths.
-inline Columns Wide(const std::vector<int>& widths)
+inline Columns ColumnsOfWidths(const std::vector<int>& widths)
 {
     Columns columns;
     for (const int width : widths) {
@@ -120,7 +120,7 @@ private:
 };
 
 /// Returns the text `name` of a band; aborts the test if it does not exist.
-inline const PlacedText& In(const Band& band, const QString& name)
+inline const PlacedText& FindText(const Band& band, const QString& name)
 {
     const auto found = std::find_if(band.texts.begin(), band.texts.end(),
                                     [&](const PlacedText& text) { return text.name == name; });
@@ -130,9 +130,9 @@ inline const PlacedText& In(const Band& band, const QString& name)
     return *found;
 }
 
-inline const PlacedText& In(const Band& band, const char* name)
+inline const PlacedText& FindText(const Band& band, const char* name)
 {
-    return In(band, QLatin1String(name));
+    return FindText(band, QLatin1String(name));
 }
 
 inline int RightEnd(const PlacedText& text)
@@ -140,18 +140,18 @@ inline int RightEnd(const PlacedText& text)
     return text.box.left() + text.box.width();
 }
 
-/// Returns "left,line" for each column, in millimetres and counting lines from 0, or "astray" if the heading
-/// is not above its field or not on a line.
-inline QStringList Places(const Document& document, std::size_t columns)
+/// Returns "left,line" for each column, in millimetres and counting lines from 0, or "misplaced" if the
+/// heading is not above its field or not on a line.
+inline QStringList ColumnPositions(const Document& document, std::size_t columns)
 {
     QStringList places;
     for (std::size_t column = 0; column < columns; ++column) {
-        const QRect heading = In(document.header, QStringLiteral("lblF%1").arg(column)).box;
-        const QRect field = In(document.details.front(), QStringLiteral("fldF%1").arg(column)).box;
-        const bool astray = heading.left() % 57 != 0 || heading.left() != field.left() ||
-                            heading.top() != field.top() + 741 || field.top() % 399 != 0;
-        places << (astray ? QStringLiteral("astray")
-                          : QStringLiteral("%1,%2").arg(field.left() / 57).arg(field.top() / 399));
+        const QRect heading = FindText(document.header, QStringLiteral("lblF%1").arg(column)).box;
+        const QRect field = FindText(document.details.front(), QStringLiteral("fldF%1").arg(column)).box;
+        const bool misplaced = heading.left() % 57 != 0 || heading.left() != field.left() ||
+                               heading.top() != field.top() + 741 || field.top() % 399 != 0;
+        places << (misplaced ? QStringLiteral("misplaced")
+                             : QStringLiteral("%1,%2").arg(field.left() / 57).arg(field.top() / 399));
     }
     return places;
 }

@@ -32,7 +32,7 @@ public:
     }
 
     /// Adds a field that wraps its text and grows with it.
-    ReportControl& AddGrowing(const QString& name, const QRect& place)
+    ReportControl& AddGrowingField(const QString& name, const QRect& place)
     {
         ReportControl& field = AddField(name, place);
         field.CanGrow = true;
@@ -68,20 +68,20 @@ public:
     }
 
     /// Returns the height of a line in the default font of the controls.
-    static int LineHeight() { return TextMeasurer().For(UsualFont()).lineHeight; }
+    static int LineHeight() { return TextMeasurer().For(DefaultFont()).lineHeight; }
 
-    static ReportFont UsualFont() { return {QStringLiteral("DejaVu Sans"), 8, false}; }
+    static ReportFont DefaultFont() { return {QStringLiteral("DejaVu Sans"), 8, false}; }
 
     void ReportStart() override
     {
         Tools = tools;
-        Happened("ReportStart");
+        RaiseEvent("ReportStart");
     }
 
     void DataInitialize() override
     {
         m_row = 0;
-        Happened("DataInitialize");
+        RaiseEvent("DataInitialize");
     }
 
     void FetchData(bool& endOfData) override
@@ -93,24 +93,24 @@ public:
                 Fields.SetValue(column, row[column]);
             }
         }
-        Happened("FetchData");
+        RaiseEvent("FetchData");
     }
 
-    void Detail_Format() override { Happened("Detail_Format"); }
+    void Detail_Format() override { RaiseEvent("Detail_Format"); }
 
-    void Detail_BeforePrint() override { Happened("Detail_BeforePrint"); }
+    void Detail_BeforePrint() override { RaiseEvent("Detail_BeforePrint"); }
 
-    void ReportEnd() override { Happened("ReportEnd"); }
+    void ReportEnd() override { RaiseEvent("ReportEnd"); }
 
     void ToolbarClick(const QString& caption, ReportViewer& /*viewer*/) override
     {
         clicked << caption;
-        Happened("ToolbarClick");
+        RaiseEvent("ToolbarClick");
     }
 
     std::vector<QStringList> rows;
     std::vector<ReportTool> tools;
-    std::map<QString, std::function<void()>> during; ///< functions to call, by event name
+    std::map<QString, std::function<void()>> handlers; ///< functions to call, by event name
     QStringList events;
     QStringList clicked;
 
@@ -122,13 +122,13 @@ private:
         control.Top = place.top();
         control.Width = place.width();
         control.Height = place.height();
-        control.Font = UsualFont();
+        control.Font = DefaultFont();
     }
 
-    void Happened(const char* event)
+    void RaiseEvent(const char* event)
     {
         events << QLatin1String(event);
-        if (const auto found = during.find(QLatin1String(event)); found != during.end()) {
+        if (const auto found = handlers.find(QLatin1String(event)); found != handlers.end()) {
             found->second();
         }
     }

@@ -94,22 +94,22 @@ private:
     {
         static const QStringList tides{QStringLiteral("Top"), QStringLiteral("Run Out"),
                                        QStringLiteral("Bottom"), QStringLiteral("Run In")};
-        static const QHash<QString, QStringList> behindTheirCode{
+        static const QHash<QString, QStringList> wordsAfterCode{
             {QStringLiteral("TideStart"), tides},
             {QStringLiteral("TideEnd"), tides},
             {QStringLiteral("Prediction"), Words("Poor,Fair,Good,Best")},
             {QStringLiteral("FishAction"), Words("Slow,Fair,Good,Hot!")},
             {QStringLiteral("Weather"), Words("Stormy,Rainy,Showery,Overcast,Cloudy,Few Clouds,Clear")}};
-        static const QHash<QString, QStringList> alone{
+        static const QHash<QString, QStringList> wordsOnly{
             {QStringLiteral("WindDir"), Words("N,NE,E,SE,S,SW,W,NW")},
             {QStringLiteral("WindStrength"), Words("Calm,Light,Moderate,Strong")},
             {QStringLiteral("WaterClarity"), Words("Clear,Cloudy,Muddy")},
             {QStringLiteral("AirPressure"), Words("Rising,Falling")}};
         QString value = ValueOf(entry, name);
-        if (const auto words = behindTheirCode.find(name); words != behindTheirCode.end()) {
+        if (const auto words = wordsAfterCode.find(name); words != wordsAfterCode.end()) {
             return (first ? value + QLatin1Char('-') : QString()) + WordAt(*words, value);
         }
-        if (const auto words = alone.find(name); words != alone.end()) {
+        if (const auto words = wordsOnly.find(name); words != wordsOnly.end()) {
             return WordAt(*words, value);
         }
         if (name == QLatin1String("MoonPhase")) {

@@ -111,7 +111,7 @@ private Q_SLOTS:
         QFETCH(QSize, paper);
         QFETCH(QMargins, margins);
         RowsReport report;
-        report.during[QStringLiteral("ReportStart")] = [&] { report.Page = page; };
+        report.handlers[QStringLiteral("ReportStart")] = [&] { report.Page = page; };
         const auto document = LayOut(report);
         QCOMPARE(document->paper, paper);
         QCOMPARE(document->margins, margins);
@@ -156,7 +156,7 @@ private Q_SLOTS:
     {
         RowsReport report({{QStringLiteral("0")}, {QString()}});
         report.AddField(QStringLiteral("Access"), {0, 0, 3000, 300});
-        report.during[QStringLiteral("Detail_Format")] = [&] {
+        report.handlers[QStringLiteral("Detail_Format")] = [&] {
             QString& text = report.Detail.Controls[QStringLiteral("Access")].Text;
             text = text == QLatin1String("0") ? QStringLiteral("Land") : QStringLiteral("Not Set");
         };
@@ -168,9 +168,9 @@ private Q_SLOTS:
     void detailFormat_aLongerText_growsTheBand()
     {
         RowsReport report({{QStringLiteral("short")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
         report.Detail.Height = 300;
-        report.during[QStringLiteral("Detail_Format")] = [&] {
+        report.handlers[QStringLiteral("Detail_Format")] = [&] {
             report.Detail.Controls[QStringLiteral("a")].Text = QStringLiteral("1\n2\n3\n4");
         };
         QCOMPARE(OnlyRow(report).height, 4 * RowsReport::LineHeight());
@@ -179,10 +179,10 @@ private Q_SLOTS:
     void design_isAsBeforeAfterARun()
     {
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
         report.Detail.Height = 300;
-        report.during[QStringLiteral("DataInitialize")] = [&] { report.Fields.Add(QStringLiteral("b")); };
-        report.during[QStringLiteral("ReportStart")] = [&] {
+        report.handlers[QStringLiteral("DataInitialize")] = [&] { report.Fields.Add(QStringLiteral("b")); };
+        report.handlers[QStringLiteral("ReportStart")] = [&] {
             RowsReport::AddLabel(report.PageHeader, QStringLiteral("late"), {0, 0, 100, 100}, QString());
             report.PageFooter.Height = 1000;
         };
@@ -193,7 +193,7 @@ private Q_SLOTS:
     void twoRuns_giveTheSame()
     {
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}, {QStringLiteral("x")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
         RowsReport::AddLine(report.Detail, QStringLiteral("line"), {0, 320, 3000, 0});
         report.Detail.Height = 340;
         const auto first = LayOut(report);
@@ -218,9 +218,9 @@ private Q_SLOTS:
     {
         QFETCH(QString, event);
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
         report.Detail.Height = 300;
-        report.during[event] = [&] {
+        report.handlers[event] = [&] {
             report.Detail.Height = 5;
             report.Fields.Add(QStringLiteral("b"));
             throw Error(ErrorNumber::TypeMismatch);
@@ -229,7 +229,7 @@ private Q_SLOTS:
         CheckDesign(report);
         QCOMPARE(report.events.count(QStringLiteral("ReportEnd")),
                  event == QLatin1String("ReportStart") ? 0 : 1);
-        report.during.clear();
+        report.handlers.clear();
         QCOMPARE(OnlyRow(report).height, 4 * RowsReport::LineHeight());
     }
 
@@ -238,13 +238,13 @@ private Q_SLOTS:
         RowsReport report(RowsReport::Numbered(100));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
         report.Detail.Height = 300;
-        int told = 0;
+        int calls = 0;
         const auto document = LayOut(report, [&](int rows) {
-            ++told;
+            ++calls;
             return rows < 3;
         });
         QVERIFY(!document);
-        QCOMPARE(told, 3);
+        QCOMPARE(calls, 3);
         QCOMPARE(report.events.count(QStringLiteral("Detail_Format")), 3);
         QCOMPARE(report.events.last(), QStringLiteral("ReportEnd"));
         CheckDesign(report);
@@ -254,12 +254,12 @@ private Q_SLOTS:
     {
         RowsReport report(RowsReport::Numbered(4));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300});
-        QList<int> told;
+        QList<int> calls;
         QVERIFY(LayOut(report, [&](int rows) {
-                    told << rows;
+                    calls << rows;
                     return true;
                 }).has_value());
-        QCOMPARE(told, (QList<int>{1, 2, 3, 4}));
+        QCOMPARE(calls, (QList<int>{1, 2, 3, 4}));
     }
 
 private:

@@ -185,7 +185,7 @@ private Q_SLOTS:
         const QStringList lines = NumberedLines(300);
         RowsReport report(
             {{QStringLiteral("before")}, {lines.join(QLatin1Char('\n'))}, {QStringLiteral("after")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 5000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 5000, 300});
         report.Detail.Height = 300;
         const auto document = LayOut(report);
         const QList<QStringList> pages = PagesOf(*document);
@@ -206,7 +206,7 @@ private Q_SLOTS:
     void bandHigherThanAPage_nextRowStandsRightBelowItsEnd()
     {
         RowsReport report({{NumberedLines(100).join(QLatin1Char('\n'))}, {QStringLiteral("after")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 5000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 5000, 300});
         report.Detail.Height = 350; // 50 below the text
         const auto document = LayOut(report);
         const PaintedPage last(*document, document->pages.size() - 1);
@@ -222,7 +222,7 @@ private Q_SLOTS:
             words << QStringLiteral("w%1").arg(number);
         }
         RowsReport report({{words.join(QLatin1Char(' '))}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 1200, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 1200, 300});
         report.Detail.Height = 300;
         const auto document = LayOut(report);
         QVERIFY(document->pages.size() > 5);
@@ -239,8 +239,8 @@ private Q_SLOTS:
         const QStringList left = NumberedLines(200, QStringLiteral("left"));
         const QStringList right = NumberedLines(200, QStringLiteral("right"));
         RowsReport report({{left.join(QLatin1Char('\n')), right.join(QLatin1Char('\n'))}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
-        report.AddGrowing(QStringLiteral("b"), {3000, 70, 3000, 300}).Font.Size = 9;
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("b"), {3000, 70, 3000, 300}).Font.Size = 9;
         report.Detail.Height = 400;
         const auto document = LayOut(report);
         QStringList printedLeft;
@@ -259,7 +259,7 @@ private Q_SLOTS:
     void lineHigherThanAPage_isPrintedOnce()
     {
         RowsReport report({{QStringLiteral("A\nB")}, {QStringLiteral("C")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 100000, 300}).Font.Size = 800;
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 100000, 300}).Font.Size = 800;
         report.Detail.Height = 300;
         QCOMPARE(PagesOf(*LayOut(report)),
                  (QList<QStringList>{{QStringLiteral("A")}, {QStringLiteral("B")}, {QStringLiteral("C")}}));
@@ -268,7 +268,7 @@ private Q_SLOTS:
     void ruleAtTheEndOfABandHigherThanAPage_standsOnItsLastPage()
     {
         RowsReport report({{NumberedLines(100).join(QLatin1Char('\n'))}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 5000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 5000, 300});
         RowsReport::AddLine(report.Detail, QStringLiteral("line"), {0, 320, 5000, 0});
         report.Detail.Height = 320;
         const auto document = LayOut(report);

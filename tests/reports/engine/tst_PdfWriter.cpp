@@ -73,10 +73,10 @@ private:
 };
 
 /// Returns the PDF of a report with one column.
-QByteArray PdfOf(const std::vector<QStringList>& rows, const ReportFont& font = RowsReport::UsualFont())
+QByteArray PdfOf(const std::vector<QStringList>& rows, const ReportFont& font = RowsReport::DefaultFont())
 {
     RowsReport report(rows);
-    report.AddGrowing(QStringLiteral("a"), {0, 0, 8900, 300}).Font = font;
+    report.AddGrowingField(QStringLiteral("a"), {0, 0, 8900, 300}).Font = font;
     report.Detail.Height = 300;
     return PdfBytes(*LayOut(report));
 }
@@ -243,14 +243,14 @@ private Q_SLOTS:
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300});
         report.Detail.Height = 10000;
         const auto document = LayOut(report);
-        int told = 0;
+        int calls = 0;
         QCOMPARE(PdfBytes(*document,
                           [&](int pages) {
-                              ++told;
+                              ++calls;
                               return pages < 3;
                           }),
                  QByteArray());
-        QCOMPARE(told, 3);
+        QCOMPARE(calls, 3);
     }
 
     void progress_isToldAfterEachPage()
@@ -258,12 +258,12 @@ private Q_SLOTS:
         RowsReport report(RowsReport::Numbered(3));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300});
         report.Detail.Height = 10000;
-        QList<int> told;
+        QList<int> calls;
         QVERIFY(!PdfBytes(*LayOut(report), [&](int pages) {
-                     told << pages;
+                     calls << pages;
                      return true;
                  }).isEmpty());
-        QCOMPARE(told, (QList<int>{1, 2, 3}));
+        QCOMPARE(calls, (QList<int>{1, 2, 3}));
     }
 };
 

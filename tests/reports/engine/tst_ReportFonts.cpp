@@ -122,7 +122,7 @@ private Q_SLOTS:
         QFETCH(QString, text);
         constexpr int width = 2345;
         RowsReport report({{text}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, width, 300}).Font = {family, size, bold};
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, width, 300}).Font = {family, size, bold};
         report.Detail.Height = 300;
         const auto document = LayOut(report);
         const PlacedText& placed = document->details.front().texts.front();

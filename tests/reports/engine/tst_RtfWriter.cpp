@@ -18,7 +18,7 @@ namespace
 QByteArray RtfOf(const std::vector<QStringList>& rows)
 {
     RowsReport report(rows);
-    report.AddGrowing(QStringLiteral("a"), {0, 0, 9000, 300});
+    report.AddGrowingField(QStringLiteral("a"), {0, 0, 9000, 300});
     report.Detail.Height = 300;
     return RtfBytes(*LayOut(report));
 }
@@ -87,8 +87,8 @@ private Q_SLOTS:
         QFETCH(QString, text);
         RowsReport report({{text, text}});
         report.Caption = text;
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
-        report.AddGrowing(QStringLiteral("b"), {3000, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("b"), {3000, 0, 3000, 300});
         RowsReport::AddLabel(report.PageHeader, QStringLiteral("c"), {0, 0, 900, 900}, text).MultiLine = true;
         const RtfReading reading = RtfReader::Read(RtfBytes(*LayOut(report)));
         QCOMPARE(reading.fault, QString());
@@ -205,7 +205,7 @@ private Q_SLOTS:
     {
         RowsReport report({{QStringLiteral("1"), QStringLiteral("2\n3\n4")}});
         report.AddField(QStringLiteral("a"), {0, 0, 2000, 300});
-        report.AddGrowing(QStringLiteral("b"), {2000, 0, 2000, 300});
+        report.AddGrowingField(QStringLiteral("b"), {2000, 0, 2000, 300});
         RowsReport::AddLabel(report.Detail, QStringLiteral("c"), {0, 300, 2000, 300}, QStringLiteral("x"));
         RowsReport::AddLine(report.Detail, QStringLiteral("line"), {0, 620, 4000, 0});
         report.Detail.Height = 640;
@@ -287,7 +287,7 @@ private Q_SLOTS:
         NOT_ON_WINDOWS("unrtf");
         RowsReport report;
         for (int column = 0; column < 4; ++column) {
-            report.AddGrowing(QStringLiteral("column%1").arg(column), {column * 2200, 0, 2200, 300});
+            report.AddGrowingField(QStringLiteral("column%1").arg(column), {column * 2200, 0, 2200, 300});
         }
         report.Detail.Height = 300;
         QStringList expected;

@@ -79,12 +79,12 @@ public:
             qFatal("the shipped files cannot be read");
         }
         m_field = Record(fields.front());
-        AddFamily("Entry", "tarno.xml", "tarnoblank.xml", m_entry, &cSQL::EntryList, &cSQL::EntryGet,
-                  &cSQL::EntryUpdate, &cSQL::EntryDelete);
-        AddFamily("Location", "location.xml", "locationblank.xml", m_location, &cSQL::LocationList,
-                  &cSQL::LocationGet, &cSQL::LocationUpdate, &cSQL::LocationDelete);
-        AddFamily("Report", "Rpt.xml", "RptBlank.xml", m_report, &cSQL::ReportList, &cSQL::ReportGet,
-                  &cSQL::ReportUpdate, &cSQL::ReportDelete);
+        AddOperations("Entry", "tarno.xml", "tarnoblank.xml", m_entry, &cSQL::EntryList, &cSQL::EntryGet,
+                      &cSQL::EntryUpdate, &cSQL::EntryDelete);
+        AddOperations("Location", "location.xml", "locationblank.xml", m_location, &cSQL::LocationList,
+                      &cSQL::LocationGet, &cSQL::LocationUpdate, &cSQL::LocationDelete);
+        AddOperations("Report", "Rpt.xml", "RptBlank.xml", m_report, &cSQL::ReportList, &cSQL::ReportGet,
+                      &cSQL::ReportUpdate, &cSQL::ReportDelete);
         Add("FieldList", "field.xml", [](cSQL& data) {
             RecordList list;
             return data.FieldList(list) == succeeded;
@@ -176,10 +176,10 @@ private:
         m_operations.push_back({routine, file, std::move(succeeds)});
     }
 
-    void AddFamily(const std::string& name, const std::string& file, const std::string& blank,
-                   const Record& made, Status (cSQL::*list)(RecordList&) const,
-                   Status (cSQL::*get)(std::int16_t, Record&) const, Status (cSQL::*update)(Record&),
-                   Status (cSQL::*remove)(std::int16_t))
+    void AddOperations(const std::string& name, const std::string& file, const std::string& blank,
+                       const Record& made, Status (cSQL::*list)(RecordList&) const,
+                       Status (cSQL::*get)(std::int16_t, Record&) const, Status (cSQL::*update)(Record&),
+                       Status (cSQL::*remove)(std::int16_t))
     {
         Add(name + "List", file, [list](cSQL& sql) {
             RecordList records;
@@ -232,7 +232,7 @@ inline XmlReading ReadXml(const std::string& bytes)
     QXmlStreamReader reader(QByteArray::fromStdString(bytes));
     reader.setNamespaceProcessing(false);
     bool first = true;
-    bool behindStart = false;
+    bool afterStart = false;
     std::string blanks; // white space, which counts only if the element contains nothing else
     while (!reader.atEnd()) {
         const auto token = reader.readNext();
@@ -253,7 +253,7 @@ inline XmlReading ReadXml(const std::string& bytes)
             break;
         }
         case QXmlStreamReader::EndElement:
-            if (behindStart && !blanks.empty()) {
+            if (afterStart && !blanks.empty()) {
                 reading.content.push_back(blanks);
             }
             blanks.clear();
@@ -261,7 +261,7 @@ inline XmlReading ReadXml(const std::string& bytes)
             break;
         case QXmlStreamReader::Characters:
             if (reader.isWhitespace() && !reader.isCDATA()) {
-                blanks = behindStart ? text : std::string();
+                blanks = afterStart ? text : std::string();
                 std::replace(blanks.begin(), blanks.end(), '\r', '\n');
                 continue;
             }
@@ -279,7 +279,7 @@ inline XmlReading ReadXml(const std::string& bytes)
         default:
             break;
         }
-        behindStart = token == QXmlStreamReader::StartElement;
+        afterStart = token == QXmlStreamReader::StartElement;
     }
     if (reader.hasError()) {
         reading.fault = reader.errorString().toStdString();

@@ -36,18 +36,18 @@ public:
     {
         UseSample();
         ErrorReporter::Instance().SetShowMessage(
-            [this](const std::string& text, const std::string& /*title*/) { told.push_back(text); });
+            [this](const std::string& text, const std::string& /*title*/) { shownMessages.push_back(text); });
     }
 
     Answers answers;
-    std::vector<std::string> told;
-    const Program attended{programFolder, sql,   descs,    settings, clock,
-                           answers,       files, programs, printers, operations};
+    std::vector<std::string> shownMessages;
+    const Program autoAnswered{programFolder, sql,   descs,    settings, clock,
+                               answers,       files, programs, printers, operations};
 };
 
 /// Runs `open`. In each modal window that it opens, runs `steps` and closes the window.
 template <typename Open, typename Steps>
-void Attended(Open&& open, Steps&& steps)
+void RunInDialogs(Open&& open, Steps&& steps)
 {
     QTimer driver;
     QObject::connect(&driver, &QTimer::timeout, &driver, [&] {
@@ -77,27 +77,27 @@ void TypeAndSave(QWidget& window, const char* box)
 /// Opens all windows and types and saves in each of them.
 void UseEverything(const DamagedProgram& log)
 {
-    fTarno mainWindow(log.attended);
+    fTarno mainWindow(log.autoAnswered);
     mainWindow.show();
     AwaitActive(mainWindow);
     for (const std::int16_t key : {0, 1}) {
-        Attended([&] { fEntry(log.attended, &mainWindow).SetData(key, false); },
-                 [](QWidget& window) { TypeAndSave(window, "txtAirTemp"); });
-        Attended([&] { dlgLocMaint(log.attended, &mainWindow).SetData(key, false); },
-                 [](QWidget& window) { TypeAndSave(window, "txtLocName"); });
+        RunInDialogs([&] { fEntry(log.autoAnswered, &mainWindow).SetData(key, false); },
+                     [](QWidget& window) { TypeAndSave(window, "txtAirTemp"); });
+        RunInDialogs([&] { dlgLocMaint(log.autoAnswered, &mainWindow).SetData(key, false); },
+                     [](QWidget& window) { TypeAndSave(window, "txtLocName"); });
     }
-    fEntry(log.attended, &mainWindow).SetData(2, true);
-    dlgLocMaint(log.attended, &mainWindow).SetData(2, true);
-    Attended([&] { fLocs(log.attended, &mainWindow).exec(); }, [](QWidget&) {});
-    Attended([&] { fRptLog(log.attended, &mainWindow).exec(); },
-             [](QWidget& window) {
-                 for (const char* button : {"cmdMoveAll", "cmdBack", "cmdUp", "cmdSave", "cmdSavedOK"}) {
-                     window.findChild<QAbstractButton*>(QLatin1String(button))->click();
-                     if (auto* name = window.findChild<QLineEdit*>(QStringLiteral("txtSaved"))) {
-                         name->setText(QStringLiteral("typed"));
+    fEntry(log.autoAnswered, &mainWindow).SetData(2, true);
+    dlgLocMaint(log.autoAnswered, &mainWindow).SetData(2, true);
+    RunInDialogs([&] { fLocs(log.autoAnswered, &mainWindow).exec(); }, [](QWidget&) {});
+    RunInDialogs([&] { fRptLog(log.autoAnswered, &mainWindow).exec(); },
+                 [](QWidget& window) {
+                     for (const char* button : {"cmdMoveAll", "cmdBack", "cmdUp", "cmdSave", "cmdSavedOK"}) {
+                         window.findChild<QAbstractButton*>(QLatin1String(button))->click();
+                         if (auto* name = window.findChild<QLineEdit*>(QStringLiteral("txtSaved"))) {
+                             name->setText(QStringLiteral("typed"));
+                         }
                      }
-                 }
-             });
+                 });
 }
 
 /// The bytes of a damaged file, or none for a folder in its place.
@@ -177,7 +177,7 @@ private Q_SLOTS:
         const std::vector<std::string> names = log.folder.Names();
         log.Start();
         UseEverything(log);
-        QVERIFY(!log.told.empty());
+        QVERIFY(!log.shownMessages.empty());
         QVERIFY(IsUntouched(log.folder, file, damage));
         for (const std::string other : dataFiles) {
             if (other != file) {
@@ -197,22 +197,23 @@ private Q_SLOTS:
         DamagedProgram log;
         Put(log.folder, file, damage);
         log.Start();
-        Attended([&] { fEntry(log.attended, nullptr).SetData(1, false); },
-                 [&](QWidget& editor) {
-                     for (const char* label : {"lblDDBait", "lblDDTarget", "lblDDCaught", "lblDDMethods"}) {
-                         GoTo(editor, label);
-                         auto& list = Find<QListWidget>(editor, "lstList");
-                         if (list.isVisible()) {
-                             QVERIFY(list.count() > 0);
-                             Press(editor, Qt::Key_Escape);
-                         }
-                         QVERIFY(!list.isVisible());
-                     }
-                     QVERIFY(editor.isVisible());
-                     TypeAndSave(editor, "txtAirTemp");
-                 });
+        RunInDialogs(
+            [&] { fEntry(log.autoAnswered, nullptr).SetData(1, false); },
+            [&](QWidget& editor) {
+                for (const char* label : {"lblDDBait", "lblDDTarget", "lblDDCaught", "lblDDMethods"}) {
+                    GoTo(editor, label);
+                    auto& list = Find<QListWidget>(editor, "lstList");
+                    if (list.isVisible()) {
+                        QVERIFY(list.count() > 0);
+                        Press(editor, Qt::Key_Escape);
+                    }
+                    QVERIFY(!list.isVisible());
+                }
+                QVERIFY(editor.isVisible());
+                TypeAndSave(editor, "txtAirTemp");
+            });
         QCOMPARE(log.StoredEntry(1, EntryField::AirTemp), "typed"s);
-        QCOMPARE(log.told, std::vector<std::string>());
+        QCOMPARE(log.shownMessages, std::vector<std::string>());
         QVERIFY(IsUntouched(log.folder, file, damage));
     }
 
@@ -229,7 +230,7 @@ private Q_SLOTS:
         log.settings.SaveSetting("KOWRA", "XTidePath", log.folder.PathOf("Bait.txt"));
         QCOMPARE(log.settings.GetSetting("KOWRA", "XTidePath", "none"), "none"s);
         UseEverything(log);
-        QCOMPARE(log.told, std::vector<std::string>());
+        QCOMPARE(log.shownMessages, std::vector<std::string>());
         QVERIFY(IsUntouched(log.folder, file, damage));
     }
 };

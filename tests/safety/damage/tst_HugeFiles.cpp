@@ -102,11 +102,11 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished(-1));
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 0);
-        std::istringstream said(process.readAllStandardOutput().toStdString());
+        std::istringstream output(process.readAllStandardOutput().toStdString());
         std::size_t peak = 0;
         std::string broken;
-        said >> peak;
-        std::getline(said, broken);
+        output >> peak;
+        std::getline(output, broken);
         QCOMPARE(broken, std::string(" "));
 
         const std::string after = folder.Read(file);

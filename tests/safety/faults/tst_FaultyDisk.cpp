@@ -13,7 +13,7 @@ using namespace Tarno;
 namespace
 {
 
-constexpr int forEver = 1'000'000;
+constexpr int always = 1'000'000;
 
 /// The object of the preloaded library, or null if the library is not loaded.
 FaultyDisk* const disk = static_cast<FaultyDisk*>(::dlsym(RTLD_DEFAULT, "faultyDisk"));
@@ -107,7 +107,7 @@ private Q_SLOTS:
                 for (const int error : ErrorsOf(call.name)) {
                     CheckCall(step, call, before[call.name], error, 1);
                     if (error != EINTR) { // interrupted calls are repeated
-                        CheckCall(step, call, before[call.name], error, forEver);
+                        CheckCall(step, call, before[call.name], error, always);
                     }
                     if (QTest::currentTestFailed()) {
                         QFAIL((step.name + ", " + call.name + ", error " + std::to_string(error)).c_str());

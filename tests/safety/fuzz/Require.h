@@ -19,10 +19,10 @@ inline std::string_view BytesOf(const std::uint8_t* data, std::size_t size)
 }
 
 /// Aborts the program if a property does not hold, so that the fuzzer keeps the input.
-inline void Promise(bool kept, const char* promise)
+inline void Require(bool holds, const char* property)
 {
-    if (!kept) {
-        std::fprintf(stderr, "broken: %s\n", promise);
+    if (!holds) {
+        std::fprintf(stderr, "broken: %s\n", property);
         std::abort();
     }
 }

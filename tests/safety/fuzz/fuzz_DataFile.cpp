@@ -63,9 +63,9 @@ public:
     /// Checks that the folder contains only the shipped files, all unchanged except `changed`.
     void CheckOthers(const std::string& changed) const
     {
-        Promise(folder.Names().size() == m_shipped.size(), "no file is added or removed");
+        Require(folder.Names().size() == m_shipped.size(), "no file is added or removed");
         for (const auto& [name, bytes] : m_shipped) {
-            Promise(name == changed || Bytes(name) == bytes, "the other files do not change");
+            Require(name == changed || Bytes(name) == bytes, "the other files do not change");
         }
     }
 
@@ -163,21 +163,21 @@ std::optional<std::int16_t> NumberOf(const std::string& key)
 }
 
 /// Runs the program's operations on a file with any bytes.
-class Work
+class OperationsCheck
 {
 public:
-    Work(const ShippedFolder& folder, const File& file, std::string_view bytes)
+    OperationsCheck(const ShippedFolder& folder, const File& file, std::string_view bytes)
         : m_folder(folder), m_file(file), m_bytes(bytes), m_text(bytes.substr(0, 48))
     {
         m_folder.folder.Write(file.name, bytes);
-        Promise(m_sql.Init() == succeeded, "Init succeeds with any file");
+        Require(m_sql.Init() == succeeded, "Init succeeds with any file");
     }
 
     void Run()
     {
         const auto content = ContentOf(m_file, m_bytes);
         RecordList list;
-        Promise((m_file.list(m_sql, list) == succeeded) == content.has_value(),
+        Require((m_file.list(m_sql, list) == succeeded) == content.has_value(),
                 "records are listed if the file can be read");
         if (!content) {
             CheckThatNothingWorks();
@@ -186,11 +186,11 @@ public:
         m_content = *content;
         CheckList();
         Read();
-        Promise(OnDisk() == m_bytes, "reading changes nothing");
+        Require(OnDisk() == m_bytes, "reading changes nothing");
         // the first save changes some XML that only other programs write: it drops blanks written as
         // references next to a comment or a CDATA section, and separates two hyphens in a comment
         const auto kept = ContentOf(m_file, Rewritten(m_bytes));
-        Promise(kept && WithoutBlanks(*kept) == WithoutBlanks(m_content),
+        Require(kept && WithoutBlanks(*kept) == WithoutBlanks(m_content),
                 "the first save removes only blanks");
         if (kept != m_content) {
             return;
@@ -208,18 +208,18 @@ private:
     void CheckThatNothingWorks()
     {
         Record record;
-        Promise(m_sql.EntryGet(0, record) == succeeded, "the templates do not depend on the file");
+        Require(m_sql.EntryGet(0, record) == succeeded, "the templates do not depend on the file");
         for (const char* key : {"0", "1"}) {
             record.SetText(0, key);
-            Promise(m_file.update(m_sql, record) == failed, "no record is saved in an unreadable file");
+            Require(m_file.update(m_sql, record) == failed, "no record is saved in an unreadable file");
         }
         if (m_file.get) {
-            Promise(m_file.get(m_sql, 1, record) == failed, "no record is found in an unreadable file");
-            Promise(m_file.remove(m_sql, 1) == failed, "nothing is removed from an unreadable file");
+            Require(m_file.get(m_sql, 1, record) == failed, "no record is found in an unreadable file");
+            Require(m_file.remove(m_sql, 1) == failed, "nothing is removed from an unreadable file");
         }
         ReportLog();
-        Promise(m_sql.UnsavedFiles().empty(), "an unreadable file has no unsaved changes");
-        Promise(OnDisk() == m_bytes, "an unreadable file keeps its bytes");
+        Require(m_sql.UnsavedFiles().empty(), "an unreadable file has no unsaved changes");
+        Require(OnDisk() == m_bytes, "an unreadable file keeps its bytes");
         m_folder.CheckOthers(m_file.name);
     }
 
@@ -227,25 +227,25 @@ private:
     void CheckList() const
     {
         RecordList list;
-        Promise(m_file.list(m_sql, list) == succeeded, "a file that was read stays readable");
+        Require(m_file.list(m_sql, list) == succeeded, "a file that was read stays readable");
         Rows rows;
         for (const RecordView& record : list) {
             rows.push_back(RowOf(m_file, record));
         }
-        Promise(rows == (m_content.listed ? m_content.rows : Rows()), "the records are listed as they are");
+        Require(rows == (m_content.listed ? m_content.rows : Rows()), "the records are listed as they are");
     }
 
     /// Checks that the file on disk has the expected contents.
     void CheckSaved() const
     {
-        Promise(m_sql.UnsavedFiles().empty(), "a change is saved at once");
-        Promise(ContentOf(m_file, OnDisk()) == m_content, "a saved file contains the expected records");
+        Require(m_sql.UnsavedFiles().empty(), "a change is saved at once");
+        Require(ContentOf(m_file, OnDisk()) == m_content, "a saved file contains the expected records");
         CheckList();
     }
 
     void CheckUnchanged(const std::string& before) const
     {
-        Promise(OnDisk() == before, "a failed change leaves the file unchanged");
+        Require(OnDisk() == before, "a failed change leaves the file unchanged");
         CheckList();
     }
 
@@ -256,13 +256,13 @@ private:
             const auto found = Found(key);
             if (const auto number = NumberOf(key); m_file.get && number && found != m_content.rows.end()) {
                 Record record;
-                Promise(m_file.get(m_sql, *number, record) == succeeded, "a record is found by its number");
-                Promise(RowOf(m_file, record.View()) == *found, "the first record with a number is found");
+                Require(m_file.get(m_sql, *number, record) == succeeded, "a record is found by its number");
+                Require(RowOf(m_file, record.View()) == *found, "the first record with a number is found");
             }
             if (m_file.name == "location.xml") {
                 const bool named =
                     found != m_content.rows.end() && found->texts.size() > LocationField::LocName;
-                Promise(m_sql.LocationNameGet(key) == (named ? found->texts[LocationField::LocName] : "1"),
+                Require(m_sql.LocationNameGet(key) == (named ? found->texts[LocationField::LocName] : "1"),
                         "a location is found by the text of its key");
             }
         }
@@ -276,16 +276,16 @@ private:
                                                       "1,5,16,6,27,31", location);
             const ReportTable grid = m_sql.ReportGrid();
             const std::size_t trips = m_content.listed ? m_content.rows.size() : 0;
-            Promise(status == failed || m_file.name != "tarno.xml" || location != 0 ||
+            Require(status == failed || m_file.name != "tarno.xml" || location != 0 ||
                         grid.size() == std::max<std::size_t>(trips, 1),
                     "the report has a row for every trip, and one row if there are none");
             for (const std::size_t column : {0U, 3U}) {
                 if (status == succeeded) {
                     ReportTable& table = m_sql.ReportGrid();
                     mMain::ShellSort(table, {.column = column, .descending = column > 0, .mode = 0});
-                    Promise(std::is_permutation(table.begin(), table.end(), grid.begin(), grid.end()),
+                    Require(std::is_permutation(table.begin(), table.end(), grid.begin(), grid.end()),
                             "sorting loses no row");
-                    Promise(std::is_sorted(table.begin(), table.end(),
+                    Require(std::is_sorted(table.begin(), table.end(),
                                            [column](const ReportRow& left, const ReportRow& right) {
                                                return column > 0 ? left[column] > right[column]
                                                                  : left[column] < right[column];
@@ -319,7 +319,7 @@ private:
             if (record.Count() > 1) {
                 Record changed = record;
                 changed.SetText(1, m_text);
-                Promise(changed.Text(1) == XmlText(m_text), "a record stores any text");
+                Require(changed.Text(1) == XmlText(m_text), "a record stores any text");
                 if (RowOf(m_file, changed.View()).key == RowOf(m_file, record.View()).key) {
                     record = changed;
                 }
@@ -327,7 +327,7 @@ private:
             const std::string before = OnDisk();
             const auto found = Found(record.Text(0));
             const bool expected = found != m_content.rows.end();
-            Promise((m_file.update(m_sql, record) == succeeded) == expected,
+            Require((m_file.update(m_sql, record) == succeeded) == expected,
                     "a record is replaced if its key exists");
             if (expected) {
                 *found = RowOf(m_file, record.View());
@@ -358,18 +358,18 @@ private:
             return;
         }
         Record record;
-        Promise(m_file.get(m_sql, 0, record) == succeeded, "key 0 returns the template");
+        Require(m_file.get(m_sql, 0, record) == succeeded, "key 0 returns the template");
         record.SetText(1, m_text);
         const std::string before = OnDisk();
         const bool expected = TakesNewRecords();
-        Promise((m_file.update(m_sql, record) == succeeded) == expected,
+        Require((m_file.update(m_sql, record) == succeeded) == expected,
                 "a record is added if the last key is a number");
         if (!expected) {
             CheckUnchanged(before);
             return;
         }
         const std::int32_t last = m_content.rows.empty() ? 0 : ToInt32(m_content.rows.back().texts[0]);
-        Promise(record.Text(0) == std::to_string(last + 1), "a new record gets the next number");
+        Require(record.Text(0) == std::to_string(last + 1), "a new record gets the next number");
         m_content.rows.push_back(RowOf(m_file, record.View()));
         CheckSaved();
     }
@@ -391,7 +391,7 @@ private:
             if (const auto found = Found(std::to_string(number)); found != m_content.rows.end()) {
                 m_content.rows.erase(found);
             }
-            Promise(m_file.remove(m_sql, number) == succeeded,
+            Require(m_file.remove(m_sql, number) == succeeded,
                     "removing succeeds even if the key does not exist");
             CheckSaved();
         }
@@ -400,7 +400,7 @@ private:
     /// Checks the contents after the next start of the program.
     void CheckReopened()
     {
-        Promise(m_sql.DeInit() == succeeded && m_sql.Init() == succeeded, "the files are loaded again");
+        Require(m_sql.DeInit() == succeeded && m_sql.Init() == succeeded, "the files are loaded again");
         CheckList();
         Read();
         m_folder.CheckOthers(m_file.name);
@@ -423,7 +423,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     static const ShippedFolder folder;
     if (size > 0) {
         const File& file = Files()[*data % Files().size()];
-        Work(folder, file, BytesOf(data + 1, size - 1)).Run();
+        OperationsCheck(folder, file, BytesOf(data + 1, size - 1)).Run();
         folder.Restore(file.name);
     }
     return 0;

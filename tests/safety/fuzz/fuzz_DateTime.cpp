@@ -29,15 +29,15 @@ void CheckDate(std::string_view typed, const QLocale& locale)
     bool ok = false;
     CheckDateFormat(text, ok);
     if (!ok) {
-        Promise(text == typed, "an invalid date is not changed");
+        Require(text == typed, "an invalid date is not changed");
         return;
     }
-    Promise(HasForm(text, "0000-00-00"), "a date is written yyyy-mm-dd");
+    Require(HasForm(text, "0000-00-00"), "a date is written yyyy-mm-dd");
     const auto date = ToDate(text);
-    Promise(date.ok() && FromDate(date) == text, "an accepted date exists in the calendar");
+    Require(date.ok() && FromDate(date) == text, "an accepted date exists in the calendar");
     std::string again = text;
     CheckDateFormat(again, ok);
-    Promise(ok && again == text, "a normalized date is accepted unchanged");
+    Require(ok && again == text, "a normalized date is accepted unchanged");
 }
 
 void CheckTime(std::string_view typed)
@@ -46,15 +46,15 @@ void CheckTime(std::string_view typed)
     bool ok = false;
     CheckTimeFormat(text, ok);
     if (!ok) {
-        Promise(text == typed, "an invalid time is not changed");
+        Require(text == typed, "an invalid time is not changed");
         return;
     }
     const bool word = text.empty() || text == "never" || text == "sets" || text == "rises";
-    Promise(word ? text == typed : HasForm(text, "00:00") && text < "24:00" && text.substr(3) < "60",
+    Require(word ? text == typed : HasForm(text, "00:00") && text < "24:00" && text.substr(3) < "60",
             "an accepted time is hh:mm within a day, or a word");
     std::string again = text;
     CheckTimeFormat(again, ok);
-    Promise(ok && again == text, "a normalized time is accepted unchanged");
+    Require(ok && again == text, "a normalized time is accepted unchanged");
 }
 
 template <typename Convert>
@@ -72,10 +72,10 @@ void CheckWhole(Convert convert, std::string_view text, const std::optional<doub
 {
     const auto whole = Converted(convert, text);
     if (whole) {
-        Promise(number && std::abs(*number - *whole) <= 0.5, "a number is rounded to the nearest integer");
-        Promise(convert(std::to_string(*whole)) == *whole, "an integer makes a round trip");
+        Require(number && std::abs(*number - *whole) <= 0.5, "a number is rounded to the nearest integer");
+        Require(convert(std::to_string(*whole)) == *whole, "an integer makes a round trip");
     } else if (number) {
-        Promise(std::abs(*number) >= std::numeric_limits<decltype(convert(text))>::max(),
+        Require(std::abs(*number) >= std::numeric_limits<decltype(convert(text))>::max(),
                 "a number in range can be converted to an integer");
     }
 }
@@ -83,12 +83,12 @@ void CheckWhole(Convert convert, std::string_view text, const std::optional<doub
 void CheckNumber(std::string_view text)
 {
     const auto number = Converted(ToDouble, text);
-    Promise(!number || std::isfinite(*number), "a number is finite");
-    Promise(!number || ToDouble(FromDouble(*number)) == *number, "a number makes a round trip");
+    Require(!number || std::isfinite(*number), "a number is finite");
+    Require(!number || ToDouble(FromDouble(*number)) == *number, "a number makes a round trip");
     CheckWhole(ToInt16, text, number);
     CheckWhole(ToInt32, text, number);
     if (const auto date = Converted(ToDate, text)) {
-        Promise(ToDate(FromDate(*date)) == *date, "a date makes a round trip");
+        Require(ToDate(FromDate(*date)) == *date, "a date makes a round trip");
     }
 }
 

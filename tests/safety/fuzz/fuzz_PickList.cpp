@@ -14,13 +14,13 @@ void CheckLines(const QByteArray& bytes, const QStringList& lines)
 {
     QByteArray content = bytes;
     content.replace("\r\n", "\n");
-    Promise(lines.size() == content.count('\n') + 1, "the list has as many lines as the file");
+    Require(lines.size() == content.count('\n') + 1, "the list has as many lines as the file");
     const QString text = lines.join(QLatin1Char('\n'));
     if (QString::fromUtf8(bytes).toUtf8() == bytes.mid(bytes.startsWith(utf8Mark) ? utf8Mark.size() : 0)) {
         content.remove(0, content.startsWith(utf8Mark) ? utf8Mark.size() : 0);
-        Promise(text.toUtf8() == content, "a UTF-8 file is read unchanged");
+        Require(text.toUtf8() == content, "a UTF-8 file is read unchanged");
     } else {
-        Promise(text.size() == content.size(), "an ANSI file has one character for each byte");
+        Require(text.size() == content.size(), "an ANSI file has one character for each byte");
     }
 }
 
@@ -37,8 +37,8 @@ void CheckStoring(const QString& picked)
         expected.replace(QChar(lineBreak), QLatin1Char('\n'));
     }
     const QString shown = ShownLines(stored);
-    Promise(shown == expected, "a picked text is shown again, with line feeds as line breaks");
-    Promise(ShownLines(StoredLines(shown)) == shown, "a shown text makes a round trip");
+    Require(shown == expected, "a picked text is shown again, with line feeds as line breaks");
+    Require(ShownLines(StoredLines(shown)) == shown, "a shown text makes a round trip");
 }
 
 } // namespace
@@ -49,7 +49,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const QStringList lines = PickListLines(bytes);
     CheckLines(bytes, lines);
     for (const QString& line : lines) {
-        Promise(!line.contains(QLatin1Char('\n')), "a line contains no line feed");
+        Require(!line.contains(QLatin1Char('\n')), "a line contains no line feed");
         CheckStoring(line);
     }
     return 0;

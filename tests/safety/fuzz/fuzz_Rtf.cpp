@@ -43,10 +43,10 @@ Band BandOf(const QStringList& texts)
 
 void CheckRows(const QList<RtfRow>& rows, const QStringList& texts)
 {
-    Promise(rows.size() == (texts.size() + 1) / 2, "each line of texts becomes a row");
+    Require(rows.size() == (texts.size() + 1) / 2, "each line of texts becomes a row");
     for (int index = 0; index < texts.size(); ++index) {
         const QStringList& cells = rows[index / 2].cells;
-        Promise(index % 2 < cells.size() && cells[index % 2] == Readable(texts[index]),
+        Require(index % 2 < cells.size() && cells[index % 2] == Readable(texts[index]),
                 "a text is read back");
     }
 }
@@ -64,12 +64,12 @@ void CheckDocument(const QString& title, const QStringList& texts)
     const qsizetype half = texts.size() / 2;
     document.details = {BandOf(texts.first(half)), BandOf(texts.sliced(half))};
     const RtfReading reading = RtfReader::Read(RtfBytes(document));
-    Promise(reading.fault.isEmpty(), "the file is well-formed RTF in ASCII");
-    Promise(reading.title == Readable(title), "the title is read back");
+    Require(reading.fault.isEmpty(), "the file is well-formed RTF in ASCII");
+    Require(reading.title == Readable(title), "the title is read back");
     CheckRows(reading.header, texts.first(1));
     CheckRows(reading.footer, texts.last(1));
     const qsizetype firstRows = (half + 1) / 2;
-    Promise(reading.body.size() >= firstRows, "the details are read back");
+    Require(reading.body.size() >= firstRows, "the details are read back");
     CheckRows(reading.body.first(firstRows), texts.first(half));
     CheckRows(reading.body.sliced(firstRows), texts.sliced(half));
 }

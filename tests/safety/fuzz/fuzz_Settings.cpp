@@ -37,9 +37,9 @@ void CheckDamaged(CRegSettings& settings, const TemporaryFolder& folder, std::st
     settings.SaveSetting(section, name, "x");
     settings.DeleteSetting(section, name);
     settings.DeleteSetting(section);
-    Promise(settings.GetSetting(section, name, fallback) == fallback, "a damaged file has no settings");
-    Promise(!settings.GetAllSettings(section), "a damaged file has no sections");
-    Promise(folder.Read(fileName) == bytes, "a damaged file is not changed");
+    Require(settings.GetSetting(section, name, fallback) == fallback, "a damaged file has no settings");
+    Require(!settings.GetAllSettings(section), "a damaged file has no sections");
+    Require(folder.Read(fileName) == bytes, "a damaged file is not changed");
 }
 
 /// Saves the text under `key`, reads it and deletes it. Checks that other settings do not change.
@@ -48,10 +48,10 @@ void CheckSaving(CRegSettings& settings, const std::string& key, const std::stri
     const std::string stored = key == "*" ? "" : key;
     const Texts beside = TextsOf(settings, stored);
     settings.SaveSetting(section, key, text);
-    Promise(settings.GetSetting(section, key, fallback) == XmlText(text), "a saved text is read back");
-    Promise(TextsOf(settings, stored) == beside, "saving a setting does not change others");
+    Require(settings.GetSetting(section, key, fallback) == XmlText(text), "a saved text is read back");
+    Require(TextsOf(settings, stored) == beside, "saving a setting does not change others");
     settings.DeleteSetting(section, key);
-    Promise(TextsOf(settings, stored) == beside, "deleting a setting does not change others");
+    Require(TextsOf(settings, stored) == beside, "deleting a setting does not change others");
 }
 
 } // namespace
@@ -79,7 +79,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     CheckSaving(settings, name, text);
     CheckSaving(settings, "*", text);
     settings.DeleteSetting(section);
-    Promise(ParseXml(folder.Read(fileName), document) && document.child("settings"),
+    Require(ParseXml(folder.Read(fileName), document) && document.child("settings"),
             "the file can still be read");
     return 0;
 }

@@ -77,8 +77,8 @@ inline std::string XmllintFault(const std::string& path)
     if (!xmllint.waitForFinished(-1)) {
         return "xmllint cannot be run";
     }
-    const std::string said = xmllint.readAllStandardError().toStdString();
-    return xmllint.exitCode() == 0 ? said : said + "(refused)";
+    const std::string output = xmllint.readAllStandardError().toStdString();
+    return xmllint.exitCode() == 0 ? output : output + "(refused)";
 }
 
 } // namespace Tarno

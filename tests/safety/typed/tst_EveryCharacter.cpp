@@ -50,7 +50,7 @@ std::vector<Values> Stored(TestStore& store, const RecordFamily& family,
 }
 
 /// Returns the records of the family as read from the files by a new cSQL object.
-std::vector<Values> ReadAnew(const TestStore& store, const RecordFamily& family)
+std::vector<Values> ReadAgain(const TestStore& store, const RecordFamily& family)
 {
     ScriptedFileOperations operations;
     cSQL sql(store.programFolder, operations);
@@ -89,7 +89,7 @@ std::string Difference(const std::vector<Values>& expected, const std::vector<Va
 }
 
 /// Returns whether saving again without a change writes the same bytes.
-bool IsSteady(const TestStore& store, const RecordFamily& family)
+bool IsStable(const TestStore& store, const RecordFamily& family)
 {
     const std::string before = store.folder.Read(family.file);
     ScriptedFileOperations operations;
@@ -101,22 +101,22 @@ bool IsSteady(const TestStore& store, const RecordFamily& family)
 
 /// Returns the characters to test as single-character values: those with a meaning in XML, line ends or
 /// encodings, and a part of the others; for entries in the long form, all of them.
-std::vector<char32_t> AloneCharacters(const RecordFamily& family)
+std::vector<char32_t> SingleCharacters(const RecordFamily& family)
 {
     const bool everyOne = IsLongForm() && family.name == "Entry";
     const std::vector<char32_t> all = XmlCharacters();
     const std::set<char32_t> special{0x2028,  0x2029,  0xFDD0,  0xFDEF,  0xFEFF,   0xFFF9,
                                      0xFFFC,  0xFFFD,  0xE000,  0xF8FF,  0xD7FF,   0x10000,
                                      0x1FFFE, 0x1FFFF, 0xE0001, 0xF0000, 0x10FFFE, 0x10FFFF};
-    std::vector<char32_t> alone;
+    std::vector<char32_t> single;
     constexpr char32_t firstLetters = 0x300;
     constexpr std::size_t stride = 501;
     for (std::size_t at = 0; at < all.size(); ++at) {
         if (everyOne || all[at] < firstLetters || at % stride == 0 || special.count(all[at]) > 0) {
-            alone.push_back(all[at]);
+            single.push_back(all[at]);
         }
     }
-    return alone;
+    return single;
 }
 
 } // namespace
@@ -138,16 +138,16 @@ private Q_SLOTS:
         QCOMPARE(store.sql.Init(), succeeded);
         constexpr std::size_t inOneValue = 4000;
         const auto stored = Stored(store, family, Texts(characters, inOneValue));
-        QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
+        QCOMPARE(Difference(stored, ReadAgain(store, family)), std::string());
         QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
-        QVERIFY(IsSteady(store, family));
+        QVERIFY(IsStable(store, family));
         qInfo("%s: %zu characters in %zu records", family.name.c_str(), characters.size(), stored.size());
     }
 
     void character_aloneInItsValue_comesBack()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        const std::vector<std::string> texts = Texts(AloneCharacters(family), 1);
+        const std::vector<std::string> texts = Texts(SingleCharacters(family), 1);
         constexpr std::size_t inOneFile = 720;
         for (std::size_t at = 0; at < texts.size(); at += inOneFile) {
             const auto first = texts.begin() + static_cast<std::ptrdiff_t>(at);
@@ -155,11 +155,11 @@ private Q_SLOTS:
             TestStore store;
             QCOMPARE(store.sql.Init(), succeeded);
             const auto stored = Stored(store, family, {first, first + static_cast<std::ptrdiff_t>(count)});
-            QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
+            QCOMPARE(Difference(stored, ReadAgain(store, family)), std::string());
             QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
-            QVERIFY(IsSteady(store, family));
+            QVERIFY(IsStable(store, family));
         }
-        qInfo("%s: %zu characters alone", family.name.c_str(), texts.size());
+        qInfo("%s: %zu single characters", family.name.c_str(), texts.size());
     }
 
     void everyOtherCharacter_becomesTheReplacementCharacter()
@@ -195,9 +195,9 @@ private Q_SLOTS:
                 values[position] = expected[at++];
             }
         }
-        QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
+        QCOMPARE(Difference(stored, ReadAgain(store, family)), std::string());
         QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
-        QVERIFY(IsSteady(store, family));
+        QVERIFY(IsStable(store, family));
     }
 };
 

@@ -169,7 +169,7 @@ public:
 
 /// Calls `open`, which shows the dialog `name`, runs `steps` on it and closes it without a question.
 template <typename Open, typename Steps>
-void Attended(const char* name, Open&& open, Steps&& steps)
+void RunInDialog(const char* name, Open&& open, Steps&& steps)
 {
     WhileOpen(name, std::forward<Open>(open), [&](QDialog& dialog) {
         steps(dialog);
@@ -178,7 +178,7 @@ void Attended(const char* name, Open&& open, Steps&& steps)
 }
 
 /// Returns the first control of the window that does not show `name` literally, or an empty string.
-QString Interpreter(const QWidget& window, const QString& name)
+QString FindNonLiteralControl(const QWidget& window, const QString& name)
 {
     for (const auto* label : window.findChildren<QLabel*>()) {
         const bool rich = label->textFormat() == Qt::RichText ||
@@ -203,13 +203,13 @@ QString Interpreter(const QWidget& window, const QString& name)
 }
 
 /// Returns whether the combo box has an item with exactly this text.
-bool Offers(const QWidget& window, const char* box, const QString& name)
+bool HasItem(const QWidget& window, const char* box, const QString& name)
 {
     return Find<QComboBox>(window, box).findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
 }
 
 /// Returns whether a cell of the list has exactly this text and its tool tip is plain text.
-bool Lists(const QWidget& window, const char* list, const QString& name)
+bool HasCell(const QWidget& window, const char* list, const QString& name)
 {
     const QAbstractItemModel* model = Find<SortableList>(window, list).model();
     for (int row = 0; row < model->rowCount(); ++row) {
@@ -374,13 +374,13 @@ private Q_SLOTS:
         }
         const auto before = Tree(program.folder);
         Answers answers;
-        const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
-                               program.clock,         answers,           program.files, program.programs,
-                               program.printers,      program.operations};
-        Attended(
-            "fEntry", [&] { fEntry(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
-        Attended(
-            "dlgLocMaint", [&] { dlgLocMaint(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
+        const Program autoAnswered{program.programFolder, program.sql,       program.descs, program.settings,
+                                   program.clock,         answers,           program.files, program.programs,
+                                   program.printers,      program.operations};
+        RunInDialog(
+            "fEntry", [&] { fEntry(autoAnswered, nullptr).SetData(1, false); }, [](QDialog&) {});
+        RunInDialog(
+            "dlgLocMaint", [&] { dlgLocMaint(autoAnswered, nullptr).SetData(1, false); }, [](QDialog&) {});
         QVERIFY(Tree(program.folder) == before);
         QCOMPARE(program.StoredEntry(1, EntryField::Picture), name);
         // none of these files exists on Windows
@@ -422,27 +422,27 @@ private Q_SLOTS:
         const std::vector<std::string> names = program.folder.Names();
 
         fTarno window(program.program);
-        QVERIFY(Lists(window, "lvwEntry", shown));
-        QCOMPARE(Interpreter(window, shown), QString());
+        QVERIFY(HasCell(window, "lvwEntry", shown));
+        QCOMPARE(FindNonLiteralControl(window, shown), QString());
         Answers answers;
-        const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
-                               program.clock,         answers,           program.files, program.programs,
-                               program.printers,      program.operations};
-        Attended(
-            "fLocs", [&] { fLocs(attended, nullptr).exec(); },
+        const Program autoAnswered{program.programFolder, program.sql,       program.descs, program.settings,
+                                   program.clock,         answers,           program.files, program.programs,
+                                   program.printers,      program.operations};
+        RunInDialog(
+            "fLocs", [&] { fLocs(autoAnswered, nullptr).exec(); },
             [&](QDialog& dialog) {
-                QVERIFY(Lists(dialog, "lvwLocs", shown));
-                QCOMPARE(Interpreter(dialog, shown), QString());
+                QVERIFY(HasCell(dialog, "lvwLocs", shown));
+                QCOMPARE(FindNonLiteralControl(dialog, shown), QString());
             });
-        Attended(
-            "dlgLocMaint", [&] { dlgLocMaint(attended, nullptr).SetData(1, false); },
-            [&](QDialog& dialog) { QCOMPARE(Interpreter(dialog, shown), QString()); });
-        Attended(
-            "fRptLog", [&] { fRptLog(attended, nullptr).exec(); },
+        RunInDialog(
+            "dlgLocMaint", [&] { dlgLocMaint(autoAnswered, nullptr).SetData(1, false); },
+            [&](QDialog& dialog) { QCOMPARE(FindNonLiteralControl(dialog, shown), QString()); });
+        RunInDialog(
+            "fRptLog", [&] { fRptLog(autoAnswered, nullptr).exec(); },
             [&](QDialog& dialog) {
-                QVERIFY(Offers(dialog, "cboLocation", shown));
-                QVERIFY(Offers(dialog, "cboSaved", shown));
-                QCOMPARE(Interpreter(dialog, shown), QString());
+                QVERIFY(HasItem(dialog, "cboLocation", shown));
+                QVERIFY(HasItem(dialog, "cboSaved", shown));
+                QCOMPARE(FindNonLiteralControl(dialog, shown), QString());
             });
         QCOMPARE(program.folder.Names(), names);
     }

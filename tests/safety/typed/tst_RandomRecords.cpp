@@ -22,10 +22,10 @@ struct Typed {
     std::string kept;
 };
 
-class Author
+class TextGenerator
 {
 public:
-    explicit Author(unsigned seed) : m_random(seed) {}
+    explicit TextGenerator(unsigned seed) : m_random(seed) {}
 
     std::size_t Number(std::size_t below)
     {
@@ -133,10 +133,10 @@ private:
 };
 
 /// A log and a simple list on which the same changes are made.
-class ModelledLog
+class LogWithModel
 {
 public:
-    explicit ModelledLog(unsigned seed) : m_author(seed)
+    explicit LogWithModel(unsigned seed) : m_generator(seed)
     {
         if (m_store.sql.Init() != succeeded) {
             qFatal("not loaded");
@@ -147,22 +147,22 @@ public:
     bool Change(const RecordFamily& family)
     {
         std::vector<Values>& records = m_models[family.name];
-        const std::size_t choice = m_author.Number(10);
+        const std::size_t choice = m_generator.Number(10);
         if (records.empty() || choice < 6) {
             Record record;
             (m_store.sql.*family.get)(0, record);
-            records.push_back(Filled(record));
+            records.push_back(FillRandomly(record));
             records.back()[0] =
                 std::to_string(records.size() > 1 ? std::stoi(records[records.size() - 2][0]) + 1 : 1);
             ++written;
             return (m_store.sql.*family.update)(record) == succeeded && record.Text(0) == records.back()[0];
         }
-        Values& chosen = records[m_author.Number(records.size())];
+        Values& chosen = records[m_generator.Number(records.size())];
         const auto key = static_cast<std::int16_t>(std::stoi(chosen[0]));
         if (choice < 8) {
             Record record;
             const bool found = (m_store.sql.*family.get)(key, record) == succeeded;
-            chosen = Filled(record);
+            chosen = FillRandomly(record);
             ++written;
             return found && (m_store.sql.*family.update)(record) == succeeded;
         }
@@ -193,18 +193,18 @@ public:
 
 private:
     /// Puts random texts into the record and returns the values expected when they are read back.
-    Values Filled(Record& record)
+    Values FillRandomly(Record& record)
     {
         Values kept{record.Text(0)};
         for (std::size_t position = 1; position < record.Count(); ++position) {
-            const Typed typed = m_author.Text();
+            const Typed typed = m_generator.Text();
             record.SetText(position, typed.text);
             kept.push_back(typed.kept);
         }
         return kept;
     }
 
-    Author m_author;
+    TextGenerator m_generator;
     TestStore m_store;
     std::map<std::string, std::vector<Values>> m_models;
 };
@@ -225,7 +225,7 @@ private Q_SLOTS:
         int written = 0;
         int starts = 0;
         for (unsigned seed = 1; written < wanted; ++seed) {
-            ModelledLog log(seed);
+            LogWithModel log(seed);
             for (int start = 0; start < startsOfOneLog; ++start, ++starts) {
                 for (int change = 0; change < changesBetweenStarts; ++change) {
                     const RecordFamily& family = RecordFamilies().at(static_cast<std::size_t>(change) % 3);

@@ -30,7 +30,7 @@ Columns GrowingColumns()
 }
 
 /// Returns `text` as a QString with line feeds as line breaks.
-QString Settled(const std::string& text)
+QString WithLineFeeds(const std::string& text)
 {
     QString settled = QString::fromStdString("x" + text).mid(1);
     return settled.replace(QLatin1String("\r\n"), QLatin1String("\n"))
@@ -80,9 +80,9 @@ void CheckReport(const std::vector<std::string>& texts)
         cells << row.cells;
     }
     for (std::size_t at = 0; at < texts.size(); ++at) {
-        const QString expected = Settled(texts[at]);
+        const QString expected = WithLineFeeds(texts[at]);
         const PlacedText& text =
-            In(document.details.at(at / columns), QStringLiteral("fldF%1").arg(at % columns));
+            FindText(document.details.at(at / columns), QStringLiteral("fldF%1").arg(at % columns));
         QCOMPARE(text.text, expected);
         QCOMPARE(Visible(LinesOf(text).join(QString())), Visible(expected));
         QVERIFY2(cells.contains(expected), qPrintable(QStringLiteral("not in the file: ") + expected));

@@ -33,7 +33,7 @@ constexpr std::array linesBoxes{
     BoundBox{"txtObbos", EntryField::Obbos}};
 
 /// Replaces everything that ends a line in a multi-line box by `lineBreak`.
-std::string Broken(std::string text, const std::string& lineBreak)
+std::string WithLineBreaks(std::string text, const std::string& lineBreak)
 {
     for (const std::string end : {"\r\n", "\r", "\n", "\u2028", "\u2029", "\uFDD0", "\uFDD1"}) {
         for (std::size_t at = 0; (at = text.find(end, at)) != std::string::npos; at += 1) {
@@ -124,7 +124,7 @@ void CheckEntry(ProgramWithPlace& program, int key, const std::vector<std::strin
         QCOMPARE(stored[lineBoxes[box].position], textOf(box));
     }
     for (std::size_t box = 0; box < linesBoxes.size(); ++box) {
-        QCOMPARE(stored[linesBoxes[box].position], Broken(textOf(box), "~CL~"));
+        QCOMPARE(stored[linesBoxes[box].position], WithLineBreaks(textOf(box), "~CL~"));
     }
 
     const std::string saved = program.folder.Read("tarno.xml");
@@ -135,7 +135,8 @@ void CheckEntry(ProgramWithPlace& program, int key, const std::vector<std::strin
         }
         for (std::size_t box = 0; box < linesBoxes.size(); ++box) {
             GoTo(editor, linesBoxes[box].name);
-            QCOMPARE(Shown(Find<QPlainTextEdit>(editor, linesBoxes[box].name)), Broken(textOf(box), "\n"));
+            QCOMPARE(Shown(Find<QPlainTextEdit>(editor, linesBoxes[box].name)),
+                     WithLineBreaks(textOf(box), "\n"));
         }
         Close(editor);
     });
@@ -252,11 +253,13 @@ private Q_SLOTS:
                 SaveAndClose(editor);
             });
             for (std::size_t box = 0; box < boxes.size(); ++box) {
-                QCOMPARE(StoredLocation(program, 1)[boxes[box].position], Broken(textOf(box), "~CL~"));
+                QCOMPARE(StoredLocation(program, 1)[boxes[box].position],
+                         WithLineBreaks(textOf(box), "~CL~"));
             }
             EditLocation(program, 1, [&](QWidget& editor) {
                 for (std::size_t box = 0; box < boxes.size(); ++box) {
-                    QCOMPARE(Shown(Find<QPlainTextEdit>(editor, boxes[box].name)), Broken(textOf(box), "\n"));
+                    QCOMPARE(Shown(Find<QPlainTextEdit>(editor, boxes[box].name)),
+                             WithLineBreaks(textOf(box), "\n"));
                 }
                 Close(editor);
             });

@@ -182,7 +182,7 @@ private Q_SLOTS:
     void toolThatFails_isReportedAndThePreviewStays()
     {
         Preview preview;
-        preview.report.during[QStringLiteral("ToolbarClick")] = [] {
+        preview.report.handlers[QStringLiteral("ToolbarClick")] = [] {
             throw Error(ErrorNumber::TypeMismatch);
         };
         preview.program.reports.Expect("fPreview", "ToolbarClick", ErrorNumber::TypeMismatch);
@@ -487,7 +487,7 @@ private Q_SLOTS:
         turned.setOrientation(QPageLayout::Landscape);
         preview.program.printers.ExpectSetUpPage(turned);
         preview.Show([&] {
-            preview.report.during[QStringLiteral("FetchData")] = CancelLayingOut;
+            preview.report.handlers[QStringLiteral("FetchData")] = CancelLayingOut;
             const Document* pages = &preview.Pages();
             preview.ClickTool("tolPageSetup");
             QCOMPARE(&preview.Pages(), pages);
@@ -505,7 +505,7 @@ private Q_SLOTS:
         preview.program.printers.ExpectSetUpPage(turned);
         preview.program.reports.Expect("fPreview", "tolPageSetup", ErrorNumber::TypeMismatch);
         preview.Show([&] {
-            preview.report.during[QStringLiteral("FetchData")] = [] {
+            preview.report.handlers[QStringLiteral("FetchData")] = [] {
                 throw Error(ErrorNumber::TypeMismatch);
             };
             preview.ClickTool("tolPageSetup");
@@ -548,7 +548,7 @@ private Q_SLOTS:
     void layingOutCancelled_showsNothing()
     {
         Preview preview;
-        preview.report.during[QStringLiteral("FetchData")] = CancelLayingOut;
+        preview.report.handlers[QStringLiteral("FetchData")] = CancelLayingOut;
         WithoutWindow([&] { fPreview(preview.program.program, preview.report, nullptr).ShowReport(); });
         QCOMPARE(preview.report.events.count(QStringLiteral("FetchData")), 1);
     }
@@ -556,7 +556,7 @@ private Q_SLOTS:
     void errorOfTheReport_passesThroughAndShowsNothing()
     {
         Preview preview;
-        preview.report.during[QStringLiteral("Detail_Format")] = [] {
+        preview.report.handlers[QStringLiteral("Detail_Format")] = [] {
             throw Error(ErrorNumber::ObjectNotSet);
         };
         WithoutWindow([&] {
