@@ -268,7 +268,7 @@ class tst_SampleLogReport : public QObject
 
 private Q_SLOTS:
 
-    void report_holdsTheLog_data()
+    void report_showsTheLog_data()
     {
         QTest::addColumn<QString>("names");
         QTest::addColumn<QString>("location");
@@ -306,7 +306,7 @@ private Q_SLOTS:
             QStringLiteral("4"));
     }
 
-    void report_holdsTheLog()
+    void report_showsTheLog()
     {
         QFETCH(QString, names);
         QFETCH(QString, location);

@@ -185,7 +185,7 @@ private Q_SLOTS:
         }
     }
 
-    void reportStart_turnsThePageUprightAndAddsTheTools()
+    void reportStart_setsPortraitAndAddsTheTools()
     {
         LocationReport data;
         data.program.Start();
@@ -268,7 +268,7 @@ private Q_SLOTS:
         QCOMPARE(TextOf(data.Run().details.front(), "fldAccess"), word);
     }
 
-    void rows_standInFileOrder()
+    void rows_areInFileOrder()
     {
         LocationReport data;
         data.program.Start();

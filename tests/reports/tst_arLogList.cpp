@@ -66,14 +66,14 @@ private Q_SLOTS:
         QCOMPARE(text.box.height() > 285, lines > 1);
     }
 
-    void page_isLandscapeWhileTheReportRuns_andAsItWasAfterwards_data()
+    void page_isLandscapeDuringTheRun_andRestoredAfterwards_data()
     {
         QTest::addColumn<QPageLayout::Orientation>("before");
         QTest::newRow("upright") << QPageLayout::Portrait;
         QTest::newRow("landscape") << QPageLayout::Landscape;
     }
 
-    void page_isLandscapeWhileTheReportRuns_andAsItWasAfterwards()
+    void page_isLandscapeDuringTheRun_andRestoredAfterwards()
     {
         QFETCH(QPageLayout::Orientation, before);
         LogReport data(ColumnsOfWidths({20}));
@@ -102,9 +102,9 @@ private Q_SLOTS:
         QCOMPARE(report.Page.orientation(), before);
     }
 
-    void paper_isTurnedWithItsMargins_data() { AddPapers(); }
+    void paper_isRotatedWithItsMargins_data() { AddPapers(); }
 
-    void paper_isTurnedWithItsMargins()
+    void paper_isRotatedWithItsMargins()
     {
         QFETCH(QPageSize::PageSizeId, paper);
         QFETCH(int, printable);
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QCOMPARE(rule.to.x() - rule.from.x(), printable);
     }
 
-    void tools_standAtThreeAndFour()
+    void tools_areAtPositionsThreeAndFour()
     {
         LogReport data(ColumnsOfWidths({20}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(viewer.exported.join(QLatin1Char(' ')), QStringLiteral("RTF PDF"));
     }
 
-    void printedOn_saysDateAndTime()
+    void printedOn_showsDateAndTime()
     {
         LogReport data(ColumnsOfWidths({20}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
@@ -165,9 +165,9 @@ private Q_SLOTS:
         QVERIFY(IsWhole(printed));
     }
 
-    void pageNumber_standsAtTheRightEnd_data() { AddPapers(); }
+    void pageNumber_isAtTheRightEdge_data() { AddPapers(); }
 
-    void pageNumber_standsAtTheRightEnd()
+    void pageNumber_isAtTheRightEdge()
     {
         QFETCH(QPageSize::PageSizeId, paper);
         QFETCH(int, printable);
@@ -193,7 +193,7 @@ private Q_SLOTS:
         }
     }
 
-    void rows_standInTheOrderOfTheTable()
+    void rows_areInTheOrderOfTheTable()
     {
         LogReport data(ColumnsOfWidths({20, 20}));
         data.grid = {{"b", "1"}, {"a", "2"}, {"", ""}, {"c", "4"}};
@@ -228,7 +228,7 @@ private Q_SLOTS:
         QCOMPARE(FindText(document.details.front(), "fldLocNo").text, QStringLiteral("2003-02-05"));
     }
 
-    void fieldThatIsThereTwice_isShownTwice()
+    void fieldListedTwice_isShownTwice()
     {
         LogReport data({{.name = "A"}, {.name = "A"}, {.name = "B"}});
         data.grid = {{"snapper", "snapper", "trout"}};

@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(document->margins, margins);
     }
 
-    void field_showsItsDataWhateverTheLetterCase()
+    void field_findsItsDataCaseInsensitively()
     {
         RowsReport report({{QStringLiteral("Botany Bay"), QStringLiteral("10")}});
         report.AddField(QStringLiteral("LocName"), {0, 0, 3000, 300}).DataField = QStringLiteral("locname");
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QCOMPARE(OnlyRow(report).height, 4 * RowsReport::LineHeight());
     }
 
-    void design_isAsBeforeAfterARun()
+    void design_isRestoredAfterARun()
     {
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}});
         report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
@@ -190,7 +190,7 @@ private Q_SLOTS:
         CheckDesign(report);
     }
 
-    void twoRuns_giveTheSame()
+    void twoRuns_giveTheSameResult()
     {
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}, {QStringLiteral("x")}});
         report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
@@ -205,7 +205,7 @@ private Q_SLOTS:
         QVERIFY(first->details[0].height > first->details[1].height);
     }
 
-    void error_outOfAnEvent_passesThroughAndTheDesignIsAsBefore_data()
+    void error_inAnEvent_isPropagatedAndTheDesignRestored_data()
     {
         QTest::addColumn<QString>("event");
         for (const char* event :
@@ -214,7 +214,7 @@ private Q_SLOTS:
         }
     }
 
-    void error_outOfAnEvent_passesThroughAndTheDesignIsAsBefore()
+    void error_inAnEvent_isPropagatedAndTheDesignRestored()
     {
         QFETCH(QString, event);
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}});
@@ -233,7 +233,7 @@ private Q_SLOTS:
         QCOMPARE(OnlyRow(report).height, 4 * RowsReport::LineHeight());
     }
 
-    void cancel_stopsAndGivesNothing()
+    void cancel_stopsAndReturnsNothing()
     {
         RowsReport report(RowsReport::Numbered(100));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
@@ -250,7 +250,7 @@ private Q_SLOTS:
         CheckDesign(report);
     }
 
-    void progress_isToldAfterEachRow()
+    void progress_isReportedAfterEachRow()
     {
         RowsReport report(RowsReport::Numbered(4));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300});

@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(band.height, 700);
     }
 
-    void growing_whatStandsBelow_movesByTheHighestGrowthAboveIt()
+    void growing_controlsBelow_moveByTheLargestGrowthAbove()
     {
         RowsReport report(
             {{QStringLiteral("1\n2\n3"), QStringLiteral("1\n2\n3\n4\n5\n6"), QStringLiteral("x")}});
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(band.height, 700 + growth);
     }
 
-    void growing_linesInTheMiddle_keepTheRoomAroundThem()
+    void growing_centredLines_keepTheSpaceAroundThem()
     {
         RowsReport report({{QStringLiteral("1\n2\n3"), QStringLiteral("x")}});
         report.AddGrowingField(QStringLiteral("a"), {0, 0, 1000, 300}).VerticalAlignment =
@@ -308,7 +308,7 @@ private Q_SLOTS:
         QCOMPARE(painted.clip.width(), 600.0);
     }
 
-    void pictureAndRule_arePaintedWhereTheyStand()
+    void pictureAndRule_arePaintedAtTheirPositions()
     {
         RowsReport report;
         ReportControl& picture = report.PageHeader.Controls.Add(QStringLiteral("DDActiveReports.Image"));

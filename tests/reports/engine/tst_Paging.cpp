@@ -86,7 +86,7 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("0+1"), QStringLiteral("1+1")}));
     }
 
-    void row_asHighAsThePage_hasItForItself()
+    void row_asHighAsThePage_fillsIt()
     {
         const auto document = LayOut(*Rows(2, roomOnPage));
         QCOMPARE(RowsOnPages(*document), (QStringList{QStringLiteral("0+1"), QStringLiteral("1+1")}));
@@ -94,7 +94,7 @@ private Q_SLOTS:
                  (QList<QStringList>{{QStringLiteral("row 0")}, {QStringLiteral("row 1")}}));
     }
 
-    void rows_standBelowOneAnother()
+    void rows_followOneAnother()
     {
         const auto document = LayOut(*Rows(3, 500));
         QCOMPARE(document->pages.front().slices[0].bandTop, 1440);
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(page.texts[2].baseline - page.texts[1].baseline, QPointF(0, 500));
     }
 
-    void headerAndFooter_takeRoomFromTheRows()
+    void headerAndFooter_reduceTheSpaceForRows()
     {
         auto report = Rows(3, 1000);
         report->PageHeader.Height = 5000;
@@ -115,7 +115,7 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("0+1"), QStringLiteral("1+1"), QStringLiteral("2+1")}));
     }
 
-    void headerAndFooter_standOnEveryPage()
+    void headerAndFooter_areOnEveryPage()
     {
         auto report = Rows(5, 6000);
         RowsReport::AddLabel(report->PageHeader, QStringLiteral("head"), {0, 0, 3000, 300},
@@ -203,7 +203,7 @@ private Q_SLOTS:
         CheckLinesInsideTheMargins(*document);
     }
 
-    void bandHigherThanAPage_nextRowStandsRightBelowItsEnd()
+    void bandHigherThanAPage_nextRowStartsAtItsEnd()
     {
         RowsReport report({{NumberedLines(100).join(QLatin1Char('\n'))}, {QStringLiteral("after")}});
         report.AddGrowingField(QStringLiteral("a"), {0, 0, 5000, 300});
@@ -265,7 +265,7 @@ private Q_SLOTS:
                  (QList<QStringList>{{QStringLiteral("A")}, {QStringLiteral("B")}, {QStringLiteral("C")}}));
     }
 
-    void ruleAtTheEndOfABandHigherThanAPage_standsOnItsLastPage()
+    void ruleAtTheEndOfABandHigherThanAPage_isOnItsLastPage()
     {
         RowsReport report({{NumberedLines(100).join(QLatin1Char('\n'))}});
         report.AddGrowingField(QStringLiteral("a"), {0, 0, 5000, 300});
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QVERIFY(below > 0 && below < RowsReport::LineHeight());
     }
 
-    void emptyBandHigherThanAPage_takesItsRoom()
+    void emptyBandHigherThanAPage_takesItsSpace()
     {
         auto report = Rows(2, 3 * roomOnPage);
         const QList<QStringList> pages = PagesOf(*LayOut(*report));

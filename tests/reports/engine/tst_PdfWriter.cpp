@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(PdfFile(PdfBytes(*LayOut(report))).Words(), expected);
     }
 
-    void ligatures_areNotMade()
+    void ligatures_areNotFormed()
     {
         const QString text = QStringLiteral("office fishing flathead baffle affluent difficult fjord");
         for (const char* family : {"Tahoma", "Verdana", "Arial", "DejaVu Serif"}) {
@@ -145,14 +145,14 @@ private Q_SLOTS:
                  text); // base letters, not presentation forms
     }
 
-    void emoji_leavesTheWordsAroundItWhole()
+    void emoji_doesNotDamageTheWordsAroundIt()
     {
         const QString words = PdfFile(PdfOf({{QString::fromUtf8("caught one 😀 today")}})).Words();
         QVERIFY2(words.startsWith(QStringLiteral("caught one")) && words.endsWith(QStringLiteral("today")),
                  qPrintable(words));
     }
 
-    void fonts_areEmbeddedAndTellTheirLetters()
+    void fonts_areEmbeddedAndMapToUnicode()
     {
         RowsReport report({{QStringLiteral("upright"), QStringLiteral("strong")}});
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300}).Font = {QStringLiteral("Tahoma"), 8, false};
@@ -167,14 +167,14 @@ private Q_SLOTS:
         }
     }
 
-    void title_isTheReports_data()
+    void title_isThatOfTheReport_data()
     {
         QTest::addColumn<QString>("title");
         QTest::newRow("plain") << QStringLiteral("Tarno Fish Log Entry Listing");
         QTest::newRow("not ASCII, with brackets") << QString::fromUtf8("Ψάρεμα (2003) \\ log");
     }
 
-    void title_isTheReports()
+    void title_isThatOfTheReport()
     {
         QFETCH(QString, title);
         RowsReport report;
@@ -237,7 +237,7 @@ private Q_SLOTS:
                  QStringLiteral("bream flathead"));
     }
 
-    void cancel_givesNothing()
+    void cancel_returnsNothing()
     {
         RowsReport report(RowsReport::Numbered(10));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300});
@@ -253,7 +253,7 @@ private Q_SLOTS:
         QCOMPARE(calls, 3);
     }
 
-    void progress_isToldAfterEachPage()
+    void progress_isReportedAfterEachPage()
     {
         RowsReport report(RowsReport::Numbered(3));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300});

@@ -64,7 +64,7 @@ private Q_SLOTS:
         QCOMPARE(names, (QStringList{QStringLiteral("c"), QStringLiteral("a"), QStringLiteral("b")}));
     }
 
-    void controlByName_letterCaseDoesNotMatter()
+    void controlByName_isCaseInsensitive()
     {
         ReportControls controls;
         controls.Add(QStringLiteral("DDActiveReports.Label")).Name = QStringLiteral("lblOther");
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { controls[QStringLiteral("lblPrint")].Width = 1; }), 9);
     }
 
-    void fields_areFoundByNameWhateverTheLetterCase()
+    void fields_areFoundByNameCaseInsensitively()
     {
         ReportFields fields;
         fields.Add(QStringLiteral("LocName"));

@@ -15,7 +15,7 @@ class tst_ReportFonts : public QObject
 
 private Q_SLOTS:
 
-    void missingFamily_isReplacedByOneOfLikeWidth_data()
+    void missingFamily_isReplacedByOneOfSimilarWidth_data()
     {
         QTest::addColumn<QString>("family");
         QTest::addColumn<QString>("replacement");
@@ -24,7 +24,7 @@ private Q_SLOTS:
         QTest::newRow("Arial") << QStringLiteral("Arial") << QStringLiteral("Liberation Sans");
     }
 
-    void missingFamily_isReplacedByOneOfLikeWidth()
+    void missingFamily_isReplacedByOneOfSimilarWidth()
     {
         QFETCH(QString, family);
         QFETCH(QString, replacement);
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QVERIFY(QFontDatabase::families().contains(AvailableFamily(family)));
     }
 
-    void replacement_isReallyUsed_data() { missingFamily_isReplacedByOneOfLikeWidth_data(); }
+    void replacement_isReallyUsed_data() { missingFamily_isReplacedByOneOfSimilarWidth_data(); }
 
     void replacement_isReallyUsed()
     {

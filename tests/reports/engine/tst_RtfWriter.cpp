@@ -72,7 +72,7 @@ private Q_SLOTS:
         QCOMPARE(RtfText(text), rtf);
     }
 
-    void file_isWellFormedWhateverTheTexts_data()
+    void file_isWellFormedForAnyText_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("nothing") << QString();
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QTest::newRow("lines") << QStringLiteral("one\n\ntwo\n");
     }
 
-    void file_isWellFormedWhateverTheTexts()
+    void file_isWellFormedForAnyText()
     {
         QFETCH(QString, text);
         RowsReport report({{text, text}});
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QVERIFY(reading.footer.isEmpty());
     }
 
-    void footer_standsInTheFooter()
+    void footer_isInTheFooter()
     {
         RowsReport report;
         RowsReport::AddLabel(report.PageFooter, QStringLiteral("foot"), {0, 0, 4000, 300},
@@ -253,7 +253,7 @@ private Q_SLOTS:
         QVERIFY(reading.fonts.contains(QStringLiteral("DejaVu Sans")));
     }
 
-    void picture_standsInTheFirstRow()
+    void picture_isInTheFirstRow()
     {
         RowsReport report;
         RowsReport::AddLabel(report.PageHeader, QStringLiteral("title"), {800, 60, 4000, 300},

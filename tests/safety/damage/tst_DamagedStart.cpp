@@ -162,12 +162,12 @@ class tst_DamagedStart : public QObject
 
 private Q_SLOTS:
 
-    void damagedDataFile_isToldAndNeverSavedOver_data()
+    void damagedDataFile_isReportedAndNeverOverwritten_data()
     {
         AddDamages({dataFiles.begin(), dataFiles.end()}, 3);
     }
 
-    void damagedDataFile_isToldAndNeverSavedOver()
+    void damagedDataFile_isReportedAndNeverOverwritten()
     {
         QFETCH(std::string, file);
         QFETCH(int, index);
@@ -187,9 +187,12 @@ private Q_SLOTS:
         QCOMPARE(log.folder.Names(), names);
     }
 
-    void damagedPickList_opensOrIsTold_data() { AddDamages({"Bait.txt", "Species.txt", "Methods.txt"}, 2); }
+    void damagedPickList_opensOrStaysClosed_data()
+    {
+        AddDamages({"Bait.txt", "Species.txt", "Methods.txt"}, 2);
+    }
 
-    void damagedPickList_opensOrIsTold()
+    void damagedPickList_opensOrStaysClosed()
     {
         QFETCH(std::string, file);
         QFETCH(int, index);
@@ -217,9 +220,9 @@ private Q_SLOTS:
         QVERIFY(IsUntouched(log.folder, file, damage));
     }
 
-    void damagedSettings_areAsNone_data() { AddDamages({"settings.xml"}); }
+    void damagedSettings_countAsEmpty_data() { AddDamages({"settings.xml"}); }
 
-    void damagedSettings_areAsNone()
+    void damagedSettings_countAsEmpty()
     {
         QFETCH(std::string, file);
         QFETCH(int, index);

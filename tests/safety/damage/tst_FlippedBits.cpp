@@ -35,7 +35,7 @@ class tst_FlippedBits : public QObject
 
 private Q_SLOTS:
 
-    void flippedBit_leavesTheFileAloneOrKeepsAllItSays()
+    void flippedBit_fileIsNotTouchedOrKeepsItsContents()
     {
         const std::string file = "tarno.xml";
         const std::string sound = SampleLog();

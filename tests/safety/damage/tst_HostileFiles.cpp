@@ -226,7 +226,7 @@ class tst_HostileFiles : public QObject
 
 private Q_SLOTS:
 
-    void strangeFile_isReadOrNeverSavedOver_data()
+    void fileVariant_isReadOrNeverOverwritten_data()
     {
         QTest::addColumn<int>("index");
         int index = 0;
@@ -235,7 +235,7 @@ private Q_SLOTS:
         }
     }
 
-    void strangeFile_isReadOrNeverSavedOver()
+    void fileVariant_isReadOrNeverOverwritten()
     {
         QFETCH(int, index);
         const FileVariant& variant = FileVariants()[static_cast<std::size_t>(index)];
@@ -270,7 +270,7 @@ private Q_SLOTS:
         }
     }
 
-    void whatIsNoFile_isLeftAlone_data()
+    void nonFile_isNotTouched_data()
     {
         QTest::addColumn<int>("index");
         int index = 0;
@@ -279,7 +279,7 @@ private Q_SLOTS:
         }
     }
 
-    void whatIsNoFile_isLeftAlone()
+    void nonFile_isNotTouched()
     {
         QFETCH(int, index);
         const Obstacle& obstacle = Obstacles()[static_cast<std::size_t>(index)];
@@ -298,14 +298,14 @@ private Q_SLOTS:
         }
     }
 
-    void fileThatMayNotBeRead_isLeftAlone_data()
+    void fileWithoutReadPermission_isNotTouched_data()
     {
         QTest::addColumn<int>("mode");
         QTest::newRow("no rights") << 0000;
         QTest::newRow("write only") << 0200;
     }
 
-    void fileThatMayNotBeRead_isLeftAlone()
+    void fileWithoutReadPermission_isNotTouched()
     {
         QFETCH(int, mode);
         for (const std::string file : dataFiles) {

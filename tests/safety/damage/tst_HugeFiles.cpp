@@ -63,7 +63,7 @@ class tst_HugeFiles : public QObject
 
 private Q_SLOTS:
 
-    void hugeFile_isReadOrLeftAloneInBoundedMemory_data()
+    void hugeFile_isReadOrRefusedInBoundedMemory_data()
     {
         const std::size_t size = static_cast<std::size_t>(fileSize) * megabyte;
         QTest::addColumn<std::string>("bytes");
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QTest::newRow("unterminated comments") << Repeated("<!--&", size) << false << std::size_t(1);
     }
 
-    void hugeFile_isReadOrLeftAloneInBoundedMemory()
+    void hugeFile_isReadOrRefusedInBoundedMemory()
     {
         QFETCH(std::string, bytes);
         QFETCH(bool, readable);

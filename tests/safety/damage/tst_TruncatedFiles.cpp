@@ -37,7 +37,7 @@ class tst_TruncatedFiles : public QObject
 
 private Q_SLOTS:
 
-    void truncated_anywhere_isNeverSavedOver_data()
+    void truncatedFile_isReadOrNeverOverwritten_data()
     {
         QTest::addColumn<std::string>("shipped");
         QTest::addColumn<std::string>("file");
@@ -49,7 +49,7 @@ private Q_SLOTS:
         }
     }
 
-    void truncated_anywhere_isNeverSavedOver()
+    void truncatedFile_isReadOrNeverOverwritten()
     {
         QFETCH(std::string, shipped);
         QFETCH(std::string, file);

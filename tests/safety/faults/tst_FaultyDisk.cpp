@@ -135,7 +135,7 @@ private Q_SLOTS:
         }
     }
 
-    void limitOfTheFileSize_isDiskFull()
+    void fileSizeLimit_isDiskFull()
     {
         FaultyLog log;
         rlimit usual{};

@@ -118,7 +118,7 @@ private Q_SLOTS:
         }
     }
 
-    void diskTakenAway_nothingIsWrittenElsewhere_andTheNextSaveWritesAll()
+    void removedDisk_nothingIsWrittenElsewhere_andTheNextSaveWritesAll()
     {
         FaultyLog log;
         const OwnDisk disk(log);

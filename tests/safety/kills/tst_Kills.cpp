@@ -30,7 +30,7 @@ class tst_Kills : public QObject
 
 private Q_SLOTS:
 
-    void killedAnywhere_theLogIsWholeAndTheNextStartCleansUp_data()
+    void killedAnywhere_theLogIsCompleteAndTheNextStartCleansUp_data()
     {
         QTest::addColumn<QString>("place");
         QTest::addColumn<int>("trips");
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QTest::newRow("14 MB, on the disk") << QDir::tempPath() << 15300 << kills(12, 20);
     }
 
-    void killedAnywhere_theLogIsWholeAndTheNextStartCleansUp()
+    void killedAnywhere_theLogIsCompleteAndTheNextStartCleansUp()
     {
         QFETCH(QString, place);
         QFETCH(int, trips);

@@ -129,7 +129,7 @@ private Q_SLOTS:
 
     void initTestCase_data() { AddRecordFamilies(); }
 
-    void everyXmlCharacter_comesBack()
+    void everyXmlCharacter_makesARoundTrip()
     {
         QFETCH_GLOBAL(RecordFamily, family);
         const std::vector<char32_t> characters = XmlCharacters();
@@ -144,7 +144,7 @@ private Q_SLOTS:
         qInfo("%s: %zu characters in %zu records", family.name.c_str(), characters.size(), stored.size());
     }
 
-    void character_aloneInItsValue_comesBack()
+    void singleCharacter_makesARoundTrip()
     {
         QFETCH_GLOBAL(RecordFamily, family);
         const std::vector<std::string> texts = Texts(SingleCharacters(family), 1);

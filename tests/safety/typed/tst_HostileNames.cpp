@@ -231,7 +231,7 @@ class tst_HostileNames : public QObject
 
 private Q_SLOTS:
 
-    void tideProgram_thatIsNoFile_isAskedFor_data()
+    void tideProgram_notAFile_isAskedFor_data()
     {
         std::vector<std::string> names = hostileNames;
         for (const std::string name :
@@ -244,7 +244,7 @@ private Q_SLOTS:
         AddNames(names);
     }
 
-    void tideProgram_thatIsNoFile_isAskedFor()
+    void tideProgram_notAFile_isAskedFor()
     {
         QFETCH(std::string, name);
         TestProgram program;
@@ -278,9 +278,9 @@ private Q_SLOTS:
         QVERIFY(Tree(program.folder) == before);
     }
 
-    void starter_handsNothingToAShell_data() { AddNames(hostileNames); }
+    void starter_usesNoShell_data() { AddNames(hostileNames); }
 
-    void starter_handsNothingToAShell()
+    void starter_usesNoShell()
     {
         QFETCH(std::string, name);
         if (!IsFileName(name)) {
@@ -301,12 +301,12 @@ private Q_SLOTS:
         QCOMPARE(folder.Names().size(), std::size_t(2));
     }
 
-    void starter_ofWhatIsNoProgram_fails_data()
+    void starter_notAProgram_fails_data()
     {
         AddNames({"folder", "text.txt", "gone", "gone; touch x", "$(touch x)", "http://example.invalid/x"});
     }
 
-    void starter_ofWhatIsNoProgram_fails()
+    void starter_notAProgram_fails()
     {
         QFETCH(std::string, name);
         const TemporaryFolder folder;
@@ -345,7 +345,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Names(), std::vector<std::string>{name});
     }
 
-    void picturePath_isOnlyEverRead_data()
+    void picturePath_isOnlyRead_data()
     {
         std::vector<std::string> names = hostileNames;
         for (const std::string name :
@@ -360,7 +360,7 @@ private Q_SLOTS:
         AddNames(names);
     }
 
-    void picturePath_isOnlyEverRead()
+    void picturePath_isOnlyRead()
     {
         QFETCH(std::string, name);
         TestProgram program;
@@ -389,14 +389,14 @@ private Q_SLOTS:
         QCOMPARE(answers.count > 0, isNoPicture && !name.starts_with("file"));
     }
 
-    void names_showAsTheyAre_data()
+    void names_areShownLiterally_data()
     {
         AddNames({"<b>x</b>", "<img src=\"/etc/passwd\">", "<a href='http://example.invalid'>x</a>",
                   "<html><script>x</script></html>", "{\\rtf1 x}", "../../x", "%1", "%n", "x&Save y", "&&",
                   "a\tb", "&lt;", "]]>"});
     }
 
-    void names_showAsTheyAre()
+    void names_areShownLiterally()
     {
         QFETCH(std::string, name);
         const QString shown = FromUtf8(name);

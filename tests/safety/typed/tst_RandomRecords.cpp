@@ -217,7 +217,7 @@ class tst_RandomRecords : public QObject
 
 private Q_SLOTS:
 
-    void changes_inAnyOrder_areThoseOfAPlainList()
+    void changesInAnyOrder_matchASimpleList()
     {
         const int wanted = Times(2'000, 100'000);
         constexpr int changesBetweenStarts = 40;

@@ -104,7 +104,7 @@ class tst_ExternalChanges : public QObject
 
 private Q_SLOTS:
 
-    void changedDuringSaves_theLogHasAllTripsAndNothingIsTold()
+    void changedDuringSaves_theLogHasAllTripsAndNoNoticeIsShown()
     {
         struct Change {
             const char* name;
@@ -141,7 +141,7 @@ private Q_SLOTS:
         }
     }
 
-    void olderCopy_theTripsThatItLacksAreDeletedAndNothingIsTold()
+    void olderCopy_missingTripsAreDeletedWithoutNotice()
     {
         OpenLog log;
         QCOMPARE(Save(log.sql, 0, "A"), succeeded);
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(log.kept, Texts());
     }
 
-    void twoTakeTurns_onlyVersionsOfTheSameTripAreKept()
+    void alternatingSaves_onlyVersionsOfTheSameTripAreKept()
     {
         OpenLog log;
         cSQL other(log.programFolder, log.operations);
@@ -174,7 +174,7 @@ private Q_SLOTS:
         QCOMPARE(log.kept, Texts{log.folder.PathOf("tarno-kept-1.xml")});
     }
 
-    void noLogInItsPlace_theSaveFailsUntilItHasGone_data()
+    void invalidLog_saveFailsUntilItIsRepaired_data()
     {
         QTest::addColumn<Action>("make");
         QTest::addColumn<Action>("repair");
@@ -196,7 +196,7 @@ private Q_SLOTS:
         }) << remove << ours;
     }
 
-    void noLogInItsPlace_theSaveFailsUntilItHasGone()
+    void invalidLog_saveFailsUntilItIsRepaired()
     {
         QFETCH(Action, make);
         QFETCH(Action, repair);

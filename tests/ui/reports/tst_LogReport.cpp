@@ -397,7 +397,7 @@ private Q_SLOTS:
         });
     }
 
-    void entryLocation_thatIsNoNumber_failsWithAFilterOnly()
+    void entryLocation_notANumber_failsOnlyWithAFilter()
     {
         ProgramWithTrips program;
         program.AddEntry(Trip("2003-05-01", "08:00", "by the sea", "0"));

@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(placesOf({100, fits - 99, 99}), QStringLiteral("0,0 0,1 %1,1").arg(fits - 99));
     }
 
-    void pageOfExactlyTheColumnsWidth_isWhatItIsTakenFor()
+    void margins_giveExactlyTheWidthOfTheColumns()
     {
         LogReport data(ColumnsOfWidths({255}));
         data.program.printers.defaultPage = PageWithMargins(20.3, 20.32);
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QVERIFY(FindText(document.header, "lblF7").box.bottom() < document.header.height);
     }
 
-    void firstColumn_widerThanThePage_standsOnTheSecondLine()
+    void firstColumn_widerThanThePage_isOnTheSecondLine()
     {
         LogReport oneLine(ColumnsOfWidths({200}));
         const Document low = oneLine.Run();
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QTEST(data.Error(), "number");
     }
 
-    void definition_thatIsNoNumber_isAnError_data()
+    void definition_notANumber_isAnError_data()
     {
         QTest::addColumn<std::string>("width");
         QTest::addColumn<std::string>("font");
@@ -203,7 +203,7 @@ private Q_SLOTS:
         row("grow flag too large", "20", "8", "32768", 6);
     }
 
-    void definition_thatIsNoNumber_isAnError()
+    void definition_notANumber_isAnError()
     {
         QFETCH(std::string, width);
         QFETCH(std::string, font);
@@ -275,7 +275,7 @@ private Q_SLOTS:
         QCOMPARE(one.lines.front().top, 741 + (399 - one.lineHeight) / 2);
     }
 
-    void anotherPage_laysTheColumnsOutAnew()
+    void anotherPage_laysOutTheColumnsAgain()
     {
         LogReport data(ColumnsOfWidths({120, 118, 17}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
@@ -296,7 +296,7 @@ private Q_SLOTS:
         QCOMPARE(again.details.front().height, a4.details.front().height);
     }
 
-    void pageSetup_inThePreview_laysTheColumnsOutAnew()
+    void pageSetup_inThePreview_laysOutTheColumnsAgain()
     {
         LogReport data(ColumnsOfWidths({120, 118, 17}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
@@ -317,9 +317,9 @@ private Q_SLOTS:
         QCOMPARE(places, (QStringList{QStringLiteral("0,0 120,0 238,0"), QStringLiteral("0,0 120,0 0,1")}));
     }
 
-    void defaultReport_standsOnOneLine_data() { AddPapers(); }
+    void defaultReport_fitsOnOneLine_data() { AddPapers(); }
 
-    void defaultReport_standsOnOneLine()
+    void defaultReport_fitsOnOneLine()
     {
         QFETCH(QPageSize::PageSizeId, paper);
         QFETCH(int, printable);

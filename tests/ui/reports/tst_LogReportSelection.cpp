@@ -199,7 +199,7 @@ private Q_SLOTS:
         });
     }
 
-    void definition_thatIsNoNumber_isReported_data()
+    void definition_notANumber_isReported_data()
     {
         QTest::addColumn<int>("position");
         QTest::addColumn<QByteArray>("value");
@@ -218,7 +218,7 @@ private Q_SLOTS:
         row("empty font size", FieldField::Font, "", ErrorNumber::TypeMismatch);
     }
 
-    void definition_thatIsNoNumber_isReported()
+    void definition_notANumber_isReported()
     {
         QFETCH(int, position);
         QFETCH(QByteArray, value);
@@ -235,7 +235,7 @@ private Q_SLOTS:
         });
     }
 
-    void definition_ofAFieldThatIsNotShown_isNotLookedAt()
+    void definition_ofAFieldThatIsNotShown_isIgnored()
     {
         TestProgram program;
         std::vector<Line> fields = sixFields;
@@ -283,7 +283,7 @@ private Q_SLOTS:
         });
     }
 
-    void customisedBadly_isReported()
+    void invalidCustomisation_isReported()
     {
         ProgramWithTrips program;
         ShowBuilder(program, [&](QDialog& builder) {

@@ -114,9 +114,9 @@ private Q_SLOTS:
         QCOMPARE(shown.program.folder.Names().size(), before.size() + 1);
     }
 
-    void cancel_writesAndSaysNothing_data() { AddFormats(); }
+    void cancel_writesAndShowsNothing_data() { AddFormats(); }
 
-    void cancel_writesAndSaysNothing()
+    void cancel_writesAndShowsNothing()
     {
         QFETCH(Format, format);
         ShownReport shown;
@@ -139,7 +139,7 @@ private Q_SLOTS:
         CheckContent(format, shown.program.folder.Read("report.pdf"));
     }
 
-    void failedWriting_isSaidAndTheOlderFileStays_data()
+    void writeError_isReportedAndTheOldFileStays_data()
     {
         QTest::addColumn<Format>("format");
         QTest::addColumn<QByteArray>("step");
@@ -156,7 +156,7 @@ private Q_SLOTS:
         }
     }
 
-    void failedWriting_isSaidAndTheOlderFileStays()
+    void writeError_isReportedAndTheOldFileStays()
     {
         QFETCH(Format, format);
         QFETCH(QByteArray, step);
@@ -172,9 +172,9 @@ private Q_SLOTS:
         QCOMPARE(shown.program.folder.Names(), before);
     }
 
-    void missingFolder_isSaid_data() { AddFormats(); }
+    void missingFolder_isReported_data() { AddFormats(); }
 
-    void missingFolder_isSaid()
+    void missingFolder_isReported()
     {
         QFETCH(Format, format);
         ShownReport shown;

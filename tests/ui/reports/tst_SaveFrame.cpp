@@ -95,7 +95,7 @@ private Q_SLOTS:
         });
     }
 
-    void save_withSavedReports_isNoNewOneAtFirst()
+    void save_withSavedReports_isNotNewAtFirst()
     {
         ProgramWithSixFields program(threeReports);
         ShowBuilder(program, [](QDialog& builder) {
@@ -202,7 +202,7 @@ private Q_SLOTS:
         });
     }
 
-    void frame_holdsTheKeyboard()
+    void frame_keepsTheFocus()
     {
         ProgramWithSixFields program(threeReports);
         ShowBuilder(program, [](QDialog& builder) {

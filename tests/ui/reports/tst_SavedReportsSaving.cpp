@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(StoredReport(program, 0), "1/Nothing//");
     }
 
-    void saved_keepsWhatElseTheRecordHolds()
+    void saved_keepsOtherValuesOfTheRecord()
     {
         TestProgram program;
         WriteFields(program, sixFields);

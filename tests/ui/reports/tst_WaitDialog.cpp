@@ -77,7 +77,7 @@ private Q_SLOTS:
         QVERIFY(!wait.Advance());
     }
 
-    void dialog_isGoneWithTheWork()
+    void dialog_closesWithTheWork()
     {
         ScriptedClock clock;
         {

@@ -17,7 +17,7 @@ class tst_fCustom : public QObject
 
 private Q_SLOTS:
 
-    void captions_areAsKnown()
+    void captions_areAsExpected()
     {
         ProgramWithSixFields program;
         ShowCustom(program, [](QDialog& custom) {

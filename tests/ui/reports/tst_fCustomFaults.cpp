@@ -113,14 +113,14 @@ private Q_SLOTS:
         QCOMPARE(StoredField(program, 2), "4/EndTime/End/Finish/20/8/0/0");
     }
 
-    void gap_fieldBehindTheEnd_isReported_data()
+    void gap_fieldBeyondTheEnd_isReported_data()
     {
         QTest::addColumn<bool>("edited");
         QTest::newRow("unchanged") << false;
         QTest::newRow("edited") << true;
     }
 
-    void gap_fieldBehindTheEnd_isReported()
+    void gap_fieldBeyondTheEnd_isReported()
     {
         QFETCH(bool, edited);
         TestProgram program;
@@ -143,7 +143,7 @@ private Q_SLOTS:
         QCOMPARE(StoredField(program, 2), "4/EndTime/End/Stop/20/8/0/0");
     }
 
-    void gap_firstFieldBehindTheEnd_isReported()
+    void gap_firstFieldBeyondTheEnd_isReported()
     {
         TestProgram program;
         WriteFields(program, {sixFields[5]});
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QCOMPARE(program.folder.Read("field.xml"), before);
     }
 
-    void fieldNumber_thatIsNone_isReported()
+    void invalidFieldNumber_isReported()
     {
         TestProgram program;
         WriteFields(program, {{"one", "StartDate", "Date", "From", "20", "8", "0", "1"}});

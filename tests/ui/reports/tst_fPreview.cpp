@@ -134,7 +134,7 @@ private Q_SLOTS:
         });
     }
 
-    void reportsTools_standAtTheirPositions()
+    void reportTools_areAtTheirPositions()
     {
         Preview preview;
         preview.Show([&] {
@@ -283,7 +283,7 @@ private Q_SLOTS:
         });
     }
 
-    void zoomList_percentIsTaken()
+    void zoomList_percentIsApplied()
     {
         Preview preview;
         preview.Show([&] {
@@ -325,7 +325,7 @@ private Q_SLOTS:
         });
     }
 
-    void zoomBox_typedPercentIsTaken_data()
+    void zoomBox_typedPercentIsApplied_data()
     {
         QTest::addColumn<QByteArray>("typed");
         QTest::addColumn<int>("zoom");
@@ -336,7 +336,7 @@ private Q_SLOTS:
         QTest::newRow("too large") << QByteArray("5000") << 800;
     }
 
-    void zoomBox_typedPercentIsTaken()
+    void zoomBox_typedPercentIsApplied()
     {
         QFETCH(QByteArray, typed);
         QFETCH(int, zoom);
@@ -427,7 +427,7 @@ private Q_SLOTS:
         });
     }
 
-    void twoPages_standSideBySide()
+    void twoPages_areSideBySide()
     {
         Preview preview;
         preview.Show([&] {
@@ -448,7 +448,7 @@ private Q_SLOTS:
         });
     }
 
-    void pageSetup_laysOutAnew()
+    void pageSetup_laysOutAgain()
     {
         Preview preview;
         QPageLayout turned = preview.report.Page;
@@ -514,7 +514,7 @@ private Q_SLOTS:
         });
     }
 
-    void print_handsAllPagesOver()
+    void print_printsAllPages()
     {
         Preview preview;
         preview.program.printers.ExpectPrint(QStringLiteral("Nine Rows"), 5);
