@@ -112,13 +112,13 @@ cp --recursive "$tree/build/tour" "$out/"
 say "removing the package"
 log=home/angler/.local/share/Tarno
 # prints the name, owner, mode, time and checksum of each file in the user's folder
-whole() {
+snapshot() {
     (cd "$root/$log" && find . -type f -exec stat --format '%n %u %a %y' {} + -exec sha256sum {} + | sort)
 }
-before=$(whole)
+before=$(snapshot)
 inside apt-get purge --yes tarno >"$out/apt.log" 2>&1 ||
     fail "the package could not be removed: $(tail -n 3 "$out/apt.log")"
-[ "$(whole)" = "$before" ] || fail "removing the package changed the user's folder"
+[ "$(snapshot)" = "$before" ] || fail "removing the package changed the user's folder"
 left=$(find "$root/usr" "$root/etc" -iname '*tarno*')
 [ -z "$left" ] || fail "removing the package left $left"
 say "the package was removed; the user's folder is unchanged:"

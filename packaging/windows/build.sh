@@ -24,11 +24,11 @@ scripts/make-data-folder.sh --sample "$out/sample"
 x86_64-w64-mingw32-strip -o "$out/Tarno.exe" build/windows/src/app/Tarno.exe
 
 # the libraries that are part of Windows 8 and later
-brought="advapi32 api-ms-win-core-synch-l1-2-0 api-ms-win-core-winrt-l1-1-0 api-ms-win-core-winrt-string-l1-1-0 authz
+system_libraries="advapi32 api-ms-win-core-synch-l1-2-0 api-ms-win-core-winrt-l1-1-0 api-ms-win-core-winrt-string-l1-1-0 authz
     comctl32 comdlg32 d2d1 d3d11 d3d9 dwmapi dwrite dxgi gdi32 imm32 kernel32 mpr msvcrt netapi32 ole32 oleaut32 rpcrt4
     setupapi shcore shell32 shlwapi user32 userenv uxtheme version winmm winspool.drv ws2_32 wtsapi32"
 for library in $(x86_64-w64-mingw32-objdump --private-headers "$out/Tarno.exe" | sed -n 's/.*DLL Name: //p'); do
     name=${library,,}
-    [[ " "$(echo $brought)" " == *" ${name%.dll} "* ]] || fail "Tarno.exe needs $library, which is not part of Windows"
+    [[ " "$(echo $system_libraries)" " == *" ${name%.dll} "* ]] || fail "Tarno.exe needs $library, which is not part of Windows"
 done
 say "built $out/Tarno.exe, $(($(stat -c %s "$out/Tarno.exe") / 1000000)) MB"
