@@ -163,7 +163,7 @@ void fPreview::AddNavigation()
 void fPreview::AddZoom()
 {
     Describe(AddAction("tolZoomOut", QStringLiteral("-"), QKeySequence::ZoomOut, &fPreview::ZoomOut),
-             QStringLiteral("Smaller"));
+             QStringLiteral("Zoom out"));
     m_zoom = new QComboBox(m_toolBar);
     m_zoom->setObjectName(QStringLiteral("cboZoom"));
     m_zoom->setAccessibleName(QStringLiteral("Zoom"));
@@ -180,7 +180,7 @@ void fPreview::AddZoom()
     connect(m_zoom, &QComboBox::activated, this, choose);
     connect(m_zoom->lineEdit(), &QLineEdit::returnPressed, this, choose);
     Describe(AddAction("tolZoomIn", QStringLiteral("+"), QKeySequence::ZoomIn, &fPreview::ZoomIn),
-             QStringLiteral("Larger"));
+             QStringLiteral("Zoom in"));
     m_toolBar->addSeparator();
     auto* across = new QActionGroup(this);
     QAction* one = AddAction("tolOnePage", QStringLiteral("&One Page"), {}, &fPreview::OnePage);
