@@ -1,6 +1,6 @@
 # tarno_drawn_icons(<target>)
-# Compiles our drawings, data/icons/*.svg, into the target: the files for drawing "add" lie in ":/icons/add/". With Qt
-# Svg that is the drawing itself; without it, one picture for each size at which it may be shown.
+# Adds our icons, data/icons/*.svg, to the target as resources: the files of the icon "add" are in ":/icons/add/".
+# With Qt Svg that is the SVG file; without it, one PNG file for each size that the program uses.
 function(tarno_drawn_icons target)
     file(GLOB drawings CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/data/icons/*.svg")
     if(NOT TARGET Qt6::Svg)

@@ -1,5 +1,5 @@
-# What "cmake --install" lays out on a Linux system: the program, the files that ship, and what makes the
-# desktop know it.
+# What "cmake --install" installs on Linux: the program, the shipped data files, and the files for desktop
+# integration.
 
 include(GNUInstallDirs)
 
@@ -8,13 +8,14 @@ set(shared "${CMAKE_INSTALL_DATADIR}/tarno")
 
 install(TARGETS tarno)
 
-# the files that every log starts with, and beside them a whole folder with the sample log
+# the files of an empty log, and a complete folder with the sample log
 file(GLOB shipped CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/data/*.xml" "${PROJECT_SOURCE_DIR}/data/*.txt")
 file(GLOB sample CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/data/sample/*.xml")
 install(FILES ${shipped} DESTINATION "${shared}")
 foreach(file IN LISTS shipped)
     cmake_path(GET file FILENAME name)
-    if(NOT EXISTS "${PROJECT_SOURCE_DIR}/data/sample/${name}") # one of two that are equally old would stay away
+    # the sample's own version wins; install() may skip it after another file with the same name and time stamp
+    if(NOT EXISTS "${PROJECT_SOURCE_DIR}/data/sample/${name}")
         install(FILES "${file}" DESTINATION "${shared}/sample")
     endif()
 endforeach()
@@ -22,7 +23,7 @@ install(FILES ${sample} DESTINATION "${shared}/sample")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/data/sample/pictures" DESTINATION "${shared}/sample"
     FILES_MATCHING PATTERN "*.png")
 
-# the icon; in fixed sizes too when there is a program that draws them
+# the icon; also in fixed sizes if rsvg-convert is installed
 set(icon "${PROJECT_SOURCE_DIR}/data/icons/tarno.svg")
 set(icons "${CMAKE_INSTALL_DATADIR}/icons/hicolor")
 install(FILES "${icon}" DESTINATION "${icons}/scalable/apps")

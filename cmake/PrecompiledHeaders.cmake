@@ -1,6 +1,6 @@
-# The headers that most sources include, compiled once: those of the standard library for the layers without Qt, Qt
-# Core's for what shows no window, Qt Widgets' for everything else. clang-tidy works without them, so that it sees a
-# header that a source forgets to include.
+# Precompiles the headers that most sources include: the standard library for the layers without Qt, Qt Core for the
+# layers without windows, Qt Widgets for everything else. clang-tidy runs without precompiled headers, so that it
+# detects missing includes.
 
 option(TARNO_PRECOMPILE "Use precompiled headers" ON)
 
@@ -13,11 +13,11 @@ set(widgetHeaders
     <QTreeView> <QVBoxLayout>)
 
 # tarno_header_owner(<kind> HEADERS <headers> LINK <libraries>)
-# The target that compiles the headers for tarno_precompile(... <kind>).
+# Adds the target that compiles the headers of one kind for tarno_precompile.
 function(tarno_header_owner kind)
     cmake_parse_arguments(OWNER "" "" "HEADERS;LINK" ${ARGN})
     set(source "${CMAKE_BINARY_DIR}/precompiled_${kind}.cpp")
-    file(CONFIGURE OUTPUT "${source}" CONTENT "// has nothing but the headers\n")
+    file(CONFIGURE OUTPUT "${source}" CONTENT "// only compiles the precompiled headers\n")
     add_library(tarno_headers_${kind} OBJECT "${source}")
     target_link_libraries(tarno_headers_${kind} PRIVATE tarno_options ${OWNER_LINK})
     target_precompile_headers(tarno_headers_${kind} PRIVATE ${OWNER_HEADERS})
@@ -31,7 +31,7 @@ if(TARNO_PRECOMPILE)
 endif()
 
 # tarno_precompile(<target> <linked libraries>)
-# Compiles the sources of the target with the precompiled headers for what it links.
+# Compiles the target with the precompiled headers that match its libraries.
 function(tarno_precompile target)
     if(NOT TARNO_PRECOMPILE)
         return()

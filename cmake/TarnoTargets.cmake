@@ -1,4 +1,4 @@
-# The helpers with which every CMakeLists.txt of the tree declares its target.
+# Helper functions that declare the targets of the project.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -8,11 +8,11 @@ if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
 endif()
 
-set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF) # generating needs no library built before
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF) # moc and uic do not need the linked libraries
 
 find_program(TARNO_CCACHE ccache)
 if(TARNO_CCACHE)
-    # the sloppiness without which ccache does not cache sources with a precompiled header
+    # ccache caches sources with a precompiled header only with this sloppiness
     set(CMAKE_CXX_COMPILER_LAUNCHER
         "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${TARNO_CCACHE}")
 endif()
@@ -22,7 +22,7 @@ if(TARNO_MOLD AND NOT CMAKE_CROSSCOMPILING)
     add_link_options(-fuse-ld=mold)
 endif()
 
-# What every target of ours shares: the include root, the warnings, the strict Qt defines.
+# Options of all our targets: the include root, the warnings, the strict Qt definitions.
 add_library(tarno_options INTERFACE)
 target_include_directories(tarno_options INTERFACE "${PROJECT_SOURCE_DIR}/src")
 target_compile_options(tarno_options INTERFACE
@@ -30,8 +30,8 @@ target_compile_options(tarno_options INTERFACE
 target_compile_definitions(tarno_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS
     QT_NO_FOREACH QT_STRICT_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-# The layers are checked for memory errors and undefined behaviour, the tests for memory errors only: they take most of
-# the time of that build.
+# The layers are checked for memory errors and undefined behaviour. The tests are checked for memory errors only,
+# because they take most of the build time.
 add_library(tarno_layer_options INTERFACE)
 if(TARNO_SANITIZE OR TARNO_FUZZ)
     target_compile_options(tarno_options INTERFACE
@@ -44,7 +44,7 @@ if(TARNO_FUZZ)
 endif()
 
 # tarno_layer(NAME <name> SOURCES <sorted list> [LINK <libraries>])
-# One static library for one folder of src/. Layers link only the layers below them.
+# Adds the static library of one folder of src/. A layer links only layers below it.
 function(tarno_layer)
     cmake_parse_arguments(LAYER "" "NAME" "SOURCES;LINK" ${ARGN})
     add_library(tarno_${LAYER_NAME} STATIC ${LAYER_SOURCES})
@@ -56,22 +56,22 @@ function(tarno_layer)
 endfunction()
 
 # tarno_offscreen(<program>)
-# The program can run without a display, also where Qt is linked statically.
+# Lets the program run without a display even if Qt is linked statically.
 function(tarno_offscreen program)
     if(WIN32)
         qt_import_plugins(${program} INCLUDE Qt6::QOffscreenIntegrationPlugin)
     endif()
 endfunction()
 
-# What every test needs in its environment. Qt Test ends a function that takes longer than that, in milliseconds: half
-# an hour, since the machine may be busy.
+# The environment of every test. The timeout of a test function, in milliseconds, is half an hour, because the machine
+# may be busy.
 set(TARNO_TEST_ENVIRONMENT QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 QTEST_FUNCTION_TIMEOUT=1800000)
 
 # tarno_tests(NAME <folder> CLASSES <tst_...> [LINK <layers>] [SOURCES <other files>] [LABELS <labels>]
 #             [LONG <classes>])
-# One test program, tests_<folder>, for one folder of tests/. Each of its classes is a test of ctest, in a process of
-# its own and without a display. It links the layer that it tests, and may read the files beside its sources and the
-# files that ship (TARNO_TEST_DATA, TARNO_SHIPPED_DATA). Long ones start first, so that both cores end together.
+# Adds the test program of one folder of tests/, tests_<folder>. Each class is a separate ctest test, which runs in a
+# process of its own and without a display. TARNO_TEST_DATA and TARNO_SHIPPED_DATA are the paths of the data folder
+# beside the sources and of the shipped files. The LONG classes start first, so that all cores finish together.
 function(tarno_tests)
     cmake_parse_arguments(TEST "" "NAME" "CLASSES;LINK;SOURCES;LABELS;LONG" ${ARGN})
     set(program tests_${TEST_NAME})
@@ -82,7 +82,7 @@ function(tarno_tests)
     target_link_libraries(${program} PRIVATE ${TEST_LINK} tests_main Qt6::Test)
     tarno_offscreen(${program})
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13 AND WIN32)
-        # when it optimises, GCC 12 reports false overlaps and sizes of texts
+        # GCC 12 reports false positives for strings when it optimises
         target_compile_options(${program} PRIVATE -Wno-array-bounds -Wno-restrict -Wno-stringop-overflow)
     endif()
     target_include_directories(${program} PRIVATE "${PROJECT_SOURCE_DIR}/tests")

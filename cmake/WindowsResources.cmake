@@ -1,5 +1,5 @@
 # tarno_windows_resources(<program>)
-# Gives the program its icon, its version and its manifest: how Windows is to treat it.
+# Adds the icon, the version information and the manifest to the program.
 enable_language(RC)
 
 function(tarno_windows_resources program)

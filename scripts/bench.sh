@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the benchmarks in release mode, runs them, and prints a table: each figure beside its limit, which is the
-# least that the same work can take, measured in the same run. Takes some minutes.
-#   scripts/bench.sh [arguments of Google Benchmark, as --benchmark_filter=load]
+# Builds the benchmarks in release mode, runs them, and prints a table of the results. Each result has a limit, the
+# least time that the same work can take, measured in the same run. Takes a few minutes.
+#   scripts/bench.sh [ARGUMENT...]    arguments of Google Benchmark, for example --benchmark_filter=load
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -13,7 +13,7 @@ for source in bench/bench_*.cpp; do
     bench=build/release/${source%.cpp}
     say "${bench##*/}" >&2
     case ${bench##*/} in
-    # its windows go to a real display server
+    # shows its windows on a real display server
     bench_start) QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum "$bench" "$@" 2>/dev/null ;;
     *) QT_QPA_PLATFORM=offscreen "$bench" "$@" 2>/dev/null ;;
     esac || fail "${bench##*/} failed"

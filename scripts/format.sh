@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Formats all sources of the tree in place.
+# Formats all C++ sources in place.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh

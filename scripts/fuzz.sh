@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
-# Lets the fuzzers make up inputs: every program of tests/safety/fuzz gets so many of them, at most two programs at
-# once, and must keep its promises under the address and undefined-behaviour sanitizers. What they find on the way
-# stays under build/fuzz/; a crash ends the script with the path of the input that made it.
-#   scripts/fuzz.sh [RUNS [FUZZER...]]    1,000,000 runs of each fuzzer unless said otherwise
+# Runs the fuzzers of tests/safety/fuzz, at most two at a time, under the address and undefined-behaviour sanitizers.
+# New inputs are written to build/fuzz/. After a crash, the script prints the path of the input and fails.
+#   scripts/fuzz.sh [RUNS [FUZZER...]]    RUNS is the number of inputs for each fuzzer, by default 1,000,000
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -22,14 +21,14 @@ cmake --build --preset fuzz || fail "the fuzzers do not build"
 fuzzers=("$@")
 [ $# -gt 0 ] || mapfile -t fuzzers < <(cd "$sources" && ls fuzz_*.cpp | sed 's/\.cpp$//')
 
-# the files that a fuzzer writes lie in memory
+# the fuzzers write their files in memory
 TMPDIR=$(mktemp -d -p "$([ -w /dev/shm ] && echo /dev/shm || echo "${TMPDIR:-/tmp}")" tarno-fuzz.XXXXXX)
 trap 'rm -rf "$TMPDIR"' EXIT
 export TMPDIR QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
-# what the sanitizer remembers of freed blocks would grow with the runs
+# limits what the sanitizer remembers of freed blocks, which would grow with the number of runs
 export ASAN_OPTIONS=malloc_context_size=4:quarantine_size_mb=16
 
-# longest <fuzzer>: bytes of an input; longer ones find no more but take longer
+# longest <fuzzer>: prints the maximum size of an input; longer inputs take more time and find nothing new
 longest() {
     case $1 in
     fuzz_DateTime) echo 32 ;;
@@ -38,7 +37,7 @@ longest() {
     esac
 }
 
-# fuzz <fuzzer>: one line about its runs; fails when one crashes
+# fuzz <fuzzer>: runs the fuzzer and prints one line of statistics; fails after a crash
 fuzz() {
     local name=$1 out=$found/$1 words=$sources/dictionaries/$1.txt seconds=$SECONDS options=()
     rm -rf "$out"
@@ -57,7 +56,7 @@ fuzz() {
         "$(figure new_units_added)" "$(grep -o 'cov: [0-9]*' "$out/log.txt" | tail -n 1 | cut -d ' ' -f 2)"
 }
 
-# figure <name>: from the log of the fuzzer that is being run
+# figure <name>: prints a statistic from the log of the current fuzzer
 figure() {
     sed -n "s/^stat::$1: *//p" "$out/log.txt"
 }
@@ -66,7 +65,7 @@ say "$runs runs of ${fuzzers[*]}"
 crashed=0
 running=0
 for name in "${fuzzers[@]}"; do
-    [ -x "$build/$name" ] || fail "there is no fuzzer $name"
+    [ -x "$build/$name" ] || fail "unknown fuzzer: $name"
     if [ "$running" -eq 2 ]; then
         wait -n || crashed=1
         running=$((running - 1))

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes a picture of every window of the program in every state, light and dark, with the usual font and one
-# twice as large, at four scales, into build/gallery/<percent>/.
+# Takes a screenshot of every window in every state, light and dark, with the default font and one twice as large, at
+# four scales. Writes them to build/gallery/<percent>/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh

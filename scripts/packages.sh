@@ -1,4 +1,4 @@
-# The Debian packages that the project needs, and how they are installed. Sourced by the other scripts.
+# The Debian packages that the project needs, and a function that installs them. Sourced by the other scripts.
 
 build_packages=(
     ccache
@@ -10,7 +10,7 @@ build_packages=(
     qt6-base-dev
     qt6-svg-dev
 )
-# what the program itself needs beside its libraries: picture formats, fonts for every script
+# what the program needs besides its libraries: picture formats and fonts for every script
 run_packages=(
     fonts-dejavu-core
     fonts-dejavu-extra
@@ -30,7 +30,7 @@ test_packages=(
     poppler-utils
     unrtf
 )
-# a virtual display, a window manager, a hand for keyboard and mouse, a camera
+# a virtual display, a window manager, and tools for keyboard and mouse input and screenshots
 display_packages=(
     imagemagick
     openbox
@@ -38,20 +38,20 @@ display_packages=(
     xdotool
     xvfb
 )
-# what the tour of the program needs
+# what scripts/tour.sh needs
 tour_packages=(
     "${display_packages[@]}"
     libxml2-utils
     poppler-utils
 )
-# the accessibility bus, and a program's way to it
+# the accessibility bus and its client library
 assistive_packages=(
     at-spi2-core
     dbus
     gir1.2-atspi-2.0
     python3-gi
 )
-# what looks for faults with made-up input and for faulty use of memory
+# fuzzing and memory checks
 safety_packages=(
     clang-14
     libclang-rt-14-dev
@@ -60,7 +60,7 @@ safety_packages=(
 bench_packages=(
     libbenchmark-dev
 )
-# what makes the Debian package and checks it
+# what builds and checks the Debian package
 package_packages=(
     appstream
     desktop-file-utils
@@ -69,7 +69,7 @@ package_packages=(
     lintian
 )
 
-# say <text>: one line about what the script is doing
+# say <text>: prints one line about what the script is doing
 say() {
     printf '== %s\n' "$*"
 }
@@ -80,7 +80,7 @@ fail() {
     exit 1
 }
 
-# need <package>...: installs those that are missing
+# need <package>...: installs the packages that are missing
 need() {
     local missing=() package
     for package in "$@"; do
@@ -89,12 +89,13 @@ need() {
     done
     [ "${#missing[@]}" -eq 0 ] && return
     say "installing ${missing[*]}"
-    command -v apt-get >/dev/null || fail "this needs a Debian system; please install by hand: ${missing[*]}"
+    command -v apt-get >/dev/null || fail "apt-get was not found; install these packages by hand: ${missing[*]}"
     local root=()
     if [ "$(id -u)" -ne 0 ]; then
-        command -v sudo >/dev/null || fail "please install as root: apt-get install ${missing[*]}"
+        command -v sudo >/dev/null || fail "run this as root: apt-get install ${missing[*]}"
         root=(sudo)
-        sudo true || fail "the packages cannot be installed without sudo" # asks for the password before the output is hidden
+        # asks for the password before the output is hidden
+        sudo true || fail "the packages cannot be installed without sudo"
     fi
     local log
     log=$(mktemp)
@@ -105,12 +106,12 @@ need() {
     if ! wait $!; then
         tail -n 20 "$log" >&2
         rm -f "$log"
-        fail "these packages could not be installed: ${missing[*]}"
+        fail "could not install these packages: ${missing[*]}"
     fi
     rm -f "$log"
 }
 
-# tell_progress <process> <log>: says how far apt has come until the process ends
+# tell_progress <process> <log>: prints the progress of apt until the process ends
 tell_progress() {
     local before="reading the package lists" now all
     printf '   %s\n' "$before"

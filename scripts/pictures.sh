@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Renews the pictures in the documents, from the tour, and in the manual, from the gallery of all windows.
+# Updates the pictures in the documents, which come from the tour, and in the manual, which come from the gallery.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Builds Tarno with its tests and runs them.
-#   scripts/test.sh            every test, the longest ones in a short form
-#   scripts/test.sh NAME...    only these, for example tst_fEntryEdit or tour
-#   scripts/test.sh --all      every test, also under the sanitizers and, if its libraries are there, as a Windows
-#                              program; the format of the sources and clang-tidy; what CI runs
+#   scripts/test.sh            all tests, the longest ones in a short form
+#   scripts/test.sh NAME...    only these tests, for example tst_fEntryEdit or tour
+#   scripts/test.sh --all      what CI runs: all tests, also under the sanitizers and, if the Windows libraries exist, as
+#                              Windows programs; the format of the sources; clang-tidy
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -19,7 +19,7 @@ for argument in "$@"; do
     esac
 done
 
-# build <preset> <target>...: the targets, or everything
+# build <preset> [<target>...]: builds the targets, or everything
 build() {
     local preset=$1
     shift
@@ -27,23 +27,23 @@ build() {
     cmake --build --preset "$preset" ${1:+--target "$@"} || fail "the build failed"
 }
 
-# run_tests <preset> <option>...: fails with the place of the log
+# run_tests <preset> [<option>...]: runs ctest; on failure, prints the path of the log
 run_tests() {
     local preset=$1
     shift
     ctest --preset "$preset" "$@" 2>&1 | tee "build/$preset/tests.txt" ||
-        fail "$(grep -oE '[0-9]+ tests? failed out of [0-9]+|No tests were found' "build/$preset/tests.txt"); the log is" \
+        fail "$(grep -oE '[0-9]+ tests? failed out of [0-9]+|No tests were found' "build/$preset/tests.txt"); see" \
             "build/$preset/Testing/Temporary/LastTest.log"
 }
 
 if [ -n "$all" ]; then
     export TARNO_SAFETY=short
-    say "building and testing twice, once under the sanitizers, and checking the sources: about 20 minutes on two cores," \
-        "half of that if little has changed"
+    say "building and testing with and without the sanitizers, and checking the sources; this takes about 20 minutes on" \
+        "two cores, or half of that if little has changed"
 elif [ "${#names[@]}" -gt 0 ]; then
     say "building and running ${names[*]}"
 else
-    say "building and running every test: about 6 minutes on two cores, 2 if little has changed"
+    say "building and running all tests; this takes about 6 minutes on two cores, or 2 minutes if little has changed"
 fi
 need "${build_packages[@]}" "${run_packages[@]}" "${test_packages[@]}" "${display_packages[@]}" \
     "${assistive_packages[@]}"
@@ -58,14 +58,14 @@ if [ -n "$all" ]; then
     run_tests sanitize
 
     say "running clang-tidy"
-    scripts/tidy.sh || fail "clang-tidy has found something"
+    scripts/tidy.sh || fail "clang-tidy reported findings; see above"
 
     source packaging/windows/libraries.sh
     if have_libraries; then
         say "testing the Windows program"
         packaging/windows/test.sh --quick || fail "a test of the Windows program failed"
     else
-        say "not testing the Windows program: packaging/windows/build.sh has not built its static Qt here"
+        say "skipping the Windows program: run packaging/windows/build.sh once to build its libraries"
     fi
 fi
 
@@ -73,7 +73,7 @@ say "building"
 if [ "${#names[@]}" -gt 0 ]; then
     targets=()
     for name in "${names[@]}"; do
-        program=$(test_program "${name%%-*}") # without the scale in tst_Looks-2
+        program=$(test_program "${name%%-*}") # removes the scale from tst_Looks-2
         [[ -n $program || $name == fuzz_* ]] || program=tarno
         targets+=("$(basename "${program:-$name}")")
     done
@@ -82,7 +82,7 @@ if [ "${#names[@]}" -gt 0 ]; then
 else
     build dev
     run_tests dev
-    # to be compared with on other platforms; a later run of a few tests leaves it alone
+    # for the comparison with other platforms; a later run of single tests does not overwrite it
     cp build/dev/Testing/Temporary/LastTest.log build/dev/AllTests.log
 fi
 count=$(sed -n 's/.* failed out of //p' build/dev/tests.txt)

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""Runs clang-tidy over every source of a build and prints what it finds.
+"""Runs clang-tidy over the sources of a build and prints the findings.
 
-    tidy.py BUILD [SOURCE...]    only those sources, by the ends of their paths
+    tidy.py BUILD [SOURCE...]    only the sources whose paths end with one of the arguments
 
-A source that passed is not checked again until it, a header that it includes, or the checks change: the fact is kept
-in the user's cache. Ends with 1 if anything was found.
+A source that passed is not checked again until it, a header that it includes, or the checks change. The results are
+stored in the user's cache. Exits with 1 if there are findings.
 """
 
 import hashlib
@@ -23,7 +23,7 @@ passed = pathlib.Path(os.environ.get("XDG_CACHE_HOME", "~/.cache")).expanduser()
 
 
 def sources(build, wanted):
-    """The compile commands of our own sources, a list of words for each path."""
+    """Returns the compile command of each of our own sources as a list of words, by path."""
     commands = json.loads((build / "compile_commands.json").read_text())
     own = {command["file"]: shlex.split(command["command"]) for command in commands
            if OWN.search(command["file"]) and "/build/" not in command["file"]}
@@ -31,7 +31,7 @@ def sources(build, wanted):
 
 
 def fingerprint(words, checks):
-    """Changes whenever clang-tidy could find something else."""
+    """Returns a hash of everything that the result of clang-tidy depends on."""
     compiler = words[next(at for at, word in enumerate(words) if re.search(r"(c\+\+|g\+\+)[-0-9]*$", word)):]
     output = compiler.index("-o")
     preprocess = compiler[:output] + compiler[output + 2:] + ["-E", "-C", "-P"]
@@ -40,7 +40,7 @@ def fingerprint(words, checks):
 
 
 def check(build, checks, path, words):
-    """Returns what clang-tidy says about the source; nothing if it passes."""
+    """Returns the output of clang-tidy for the source, or an empty string if it passes."""
     known = passed / fingerprint(words, checks)
     if known.exists():
         known.touch()

@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
-# Drives the real program on a virtual display by keyboard and mouse through its main job: a trip is added
-# to a copy of the sample log, saved, and found in the list; the locations and the log are printed into PDF and
-# RTF files. Leaves pictures, those files and report.txt in build/tour/, or where TARNO_TOUR says, and fails when
-# anything is not in the files afterwards.
+# Drives the real program by keyboard and mouse on a virtual display: adds a trip to a copy of the sample log and
+# exports the reports of the locations and of the log to PDF and RTF. Fails if the data files or the reports lack something.
+# Writes screenshots, the reports and report.txt to build/tour/ or to the folder TARNO_TOUR.
 #   scripts/tour.sh PROGRAM
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -10,13 +9,13 @@ source scripts/packages.sh
 
 program=$(realpath "${1:?usage: scripts/tour.sh PROGRAM}")
 out=$(realpath --canonicalize-missing --relative-to=. "${TARNO_TOUR:-build/tour}")
-source scripts/hand.sh
+source scripts/gui-driver.sh
 need "${run_packages[@]}" "${tour_packages[@]}"
 on_virtual_display scripts/tour.sh "$program"
 
 rm -rf "$out"
 mkdir -p "$out"
-scripts/lay-out.sh --sample "$out/log"
+scripts/make-data-folder.sh --sample "$out/log"
 tell "Tarno's tour, $("$program" --version)"
 start "$out/log"
 before=$(records tarno.xml tarno)
@@ -91,8 +90,8 @@ window "Tarno Log Entry"
 keys ctrl+a
 type_text "2026-13-45"
 keys alt+s
-picture 11-refused "a date that is none is refused"
-await_value "start date after a refused one" 2026-11-14 value tarno.xml tarno 1
+picture 11-refused "an invalid date is refused"
+await_value "start date after an invalid one" 2026-11-14 value tarno.xml tarno 1
 keys ctrl+a
 type_text "2026-11-14"
 keys Tab Escape
@@ -130,7 +129,7 @@ window "Tarno Fishing Log"
 
 click 243 30
 window "Log Reporting"
-picture 18-builder "the report builder with the report that it starts with"
+picture 18-builder "the report builder with the default report"
 keys alt+p
 window "Tarno Fish Log Entry Listing"
 picture 19-log-report "the preview of the log report"
@@ -142,7 +141,7 @@ keys Escape
 window "Log Reporting"
 keys alt+t
 window "Customise Report Components"
-picture 20-customise "where fields get other headings and widths"
+picture 20-customise "the window that changes headings and widths of fields"
 keys Escape
 window "Log Reporting"
 keys alt+c

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs the tests of core and store, and the inputs kept for the fuzzers of both, under valgrind, at most two programs
-# at once: unlike the sanitizers it sees into the libraries as well. Every report, and every lost byte, is an error.
-# Takes a while; the reports stay in build/valgrind/.
+# Runs the tests of core and store and the corpora of their fuzzers under valgrind, at most two programs at a time.
+# Unlike the sanitizers, valgrind also checks the libraries. Every report and every leak is an error. Takes a while;
+# writes the reports to build/valgrind/.
 #   scripts/valgrind.sh [TEST...]    only those test classes and fuzzers
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -18,7 +18,7 @@ for source in tests/core/tst_*.cpp tests/store/tst_*.cpp tests/safety/fuzz/fuzz_
         tests+=("$name")
     fi
 done
-[ "${#tests[@]}" -gt 0 ] || fail "no test of core or store and no fuzzer is named $*"
+[ "${#tests[@]}" -gt 0 ] || fail "no test of core or store and no fuzzer matches: $*"
 cmake --build --preset dev --target tests_core tests_store fuzz_DataFile fuzz_Settings fuzz_Xml ||
     fail "the tests do not build"
 
@@ -26,10 +26,10 @@ out=build/valgrind
 rm -rf "$out"
 mkdir -p "$out"
 export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
-# a program is many times slower here than the time limit of its slots allows for
+# programs are many times slower under valgrind than the usual timeout allows
 export QTEST_FUNCTION_TIMEOUT=3600000
 
-# check <test>: one line; fails when valgrind or the test complains
+# check <test>: runs one test and prints one line; fails if valgrind or the test reports an error
 check() {
     local name=$1 seconds=$SECONDS command=()
     if [[ $name == fuzz_* ]]; then
@@ -60,4 +60,4 @@ while [ "$running" -gt 0 ]; do
     wait -n || failed=1
     running=$((running - 1))
 done
-[ "$failed" -eq 0 ] || fail "valgrind found something"
+[ "$failed" -eq 0 ] || fail "valgrind or a test reported errors"

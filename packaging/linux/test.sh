@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Tries the Debian package on a system that holds nothing else: installs it in a clean root, starts it there as an
-# ordinary user, adds a place and a trip, removes the package, and looks whether the user's log is still whole.
-# Leaves pictures and report.txt in build/linux/test/. Needs the rights of root and a mirror of Debian.
-#   packaging/linux/test.sh [PACKAGE]    the package in build/linux/ when none is named
+# Tests the Debian package on a minimal system: installs it in a clean root, starts the program there as an ordinary
+# user, adds a location and a trip, removes the package, and checks that the user's log is unchanged.
+# Writes screenshots and report.txt to build/linux/test/. Needs root rights and a Debian mirror.
+#   packaging/linux/test.sh [PACKAGE]    PACKAGE is by default the one in build/linux/
 set -euo pipefail
 if [ "$#" -gt 0 ]; then
     set -- "$(realpath "$1")"
@@ -10,9 +10,9 @@ fi
 cd "$(dirname "$0")/../.."
 source scripts/packages.sh
 
-[ "$(id -u)" -eq 0 ] || fail "a clean root can only be set up by root; please run this with sudo"
+[ "$(id -u)" -eq 0 ] || fail "setting up a clean root needs root rights; run this script with sudo"
 if [ -z "${TARNO_OWN_NAMESPACE:-}" ]; then
-    # what is mounted and started in the clean root ends with this script
+    # mounts and processes in the clean root end with this script
     export TARNO_OWN_NAMESPACE=yes
     exec unshare --mount --pid --fork --kill-child packaging/linux/test.sh "$@"
 fi
@@ -21,11 +21,11 @@ out=build/linux/test
 root=$PWD/build/linux/clean
 base=build/linux/clean-base.tar
 package=$(compgen -G "${1:-build/linux/tarno_*.deb}") ||
-    fail "there is no package yet; run packaging/linux/build.sh first"
+    fail "no package found; run packaging/linux/build.sh first"
 need debootstrap
 
 release=$(. /etc/os-release && echo "$VERSION_CODENAME")
-# the mirror that the package sources of this system name; known once its lists have been read
+# prints the Debian mirror of this system; needs the package lists
 find_mirror() {
     apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' 'Created-By: Packages' |
         awk -v release="$release" '$1 == release && $2 == "main" && !found { print $3; found = 1 }'
@@ -36,23 +36,23 @@ if [ -z "$mirror" ]; then
     mirror=$(find_mirror)
 fi
 [ -n "$mirror" ] ||
-    fail "the package sources of this system name no mirror of Debian $release, or it does not answer"
+    fail "this system has no package source for Debian $release, or its mirror does not respond"
 
 rm -rf --one-file-system "$root" "$out"
 mkdir -p "$root" "$out"
 trap 'umount "$root/proc" 2>/dev/null || true; rm -rf --one-file-system "$root"' EXIT
 
-# inside <command>...: runs it as root in the clean root
+# inside <command>...: runs the command as root in the clean root
 inside() {
     env --ignore-environment PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 \
         DEBIAN_FRONTEND=noninteractive ${http_proxy:+http_proxy="$http_proxy"} chroot "$root" "$@"
 }
 
-# install_inside <package or file>...: with what they depend on and nothing besides
+# install_inside <package or file>...: installs them with their dependencies, but without recommended packages
 install_inside() {
     inside apt-get install --yes --no-install-recommends "$@" >"$out/apt.log" 2>&1 || {
         tail -n 20 "$out/apt.log" >&2
-        fail "could not be installed in the clean root: $*"
+        fail "could not install in the clean root: $*"
     }
 }
 
@@ -63,9 +63,9 @@ else
     say "setting up a clean root"
     debootstrap --variant=minbase "$release" "$root" "$mirror" >"$out/debootstrap.log" 2>&1 || {
         tail -n 5 "$out/debootstrap.log" >&2
-        fail "Debian $release could not be had from the mirror of this system, so nothing was tested"
+        fail "could not install Debian $release from this system's mirror; nothing was tested"
     }
-    # no service starts in there
+    # prevents services from starting in the clean root
     printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
     chmod 755 "$root/usr/sbin/policy-rc.d"
     tar --create --file "$base.half" --directory "$root" --exclude './proc/*' .
@@ -74,33 +74,33 @@ fi
 cp /etc/resolv.conf "$root/etc/"
 mount -t proc proc "$root/proc"
 inside apt-get update >"$out/apt.log" 2>&1 ||
-    fail "the mirror of this system does not answer: $(tail -n 3 "$out/apt.log")"
+    fail "this system's mirror does not respond: $(tail -n 3 "$out/apt.log")"
 
 say "installing $package"
 install -D --mode=644 "$package" "$root/opt/trial/tarno.deb"
 install_inside /opt/trial/tarno.deb
-said=$(inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/tmp tarno --version 2>/dev/null) ||
+reported=$(inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/tmp tarno --version 2>/dev/null) ||
     fail "the program does not start"
-say "it says that it is $said"
+say "installed version: $reported"
 
-say "installing a display for it, and a hand"
+say "installing a virtual display and the tools that drive the program"
 install_inside "${display_packages[@]}" libxml2-utils poppler-utils
-install --mode=644 --target-directory="$root/opt/trial" scripts/hand.sh packaging/linux/first-days.sh
+install --mode=644 --target-directory="$root/opt/trial" scripts/gui-driver.sh packaging/linux/new-user.sh
 inside useradd --create-home --shell /bin/bash angler
 
-# as_angler <command>...: as an ordinary user without a network
+# as_angler <command>...: runs the command as an ordinary user without network access
 as_angler() {
     unshare --net chroot --userspec=angler:angler "$root" \
         env --ignore-environment HOME=/home/angler PATH=/usr/bin:/bin LC_ALL=C.UTF-8 "$@"
 }
 
-say "using it as an ordinary user, without a network"
+say "using the program as an ordinary user without network access"
 tried=yes
-as_angler bash /opt/trial/first-days.sh || tried=
+as_angler bash /opt/trial/new-user.sh || tried=
 cp "$root"/home/angler/trial/{*.png,*.log,report.txt} "$out/" || true
-[ -n "$tried" ] || fail "the program was not usable; see $out"
+[ -n "$tried" ] || fail "the test as an ordinary user failed; see $out"
 
-say "taking the tour with it"
+say "running the tour"
 tree=$root/home/angler/tree
 mkdir "$tree"
 cp --recursive scripts data "$tree/"
@@ -109,18 +109,18 @@ as_angler bash -c 'cd ~/tree && scripts/tour.sh /usr/bin/tarno' >"$out/tour.log"
     fail "the tour failed: $(tail -n 3 "$out/tour.log")"
 cp --recursive "$tree/build/tour" "$out/"
 
-say "removing it"
+say "removing the package"
 log=home/angler/.local/share/Tarno
-# what the user's folder holds, byte for byte, and since when
-whole() {
+# prints the name, owner, mode, time and checksum of each file in the user's folder
+snapshot() {
     (cd "$root/$log" && find . -type f -exec stat --format '%n %u %a %y' {} + -exec sha256sum {} + | sort)
 }
-before=$(whole)
+before=$(snapshot)
 inside apt-get purge --yes tarno >"$out/apt.log" 2>&1 ||
     fail "the package could not be removed: $(tail -n 3 "$out/apt.log")"
-[ "$(whole)" = "$before" ] || fail "removing the package has changed the user's folder"
+[ "$(snapshot)" = "$before" ] || fail "removing the package changed the user's folder"
 left=$(find "$root/usr" "$root/etc" -iname '*tarno*')
 [ -z "$left" ] || fail "removing the package left $left"
-say "the package is gone, and the user's folder is as it was:"
+say "the package was removed; the user's folder is unchanged:"
 find "$root/$log" -type f -printf '   %P\n' | sort
-say "the package works; pictures of it are in $out"
+say "the package works; the screenshots are in $out"

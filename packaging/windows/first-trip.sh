@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Adds a place and a trip with an installed Windows program, whose log lies beside it; run by package.sh.
-#   packaging/windows/first-trip.sh FOLDER OUT    leaves pictures and report.txt in OUT
+# Adds a location and a trip with an installed Windows program, whose log is in the same folder. Run by package.sh.
+#   packaging/windows/first-trip.sh FOLDER OUT    writes screenshots and report.txt to OUT
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 folder=${1:?usage: packaging/windows/first-trip.sh FOLDER OUT}
 out=${2:?usage: packaging/windows/first-trip.sh FOLDER OUT}
 export TARNO_EXE=$folder/Tarno.exe
 program=packaging/windows/tarno-under-wine.sh
-source scripts/hand.sh
+source scripts/gui-driver.sh
 on_virtual_display packaging/windows/first-trip.sh "$folder" "$out"
 
 mkdir -p "$out"

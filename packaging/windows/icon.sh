@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Draws packaging/windows/tarno.ico, the icon of the Windows program in every size that Windows shows, from
-# data/icons/tarno.svg. To be run again when the drawing has changed.
+# Creates packaging/windows/tarno.ico, the icon of the Windows program in all sizes that Windows uses, from
+# data/icons/tarno.svg. Run it again after changing the drawing.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 source scripts/packages.sh
@@ -15,4 +15,4 @@ for width in 16 20 24 32 40 48 64 128; do
 done
 rsvg-convert --width=256 --output "$scratch/256.png" data/icons/tarno.svg
 icotool --create --output packaging/windows/tarno.ico "${pictures[@]}" --raw="$scratch/256.png"
-say "drawn: packaging/windows/tarno.ico"
+say "created packaging/windows/tarno.ico"

@@ -1,5 +1,4 @@
-# The static libraries of the Windows program: which, where they lie, and how they are built. Sourced by the other
-# scripts of this folder.
+# Builds the static libraries of the Windows program. Sourced by the other scripts of this folder.
 
 source scripts/packages.sh
 
@@ -8,14 +7,14 @@ windows_packages=(
     g++-mingw-w64-x86-64-posix
     librsvg2-bin
 )
-# what runs Windows programs here
+# what runs Windows programs on Debian
 wine_packages=(
     fonts-wine
     wine
     wine64
 )
 
-# What Qt is built with and without. Printing needs Direct2D; the tablet header is not in Debian's source.
+# The build options of Qt. Printing needs Direct2D; Debian's source package lacks the header for tablets.
 qt_options=(
     -DCMAKE_BUILD_TYPE=Release
     -DBUILD_SHARED_LIBS=OFF
@@ -35,7 +34,8 @@ qt_options=(
     -DINPUT_opengl=no
 )
 
-# The libraries lie outside the tree, in a folder named by all that they depend on.
+# libraries_folder: prints the folder of the libraries, in the user's cache; a hash of everything that they depend on
+# is part of its name
 libraries_folder() {
     local key
     key=$(
@@ -48,22 +48,22 @@ libraries_folder() {
     printf '%s/tarno/windows-%s\n' "${XDG_CACHE_HOME:-$HOME/.cache}" "$key"
 }
 
-# have_libraries: whether they have been built, all of them
+# have_libraries: succeeds if all libraries have been built
 have_libraries() {
     [ -e "$(libraries_folder)/complete" ]
 }
 
-# build_libraries: gets the sources through the package client and builds them; says nothing when that was done before
+# build_libraries: downloads the sources with apt and builds them; does nothing if they have been built before
 build_libraries() {
     have_libraries && return
     local folder
     folder=$(libraries_folder)
-    scratch=$(mktemp -d) # not local: it goes with the script
+    scratch=$(mktemp -d) # not local, because the trap uses it
     trap 'rm -rf "$scratch"' EXIT
-    say "getting the sources of Qt and pugixml"
+    say "downloading the sources of Qt and pugixml"
     get_sources "$scratch" qt6-base qt6-imageformats pugixml >"$scratch/log" 2>&1 || {
         tail -n 20 "$scratch/log" >&2
-        fail "the sources could not be had"
+        fail "the sources could not be downloaded"
     }
     rm -rf "$folder"
     mkdir -p "$folder"
@@ -73,11 +73,11 @@ build_libraries() {
     touch "$folder/complete"
 }
 
-# build_library <name> <source> <option>...: builds and installs one; uses folder and scratch of its caller
+# build_library <name> <source> <option>...: builds and installs a library; uses folder and scratch of its caller
 build_library() {
     local name=$1 source=$2 log=$folder/$1.log
     shift 2
-    say "building $name for Windows; $log tells how far it is"
+    say "building $name for Windows; the progress is in $log"
     {
         cmake -S "$source" -B "$scratch/$name" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" \
             -DCMAKE_PREFIX_PATH="$folder" -DCMAKE_INSTALL_PREFIX="$folder" "$@" &&
@@ -90,8 +90,8 @@ build_library() {
     rm -rf "$scratch/$name"
 }
 
-# get_sources <folder> <package>...: unpacks Debian's sources there. The machine's own lists stay as they are: the
-# package client works on a copy of them that also names the sources.
+# get_sources <folder> <package>...: unpacks Debian's source packages in the folder. Leaves the package lists of the
+# system unchanged: apt uses a copy of its configuration with source packages enabled.
 get_sources() {
     local scratch=$1
     shift

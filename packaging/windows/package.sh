@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Packs the Windows program: build/windows/tarno-<version>-portable.zip, to be unpacked and run with all its data
-# inside, and build/windows/tarno-<version>-setup.exe, an installer for one user. Installs both under Wine, the zip also at
-# the root of a drive, and adds a trip in each; pictures and reports stay in build/windows/first-trip/.
+# Packages the Windows program: build/windows/tarno-<version>-portable.zip, which keeps all its data in its own folder,
+# and build/windows/tarno-<version>-setup.exe, an installer for one user. Tests both under Wine by adding a trip, the
+# zip file also at the root of a drive. Writes screenshots and reports to build/windows/first-trip/.
 #   packaging/windows/package.sh
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 source packaging/windows/libraries.sh
 
 need nsis unzip zip "${wine_packages[@]}" "${run_packages[@]}" "${display_packages[@]}" libxml2-utils
-source packaging/windows/own-wine.sh
+source packaging/windows/temporary-wine.sh
 packaging/windows/build.sh
 
 out=build/windows
@@ -22,35 +22,35 @@ rm -f "$zip"
 
 say "packing $setup"
 makensis -V2 "-DVERSION=$version" "-DFROM=$PWD/$out/Tarno" "-DOUT=$PWD/$setup" packaging/windows/tarno.nsi ||
-    fail "the installer could not be made"
+    fail "the installer could not be built"
 
 trial=$out/first-trip
 rm -rf "$trial"
 
-say "trying the zip"
+say "testing the zip file"
 unzip -q "$zip" -d "$WINEPREFIX/drive_c/My Log"
 packaging/windows/first-trip.sh "$WINEPREFIX/drive_c/My Log/Tarno" "$trial/portable"
 
-say "trying it at the root of a drive"
+say "testing the zip file at the root of a drive"
 unzip -q "$zip" -d "$WINEPREFIX/stick"
 ln -s "$WINEPREFIX/stick/Tarno" "$WINEPREFIX/dosdevices/t:"
 packaging/windows/first-trip.sh "$WINEPREFIX/dosdevices/t:" "$trial/root"
 
-say "trying the installer"
+say "testing the installer"
 packaging/windows/wine.sh "$setup" /S
 installed=$(echo "$WINEPREFIX"/drive_c/users/*/AppData/Local/Programs/Tarno)
-[ -x "$installed/Tarno.exe" ] || fail "the installer has installed nothing"
+[ -x "$installed/Tarno.exe" ] || fail "the installer did not install Tarno.exe"
 compgen -G "$WINEPREFIX/drive_c/users/*/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Tarno.lnk" >/dev/null ||
-    fail "there is no entry in the start menu"
+    fail "the installer did not create an entry in the start menu"
 packaging/windows/first-trip.sh "$installed" "$trial/installed"
 
-say "installing again, and uninstalling"
+say "installing again and uninstalling"
 log=$(cat "$installed"/*.xml | sha256sum)
 packaging/windows/wine.sh "$setup" /S
-[ "$(cat "$installed"/*.xml | sha256sum)" = "$log" ] || fail "installing again has changed the log"
+[ "$(cat "$installed"/*.xml | sha256sum)" = "$log" ] || fail "installing again changed the log"
 packaging/windows/wine.sh "$installed/Uninstall.exe" /S "_?=$(packaging/windows/wine.sh winepath -w "$installed")"
-[ ! -e "$installed/Tarno.exe" ] || fail "the program is still there"
-[ "$(cat "$installed"/*.xml | sha256sum)" = "$log" ] || fail "uninstalling has changed the log"
+[ ! -e "$installed/Tarno.exe" ] || fail "uninstalling did not remove Tarno.exe"
+[ "$(cat "$installed"/*.xml | sha256sum)" = "$log" ] || fail "uninstalling changed the log"
 
-say "made $zip and $setup"
+say "built $zip and $setup"
 ls -l "$zip" "$setup"

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Tarno.exe as a program that the scripts with a hand for keyboard and mouse can drive.
+# Runs Tarno.exe under Wine, as the program for the scripts that drive it by keyboard and mouse.
 #   packaging/windows/tarno-under-wine.sh [ARGUMENT...]
-# TARNO_EXE names the program, that of build/windows/Tarno/ unless said otherwise.
+# TARNO_EXE is the path of the program, by default build/windows/Tarno/Tarno.exe.
 set -euo pipefail
 here=$(dirname "$0")
 export QT_QPA_PLATFORM=windows
-if [ "${1:-}" = --version ]; then # the program would show a window
+if [ "${1:-}" = --version ]; then # on Windows the program would show it in a window
     echo "Tarno for Windows"
     exit
 fi

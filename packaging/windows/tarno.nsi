@@ -1,5 +1,5 @@
-; The installer for Windows: for one user, without the rights of an administrator. The log lies in the program's
-; folder; what the user may have changed there is never written over and never removed.
+; The installer for Windows. It installs for one user and needs no administrator rights. The log is stored in the
+; program folder; files there that the user may have changed are never overwritten or removed.
 ;   makensis -DVERSION=<version> -DFROM=<folder> -DOUT=<installer> packaging/windows/tarno.nsi
 
 Target amd64-unicode
@@ -28,12 +28,12 @@ VIAddVersionKey LegalCopyright ""
 !define MUI_ICON "tarno.ico"
 !define MUI_UNICON "tarno.ico"
 !define MUI_ABORTWARNING
-!define MUI_DIRECTORYPAGE_TEXT_TOP "Tarno keeps your log in the folder in which it is installed: choose one that is yours."
+!define MUI_DIRECTORYPAGE_TEXT_TOP "Tarno stores your log in the folder where it is installed. Choose a folder in which you can save files."
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Tarno.exe"
 !insertmacro MUI_PAGE_FINISH
-!define MUI_UNCONFIRMPAGE_TEXT_TOP "Your log stays: the files in which it lies are not removed."
+!define MUI_UNCONFIRMPAGE_TEXT_TOP "Tarno will be removed from this folder. Your log and its files will be kept."
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
@@ -44,7 +44,7 @@ Section
     ClearErrors
     File "${FROM}\Tarno.exe"
     IfErrors 0 +3
-        MessageBox MB_OK|MB_ICONSTOP "Tarno is still open. Please close it and install it again." /SD IDOK
+        MessageBox MB_OK|MB_ICONSTOP "Tarno could not be installed because it is still open. Close Tarno, then run the installer again." /SD IDOK
         Abort
     SetOverwrite off
     File "${FROM}\*.xml"
@@ -72,10 +72,10 @@ Section Uninstall
     ClearErrors
     Delete "$INSTDIR\Tarno.exe"
     IfErrors 0 +3
-        MessageBox MB_OK|MB_ICONSTOP "Tarno is still open. Please close it and try again." /SD IDOK
+        MessageBox MB_OK|MB_ICONSTOP "Tarno could not be removed because it is still open. Close Tarno, then try again." /SD IDOK
         Abort
     Delete "$INSTDIR\Uninstall.exe"
     Delete "$SMPROGRAMS\Tarno.lnk"
     DeleteRegKey HKCU "${UNINSTALL}"
-    RMDir "$INSTDIR" ; only when nothing is left in it
+    RMDir "$INSTDIR" ; removes the folder only if it is empty
 SectionEnd

@@ -16,7 +16,7 @@ namespace
 constexpr int pictureSize = 680;
 constexpr int titleLeft = 840;
 constexpr int titleWidth = 8000;
-constexpr int smallTop = 440; // of the line below the title
+constexpr int smallTop = 440; // top of the line below the title
 constexpr int smallHeight = 240;
 
 constexpr QLatin1String rtfTool("&RTF Export");
@@ -29,7 +29,7 @@ struct PageNumberPart {
     PageText page;
 };
 
-/// From left to right.
+/// Returns the parts of "Page n of m" from left to right.
 std::array<PageNumberPart, 4> PageNumberParts(const Heading& heading)
 {
     return {{{"lblPage", "Page", 480, PageText::None},

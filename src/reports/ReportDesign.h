@@ -10,7 +10,7 @@
 namespace Tarno
 {
 
-// What the reports' designs have in common. All lengths are twips.
+// Helpers shared by the designs of the reports. All lengths are in twips.
 
 struct Place {
     int left;
@@ -20,7 +20,7 @@ struct Place {
 };
 
 ReportFont Tahoma(double size = 8, bool bold = false);
-/// In bold.
+/// Returns bold Verdana.
 ReportFont Verdana(double size);
 
 /// Appends a control of the kind "Label", "Field", "Line" or "Image".
@@ -29,29 +29,29 @@ ReportControl& AddControl(ReportSection& section, const char* kind, const QStrin
 ReportControl& AddLabel(ReportSection& section, const QString& name, const QString& caption,
                         const Place& place, const ReportFont& font);
 
-/// A field bound to `dataField`; one that grows wraps its text as well.
+/// Appends a field bound to `dataField`. If `grows` is true, the field also wraps its text.
 ReportControl& AddField(ReportSection& section, const QString& name, const QString& dataField,
                         const Place& place, const ReportFont& font, bool grows);
 
 struct Heading {
     const char* title;
-    const char* pageNumber; ///< the names of the labels in "Page n of m"
-    const char* pageCount;
+    const char* pageNumber; ///< name of the label that shows n in "Page n of m"
+    const char* pageCount;  ///< name of the label that shows m
 };
 
-/// Puts picture, title, `lblPrinted` and page number into a page header.
+/// Adds the picture, the title, `lblPrinted` and the page number to a page header.
 void AddHeading(ReportSection& header, const Heading& heading);
 
-/// Puts the page number at the right end of a report that is `width` wide.
+/// Aligns the page number with the right edge of a report that is `width` wide.
 void PlacePageNumber(ReportSection& header, const Heading& heading, int width);
 
-/// The tools "&RTF Export" and "&PDF Export" at their positions.
+/// Returns the tools "&RTF Export" and "&PDF Export" with their positions.
 std::vector<ReportTool> ExportTools();
 
-/// Runs the export whose tool has that caption; other captions do nothing.
+/// Runs the export whose tool has the given caption. Ignores other captions.
 void RunExportTool(const QString& caption, ReportViewer& viewer);
 
-/// "Printed on " with today's date and the time as the desktop writes them.
+/// Returns "Printed on <date> at <time>" for the current time, in the formats of the desktop.
 QString PrintedOn(const Clock& clock);
 
 } // namespace Tarno

@@ -10,7 +10,7 @@ namespace Tarno
 namespace
 {
 
-// The columns, in twips from the left margin: they fit between margins of 20 mm on A4 and Letter.
+// The columns, in twips from the left margin. With margins of 20 mm they fit on A4 and on Letter.
 constexpr int nameLeft = 0;
 constexpr int nameWidth = 2600;
 constexpr int descriptionLeft = 2760;

@@ -16,14 +16,14 @@ namespace
 
 constexpr Heading heading{"Tarno Fishing Log - Log Reporting", "txtPage", "txtPages"};
 
-// Columns are laid out in millimetres of 57 twips, not of twipsPerMillimetre; see docs/quirks.md.
+// Columns use 57 twips per millimetre instead of twipsPerMillimetre; see docs/quirks.md.
 constexpr std::int16_t twipsPerColumnMillimetre = 57;
-constexpr std::int16_t headingTop = 13; // of the first line of headings, from the header's top
-constexpr std::int16_t lineAdvance = 7; // from one line of columns to the next
+constexpr std::int16_t headingTop = 13; // top of the first line of headings within the header
+constexpr std::int16_t lineAdvance = 7; // distance from one line of columns to the next
 
 constexpr int headingHeight = 399;
 constexpr int fieldHeight = 285;
-constexpr int lineHeight = 399; // by which the bands grow for each further line of columns
+constexpr int lineHeight = 399; // each further line of columns makes the bands this much higher
 constexpr int ruleAboveEnd = 12;
 constexpr int detailHeight = fieldHeight + 45;
 
@@ -73,7 +73,7 @@ void arLogList::DataInitialize()
     LayOutColumns(printableWidth);
 }
 
-/// Columns stand side by side, without a gap, until one does not fit: that one begins a further line.
+/// Places the columns side by side without a gap. A column that does not fit starts a new line.
 void arLogList::LayOutColumns(int printableWidth)
 {
     const double printable = static_cast<double>(printableWidth) / twipsPerColumnMillimetre;
@@ -101,7 +101,7 @@ void arLogList::LayOutColumns(int printableWidth)
                      {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
                      Tahoma(FontSize(column)), ToInt16(column.Text(FieldField::Grow)) != 0);
         field.VerticalAlignment = VerticalTextAlignment::Middle;
-        label.PaddingRight = field.PaddingRight = twipsPerColumnMillimetre; // columns touch, texts shall not
+        label.PaddingRight = field.PaddingRight = twipsPerColumnMillimetre; // keeps adjacent texts apart
 
         left = RoundToInt16(left + width);
     }

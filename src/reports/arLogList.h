@@ -11,17 +11,17 @@
 namespace Tarno
 {
 
-/// The log report: a landscape table whose columns are laid out from their field definitions, each time that
-/// the report runs, for the page that it prints on.
+/// The log report: a landscape table. Each run lays out the columns from their field definitions to fit the
+/// current page.
 ///
-/// Running it throws Error: TypeMismatch when a width, font size or grow flag is no number, Overflow when a
-/// width or position is no 16-bit number of twips, InvalidProcedureCall for a font size that no font has,
-/// SubscriptOutOfRange when a row has fewer cells than there are columns.
+/// Running it throws Error: TypeMismatch if a width, font size or grow flag is not a number, Overflow if a
+/// width or position in twips does not fit in 16 bits, InvalidProcedureCall if a font size is out of range,
+/// SubscriptOutOfRange if a row has fewer cells than there are columns.
 class arLogList : public Report
 {
 public:
-    /// Prints on `page`, turned to landscape while it runs. `columns` are field definitions in the order of
-    /// the report, `grid` its rows. The grid and what `columns` refer to must outlive the report.
+    /// Prints on `page`, which is turned to landscape during a run. `columns` contains the field definitions
+    /// from left to right, `grid` the rows. The grid and the records in `columns` must outlive the report.
     arLogList(const QPageLayout& page, RecordList columns, const ReportTable& grid);
 
     void ReportStart() override;
@@ -37,7 +37,7 @@ private:
     RecordList m_columns;
     const ReportTable& m_grid;
     std::size_t m_row = 0;
-    QPageLayout::Orientation m_orientation = QPageLayout::Portrait; ///< of the printer, before the report
+    QPageLayout::Orientation m_orientation = QPageLayout::Portrait; ///< of the page before the run
 };
 
 } // namespace Tarno

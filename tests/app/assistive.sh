@@ -8,14 +8,14 @@ source scripts/packages.sh
 
 program=$(realpath "${1:?usage: tests/app/assistive.sh PROGRAM OUT}")
 out=$(realpath --canonicalize-missing --relative-to=. "${2:?}")
-source scripts/hand.sh
+source scripts/gui-driver.sh
 need "${run_packages[@]}" "${display_packages[@]}" "${assistive_packages[@]}" libxml2-utils
 export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
 on_virtual_display dbus-run-session -- tests/app/assistive.sh "$program" "$out"
 
 rm -rf "$out"
 mkdir -p "$out"
-scripts/lay-out.sh --sample "$out/log"
+scripts/make-data-folder.sh --sample "$out/log"
 date=2026-11-14
 comment="Terns over the reef, read & written without a keyboard."
 

@@ -8,13 +8,13 @@ source scripts/packages.sh
 
 program=$(realpath "${1:?usage: tests/app/log-report.sh PROGRAM OUT}")
 out=$(realpath --canonicalize-missing --relative-to=. "${2:?}")
-source scripts/hand.sh
+source scripts/gui-driver.sh
 need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils poppler-utils unrtf
 on_virtual_display tests/app/log-report.sh "$program" "$out"
 
 rm -rf "$out"
 mkdir -p "$out"
-scripts/lay-out.sh --sample "$out/log"
+scripts/make-data-folder.sh --sample "$out/log"
 
 start "$out/log"
 splash

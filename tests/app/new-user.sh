@@ -8,13 +8,13 @@ source scripts/packages.sh
 
 program=$(realpath "${1:?usage: tests/app/new-user.sh PROGRAM OUT}")
 out=$(realpath --canonicalize-missing --relative-to=. "${2:?}")
-source scripts/hand.sh
+source scripts/gui-driver.sh
 need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils
 on_virtual_display tests/app/new-user.sh "$program" "$out"
 
 rm -rf "$out"
 mkdir -p "$out"
-scripts/lay-out.sh "$out/log"
+scripts/make-data-folder.sh "$out/log"
 
 # a location in the southern hemisphere with daylight saving time
 IFS=$'\t' read -r latitude longitude gmt dst date sunRise sunSet moonRise moonSet percent waxing _ prediction \

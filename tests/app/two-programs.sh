@@ -8,13 +8,13 @@ source scripts/packages.sh
 
 program=$(realpath "${1:?usage: tests/app/two-programs.sh PROGRAM OUT}")
 out=$(realpath --canonicalize-missing --relative-to=. "${2:?}")
-source scripts/hand.sh
+source scripts/gui-driver.sh
 need "${run_packages[@]}" "${display_packages[@]}" libxml2-utils
 on_virtual_display tests/app/two-programs.sh "$program" "$out"
 
 rm -rf "$out"
 mkdir -p "$out"
-scripts/lay-out.sh --sample "$out/log"
+scripts/make-data-folder.sh --sample "$out/log"
 
 is_not_active() {
     [ "$(xdotool getactivewindow 2>/dev/null)" != "$1" ]

@@ -18,7 +18,7 @@
 namespace Tarno
 {
 
-/// A column's definition, as the file of field definitions holds it.
+/// A field definition as stored in field.xml.
 struct Column {
     std::string name;
     std::string width = "20";
@@ -29,8 +29,8 @@ struct Column {
 
 using Columns = std::vector<Column>;
 
-/// Columns "F0", "F1" ... of those widths.
-inline Columns Wide(const std::vector<int>& widths)
+/// Returns columns "F0", "F1" ... with the given widths.
+inline Columns ColumnsOfWidths(const std::vector<int>& widths)
 {
     Columns columns;
     for (const int width : widths) {
@@ -52,8 +52,8 @@ inline std::string FieldFile(const Columns& columns)
     return file + "</data>";
 }
 
-/// A program whose field definitions are the columns of a report, and the report's table: one row of empty
-/// cells at first. The printer's page is A4 with margins of 20 mm, upright.
+/// A program whose field definitions are the columns of a log report, and the table of the report, at first
+/// with one row of empty cells. The printer's page is A4 portrait with margins of 20 mm.
 struct LogReport {
     explicit LogReport(const Columns& fields) : grid(1, ReportRow(fields.size()))
     {
@@ -61,14 +61,14 @@ struct LogReport {
         Load();
     }
 
-    /// All fields that ship, on the sample log.
+    /// Uses all shipped fields and the sample log.
     LogReport()
     {
         program.UseSample();
         Load();
     }
 
-    /// Leaves the columns of the default report.
+    /// Keeps only the columns of the default report.
     void UseDefaultColumns()
     {
         columns.erase(std::remove_if(
@@ -119,8 +119,8 @@ private:
     }
 };
 
-/// The text `name` of a band; the test ends when there is none.
-inline const PlacedText& In(const Band& band, const QString& name)
+/// Returns the text `name` of a band; aborts the test if it does not exist.
+inline const PlacedText& FindText(const Band& band, const QString& name)
 {
     const auto found = std::find_if(band.texts.begin(), band.texts.end(),
                                     [&](const PlacedText& text) { return text.name == name; });
@@ -130,9 +130,9 @@ inline const PlacedText& In(const Band& band, const QString& name)
     return *found;
 }
 
-inline const PlacedText& In(const Band& band, const char* name)
+inline const PlacedText& FindText(const Band& band, const char* name)
 {
-    return In(band, QLatin1String(name));
+    return FindText(band, QLatin1String(name));
 }
 
 inline int RightEnd(const PlacedText& text)
@@ -140,18 +140,18 @@ inline int RightEnd(const PlacedText& text)
     return text.box.left() + text.box.width();
 }
 
-/// Where the columns stand: "left,line" of each, in millimetres and from line 0; "astray" for a heading that
-/// does not stand over its field or on a line.
-inline QStringList Places(const Document& document, std::size_t columns)
+/// Returns "left,line" for each column, in millimetres and counting lines from 0, or "misplaced" if the
+/// heading is not above its field or not on a line.
+inline QStringList ColumnPositions(const Document& document, std::size_t columns)
 {
     QStringList places;
     for (std::size_t column = 0; column < columns; ++column) {
-        const QRect heading = In(document.header, QStringLiteral("lblF%1").arg(column)).box;
-        const QRect field = In(document.details.front(), QStringLiteral("fldF%1").arg(column)).box;
-        const bool astray = heading.left() % 57 != 0 || heading.left() != field.left() ||
-                            heading.top() != field.top() + 741 || field.top() % 399 != 0;
-        places << (astray ? QStringLiteral("astray")
-                          : QStringLiteral("%1,%2").arg(field.left() / 57).arg(field.top() / 399));
+        const QRect heading = FindText(document.header, QStringLiteral("lblF%1").arg(column)).box;
+        const QRect field = FindText(document.details.front(), QStringLiteral("fldF%1").arg(column)).box;
+        const bool misplaced = heading.left() % 57 != 0 || heading.left() != field.left() ||
+                               heading.top() != field.top() + 741 || field.top() % 399 != 0;
+        places << (misplaced ? QStringLiteral("misplaced")
+                             : QStringLiteral("%1,%2").arg(field.left() / 57).arg(field.top() / 399));
     }
     return places;
 }
@@ -170,7 +170,7 @@ inline QStringList LinesOf(const PlacedText& text)
     return lines;
 }
 
-/// Whether every line of the text is inside its box.
+/// Returns whether every line of the text is inside its box.
 inline bool IsWhole(const PlacedText& text)
 {
     TextMeasurer measurer;
@@ -181,7 +181,7 @@ inline bool IsWhole(const PlacedText& text)
     });
 }
 
-/// Rows for the two usual papers.
+/// Adds test rows for A4 and Letter.
 inline void AddPapers()
 {
     QTest::addColumn<QPageSize::PageSizeId>("paper");

@@ -18,14 +18,14 @@ namespace Tarno
 
 struct PaintedText {
     QString text;
-    QPointF baseline; ///< where it starts, in twips from the page's upper left corner
+    QPointF baseline; ///< left end of the baseline, in twips from the page's upper left corner
     qreal width = 0;
     QString family;
     bool bold = false;
-    QRectF clip; ///< empty when nothing is cut off
+    QRectF clip; ///< empty if the text is not clipped
 };
 
-/// A page as it is painted: its texts, rules and pictures with their places in twips, instead of pixels.
+/// A paint device that records the texts, lines and pictures of a page with their positions in twips.
 class PaintedPage : public QPaintDevice
 {
 public:
@@ -34,7 +34,7 @@ public:
     {
     }
 
-    /// What `paint` paints.
+    /// Records what `paint` paints.
     explicit PaintedPage(const std::function<void(QPainter&)>& paint) : m_engine(*this)
     {
         QPainter painter(this);
@@ -50,7 +50,7 @@ public:
         return all;
     }
 
-    /// The text that reads `words`; the test ends when there is none.
+    /// Returns the text equal to `words`; aborts the test if it was not painted.
     const PaintedText& Text(const QString& words) const
     {
         const auto found = std::find_if(texts.begin(), texts.end(),

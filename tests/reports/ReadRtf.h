@@ -13,16 +13,16 @@ namespace Tarno
 
 /// A row of a table in an RTF file.
 struct RtfRow {
-    QStringList cells; ///< fields stand as "<PAGE>", pictures as "<picture>", \line as a line break
-    QList<int> edges;  ///< the cells' right ends
-    QStringList words; ///< the control words inside its cells
-    int borders = 0;   ///< cells with a rule below
+    QStringList cells; ///< fields are shown as "<PAGE>", pictures as "<picture>", \line as a line break
+    QList<int> edges;  ///< right edges of the cells
+    QStringList words; ///< control words inside the cells
+    int borders = 0;   ///< number of cells with a lower border
 };
 
-/// What an RTF file says.
+/// The contents of an RTF file.
 struct RtfReading {
-    QString fault;           ///< why it is no well-formed RTF file; empty for a good one
-    QHash<QString, int> set; ///< control words with their numbers, outside tables
+    QString fault;           ///< why the file is not well-formed, or empty
+    QHash<QString, int> set; ///< control words outside tables, with their numbers
     QString title;
     QString fonts; ///< text of the font table
     QList<RtfRow> header;
@@ -54,7 +54,7 @@ private:
         while (m_at < m_rtf.size()) {
             const char byte = m_rtf[m_at++];
             if (static_cast<unsigned char>(byte) > 0x7E || (byte < 0x20 && byte != '\n')) {
-                Fault("holds a byte that is not printable ASCII");
+                Fault("contains a byte that is not printable ASCII");
             } else if (byte == '{') {
                 m_places.append(m_places.last());
             } else if (byte == '}') {
@@ -64,7 +64,7 @@ private:
                 }
                 m_places.removeLast();
                 if (m_places.size() == 1 && !m_rtf.mid(m_at).trimmed().isEmpty()) {
-                    Fault("goes on behind its end");
+                    Fault("contains text after its end");
                 }
             } else if (byte == '\\') {
                 Control();
@@ -85,7 +85,7 @@ private:
             Text(QChar::fromLatin1(first));
             return;
         }
-        if (first == '*') { // what follows may be left out by a reader that does not know it
+        if (first == '*') { // marks a destination that readers may ignore
             ++m_at;
             return;
         }
@@ -102,7 +102,7 @@ private:
             ++m_at;
         }
         if (word.isEmpty()) {
-            Fault("holds an unknown escape");
+            Fault("contains an unknown escape");
         }
         Word(word, number.toInt());
     }
@@ -122,7 +122,7 @@ private:
             m_places.last() = *place;
         } else if (word == QLatin1String("u")) {
             Text(QChar(static_cast<char16_t>(number)));
-            ++m_at; // the letter for readers that do not know the word
+            ++m_at; // skips the fallback for readers without Unicode
         } else if (word == QLatin1String("line")) {
             Text(QStringLiteral("\n"));
         } else if (word == QLatin1String("tab")) {
@@ -148,11 +148,11 @@ private:
     void EndRow()
     {
         if (m_row.cells.size() != m_row.edges.size()) {
-            Fault("has a row with more cells than edges, or the other way round");
+            Fault("has a row with different numbers of cells and edges");
         }
         for (int cell = 0; cell < m_row.edges.size(); ++cell) {
             if (m_row.edges[cell] <= (cell > 0 ? m_row.edges[cell - 1] : 0)) {
-                Fault("has cells whose edges do not ascend");
+                Fault("has cells whose edges are not in ascending order");
             }
         }
         (m_places.last() == Place::Header   ? m_reading.header

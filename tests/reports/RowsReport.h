@@ -14,14 +14,14 @@
 namespace Tarno
 {
 
-/// A report of rows that a test gives it. It writes its events down, and during each of them does what the
-/// test wants. Its paper is A4 upright with margins of one inch, its bands are empty at first.
+/// A report of rows that a test provides. It records its events and calls the test's function for each of
+/// them. Its paper is A4 portrait with margins of one inch, and its bands are empty at first.
 class RowsReport : public Report
 {
 public:
     explicit RowsReport(std::vector<QStringList> texts = {}) : rows(std::move(texts)) {}
 
-    /// Adds a field that shows the next column of the rows, at `place` on the detail band.
+    /// Adds a field for the next column of the rows, at `place` on the detail band.
     ReportControl& AddField(const QString& name, const QRect& place)
     {
         Fields.Add(name);
@@ -31,8 +31,8 @@ public:
         return field;
     }
 
-    /// A field that wraps its text and grows with it.
-    ReportControl& AddGrowing(const QString& name, const QRect& place)
+    /// Adds a field that wraps its text and grows with it.
+    ReportControl& AddGrowingField(const QString& name, const QRect& place)
     {
         ReportControl& field = AddField(name, place);
         field.CanGrow = true;
@@ -56,7 +56,7 @@ public:
         return line;
     }
 
-    /// `count` rows of one column: "row 0", "row 1" ...
+    /// Returns `count` rows of one column: "row 0", "row 1" ...
     static std::vector<QStringList> Numbered(int count)
     {
         std::vector<QStringList> numbered;
@@ -67,21 +67,21 @@ public:
         return numbered;
     }
 
-    /// The height of one line in the font that every control starts with.
-    static int LineHeight() { return TextMeasurer().For(UsualFont()).lineHeight; }
+    /// Returns the height of a line in the default font of the controls.
+    static int LineHeight() { return TextMeasurer().For(DefaultFont()).lineHeight; }
 
-    static ReportFont UsualFont() { return {QStringLiteral("DejaVu Sans"), 8, false}; }
+    static ReportFont DefaultFont() { return {QStringLiteral("DejaVu Sans"), 8, false}; }
 
     void ReportStart() override
     {
         Tools = tools;
-        Happened("ReportStart");
+        RaiseEvent("ReportStart");
     }
 
     void DataInitialize() override
     {
         m_row = 0;
-        Happened("DataInitialize");
+        RaiseEvent("DataInitialize");
     }
 
     void FetchData(bool& endOfData) override
@@ -93,24 +93,24 @@ public:
                 Fields.SetValue(column, row[column]);
             }
         }
-        Happened("FetchData");
+        RaiseEvent("FetchData");
     }
 
-    void Detail_Format() override { Happened("Detail_Format"); }
+    void Detail_Format() override { RaiseEvent("Detail_Format"); }
 
-    void Detail_BeforePrint() override { Happened("Detail_BeforePrint"); }
+    void Detail_BeforePrint() override { RaiseEvent("Detail_BeforePrint"); }
 
-    void ReportEnd() override { Happened("ReportEnd"); }
+    void ReportEnd() override { RaiseEvent("ReportEnd"); }
 
     void ToolbarClick(const QString& caption, ReportViewer& /*viewer*/) override
     {
         clicked << caption;
-        Happened("ToolbarClick");
+        RaiseEvent("ToolbarClick");
     }
 
     std::vector<QStringList> rows;
     std::vector<ReportTool> tools;
-    std::map<QString, std::function<void()>> during; ///< by the event's name
+    std::map<QString, std::function<void()>> handlers; ///< functions to call, by event name
     QStringList events;
     QStringList clicked;
 
@@ -122,13 +122,13 @@ private:
         control.Top = place.top();
         control.Width = place.width();
         control.Height = place.height();
-        control.Font = UsualFont();
+        control.Font = DefaultFont();
     }
 
-    void Happened(const char* event)
+    void RaiseEvent(const char* event)
     {
         events << QLatin1String(event);
-        if (const auto found = during.find(QLatin1String(event)); found != during.end()) {
+        if (const auto found = handlers.find(QLatin1String(event)); found != handlers.end()) {
             found->second();
         }
     }

@@ -1,4 +1,4 @@
-// The whole sample log as a report: what stands in the preview, the PDF and the RTF is what the file holds.
+// The report of the whole sample log: the preview, the PDF and the RTF show exactly the values in the file.
 
 #include "qt/Strings.h"
 #include "reports/LogReport.h"
@@ -21,7 +21,7 @@ using namespace Tarno;
 namespace
 {
 
-/// The rows of a report, each with the texts of its columns; every white space is one blank.
+/// The rows of a report with the texts of their columns; white space is simplified.
 using Rows = QList<QStringList>;
 
 QStringList Shown(const Rows& rows)
@@ -43,7 +43,7 @@ QString ValueOf(const pugi::xml_node& record, const QString& name)
     return QString::fromUtf8(record.child(name.toUtf8().constData()).text().get());
 }
 
-/// A data file read without the program.
+/// A data file that is read independently of the program.
 class XmlFile
 {
 public:
@@ -51,7 +51,7 @@ public:
 
     auto Records() const { return m_document.child("data").children(); }
 
-    /// The record whose child `name` is `value`.
+    /// Returns the record whose child `name` has the value `value`.
     pugi::xml_node Find(const QString& name, const QString& value) const
     {
         for (const pugi::xml_node& record : Records()) {
@@ -66,7 +66,7 @@ private:
     pugi::xml_document m_document;
 };
 
-/// What the values of the sample log have to read as.
+/// Computes the expected texts of the report from the data files.
 class Reader
 {
 public:
@@ -94,22 +94,22 @@ private:
     {
         static const QStringList tides{QStringLiteral("Top"), QStringLiteral("Run Out"),
                                        QStringLiteral("Bottom"), QStringLiteral("Run In")};
-        static const QHash<QString, QStringList> behindTheirCode{
+        static const QHash<QString, QStringList> wordsAfterCode{
             {QStringLiteral("TideStart"), tides},
             {QStringLiteral("TideEnd"), tides},
             {QStringLiteral("Prediction"), Words("Poor,Fair,Good,Best")},
             {QStringLiteral("FishAction"), Words("Slow,Fair,Good,Hot!")},
             {QStringLiteral("Weather"), Words("Stormy,Rainy,Showery,Overcast,Cloudy,Few Clouds,Clear")}};
-        static const QHash<QString, QStringList> alone{
+        static const QHash<QString, QStringList> wordsOnly{
             {QStringLiteral("WindDir"), Words("N,NE,E,SE,S,SW,W,NW")},
             {QStringLiteral("WindStrength"), Words("Calm,Light,Moderate,Strong")},
             {QStringLiteral("WaterClarity"), Words("Clear,Cloudy,Muddy")},
             {QStringLiteral("AirPressure"), Words("Rising,Falling")}};
         QString value = ValueOf(entry, name);
-        if (const auto words = behindTheirCode.find(name); words != behindTheirCode.end()) {
+        if (const auto words = wordsAfterCode.find(name); words != wordsAfterCode.end()) {
             return (first ? value + QLatin1Char('-') : QString()) + WordAt(*words, value);
         }
-        if (const auto words = alone.find(name); words != alone.end()) {
+        if (const auto words = wordsOnly.find(name); words != wordsOnly.end()) {
             return WordAt(*words, value);
         }
         if (name == QLatin1String("MoonPhase")) {
@@ -138,8 +138,8 @@ private:
     XmlFile m_locations;
 };
 
-/// Calls `visit` with every text of every row in printing order: with the row, the text, its page and where
-/// its box is there.
+/// Calls `visit` for every text of every row in printing order, with the row, the text, its page and its box
+/// on that page.
 void ForEachCell(const Document& document,
                  const std::function<void(std::size_t, const PlacedText&, int, const QRectF&)>& visit)
 {
@@ -155,7 +155,7 @@ void ForEachCell(const Document& document,
     }
 }
 
-/// The rows as they stand on the pages of the preview. A value that is not to be seen whole reads so.
+/// Returns the rows as shown in the preview. A value that is cut off is replaced by "(cut)".
 Rows InPreview(const Document& document)
 {
     Rows rows(static_cast<int>(document.details.size()));
@@ -171,7 +171,7 @@ struct Word {
     QPointF middle; ///< in twips
 };
 
-/// The words of a PDF file by page.
+/// Returns the words on each page of a PDF file.
 std::vector<std::vector<Word>> WordsOf(const QByteArray& pdf)
 {
     const TemporaryFolder folder;
@@ -198,7 +198,7 @@ std::vector<std::vector<Word>> WordsOf(const QByteArray& pdf)
     return pages;
 }
 
-/// The rows as a reader of the PDF file finds them where `document` has put them; without blanks.
+/// Returns the texts of the PDF file, without blanks, at the positions where `document` has the rows.
 Rows InPdf(const Document& document)
 {
     const std::vector<std::vector<Word>> pages = WordsOf(PdfBytes(document));
@@ -225,7 +225,7 @@ Rows InPdf(const Document& document)
     return rows;
 }
 
-/// The rows as the RTF file has them: `lines` are the numbers of columns that stand in one line.
+/// Returns the rows of the RTF file. `lines` contains the number of columns on each line of a row.
 Rows InRtf(const Document& document, const QList<int>& lines)
 {
     const RtfReading reading = RtfReader::Read(RtfBytes(document));
@@ -244,7 +244,7 @@ Rows InRtf(const Document& document, const QList<int>& lines)
     return rows;
 }
 
-/// How many columns stand on each line of a row.
+/// Returns the number of columns on each line of a row.
 QList<int> ColumnsOnLines(const Document& document)
 {
     std::map<int, int> columns;
@@ -268,7 +268,7 @@ class tst_SampleLogReport : public QObject
 
 private Q_SLOTS:
 
-    void report_holdsTheLog_data()
+    void report_showsTheLog_data()
     {
         QTest::addColumn<QString>("names");
         QTest::addColumn<QString>("location");
@@ -306,7 +306,7 @@ private Q_SLOTS:
             QStringLiteral("4"));
     }
 
-    void report_holdsTheLog()
+    void report_showsTheLog()
     {
         QFETCH(QString, names);
         QFETCH(QString, location);
@@ -318,7 +318,7 @@ private Q_SLOTS:
         const Document document = LaidOut(program, columns, location, descending);
         const Rows rows = InPreview(document);
 
-        // the first row is that of the first entry in the file, or empty
+        // the first row is the first entry in the file, or empty
         Rows expected = Reader(program.folder).RowsOf(columns, location);
         if (location == QLatin1String("4")) {
             expected << QStringList(columns.size(), QString());
@@ -337,7 +337,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// The report as the program makes it.
+    /// Creates the report as the program does.
     static Document LaidOut(TestProgram& program, const QStringList& names, const QString& location,
                             bool descending)
     {
@@ -371,7 +371,7 @@ private:
         return texts;
     }
 
-    /// By bytes, as the report sorts.
+    /// Compares bytes, as the report does.
     static QStringList Sorted(QStringList texts, bool descending)
     {
         std::sort(texts.begin(), texts.end(), [&](const QString& one, const QString& other) {

@@ -13,9 +13,9 @@ using namespace Tarno;
 namespace
 {
 
-/// A program with locations, and the report of them.
+/// A program with locations, and the report that lists them.
 struct LocationReport {
-    /// Lays the report of all locations out.
+    /// Lays out the report of all locations.
     Document Run()
     {
         locations.clear();
@@ -40,7 +40,7 @@ QString TextOf(const Band& band, const char* name)
     return QStringLiteral("(not printed)");
 }
 
-/// Name, kind, caption or data field, and font of every control of a section, in drawing order.
+/// Describes every control of a section in drawing order: name, kind, caption or data field, and font.
 QStringList Described(const ReportSection& section)
 {
     QStringList words;
@@ -185,7 +185,7 @@ private Q_SLOTS:
         }
     }
 
-    void reportStart_turnsThePageUprightAndAddsTheTools()
+    void reportStart_setsPortraitAndAddsTheTools()
     {
         LocationReport data;
         data.program.Start();
@@ -268,7 +268,7 @@ private Q_SLOTS:
         QCOMPARE(TextOf(data.Run().details.front(), "fldAccess"), word);
     }
 
-    void rows_standInFileOrder()
+    void rows_areInFileOrder()
     {
         LocationReport data;
         data.program.Start();

@@ -18,7 +18,7 @@ private Q_SLOTS:
 
     void design_hasItsNamesCaptionsAndFonts()
     {
-        LogReport data(Wide({20}));
+        LogReport data(ColumnsOfWidths({20}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         QCOMPARE(report.Caption, QStringLiteral("Tarno Fish Log Entry Listing"));
         QStringList header;
@@ -60,41 +60,41 @@ private Q_SLOTS:
         LogReport data({{.name = "A", .grow = flag}});
         data.grid = {{"a\r\nb\r\nc"}};
         const Document document = data.Run();
-        const PlacedText& text = In(document.details.front(), "fldA");
+        const PlacedText& text = FindText(document.details.front(), "fldA");
         QCOMPARE(static_cast<int>(text.lines.size()), lines);
         QCOMPARE(text.text, lines == 1 ? QStringLiteral("a b c") : QStringLiteral("a\nb\nc"));
         QCOMPARE(text.box.height() > 285, lines > 1);
     }
 
-    void page_isLandscapeWhileTheReportRuns_andAsItWasAfterwards_data()
+    void page_isLandscapeDuringTheRun_andRestoredAfterwards_data()
     {
         QTest::addColumn<QPageLayout::Orientation>("before");
         QTest::newRow("upright") << QPageLayout::Portrait;
         QTest::newRow("landscape") << QPageLayout::Landscape;
     }
 
-    void page_isLandscapeWhileTheReportRuns_andAsItWasAfterwards()
+    void page_isLandscapeDuringTheRun_andRestoredAfterwards()
     {
         QFETCH(QPageLayout::Orientation, before);
-        LogReport data(Wide({20}));
+        LogReport data(ColumnsOfWidths({20}));
         data.program.printers.defaultPage.setOrientation(before);
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         QCOMPARE(report.Page.orientation(), before);
 
-        QPageLayout::Orientation meanwhile = QPageLayout::Portrait;
+        QPageLayout::Orientation orientation = QPageLayout::Portrait;
         const auto watch = [&](bool goesOn) {
             return [&, goesOn](int /*rows*/) {
-                meanwhile = report.Page.orientation();
+                orientation = report.Page.orientation();
                 return goesOn;
             };
         };
         QVERIFY(LayOut(report, watch(true)).has_value());
-        QCOMPARE(meanwhile, QPageLayout::Landscape);
+        QCOMPARE(orientation, QPageLayout::Landscape);
         QCOMPARE(report.Page.orientation(), before);
 
-        meanwhile = QPageLayout::Portrait;
+        orientation = QPageLayout::Portrait;
         QVERIFY(!LayOut(report, watch(false)).has_value()); // the user cancels
-        QCOMPARE(meanwhile, QPageLayout::Landscape);
+        QCOMPARE(orientation, QPageLayout::Landscape);
         QCOMPARE(report.Page.orientation(), before);
 
         data.grid = {{}};
@@ -102,13 +102,13 @@ private Q_SLOTS:
         QCOMPARE(report.Page.orientation(), before);
     }
 
-    void paper_isTurnedWithItsMargins_data() { AddPapers(); }
+    void paper_isRotatedWithItsMargins_data() { AddPapers(); }
 
-    void paper_isTurnedWithItsMargins()
+    void paper_isRotatedWithItsMargins()
     {
         QFETCH(QPageSize::PageSizeId, paper);
         QFETCH(int, printable);
-        LogReport data(Wide({20}));
+        LogReport data(ColumnsOfWidths({20}));
         data.UsePaper(paper);
         const Document document = data.Run();
         QVERIFY(document.paper.width() > document.paper.height());
@@ -118,9 +118,9 @@ private Q_SLOTS:
         QCOMPARE(rule.to.x() - rule.from.x(), printable);
     }
 
-    void tools_standAtThreeAndFour()
+    void tools_areAtPositionsThreeAndFour()
     {
-        LogReport data(Wide({20}));
+        LogReport data(ColumnsOfWidths({20}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         for (int run = 0; run < 2; ++run) {
             QVERIFY(LayOut(report).has_value());
@@ -142,7 +142,7 @@ private Q_SLOTS:
             QStringList exported;
         } viewer;
 
-        LogReport data(Wide({20}));
+        LogReport data(ColumnsOfWidths({20}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         for (const char* other : {"Print...", "RTF Export", "&RTF export", ""}) {
             report.ToolbarClick(QLatin1String(other), viewer);
@@ -154,32 +154,32 @@ private Q_SLOTS:
         QCOMPARE(viewer.exported.join(QLatin1Char(' ')), QStringLiteral("RTF PDF"));
     }
 
-    void printedOn_saysDateAndTime()
+    void printedOn_showsDateAndTime()
     {
-        LogReport data(Wide({20}));
+        LogReport data(ColumnsOfWidths({20}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         report.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(data.program.clock);
         const Document document = LayOut(report).value();
-        const PlacedText& printed = In(document.header, "lblPrinted");
+        const PlacedText& printed = FindText(document.header, "lblPrinted");
         QCOMPARE(printed.text, QStringLiteral("Printed on 5/02/2003 at 9:07 PM"));
         QVERIFY(IsWhole(printed));
     }
 
-    void pageNumber_standsAtTheRightEnd_data() { AddPapers(); }
+    void pageNumber_isAtTheRightEdge_data() { AddPapers(); }
 
-    void pageNumber_standsAtTheRightEnd()
+    void pageNumber_isAtTheRightEdge()
     {
         QFETCH(QPageSize::PageSizeId, paper);
         QFETCH(int, printable);
-        LogReport data(Wide({20}));
+        LogReport data(ColumnsOfWidths({20}));
         data.UsePaper(paper);
         data.grid.resize(100, ReportRow(1));
         const Document document = data.Run();
-        const PlacedText& last = In(document.header, "txtPages");
+        const PlacedText& last = FindText(document.header, "txtPages");
         QCOMPARE(RightEnd(last), printable);
-        int left = RightEnd(In(document.header, "lblTitle"));
+        int left = RightEnd(FindText(document.header, "lblTitle"));
         for (const char* name : {"lblPage", "txtPage", "lblOf", "txtPages"}) {
-            const PlacedText& part = In(document.header, name);
+            const PlacedText& part = FindText(document.header, name);
             QVERIFY(part.box.left() >= left);
             left = RightEnd(part);
         }
@@ -193,15 +193,15 @@ private Q_SLOTS:
         }
     }
 
-    void rows_standInTheOrderOfTheTable()
+    void rows_areInTheOrderOfTheTable()
     {
-        LogReport data(Wide({20, 20}));
+        LogReport data(ColumnsOfWidths({20, 20}));
         data.grid = {{"b", "1"}, {"a", "2"}, {"", ""}, {"c", "4"}};
         const Document document = data.Run();
         QCOMPARE(document.title, QStringLiteral("Tarno Fish Log Entry Listing"));
         QStringList shown;
         for (const Band& row : document.details) {
-            shown << In(row, "fldF0").text + In(row, "fldF1").text;
+            shown << FindText(row, "fldF0").text + FindText(row, "fldF1").text;
         }
         QCOMPARE(shown.join(QLatin1Char('|')), QStringLiteral("b1|a2||c4"));
         data.grid.clear();
@@ -210,11 +210,11 @@ private Q_SLOTS:
 
     void row_withFewerCellsThanColumns_isSubscriptOutOfRange()
     {
-        LogReport data(Wide({20, 20, 20}));
+        LogReport data(ColumnsOfWidths({20, 20, 20}));
         data.grid = {{"1", "2", "3"}, {"1", "2"}};
         QCOMPARE(data.Error(), 9);
         data.grid = {{"1", "2", "3", "4"}};
-        QCOMPARE(In(data.Run().details.front(), "fldF2").text, QStringLiteral("3"));
+        QCOMPARE(FindText(data.Run().details.front(), "fldF2").text, QStringLiteral("3"));
     }
 
     void values_goToTheColumnsByPosition()
@@ -223,12 +223,12 @@ private Q_SLOTS:
         LogReport data({{.name = "StartDate", .label = "From"}, {.name = "LocNo", .label = "Location"}});
         data.grid = {{"Reef", "2003-02-05"}};
         const Document document = data.Run();
-        QCOMPARE(In(document.header, "lblStartDate").text, QStringLiteral("From"));
-        QCOMPARE(In(document.details.front(), "fldStartDate").text, QStringLiteral("Reef"));
-        QCOMPARE(In(document.details.front(), "fldLocNo").text, QStringLiteral("2003-02-05"));
+        QCOMPARE(FindText(document.header, "lblStartDate").text, QStringLiteral("From"));
+        QCOMPARE(FindText(document.details.front(), "fldStartDate").text, QStringLiteral("Reef"));
+        QCOMPARE(FindText(document.details.front(), "fldLocNo").text, QStringLiteral("2003-02-05"));
     }
 
-    void fieldThatIsThereTwice_isShownTwice()
+    void fieldListedTwice_isShownTwice()
     {
         LogReport data({{.name = "A"}, {.name = "A"}, {.name = "B"}});
         data.grid = {{"snapper", "snapper", "trout"}};
@@ -247,7 +247,7 @@ private Q_SLOTS:
             {{.name = "A"}, {.name = "B", .grow = "1"}, {.name = "C", .width = "250", .grow = "1"}});
         data.grid = {{"1", "2", "3"}, {"1", "a\r\nb\r\nc\r\nd", "3"}, {"1", "2", "a\r\nb\r\nc"}};
         const Document document = data.Run();
-        const int lineHeight = In(document.details.front(), "fldA").lineHeight;
+        const int lineHeight = FindText(document.details.front(), "fldA").lineHeight;
         for (const Band& row : document.details) {
             QCOMPARE(row.lines.size(), std::size_t(1));
             QCOMPARE(row.lines.front().from.y(), row.height - 12);
@@ -259,9 +259,9 @@ private Q_SLOTS:
         }
         QVERIFY(document.details[1].height >= document.details[0].height + 2 * lineHeight);
         QVERIFY(document.details[2].height >= document.details[0].height + lineHeight);
-        // what stands below a grown field moves down with it
+        // fields below a grown field move down
         const int growth = document.details[1].height - document.details[0].height;
-        QCOMPARE(In(document.details[1], "fldC").box.top(), 399 + growth);
+        QCOMPARE(FindText(document.details[1], "fldC").box.top(), 399 + growth);
     }
 
     void grownRow_hasItsFirstLinesLevel()
@@ -271,9 +271,9 @@ private Q_SLOTS:
             data.grid = {{"short", text, "short"}};
             const Document document = data.Run();
             const Band& row = document.details.front();
-            const int top = In(row, "fldA").lines.front().top;
-            QCOMPARE(In(row, "fldB").lines.front().top, top);
-            QCOMPARE(In(row, "fldC").lines.front().top, top);
+            const int top = FindText(row, "fldA").lines.front().top;
+            QCOMPARE(FindText(row, "fldB").lines.front().top, top);
+            QCOMPARE(FindText(row, "fldC").lines.front().top, top);
         }
     }
 };

@@ -19,7 +19,8 @@
 namespace Tarno
 {
 
-/// Another program, whose standard input and output lead here. It ends with the object at the latest.
+/// Runs another program and communicates with it through its standard input and output. Kills it on
+/// destruction.
 class ChildProgram
 {
 public:
@@ -33,11 +34,11 @@ public:
         m_process.setArguments(arguments);
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
 #ifdef Q_OS_LINUX
-        // a test that was stopped leaves nobody behind
+        // the child does not outlive a killed test
         m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
 #endif
         for (int turns = 1; !Starts(); ++turns) {
-            constexpr int most = isWindows ? 20 : 1; // Wine does not always start a process at once
+            constexpr int most = isWindows ? 20 : 1; // under Wine, starting a process sometimes fails
             if (turns == most) {
                 qFatal("%s: %s", qPrintable(m_process.program()), qPrintable(m_process.errorString()));
             }
@@ -54,20 +55,20 @@ public:
         Kill();
     }
 
-    /// The child reads `line`. One that has ended does not mind.
+    /// Writes `line` to the child's input. Does nothing if the child has ended.
     void Tell(std::string_view line)
     {
         m_process.write((std::string(line) + '\n').c_str());
         m_process.waitForBytesWritten(-1);
     }
 
-    /// The child finds the end of its input.
+    /// Closes the child's input.
     void CloseInput()
     {
         m_process.closeWriteChannel();
     }
 
-    /// The next line that the child writes; nothing when it has ended.
+    /// Waits for the next line that the child writes. Returns nothing if the child has ended.
     std::optional<std::string> Line()
     {
         while (!m_process.canReadLine()) {
@@ -80,14 +81,14 @@ public:
         return line;
     }
 
-    /// Ends the child without a warning; what it has written before can still be read.
+    /// Kills the child. The output that it has written before can still be read.
     void Kill()
     {
         m_process.kill();
         m_process.waitForFinished(-1);
     }
 
-    /// Waits for the child's end; returns its exit code, -1 when it was killed.
+    /// Waits until the child ends. Returns its exit code, or -1 if it was killed.
     int Wait()
     {
         m_process.waitForFinished(-1);

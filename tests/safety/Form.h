@@ -6,8 +6,8 @@
 namespace Tarno
 {
 
-// The environment variable TARNO_SAFETY chooses how much the safety tests do: "long" takes hours, "short" is
-// what CI runs, and without it the tests that take longest do a quarter of the short form.
+// The environment variable TARNO_SAFETY selects the extent of the safety tests: "long" takes hours, "short"
+// is for CI. Without it, the longest tests do a quarter of the short form.
 
 inline std::string_view SafetyForm()
 {
@@ -25,7 +25,7 @@ inline bool IsQuickForm()
     return SafetyForm().empty();
 }
 
-/// How often something is done in this run.
+/// Returns the number of repetitions for this run.
 inline int Times(int shortForm, int longForm)
 {
     return IsLongForm() ? longForm : shortForm;

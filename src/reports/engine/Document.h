@@ -17,24 +17,24 @@
 namespace Tarno
 {
 
-// A report that has been laid out: texts broken into lines, bands cut into pages. All lengths are twips.
+// The result of laying out a report: texts are broken into lines and bands into pages. All lengths are in
+// twips.
 
 struct TextLine {
     QString text;
-    int top = 0; ///< from the band's top
+    int top = 0; ///< relative to the band
 };
 
 struct PlacedText {
     QString name; ///< of the control
-    QRect box;    ///< in the band
+    QRect box;    ///< relative to the band
     ReportFont font;
     TextAlignment alignment = TextAlignment::Left;
     PageText page = PageText::None;
     int lineHeight = 0;
     std::vector<TextLine> lines;
 
-    /// All lines, "\n" between the paragraphs.
-    QString text;
+    QString text; ///< the whole text, with "\n" between paragraphs
 };
 
 struct PlacedLine {
@@ -56,15 +56,17 @@ struct Band {
     std::vector<PlacedPicture> pictures;
 };
 
-/// The part of a detail band that stands on a page; the whole of it unless it is higher than a page. A line
-/// of text is never cut: it stands on the page on which it ends.
+/// The part of a detail band that is printed on one page. A band is split only if it is higher than a page.
+/// Lines of text are never split: each is printed on the page on which it ends.
 struct Slice {
     std::size_t detail = 0;
-    int bandTop = 0; ///< where the band's upper end is, from the page's; negative when on an earlier page
-    int from = std::numeric_limits<int>::min(); ///< what ends at this depth of the band is on an earlier page
-    int to = std::numeric_limits<int>::max();   ///< what ends below this depth is on a later page
+    int bandTop = 0; ///< top of the band relative to the page; negative if the band starts on an earlier page
+    int from =
+        std::numeric_limits<int>::min();      ///< items that end at or above this offset are on earlier pages
+    int to = std::numeric_limits<int>::max(); ///< items that end below this offset are on later pages
 
-    bool Holds(int end) const { return end > from && end <= to; }
+    /// Returns whether this page shows an item that ends `end` below the top of the band.
+    bool Contains(int end) const { return end > from && end <= to; }
 };
 
 struct DocumentPage {
@@ -81,10 +83,10 @@ struct Document {
     std::vector<DocumentPage> pages; ///< at least one
 };
 
-/// The paper on which the document was laid out, whichever way it is turned, without margins.
+/// Returns the paper of the document with its orientation and without margins.
 QPageLayout PageOf(const Document& document);
 
-/// The words of `text` on the page `page` (from 0) of `document`: one text a line.
+/// Returns the lines of `text` as shown on page `page` (from 0), with page numbers filled in.
 QStringList LinesOnPage(const Document& document, const PlacedText& text, std::size_t page);
 
 } // namespace Tarno

@@ -14,11 +14,11 @@ namespace Tarno
 namespace
 {
 
-/// Puts the report's design back that its run changes.
-class DesignKeeper
+/// Restores the report's design, which a run modifies, on destruction.
+class DesignRestorer
 {
 public:
-    explicit DesignKeeper(Report& report)
+    explicit DesignRestorer(Report& report)
         : m_report(report),
           m_header(report.PageHeader),
           m_detail(report.Detail),
@@ -27,10 +27,10 @@ public:
     {
     }
 
-    DesignKeeper(const DesignKeeper&) = delete;
-    DesignKeeper& operator=(const DesignKeeper&) = delete;
+    DesignRestorer(const DesignRestorer&) = delete;
+    DesignRestorer& operator=(const DesignRestorer&) = delete;
 
-    ~DesignKeeper()
+    ~DesignRestorer()
     {
         m_report.PageHeader = std::move(m_header);
         m_report.Detail = std::move(m_detail);
@@ -60,8 +60,8 @@ void BindFields(ReportSection& section, const ReportFields& fields)
     }
 }
 
-/// Every kind of line break becomes "\n", or a blank where there is one line only.
-void SettleLineBreaks(ReportSection& section)
+/// Replaces line breaks of every kind by "\n", or by a space in a control with a single line.
+void NormalizeLineBreaks(ReportSection& section)
 {
     for (ReportControl& control : section.Controls) {
         control.Text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
@@ -72,12 +72,12 @@ void SettleLineBreaks(ReportSection& section)
     }
 }
 
-/// The lines of each control's text, by the control's position in the section.
+/// The lines of each control's text, indexed like the controls of the section.
 using SectionLines = std::vector<QStringList>;
 
 SectionLines Measure(ReportSection& section, TextMeasurer& measurer)
 {
-    SettleLineBreaks(section);
+    NormalizeLineBreaks(section);
     SectionLines lines;
     for (const ReportControl& control : section.Controls) {
         lines.push_back(HasText(control) && control.Visible
@@ -88,9 +88,8 @@ SectionLines Measure(ReportSection& section, TextMeasurer& measurer)
     return lines;
 }
 
-/// By how much `control` has to become higher to hold that many lines. Where lines stand in the middle it
-/// keeps the room that its design has around them, so that the first line stays level with texts that need no
-/// growing.
+/// Returns how much higher `control` must become to fit `lines` lines. Vertically centred text keeps the
+/// space that the design leaves around it, so its first line stays level with texts that do not grow.
 int GrowthFor(const ReportControl& control, int lines, int lineHeight)
 {
     const int needed = lines * lineHeight;
@@ -102,7 +101,7 @@ int GrowthFor(const ReportControl& control, int lines, int lineHeight)
     return needed + (hasRoom ? control.Height % lineHeight : 0) - control.Height;
 }
 
-/// Lets the fields that may grow grow, moves what stands below them down, and the section's end with it.
+/// Enlarges the fields that can grow, moves the controls below them down and enlarges the section.
 void Grow(ReportSection& section, const SectionLines& lines, TextMeasurer& measurer)
 {
     struct Place {
@@ -138,7 +137,7 @@ void Grow(ReportSection& section, const SectionLines& lines, TextMeasurer& measu
     section.Height += end - designEnd;
 }
 
-PlacedText Placed(const ReportControl& control, const QStringList& lines, TextMeasurer& measurer)
+PlacedText PlaceText(const ReportControl& control, const QStringList& lines, TextMeasurer& measurer)
 {
     PlacedText text;
     text.name = control.Name;
@@ -155,7 +154,7 @@ PlacedText Placed(const ReportControl& control, const QStringList& lines, TextMe
     }
     for (const QString& line : lines) {
         if (top + text.lineHeight > control.Top + control.Height && !text.lines.empty()) {
-            break; // a text that may not grow ends at its box
+            break; // a box that cannot grow cuts its text off
         }
         text.lines.push_back({line, top});
         top += text.lineHeight;
@@ -163,7 +162,7 @@ PlacedText Placed(const ReportControl& control, const QStringList& lines, TextMe
     return text;
 }
 
-Band Placed(const ReportSection& section, const SectionLines& lines, TextMeasurer& measurer)
+Band PlaceBand(const ReportSection& section, const SectionLines& lines, TextMeasurer& measurer)
 {
     Band band;
     band.height = section.Height;
@@ -174,7 +173,7 @@ Band Placed(const ReportSection& section, const SectionLines& lines, TextMeasure
             continue;
         }
         if (HasText(control)) {
-            band.texts.push_back(Placed(control, text, measurer));
+            band.texts.push_back(PlaceText(control, text, measurer));
         } else if (control.kind == ReportControl::Kind::Line) {
             const QPoint from(control.Left, control.Top);
             band.lines.push_back({from, from + QPoint(control.Width, control.Height), control.Weight});
@@ -186,7 +185,7 @@ Band Placed(const ReportSection& section, const SectionLines& lines, TextMeasure
     return band;
 }
 
-/// From where to where in its band something reaches that no page's end may cut.
+/// The vertical range of an item that a page break must not split.
 struct Extent {
     int top;
     int end;
@@ -242,13 +241,13 @@ private:
         m_y = m_top;
     }
 
-    /// Prints a band that is higher than a page from the top of this one on.
+    /// Splits a band that is higher than a page, starting at the top of the current page.
     void Cut(std::size_t detail)
     {
         const Band& band = m_document.details[detail];
         const std::vector<Extent> extents = ExtentsOf(band);
         Slice slice{detail, m_top};
-        for (int start = 0;;) { // the depth of the band at the page's top
+        for (int start = 0;;) { // offset in the band at the top of the page
             slice.to = start + m_bottom - m_top;
             for (const Extent& extent : extents) {
                 if (extent.top <= start) { // higher than the page
@@ -275,8 +274,8 @@ private:
     }
 
     Document& m_document;
-    int m_top; // of the room for details on a page, and its end
-    int m_bottom;
+    int m_top;    ///< top of the space for details on a page
+    int m_bottom; ///< end of that space
     int m_y = 0;
 };
 
@@ -284,7 +283,7 @@ private:
 
 std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
 {
-    const DesignKeeper design(report);
+    const DesignRestorer design(report);
     report.Tools.clear();
     report.ReportStart();
     const auto end = qScopeGuard([&report] { report.ReportEnd(); });
@@ -296,8 +295,8 @@ std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
     document.title = report.Caption;
     document.paper = report.PaperSize();
     document.margins = report.PaperMargins();
-    document.header = Placed(report.PageHeader, Measure(report.PageHeader, measurer), measurer);
-    document.footer = Placed(report.PageFooter, Measure(report.PageFooter, measurer), measurer);
+    document.header = PlaceBand(report.PageHeader, Measure(report.PageHeader, measurer), measurer);
+    document.footer = PlaceBand(report.PageFooter, Measure(report.PageFooter, measurer), measurer);
     bool stopped = false;
     for (bool endOfData = false; !stopped;) {
         report.FetchData(endOfData);
@@ -310,7 +309,7 @@ std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
         const SectionLines lines = Measure(report.Detail, measurer);
         Grow(report.Detail, lines, measurer);
         report.Detail_BeforePrint();
-        document.details.push_back(Placed(report.Detail, lines, measurer));
+        document.details.push_back(PlaceBand(report.Detail, lines, measurer));
         stopped = progress && !progress(static_cast<int>(document.details.size()));
     }
     if (stopped) {

@@ -18,13 +18,13 @@ public:
     {
     }
 
-    /// Paints the part `slice` of `band`.
+    /// Paints the part of `band` that `slice` selects.
     void Paint(const Band& band, const Slice& slice)
     {
         m_painter.save();
         m_painter.translate(m_document.margins.left(), slice.bandTop);
         for (const PlacedPicture& picture : band.pictures) {
-            if (slice.Holds(picture.box.top() + picture.box.height())) {
+            if (slice.Contains(picture.box.top() + picture.box.height())) {
                 m_painter.drawImage(picture.box, picture.picture);
             }
         }
@@ -32,7 +32,7 @@ public:
             PaintText(text, slice);
         }
         for (const PlacedLine& line : band.lines) {
-            if (slice.Holds(line.to.y())) {
+            if (slice.Contains(line.to.y())) {
                 m_painter.setPen(QPen(Qt::black, line.weight, Qt::SolidLine, Qt::FlatCap));
                 m_painter.drawLine(line.from, line.to);
             }
@@ -46,24 +46,24 @@ private:
         const TextMeasurer::Measure& measure = m_measurer.For(text.font, text.text);
         m_painter.setFont(measure.twipFont);
         m_painter.setPen(Qt::black);
-        const QStringList words = LinesOnPage(m_document, text, m_page);
-        for (int i = 0; i < words.size() && i < static_cast<int>(text.lines.size()); ++i) {
+        const QStringList lines = LinesOnPage(m_document, text, m_page);
+        for (int i = 0; i < lines.size() && i < static_cast<int>(text.lines.size()); ++i) {
             const int top = text.lines[static_cast<std::size_t>(i)].top;
-            if (!slice.Holds(top + text.lineHeight) || words[i].isEmpty()) {
+            if (!slice.Contains(top + text.lineHeight) || lines[i].isEmpty()) {
                 continue;
             }
-            const qreal width = measure.metrics.horizontalAdvance(words[i]);
+            const qreal width = measure.metrics.horizontalAdvance(lines[i]);
             const qreal room = text.box.width() - width;
             const qreal left = text.alignment == TextAlignment::Left || room < 0 ? 0
                                : text.alignment == TextAlignment::Right          ? room
                                                                                  : room / 2;
             const QPointF baseline(text.box.left() + left, top + measure.metrics.ascent());
             if (room >= 0) {
-                m_painter.drawText(baseline, words[i]);
+                m_painter.drawText(baseline, lines[i]);
             } else {
                 m_painter.save();
                 m_painter.setClipRect(QRectF(text.box.left(), top, text.box.width(), text.lineHeight));
-                m_painter.drawText(baseline, words[i]);
+                m_painter.drawText(baseline, lines[i]);
                 m_painter.restore();
             }
         }

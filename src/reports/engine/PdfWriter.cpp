@@ -12,7 +12,7 @@ namespace Tarno
 
 QByteArray PdfBytes(const Document& document, const ExportProgress& progress)
 {
-    // in memory: the writer itself does not tell when a device takes no more
+    // written to memory first, because QPdfWriter does not report write errors
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);

@@ -9,11 +9,11 @@
 namespace Tarno
 {
 
-/// Told how many pages are done; returns false to stop.
+/// Called with the number of pages that are done. Returns false to cancel.
 using ExportProgress = std::function<bool(int pages)>;
 
-/// The document as a PDF file: real text, embedded fonts, the document's title. Empty when `progress`
-/// stopped it.
+/// Returns the document as a PDF file with searchable text, embedded fonts and the document's title. Returns
+/// an empty array if `progress` cancelled.
 QByteArray PdfBytes(const Document& document, const ExportProgress& progress = nullptr);
 
 } // namespace Tarno

@@ -39,7 +39,7 @@ Report::Report()
 
 QSize Report::PaperSize() const
 {
-    // in millimetres the usual papers are exact, in points and inches they are rounded
+    // Qt stores the common paper sizes exactly in millimetres, but rounded in points and inches
     return (Page.fullRect(QPageLayout::Millimeter).size() * twipsPerMillimetre).toSize();
 }
 

@@ -14,7 +14,7 @@
 namespace Tarno
 {
 
-/// The data of the current row, by name and position.
+/// The values of the current row, accessible by name and by position.
 class ReportFields
 {
 public:
@@ -23,9 +23,9 @@ public:
 
     int Count() const { return static_cast<int>(m_names.size()); }
 
-    /// Throws Error SubscriptOutOfRange when there is no such position.
+    /// Throws Error SubscriptOutOfRange if the position does not exist.
     void SetValue(int position, const QString& value);
-    /// The value of the field of that name, whatever the case of its letters; nothing when there is none.
+    /// Returns the value of the field `name`, or nothing if it does not exist. Names are case-insensitive.
     std::optional<QString> Value(const QString& name) const;
 
 private:
@@ -39,7 +39,7 @@ struct ReportTool {
     int Position = 0; ///< from 0
 };
 
-/// The window that shows a report, for the tools that the report adds to it.
+/// The window that shows a report, as seen by the tools that the report adds to it.
 class ReportViewer
 {
 public:
@@ -48,16 +48,16 @@ public:
     ReportViewer& operator=(const ReportViewer&) = delete;
     virtual ~ReportViewer() = default;
 
-    /// Both ask for a file and write the pages that are shown into it. They report errors themselves.
+    /// Both ask for a file name and export the pages that are shown. They report errors themselves.
     virtual void ExportRtf() = 0;
     virtual void ExportPdf() = 0;
 };
 
-/// What is to be printed: a page header and footer, and a detail band that is printed once for each row of
-/// data. A derived report fills it by answering the events, which come in this order: ReportStart,
-/// DataInitialize, then for each row FetchData, Detail_Format, Detail_BeforePrint, and ReportEnd. Laying
-/// out may happen several times; the design, that is sections and fields, is the same at each start, and what
-/// ReportStart and DataInitialize add to it is for one run.
+/// A banded report: a page header, a page footer, and a detail band that is printed once for each row of
+/// data. A derived report handles the events, which are raised in this order: ReportStart, DataInitialize,
+/// then FetchData, Detail_Format and Detail_BeforePrint for each row, and finally ReportEnd. A report can run
+/// several times. Each run starts with the same design (sections and fields); changes that ReportStart and
+/// DataInitialize make to it last for one run.
 class Report
 {
 public:
@@ -72,28 +72,28 @@ public:
     ReportSection PageFooter;
     ReportFields Fields;
     std::vector<ReportTool> Tools;
-    /// The page that the printer prints on: size, orientation and margins. A4 with 1 inch margins at first.
+    /// The page to print on: size, orientation and margins. The default is A4 with margins of 1 inch.
     QPageLayout Page;
 
-    /// The size of Page in twips, the way it is turned now.
+    /// Returns the size of Page in twips, in its current orientation.
     QSize PaperSize() const;
-    /// Its margins in twips.
+    /// Returns the margins of Page in twips.
     QMargins PaperMargins() const;
 
-    /// Orientation and tools are set here.
+    /// Sets orientation and tools.
     virtual void ReportStart();
+    /// Adds the fields.
     virtual void DataInitialize();
-    /// Sets the values of the next row in Fields, or `endOfData` when there is none.
+    /// Stores the values of the next row in Fields, or sets `endOfData` after the last row.
     virtual void FetchData(bool& endOfData) = 0;
-    /// The fields of Detail hold the row's values; their texts may be changed.
+    /// Called when the fields of Detail have the row's values; may change their texts.
     virtual void Detail_Format();
-    /// Detail has grown to what it needs: heights and tops are those that are printed, and may be changed.
-    /// The texts are fixed now.
+    /// Called when the controls of Detail have their final sizes; may change tops and heights, but not texts.
     virtual void Detail_BeforePrint();
-    /// Comes even when one of the events after ReportStart has thrown. Must not throw.
+    /// Called even if an event after ReportStart has thrown. Must not throw.
     virtual void ReportEnd();
 
-    /// The user clicked the tool with that caption in `viewer`.
+    /// Called when the user clicks the tool with the given caption in `viewer`.
     virtual void ToolbarClick(const QString& caption, ReportViewer& viewer);
 };
 

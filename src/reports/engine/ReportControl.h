@@ -8,7 +8,7 @@
 namespace Tarno
 {
 
-// What a report is made of. All lengths are twips: 1440 to the inch, 15 to a device-independent pixel.
+// The building blocks of a report. All lengths are in twips: 1440 per inch, 15 per device-independent pixel.
 
 enum class TextAlignment { Left = 0, Right = 1, Center = 2 };
 enum class VerticalTextAlignment { Top = 0, Middle = 1, Bottom = 2 };
@@ -21,17 +21,17 @@ struct ReportFont {
     bool operator==(const ReportFont&) const = default;
 };
 
-/// What a text shows besides its own words: filled in when the page is known.
+/// A page number or page count that replaces the text of a control when its page is known.
 enum class PageText { None, Number, Count };
 
-/// A label, a field bound to data, a rule or a picture on a section.
+/// A label, a data-bound field, a line or a picture in a section.
 struct ReportControl {
     enum class Kind { Label, Field, Line, Picture };
 
     Kind kind = Kind::Label;
     QString Name;
-    int Left = 0; ///< from the section's left edge; of a line, where it starts
-    int Top = 0;  ///< from the section's top edge
+    int Left = 0; ///< relative to the section; for a line, its start
+    int Top = 0;  ///< relative to the section
     int Width = 0;
     int Height = 0;
     bool Visible = true;
@@ -44,10 +44,10 @@ struct ReportControl {
     PageText Page = PageText::None;
 
     // fields
-    QString DataField;      ///< the report field that it shows, found whatever the case of its letters
-    bool CanGrow = false;   ///< becomes as high as its text needs, and moves what stands below it down
+    QString DataField;      ///< name of the report field that it shows, case-insensitive
+    bool CanGrow = false;   ///< grows to fit its text and moves the controls below it down
     bool MultiLine = false; ///< wraps its text and keeps its line breaks
-    int PaddingRight = 0;   ///< width at the right that a wrapped text leaves free
+    int PaddingRight = 0;   ///< space at the right that wrapped text leaves free
 
     // lines
     int Weight = 15; ///< thickness
@@ -61,11 +61,11 @@ class ReportControls
 {
 public:
     /// Appends a control of the type "DDActiveReports.Label", "DDActiveReports.Field",
-    /// "DDActiveReports.Line" or "DDActiveReports.Image" and returns it; the reference holds until
+    /// "DDActiveReports.Line" or "DDActiveReports.Image" and returns it. The reference is valid until
     /// the report is laid out. Throws Error InvalidProcedureCall for any other type.
     ReportControl& Add(const QString& type);
 
-    /// The control of that name, whatever the case of its letters. Throws Error SubscriptOutOfRange.
+    /// Returns the control `name`, case-insensitive. Throws Error SubscriptOutOfRange if it does not exist.
     ReportControl& operator[](const QString& name);
 
     auto begin() { return m_controls.begin(); }
@@ -77,7 +77,7 @@ public:
     auto end() const { return m_controls.end(); }
 
 private:
-    std::deque<ReportControl> m_controls; // so that references to earlier ones hold
+    std::deque<ReportControl> m_controls; // a deque, so that Add keeps references valid
 };
 
 /// A band of the report.

@@ -15,8 +15,9 @@ namespace Tarno
 namespace
 {
 
-/// Whether `text` has letters that are written joined, as Arabic is; spacing would tear them apart.
-bool Joins(const QString& text)
+/// Returns whether `text` contains letters of a cursive script such as Arabic, which letter spacing would
+/// break.
+bool HasJoiningLetters(const QString& text)
 {
     return std::any_of(text.begin(), text.end(), [](QChar letter) {
         const QChar::JoiningType type = letter.joiningType();
@@ -45,11 +46,11 @@ QStringList WrappedLines(const QString& paragraph, const QFont& font, int width)
 QString AvailableFamily(const QString& family)
 {
     static const QStringList families = QFontDatabase::families();
-    static const QHash<QString, QString> alike{
+    static const QHash<QString, QString> substitutes{
         {QStringLiteral("Tahoma"), QStringLiteral("DejaVu Sans Condensed")},
         {QStringLiteral("Verdana"), QStringLiteral("DejaVu Sans")},
         {QStringLiteral("Arial"), QStringLiteral("Liberation Sans")}};
-    return families.contains(family) ? family : alike.value(family, family);
+    return families.contains(family) ? family : substitutes.value(family, family);
 }
 
 QFont TwipFont(const ReportFont& font)
@@ -63,22 +64,21 @@ QFont TwipFont(const ReportFont& font)
 
 const TextMeasurer::Measure& TextMeasurer::For(const ReportFont& font, const QString& text)
 {
-    const bool joins = Joins(text);
+    const bool hasJoiningLetters = HasJoiningLetters(text);
     const auto found = std::find_if(m_measures.begin(), m_measures.end(), [&](const Measure& measure) {
-        return measure.joins == joins && measure.font == font;
+        return measure.hasJoiningLetters == hasJoiningLetters && measure.font == font;
     });
     if (found != m_measures.end()) {
         return *found;
     }
     QFont twipFont = TwipFont(font);
-    if (!joins) {
-        // spacing that nobody sees keeps letters apart that would become one ligature, which a reader of
-        // the PDF could not search for
+    if (!hasJoiningLetters) {
+        // invisible letter spacing prevents ligatures, which cannot be searched for in a PDF
         twipFont.setLetterSpacing(QFont::AbsoluteSpacing, 0.02);
     }
     const QFontMetricsF metrics(twipFont);
     return m_measures.emplace_back(
-        Measure{font, joins, twipFont, metrics, static_cast<int>(std::ceil(metrics.height()))});
+        Measure{font, hasJoiningLetters, twipFont, metrics, static_cast<int>(std::ceil(metrics.height()))});
 }
 
 QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int width, bool wrap)

@@ -10,30 +10,30 @@
 namespace Tarno
 {
 
-/// The family in which `family` is printed: itself where the machine has it, otherwise one of like width.
+/// Returns `family` if it is installed, otherwise a family of similar width.
 QString AvailableFamily(const QString& family);
 
-/// The font in which the program measures and paints: one unit of its size is one twip, unhinted, so that
-/// a text is as wide on every screen, printer and page.
+/// Returns the font for measuring and painting. Its size is in twips and it is unhinted, so a text has the
+/// same width on every screen and printer.
 QFont TwipFont(const ReportFont& font);
 
-/// Breaks texts into lines. It remembers the fonts that it has met.
+/// Measures texts and breaks them into lines. Caches the metrics of the fonts that it has used.
 class TextMeasurer
 {
 public:
     struct Measure {
         ReportFont font;
-        bool joins;
+        bool hasJoiningLetters;
         QFont twipFont;
         QFontMetricsF metrics;
         int lineHeight;
     };
 
-    /// What measures and paints `text`, or a line of it.
+    /// Returns the font and metrics for `text` or a line of it.
     const Measure& For(const ReportFont& font, const QString& text = {});
 
-    /// The lines of `text` in boxes of `width` twips: at each line break, and when `wrap` also between
-    /// words, or within a word that is wider than the box.
+    /// Returns the lines of `text` in a box of `width` twips. If `wrap` is true, breaks at line breaks,
+    /// between words, and within a word that is wider than the box. Otherwise returns a single line.
     QStringList Lines(const QString& text, const ReportFont& font, int width, bool wrap);
 
 private:

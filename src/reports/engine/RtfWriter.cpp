@@ -19,7 +19,7 @@ QByteArray Word(const char* word, int number)
     return QByteArray("\\") + word + QByteArray::number(number);
 }
 
-/// The fonts of a document in the order in which they are first met.
+/// The fonts of a document in the order of their first use.
 class FontTable
 {
 public:
@@ -47,12 +47,12 @@ private:
     QStringList m_families;
 };
 
-/// A text with its font, or the field that a word processor fills in its place.
+/// Returns a text with its font, or the page field that a word processor fills in.
 QByteArray Run(const PlacedText& text, FontTable& fonts)
 {
     const int font = fonts.IndexOf(text.font.Name);
     const int halfPoints = static_cast<int>(std::lround(text.font.Size * 2));
-    // scripts that run from right to left have a font of their own beside that of the others
+    // RTF sets the font of right-to-left scripts separately
     QByteArray run = "{\\rtlch" + Word("af", font) + Word("afs", halfPoints) +
                      (text.font.Bold ? "\\ab" : "") + "\\ltrch" + Word("f", font) + Word("fs", halfPoints) +
                      (text.font.Bold ? "\\b " : " ");
@@ -90,14 +90,14 @@ struct Cell {
     QByteArray content;
 };
 
-/// One table row: what starts at the same height of the band.
+/// One table row: the items of a band that start at the same height.
 struct Row {
     std::vector<Cell> cells;
     bool ruleBelow = false;
-    bool staysWithNext = false; ///< on one page
+    bool keepWithNext = false; ///< is kept on the same page as the next row
 };
 
-/// The rows of a band by their height in it. Pictures stand in the first row; a rule is the lower border
+/// Returns the rows of a band by their top. Pictures go into the first row; a line becomes the lower border
 /// of the row above it.
 std::map<int, Row> RowsOf(const Band& band, FontTable& fonts)
 {
@@ -116,14 +116,14 @@ std::map<int, Row> RowsOf(const Band& band, FontTable& fonts)
         }
     }
     for (auto row = rows.begin(); row != rows.end(); ++row) {
-        row->second.staysWithNext = std::next(row) != rows.end();
+        row->second.keepWithNext = std::next(row) != rows.end();
     }
     return rows;
 }
 
 QByteArray RowRtf(Row row, int pageWidth)
 {
-    constexpr int unseenGap = 60;
+    constexpr int negligibleGap = 60;
     std::sort(row.cells.begin(), row.cells.end(),
               [](const Cell& left, const Cell& right) { return left.left < right.left; });
     QByteArray borders;
@@ -133,15 +133,15 @@ QByteArray RowRtf(Row row, int pageWidth)
         end = std::max(right, end + 1);
         borders +=
             (row.ruleBelow ? QByteArray("\\clbrdrb\\brdrs\\brdrw10") : QByteArray()) + Word("cellx", end);
-        contents += (row.staysWithNext ? "\\pard\\intbl\\keepn" : "\\pard\\intbl") + content + "\\cell\n";
+        contents += (row.keepWithNext ? "\\pard\\intbl\\keepn" : "\\pard\\intbl") + content + "\\cell\n";
     };
     for (const Cell& cell : row.cells) {
-        if (cell.left > end + unseenGap) {
+        if (cell.left > end + negligibleGap) {
             addCell(cell.left, {});
         }
         addCell(cell.left + cell.width, cell.content);
     }
-    if (pageWidth > end + unseenGap) {
+    if (pageWidth > end + negligibleGap) {
         addCell(pageWidth, {});
     }
     return "\\trowd\\trgaph0\\trleft0" + borders + "\n" + contents + "\\row\n";

@@ -7,12 +7,12 @@
 namespace Tarno
 {
 
-/// The document as a Rich Text file (RTF 1.6) that a word processor pages by itself: the page header and
-/// footer with page fields, each detail band as table rows with the columns' widths, rules as borders.
-/// Characters beyond ASCII are written as \uN?.
+/// Returns the document as a Rich Text file (RTF 1.6), in which the word processor breaks the pages. Headers
+/// and footers contain page fields, detail bands become table rows, and lines become borders. Characters
+/// outside ASCII are written as \uN?.
 QByteArray RtfBytes(const Document& document);
 
-/// `text` as it stands in an RTF file: "\", "{" and "}" escaped, line breaks as \line.
+/// Returns `text` escaped for RTF: "\", "{" and "}" get a backslash, line breaks become \line.
 QByteArray RtfText(const QString& text);
 
 } // namespace Tarno

@@ -22,7 +22,7 @@ namespace Tarno
 namespace
 {
 
-constexpr int numberRole = Qt::UserRole; // an item's field number
+constexpr int numberRole = Qt::UserRole; // the field number of an item
 
 void AddItem(QListWidget* list, const RecordView& field)
 {
@@ -30,7 +30,7 @@ void AddItem(QListWidget* list, const RecordView& field)
     item->setData(numberRole, ToInt32(field.Text(FieldField::FieldNo)));
 }
 
-/// The row that is selected, or -1.
+/// Returns the selected row, or -1.
 int SelectedRow(const QListWidget* list)
 {
     const QList<QListWidgetItem*> selected = list->selectedItems();

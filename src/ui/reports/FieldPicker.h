@@ -19,8 +19,8 @@ namespace Ui
 class FieldPicker;
 }
 
-/// Two lists, of the fields that are on the log report and of those that are not, with the buttons that move
-/// fields between the lists and within the report, and the check box for descending order.
+/// Chooses the fields of the log report: one list of the fields on the report and one of the others, buttons
+/// to move and reorder fields, and a check box for descending order.
 class FieldPicker : public QWidget
 {
     Q_OBJECT
@@ -33,26 +33,26 @@ public:
 
     /// Empties both lists.
     void Clear();
-    /// Shows the default report: `fields` split by their flag, in file order.
+    /// Shows the default report: splits `fields` by their default flag, in file order.
     /// Throws Error: TypeMismatch if a field number is not a number, ObjectNotSet if a definition lacks a
     /// value.
     void ShowDefault(const RecordList& fields);
-    /// Shows the report `selection`, in its order. Numbers that none of `fields` has are skipped. Throws what
-    /// ShowDefault throws.
+    /// Shows the report `selection` in its order. Skips unknown field numbers. Throws the same errors as
+    /// ShowDefault.
     void ShowSelection(const RecordList& fields, const ReportSelection& selection);
 
-    /// The numbers of the fields on the report, in its order.
+    /// Returns the numbers of the fields on the report, in its order.
     std::vector<std::int32_t> Chosen() const;
     bool IsDescending() const;
 
-    /// Names the first field of the report in the check box, which is disabled for an empty report. Changed
-    /// is the time to call this.
+    /// Shows the first field of the report in the caption of the check box, or disables the check box if the
+    /// report is empty. Call this after Changed.
     void ShowSortField();
     /// Sets the focus to the fields on the report.
     void FocusChosen();
 
 Q_SIGNALS:
-    /// The user moved fields.
+    /// Emitted when the user has moved fields.
     void Changed();
 
 private:

@@ -55,7 +55,7 @@ QSize PreviewView::PaperSize() const
     return m_document != nullptr ? m_document->paper * (m_zoom / 100.0) / twipsPerPixel : QSize();
 }
 
-/// Where the page stands in the viewport.
+/// Returns the rectangle of the page in viewport coordinates.
 QRect PreviewView::PageRect(int page) const
 {
     const QSize paper = PaperSize();
@@ -69,7 +69,7 @@ QRect PreviewView::PageRect(int page) const
 
 int PreviewView::UppermostPage() const
 {
-    // the row whose page has not yet left by half
+    // the first row of which at least half is visible
     const int pitch = PaperSize().height() + gap;
     const int row = (verticalScrollBar()->value() + pitch / 2) / std::max(1, pitch);
     const bool atEnd =
@@ -82,7 +82,7 @@ void PreviewView::GoTo(int page)
 {
     const int row = std::clamp(page, 0, std::max(0, PageCount() - 1)) / m_pagesAcross;
     verticalScrollBar()->setValue(row * (PaperSize().height() + gap));
-    // where the last pages stand below one another in the window, the scroll bar cannot tell them apart
+    // if several of the last rows are visible together, the scroll position does not identify the row
     MakeCurrent(row * m_pagesAcross);
 }
 

@@ -7,8 +7,7 @@
 namespace Tarno
 {
 
-/// The pages of a document as paper on a desk: one or two side by side, at any zoom. A page is painted when
-/// it comes into view.
+/// Shows the pages of a document, one or two side by side, at any zoom. Paints only visible pages.
 class PreviewView : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -18,26 +17,26 @@ public:
 
     explicit PreviewView(QWidget* parent = nullptr);
 
-    /// Shows `document` from its first page; it must outlive its being shown.
+    /// Shows `document` from its first page. The document must stay alive until it is replaced.
     void SetDocument(const Document* document);
 
     int PageCount() const;
 
-    /// The page (from 0) that was gone to, or that stands uppermost after scrolling.
+    /// Returns the page (from 0) of the last GoTo, or the topmost page after scrolling.
     int CurrentPage() const { return m_currentPage; }
 
     void GoTo(int page);
 
-    /// Percent of the natural size, 10 to 800.
+    /// Returns the zoom in percent of the natural size, 10 to 800.
     int Zoom() const { return m_zoom; }
 
     void SetZoom(int percent);
-    /// Follows the window's size until SetZoom.
+    /// Adapts the zoom to the size of the window until SetZoom is called.
     void SetFit(Fit fit);
 
     Fit CurrentFit() const { return m_fit; }
 
-    /// How many pages stand side by side: 1 or 2.
+    /// Returns the number of pages side by side: 1 or 2.
     int PagesAcross() const { return m_pagesAcross; }
 
     void SetPagesAcross(int pages);

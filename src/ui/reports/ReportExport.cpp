@@ -15,8 +15,8 @@ namespace
 
 constexpr std::string_view module = "mMain";
 
-/// The file that the user chose, always with the suffix ".pdf" (see docs/quirks.md); nothing when the user
-/// cancelled.
+/// Asks for a file name and returns it, always with the suffix ".pdf" (see docs/quirks.md). Returns nothing
+/// if the user cancelled.
 std::optional<QString> ChosenFile(const Program& program, const FileQuestion& question, QWidget* parent)
 {
     std::optional<QString> file = program.files.Save(parent, question);
@@ -74,7 +74,7 @@ void mMain::PDFExport(const Program& program, const Document& document, QWidget*
         }
         WaitDialog wait(program.clock, parent, QStringLiteral("Writing the report..."),
                         static_cast<int>(document.pages.size()));
-        const QByteArray bytes = PdfBytes(document, [&wait](int /*pages*/) { return wait.GoesOn(); });
+        const QByteArray bytes = PdfBytes(document, [&wait](int /*pages*/) { return wait.Advance(); });
         if (!bytes.isEmpty()) {
             WriteFile(program, *file, bytes, parent);
         }

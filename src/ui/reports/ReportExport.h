@@ -8,9 +8,9 @@ class QWidget;
 namespace Tarno::mMain
 {
 
-// Both ask for a file, over `parent`, and write the pages of `document` into it. An older file is replaced
-// only when the new one is complete. A name that does not end with ".pdf" gets that suffix, whichever the
-// format. Cancelling is silent; if the file cannot be written, a message names it.
+// Both functions ask for a file name and write the pages of `document` to that file. An existing file is
+// replaced only when the new one is complete. In both formats, a name that does not end with ".pdf" gets that
+// suffix. If the file cannot be written, a message names it.
 
 void RTFExport(const Program& program, const Document& document, QWidget* parent);
 void PDFExport(const Program& program, const Document& document, QWidget* parent);

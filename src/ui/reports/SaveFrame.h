@@ -14,7 +14,7 @@ namespace Ui
 class SaveFrame;
 }
 
-/// The frame in which a report gets the name to be saved under.
+/// The frame in which the user enters the name for saving a report.
 class SaveFrame : public QFrame
 {
     Q_OBJECT
@@ -26,14 +26,14 @@ public:
     ~SaveFrame() override;
 
     /// Shows the frame over its siblings. `selected` is the name of the selected report, which is replaced
-    /// unless the user wants a new one. Without `anySaved`, only a new one is possible.
+    /// unless the user asks for a new one. If `anySaved` is false, only a new report is possible.
     void Open(const std::optional<QString>& selected, bool anySaved);
     /// Presses "Cancel".
     void Cancel();
 
-    /// Whether the user wants a new report.
+    /// Returns whether the user asks for a new report.
     bool IsNew() const;
-    /// The name as typed.
+    /// Returns the name as typed.
     QString Description() const;
 
 Q_SIGNALS:

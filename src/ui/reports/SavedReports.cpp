@@ -84,7 +84,7 @@ void SavedReports::LoadSavedReports()
         m_controls.chkSaved->setEnabled(!reports.empty());
         m_controls.chkSaved->setChecked(false);
         chkSaved_Click();
-        // a saved report can also be selected without ticking the box
+        // a saved report can be selected without ticking the box; see docs/quirks.md
         m_controls.cboSaved->setEnabled(!reports.empty());
     });
 }
@@ -125,7 +125,7 @@ void SavedReports::CloseFrame() const
 {
     m_controls.covered->setEnabled(true);
     m_controls.frame->hide();
-    m_controls.usualDefault->setDefault(true);
+    m_controls.defaultButton->setDefault(true);
     m_controls.picker->FocusChosen();
 }
 
@@ -194,7 +194,7 @@ std::int16_t SavedReports::SelectedNumber() const
     return RoundToInt16(m_controls.cboSaved->currentData().toInt());
 }
 
-/// A report's number counts its position in the file from 1.
+/// The number of a report is its position in the file, counted from 1.
 ReportSelection SavedReports::StoredSelection() const
 {
     RecordList reports;

@@ -19,41 +19,41 @@ namespace Tarno
 class FieldPicker;
 class SaveFrame;
 
-/// The saved reports of the report builder: choosing one, which shows its fields in the picker, saving the
-/// fields in the picker under a name, and deleting.
+/// Manages the saved reports of the report builder: shows the fields of the selected report in the picker,
+/// saves the fields in the picker under a name, and deletes reports.
 class SavedReports : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The controls of the window that this works with.
+    /// The controls of the window that this class uses.
     struct Controls {
-        QWidget* covered; ///< what cannot be reached while the frame is open
+        QWidget* covered; ///< is disabled while the frame is open
         FieldPicker* picker;
         QCheckBox* chkSaved;
         QComboBox* cboSaved;
         QPushButton* cmdSave;
         QPushButton* cmdDelete;
-        QPushButton* usualDefault; ///< the window's default button while the frame is closed
+        QPushButton* defaultButton; ///< the window's default button while the frame is closed
         SaveFrame* frame;
     };
 
-    /// What `program` and `controls` refer to must outlive the object; `window` is its owner.
+    /// The members of `program` and `controls` must outlive the object. `window` becomes its owner.
     SavedReports(const Program& program, const Controls& controls, QWidget* window);
 
     /// Shows the default report and lists the saved ones.
     void Load();
-    /// Shows the report that is in use again, the default report if there is none.
+    /// Shows the saved report in use again, or the default report if none is in use.
     void Reload();
 
-    /// Whether the report is a saved one: one is selected, and the box is ticked.
+    /// Returns whether a saved report is selected and the box is ticked.
     bool IsInUse() const;
-    /// The fields of the selected report as stored, even if the picker has been changed since. Throws Error
-    /// SubscriptOutOfRange if the list of reports has no record at the position that the number means.
+    /// Returns the fields of the selected report as stored, even if the picker has been changed since. Throws
+    /// Error SubscriptOutOfRange if the position that the report's number stands for does not exist.
     ReportSelection StoredSelection() const;
 
 Q_SIGNALS:
-    /// The picker shows other fields, or another saved report is selected.
+    /// Emitted when the picker shows other fields or another saved report is selected.
     void Changed();
 
 private:
@@ -75,8 +75,8 @@ private:
     const Program& m_program;
     const Controls m_controls;
     QWidget* m_window;
-    bool m_loading = false; ///< the controls are being filled for the first time
-    /// A new report that could not be saved. The data access has kept it, so the next attempt replaces it
+    bool m_loading = false; ///< whether the controls are being filled for the first time
+    /// A new report that could not be saved. cSQL still holds it in memory, so the next attempt updates it
     /// instead of adding another one.
     std::optional<Record> m_newReport;
 };

@@ -23,11 +23,11 @@ WaitDialog::WaitDialog(const Clock& clock, QWidget* parent, const QString& text,
     m_dialog.setObjectName(QStringLiteral("dlgWait"));
     m_dialog.setWindowTitle(QStringLiteral("Tarno"));
     m_dialog.setWindowModality(Qt::ApplicationModal);
-    m_dialog.setMinimumDuration(std::numeric_limits<int>::max()); // GoesOn shows it
+    m_dialog.setMinimumDuration(std::numeric_limits<int>::max()); // Advance shows it
     m_dialog.reset();
 }
 
-bool WaitDialog::GoesOn()
+bool WaitDialog::Advance()
 {
     ++m_step;
     const auto now = m_clock.Now();

@@ -11,12 +11,11 @@ namespace Tarno
 class WaitDialog
 {
 public:
-    /// `steps` is how often GoesOn will be called, or 0 if that is not known. `clock` must outlive the
-    /// dialog.
+    /// `steps` is the expected number of calls of Advance, or 0 if unknown. `clock` must outlive the dialog.
     WaitDialog(const Clock& clock, QWidget* parent, const QString& text, int steps = 0);
 
     /// Call it after each step of the work. Returns false if the user cancelled.
-    bool GoesOn();
+    bool Advance();
 
 private:
     const Clock& m_clock;

@@ -74,17 +74,16 @@ void fCustom::Form_Load()
     m_ui->lstField->setCurrentRow(0);
 }
 
-/// Stores the field shown before, so that edits are not lost, and shows the selected one. A field that cannot
-/// be stored stays selected.
+/// Stores the previous field and shows the selected one. If storing fails, the previous field stays selected.
 void fCustom::lstField_Click()
 {
-    auto stay = qScopeGuard([this] {
+    auto reselect = qScopeGuard([this] {
         // after the list has handled the click
         QMetaObject::invokeMethod(
             this,
             [this] {
                 if (m_shown >= 0) {
-                    const QSignalBlocker quiet(m_ui->lstField);
+                    const QSignalBlocker blocker(m_ui->lstField);
                     m_ui->lstField->setCurrentRow(m_shown);
                 }
             },
@@ -94,10 +93,10 @@ void fCustom::lstField_Click()
         return;
     }
     Show(m_ui->lstField->currentRow());
-    stay.dismiss();
+    reselect.dismiss();
 }
 
-/// Fields are found by number, which counts their positions in the file from 1.
+/// The number of a field is its position in the file, counted from 1.
 void fCustom::Show(int row)
 {
     const QScopedValueRollback loading(m_loading, true);
@@ -134,8 +133,7 @@ void fCustom::cmdOK_Click()
     }
 }
 
-/// Stores the field that the boxes show, if there is one and anything was edited; returns false when that
-/// failed.
+/// Stores the field in the boxes if anything was edited. Returns false if that fails.
 bool fCustom::StoreShown()
 {
     return m_shown < 0 || !m_changed || Save(m_shown) == succeeded;

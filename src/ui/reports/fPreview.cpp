@@ -24,7 +24,7 @@ namespace
 {
 
 constexpr std::string_view module = "fPreview";
-constexpr int fitPage = -1; // what stands beside the percentages in the list of zooms
+constexpr int fitPage = -1; // items in the zoom list other than percentages
 constexpr int fitWidth = -2;
 
 } // namespace
@@ -60,16 +60,16 @@ void fPreview::ShowReport()
         MakeToolBar();
         ShowPage();
         ShowZoom();
-        resize(size().expandedTo({m_toolBar->sizeHint().width(), 0})); // no tool is hidden at first
+        resize(size().expandedTo({m_toolBar->sizeHint().width(), 0})); // wide enough for all tools
         exec();
     }
 }
 
-/// Lays the report out anew; returns false, the old pages still there, when the user cancelled it.
+/// Lays the report out again. Returns false and keeps the old pages if the user cancelled.
 bool fPreview::Prepare()
 {
     WaitDialog wait(m_program.clock, parentWidget(), QStringLiteral("Laying out the report..."));
-    std::optional<Document> document = LayOut(m_report, [&wait](int /*rows*/) { return wait.GoesOn(); });
+    std::optional<Document> document = LayOut(m_report, [&wait](int /*rows*/) { return wait.Advance(); });
     if (!document) {
         return false;
     }
@@ -96,7 +96,7 @@ QAction* fPreview::AddAction(const char* name, const QString& caption, const QKe
     return action;
 }
 
-/// Says in words what a tool does whose caption may be a sign.
+/// Sets the tool tip and the accessible name, because the caption may be only a symbol.
 void fPreview::Describe(QAction* action, const QString& words)
 {
     action->setToolTip(
@@ -116,7 +116,7 @@ void fPreview::MakeToolBar()
     AddZoom();
 }
 
-/// The report's own tools at the positions that it asks for.
+/// Inserts the report's own tools at the positions that it specifies.
 void fPreview::AddReportTools()
 {
     for (const ReportTool& tool : m_report.Tools) {
@@ -163,7 +163,7 @@ void fPreview::AddNavigation()
 void fPreview::AddZoom()
 {
     Describe(AddAction("tolZoomOut", QStringLiteral("-"), QKeySequence::ZoomOut, &fPreview::ZoomOut),
-             QStringLiteral("Smaller"));
+             QStringLiteral("Zoom out"));
     m_zoom = new QComboBox(m_toolBar);
     m_zoom->setObjectName(QStringLiteral("cboZoom"));
     m_zoom->setAccessibleName(QStringLiteral("Zoom"));
@@ -180,7 +180,7 @@ void fPreview::AddZoom()
     connect(m_zoom, &QComboBox::activated, this, choose);
     connect(m_zoom->lineEdit(), &QLineEdit::returnPressed, this, choose);
     Describe(AddAction("tolZoomIn", QStringLiteral("+"), QKeySequence::ZoomIn, &fPreview::ZoomIn),
-             QStringLiteral("Larger"));
+             QStringLiteral("Zoom in"));
     m_toolBar->addSeparator();
     auto* across = new QActionGroup(this);
     QAction* one = AddAction("tolOnePage", QStringLiteral("&One Page"), {}, &fPreview::OnePage);
@@ -194,7 +194,7 @@ void fPreview::AddZoom()
 
 void fPreview::ShowPage()
 {
-    const QSignalBlocker quiet(m_page);
+    const QSignalBlocker blocker(m_page);
     m_page->setRange(1, m_view->PageCount());
     m_page->setSuffix(QStringLiteral(" of %1").arg(m_view->PageCount()));
     m_page->setValue(m_view->CurrentPage() + 1);
@@ -244,11 +244,11 @@ void fPreview::Print()
 
 void fPreview::SetUpPage()
 {
-    auto putBack = qScopeGuard([this, before = m_report.Page] { m_report.Page = before; });
+    auto restorePage = qScopeGuard([this, before = m_report.Page] { m_report.Page = before; });
     m_report.Page.setOrientation(
-        PageOf(*m_document).orientation()); // a report may turn its page while it runs
+        PageOf(*m_document).orientation()); // a report may change the orientation during a run
     if (m_program.printers.SetUpPage(this, m_report.Page) && Prepare()) {
-        putBack.dismiss();
+        restorePage.dismiss();
     }
 }
 

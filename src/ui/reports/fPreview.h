@@ -17,23 +17,23 @@ namespace Tarno
 
 class PreviewView;
 
-/// The window in which a report is looked at before it is printed or exported.
+/// The preview window, from which a report is printed or exported.
 class fPreview : public QDialog, private ReportViewer
 {
     Q_OBJECT
 
 public:
-    /// `report` and what `program` refers to must outlive the window.
+    /// `report` and the members of `program` must outlive the window.
     fPreview(const Program& program, Report& report, QWidget* parent);
     fPreview(const fPreview&) = delete;
     fPreview& operator=(const fPreview&) = delete;
     ~fPreview() override;
 
-    /// Lays the report out and shows it until the window is closed; at once when the user cancels the
-    /// laying out. What the report's events throw passes through.
+    /// Lays the report out and shows it until the window is closed. Returns at once if the user cancels the
+    /// layout. Propagates exceptions from the report's events.
     void ShowReport();
 
-    /// The pages that are shown.
+    /// Returns the document that is shown.
     const Document& Pages() const { return *m_document; }
 
 private:

@@ -27,7 +27,7 @@ fRptLog::fRptLog(const Program& program, QWidget* parent)
                                 .cboSaved = m_ui->cboSaved,
                                 .cmdSave = m_ui->cmdSave,
                                 .cmdDelete = m_ui->cmdDelete,
-                                .usualDefault = m_ui->cmdPreview,
+                                .defaultButton = m_ui->cmdPreview,
                                 .frame = m_ui->frSaved},
                                this);
     connect(m_ui->fieldPicker, &FieldPicker::Changed, this, &fRptLog::SetControls);
@@ -54,7 +54,7 @@ void fRptLog::Form_Load()
     m_saved->Load();
     LoadLocations();
     SetControls();
-    m_ui->cmdSave->setEnabled(false); // until the first change
+    m_ui->cmdSave->setEnabled(false); // disabled until the first change
 }
 
 void fRptLog::LoadLocations()
@@ -93,7 +93,8 @@ void fRptLog::cmdCustom_Click()
     SetControls();
 }
 
-/// The location filter is the position in the list of locations, in which location k has position k.
+/// The location filter is the position in the list of locations, not the location's number; see
+/// docs/quirks.md.
 void fRptLog::CreateReport()
 {
     Trap(builderModule, "CreateReport", [this] {

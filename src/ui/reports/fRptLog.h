@@ -16,20 +16,20 @@ namespace Ui
 class fRptLog;
 }
 
-/// The window in which the log report is built: its fields, their order and the location that it covers. The
-/// first field sorts the report. Fields can be saved as a report with a name.
+/// The report builder: the user chooses the fields of the log report, their order and a location. The report
+/// is sorted by its first field. A set of fields can be saved as a named report.
 class fRptLog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// What `program` refers to must outlive the window.
+    /// The members of `program` must outlive the window.
     fRptLog(const Program& program, QWidget* parent);
     fRptLog(const fRptLog&) = delete;
     fRptLog& operator=(const fRptLog&) = delete;
     ~fRptLog() override;
 
-    /// The close box and Esc: they close the window, or only the frame for saving while that is open.
+    /// Handles the close box and Esc: closes the frame for saving if it is open, otherwise the window.
     void reject() override;
 
 private:

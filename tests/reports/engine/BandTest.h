@@ -9,7 +9,7 @@
 namespace Tarno
 {
 
-// The bands of a report that has been laid out.
+// Access to the bands of a report that has been laid out.
 
 inline const PlacedText& TextOf(const Band& band, const char* name)
 {

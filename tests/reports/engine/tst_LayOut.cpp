@@ -1,4 +1,4 @@
-// A report's run: its events, the page and the data that it is laid out with, and its design afterwards.
+// Running a report: its events, its page and data, and its design after the run.
 
 #include "core/Error.h"
 #include "reports/RowsReport.h"
@@ -11,7 +11,7 @@ using namespace Tarno;
 namespace
 {
 
-/// Everything on a band in words: names, boxes, lines with their tops, rules.
+/// Describes everything on a band: names, boxes, text lines with their tops, drawn lines.
 QString Described(const Band& band)
 {
     QStringList words{QStringLiteral("height %1").arg(band.height)};
@@ -111,13 +111,13 @@ private Q_SLOTS:
         QFETCH(QSize, paper);
         QFETCH(QMargins, margins);
         RowsReport report;
-        report.during[QStringLiteral("ReportStart")] = [&] { report.Page = page; };
+        report.handlers[QStringLiteral("ReportStart")] = [&] { report.Page = page; };
         const auto document = LayOut(report);
         QCOMPARE(document->paper, paper);
         QCOMPARE(document->margins, margins);
     }
 
-    void field_showsItsDataWhateverTheLetterCase()
+    void field_findsItsDataCaseInsensitively()
     {
         RowsReport report({{QStringLiteral("Botany Bay"), QStringLiteral("10")}});
         report.AddField(QStringLiteral("LocName"), {0, 0, 3000, 300}).DataField = QStringLiteral("locname");
@@ -156,7 +156,7 @@ private Q_SLOTS:
     {
         RowsReport report({{QStringLiteral("0")}, {QString()}});
         report.AddField(QStringLiteral("Access"), {0, 0, 3000, 300});
-        report.during[QStringLiteral("Detail_Format")] = [&] {
+        report.handlers[QStringLiteral("Detail_Format")] = [&] {
             QString& text = report.Detail.Controls[QStringLiteral("Access")].Text;
             text = text == QLatin1String("0") ? QStringLiteral("Land") : QStringLiteral("Not Set");
         };
@@ -168,21 +168,21 @@ private Q_SLOTS:
     void detailFormat_aLongerText_growsTheBand()
     {
         RowsReport report({{QStringLiteral("short")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
         report.Detail.Height = 300;
-        report.during[QStringLiteral("Detail_Format")] = [&] {
+        report.handlers[QStringLiteral("Detail_Format")] = [&] {
             report.Detail.Controls[QStringLiteral("a")].Text = QStringLiteral("1\n2\n3\n4");
         };
         QCOMPARE(OnlyRow(report).height, 4 * RowsReport::LineHeight());
     }
 
-    void design_isAsBeforeAfterARun()
+    void design_isRestoredAfterARun()
     {
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
         report.Detail.Height = 300;
-        report.during[QStringLiteral("DataInitialize")] = [&] { report.Fields.Add(QStringLiteral("b")); };
-        report.during[QStringLiteral("ReportStart")] = [&] {
+        report.handlers[QStringLiteral("DataInitialize")] = [&] { report.Fields.Add(QStringLiteral("b")); };
+        report.handlers[QStringLiteral("ReportStart")] = [&] {
             RowsReport::AddLabel(report.PageHeader, QStringLiteral("late"), {0, 0, 100, 100}, QString());
             report.PageFooter.Height = 1000;
         };
@@ -190,10 +190,10 @@ private Q_SLOTS:
         CheckDesign(report);
     }
 
-    void twoRuns_giveTheSame()
+    void twoRuns_giveTheSameResult()
     {
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}, {QStringLiteral("x")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
         RowsReport::AddLine(report.Detail, QStringLiteral("line"), {0, 320, 3000, 0});
         report.Detail.Height = 340;
         const auto first = LayOut(report);
@@ -205,7 +205,7 @@ private Q_SLOTS:
         QVERIFY(first->details[0].height > first->details[1].height);
     }
 
-    void error_outOfAnEvent_passesThroughAndTheDesignIsAsBefore_data()
+    void error_inAnEvent_isPropagatedAndTheDesignRestored_data()
     {
         QTest::addColumn<QString>("event");
         for (const char* event :
@@ -214,13 +214,13 @@ private Q_SLOTS:
         }
     }
 
-    void error_outOfAnEvent_passesThroughAndTheDesignIsAsBefore()
+    void error_inAnEvent_isPropagatedAndTheDesignRestored()
     {
         QFETCH(QString, event);
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
         report.Detail.Height = 300;
-        report.during[event] = [&] {
+        report.handlers[event] = [&] {
             report.Detail.Height = 5;
             report.Fields.Add(QStringLiteral("b"));
             throw Error(ErrorNumber::TypeMismatch);
@@ -229,41 +229,41 @@ private Q_SLOTS:
         CheckDesign(report);
         QCOMPARE(report.events.count(QStringLiteral("ReportEnd")),
                  event == QLatin1String("ReportStart") ? 0 : 1);
-        report.during.clear();
+        report.handlers.clear();
         QCOMPARE(OnlyRow(report).height, 4 * RowsReport::LineHeight());
     }
 
-    void cancel_stopsAndGivesNothing()
+    void cancel_stopsAndReturnsNothing()
     {
         RowsReport report(RowsReport::Numbered(100));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300}).Text = QStringLiteral("designed");
         report.Detail.Height = 300;
-        int told = 0;
+        int calls = 0;
         const auto document = LayOut(report, [&](int rows) {
-            ++told;
+            ++calls;
             return rows < 3;
         });
         QVERIFY(!document);
-        QCOMPARE(told, 3);
+        QCOMPARE(calls, 3);
         QCOMPARE(report.events.count(QStringLiteral("Detail_Format")), 3);
         QCOMPARE(report.events.last(), QStringLiteral("ReportEnd"));
         CheckDesign(report);
     }
 
-    void progress_isToldAfterEachRow()
+    void progress_isReportedAfterEachRow()
     {
         RowsReport report(RowsReport::Numbered(4));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300});
-        QList<int> told;
+        QList<int> calls;
         QVERIFY(LayOut(report, [&](int rows) {
-                    told << rows;
+                    calls << rows;
                     return true;
                 }).has_value());
-        QCOMPARE(told, (QList<int>{1, 2, 3, 4}));
+        QCOMPARE(calls, (QList<int>{1, 2, 3, 4}));
     }
 
 private:
-    /// The report has one field "a" of its own and no more than that.
+    /// Checks that the report has only its own field, "a".
     static void CheckDesign(RowsReport& report)
     {
         const ReportControl& field = report.Detail.Controls[QStringLiteral("a")];

@@ -1,4 +1,4 @@
-// How a band is laid out and painted: the lines of its texts, its growth, alignment, pictures and rules.
+// Laying out and painting a band: text lines, growth, alignment, pictures and drawn lines.
 
 #include "reports/PaintedPage.h"
 #include "reports/RowsReport.h"
@@ -21,11 +21,11 @@ QStringList LinesOf(const PlacedText& text)
     return lines;
 }
 
-/// The width of `text` in the usual font, rounded up.
+/// Returns the width of `text` in the default font, rounded up.
 int WidthOf(const QString& text)
 {
     return static_cast<int>(
-        std::ceil(TextMeasurer().For(RowsReport::UsualFont()).metrics.horizontalAdvance(text)));
+        std::ceil(TextMeasurer().For(RowsReport::DefaultFont()).metrics.horizontalAdvance(text)));
 }
 
 } // namespace
@@ -53,7 +53,7 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(QString, lines);
         RowsReport report({{text}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
         RowsReport::AddLabel(report.Detail, QStringLiteral("b"), {3000, 0, 3000, 300}, text).MultiLine = true;
         const Band band = OnlyRow(report);
         QCOMPARE(LinesOf(TextOf(band, "a")), lines.split(QLatin1Char('|')));
@@ -81,8 +81,8 @@ private Q_SLOTS:
     void multiLine_wrapsBetweenWords()
     {
         RowsReport report({{QStringLiteral("bream and flathead near the wharf")}});
-        report.AddGrowing(QStringLiteral("a"),
-                          {0, 0, WidthOf(QStringLiteral("bream and flathead")) + 20, 300});
+        report.AddGrowingField(QStringLiteral("a"),
+                               {0, 0, WidthOf(QStringLiteral("bream and flathead")) + 20, 300});
         QCOMPARE(LinesOf(TextOf(OnlyRow(report), "a")),
                  (QStringList{QStringLiteral("bream and flathead"), QStringLiteral("near the wharf")}));
     }
@@ -91,7 +91,7 @@ private Q_SLOTS:
     {
         const QString text = QStringLiteral("bream and flathead");
         RowsReport report({{text}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, WidthOf(text), 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, WidthOf(text), 300});
         QCOMPARE(LinesOf(TextOf(OnlyRow(report), "a")), QStringList(text));
     }
 
@@ -99,7 +99,7 @@ private Q_SLOTS:
     {
         const QString word = QStringLiteral("abcdefghijklmnopqrstuvwxyz").repeated(5);
         RowsReport report({{word}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 1000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 1000, 300});
         const Band band = OnlyRow(report);
         const QStringList lines = LinesOf(TextOf(band, "a"));
         QVERIFY(lines.size() > 5);
@@ -117,14 +117,14 @@ private Q_SLOTS:
             words << QString(number % 17 + 1, QLatin1Char(static_cast<char>('a' + number % 26)));
         }
         RowsReport report({{words.join(QLatin1Char(' '))}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
         QCOMPARE(LinesOf(TextOf(OnlyRow(report), "a")).join(QLatin1Char(' ')).split(QLatin1Char(' ')), words);
     }
 
     void growing_fieldAndBandGrowByWhatTheTextNeeds()
     {
         RowsReport report({{QStringLiteral("1\n2\n3\n4\n5")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 50, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 50, 3000, 300});
         report.Detail.Height = 400;
         const Band band = OnlyRow(report);
         const int needed = 5 * RowsReport::LineHeight();
@@ -135,19 +135,19 @@ private Q_SLOTS:
     void growing_aTextThatFits_keepsTheHeight()
     {
         RowsReport report({{QStringLiteral("1")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 600});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 600});
         report.Detail.Height = 700;
         const Band band = OnlyRow(report);
         QCOMPARE(TextOf(band, "a").box.height(), 600);
         QCOMPARE(band.height, 700);
     }
 
-    void growing_whatStandsBelow_movesByTheHighestGrowthAboveIt()
+    void growing_controlsBelow_moveByTheLargestGrowthAbove()
     {
         RowsReport report(
             {{QStringLiteral("1\n2\n3"), QStringLiteral("1\n2\n3\n4\n5\n6"), QStringLiteral("x")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 1000, 300});
-        report.AddGrowing(QStringLiteral("b"), {1000, 0, 1000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 1000, 300});
+        report.AddGrowingField(QStringLiteral("b"), {1000, 0, 1000, 300});
         report.AddField(QStringLiteral("below"), {0, 360, 1000, 240});
         RowsReport::AddLabel(report.Detail, QStringLiteral("beside"), {2000, 0, 1000, 300},
                              QStringLiteral("y"));
@@ -164,12 +164,12 @@ private Q_SLOTS:
         QCOMPARE(band.height, 700 + growth);
     }
 
-    void growing_linesInTheMiddle_keepTheRoomAroundThem()
+    void growing_centredLines_keepTheSpaceAroundThem()
     {
         RowsReport report({{QStringLiteral("1\n2\n3"), QStringLiteral("x")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 1000, 300}).VerticalAlignment =
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 1000, 300}).VerticalAlignment =
             VerticalTextAlignment::Middle;
-        report.AddGrowing(QStringLiteral("b"), {1000, 0, 1000, 300}).VerticalAlignment =
+        report.AddGrowingField(QStringLiteral("b"), {1000, 0, 1000, 300}).VerticalAlignment =
             VerticalTextAlignment::Middle;
         report.Detail.Height = 300;
         const Band band = OnlyRow(report);
@@ -183,9 +183,9 @@ private Q_SLOTS:
     {
         const QString four = QStringLiteral("1\n2\n3\n4");
         RowsReport report({{four, four, QStringLiteral("x")}});
-        report.AddGrowing(QStringLiteral("third"),
-                          {0, 800, 1000, 300}); // the order of adding does not matter
-        report.AddGrowing(QStringLiteral("first"), {0, 0, 1000, 300});
+        report.AddGrowingField(QStringLiteral("third"),
+                               {0, 800, 1000, 300}); // the order in which controls are added does not matter
+        report.AddGrowingField(QStringLiteral("first"), {0, 0, 1000, 300});
         report.AddField(QStringLiteral("second"), {0, 400, 1000, 300});
         report.Detail.Height = 1200;
         const Band band = OnlyRow(report);
@@ -221,10 +221,10 @@ private Q_SLOTS:
     void beforePrint_seesTheGrownHeightAndMayPlaceARuleAtItsEnd()
     {
         RowsReport report({{QStringLiteral("1")}, {QStringLiteral("1\n2\n3\n4")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
         RowsReport::AddLine(report.Detail, QStringLiteral("lineDetail"), {0, 280, 3000, 0});
         report.Detail.Height = 320;
-        report.during[QStringLiteral("Detail_BeforePrint")] = [&] {
+        report.handlers[QStringLiteral("Detail_BeforePrint")] = [&] {
             ReportControl& line = report.Detail.Controls[QStringLiteral("lineDetail")];
             line.Top = report.Detail.Height - 12;
         };
@@ -238,7 +238,7 @@ private Q_SLOTS:
     void invisible_isNotPrintedAndDoesNotGrow()
     {
         RowsReport report({{QStringLiteral("1\n2\n3\n4")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300}).Visible = false;
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300}).Visible = false;
         RowsReport::AddLine(report.Detail, QStringLiteral("line"), {0, 280, 3000, 0}).Visible = false;
         RowsReport::AddLabel(report.PageHeader, QStringLiteral("head"), {0, 0, 900, 300}, QStringLiteral("y"))
             .Visible = false;
@@ -288,7 +288,7 @@ private Q_SLOTS:
         QFETCH(int, alignment);
         QFETCH(int, top);
         RowsReport report({{QStringLiteral("1\n2")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 100, 3000, 1000}).VerticalAlignment =
+        report.AddGrowingField(QStringLiteral("a"), {0, 100, 3000, 1000}).VerticalAlignment =
             static_cast<VerticalTextAlignment>(alignment);
         const Band band = OnlyRow(report);
         const PlacedText& text = TextOf(band, "a");
@@ -308,7 +308,7 @@ private Q_SLOTS:
         QCOMPARE(painted.clip.width(), 600.0);
     }
 
-    void pictureAndRule_arePaintedWhereTheyStand()
+    void pictureAndRule_arePaintedAtTheirPositions()
     {
         RowsReport report;
         ReportControl& picture = report.PageHeader.Controls.Add(QStringLiteral("DDActiveReports.Image"));

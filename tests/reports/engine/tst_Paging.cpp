@@ -1,4 +1,4 @@
-// How the bands of a report are cut into pages.
+// Breaking the bands of a report into pages.
 
 #include "reports/PaintedPage.h"
 #include "reports/RowsReport.h"
@@ -9,10 +9,10 @@ using namespace Tarno;
 namespace
 {
 
-/// The printable height of the usual paper.
+/// The printable height of the default paper.
 constexpr int roomOnPage = 16838 - 2 * 1440;
 
-/// What every page shows, one list a page.
+/// Returns the texts on each page.
 QList<QStringList> PagesOf(const Document& document)
 {
     QList<QStringList> pages;
@@ -22,7 +22,7 @@ QList<QStringList> PagesOf(const Document& document)
     return pages;
 }
 
-/// The first row of each page and how many rows stand on it.
+/// Returns the first row and the number of rows of each page.
 QStringList RowsOnPages(const Document& document)
 {
     QStringList pages;
@@ -34,7 +34,7 @@ QStringList RowsOnPages(const Document& document)
     return pages;
 }
 
-/// A report of `count` rows, each `height` high.
+/// Returns a report of `count` rows, each `height` high.
 std::unique_ptr<RowsReport> Rows(int count, int height)
 {
     auto report = std::make_unique<RowsReport>(RowsReport::Numbered(count));
@@ -43,7 +43,7 @@ std::unique_ptr<RowsReport> Rows(int count, int height)
     return report;
 }
 
-/// `count` lines, every one of them different.
+/// Returns `count` different lines.
 QStringList NumberedLines(int count, const QString& word = QStringLiteral("line"))
 {
     QStringList lines;
@@ -53,7 +53,7 @@ QStringList NumberedLines(int count, const QString& word = QStringLiteral("line"
     return lines;
 }
 
-/// Checks that every line of text on every page stands between the margins.
+/// Checks that every line of text on every page is between the margins.
 void CheckLinesInsideTheMargins(const Document& document)
 {
     for (std::size_t page = 0; page < document.pages.size(); ++page) {
@@ -86,7 +86,7 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("0+1"), QStringLiteral("1+1")}));
     }
 
-    void row_asHighAsThePage_hasItForItself()
+    void row_asHighAsThePage_fillsIt()
     {
         const auto document = LayOut(*Rows(2, roomOnPage));
         QCOMPARE(RowsOnPages(*document), (QStringList{QStringLiteral("0+1"), QStringLiteral("1+1")}));
@@ -94,7 +94,7 @@ private Q_SLOTS:
                  (QList<QStringList>{{QStringLiteral("row 0")}, {QStringLiteral("row 1")}}));
     }
 
-    void rows_standBelowOneAnother()
+    void rows_followOneAnother()
     {
         const auto document = LayOut(*Rows(3, 500));
         QCOMPARE(document->pages.front().slices[0].bandTop, 1440);
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(page.texts[2].baseline - page.texts[1].baseline, QPointF(0, 500));
     }
 
-    void headerAndFooter_takeRoomFromTheRows()
+    void headerAndFooter_reduceTheSpaceForRows()
     {
         auto report = Rows(3, 1000);
         report->PageHeader.Height = 5000;
@@ -115,7 +115,7 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("0+1"), QStringLiteral("1+1"), QStringLiteral("2+1")}));
     }
 
-    void headerAndFooter_standOnEveryPage()
+    void headerAndFooter_areOnEveryPage()
     {
         auto report = Rows(5, 6000);
         RowsReport::AddLabel(report->PageHeader, QStringLiteral("head"), {0, 0, 3000, 300},
@@ -185,7 +185,7 @@ private Q_SLOTS:
         const QStringList lines = NumberedLines(300);
         RowsReport report(
             {{QStringLiteral("before")}, {lines.join(QLatin1Char('\n'))}, {QStringLiteral("after")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 5000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 5000, 300});
         report.Detail.Height = 300;
         const auto document = LayOut(report);
         const QList<QStringList> pages = PagesOf(*document);
@@ -199,14 +199,14 @@ private Q_SLOTS:
         }
         QCOMPARE(printed,
                  QStringList(QStringLiteral("before")) + lines + QStringList(QStringLiteral("after")));
-        QVERIFY(pages.last().size() > 1); // the next row stands below the last lines
+        QVERIFY(pages.last().size() > 1); // the next row is below the last lines
         CheckLinesInsideTheMargins(*document);
     }
 
-    void bandHigherThanAPage_nextRowStandsRightBelowItsEnd()
+    void bandHigherThanAPage_nextRowStartsAtItsEnd()
     {
         RowsReport report({{NumberedLines(100).join(QLatin1Char('\n'))}, {QStringLiteral("after")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 5000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 5000, 300});
         report.Detail.Height = 350; // 50 below the text
         const auto document = LayOut(report);
         const PaintedPage last(*document, document->pages.size() - 1);
@@ -222,7 +222,7 @@ private Q_SLOTS:
             words << QStringLiteral("w%1").arg(number);
         }
         RowsReport report({{words.join(QLatin1Char(' '))}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 1200, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 1200, 300});
         report.Detail.Height = 300;
         const auto document = LayOut(report);
         QVERIFY(document->pages.size() > 5);
@@ -239,8 +239,8 @@ private Q_SLOTS:
         const QStringList left = NumberedLines(200, QStringLiteral("left"));
         const QStringList right = NumberedLines(200, QStringLiteral("right"));
         RowsReport report({{left.join(QLatin1Char('\n')), right.join(QLatin1Char('\n'))}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
-        report.AddGrowing(QStringLiteral("b"), {3000, 70, 3000, 300}).Font.Size = 9;
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("b"), {3000, 70, 3000, 300}).Font.Size = 9;
         report.Detail.Height = 400;
         const auto document = LayOut(report);
         QStringList printedLeft;
@@ -259,16 +259,16 @@ private Q_SLOTS:
     void lineHigherThanAPage_isPrintedOnce()
     {
         RowsReport report({{QStringLiteral("A\nB")}, {QStringLiteral("C")}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 100000, 300}).Font.Size = 800;
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 100000, 300}).Font.Size = 800;
         report.Detail.Height = 300;
         QCOMPARE(PagesOf(*LayOut(report)),
                  (QList<QStringList>{{QStringLiteral("A")}, {QStringLiteral("B")}, {QStringLiteral("C")}}));
     }
 
-    void ruleAtTheEndOfABandHigherThanAPage_standsOnItsLastPage()
+    void ruleAtTheEndOfABandHigherThanAPage_isOnItsLastPage()
     {
         RowsReport report({{NumberedLines(100).join(QLatin1Char('\n'))}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 5000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 5000, 300});
         RowsReport::AddLine(report.Detail, QStringLiteral("line"), {0, 320, 5000, 0});
         report.Detail.Height = 320;
         const auto document = LayOut(report);
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QVERIFY(below > 0 && below < RowsReport::LineHeight());
     }
 
-    void emptyBandHigherThanAPage_takesItsRoom()
+    void emptyBandHigherThanAPage_takesItsSpace()
     {
         auto report = Rows(2, 3 * roomOnPage);
         const QList<QStringList> pages = PagesOf(*LayOut(*report));

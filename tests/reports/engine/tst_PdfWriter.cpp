@@ -14,7 +14,7 @@ using namespace Tarno;
 namespace
 {
 
-/// A PDF file on the disk, and what the tools say about it.
+/// A PDF file on disk, read with the poppler tools.
 class PdfFile
 {
 public:
@@ -25,7 +25,7 @@ public:
         return Run(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), Path(), QStringLiteral("-")});
     }
 
-    /// The text of the page `number` (from 1).
+    /// Returns the text of page `number` (from 1).
     QString TextOfPage(int number) const
     {
         const QString page = QString::number(number);
@@ -33,7 +33,7 @@ public:
                    {QStringLiteral("-f"), page, QStringLiteral("-l"), page, Path(), QStringLiteral("-")});
     }
 
-    /// The words of all pages, one blank between them.
+    /// Returns the words of all pages, separated by blanks.
     QString Words() const
     {
         return Run(QStringLiteral("pdftotext"), {QStringLiteral("-raw"), Path(), QStringLiteral("-")})
@@ -49,7 +49,7 @@ public:
         return line.match(info).captured(1);
     }
 
-    /// One line for each font: name, type, encoding, emb, sub, uni.
+    /// Returns one line for each font: name, type, encoding, emb, sub, uni.
     QStringList Fonts() const
     {
         return Run(QStringLiteral("pdffonts"), {Path()}).split(QLatin1Char('\n'), Qt::SkipEmptyParts).mid(2);
@@ -72,11 +72,11 @@ private:
     TemporaryFolder m_folder;
 };
 
-/// The PDF of a report of one column.
-QByteArray PdfOf(const std::vector<QStringList>& rows, const ReportFont& font = RowsReport::UsualFont())
+/// Returns the PDF of a report with one column.
+QByteArray PdfOf(const std::vector<QStringList>& rows, const ReportFont& font = RowsReport::DefaultFont())
 {
     RowsReport report(rows);
-    report.AddGrowing(QStringLiteral("a"), {0, 0, 8900, 300}).Font = font;
+    report.AddGrowingField(QStringLiteral("a"), {0, 0, 8900, 300}).Font = font;
     report.Detail.Height = 300;
     return PdfBytes(*LayOut(report));
 }
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(PdfFile(PdfBytes(*LayOut(report))).Words(), expected);
     }
 
-    void ligatures_areNotMade()
+    void ligatures_areNotFormed()
     {
         const QString text = QStringLiteral("office fishing flathead baffle affluent difficult fjord");
         for (const char* family : {"Tahoma", "Verdana", "Arial", "DejaVu Serif"}) {
@@ -141,17 +141,18 @@ private Q_SLOTS:
         const QString text = QString::fromUtf8("صيد السمك مع الأصدقاء");
         QString words = PdfFile(PdfOf({{text}})).Text().trimmed();
         words.remove(QRegularExpression(QStringLiteral("[\\x{200E}\\x{200F}\\x{202A}-\\x{202E}]")));
-        QCOMPARE(words.normalized(QString::NormalizationForm_KC), text); // letters instead of their shapes
+        QCOMPARE(words.normalized(QString::NormalizationForm_KC),
+                 text); // base letters, not presentation forms
     }
 
-    void emoji_leavesTheWordsAroundItWhole()
+    void emoji_doesNotDamageTheWordsAroundIt()
     {
         const QString words = PdfFile(PdfOf({{QString::fromUtf8("caught one 😀 today")}})).Words();
         QVERIFY2(words.startsWith(QStringLiteral("caught one")) && words.endsWith(QStringLiteral("today")),
                  qPrintable(words));
     }
 
-    void fonts_areEmbeddedAndTellTheirLetters()
+    void fonts_areEmbeddedAndMapToUnicode()
     {
         RowsReport report({{QStringLiteral("upright"), QStringLiteral("strong")}});
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300}).Font = {QStringLiteral("Tahoma"), 8, false};
@@ -166,14 +167,14 @@ private Q_SLOTS:
         }
     }
 
-    void title_isTheReports_data()
+    void title_isThatOfTheReport_data()
     {
         QTest::addColumn<QString>("title");
         QTest::newRow("plain") << QStringLiteral("Tarno Fish Log Entry Listing");
         QTest::newRow("not ASCII, with brackets") << QString::fromUtf8("Ψάρεμα (2003) \\ log");
     }
 
-    void title_isTheReports()
+    void title_isThatOfTheReport()
     {
         QFETCH(QString, title);
         RowsReport report;
@@ -236,33 +237,33 @@ private Q_SLOTS:
                  QStringLiteral("bream flathead"));
     }
 
-    void cancel_givesNothing()
+    void cancel_returnsNothing()
     {
         RowsReport report(RowsReport::Numbered(10));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300});
         report.Detail.Height = 10000;
         const auto document = LayOut(report);
-        int told = 0;
+        int calls = 0;
         QCOMPARE(PdfBytes(*document,
                           [&](int pages) {
-                              ++told;
+                              ++calls;
                               return pages < 3;
                           }),
                  QByteArray());
-        QCOMPARE(told, 3);
+        QCOMPARE(calls, 3);
     }
 
-    void progress_isToldAfterEachPage()
+    void progress_isReportedAfterEachPage()
     {
         RowsReport report(RowsReport::Numbered(3));
         report.AddField(QStringLiteral("a"), {0, 0, 3000, 300});
         report.Detail.Height = 10000;
-        QList<int> told;
+        QList<int> calls;
         QVERIFY(!PdfBytes(*LayOut(report), [&](int pages) {
-                     told << pages;
+                     calls << pages;
                      return true;
                  }).isEmpty());
-        QCOMPARE(told, (QList<int>{1, 2, 3}));
+        QCOMPARE(calls, (QList<int>{1, 2, 3}));
     }
 };
 

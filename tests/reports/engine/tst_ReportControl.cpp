@@ -1,4 +1,4 @@
-// What a report is put together from: controls by type name, controls and fields by name, fields by position.
+// Controls and fields of a report: adding controls by type, finding controls and fields by name or position.
 
 #include "reports/engine/Report.h"
 #include "support/RaisedNumber.h"
@@ -40,7 +40,7 @@ private Q_SLOTS:
         QTest::newRow("none") << QString();
         QTest::newRow("without the engine's name") << QStringLiteral("Label");
         QTest::newRow("other control") << QStringLiteral("DDActiveReports.Barcode");
-        QTest::newRow("more behind it") << QStringLiteral("DDActiveReports.Label2");
+        QTest::newRow("with a suffix") << QStringLiteral("DDActiveReports.Label2");
     }
 
     void add_unknownType_isInvalidProcedureCall()
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QCOMPARE(names, (QStringList{QStringLiteral("c"), QStringLiteral("a"), QStringLiteral("b")}));
     }
 
-    void controlByName_letterCaseDoesNotMatter()
+    void controlByName_isCaseInsensitive()
     {
         ReportControls controls;
         controls.Add(QStringLiteral("DDActiveReports.Label")).Name = QStringLiteral("lblOther");
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { controls[QStringLiteral("lblPrint")].Width = 1; }), 9);
     }
 
-    void fields_areFoundByNameWhateverTheLetterCase()
+    void fields_areFoundByNameCaseInsensitively()
     {
         ReportFields fields;
         fields.Add(QStringLiteral("LocName"));

@@ -1,4 +1,4 @@
-// The fonts of reports: families that a machine lacks, and texts that are painted as wide as measured.
+// The fonts of reports: substitutes for missing families, and texts that are painted as wide as measured.
 
 #include "reports/PaintedPage.h"
 #include "reports/RowsReport.h"
@@ -15,7 +15,7 @@ class tst_ReportFonts : public QObject
 
 private Q_SLOTS:
 
-    void missingFamily_isReplacedByOneOfLikeWidth_data()
+    void missingFamily_isReplacedByOneOfSimilarWidth_data()
     {
         QTest::addColumn<QString>("family");
         QTest::addColumn<QString>("replacement");
@@ -24,7 +24,7 @@ private Q_SLOTS:
         QTest::newRow("Arial") << QStringLiteral("Arial") << QStringLiteral("Liberation Sans");
     }
 
-    void missingFamily_isReplacedByOneOfLikeWidth()
+    void missingFamily_isReplacedByOneOfSimilarWidth()
     {
         QFETCH(QString, family);
         QFETCH(QString, replacement);
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QVERIFY(QFontDatabase::families().contains(AvailableFamily(family)));
     }
 
-    void replacement_isReallyUsed_data() { missingFamily_isReplacedByOneOfLikeWidth_data(); }
+    void replacement_isReallyUsed_data() { missingFamily_isReplacedByOneOfSimilarWidth_data(); }
 
     void replacement_isReallyUsed()
     {
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QFETCH(QString, text);
         constexpr int width = 2345;
         RowsReport report({{text}});
-        report.AddGrowing(QStringLiteral("a"), {0, 0, width, 300}).Font = {family, size, bold};
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, width, 300}).Font = {family, size, bold};
         report.Detail.Height = 300;
         const auto document = LayOut(report);
         const PlacedText& placed = document->details.front().texts.front();
@@ -135,7 +135,7 @@ private Q_SLOTS:
         for (std::size_t page = 0; page < document->pages.size(); ++page) {
             for (const PaintedText& painted : PaintedPage(*document, page).texts) {
                 QVERIFY2(painted.clip.isEmpty(), qPrintable(painted.text));
-                // an item is rounded up to whole twips
+                // the width of an item is rounded up to whole twips
                 QVERIFY2(painted.baseline.x() + painted.width <= 1440 + width + 1, qPrintable(painted.text));
             }
         }

@@ -1,4 +1,4 @@
-// RTF files, read back word by word and with unrtf.
+// RTF files, read back with our own reader and with unrtf.
 
 #include "reports/ReadRtf.h"
 #include "reports/RowsReport.h"
@@ -14,16 +14,16 @@ using namespace Tarno;
 namespace
 {
 
-/// The RTF of a report of one column that grows.
+/// Returns the RTF of a report with one growing column.
 QByteArray RtfOf(const std::vector<QStringList>& rows)
 {
     RowsReport report(rows);
-    report.AddGrowing(QStringLiteral("a"), {0, 0, 9000, 300});
+    report.AddGrowingField(QStringLiteral("a"), {0, 0, 9000, 300});
     report.Detail.Height = 300;
     return RtfBytes(*LayOut(report));
 }
 
-/// What unrtf makes of `rtf`.
+/// Returns the text that unrtf extracts from `rtf`.
 QString Unrtf(const QByteArray& rtf)
 {
     const TemporaryFolder folder;
@@ -72,23 +72,23 @@ private Q_SLOTS:
         QCOMPARE(RtfText(text), rtf);
     }
 
-    void file_isWellFormedWhateverTheTexts_data()
+    void file_isWellFormedForAnyText_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("nothing") << QString();
         QTest::newRow("RTF") << QStringLiteral("}}{\\rtf1\\par {\\*\\x \\u1? \\'e9\\");
-        QTest::newRow("digits behind a letter") << QString::fromUtf8("é5 é-5 é?");
+        QTest::newRow("digits after a letter") << QString::fromUtf8("é5 é-5 é?");
         QTest::newRow("scripts") << QString::fromUtf8("Ψάρεμα 東京湾 صيد السمك 😀 naïve");
         QTest::newRow("lines") << QStringLiteral("one\n\ntwo\n");
     }
 
-    void file_isWellFormedWhateverTheTexts()
+    void file_isWellFormedForAnyText()
     {
         QFETCH(QString, text);
         RowsReport report({{text, text}});
         report.Caption = text;
-        report.AddGrowing(QStringLiteral("a"), {0, 0, 3000, 300});
-        report.AddGrowing(QStringLiteral("b"), {3000, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.AddGrowingField(QStringLiteral("b"), {3000, 0, 3000, 300});
         RowsReport::AddLabel(report.PageHeader, QStringLiteral("c"), {0, 0, 900, 900}, text).MultiLine = true;
         const RtfReading reading = RtfReader::Read(RtfBytes(*LayOut(report)));
         QCOMPARE(reading.fault, QString());
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QVERIFY(reading.footer.isEmpty());
     }
 
-    void footer_standsInTheFooter()
+    void footer_isInTheFooter()
     {
         RowsReport report;
         RowsReport::AddLabel(report.PageFooter, QStringLiteral("foot"), {0, 0, 4000, 300},
@@ -165,7 +165,7 @@ private Q_SLOTS:
     {
         RowsReport report({{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}});
         report.AddField(QStringLiteral("second"),
-                        {2500, 0, 1500, 300}); // the order of adding does not matter
+                        {2500, 0, 1500, 300}); // the order in which controls are added does not matter
         report.AddField(QStringLiteral("first"), {0, 0, 2000, 300});
         report.AddField(QStringLiteral("third"), {4000, 0, 1000, 300});
         const RtfReading reading = RtfReader::Read(RtfBytes(*LayOut(report)));
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(reading.body.size(), 2);
         QCOMPARE(reading.body[0].cells.mid(0, 2).join(QLatin1Char('|')), QStringLiteral("2|3"));
         QCOMPARE(reading.body[1].cells.first(), QStringLiteral("1"));
-        // no page's end between them
+        // no page break between them
         QCOMPARE(reading.body[0].words.count(QStringLiteral("keepn")), reading.body[0].cells.size());
         QVERIFY(!reading.body[1].words.contains(QStringLiteral("keepn")));
     }
@@ -205,7 +205,7 @@ private Q_SLOTS:
     {
         RowsReport report({{QStringLiteral("1"), QStringLiteral("2\n3\n4")}});
         report.AddField(QStringLiteral("a"), {0, 0, 2000, 300});
-        report.AddGrowing(QStringLiteral("b"), {2000, 0, 2000, 300});
+        report.AddGrowingField(QStringLiteral("b"), {2000, 0, 2000, 300});
         RowsReport::AddLabel(report.Detail, QStringLiteral("c"), {0, 300, 2000, 300}, QStringLiteral("x"));
         RowsReport::AddLine(report.Detail, QStringLiteral("line"), {0, 620, 4000, 0});
         report.Detail.Height = 640;
@@ -253,7 +253,7 @@ private Q_SLOTS:
         QVERIFY(reading.fonts.contains(QStringLiteral("DejaVu Sans")));
     }
 
-    void picture_standsInTheFirstRow()
+    void picture_isInTheFirstRow()
     {
         RowsReport report;
         RowsReport::AddLabel(report.PageHeader, QStringLiteral("title"), {800, 60, 4000, 300},
@@ -287,7 +287,7 @@ private Q_SLOTS:
         NOT_ON_WINDOWS("unrtf");
         RowsReport report;
         for (int column = 0; column < 4; ++column) {
-            report.AddGrowing(QStringLiteral("column%1").arg(column), {column * 2200, 0, 2200, 300});
+            report.AddGrowingField(QStringLiteral("column%1").arg(column), {column * 2200, 0, 2200, 300});
         }
         report.Detail.Height = 300;
         QStringList expected;

@@ -20,20 +20,21 @@
 namespace Tarno
 {
 
-// Every operation of the data access, tried on a folder in which a file may be damaged.
+// Runs every operation of the data access on a folder in which one file may be damaged.
 
 inline constexpr std::array dataFiles{"tarno.xml",         "field.xml", "location.xml", "tarnoblank.xml",
                                       "locationblank.xml", "Rpt.xml",   "RptBlank.xml"};
 
-/// An operation with the file without which it must fail. They are in an order in which all succeed on sound
-/// files: the new record comes before the one with the key 1, which is removed last.
+/// An operation and the file that it needs. The operations are in an order in which all of them succeed on
+/// valid files: a new record is added before the record with key 1 is replaced, and that record is removed
+/// last.
 struct Operation {
     std::string routine;
     std::string file;
     std::function<bool(cSQL&)> succeeds;
 };
 
-/// What an operation came to.
+/// The result of an operation.
 struct Outcome {
     const Operation* operation;
     bool succeeded;
@@ -45,7 +46,7 @@ inline std::string ShippedFile(const std::string& name)
     return ReadWholeFile(TARNO_SHIPPED_DATA "/" + name);
 }
 
-/// Fills `folder` with the seven data files as they ship.
+/// Writes the seven shipped data files to `folder`.
 inline void CopyShipped(const TemporaryFolder& folder)
 {
     for (const char* name : dataFiles) {
@@ -53,7 +54,7 @@ inline void CopyShipped(const TemporaryFolder& folder)
     }
 }
 
-/// The data file `name` with records in it.
+/// Returns the data file `name` with some records.
 inline std::string FileWithRecords(const std::string& name)
 {
     const bool hasSample = name == "tarno.xml" || name == "location.xml" || name == "Rpt.xml";
@@ -63,7 +64,7 @@ inline std::string FileWithRecords(const std::string& name)
 class OperationTrial
 {
 public:
-    /// The records that are handed over come from the files as they ship, whatever is tried.
+    /// Takes the records that the operations save from the shipped files.
     OperationTrial()
     {
         const TemporaryFolder folder;
@@ -78,12 +79,12 @@ public:
             qFatal("the shipped files cannot be read");
         }
         m_field = Record(fields.front());
-        AddFamily("Entry", "tarno.xml", "tarnoblank.xml", m_entry, &cSQL::EntryList, &cSQL::EntryGet,
-                  &cSQL::EntryUpdate, &cSQL::EntryDelete);
-        AddFamily("Location", "location.xml", "locationblank.xml", m_location, &cSQL::LocationList,
-                  &cSQL::LocationGet, &cSQL::LocationUpdate, &cSQL::LocationDelete);
-        AddFamily("Report", "Rpt.xml", "RptBlank.xml", m_report, &cSQL::ReportList, &cSQL::ReportGet,
-                  &cSQL::ReportUpdate, &cSQL::ReportDelete);
+        AddOperations("Entry", "tarno.xml", "tarnoblank.xml", m_entry, &cSQL::EntryList, &cSQL::EntryGet,
+                      &cSQL::EntryUpdate, &cSQL::EntryDelete);
+        AddOperations("Location", "location.xml", "locationblank.xml", m_location, &cSQL::LocationList,
+                      &cSQL::LocationGet, &cSQL::LocationUpdate, &cSQL::LocationDelete);
+        AddOperations("Report", "Rpt.xml", "RptBlank.xml", m_report, &cSQL::ReportList, &cSQL::ReportGet,
+                      &cSQL::ReportUpdate, &cSQL::ReportDelete);
         Add("FieldList", "field.xml", [](cSQL& data) {
             RecordList list;
             return data.FieldList(list) == succeeded;
@@ -99,8 +100,8 @@ public:
 
     ~OperationTrial() { ErrorReporter::Instance().Reset(); }
 
-    /// Loads the files in the folder `folder` and tries the operations that need `file`, or all of them.
-    /// Returns what goes against the promises that hold for every file, in words; empty when nothing does.
+    /// Loads the files in `folder` and runs the operations that need `file`, or all operations if `all` is
+    /// true. Returns a description of violated guarantees that apply to any file, or an empty string.
     std::string Run(const std::string& folder, const std::string& file, bool all)
     {
         const ProgramFolder programFolder(folder);
@@ -120,17 +121,18 @@ public:
             const bool succeeds = operation.succeeds(sql);
             m_outcomes.push_back({&operation, succeeds, m_reports});
             if (succeeds != m_reports.empty()) {
-                broken += operation.routine + (succeeds ? " reports an error; " : " fails in silence; ");
+                broken +=
+                    operation.routine + (succeeds ? " reports an error; " : " fails without a report; ");
             } else if (!succeeds &&
                        m_reports.front().find("cSQL." + operation.routine) == std::string::npos) {
-                broken += operation.routine + " fails under another name; ";
+                broken += operation.routine + " is reported under another name; ";
             }
             ++m_count;
         }
         return sql.UnsavedFiles().empty() ? broken : broken + "something is unsaved; ";
     }
 
-    /// The routines, out of those that need `file`, that succeeded (or failed) in the last Run.
+    /// Returns the routines that need `file` and succeeded (or failed) in the last Run.
     std::string Routines(const std::string& file, bool succeeded) const
     {
         std::string routines;
@@ -142,8 +144,7 @@ public:
         return routines;
     }
 
-    /// What a file that cannot be read must come to, besides the promises of Run: nothing that needs it
-    /// works, all else does.
+    /// Like Run, for a file that cannot be read: operations that need it must fail, all others must succeed.
     std::string RunOnUnreadable(const std::string& folder, const std::string& file, bool all)
     {
         std::string broken = Run(folder, file, all);
@@ -152,21 +153,21 @@ public:
         }
         for (const Outcome& outcome : m_outcomes) {
             if (outcome.operation->file != file && !outcome.succeeded) {
-                broken += "fails though its file is sound: " + outcome.operation->routine + "; ";
+                broken += "fails although its file is valid: " + outcome.operation->routine + "; ";
             }
         }
         return broken;
     }
 
-    /// What a file that can be read must come to: everything works.
+    /// Like Run, for a file that can be read: all operations must succeed.
     std::string RunOnSound(const std::string& folder, const std::string& file, bool all)
     {
         const std::string broken = Run(folder, file, all);
         const std::string failing = Routines(file, false);
-        return failing.empty() ? broken : broken + "failed on a sound file: " + failing;
+        return failing.empty() ? broken : broken + "failed on a valid file: " + failing;
     }
 
-    /// How many operations were tried so far.
+    /// Returns the number of operations run so far.
     int Count() const { return m_count; }
 
 private:
@@ -175,10 +176,10 @@ private:
         m_operations.push_back({routine, file, std::move(succeeds)});
     }
 
-    void AddFamily(const std::string& name, const std::string& file, const std::string& blank,
-                   const Record& made, Status (cSQL::*list)(RecordList&) const,
-                   Status (cSQL::*get)(std::int16_t, Record&) const, Status (cSQL::*update)(Record&),
-                   Status (cSQL::*remove)(std::int16_t))
+    void AddOperations(const std::string& name, const std::string& file, const std::string& blank,
+                       const Record& made, Status (cSQL::*list)(RecordList&) const,
+                       Status (cSQL::*get)(std::int16_t, Record&) const, Status (cSQL::*update)(Record&),
+                       Status (cSQL::*remove)(std::int16_t))
     {
         Add(name + "List", file, [list](cSQL& sql) {
             RecordList records;
@@ -202,7 +203,7 @@ private:
         if (name == "Entry") {
             Add("ReportLogData", file,
                 [](cSQL& sql) { return sql.ReportLogData("StartDate,Obbos", "1,31", 0) == succeeded; });
-        } else if (name == "Location") { // which tells a failure by the name alone
+        } else if (name == "Location") { // LocationNameGet returns "1" on failure
             Add("LocationNameGet", file, [](cSQL& sql) { return sql.LocationNameGet("1") != "1"; });
         }
         Add(name + "Delete", file, [remove](cSQL& sql) { return (sql.*remove)(1) == succeeded; });
@@ -224,15 +225,15 @@ struct XmlReading {
     std::vector<std::string> content; ///< all that it says, in order; white space between elements does not
 };
 
-/// Reads `bytes` with a parser that is not the program's.
+/// Reads `bytes` with a parser that is independent of the program.
 inline XmlReading ReadXml(const std::string& bytes)
 {
     XmlReading reading;
     QXmlStreamReader reader(QByteArray::fromStdString(bytes));
     reader.setNamespaceProcessing(false);
     bool first = true;
-    bool behindStart = false;
-    std::string blanks; // white space that counts only when it is all that an element holds
+    bool afterStart = false;
+    std::string blanks; // white space, which counts only if the element contains nothing else
     while (!reader.atEnd()) {
         const auto token = reader.readNext();
         const std::string text = reader.text().toString().toStdString();
@@ -252,7 +253,7 @@ inline XmlReading ReadXml(const std::string& bytes)
             break;
         }
         case QXmlStreamReader::EndElement:
-            if (behindStart && !blanks.empty()) {
+            if (afterStart && !blanks.empty()) {
                 reading.content.push_back(blanks);
             }
             blanks.clear();
@@ -260,12 +261,12 @@ inline XmlReading ReadXml(const std::string& bytes)
             break;
         case QXmlStreamReader::Characters:
             if (reader.isWhitespace() && !reader.isCDATA()) {
-                blanks = behindStart ? text : std::string();
+                blanks = afterStart ? text : std::string();
                 std::replace(blanks.begin(), blanks.end(), '\r', '\n');
                 continue;
             }
             reading.content.push_back(text);
-            // a carriage return is kept as such, which this reader takes for a line feed when it stands bare
+            // the program keeps carriage returns, but this reader converts unescaped ones to line feeds
             std::replace(reading.content.back().begin(), reading.content.back().end(), '\r', '\n');
             break;
         case QXmlStreamReader::Comment:
@@ -278,7 +279,7 @@ inline XmlReading ReadXml(const std::string& bytes)
         default:
             break;
         }
-        behindStart = token == QXmlStreamReader::StartElement;
+        afterStart = token == QXmlStreamReader::StartElement;
     }
     if (reader.hasError()) {
         reading.fault = reader.errorString().toStdString();

@@ -1,8 +1,7 @@
-// trial readable|unreadable FOLDER FILE  tries every operation on the data files in FOLDER, of which FILE is
-// damaged
-//                                        if it is unreadable
+// trial readable|unreadable FOLDER FILE
 //
-// Prints the peak memory in megabytes, a blank, and what went against the promises.
+// Runs the operations that need FILE on the data files in FOLDER. The first argument says whether FILE can be
+// read. Prints the peak memory in megabytes, a blank, and a description of violated guarantees.
 
 #include "EveryOperation.h"
 #include "support/PeakMemory.h"

@@ -13,22 +13,22 @@
 
 using namespace Tarno;
 
-// The windows over a log of which one file is damaged: all of them open or say why not, and nothing that is
-// done in them touches the file.
+// The windows on a log with one damaged file: each window opens or reports why not, and nothing done in them
+// changes the damaged file.
 
 using namespace std::string_literals;
 
 namespace
 {
 
-/// Answers every question as Enter does.
+/// Answers every question with the default button.
 class Answers final : public MessageBoxes
 {
 public:
     Button Ask(QWidget* /*parent*/, const Question& question) override { return question.byDefault; }
 };
 
-/// The sample log in a folder of its own, with a user who reads all messages and goes on.
+/// The sample log in a folder of its own. Messages are recorded and closed.
 class DamagedProgram : public TestProgram
 {
 public:
@@ -36,18 +36,18 @@ public:
     {
         UseSample();
         ErrorReporter::Instance().SetShowMessage(
-            [this](const std::string& text, const std::string& /*title*/) { told.push_back(text); });
+            [this](const std::string& text, const std::string& /*title*/) { shownMessages.push_back(text); });
     }
 
     Answers answers;
-    std::vector<std::string> told;
-    const Program attended{programFolder, sql,   descs,    settings, clock,
-                           answers,       files, programs, printers, operations};
+    std::vector<std::string> shownMessages;
+    const Program autoAnswered{programFolder, sql,   descs,    settings, clock,
+                               answers,       files, programs, printers, operations};
 };
 
-/// Runs `open`, and in each modal window that it opens `steps` before the window is closed.
+/// Runs `open`. In each modal window that it opens, runs `steps` and closes the window.
 template <typename Open, typename Steps>
-void Attended(Open&& open, Steps&& steps)
+void RunInDialogs(Open&& open, Steps&& steps)
 {
     QTimer driver;
     QObject::connect(&driver, &QTimer::timeout, &driver, [&] {
@@ -74,33 +74,33 @@ void TypeAndSave(QWidget& window, const char* box)
     Find<QAbstractButton>(window, "cmdOK").click();
 }
 
-/// Goes through the windows, types and saves in all of them.
+/// Opens all windows and types and saves in each of them.
 void UseEverything(const DamagedProgram& log)
 {
-    fTarno mainWindow(log.attended);
+    fTarno mainWindow(log.autoAnswered);
     mainWindow.show();
     AwaitActive(mainWindow);
     for (const std::int16_t key : {0, 1}) {
-        Attended([&] { fEntry(log.attended, &mainWindow).SetData(key, false); },
-                 [](QWidget& window) { TypeAndSave(window, "txtAirTemp"); });
-        Attended([&] { dlgLocMaint(log.attended, &mainWindow).SetData(key, false); },
-                 [](QWidget& window) { TypeAndSave(window, "txtLocName"); });
+        RunInDialogs([&] { fEntry(log.autoAnswered, &mainWindow).SetData(key, false); },
+                     [](QWidget& window) { TypeAndSave(window, "txtAirTemp"); });
+        RunInDialogs([&] { dlgLocMaint(log.autoAnswered, &mainWindow).SetData(key, false); },
+                     [](QWidget& window) { TypeAndSave(window, "txtLocName"); });
     }
-    fEntry(log.attended, &mainWindow).SetData(2, true);
-    dlgLocMaint(log.attended, &mainWindow).SetData(2, true);
-    Attended([&] { fLocs(log.attended, &mainWindow).exec(); }, [](QWidget&) {});
-    Attended([&] { fRptLog(log.attended, &mainWindow).exec(); },
-             [](QWidget& window) {
-                 for (const char* button : {"cmdMoveAll", "cmdBack", "cmdUp", "cmdSave", "cmdSavedOK"}) {
-                     window.findChild<QAbstractButton*>(QLatin1String(button))->click();
-                     if (auto* name = window.findChild<QLineEdit*>(QStringLiteral("txtSaved"))) {
-                         name->setText(QStringLiteral("typed"));
+    fEntry(log.autoAnswered, &mainWindow).SetData(2, true);
+    dlgLocMaint(log.autoAnswered, &mainWindow).SetData(2, true);
+    RunInDialogs([&] { fLocs(log.autoAnswered, &mainWindow).exec(); }, [](QWidget&) {});
+    RunInDialogs([&] { fRptLog(log.autoAnswered, &mainWindow).exec(); },
+                 [](QWidget& window) {
+                     for (const char* button : {"cmdMoveAll", "cmdBack", "cmdUp", "cmdSave", "cmdSavedOK"}) {
+                         window.findChild<QAbstractButton*>(QLatin1String(button))->click();
+                         if (auto* name = window.findChild<QLineEdit*>(QStringLiteral("txtSaved"))) {
+                             name->setText(QStringLiteral("typed"));
+                         }
                      }
-                 }
-             });
+                 });
 }
 
-/// Bytes for a file of any kind; none for a folder in its place.
+/// The bytes of a damaged file, or none for a folder in its place.
 struct Damage {
     const char* name;
     std::optional<std::string> bytes;
@@ -130,14 +130,14 @@ void Put(const TemporaryFolder& folder, const std::string& file, const Damage& d
     }
 }
 
-/// Whether the file is as it was put.
+/// Returns whether the damaged file is unchanged.
 bool IsUntouched(const TemporaryFolder& folder, const std::string& file, const Damage& damage)
 {
     return damage.bytes ? folder.Read(file) == *damage.bytes
                         : std::filesystem::is_empty(ToPath(folder.PathOf(file)));
 }
 
-/// A row for each damage to each of the files, or in the short form for every so many of them.
+/// Adds a row for each damage to each file; in the short form, only for every `stride`-th combination.
 void AddDamages(const std::vector<std::string>& files, int stride = 1)
 {
     QTest::addColumn<std::string>("file");
@@ -162,12 +162,12 @@ class tst_DamagedStart : public QObject
 
 private Q_SLOTS:
 
-    void damagedDataFile_isToldAndNeverSavedOver_data()
+    void damagedDataFile_isReportedAndNeverOverwritten_data()
     {
         AddDamages({dataFiles.begin(), dataFiles.end()}, 3);
     }
 
-    void damagedDataFile_isToldAndNeverSavedOver()
+    void damagedDataFile_isReportedAndNeverOverwritten()
     {
         QFETCH(std::string, file);
         QFETCH(int, index);
@@ -177,7 +177,7 @@ private Q_SLOTS:
         const std::vector<std::string> names = log.folder.Names();
         log.Start();
         UseEverything(log);
-        QVERIFY(!log.told.empty());
+        QVERIFY(!log.shownMessages.empty());
         QVERIFY(IsUntouched(log.folder, file, damage));
         for (const std::string other : dataFiles) {
             if (other != file) {
@@ -187,9 +187,12 @@ private Q_SLOTS:
         QCOMPARE(log.folder.Names(), names);
     }
 
-    void damagedPickList_opensOrIsTold_data() { AddDamages({"Bait.txt", "Species.txt", "Methods.txt"}, 2); }
+    void damagedPickList_opensOrStaysClosed_data()
+    {
+        AddDamages({"Bait.txt", "Species.txt", "Methods.txt"}, 2);
+    }
 
-    void damagedPickList_opensOrIsTold()
+    void damagedPickList_opensOrStaysClosed()
     {
         QFETCH(std::string, file);
         QFETCH(int, index);
@@ -197,28 +200,29 @@ private Q_SLOTS:
         DamagedProgram log;
         Put(log.folder, file, damage);
         log.Start();
-        Attended([&] { fEntry(log.attended, nullptr).SetData(1, false); },
-                 [&](QWidget& editor) {
-                     for (const char* label : {"lblDDBait", "lblDDTarget", "lblDDCaught", "lblDDMethods"}) {
-                         GoTo(editor, label);
-                         auto& list = Find<QListWidget>(editor, "lstList");
-                         if (list.isVisible()) {
-                             QVERIFY(list.count() > 0);
-                             Press(editor, Qt::Key_Escape);
-                         }
-                         QVERIFY(!list.isVisible());
-                     }
-                     QVERIFY(editor.isVisible());
-                     TypeAndSave(editor, "txtAirTemp");
-                 });
+        RunInDialogs(
+            [&] { fEntry(log.autoAnswered, nullptr).SetData(1, false); },
+            [&](QWidget& editor) {
+                for (const char* label : {"lblDDBait", "lblDDTarget", "lblDDCaught", "lblDDMethods"}) {
+                    GoTo(editor, label);
+                    auto& list = Find<QListWidget>(editor, "lstList");
+                    if (list.isVisible()) {
+                        QVERIFY(list.count() > 0);
+                        Press(editor, Qt::Key_Escape);
+                    }
+                    QVERIFY(!list.isVisible());
+                }
+                QVERIFY(editor.isVisible());
+                TypeAndSave(editor, "txtAirTemp");
+            });
         QCOMPARE(log.StoredEntry(1, EntryField::AirTemp), "typed"s);
-        QCOMPARE(log.told, std::vector<std::string>());
+        QCOMPARE(log.shownMessages, std::vector<std::string>());
         QVERIFY(IsUntouched(log.folder, file, damage));
     }
 
-    void damagedSettings_areAsNone_data() { AddDamages({"settings.xml"}); }
+    void damagedSettings_countAsEmpty_data() { AddDamages({"settings.xml"}); }
 
-    void damagedSettings_areAsNone()
+    void damagedSettings_countAsEmpty()
     {
         QFETCH(std::string, file);
         QFETCH(int, index);
@@ -229,7 +233,7 @@ private Q_SLOTS:
         log.settings.SaveSetting("KOWRA", "XTidePath", log.folder.PathOf("Bait.txt"));
         QCOMPARE(log.settings.GetSetting("KOWRA", "XTidePath", "none"), "none"s);
         UseEverything(log);
-        QCOMPARE(log.told, std::vector<std::string>());
+        QCOMPARE(log.shownMessages, std::vector<std::string>());
         QVERIFY(IsUntouched(log.folder, file, damage));
     }
 };

@@ -4,14 +4,14 @@
 
 using namespace Tarno;
 
-// A log in which one bit has tipped over, as on a failing disk: each bit of 4 KB in turn.
+// A log with one flipped bit, as on a failing disk: each bit of 4 KB in turn.
 
 namespace
 {
 
 constexpr std::size_t size = 4096;
 
-/// The first entries of the sample, filled up to the size by the last one's comments.
+/// Returns the first entries of the sample log, padded to the size in the last entry's comments.
 std::string SampleLog()
 {
     const std::string sample = ShippedFile("sample/tarno.xml");
@@ -35,7 +35,7 @@ class tst_FlippedBits : public QObject
 
 private Q_SLOTS:
 
-    void flippedBit_leavesTheFileAloneOrKeepsAllItSays()
+    void flippedBit_fileIsNotTouchedOrKeepsItsContents()
     {
         const std::string file = "tarno.xml";
         const std::string sound = SampleLog();
@@ -57,7 +57,7 @@ private Q_SLOTS:
                 ++unreadable;
                 const std::string broken = trial.RunOnUnreadable(folder.Path(), file, false);
                 QVERIFY2(broken.empty(), (place + broken + reading.fault).c_str());
-                QVERIFY2(folder.Read(file) == flipped, (place + "saved over").c_str());
+                QVERIFY2(folder.Read(file) == flipped, (place + "overwritten").c_str());
                 continue;
             }
             ++readable;
@@ -69,8 +69,7 @@ private Q_SLOTS:
             QVERIFY2(sql.EntryDelete(9999) == succeeded, (place + "not saved").c_str()); // removes nothing
             const XmlReading saved = ReadXml(folder.Read(file));
             QVERIFY2(saved.fault.empty(), (place + saved.fault).c_str());
-            QVERIFY2(saved.content == reading.content,
-                     (place + "the saved file says something else").c_str());
+            QVERIFY2(saved.content == reading.content, (place + "the saved file has other contents").c_str());
             if (IsLongForm() || readable % 8 == 0) {
                 folder.Write(file, flipped);
                 const std::string broken = trial.Run(folder.Path(), file, false);

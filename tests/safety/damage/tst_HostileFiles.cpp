@@ -5,24 +5,24 @@
 
 using namespace Tarno;
 
-// Each of the seven data files in turn is replaced by something that is no data file, by one that is strange
-// but sound, or by something that is no file at all; then every operation is tried.
+// Replaces each of the seven data files in turn by an invalid file, by an unusual but valid file, or by
+// something other than a regular file, and runs the operations.
 
 using namespace std::string_literals;
 
 namespace
 {
 
-/// What becomes of a strange file.
-enum class Fate {
-    Refused, ///< nothing that needs it works, its bytes stay
-    Read,    ///< everything works
-    InPart,  ///< what comes before its root hides it from lists and new keys; it is never made worse
+/// What must happen with a malformed or unusual file.
+enum class ExpectedResult {
+    Refused,    ///< operations that need it fail, and its bytes do not change
+    Read,       ///< all operations succeed
+    PartlyRead, ///< something before its root hides its records from lists and new keys; it stays well-formed
 };
 
-struct Strangeness {
+struct FileVariant {
     std::string name;
-    Fate fate;
+    ExpectedResult expected;
     std::function<std::string(const std::string& sound)> make;
 };
 
@@ -34,19 +34,19 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
     return text;
 }
 
-/// The file with `text` in its first value.
+/// Returns the file with `text` inserted into its first value.
 std::string WithValue(std::string file, const std::string& text)
 {
     return file.insert(file.find("</"), text);
 }
 
-/// The file with `element` behind the last value of its first record.
+/// Returns the file with `element` after the last value of its first record.
 std::string WithElement(std::string file, const std::string& element)
 {
     return file.insert(file.find("\n\t</"), element);
 }
 
-/// The file with so many levels of elements.
+/// Returns the file with `levels` levels of elements.
 std::string Nested(const std::string& file, int levels)
 {
     std::string begin;
@@ -58,19 +58,19 @@ std::string Nested(const std::string& file, int levels)
     return WithElement(file, begin + end);
 }
 
-enum class Order { LittleEnd, BigEnd };
+enum class ByteOrder { LittleEndian, BigEndian };
 
-std::string Utf16(const std::string& ascii, Order order)
+std::string Utf16(const std::string& ascii, ByteOrder order)
 {
     std::string bytes;
     for (const char letter : ascii) {
-        bytes += order == Order::LittleEnd ? std::string{letter, '\0'} : std::string{'\0', letter};
+        bytes += order == ByteOrder::LittleEndian ? std::string{letter, '\0'} : std::string{'\0', letter};
     }
     return bytes;
 }
 
-/// A document type whose last entity stands for a thousand million words.
-std::string EntityBomb()
+/// Returns a document type whose last entity expands to a billion words.
+std::string NestedEntities()
 {
     std::string type = "<!DOCTYPE data [<!ENTITY a0 \"lol\">";
     for (int level = 1; level < 10; ++level) {
@@ -83,50 +83,55 @@ std::string EntityBomb()
     return type + "]>";
 }
 
-const std::vector<Strangeness>& Strangenesses()
+const std::vector<FileVariant>& FileVariants()
 {
     using Text = const std::string&;
-    static const std::vector<Strangeness> all{
-        {"zeros", Fate::Refused, [](Text sound) { return std::string(sound.size(), '\0'); }},
-        {"zeros in front", Fate::Refused, [](Text sound) { return std::string(512, '\0') + sound; }},
-        {"its last block zeros", Fate::Refused,
+    static const std::vector<FileVariant> all{
+        {"zeros", ExpectedResult::Refused, [](Text sound) { return std::string(sound.size(), '\0'); }},
+        {"zeros at the start", ExpectedResult::Refused,
+         [](Text sound) { return std::string(512, '\0') + sound; }},
+        {"zeros at the end", ExpectedResult::Refused,
          [](Text sound) { return sound.substr(0, sound.size() - 50) + std::string(50, '\0'); }},
-        {"empty", Fate::Refused, [](Text) { return ""s; }},
-        {"one blank", Fate::Refused, [](Text) { return " "s; }},
-        {"a line end", Fate::Refused, [](Text) { return "\n"s; }},
-        {"a mark alone", Fate::Refused, [](Text) { return "\xEF\xBB\xBF"s; }},
-        {"a UTF-16 mark alone", Fate::Refused, [](Text) { return "\xFF\xFE"s; }},
-        {"two roots", Fate::Refused, [](Text sound) { return sound + sound; }},
-        {"a second, empty root", Fate::Refused, [](Text sound) { return sound + "<data/>"; }},
-        {"text in front", Fate::Refused, [](Text sound) { return "x" + sound; }},
-        {"text behind", Fate::Refused, [](Text sound) { return sound + "x"; }},
-        {"a reference behind", Fate::Refused, [](Text sound) { return sound + "&amp;"; }},
-        {"a section behind", Fate::Refused, [](Text sound) { return sound + "<![CDATA[]]>"; }},
-        {"another root", Fate::Refused, [](Text sound) { return Replaced(sound, "data>", "dato>"); }},
-        {"a prefixed root", Fate::Refused, [](Text sound) { return Replaced(sound, "data>", "t:data>"); }},
-        {"end tags in another case", Fate::Refused, [](Text sound) { return Replaced(sound, "</", "</X"); }},
-        {"Latin-1", Fate::Refused, [](Text sound) { return WithValue(sound, "\xE9"); }},
-        {"declared Latin-1", Fate::Refused,
+        {"empty", ExpectedResult::Refused, [](Text) { return ""s; }},
+        {"one blank", ExpectedResult::Refused, [](Text) { return " "s; }},
+        {"a line end", ExpectedResult::Refused, [](Text) { return "\n"s; }},
+        {"only a UTF-8 byte order mark", ExpectedResult::Refused, [](Text) { return "\xEF\xBB\xBF"s; }},
+        {"only a UTF-16 byte order mark", ExpectedResult::Refused, [](Text) { return "\xFF\xFE"s; }},
+        {"two roots", ExpectedResult::Refused, [](Text sound) { return sound + sound; }},
+        {"a second, empty root", ExpectedResult::Refused, [](Text sound) { return sound + "<data/>"; }},
+        {"text before the root", ExpectedResult::Refused, [](Text sound) { return "x" + sound; }},
+        {"text after the root", ExpectedResult::Refused, [](Text sound) { return sound + "x"; }},
+        {"a reference after the root", ExpectedResult::Refused, [](Text sound) { return sound + "&amp;"; }},
+        {"a CDATA section after the root", ExpectedResult::Refused,
+         [](Text sound) { return sound + "<![CDATA[]]>"; }},
+        {"another root", ExpectedResult::Refused,
+         [](Text sound) { return Replaced(sound, "data>", "dato>"); }},
+        {"a prefixed root", ExpectedResult::Refused,
+         [](Text sound) { return Replaced(sound, "data>", "t:data>"); }},
+        {"mismatched end tags", ExpectedResult::Refused,
+         [](Text sound) { return Replaced(sound, "</", "</X"); }},
+        {"Latin-1", ExpectedResult::Refused, [](Text sound) { return WithValue(sound, "\xE9"); }},
+        {"declared Latin-1", ExpectedResult::Refused,
          [](Text sound) {
              return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + WithValue(sound, "\xE9");
          }},
-        {"overlong UTF-8", Fate::Refused, [](Text sound) { return WithValue(sound, "\xC0\xAF"); }},
-        {"a surrogate", Fate::Refused, [](Text sound) { return WithValue(sound, "\xED\xA0\x80"); }},
-        {"UTF-16 without a mark, little end", Fate::Refused,
-         [](Text sound) { return Utf16(sound, Order::LittleEnd); }},
-        {"UTF-16 without a mark, big end", Fate::Refused,
-         [](Text sound) { return Utf16(sound, Order::BigEnd); }},
-        {"UTF-16 with the other's mark", Fate::Refused,
-         [](Text sound) { return "\xFE\xFF" + Utf16(sound, Order::LittleEnd); }},
-        {"half a unit of UTF-16", Fate::Refused,
-         [](Text sound) { return "\xFF\xFE" + Utf16(sound, Order::LittleEnd) + "\n"; }},
-        {"UTF-32", Fate::Refused,
+        {"overlong UTF-8", ExpectedResult::Refused, [](Text sound) { return WithValue(sound, "\xC0\xAF"); }},
+        {"a surrogate", ExpectedResult::Refused, [](Text sound) { return WithValue(sound, "\xED\xA0\x80"); }},
+        {"UTF-16 little-endian without a mark", ExpectedResult::Refused,
+         [](Text sound) { return Utf16(sound, ByteOrder::LittleEndian); }},
+        {"UTF-16 big-endian without a mark", ExpectedResult::Refused,
+         [](Text sound) { return Utf16(sound, ByteOrder::BigEndian); }},
+        {"UTF-16 with the wrong mark", ExpectedResult::Refused,
+         [](Text sound) { return "\xFE\xFF" + Utf16(sound, ByteOrder::LittleEndian); }},
+        {"half a UTF-16 unit", ExpectedResult::Refused,
+         [](Text sound) { return "\xFF\xFE" + Utf16(sound, ByteOrder::LittleEndian) + "\n"; }},
+        {"UTF-32", ExpectedResult::Refused,
          [](Text sound) {
-             return "\xFF\xFE\0\0"s + Utf16(Utf16(sound, Order::LittleEnd), Order::LittleEnd);
+             return "\xFF\xFE\0\0"s + Utf16(Utf16(sound, ByteOrder::LittleEndian), ByteOrder::LittleEndian);
          }},
-        {"257 levels", Fate::Refused, [](Text sound) { return Nested(sound, 257); }},
-        {"200,000 levels", Fate::Refused, [](Text sound) { return Nested(sound, 200'000); }},
-        {"200,000 start tags", Fate::Refused,
+        {"257 levels", ExpectedResult::Refused, [](Text sound) { return Nested(sound, 257); }},
+        {"200,000 levels", ExpectedResult::Refused, [](Text sound) { return Nested(sound, 200'000); }},
+        {"200,000 start tags", ExpectedResult::Refused,
          [](Text) {
              std::string tags;
              for (int level = 0; level < 200'000; ++level) {
@@ -134,45 +139,48 @@ const std::vector<Strangeness>& Strangenesses()
              }
              return tags;
          }},
-        {"a thousand million words", Fate::Refused,
-         [](Text sound) { return EntityBomb() + WithValue(sound, "&a9;"); }},
-        {"another file's text", Fate::Refused,
+        {"an entity that expands to a billion words", ExpectedResult::Refused,
+         [](Text sound) { return NestedEntities() + WithValue(sound, "&a9;"); }},
+        {"an external entity", ExpectedResult::Refused,
          [](Text sound) {
              return "<!DOCTYPE data [<!ENTITY a SYSTEM \"file:///etc/passwd\">]>" + WithValue(sound, "&a;");
          }},
-        {"an unfinished document type", Fate::Refused,
+        {"an unfinished document type", ExpectedResult::Refused,
          [](Text sound) { return "<!DOCTYPE data [<!ENTITY a \"" + sound; }},
-        {"a page of the web", Fate::Refused,
+        {"a web page", ExpectedResult::Refused,
          [](Text) { return "<!DOCTYPE html><html><body>Log in to this network</body></html>"s; }},
-        {"a compressed file", Fate::Refused, [](Text sound) { return "PK\x03\x04" + sound; }},
-        {"a conflict of two versions", Fate::Refused,
+        {"a compressed file", ExpectedResult::Refused, [](Text sound) { return "PK\x03\x04" + sound; }},
+        {"merge conflict markers", ExpectedResult::Refused,
          [](Text sound) { return "<<<<<<< mine\n" + sound + "=======\n" + sound + ">>>>>>> theirs\n"; }},
 
-        {"UTF-8 with a mark", Fate::Read, [](Text sound) { return "\xEF\xBB\xBF" + sound; }},
-        {"UTF-16, little end", Fate::Read,
-         [](Text sound) { return "\xFF\xFE" + Utf16(sound, Order::LittleEnd); }},
-        {"UTF-16, big end", Fate::Read, [](Text sound) { return "\xFE\xFF" + Utf16(sound, Order::BigEnd); }},
-        {"64 levels", Fate::Read, [](Text sound) { return Nested(sound, 64); }},
-        {"256 levels", Fate::Read, [](Text sound) { return Nested(sound, 256); }},
-        {"a comment behind", Fate::Read, [](Text sound) { return sound + "<!-- mine -->"; }},
-        {"blank lines", Fate::Read, [](Text sound) { return Replaced(sound, "\n", "\n\n \t\n"); }},
-        {"all in one line", Fate::Read,
+        {"UTF-8 with a mark", ExpectedResult::Read, [](Text sound) { return "\xEF\xBB\xBF" + sound; }},
+        {"UTF-16 little-endian", ExpectedResult::Read,
+         [](Text sound) { return "\xFF\xFE" + Utf16(sound, ByteOrder::LittleEndian); }},
+        {"UTF-16 big-endian", ExpectedResult::Read,
+         [](Text sound) { return "\xFE\xFF" + Utf16(sound, ByteOrder::BigEndian); }},
+        {"64 levels", ExpectedResult::Read, [](Text sound) { return Nested(sound, 64); }},
+        {"256 levels", ExpectedResult::Read, [](Text sound) { return Nested(sound, 256); }},
+        {"a comment after the root", ExpectedResult::Read,
+         [](Text sound) { return sound + "<!-- mine -->"; }},
+        {"blank lines", ExpectedResult::Read, [](Text sound) { return Replaced(sound, "\n", "\n\n \t\n"); }},
+        {"all on one line", ExpectedResult::Read,
          [](Text sound) { return Replaced(Replaced(sound, "\n", ""), "\t", ""); }},
-        {"more values than known", Fate::Read,
+        {"an unknown additional value", ExpectedResult::Read,
          [](Text sound) { return WithElement(sound, "<Mine a=\"1\">2</Mine>"); }},
 
-        {"declared UTF-16, but UTF-8", Fate::InPart,
+        {"declared UTF-16, but UTF-8", ExpectedResult::PartlyRead,
          [](Text sound) { return "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n" + sound; }},
-        {"declared Latin-1, but plain", Fate::InPart,
+        {"declared Latin-1, but ASCII", ExpectedResult::PartlyRead,
          [](Text sound) { return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + sound; }},
-        {"a document type", Fate::InPart, [](Text sound) { return "<!DOCTYPE data>\n" + sound; }},
-        {"an unused thousand million words", Fate::InPart,
-         [](Text sound) { return EntityBomb() + "\n" + sound; }},
+        {"a document type", ExpectedResult::PartlyRead,
+         [](Text sound) { return "<!DOCTYPE data>\n" + sound; }},
+        {"an unused entity that expands to a billion words", ExpectedResult::PartlyRead,
+         [](Text sound) { return NestedEntities() + "\n" + sound; }},
     };
     return all;
 }
 
-/// Puts in the place of a data file something that has no bytes.
+/// Replaces a data file by something other than a regular file.
 struct Obstacle {
     std::string name;
     std::function<void(const TemporaryFolder& folder, const std::string& file)> put;
@@ -186,17 +194,18 @@ const std::vector<Obstacle>& Obstacles()
     static const std::vector<Obstacle> all{
         {"nothing", [](Folder, Name) {}, true},
         {"a folder", [](Folder folder, Name file) { folder.MakeFolder(file); }, true},
-        {"a full folder", [](Folder folder, Name file) { folder.MakeFolder(file + "/" + file); }, true},
+        {"a folder that is not empty", [](Folder folder, Name file) { folder.MakeFolder(file + "/" + file); },
+         true},
         {"a pipe", [](Folder folder, Name file) { folder.MakePipe(file); }},
         {"a dangling link", [](Folder folder, Name file) { folder.MakeLink(file, "unplugged/" + file); }},
         {"a link to itself", [](Folder folder, Name file) { folder.MakeLink(file, file); }},
-        {"a device without end", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/zero"); }},
-        {"a device that swallows all", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/null"); }},
+        {"an endless device", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/zero"); }},
+        {"the null device", [](Folder folder, Name file) { folder.MakeLink(file, "/dev/null"); }},
     };
     return all;
 }
 
-/// What lies in the folder: names with their kinds and, of files, the bytes.
+/// Returns the contents of the folder: names with their types and, for regular files, the bytes.
 std::map<std::string, std::string> Contents(const TemporaryFolder& folder)
 {
     std::map<std::string, std::string> contents;
@@ -217,51 +226,51 @@ class tst_HostileFiles : public QObject
 
 private Q_SLOTS:
 
-    void strangeFile_isReadOrNeverSavedOver_data()
+    void fileVariant_isReadOrNeverOverwritten_data()
     {
         QTest::addColumn<int>("index");
         int index = 0;
-        for (const Strangeness& strangeness : Strangenesses()) {
-            QTest::newRow(strangeness.name.c_str()) << index++;
+        for (const FileVariant& variant : FileVariants()) {
+            QTest::newRow(variant.name.c_str()) << index++;
         }
     }
 
-    void strangeFile_isReadOrNeverSavedOver()
+    void fileVariant_isReadOrNeverOverwritten()
     {
         QFETCH(int, index);
-        const Strangeness& strangeness = Strangenesses()[static_cast<std::size_t>(index)];
+        const FileVariant& variant = FileVariants()[static_cast<std::size_t>(index)];
         std::size_t turn = 0;
         for (const std::string file : dataFiles) {
             const bool all = turn++ == static_cast<std::size_t>(index) % dataFiles.size();
             const TemporaryFolder folder;
             CopyShipped(folder);
-            const std::string strange = strangeness.make(FileWithRecords(file));
-            folder.Write(file, strange);
+            const std::string bytes = variant.make(FileWithRecords(file));
+            folder.Write(file, bytes);
             const std::vector<std::string> names = folder.Names();
             std::string broken;
-            switch (strangeness.fate) {
-            case Fate::Refused:
+            switch (variant.expected) {
+            case ExpectedResult::Refused:
                 broken = m_trial.RunOnUnreadable(folder.Path(), file, all);
                 break;
-            case Fate::Read:
+            case ExpectedResult::Read:
                 broken = m_trial.RunOnSound(folder.Path(), file, all);
                 break;
-            case Fate::InPart:
+            case ExpectedResult::PartlyRead:
                 broken = m_trial.Run(folder.Path(), file, all);
                 break;
             }
             QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
             const std::string after = folder.Read(file);
-            if (strangeness.fate == Fate::Refused) {
-                QVERIFY2(after == strange, (file + ": changed").c_str());
-            } else if (after != strange) {
+            if (variant.expected == ExpectedResult::Refused) {
+                QVERIFY2(after == bytes, (file + ": changed").c_str());
+            } else if (after != bytes) {
                 QCOMPARE(file + ": " + ReadXml(after).fault, file + ": ");
             }
             QCOMPARE(folder.Names(), names);
         }
     }
 
-    void whatIsNoFile_isLeftAlone_data()
+    void nonFile_isNotTouched_data()
     {
         QTest::addColumn<int>("index");
         int index = 0;
@@ -270,7 +279,7 @@ private Q_SLOTS:
         }
     }
 
-    void whatIsNoFile_isLeftAlone()
+    void nonFile_isNotTouched()
     {
         QFETCH(int, index);
         const Obstacle& obstacle = Obstacles()[static_cast<std::size_t>(index)];
@@ -289,14 +298,14 @@ private Q_SLOTS:
         }
     }
 
-    void fileThatMayNotBeRead_isLeftAlone_data()
+    void fileWithoutReadPermission_isNotTouched_data()
     {
         QTest::addColumn<int>("mode");
-        QTest::newRow("no right") << 0000;
-        QTest::newRow("only to write") << 0200;
+        QTest::newRow("no rights") << 0000;
+        QTest::newRow("write only") << 0200;
     }
 
-    void fileThatMayNotBeRead_isLeftAlone()
+    void fileWithoutReadPermission_isNotTouched()
     {
         QFETCH(int, mode);
         for (const std::string file : dataFiles) {

@@ -10,14 +10,14 @@
 
 using namespace Tarno;
 
-// Files far beyond any log: 200 MB in the long form. They are loaded by a process of its own, whose memory is
-// bounded by the size of the file.
+// Files much larger than any real log: 200 MB in the long form. A separate process loads them; its memory
+// must not exceed a multiple of the file size.
 
 namespace
 {
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr bool memoryCounts = false; // the sanitizer keeps what was given back
+constexpr bool memoryCounts = false; // the sanitizer does not reuse freed memory
 #else
 constexpr bool memoryCounts = true;
 #endif
@@ -36,7 +36,7 @@ std::string Repeated(const std::string& text, std::size_t size)
     return bytes;
 }
 
-/// A log of one entry over and over.
+/// Returns a log that repeats one entry.
 std::string HugeLog(std::size_t size)
 {
     const std::string sample = ShippedFile("sample/tarno.xml");
@@ -63,7 +63,7 @@ class tst_HugeFiles : public QObject
 
 private Q_SLOTS:
 
-    void hugeFile_isReadOrLeftAloneInBoundedMemory_data()
+    void hugeFile_isReadOrRefusedInBoundedMemory_data()
     {
         const std::size_t size = static_cast<std::size_t>(fileSize) * megabyte;
         QTest::addColumn<std::string>("bytes");
@@ -74,7 +74,7 @@ private Q_SLOTS:
                                          Repeated("Dear diary ", size) + "</Obbos></tarno></data>\n"
                                   << true << std::size_t(4);
         QTest::newRow("zeros") << std::string(size, '\0') << false << std::size_t(1);
-        QTest::newRow("starts of tags") << std::string(size, '<') << false << std::size_t(1);
+        QTest::newRow("less-than signs") << std::string(size, '<') << false << std::size_t(1);
         QTest::newRow("ampersands") << "<data>" + std::string(size, '&') << false << std::size_t(1);
         QTest::newRow("an endless attribute")
             << "<data a=\"" + std::string(size, 'a') << false << std::size_t(1);
@@ -82,10 +82,10 @@ private Q_SLOTS:
         QTest::newRow("blanks") << std::string(size, ' ') << false << std::size_t(1);
         QTest::newRow("levels") << Repeated("<data>", size) << false << std::size_t(13);
         QTest::newRow("comments") << Repeated("<!---->", size) << false << std::size_t(12);
-        QTest::newRow("comments that are none") << Repeated("<!--&", size) << false << std::size_t(1);
+        QTest::newRow("unterminated comments") << Repeated("<!--&", size) << false << std::size_t(1);
     }
 
-    void hugeFile_isReadOrLeftAloneInBoundedMemory()
+    void hugeFile_isReadOrRefusedInBoundedMemory()
     {
         QFETCH(std::string, bytes);
         QFETCH(bool, readable);
@@ -102,22 +102,22 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished(-1));
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 0);
-        std::istringstream said(process.readAllStandardOutput().toStdString());
+        std::istringstream output(process.readAllStandardOutput().toStdString());
         std::size_t peak = 0;
         std::string broken;
-        said >> peak;
-        std::getline(said, broken);
+        output >> peak;
+        std::getline(output, broken);
         QCOMPARE(broken, std::string(" "));
 
         const std::string after = folder.Read(file);
         if (!readable) {
             QVERIFY(after == bytes);
-        } else { // one entry came, one went
+        } else { // one entry was added, one deleted
             QCOMPARE(Occurrences(after, "<tarno>"), Occurrences(bytes, "<tarno>"));
             QCOMPARE(ReadXml(after).fault, std::string());
         }
         QCOMPARE(folder.Names(), names);
-        // on Windows the libraries are a part of the program
+        // on Windows the program is larger, because the libraries are linked statically
         constexpr std::size_t programItself = isWindows ? 40 : 16;
         const std::size_t most = timesItsSize * bytes.size() / megabyte + programItself;
         m_figures << QStringLiteral("%1 %2 MB").arg(QLatin1String(QTest::currentDataTag())).arg(peak);

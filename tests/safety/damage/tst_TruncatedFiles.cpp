@@ -6,14 +6,14 @@
 
 using namespace Tarno;
 
-// Each file that ships, cut off at each byte: what a full disk, a stick pulled too early or a broken copy
-// leaves behind.
+// Each shipped file, truncated at each byte, as after a full disk, an early removal of a USB stick or an
+// interrupted copy.
 
 namespace
 {
 
-/// The lengths to which a file of `size` bytes is cut: all of them, or of a large file those at both ends
-/// and a part of those between.
+/// Returns the lengths to which a file of `size` bytes is truncated: all lengths, or for a large file those
+/// near both ends and some in between.
 std::set<std::size_t> Lengths(std::size_t size)
 {
     constexpr std::size_t small = 1000;
@@ -37,7 +37,7 @@ class tst_TruncatedFiles : public QObject
 
 private Q_SLOTS:
 
-    void truncated_anywhere_isNeverSavedOver_data()
+    void truncatedFile_isReadOrNeverOverwritten_data()
     {
         QTest::addColumn<std::string>("shipped");
         QTest::addColumn<std::string>("file");
@@ -49,12 +49,12 @@ private Q_SLOTS:
         }
     }
 
-    void truncated_anywhere_isNeverSavedOver()
+    void truncatedFile_isReadOrNeverOverwritten()
     {
         QFETCH(std::string, shipped);
         QFETCH(std::string, file);
         const std::string whole = ShippedFile(shipped);
-        const std::size_t readableFrom = whole.rfind('>') + 1; // behind it there is nothing but a line end
+        const std::size_t readableFrom = whole.rfind('>') + 1; // only a line end follows
         const TemporaryFolder folder;
         CopyShipped(folder);
         const std::vector<std::string> names = folder.Names();
@@ -80,7 +80,7 @@ private Q_SLOTS:
 
     void cleanupTestCase()
     {
-        qInfo("%d cut files that cannot be read, %d that can, %d operations", m_unreadable, m_readable,
+        qInfo("%d truncated files that cannot be read, %d that can, %d operations", m_unreadable, m_readable,
               m_trial.Count());
     }
 

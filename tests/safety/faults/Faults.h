@@ -10,7 +10,7 @@
 namespace Tarno
 {
 
-// The steps of a save, the system calls below them, and what the failure of each does to the save.
+// The steps of a save, the system calls of each step, and the effect of a failure of each on the save.
 
 enum Effect {
     Fails,             ///< the file keeps its old bytes
@@ -21,7 +21,7 @@ enum Effect {
 struct SystemCall {
     std::string name;
     Effect effect;
-    std::vector<int> harmless = {}; ///< errors and write faults after which the step succeeds all the same
+    std::vector<int> harmless = {}; ///< errors and write faults that the step tolerates
 };
 
 struct SaveStep {
@@ -30,11 +30,11 @@ struct SaveStep {
     Effect effect;
     std::vector<SystemCall> calls = {};
 
-    /// Whether it is repeated while another program holds the lock or the file.
+    /// Returns whether the step is retried while another program holds the lock or the file.
     bool IsRetried() const { return name == "lock" || name == "replace"; }
 };
 
-/// In their order. The last step is taken only after a failure.
+/// All steps in order. The last step happens only after a failure.
 inline const std::vector<SaveStep> saveSteps{
     {"get state", 0, Fails, {{"stat", Fails}}}, // at the folder
     {"lock", 0, Fails, {{"open", Fails, {EINTR}}, {"flock", GoesUnnoticed}}},
@@ -67,7 +67,7 @@ inline const std::vector<SaveStep> saveSteps{
     {"remove", 0, GoesUnnoticed, {{"unlink", GoesUnnoticed}}},
 };
 
-/// A step and the way in which it fails.
+/// A step, its error, and how often it fails.
 struct Fault {
     SaveStep step;
     ErrorNumber error;
@@ -89,7 +89,7 @@ struct Fault {
 inline const std::vector<ErrorNumber> allErrors{ErrorNumber::DiskFull, ErrorNumber::DeviceInputOutput,
                                                 ErrorNumber::PermissionDenied, ErrorNumber::PathFileAccess};
 
-/// Every one of `steps` with every one of `errors`, once and always.
+/// Combines all `steps` with all `errors`, each failing once and each failing always.
 inline std::vector<Fault> AllFaults(const std::vector<SaveStep>& steps,
                                     const std::vector<ErrorNumber>& errors)
 {

@@ -1,4 +1,4 @@
-// A library that is loaded before the C library, so that system calls can fail as on a broken or full disk.
+// A library that is preloaded before the C library and makes system calls fail as on a broken or full disk.
 
 #include "FaultyDisk.h"
 
@@ -20,7 +20,7 @@ FaultyDisk faultyDisk;
 namespace
 {
 
-/// Whether this call of `name` fails; errno then has the error or the WriteFault.
+/// Returns whether this call of `name` fails. If so, sets errno to the error or the WriteFault.
 bool Fails(const char* name)
 {
     FaultyDisk& disk = faultyDisk;
@@ -71,7 +71,7 @@ int close(int descriptor)
 {
     const bool fails = Fails("close");
     const int error = errno;
-    const int closed = Real<int(int)>("close")(descriptor); // even if the call fails
+    const int closed = Real<int(int)>("close")(descriptor); // a failing close releases the descriptor, too
     errno = fails ? error : errno;
     return fails ? -1 : closed;
 }

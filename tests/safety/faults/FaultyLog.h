@@ -13,10 +13,10 @@ namespace Tarno
 
 using Texts = std::vector<std::string>;
 
-/// The values of records by their keys.
+/// The values of records by key.
 using RecordValues = std::map<int, std::string>;
 
-/// A log with three records of one kind, and all reports and notices about it.
+/// A log with three records of one kind. It collects all error reports and conflict notices.
 class FaultyLog : public TestStore
 {
 public:
@@ -51,7 +51,7 @@ public:
         return contents;
     }
 
-    /// Saves `value` in the record `key`, in a new one for 0.
+    /// Saves `value` in the record `key`, or in a new record if `key` is 0.
     Status Save(int key, const std::string& value)
     {
         values[key == 0 ? values.rbegin()->first + 1 : key] = value;
@@ -63,7 +63,7 @@ public:
         return family.update == nullptr ? sql.FieldUpdate(record) : (sql.*family.update)(record);
     }
 
-    /// The files whose names contain `part`.
+    /// Returns the names of files that contain `part`.
     Texts FilesWith(std::string_view part) const
     {
         Texts names = folder.Names();
@@ -73,7 +73,7 @@ public:
 
     Texts Temporaries() const { return FilesWith(SafeWriter::temporarySuffix); }
 
-    /// What is reported when an update fails.
+    /// Returns the expected report of a failed update.
     Texts ReportOf(ErrorNumber number) const
     {
         return {"An error has occurred in Tarno in cSQL." + family.name + "Update\r\nVb<" +
@@ -82,21 +82,21 @@ public:
     }
 
     const RecordFamily family;
-    RecordValues values{{1, "first"}, {2, "second"}, {3, "third"}}; ///< with all changes made here
+    RecordValues values{{1, "first"}, {2, "second"}, {3, "third"}}; ///< with all changes made through Save
     Texts reported;
     std::vector<ConflictNotice> notices;
 };
 
-/// What a save that meets a fault comes to.
+/// The expected result of a save with a fault.
 struct Outcome {
     Effect effect;
-    ErrorNumber error;         ///< that is reported
-    std::size_t leftovers = 0; ///< temporaries that are left by each attempt
+    ErrorNumber error;         ///< the reported error
+    std::size_t leftovers = 0; ///< temporaries that each attempt leaves
 };
 
-/// Saves a change `attempts` times after `inject` has made something fail. Then `heal` ends that, and the
-/// next save has to write everything. Without `expected`, each save may fail or succeed, but must report
-/// which.
+/// Calls `inject`, which causes a fault, and saves a change `attempts` times. Then calls `heal`, which
+/// removes the fault, and checks that the next save writes everything. Without `expected`, each save may
+/// succeed or fail, but must report a failure.
 inline void CheckSaves(FaultyLog& log, const std::optional<Outcome>& expected, int attempts,
                        const std::function<void()>& inject, const std::function<void()>& heal)
 {

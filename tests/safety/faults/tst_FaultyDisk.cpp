@@ -1,4 +1,4 @@
-// Every system call of a save fails with every error that it may have.
+// Makes every system call of a save fail with every possible error.
 
 #include "safety/faults/FaultyLog.h"
 #include "support/TestClass.h"
@@ -13,9 +13,9 @@ using namespace Tarno;
 namespace
 {
 
-constexpr int forEver = 1'000'000;
+constexpr int always = 1'000'000;
 
-/// The disk of the library that was loaded before the C library; null without it.
+/// The object of the preloaded library, or null if the library is not loaded.
 FaultyDisk* const disk = static_cast<FaultyDisk*>(::dlsym(RTLD_DEFAULT, "faultyDisk"));
 
 void Heal()
@@ -33,7 +33,7 @@ std::vector<int> ErrorsOf(const std::string& call)
     return errors;
 }
 
-/// What is reported after an error of a system call.
+/// Returns the error that is reported after an error of a system call.
 ErrorNumber NumberOf(const std::string& call, int error)
 {
     return call == "access"          ? ErrorNumber::PathFileAccess
@@ -41,7 +41,7 @@ ErrorNumber NumberOf(const std::string& call, int error)
                                      : ErrorOf({error, std::generic_category()}).Number();
 }
 
-/// Whether the number of these calls depends on the extended attributes of the file.
+/// Returns whether the number of these calls depends on the extended attributes of the file.
 bool IsCallPerAttribute(const std::string& call)
 {
     return call == "getxattr" || call == "fsetxattr";
@@ -54,7 +54,7 @@ class tst_FaultyDisk : public QObject
     Q_OBJECT
 
 public:
-    /// Starts this program again with the library.
+    /// Starts this program again with the library preloaded.
     static void initMain()
     {
         if (std::getenv("LD_PRELOAD") != nullptr) {
@@ -107,7 +107,7 @@ private Q_SLOTS:
                 for (const int error : ErrorsOf(call.name)) {
                     CheckCall(step, call, before[call.name], error, 1);
                     if (error != EINTR) { // interrupted calls are repeated
-                        CheckCall(step, call, before[call.name], error, forEver);
+                        CheckCall(step, call, before[call.name], error, always);
                     }
                     if (QTest::currentTestFailed()) {
                         QFAIL((step.name + ", " + call.name + ", error " + std::to_string(error)).c_str());
@@ -135,13 +135,13 @@ private Q_SLOTS:
         }
     }
 
-    void limitOfTheFileSize_isDiskFull()
+    void fileSizeLimit_isDiskFull()
     {
         FaultyLog log;
         rlimit usual{};
         ::getrlimit(RLIMIT_FSIZE, &usual);
         const rlimit low{10, usual.rlim_max};
-        // the system would end the program if it did not ignore the signal
+        // the program ignores the signal that would otherwise end it
         CheckSaves(
             log, Outcome{Fails, ErrorNumber::DiskFull}, 1, [&] { ::setrlimit(RLIMIT_FSIZE, &low); },
             [&] { ::setrlimit(RLIMIT_FSIZE, &usual); });
@@ -149,7 +149,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// Lets `call` of `step` fail so many times, from the call after `before` others of its name on.
+    /// Makes `call` fail `times` times during `step`, after `before` successful calls of the same name.
     static void CheckCall(const SaveStep& step, const SystemCall& call, int before, int error, int times)
     {
         FaultyLog log;
@@ -161,7 +161,7 @@ private:
         if (step.name == "remove") {
             log.operations.Fail("replace", ErrorNumber::PathNotFound);
             expected = {Fails, ErrorNumber::PathNotFound, 1};
-        } else if (times == 1) { // later, other steps make the call as well
+        } else if (times == 1) { // a lasting fault would hit the same call in later steps
             expected = {isHarmless ? GoesUnnoticed : call.effect, number};
         }
         *disk = {};

@@ -1,4 +1,4 @@
-// Disks that are really full or taken away: file systems in memory, which only this program sees.
+// Disks that are really full or removed: file systems in memory that only this process sees.
 
 #include "safety/faults/FaultyLog.h"
 #include "support/TestClass.h"
@@ -14,10 +14,10 @@ namespace
 
 constexpr std::size_t page = 4096; // in bytes
 
-/// Whether this program has file systems of its own, which vanish with it.
+/// Whether this process can mount file systems of its own, which vanish when it ends.
 bool hasOwnFileSystems = false;
 
-/// A disk of 32 pages, to which a log is moved.
+/// Moves a log to a disk of 32 pages.
 class OwnDisk
 {
 public:
@@ -41,13 +41,13 @@ public:
         ::umount2(m_disk.Path().c_str(), MNT_DETACH);
     }
 
-    /// The log is on this disk.
+    /// Makes the disk available as the folder of the log.
     void Mount() const
     {
         Require(::mount(m_disk.Path().c_str(), m_log.folder.Path().c_str(), nullptr, MS_BIND, nullptr) == 0);
     }
 
-    /// Leaves the folder of the log empty.
+    /// Removes the disk, so that the folder of the log is empty.
     void Unmount() const { Require(::umount2(m_log.folder.Path().c_str(), MNT_DETACH) == 0); }
 
     /// Fills the disk until `left` pages are free.
@@ -78,7 +78,7 @@ class tst_FullDisk : public QObject
     Q_OBJECT
 
 public:
-    /// Takes file systems of its own, which is possible only while the process has a single thread.
+    /// Creates a mount namespace, which is possible only while the process has a single thread.
     static void initMain()
     {
         const std::string user = std::to_string(::geteuid());
@@ -99,7 +99,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         if (!hasOwnFileSystems) {
-            QSKIP("this machine lets no program mount a disk of its own");
+            QSKIP("this machine does not allow mounting a file system");
         }
     }
 
@@ -118,7 +118,7 @@ private Q_SLOTS:
         }
     }
 
-    void diskTakenAway_nothingIsWrittenElsewhere_andTheNextSaveWritesAll()
+    void removedDisk_nothingIsWrittenElsewhere_andTheNextSaveWritesAll()
     {
         FaultyLog log;
         const OwnDisk disk(log);

@@ -1,4 +1,4 @@
-// Every step of a save fails with every error, with and without changes of another program.
+// Makes every step of a save fail with every error, with and without changes by another program.
 
 #include "safety/faults/FaultyLog.h"
 #include "support/TestClass.h"
@@ -10,11 +10,11 @@ using namespace Tarno;
 namespace
 {
 
-/// The field definitions, as far as they are like the other kinds of record.
+/// The field definitions as a record family. They have no operations to get, update or remove by key.
 const RecordFamily fieldFamily{"Field",          "field", "FieldNo", "field.xml", "",
                                &cSQL::FieldList, nullptr, nullptr,   nullptr};
 
-/// What another program does to the three records while the first one is changed here, or one is added.
+/// A change that another program makes to the three records while this one changes the first or adds one.
 struct OtherChange {
     const char* name;
     void (*make)(RecordValues&);
@@ -29,16 +29,17 @@ constexpr std::array<OtherChange, 6> otherChanges{{
     {"the same record deleted", [](RecordValues& values) { values.erase(1); }},
 }};
 
-/// When it does so. A file that is incomplete at first is completed while the save waits.
+/// When the other program makes the change. A file that is incomplete at first is completed while the save
+/// waits.
 enum Moment { BeforeTheSave, DuringTheSave, IncompleteAtFirst };
 
-/// The faults of a save that takes `steps`.
+/// Returns the faults to inject into a save with the given steps.
 std::vector<Fault> FaultsOf(const Texts& steps)
 {
     std::vector<SaveStep> calls;
     for (auto step = steps.begin(); step != steps.end(); ++step) {
         if (*step != "pause") {
-            const bool isLast = step + 1 == steps.end(); // before it, kept files are synchronised
+            const bool isLast = step + 1 == steps.end(); // earlier ones synchronise kept files
             calls.push_back({*step, static_cast<int>(std::count(steps.begin(), step, *step)),
                              *step == "remove" ? GoesUnnoticed
                              : isLast          ? FailsButIsWritten
@@ -48,7 +49,7 @@ std::vector<Fault> FaultsOf(const Texts& steps)
     return AllFaults(calls, {ErrorNumber::PermissionDenied});
 }
 
-/// Every kept file has to hold `version` and to be named in a notice.
+/// Checks that every kept file contains `version` and is named in a notice.
 void CheckKeptFiles(const FaultyLog& log, const std::string& version)
 {
     for (const std::string& name : log.FilesWith("-kept-")) {
@@ -81,7 +82,8 @@ private Q_SLOTS:
             FaultyLog log(family);
             const int attempts = fault.times == 1 ? 1 : 2;
             Outcome expected{fault.effect, fault.error};
-            if (fault.step.name == "remove") { // follows another failure, which is the one reported
+            if (fault.step.name ==
+                "remove") { // happens only after another failure, which is the one reported
                 log.operations.Fail("replace", ErrorNumber::OutOfMemory, attempts);
                 expected = {Fails, ErrorNumber::OutOfMemory, 1};
             }
@@ -119,8 +121,8 @@ private Q_SLOTS:
     }
 
 private:
-    /// Changes or adds a record while another program changes the file and `fault`, if any, is injected. The
-    /// next save has to write what is missing. `steps` receives the steps of the first save.
+    /// Changes or adds a record while another program changes the file and `fault`, if any, occurs. Checks
+    /// that the next save writes what is missing. Stores the steps of the first save in `steps`.
     static void SaveWithFault(Moment moment, bool isAdding, const Fault* fault, Texts* steps)
     {
         QFETCH_GLOBAL(RecordFamily, family);
@@ -139,7 +141,7 @@ private:
         merged[isAdding ? theirs.rbegin()->first + 1 : 1] = "ours";
 
         const std::string theirFile = log.FileOf(theirs);
-        std::string lastFile = log.OnDisk(); // until our save writes it
+        std::string lastFile = log.OnDisk(); // the file before our save
         const auto write = [&](const std::string& bytes) {
             log.folder.Write(family.file, bytes);
             lastFile = bytes;

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "core/Paths.h"
 
 #include <algorithm>
@@ -21,7 +21,8 @@ int Replay(const char* folder)
     }
     std::sort(inputs.begin(), inputs.end());
     for (const std::string& input : inputs) {
-        std::fprintf(stderr, "%s\n", input.c_str()); // the last line before a crash tells which one it was
+        std::fprintf(stderr, "%s\n",
+                     input.c_str()); // after a crash, the last line is the input that caused it
         const std::string bytes = ReadWholeFile(input);
         LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     }
@@ -30,7 +31,7 @@ int Replay(const char* folder)
 
 } // namespace
 
-/// Puts every file of a folder once through the function that a fuzzer calls.
+/// Calls the fuzz function once for each file of a folder.
 int main(int argc, char** argv)
 {
     try {

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/Text.h"
@@ -18,15 +18,15 @@ using namespace Tarno;
 namespace
 {
 
-/// One of the files that the program changes, with its operations.
+/// A file that the program changes, with its operations.
 struct File {
     std::string name;
     std::string record;
     std::string key;
     std::function<Status(const cSQL&, RecordList&)> list;
     std::function<Status(cSQL&, Record&)> update;
-    std::function<Status(const cSQL&, std::int16_t, Record&)> get; ///< field definitions have none
-    std::function<Status(cSQL&, std::int16_t)> remove;             ///< likewise
+    std::function<Status(const cSQL&, std::int16_t, Record&)> get; ///< empty for field definitions
+    std::function<Status(cSQL&, std::int16_t)> remove;             ///< empty for field definitions
 };
 
 const std::array<File, 4>& Files()
@@ -43,7 +43,7 @@ const std::array<File, 4>& Files()
     return files;
 }
 
-/// The shipped files in a folder, laid out once.
+/// A folder with the shipped files.
 class ShippedFolder
 {
 public:
@@ -60,12 +60,12 @@ public:
 
     void Restore(const std::string& name) const { folder.Write(name, m_shipped.at(name)); }
 
-    /// Nothing is there but the shipped files, all but `changed` as they were.
+    /// Checks that the folder contains only the shipped files, all unchanged except `changed`.
     void CheckOthers(const std::string& changed) const
     {
-        Promise(folder.Names().size() == m_shipped.size(), "no file comes or goes");
+        Require(folder.Names().size() == m_shipped.size(), "no file is added or removed");
         for (const auto& [name, bytes] : m_shipped) {
-            Promise(name == changed || Bytes(name) == bytes, "the other files stay as they are");
+            Require(name == changed || Bytes(name) == bytes, "the other files do not change");
         }
     }
 
@@ -76,10 +76,10 @@ private:
     std::map<std::string, std::string> m_shipped;
 };
 
-/// What a record holds.
+/// The contents of a record.
 struct Row {
     std::string element;
-    std::optional<std::string> key; ///< under which it is found
+    std::optional<std::string> key;
     std::vector<std::string> texts;
 
     bool operator==(const Row&) const = default;
@@ -87,11 +87,11 @@ struct Row {
 
 using Rows = std::vector<Row>;
 
-/// What the bytes of a data file hold.
+/// The contents of a data file.
 struct Content {
-    bool listed = false; ///< the records are where they are listed
+    bool listed = false; ///< whether the program lists the records
     Rows rows;
-    std::vector<std::string> beside; ///< comments and the like around the records
+    std::vector<std::string> beside; ///< comments, processing instructions and text around the records
 
     bool operator==(const Content&) const = default;
 };
@@ -127,7 +127,7 @@ std::optional<Content> ContentOf(const File& file, std::string_view bytes)
                 content.rows.push_back(RowOf(file, RecordView(child)));
             }
         }
-        // blanks stay only where they are all that there is
+        // the program keeps blanks only in an element without other text
         content.beside.push_back(text.find_first_not_of(" \t\r\n") == std::string::npos ? "" : text);
     }
     return content;
@@ -146,12 +146,12 @@ Content WithoutBlanks(Content content)
     std::for_each(content.beside.begin(), content.beside.end(), strip);
     for (Row& row : content.rows) {
         std::for_each(row.texts.begin(), row.texts.end(), strip);
-        row.key.reset(); // it is one of the texts
+        row.key.reset(); // is also one of the texts
     }
     return content;
 }
 
-/// The number that the operations take for `key`, if they take one.
+/// Returns the number by which the operations find `key`, if there is one.
 std::optional<std::int16_t> NumberOf(const std::string& key)
 {
     try {
@@ -162,23 +162,23 @@ std::optional<std::int16_t> NumberOf(const std::string& key)
     }
 }
 
-/// The program at work on a file with any bytes.
-class Work
+/// Runs the program's operations on a file with any bytes.
+class OperationsCheck
 {
 public:
-    Work(const ShippedFolder& folder, const File& file, std::string_view bytes)
+    OperationsCheck(const ShippedFolder& folder, const File& file, std::string_view bytes)
         : m_folder(folder), m_file(file), m_bytes(bytes), m_text(bytes.substr(0, 48))
     {
         m_folder.folder.Write(file.name, bytes);
-        Promise(m_sql.Init() == succeeded, "whatever the files are, they are loaded");
+        Require(m_sql.Init() == succeeded, "Init succeeds with any file");
     }
 
     void Run()
     {
         const auto content = ContentOf(m_file, m_bytes);
         RecordList list;
-        Promise((m_file.list(m_sql, list) == succeeded) == content.has_value(),
-                "records are listed when the file can be read");
+        Require((m_file.list(m_sql, list) == succeeded) == content.has_value(),
+                "records are listed if the file can be read");
         if (!content) {
             CheckThatNothingWorks();
             return;
@@ -186,12 +186,12 @@ public:
         m_content = *content;
         CheckList();
         Read();
-        Promise(OnDisk() == m_bytes, "reading changes nothing");
-        // the program writes none of this, but somebody may have by hand: blanks as references beside a
-        // comment or a section go with the first save, and two hyphens in a comment come apart
+        Require(OnDisk() == m_bytes, "reading changes nothing");
+        // the first save changes some XML that only other programs write: it drops blanks written as
+        // references next to a comment or a CDATA section, and separates two hyphens in a comment
         const auto kept = ContentOf(m_file, Rewritten(m_bytes));
-        Promise(kept && WithoutBlanks(*kept) == WithoutBlanks(m_content),
-                "only blanks go with the first save");
+        Require(kept && WithoutBlanks(*kept) == WithoutBlanks(m_content),
+                "the first save removes only blanks");
         if (kept != m_content) {
             return;
         }
@@ -208,44 +208,44 @@ private:
     void CheckThatNothingWorks()
     {
         Record record;
-        Promise(m_sql.EntryGet(0, record) == succeeded, "the templates are files of their own");
+        Require(m_sql.EntryGet(0, record) == succeeded, "the templates do not depend on the file");
         for (const char* key : {"0", "1"}) {
             record.SetText(0, key);
-            Promise(m_file.update(m_sql, record) == failed, "an unreadable file takes no record");
+            Require(m_file.update(m_sql, record) == failed, "no record is saved in an unreadable file");
         }
         if (m_file.get) {
-            Promise(m_file.get(m_sql, 1, record) == failed, "an unreadable file gives no record");
-            Promise(m_file.remove(m_sql, 1) == failed, "nothing is removed from an unreadable file");
+            Require(m_file.get(m_sql, 1, record) == failed, "no record is found in an unreadable file");
+            Require(m_file.remove(m_sql, 1) == failed, "nothing is removed from an unreadable file");
         }
         ReportLog();
-        Promise(m_sql.UnsavedFiles().empty(), "nothing waits to be saved over an unreadable file");
-        Promise(OnDisk() == m_bytes, "an unreadable file keeps its bytes");
+        Require(m_sql.UnsavedFiles().empty(), "an unreadable file has no unsaved changes");
+        Require(OnDisk() == m_bytes, "an unreadable file keeps its bytes");
         m_folder.CheckOthers(m_file.name);
     }
 
-    /// What the program lists is what was expected.
+    /// Checks that the program lists the expected records.
     void CheckList() const
     {
         RecordList list;
-        Promise(m_file.list(m_sql, list) == succeeded, "a file that was read stays readable");
+        Require(m_file.list(m_sql, list) == succeeded, "a file that was read stays readable");
         Rows rows;
         for (const RecordView& record : list) {
             rows.push_back(RowOf(m_file, record));
         }
-        Promise(rows == (m_content.listed ? m_content.rows : Rows()), "the records are listed as they are");
+        Require(rows == (m_content.listed ? m_content.rows : Rows()), "the records are listed as they are");
     }
 
-    /// What is on the disk is what was expected.
+    /// Checks that the file on disk has the expected contents.
     void CheckSaved() const
     {
-        Promise(m_sql.UnsavedFiles().empty(), "a change is saved at once");
-        Promise(ContentOf(m_file, OnDisk()) == m_content, "what was saved loads again");
+        Require(m_sql.UnsavedFiles().empty(), "a change is saved at once");
+        Require(ContentOf(m_file, OnDisk()) == m_content, "a saved file contains the expected records");
         CheckList();
     }
 
     void CheckUnchanged(const std::string& before) const
     {
-        Promise(OnDisk() == before, "a change that failed leaves the file as it was");
+        Require(OnDisk() == before, "a failed change leaves the file unchanged");
         CheckList();
     }
 
@@ -256,13 +256,13 @@ private:
             const auto found = Found(key);
             if (const auto number = NumberOf(key); m_file.get && number && found != m_content.rows.end()) {
                 Record record;
-                Promise(m_file.get(m_sql, *number, record) == succeeded, "a record is found by its number");
-                Promise(RowOf(m_file, record.View()) == *found, "it is the first one with that number");
+                Require(m_file.get(m_sql, *number, record) == succeeded, "a record is found by its number");
+                Require(RowOf(m_file, record.View()) == *found, "the first record with a number is found");
             }
             if (m_file.name == "location.xml") {
                 const bool named =
                     found != m_content.rows.end() && found->texts.size() > LocationField::LocName;
-                Promise(m_sql.LocationNameGet(key) == (named ? found->texts[LocationField::LocName] : "1"),
+                Require(m_sql.LocationNameGet(key) == (named ? found->texts[LocationField::LocName] : "1"),
                         "a location is found by the text of its key");
             }
         }
@@ -276,16 +276,16 @@ private:
                                                       "1,5,16,6,27,31", location);
             const ReportTable grid = m_sql.ReportGrid();
             const std::size_t trips = m_content.listed ? m_content.rows.size() : 0;
-            Promise(status == failed || m_file.name != "tarno.xml" || location != 0 ||
+            Require(status == failed || m_file.name != "tarno.xml" || location != 0 ||
                         grid.size() == std::max<std::size_t>(trips, 1),
-                    "the report has every trip, and a row when there is none");
+                    "the report has a row for every trip, and one row if there are none");
             for (const std::size_t column : {0U, 3U}) {
                 if (status == succeeded) {
                     ReportTable& table = m_sql.ReportGrid();
                     mMain::ShellSort(table, {.column = column, .descending = column > 0, .mode = 0});
-                    Promise(std::is_permutation(table.begin(), table.end(), grid.begin(), grid.end()),
+                    Require(std::is_permutation(table.begin(), table.end(), grid.begin(), grid.end()),
                             "sorting loses no row");
-                    Promise(std::is_sorted(table.begin(), table.end(),
+                    Require(std::is_sorted(table.begin(), table.end(),
                                            [column](const ReportRow& left, const ReportRow& right) {
                                                return column > 0 ? left[column] > right[column]
                                                                  : left[column] < right[column];
@@ -296,14 +296,14 @@ private:
         }
     }
 
-    /// Where the record is that `key` finds.
+    /// Returns the record that the key `key` finds.
     Rows::iterator Found(const std::string& key)
     {
         return std::find_if(m_content.rows.begin(), m_content.rows.end(),
                             [&](const Row& row) { return row.element == m_file.record && row.key == key; });
     }
 
-    /// Every listed record is changed and handed back.
+    /// Changes and saves the first listed records.
     void Replace()
     {
         constexpr std::size_t most = 3;
@@ -319,7 +319,7 @@ private:
             if (record.Count() > 1) {
                 Record changed = record;
                 changed.SetText(1, m_text);
-                Promise(changed.Text(1) == XmlText(m_text), "a record takes any text");
+                Require(changed.Text(1) == XmlText(m_text), "a record stores any text");
                 if (RowOf(m_file, changed.View()).key == RowOf(m_file, record.View()).key) {
                     record = changed;
                 }
@@ -327,8 +327,8 @@ private:
             const std::string before = OnDisk();
             const auto found = Found(record.Text(0));
             const bool expected = found != m_content.rows.end();
-            Promise((m_file.update(m_sql, record) == succeeded) == expected,
-                    "a record is replaced when its key is there");
+            Require((m_file.update(m_sql, record) == succeeded) == expected,
+                    "a record is replaced if its key exists");
             if (expected) {
                 *found = RowOf(m_file, record.View());
                 CheckSaved();
@@ -351,30 +351,30 @@ private:
         }
     }
 
-    /// A new record is added, changed, and found again.
+    /// Adds a new record.
     void Append()
     {
         if (!m_file.get) {
             return;
         }
         Record record;
-        Promise(m_file.get(m_sql, 0, record) == succeeded, "there is always a template");
+        Require(m_file.get(m_sql, 0, record) == succeeded, "key 0 returns the template");
         record.SetText(1, m_text);
         const std::string before = OnDisk();
         const bool expected = TakesNewRecords();
-        Promise((m_file.update(m_sql, record) == succeeded) == expected,
-                "a record is added behind a last one with a number");
+        Require((m_file.update(m_sql, record) == succeeded) == expected,
+                "a record is added if the last key is a number");
         if (!expected) {
             CheckUnchanged(before);
             return;
         }
         const std::int32_t last = m_content.rows.empty() ? 0 : ToInt32(m_content.rows.back().texts[0]);
-        Promise(record.Text(0) == std::to_string(last + 1), "a new record gets the next number");
+        Require(record.Text(0) == std::to_string(last + 1), "a new record gets the next number");
         m_content.rows.push_back(RowOf(m_file, record.View()));
         CheckSaved();
     }
 
-    /// The first and the last record are removed, and one that does not exist.
+    /// Removes the first and the last record, and one that does not exist.
     void Remove()
     {
         if (!m_file.remove) {
@@ -391,15 +391,16 @@ private:
             if (const auto found = Found(std::to_string(number)); found != m_content.rows.end()) {
                 m_content.rows.erase(found);
             }
-            Promise(m_file.remove(m_sql, number) == succeeded, "what is not there is removed all the same");
+            Require(m_file.remove(m_sql, number) == succeeded,
+                    "removing succeeds even if the key does not exist");
             CheckSaved();
         }
     }
 
-    /// The next start of the program finds everything.
+    /// Checks the contents after the next start of the program.
     void CheckReopened()
     {
-        Promise(m_sql.DeInit() == succeeded && m_sql.Init() == succeeded, "the files are loaded again");
+        Require(m_sql.DeInit() == succeeded && m_sql.Init() == succeeded, "the files are loaded again");
         CheckList();
         Read();
         m_folder.CheckOthers(m_file.name);
@@ -408,21 +409,21 @@ private:
     const ShippedFolder& m_folder;
     const File& m_file;
     std::string_view m_bytes;
-    std::string m_text; ///< what is written into records
-    Content m_content;  ///< what the file should hold
+    std::string m_text; ///< is written into records
+    Content m_content;  ///< the expected contents of the file
     std::unique_ptr<FileOperations> m_operations = SystemFileOperations();
     cSQL m_sql{m_folder.programFolder, *m_operations};
 };
 
 } // namespace
 
-/// The first byte chooses a file; the rest is what it holds.
+/// The first byte selects a file; the rest is its contents.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const ShippedFolder folder;
     if (size > 0) {
         const File& file = Files()[*data % Files().size()];
-        Work(folder, file, BytesOf(data + 1, size - 1)).Run();
+        OperationsCheck(folder, file, BytesOf(data + 1, size - 1)).Run();
         folder.Restore(file.name);
     }
     return 0;

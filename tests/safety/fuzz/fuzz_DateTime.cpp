@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "qt/Strings.h"
@@ -14,7 +14,7 @@ using namespace Tarno;
 namespace
 {
 
-/// Whether `text` has digits where `form` has a 0 and the same letter everywhere else.
+/// Returns whether `text` has digits where `form` has 0, and otherwise the same characters.
 bool HasForm(std::string_view text, std::string_view form)
 {
     return std::equal(text.begin(), text.end(), form.begin(), form.end(), [](char letter, char model) {
@@ -29,15 +29,15 @@ void CheckDate(std::string_view typed, const QLocale& locale)
     bool ok = false;
     CheckDateFormat(text, ok);
     if (!ok) {
-        Promise(text == typed, "what is no date stays as it is");
+        Require(text == typed, "an invalid date is not changed");
         return;
     }
-    Promise(HasForm(text, "0000-00-00"), "a date is written yyyy-mm-dd");
+    Require(HasForm(text, "0000-00-00"), "a date is written yyyy-mm-dd");
     const auto date = ToDate(text);
-    Promise(date.ok() && FromDate(date) == text, "a date that was accepted is one of the calendar");
+    Require(date.ok() && FromDate(date) == text, "an accepted date exists in the calendar");
     std::string again = text;
     CheckDateFormat(again, ok);
-    Promise(ok && again == text, "a date that was rewritten is accepted as it is");
+    Require(ok && again == text, "a normalized date is accepted unchanged");
 }
 
 void CheckTime(std::string_view typed)
@@ -46,15 +46,15 @@ void CheckTime(std::string_view typed)
     bool ok = false;
     CheckTimeFormat(text, ok);
     if (!ok) {
-        Promise(text == typed, "what is no time stays as it is");
+        Require(text == typed, "an invalid time is not changed");
         return;
     }
     const bool word = text.empty() || text == "never" || text == "sets" || text == "rises";
-    Promise(word ? text == typed : HasForm(text, "00:00") && text < "24:00" && text.substr(3) < "60",
-            "a time is hh:mm of a day, or a word");
+    Require(word ? text == typed : HasForm(text, "00:00") && text < "24:00" && text.substr(3) < "60",
+            "an accepted time is hh:mm within a day, or a word");
     std::string again = text;
     CheckTimeFormat(again, ok);
-    Promise(ok && again == text, "a time that was rewritten is accepted as it is");
+    Require(ok && again == text, "a normalized time is accepted unchanged");
 }
 
 template <typename Convert>
@@ -72,29 +72,29 @@ void CheckWhole(Convert convert, std::string_view text, const std::optional<doub
 {
     const auto whole = Converted(convert, text);
     if (whole) {
-        Promise(number && std::abs(*number - *whole) <= 0.5, "a whole number is the nearest one");
-        Promise(convert(std::to_string(*whole)) == *whole, "a whole number reads back");
+        Require(number && std::abs(*number - *whole) <= 0.5, "a number is rounded to the nearest integer");
+        Require(convert(std::to_string(*whole)) == *whole, "an integer makes a round trip");
     } else if (number) {
-        Promise(std::abs(*number) >= std::numeric_limits<decltype(convert(text))>::max(),
-                "a number that fits has a whole one near it");
+        Require(std::abs(*number) >= std::numeric_limits<decltype(convert(text))>::max(),
+                "a number in range can be converted to an integer");
     }
 }
 
 void CheckNumber(std::string_view text)
 {
     const auto number = Converted(ToDouble, text);
-    Promise(!number || std::isfinite(*number), "a number is finite");
-    Promise(!number || ToDouble(FromDouble(*number)) == *number, "a number reads back");
+    Require(!number || std::isfinite(*number), "a number is finite");
+    Require(!number || ToDouble(FromDouble(*number)) == *number, "a number makes a round trip");
     CheckWhole(ToInt16, text, number);
     CheckWhole(ToInt32, text, number);
     if (const auto date = Converted(ToDate, text)) {
-        Promise(ToDate(FromDate(*date)) == *date, "a date reads back");
+        Require(ToDate(FromDate(*date)) == *date, "a date makes a round trip");
     }
 }
 
 } // namespace
 
-/// The first byte chooses the language of the user; the rest is what was typed.
+/// The first byte selects the user's locale; the rest is the typed text.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const std::array locales{QLocale::c(),

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "qt/Strings.h"
 #include "ui/entry/PickLists.h"
 
@@ -9,25 +9,25 @@ namespace
 
 const QByteArray utf8Mark("\xEF\xBB\xBF");
 
-/// Each line of the file is one of the list's, its characters unchanged.
+/// Checks that each line of the file is a line of the list, with its characters unchanged.
 void CheckLines(const QByteArray& bytes, const QStringList& lines)
 {
     QByteArray content = bytes;
     content.replace("\r\n", "\n");
-    Promise(lines.size() == content.count('\n') + 1, "as many lines as the file has");
+    Require(lines.size() == content.count('\n') + 1, "the list has as many lines as the file");
     const QString text = lines.join(QLatin1Char('\n'));
     if (QString::fromUtf8(bytes).toUtf8() == bytes.mid(bytes.startsWith(utf8Mark) ? utf8Mark.size() : 0)) {
         content.remove(0, content.startsWith(utf8Mark) ? utf8Mark.size() : 0);
-        Promise(text.toUtf8() == content, "a UTF-8 file is read as it is");
+        Require(text.toUtf8() == content, "a UTF-8 file is read unchanged");
     } else {
-        Promise(text.size() == content.size(), "an ANSI file has one character for each byte");
+        Require(text.size() == content.size(), "an ANSI file has one character for each byte");
     }
 }
 
-/// A line that was picked is stored in an entry and shown again.
+/// Checks that a picked line can be stored in an entry and shown again.
 void CheckStoring(const QString& picked)
 {
-    // "~CL" before a line break is stored as "~CL~CL~", which no reader can tell from a break before "CL~"
+    // "~CL" before a line break is stored as "~CL~CL~", the same text as for a line break before "CL~"
     if (picked.contains(QLatin1String("~CL"))) {
         return;
     }
@@ -37,8 +37,8 @@ void CheckStoring(const QString& picked)
         expected.replace(QChar(lineBreak), QLatin1Char('\n'));
     }
     const QString shown = ShownLines(stored);
-    Promise(shown == expected, "what is picked is shown again, whatever ends its lines");
-    Promise(ShownLines(StoredLines(shown)) == shown, "what is shown can be stored and shown again");
+    Require(shown == expected, "a picked text is shown again, with line feeds as line breaks");
+    Require(ShownLines(StoredLines(shown)) == shown, "a shown text makes a round trip");
 }
 
 } // namespace
@@ -49,7 +49,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const QStringList lines = PickListLines(bytes);
     CheckLines(bytes, lines);
     for (const QString& line : lines) {
-        Promise(!line.contains(QLatin1Char('\n')), "a line is one line");
+        Require(!line.contains(QLatin1Char('\n')), "a line contains no line feed");
         CheckStoring(line);
     }
     return 0;

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "reports/ReadRtf.h"
 #include "reports/engine/RtfWriter.h"
 
@@ -12,11 +12,11 @@ using namespace Tarno;
 namespace
 {
 
-constexpr qsizetype mostTexts = 6; // more make it slow and find no more
+constexpr qsizetype mostTexts = 6; // more texts are slower and find nothing new
 constexpr int lineHeight = 200;
 constexpr int columnWidth = 1500;
 
-/// What a reader gets of a text: it has no other control characters than tab and line break.
+/// Returns the text without the control characters that RTF cannot store; tabs and line breaks are kept.
 QString Readable(QString text)
 {
     return text.removeIf([](QChar character) {
@@ -25,7 +25,7 @@ QString Readable(QString text)
     });
 }
 
-/// Two columns of texts.
+/// Returns a band with two columns of texts.
 Band BandOf(const QStringList& texts)
 {
     Band band;
@@ -43,15 +43,16 @@ Band BandOf(const QStringList& texts)
 
 void CheckRows(const QList<RtfRow>& rows, const QStringList& texts)
 {
-    Promise(rows.size() == (texts.size() + 1) / 2, "a row for each line of texts");
+    Require(rows.size() == (texts.size() + 1) / 2, "each line of texts becomes a row");
     for (int index = 0; index < texts.size(); ++index) {
         const QStringList& cells = rows[index / 2].cells;
-        Promise(index % 2 < cells.size() && cells[index % 2] == Readable(texts[index]),
+        Require(index % 2 < cells.size() && cells[index % 2] == Readable(texts[index]),
                 "a text is read back");
     }
 }
 
-/// The texts stand in the details; the first one in the header as well, the last one in the footer.
+/// Checks a document with the texts in the details, the first one also in the header, the last one in the
+/// footer.
 void CheckDocument(const QString& title, const QStringList& texts)
 {
     Document document;
@@ -63,17 +64,17 @@ void CheckDocument(const QString& title, const QStringList& texts)
     const qsizetype half = texts.size() / 2;
     document.details = {BandOf(texts.first(half)), BandOf(texts.sliced(half))};
     const RtfReading reading = RtfReader::Read(RtfBytes(document));
-    Promise(reading.fault.isEmpty(), "it is well-formed RTF in plain ASCII");
-    Promise(reading.title == Readable(title), "the title is read back");
+    Require(reading.fault.isEmpty(), "the file is well-formed RTF in ASCII");
+    Require(reading.title == Readable(title), "the title is read back");
     CheckRows(reading.header, texts.first(1));
     CheckRows(reading.footer, texts.last(1));
     const qsizetype firstRows = (half + 1) / 2;
-    Promise(reading.body.size() >= firstRows, "the details are read back");
+    Require(reading.body.size() >= firstRows, "the details are read back");
     CheckRows(reading.body.first(firstRows), texts.first(half));
     CheckRows(reading.body.sliced(firstRows), texts.sliced(half));
 }
 
-/// What the families of fonts are looked up with.
+/// Creates the application object, which the font database needs.
 void StartFonts()
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -85,8 +86,8 @@ void StartFonts()
 
 } // namespace
 
-/// Texts with U+0000 between them, of which the first is the title too: in UTF-16 so that lone surrogates
-/// come along, or in UTF-8 when the number of bytes is odd.
+/// The input contains texts separated by U+0000; the first one is also the title. It is UTF-16, which can
+/// contain lone surrogates, or UTF-8 if the number of bytes is odd.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     StartFonts();

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "core/CRegSettings.h"
 #include "core/SettingsFile.h"
 #include "core/Text.h"
@@ -19,8 +19,8 @@ const std::string fallback = "(fallback)";
 
 using Texts = std::map<std::string, std::string>;
 
-/// The texts of the section by name but for the one of `without`; of those with the same name the first
-/// counts.
+/// Returns the texts of the section by name, except the one of `without`. If a name occurs twice, the first
+/// one counts.
 Texts TextsOf(CRegSettings& settings, const std::string& without)
 {
     Texts texts;
@@ -37,26 +37,26 @@ void CheckDamaged(CRegSettings& settings, const TemporaryFolder& folder, std::st
     settings.SaveSetting(section, name, "x");
     settings.DeleteSetting(section, name);
     settings.DeleteSetting(section);
-    Promise(settings.GetSetting(section, name, fallback) == fallback, "damage is not read");
-    Promise(!settings.GetAllSettings(section), "damage has no sections");
-    Promise(folder.Read(fileName) == bytes, "damage is left alone");
+    Require(settings.GetSetting(section, name, fallback) == fallback, "a damaged file has no settings");
+    Require(!settings.GetAllSettings(section), "a damaged file has no sections");
+    Require(folder.Read(fileName) == bytes, "a damaged file is not changed");
 }
 
-/// Saves the text under `key`, reads it, and deletes it; what stands beside it stays.
+/// Saves the text under `key`, reads it and deletes it. Checks that other settings do not change.
 void CheckSaving(CRegSettings& settings, const std::string& key, const std::string& text)
 {
     const std::string stored = key == "*" ? "" : key;
     const Texts beside = TextsOf(settings, stored);
     settings.SaveSetting(section, key, text);
-    Promise(settings.GetSetting(section, key, fallback) == XmlText(text), "what was saved is read back");
-    Promise(TextsOf(settings, stored) == beside, "the settings beside it stay when it is saved");
+    Require(settings.GetSetting(section, key, fallback) == XmlText(text), "a saved text is read back");
+    Require(TextsOf(settings, stored) == beside, "saving a setting does not change others");
     settings.DeleteSetting(section, key);
-    Promise(TextsOf(settings, stored) == beside, "the settings beside it stay when it is deleted");
+    Require(TextsOf(settings, stored) == beside, "deleting a setting does not change others");
 }
 
 } // namespace
 
-/// What is to be saved up to the first line feed; the settings file behind it.
+/// The first line is the text to save; the rest is the settings file.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const TemporaryFolder folder;
@@ -74,12 +74,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         CheckDamaged(settings, folder, bytes);
         return 0;
     }
-    // as a save leaves it: blanks that stand as references beside comments are gone
+    // in the form that a save writes: without blanks written as references next to comments
     folder.Write(fileName, SerializeXml(document));
     CheckSaving(settings, name, text);
     CheckSaving(settings, "*", text);
     settings.DeleteSetting(section);
-    Promise(ParseXml(folder.Read(fileName), document) && document.child("settings"),
-            "the file stays one that can be read");
+    Require(ParseXml(folder.Read(fileName), document) && document.child("settings"),
+            "the file can still be read");
     return 0;
 }

@@ -1,4 +1,4 @@
-#include "Promise.h"
+#include "Require.h"
 #include "core/Text.h"
 #include "core/Xml.h"
 #include "store/Record.h"
@@ -12,11 +12,11 @@ using namespace Tarno;
 namespace
 {
 
-/// The text of an element that holds no others.
+/// The text of an element without child elements.
 struct Value {
     std::string text;
-    /// Nothing but one text, as the program writes it. Beside comments and sections, blanks that stand there
-    /// as references go with the first save.
+    /// Whether the element contains a single text, as the program writes it. Otherwise the first save drops
+    /// blanks that are written as references next to comments and CDATA sections.
     bool plain;
 
     bool IsKeptBy(const Value& saved) const
@@ -25,7 +25,7 @@ struct Value {
     }
 };
 
-/// The values in document order.
+/// Appends the values in document order.
 void CollectValues(const pugi::xml_node& node, std::vector<Value>& values)
 {
     bool leaf = true;
@@ -59,20 +59,19 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const bool parsed = ParseXml(bytes, document);
     std::string inPlace(bytes);
     pugi::xml_document same;
-    Promise(ParseXmlInPlace(inPlace, same) == parsed, "both parsers take the same documents");
+    Require(ParseXmlInPlace(inPlace, same) == parsed, "both parsers accept the same documents");
     const std::string once = SerializeXml(document);
-    Promise(SerializeXml(same) == once, "both parsers make the same document");
+    Require(SerializeXml(same) == once, "both parsers create the same document");
     if (!parsed) {
-        Promise(!document.first_child(), "a refused document is empty");
+        Require(!document.first_child(), "a refused document is empty");
         return 0;
     }
-    Promise(IsXmlText(once), "what is written is text that XML can carry");
+    Require(IsXmlText(once), "the output contains only characters that XML allows");
     pugi::xml_document again;
-    Promise(ParseXml(once, again), "what was written is read again");
-    Promise(KeepsValues(document, again), "what was written holds the same values");
+    Require(ParseXml(once, again), "the output can be parsed");
+    Require(KeepsValues(document, again), "the output contains the same values");
     const std::string twice = SerializeXml(again);
-    Promise(WithoutBlanks(twice) == WithoutBlanks(once), "only blanks go with the first save");
-    Promise(ParseXml(twice, again) && SerializeXml(again) == twice,
-            "what was read again is written in the same bytes");
+    Require(WithoutBlanks(twice) == WithoutBlanks(once), "the first save removes only blanks");
+    Require(ParseXml(twice, again) && SerializeXml(again) == twice, "later saves write the same bytes");
     return 0;
 }

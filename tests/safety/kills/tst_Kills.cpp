@@ -13,7 +13,7 @@ using namespace std::string_literals;
 namespace
 {
 
-/// A folder in memory, if the system has one: a hundred thousand saves on a disk take hours.
+/// Returns a folder in memory, if the system has one, because a hundred thousand saves on a disk take hours.
 QString MemoryFolder()
 {
     const QString memory = QStringLiteral("/dev/shm");
@@ -22,20 +22,20 @@ QString MemoryFolder()
 
 } // namespace
 
-// A program that is killed at any moment of a save leaves the old log or the new one, and what it leaves
-// beside it is gone after the next start.
+// A program that is killed at any moment of a save leaves the old log or the new one. The next start removes
+// any temporary file.
 class tst_Kills : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
 
-    void killedAnywhere_theLogIsWholeAndTheNextStartCleansUp_data()
+    void killedAnywhere_theLogIsCompleteAndTheNextStartCleansUp_data()
     {
         QTest::addColumn<QString>("place");
         QTest::addColumn<int>("trips");
         QTest::addColumn<int>("kills");
-        // a program takes a fifth of a second to start on Windows
+        // starting a program takes a fifth of a second on Windows
         const int oneOf = (isWindows ? 10 : 1) * (IsQuickForm() ? 4 : 1);
         const auto kills = [&](int shortForm, int longForm) {
             return std::max(Times(shortForm, longForm) / oneOf, std::min(shortForm, 20));
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QTest::newRow("14 MB, on the disk") << QDir::tempPath() << 15300 << kills(12, 20);
     }
 
-    void killedAnywhere_theLogIsWholeAndTheNextStartCleansUp()
+    void killedAnywhere_theLogIsCompleteAndTheNextStartCleansUp()
     {
         QFETCH(QString, place);
         QFETCH(int, trips);
@@ -60,12 +60,12 @@ private Q_SLOTS:
         std::mt19937 random(20260314);
         std::map<std::string, int> states;
         int killed = 0;
-        // until enough of them have hit a save
+        // continues until enough kills have hit a save
         for (int temporaries = 0; killed < kills || temporaries <= kills / 20; ++killed) {
             constexpr int endless = 1'000'000'000;
             log.Begin(endless, 0);
             log.KillFirst(2, random);
-            const auto left = log.ChangedNames(); // by the next start; at most a temporary now
+            const auto left = log.ChangedNames(); // at most one temporary, which the next start removes
             const std::string temporary = left.empty() ? "" : log.Read(left.front());
             QVERIFY(left.empty() ||
                     (left.size() == 1 && left.front().ends_with(SafeWriter::temporarySuffix)));

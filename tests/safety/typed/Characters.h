@@ -13,12 +13,12 @@
 namespace Tarno
 {
 
-// The characters of Unicode, and what a strict reader of XML says to a file.
+// The characters of Unicode, and a check of files with a strict XML parser.
 
 constexpr char32_t lastCharacter = 0x10FFFF;
 inline const std::string replacementCharacter = "\xEF\xBF\xBD";
 
-/// The allowed characters as the recommendation of XML 1.0 lists them.
+/// Returns the characters that XML 1.0 allows.
 inline std::vector<char32_t> XmlCharacters()
 {
     std::vector<char32_t> characters{0x9, 0xA, 0xD};
@@ -32,7 +32,7 @@ inline std::vector<char32_t> XmlCharacters()
     return characters;
 }
 
-/// `character` in UTF-8, a surrogate as if it were one.
+/// Returns `character` in UTF-8. Surrogates are encoded like other characters.
 inline std::string Utf8(char32_t character)
 {
     const auto bits = [&](unsigned shift, unsigned mask, unsigned lead) {
@@ -50,7 +50,7 @@ inline std::string Utf8(char32_t character)
     return {bits(18, 0x07, 0xF0), bits(12, 0x3F, 0x80), bits(6, 0x3F, 0x80), bits(0, 0x3F, 0x80)};
 }
 
-/// The characters in texts of `length` characters each.
+/// Splits the characters into texts of `length` characters each.
 inline std::vector<std::string> Texts(const std::vector<char32_t>& characters, std::size_t length)
 {
     std::vector<std::string> texts;
@@ -63,22 +63,22 @@ inline std::vector<std::string> Texts(const std::vector<char32_t>& characters, s
     return texts;
 }
 
-/// What xmllint has against the file at `path`; empty when it accepts it, and on Windows, where there is
-/// none.
+/// Returns the errors that xmllint finds in the file at `path`, or an empty string. On Windows, where xmllint
+/// is not available, always returns an empty string.
 inline std::string XmllintFault(const std::string& path)
 {
     if constexpr (isWindows) {
         return {};
     }
     QProcess xmllint;
-    // a value may be longer than ten million bytes
+    // --huge: a value may be longer than ten million bytes
     xmllint.start(QStringLiteral("xmllint"), {QStringLiteral("--noout"), QStringLiteral("--nonet"),
                                               QStringLiteral("--huge"), QString::fromStdString(path)});
     if (!xmllint.waitForFinished(-1)) {
         return "xmllint cannot be run";
     }
-    const std::string said = xmllint.readAllStandardError().toStdString();
-    return xmllint.exitCode() == 0 ? said : said + "(refused)";
+    const std::string output = xmllint.readAllStandardError().toStdString();
+    return xmllint.exitCode() == 0 ? output : output + "(refused)";
 }
 
 } // namespace Tarno

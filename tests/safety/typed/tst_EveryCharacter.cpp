@@ -8,15 +8,15 @@
 
 using namespace Tarno;
 
-// Each character that XML can carry comes back from the data files as it was handed over, and each other one
-// as the replacement character.
+// Each character that XML allows makes a round trip through the data files. Each other character becomes the
+// replacement character.
 
 namespace
 {
 
 using Values = std::vector<std::string>;
 
-/// The values of a new record of the family, its key at the front.
+/// Returns the number of values in a new record of the family, including its key.
 std::size_t ValuesOf(const TestStore& store, const RecordFamily& family)
 {
     Record record;
@@ -26,7 +26,7 @@ std::size_t ValuesOf(const TestStore& store, const RecordFamily& family)
     return record.Count();
 }
 
-/// Stores `texts` in as many records as they fill; returns the records.
+/// Stores `texts` in as many new records as needed and returns the records.
 std::vector<Values> Stored(TestStore& store, const RecordFamily& family,
                            const std::vector<std::string>& texts)
 {
@@ -49,8 +49,8 @@ std::vector<Values> Stored(TestStore& store, const RecordFamily& family,
     return records;
 }
 
-/// The records of the family as a program reads them that is started now.
-std::vector<Values> ReadAnew(const TestStore& store, const RecordFamily& family)
+/// Returns the records of the family as read from the files by a new cSQL object.
+std::vector<Values> ReadAgain(const TestStore& store, const RecordFamily& family)
 {
     ScriptedFileOperations operations;
     cSQL sql(store.programFolder, operations);
@@ -72,11 +72,11 @@ std::vector<Values> ReadAnew(const TestStore& store, const RecordFamily& family)
     return records;
 }
 
-/// Where two lists of records differ, in words; empty where nowhere.
+/// Describes the first difference between two lists of records; empty if there is none.
 std::string Difference(const std::vector<Values>& expected, const std::vector<Values>& actual)
 {
     if (expected.size() != actual.size()) {
-        return std::to_string(actual.size()) + " records in place of " + std::to_string(expected.size());
+        return std::to_string(actual.size()) + " records instead of " + std::to_string(expected.size());
     }
     for (std::size_t record = 0; record < expected.size(); ++record) {
         for (std::size_t value = 0; value < expected[record].size(); ++value) {
@@ -88,8 +88,8 @@ std::string Difference(const std::vector<Values>& expected, const std::vector<Va
     return {};
 }
 
-/// Whether saving once more, without a change, leaves the file as it is, byte for byte.
-bool IsSteady(const TestStore& store, const RecordFamily& family)
+/// Returns whether saving again without a change writes the same bytes.
+bool IsStable(const TestStore& store, const RecordFamily& family)
 {
     const std::string before = store.folder.Read(family.file);
     ScriptedFileOperations operations;
@@ -99,24 +99,24 @@ bool IsSteady(const TestStore& store, const RecordFamily& family)
            !operations.Steps().empty() && store.folder.Read(family.file) == before;
 }
 
-/// The characters that are tried on their own: those that mean something to XML, to line ends or to
-/// encodings, and a part of the others; in the long form of the entries all of them.
-std::vector<char32_t> AloneCharacters(const RecordFamily& family)
+/// Returns the characters to test as single-character values: those with a meaning in XML, line ends or
+/// encodings, and a part of the others; for entries in the long form, all of them.
+std::vector<char32_t> SingleCharacters(const RecordFamily& family)
 {
     const bool everyOne = IsLongForm() && family.name == "Entry";
     const std::vector<char32_t> all = XmlCharacters();
     const std::set<char32_t> special{0x2028,  0x2029,  0xFDD0,  0xFDEF,  0xFEFF,   0xFFF9,
                                      0xFFFC,  0xFFFD,  0xE000,  0xF8FF,  0xD7FF,   0x10000,
                                      0x1FFFE, 0x1FFFF, 0xE0001, 0xF0000, 0x10FFFE, 0x10FFFF};
-    std::vector<char32_t> alone;
+    std::vector<char32_t> single;
     constexpr char32_t firstLetters = 0x300;
     constexpr std::size_t stride = 501;
     for (std::size_t at = 0; at < all.size(); ++at) {
         if (everyOne || all[at] < firstLetters || at % stride == 0 || special.count(all[at]) > 0) {
-            alone.push_back(all[at]);
+            single.push_back(all[at]);
         }
     }
-    return alone;
+    return single;
 }
 
 } // namespace
@@ -129,7 +129,7 @@ private Q_SLOTS:
 
     void initTestCase_data() { AddRecordFamilies(); }
 
-    void everyXmlCharacter_comesBack()
+    void everyXmlCharacter_makesARoundTrip()
     {
         QFETCH_GLOBAL(RecordFamily, family);
         const std::vector<char32_t> characters = XmlCharacters();
@@ -138,16 +138,16 @@ private Q_SLOTS:
         QCOMPARE(store.sql.Init(), succeeded);
         constexpr std::size_t inOneValue = 4000;
         const auto stored = Stored(store, family, Texts(characters, inOneValue));
-        QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
+        QCOMPARE(Difference(stored, ReadAgain(store, family)), std::string());
         QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
-        QVERIFY(IsSteady(store, family));
+        QVERIFY(IsStable(store, family));
         qInfo("%s: %zu characters in %zu records", family.name.c_str(), characters.size(), stored.size());
     }
 
-    void character_aloneInItsValue_comesBack()
+    void singleCharacter_makesARoundTrip()
     {
         QFETCH_GLOBAL(RecordFamily, family);
-        const std::vector<std::string> texts = Texts(AloneCharacters(family), 1);
+        const std::vector<std::string> texts = Texts(SingleCharacters(family), 1);
         constexpr std::size_t inOneFile = 720;
         for (std::size_t at = 0; at < texts.size(); at += inOneFile) {
             const auto first = texts.begin() + static_cast<std::ptrdiff_t>(at);
@@ -155,11 +155,11 @@ private Q_SLOTS:
             TestStore store;
             QCOMPARE(store.sql.Init(), succeeded);
             const auto stored = Stored(store, family, {first, first + static_cast<std::ptrdiff_t>(count)});
-            QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
+            QCOMPARE(Difference(stored, ReadAgain(store, family)), std::string());
             QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
-            QVERIFY(IsSteady(store, family));
+            QVERIFY(IsStable(store, family));
         }
-        qInfo("%s: %zu characters alone", family.name.c_str(), texts.size());
+        qInfo("%s: %zu single characters", family.name.c_str(), texts.size());
     }
 
     void everyOtherCharacter_becomesTheReplacementCharacter()
@@ -174,7 +174,7 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(texts.size(), std::size_t(lastCharacter + 1 - 1'112'033));
-        // a value holds many: one for each would take a file of two thousand records
+        // several in one value, because one value for each would take two thousand records
         std::vector<std::string> joined;
         std::vector<std::string> expected;
         constexpr std::size_t together = 40;
@@ -195,9 +195,9 @@ private Q_SLOTS:
                 values[position] = expected[at++];
             }
         }
-        QCOMPARE(Difference(stored, ReadAnew(store, family)), std::string());
+        QCOMPARE(Difference(stored, ReadAgain(store, family)), std::string());
         QCOMPARE(XmllintFault(store.folder.PathOf(family.file)), std::string());
-        QVERIFY(IsSteady(store, family));
+        QVERIFY(IsStable(store, family));
     }
 };
 

@@ -29,8 +29,8 @@
 
 using namespace Tarno;
 
-// Names and paths that look like commands, markup or other places: they start nothing, write nowhere else and
-// show as what they are.
+// Names and paths that look like commands, markup or other locations: they start no program, cause no writing
+// elsewhere and are shown literally.
 
 using namespace std::string_literals;
 
@@ -42,7 +42,7 @@ const std::vector<std::string> hostileNames{
     "\"double\" 'single'", "-option",    "--help",      "%1 %s %n",  "*?[a]",        "~",   "$HOME",
     "back\\slash",         "<b>x<\\b>",  "http:example"};
 
-/// All that lies in the folder, files with their bytes.
+/// Returns everything in the folder, with the bytes of files.
 std::map<std::string, std::string> Tree(const TemporaryFolder& folder)
 {
     std::map<std::string, std::string> tree;
@@ -53,7 +53,7 @@ std::map<std::string, std::string> Tree(const TemporaryFolder& folder)
     return tree;
 }
 
-/// A row for each of the names.
+/// Adds a row for each name.
 void AddNames(const std::vector<std::string>& names)
 {
     QTest::addColumn<std::string>("name");
@@ -64,7 +64,7 @@ void AddNames(const std::vector<std::string>& names)
     }
 }
 
-/// The question of the command "Tides" when there is no program yet.
+/// Returns the file dialog that "Tides" shows if no program is set.
 FileQuestion TideQuestion()
 {
     QString filter = QStringLiteral("WXTide32 Progam File (WXTide32.exe)");
@@ -77,7 +77,7 @@ FileQuestion TideQuestion()
             .fileName = QStringLiteral("WXTide32.exe")};
 }
 
-/// Waits for that file and returns what it holds; the test fails when it does not come.
+/// Waits until the file exists and returns its contents. The test fails after a timeout.
 std::string Awaited(const TemporaryFolder& folder, const std::string& name)
 {
     const auto path = ToPath(folder.PathOf(name));
@@ -115,7 +115,7 @@ std::vector<std::string> Recorded(const TemporaryFolder& folder)
 
 std::string Edited(const TemporaryFolder& desktop)
 {
-    const std::wstring start = L"notepad.exe "; // and the path without quotation marks
+    const std::wstring start = L"notepad.exe "; // followed by the path without quotation marks
     const std::wstring commandLine = CommandLine(desktop);
     return commandLine.starts_with(start) ? ToUtf8(QString::fromStdWString(commandLine.substr(start.size())))
                                           : "another command line";
@@ -126,7 +126,7 @@ std::string Edited(const TemporaryFolder& desktop)
 const std::string programSuffix;
 const std::string textEditor = "xdg-open";
 
-/// A program that writes down how it was started.
+/// Creates a program that records its arguments.
 void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
 {
     folder.Write(name, "#!/bin/sh\nfor word in \"$@\"; do printf '%s\\0' \"$word\"; done > \"${0%/*}/.new\"\n"
@@ -134,7 +134,7 @@ void WriteRecorder(const TemporaryFolder& folder, const std::string& name)
     std::filesystem::permissions(ToPath(folder.PathOf(name)), std::filesystem::perms::owner_all);
 }
 
-/// The arguments with which the recorder was started.
+/// Returns the arguments with which the recorder was started.
 std::vector<std::string> Recorded(const TemporaryFolder& folder)
 {
     std::istringstream words(Awaited(folder, "started.txt"));
@@ -145,7 +145,7 @@ std::vector<std::string> Recorded(const TemporaryFolder& folder)
     return arguments;
 }
 
-/// The file with which the text editor was started.
+/// Returns the file with which the text editor was started.
 std::string Edited(const TemporaryFolder& desktop)
 {
     const std::vector<std::string> arguments = Recorded(desktop);
@@ -154,7 +154,7 @@ std::string Edited(const TemporaryFolder& desktop)
 
 #endif
 
-/// Counts the questions and answers them as Enter does.
+/// Counts the questions and answers them with the default button.
 class Answers final : public MessageBoxes
 {
 public:
@@ -167,9 +167,9 @@ public:
     int count = 0;
 };
 
-/// Shows the dialog `name`, takes `steps` in it and closes it without a question.
+/// Calls `open`, which shows the dialog `name`, runs `steps` on it and closes it without a question.
 template <typename Open, typename Steps>
-void Attended(const char* name, Open&& open, Steps&& steps)
+void RunInDialog(const char* name, Open&& open, Steps&& steps)
 {
     WhileOpen(name, std::forward<Open>(open), [&](QDialog& dialog) {
         steps(dialog);
@@ -177,9 +177,8 @@ void Attended(const char* name, Open&& open, Steps&& steps)
     });
 }
 
-/// The first control of the window that would draw `name` as something else than these letters; empty when
-/// there is none.
-QString Interpreter(const QWidget& window, const QString& name)
+/// Returns the first control of the window that does not show `name` literally, or an empty string.
+QString FindNonLiteralControl(const QWidget& window, const QString& name)
 {
     for (const auto* label : window.findChildren<QLabel*>()) {
         const bool rich = label->textFormat() == Qt::RichText ||
@@ -195,7 +194,7 @@ QString Interpreter(const QWidget& window, const QString& name)
     }
     for (const auto* button : window.findChildren<QAbstractButton*>()) {
         QString text = button->text();
-        text.remove(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))); // as it should be
+        text.remove(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))); // correctly escaped
         if (text.contains(name)) {
             return button->objectName();
         }
@@ -203,14 +202,14 @@ QString Interpreter(const QWidget& window, const QString& name)
     return {};
 }
 
-/// Whether the combo box has an item of exactly that text.
-bool Offers(const QWidget& window, const char* box, const QString& name)
+/// Returns whether the combo box has an item with exactly this text.
+bool HasItem(const QWidget& window, const char* box, const QString& name)
 {
     return Find<QComboBox>(window, box).findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
 }
 
-/// Whether a cell of the list says exactly that.
-bool Lists(const QWidget& window, const char* list, const QString& name)
+/// Returns whether a cell of the list has exactly this text and its tool tip is plain text.
+bool HasCell(const QWidget& window, const char* list, const QString& name)
 {
     const QAbstractItemModel* model = Find<SortableList>(window, list).model();
     for (int row = 0; row < model->rowCount(); ++row) {
@@ -232,7 +231,7 @@ class tst_HostileNames : public QObject
 
 private Q_SLOTS:
 
-    void tideProgram_thatIsNoFile_isAskedFor_data()
+    void tideProgram_notAFile_isAskedFor_data()
     {
         std::vector<std::string> names = hostileNames;
         for (const std::string name :
@@ -245,7 +244,7 @@ private Q_SLOTS:
         AddNames(names);
     }
 
-    void tideProgram_thatIsNoFile_isAskedFor()
+    void tideProgram_notAFile_isAskedFor()
     {
         QFETCH(std::string, name);
         TestProgram program;
@@ -256,8 +255,7 @@ private Q_SLOTS:
         const auto before = Tree(program.folder);
         fTarno window(program.program);
         program.files.ExpectOpen(TideQuestion(), std::nullopt);
-        window.findChild<QAction*>(QStringLiteral("icoTides"))
-            ->trigger(); // nothing is announced to be started
+        window.findChild<QAction*>(QStringLiteral("icoTides"))->trigger(); // no program start is expected
         QVERIFY(Tree(program.folder) == before);
     }
 
@@ -271,7 +269,7 @@ private Q_SLOTS:
         }
         TestProgram program;
         program.Start();
-        program.folder.Write(name, "no program at all");
+        program.folder.Write(name, "not a program");
         program.settings.SaveSetting("KOWRA", "XTidePath", program.folder.PathOf(name));
         const auto before = Tree(program.folder);
         fTarno window(program.program);
@@ -280,9 +278,9 @@ private Q_SLOTS:
         QVERIFY(Tree(program.folder) == before);
     }
 
-    void starter_handsNothingToAShell_data() { AddNames(hostileNames); }
+    void starter_usesNoShell_data() { AddNames(hostileNames); }
 
-    void starter_handsNothingToAShell()
+    void starter_usesNoShell()
     {
         QFETCH(std::string, name);
         if (!IsFileName(name)) {
@@ -303,12 +301,12 @@ private Q_SLOTS:
         QCOMPARE(folder.Names().size(), std::size_t(2));
     }
 
-    void starter_ofWhatIsNoProgram_fails_data()
+    void starter_notAProgram_fails_data()
     {
         AddNames({"folder", "text.txt", "gone", "gone; touch x", "$(touch x)", "http://example.invalid/x"});
     }
 
-    void starter_ofWhatIsNoProgram_fails()
+    void starter_notAProgram_fails()
     {
         QFETCH(std::string, name);
         const TemporaryFolder folder;
@@ -339,7 +337,7 @@ private Q_SLOTS:
         const QByteArray path = qgetenv("PATH");
         const QString current = QDir::currentPath();
         qputenv("PATH", QByteArray::fromStdString(desktop.Path()) + ':' + path);
-        QDir::setCurrent(FromUtf8(desktop.Path())); // where Windows looks first
+        QDir::setCurrent(FromUtf8(desktop.Path())); // Windows searches the current folder first
         DesktopProgramStarter().EditText(FromUtf8(folder.PathOf(name)));
         QDir::setCurrent(current);
         qputenv("PATH", path);
@@ -347,7 +345,7 @@ private Q_SLOTS:
         QCOMPARE(folder.Names(), std::vector<std::string>{name});
     }
 
-    void picturePath_isOnlyEverRead_data()
+    void picturePath_isOnlyRead_data()
     {
         std::vector<std::string> names = hostileNames;
         for (const std::string name :
@@ -362,7 +360,7 @@ private Q_SLOTS:
         AddNames(names);
     }
 
-    void picturePath_isOnlyEverRead()
+    void picturePath_isOnlyRead()
     {
         QFETCH(std::string, name);
         TestProgram program;
@@ -376,29 +374,29 @@ private Q_SLOTS:
         }
         const auto before = Tree(program.folder);
         Answers answers;
-        const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
-                               program.clock,         answers,           program.files, program.programs,
-                               program.printers,      program.operations};
-        Attended(
-            "fEntry", [&] { fEntry(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
-        Attended(
-            "dlgLocMaint", [&] { dlgLocMaint(attended, nullptr).SetData(1, false); }, [](QDialog&) {});
+        const Program autoAnswered{program.programFolder, program.sql,       program.descs, program.settings,
+                                   program.clock,         answers,           program.files, program.programs,
+                                   program.printers,      program.operations};
+        RunInDialog(
+            "fEntry", [&] { fEntry(autoAnswered, nullptr).SetData(1, false); }, [](QDialog&) {});
+        RunInDialog(
+            "dlgLocMaint", [&] { dlgLocMaint(autoAnswered, nullptr).SetData(1, false); }, [](QDialog&) {});
         QVERIFY(Tree(program.folder) == before);
         QCOMPARE(program.StoredEntry(1, EntryField::Picture), name);
-        // none of them is there on Windows
+        // none of these files exists on Windows
         const bool isNoPicture =
             !isWindows && (name.ends_with("passwd") || name.starts_with("/dev") || name == "pipe");
         QCOMPARE(answers.count > 0, isNoPicture && !name.starts_with("file"));
     }
 
-    void names_showAsTheyAre_data()
+    void names_areShownLiterally_data()
     {
         AddNames({"<b>x</b>", "<img src=\"/etc/passwd\">", "<a href='http://example.invalid'>x</a>",
                   "<html><script>x</script></html>", "{\\rtf1 x}", "../../x", "%1", "%n", "x&Save y", "&&",
                   "a\tb", "&lt;", "]]>"});
     }
 
-    void names_showAsTheyAre()
+    void names_areShownLiterally()
     {
         QFETCH(std::string, name);
         const QString shown = FromUtf8(name);
@@ -424,27 +422,27 @@ private Q_SLOTS:
         const std::vector<std::string> names = program.folder.Names();
 
         fTarno window(program.program);
-        QVERIFY(Lists(window, "lvwEntry", shown));
-        QCOMPARE(Interpreter(window, shown), QString());
+        QVERIFY(HasCell(window, "lvwEntry", shown));
+        QCOMPARE(FindNonLiteralControl(window, shown), QString());
         Answers answers;
-        const Program attended{program.programFolder, program.sql,       program.descs, program.settings,
-                               program.clock,         answers,           program.files, program.programs,
-                               program.printers,      program.operations};
-        Attended(
-            "fLocs", [&] { fLocs(attended, nullptr).exec(); },
+        const Program autoAnswered{program.programFolder, program.sql,       program.descs, program.settings,
+                                   program.clock,         answers,           program.files, program.programs,
+                                   program.printers,      program.operations};
+        RunInDialog(
+            "fLocs", [&] { fLocs(autoAnswered, nullptr).exec(); },
             [&](QDialog& dialog) {
-                QVERIFY(Lists(dialog, "lvwLocs", shown));
-                QCOMPARE(Interpreter(dialog, shown), QString());
+                QVERIFY(HasCell(dialog, "lvwLocs", shown));
+                QCOMPARE(FindNonLiteralControl(dialog, shown), QString());
             });
-        Attended(
-            "dlgLocMaint", [&] { dlgLocMaint(attended, nullptr).SetData(1, false); },
-            [&](QDialog& dialog) { QCOMPARE(Interpreter(dialog, shown), QString()); });
-        Attended(
-            "fRptLog", [&] { fRptLog(attended, nullptr).exec(); },
+        RunInDialog(
+            "dlgLocMaint", [&] { dlgLocMaint(autoAnswered, nullptr).SetData(1, false); },
+            [&](QDialog& dialog) { QCOMPARE(FindNonLiteralControl(dialog, shown), QString()); });
+        RunInDialog(
+            "fRptLog", [&] { fRptLog(autoAnswered, nullptr).exec(); },
             [&](QDialog& dialog) {
-                QVERIFY(Offers(dialog, "cboLocation", shown));
-                QVERIFY(Offers(dialog, "cboSaved", shown));
-                QCOMPARE(Interpreter(dialog, shown), QString());
+                QVERIFY(HasItem(dialog, "cboLocation", shown));
+                QVERIFY(HasItem(dialog, "cboSaved", shown));
+                QCOMPARE(FindNonLiteralControl(dialog, shown), QString());
             });
         QCOMPARE(program.folder.Names(), names);
     }

@@ -8,24 +8,24 @@
 
 using namespace Tarno;
 
-// Records of arbitrary texts, added, replaced and removed in an arbitrary order: after each start of the
-// program the files hold what a plain list of them holds.
+// Adds, replaces and removes records with random texts in random order. After each start of the program, the
+// files contain the same records as a simple list on which the same changes were made.
 
 namespace
 {
 
 using Values = std::vector<std::string>;
 
-/// A text as it is handed over, and as it has to come back.
+/// A text as saved, and as expected when it is read back.
 struct Typed {
     std::string text;
     std::string kept;
 };
 
-class Author
+class TextGenerator
 {
 public:
-    explicit Author(unsigned seed) : m_random(seed) {}
+    explicit TextGenerator(unsigned seed) : m_random(seed) {}
 
     std::size_t Number(std::size_t below)
     {
@@ -95,7 +95,7 @@ private:
     std::mt19937 m_random;
 };
 
-/// Another program's view of the files: loaded when it is made.
+/// Reads the files like another program that is started now.
 class Reader
 {
 public:
@@ -132,37 +132,37 @@ private:
     cSQL m_sql;
 };
 
-/// A log whose changes are made in a plain list as well.
-class ModelledLog
+/// A log and a simple list on which the same changes are made.
+class LogWithModel
 {
 public:
-    explicit ModelledLog(unsigned seed) : m_author(seed)
+    explicit LogWithModel(unsigned seed) : m_generator(seed)
     {
         if (m_store.sql.Init() != succeeded) {
             qFatal("not loaded");
         }
     }
 
-    /// Adds, replaces or removes a record of the family; returns whether that went well.
+    /// Adds, replaces or removes a record of the family. Returns whether that succeeded.
     bool Change(const RecordFamily& family)
     {
         std::vector<Values>& records = m_models[family.name];
-        const std::size_t choice = m_author.Number(10);
+        const std::size_t choice = m_generator.Number(10);
         if (records.empty() || choice < 6) {
             Record record;
             (m_store.sql.*family.get)(0, record);
-            records.push_back(Filled(record));
+            records.push_back(FillRandomly(record));
             records.back()[0] =
                 std::to_string(records.size() > 1 ? std::stoi(records[records.size() - 2][0]) + 1 : 1);
             ++written;
             return (m_store.sql.*family.update)(record) == succeeded && record.Text(0) == records.back()[0];
         }
-        Values& chosen = records[m_author.Number(records.size())];
+        Values& chosen = records[m_generator.Number(records.size())];
         const auto key = static_cast<std::int16_t>(std::stoi(chosen[0]));
         if (choice < 8) {
             Record record;
             const bool found = (m_store.sql.*family.get)(key, record) == succeeded;
-            chosen = Filled(record);
+            chosen = FillRandomly(record);
             ++written;
             return found && (m_store.sql.*family.update)(record) == succeeded;
         }
@@ -170,7 +170,7 @@ public:
         return (m_store.sql.*family.remove)(key) == succeeded;
     }
 
-    /// What is wrong with the files, in words; empty when nothing is.
+    /// Describes what is wrong with the files; empty if nothing is.
     std::string Fault() const
     {
         const Reader reader(m_store);
@@ -192,19 +192,19 @@ public:
     int written = 0;
 
 private:
-    /// Puts new texts into the record; returns them as they have to come back.
-    Values Filled(Record& record)
+    /// Puts random texts into the record and returns the values expected when they are read back.
+    Values FillRandomly(Record& record)
     {
         Values kept{record.Text(0)};
         for (std::size_t position = 1; position < record.Count(); ++position) {
-            const Typed typed = m_author.Text();
+            const Typed typed = m_generator.Text();
             record.SetText(position, typed.text);
             kept.push_back(typed.kept);
         }
         return kept;
     }
 
-    Author m_author;
+    TextGenerator m_generator;
     TestStore m_store;
     std::map<std::string, std::vector<Values>> m_models;
 };
@@ -217,7 +217,7 @@ class tst_RandomRecords : public QObject
 
 private Q_SLOTS:
 
-    void changes_inAnyOrder_areThoseOfAPlainList()
+    void changesInAnyOrder_matchASimpleList()
     {
         const int wanted = Times(2'000, 100'000);
         constexpr int changesBetweenStarts = 40;
@@ -225,7 +225,7 @@ private Q_SLOTS:
         int written = 0;
         int starts = 0;
         for (unsigned seed = 1; written < wanted; ++seed) {
-            ModelledLog log(seed);
+            LogWithModel log(seed);
             for (int start = 0; start < startsOfOneLog; ++start, ++starts) {
                 for (int change = 0; change < changesBetweenStarts; ++change) {
                     const RecordFamily& family = RecordFamilies().at(static_cast<std::size_t>(change) % 3);

@@ -8,17 +8,18 @@
 
 using namespace Tarno;
 
-// What the log holds is on the log report and in the RTF file that it is saved to, character by character.
+// The log report and its RTF export contain every character of the values in the log.
 
 using namespace std::string_literals;
 
 namespace
 {
 
-constexpr std::size_t columns = 10; // they are the first values of an entry behind its key
+constexpr std::size_t columns = 10; // the first values of an entry after its key
 constexpr std::size_t inOneValue = 20;
 
-/// Columns that grow with their texts, named so that nothing is made of the values.
+/// Returns columns that grow with their texts. Their names have no special meaning, so values are printed
+/// unchanged.
 Columns GrowingColumns()
 {
     Columns growing;
@@ -28,21 +29,22 @@ Columns GrowingColumns()
     return growing;
 }
 
-/// `text` as Qt holds it, each line break a line feed.
-QString Settled(const std::string& text)
+/// Returns `text` as a QString with line feeds as line breaks.
+QString WithLineFeeds(const std::string& text)
 {
     QString settled = QString::fromStdString("x" + text).mid(1);
     return settled.replace(QLatin1String("\r\n"), QLatin1String("\n"))
         .replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
 
-/// All but the white space, at which lines are broken.
+/// Returns `text` without white space, because wrapping changes it.
 QString Visible(QString text)
 {
     return text.removeIf([](QChar character) { return character.isSpace(); });
 }
 
-/// The characters to be tried: the first scripts and in the short form a part of the others.
+/// Returns the characters to test: all in the long form; otherwise the first scripts and a part of the
+/// others.
 std::vector<char32_t> ReportedCharacters()
 {
     std::vector<char32_t> some;
@@ -58,7 +60,7 @@ std::vector<char32_t> ReportedCharacters()
     return some;
 }
 
-/// Puts the texts into a log and looks at its report and at its RTF file.
+/// Puts the texts into a log and checks its report and its RTF export.
 void CheckReport(const std::vector<std::string>& texts)
 {
     LogReport report(GrowingColumns());
@@ -78,9 +80,9 @@ void CheckReport(const std::vector<std::string>& texts)
         cells << row.cells;
     }
     for (std::size_t at = 0; at < texts.size(); ++at) {
-        const QString expected = Settled(texts[at]);
+        const QString expected = WithLineFeeds(texts[at]);
         const PlacedText& text =
-            In(document.details.at(at / columns), QStringLiteral("fldF%1").arg(at % columns));
+            FindText(document.details.at(at / columns), QStringLiteral("fldF%1").arg(at % columns));
         QCOMPARE(text.text, expected);
         QCOMPARE(Visible(LinesOf(text).join(QString())), Visible(expected));
         QVERIFY2(cells.contains(expected), qPrintable(QStringLiteral("not in the file: ") + expected));

@@ -10,8 +10,8 @@
 
 using namespace Tarno;
 
-// What is typed or pasted into the boxes of the editors is in the file after "Save", and in the boxes when
-// the editor opens again. In a box of several lines each character that ends a line there is a line break.
+// Text that is typed or pasted into the boxes of the editors is in the file after "Save", and in the boxes
+// when the editor opens again. In a multi-line box, each character that ends a line becomes a line break.
 
 using namespace std::string_literals;
 
@@ -32,8 +32,8 @@ constexpr std::array linesBoxes{
     BoundBox{"txtMethods", EntryField::Method}, BoundBox{"txtCaught", EntryField::FishCaught},
     BoundBox{"txtObbos", EntryField::Obbos}};
 
-/// `text` with `lineBreak` for all that ends a line in a box of several lines.
-std::string Broken(std::string text, const std::string& lineBreak)
+/// Replaces everything that ends a line in a multi-line box by `lineBreak`.
+std::string WithLineBreaks(std::string text, const std::string& lineBreak)
 {
     for (const std::string end : {"\r\n", "\r", "\n", "\u2028", "\u2029", "\uFDD0", "\uFDD1"}) {
         for (std::size_t at = 0; (at = text.find(end, at)) != std::string::npos; at += 1) {
@@ -47,31 +47,31 @@ std::string Broken(std::string text, const std::string& lineBreak)
     return broken;
 }
 
-/// The text that the box shows.
+/// Returns the text that the box shows.
 std::string Shown(const QPlainTextEdit& box)
 {
     QString text = box.document()->toRawText();
     return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n')).toStdString();
 }
 
-/// Qt's own conversion takes the first character for a byte order mark when it looks like one.
+/// Converts from UTF-8. Unlike Qt's conversion, keeps a byte order mark at the start.
 QString Unicode(const std::string& utf8)
 {
     return QString::fromStdString("x" + utf8).mid(1);
 }
 
-/// Puts a text into the box as the clipboard does, in the place of the one that is there.
+/// Replaces the text of the box by pasting.
 template <typename Box>
 void Paste(const QWidget& editor, const char* name, const QString& text)
 {
     auto& box = Find<Box>(editor, name);
     QGuiApplication::clipboard()->setText(text);
-    box.clear(); // an empty text would not be pasted
+    box.clear(); // pasting an empty text does nothing
     box.paste();
 }
 
-/// The characters to be tried: in the short form the first scripts, the last ones of the first plane, and a
-/// part of the others.
+/// Returns the characters to test: all in the long form; otherwise the first scripts, the end of the first
+/// plane, and a part of the others.
 std::vector<char32_t> Characters()
 {
     std::vector<char32_t> some;
@@ -87,7 +87,7 @@ std::vector<char32_t> Characters()
     return some;
 }
 
-/// The values of the entry as a program reads them that is started now.
+/// Returns the values of the entry as read from the file by a new cSQL object.
 std::vector<std::string> StoredEntry(const ProgramWithPlace& program, int key)
 {
     ScriptedFileOperations operations;
@@ -102,8 +102,8 @@ std::vector<std::string> StoredEntry(const ProgramWithPlace& program, int key)
     return values;
 }
 
-/// Types one text into each of the boxes of an entry and saves them; then looks at the file and at the boxes
-/// of another editor.
+/// Pastes a text into each of the boxes of an entry and saves; then checks the file, and the boxes after
+/// opening the editor again.
 void CheckEntry(ProgramWithPlace& program, int key, const std::vector<std::string>& texts)
 {
     const auto textOf = [&](std::size_t box) { return box < texts.size() ? texts[box] : ""s; };
@@ -124,7 +124,7 @@ void CheckEntry(ProgramWithPlace& program, int key, const std::vector<std::strin
         QCOMPARE(stored[lineBoxes[box].position], textOf(box));
     }
     for (std::size_t box = 0; box < linesBoxes.size(); ++box) {
-        QCOMPARE(stored[linesBoxes[box].position], Broken(textOf(box), "~CL~"));
+        QCOMPARE(stored[linesBoxes[box].position], WithLineBreaks(textOf(box), "~CL~"));
     }
 
     const std::string saved = program.folder.Read("tarno.xml");
@@ -135,7 +135,8 @@ void CheckEntry(ProgramWithPlace& program, int key, const std::vector<std::strin
         }
         for (std::size_t box = 0; box < linesBoxes.size(); ++box) {
             GoTo(editor, linesBoxes[box].name);
-            QCOMPARE(Shown(Find<QPlainTextEdit>(editor, linesBoxes[box].name)), Broken(textOf(box), "\n"));
+            QCOMPARE(Shown(Find<QPlainTextEdit>(editor, linesBoxes[box].name)),
+                     WithLineBreaks(textOf(box), "\n"));
         }
         Close(editor);
     });
@@ -179,7 +180,7 @@ private Q_SLOTS:
             const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
             if (control || surrogate || character >= 0xFFFE) {
                 text += QChar(static_cast<char16_t>(character));
-                text += QLatin1Char('a'); // so that no two surrogates meet
+                text += QLatin1Char('a'); // separates surrogates, which could form a pair
                 kept += replacementCharacter + "a";
             }
         }
@@ -190,7 +191,7 @@ private Q_SLOTS:
             Paste<QPlainTextEdit>(editor, "txtObbos", text);
             GoTo(editor, "txtAirTemp");
             Paste<QLineEdit>(editor, "txtAirTemp", text);
-            SaveAndClose(editor); // there is nothing to ask: all is saved
+            SaveAndClose(editor); // closes without a question, because everything is saved
         });
         QCOMPARE(StoredEntry(program, key).at(EntryField::Obbos), kept);
         QCOMPARE(StoredEntry(program, key).at(EntryField::AirTemp), kept);
@@ -212,7 +213,7 @@ private Q_SLOTS:
 
     void valueWrittenByHand_staysWhileOthersAreEdited()
     {
-        // as no box of several lines can hold it
+        // a multi-line box cannot contain this text unchanged
         const std::string byHand = "\uFEFFa\r\nb\rc\nd\u2028e\u2029f\uFDD0g\uFDD1h~CL~i ";
         ProgramWithPlace program;
         const int key =
@@ -252,11 +253,13 @@ private Q_SLOTS:
                 SaveAndClose(editor);
             });
             for (std::size_t box = 0; box < boxes.size(); ++box) {
-                QCOMPARE(StoredLocation(program, 1)[boxes[box].position], Broken(textOf(box), "~CL~"));
+                QCOMPARE(StoredLocation(program, 1)[boxes[box].position],
+                         WithLineBreaks(textOf(box), "~CL~"));
             }
             EditLocation(program, 1, [&](QWidget& editor) {
                 for (std::size_t box = 0; box < boxes.size(); ++box) {
-                    QCOMPARE(Shown(Find<QPlainTextEdit>(editor, boxes[box].name)), Broken(textOf(box), "\n"));
+                    QCOMPARE(Shown(Find<QPlainTextEdit>(editor, boxes[box].name)),
+                             WithLineBreaks(textOf(box), "\n"));
                 }
                 Close(editor);
             });

@@ -20,7 +20,7 @@
 namespace Tarno
 {
 
-/// A trip of two values.
+/// A trip with two values.
 struct Trip {
     int key;
     std::string value;
@@ -28,7 +28,7 @@ struct Trip {
 
 using Trips = std::vector<Trip>;
 
-/// The trips 1 to `count`. Their values are "old-1", "old-2" and so on, followed by `padding`.
+/// Returns the trips 1 to `count`. Their values are "old-1", "old-2" and so on, followed by `padding`.
 inline Trips OldTrips(int count, const std::string& padding = {})
 {
     Trips trips;
@@ -38,7 +38,7 @@ inline Trips OldTrips(int count, const std::string& padding = {})
     return trips;
 }
 
-/// The bytes of the log with these trips.
+/// Returns the bytes of a log with these trips.
 inline std::string LogOf(const Trips& trips)
 {
     std::string bytes = "<data>\n";
@@ -49,7 +49,7 @@ inline std::string LogOf(const Trips& trips)
     return bytes + "</data>\n";
 }
 
-/// The trips of a log; nothing if it is not whole.
+/// Returns the trips of a log, or nothing if it is incomplete.
 inline std::optional<Trips> TripsIn(std::string_view bytes)
 {
     pugi::xml_document document;
@@ -63,7 +63,7 @@ inline std::optional<Trips> TripsIn(std::string_view bytes)
     return trips;
 }
 
-/// Writes a log with these trips and the other data files, which hold no records.
+/// Writes a log with these trips, and the other data files without records.
 inline void WriteDataFiles(const TemporaryFolder& folder, const Trips& trips)
 {
     for (const char* name : {"field.xml", "location.xml", "locationblank.xml", "Rpt.xml", "RptBlank.xml"}) {
@@ -73,7 +73,8 @@ inline void WriteDataFiles(const TemporaryFolder& folder, const Trips& trips)
     folder.Write("tarno.xml", LogOf(trips));
 }
 
-/// A log that programs change, and what it must hold according to what they say (see writer.cpp).
+/// A log that several programs change. Tracks the expected contents from the programs' output (see
+/// writer.cpp).
 class SharedLog
 {
 public:
@@ -95,7 +96,7 @@ public:
         Await(m_writers.back(), "ready");
     }
 
-    /// Every program begins to make `count` changes, with pauses of up to `longestPause` microseconds.
+    /// Tells every program to make `count` changes, with pauses of up to `longestPause` microseconds.
     void Begin(int count, int longestPause)
     {
         for (Writer& writer : m_writers) {
@@ -111,7 +112,7 @@ public:
         }
     }
 
-    /// Kills the program that was started first in the save that follows one of its first `mostSaves`.
+    /// Kills the program that was started first during the save after one of its first `mostSaves` saves.
     void KillFirst(int mostSaves, std::mt19937& random)
     {
         Writer& writer = m_writers.front();
@@ -130,12 +131,12 @@ public:
         m_writers.pop_front();
     }
 
-    /// What is wrong with the log and the files beside it; empty if nothing is.
+    /// Describes what is wrong with the log and the other files; empty if nothing is.
     std::string Fault()
     {
         const auto trips = TripsIn(m_folder.Read("tarno.xml"));
         if (!trips || !m_complaint.empty()) {
-            return trips ? m_complaint : "the log is not whole";
+            return trips ? m_complaint : "the log is incomplete";
         }
         std::set<int> keys;
         Values found;
@@ -157,15 +158,15 @@ public:
             paths.insert(m_folder.PathOf(name));
         }
         if (paths != m_kept) {
-            return "the kept files are not those that were named";
+            return "the kept files differ from the files named in notices";
         }
         const bool isAllThere =
             m_kept.empty() ? found == m_expected
                            : std::includes(found.begin(), found.end(), m_expected.begin(), m_expected.end());
-        return isAllThere && keys.size() == trips->size() ? "" : "trips are lost, or there more than once";
+        return isAllThere && keys.size() == trips->size() ? "" : "trips are lost or duplicated";
     }
 
-    /// The names that have come into the folder since the beginning, and those that have gone.
+    /// Returns the names that were added to the folder or removed from it since the beginning.
     std::vector<std::string> ChangedNames() const
     {
         const auto now = m_folder.Names();
@@ -185,8 +186,8 @@ private:
     using Values = std::multiset<std::string>;
 
     struct Change {
-        std::string before; ///< value of the trip, "" if it is new
-        std::string after;  ///< "" if the trip is deleted
+        std::string before; ///< old value of the trip, "" if it is new
+        std::string after;  ///< new value, "" if the trip is deleted
     };
 
     struct Writer {
@@ -217,7 +218,7 @@ private:
             Expect(std::exchange(writer.change, {}));
         } else if (word == "kept") {
             m_kept.insert(rest);
-        } else if (word == "told" || word == "failed") {
+        } else if (word == "message" || word == "failed") {
             m_complaint += line + ". ";
         }
     }
@@ -231,7 +232,7 @@ private:
         }
     }
 
-    /// Writes files whose names are almost those of temporaries.
+    /// Writes files whose names are similar to those of temporaries.
     void WriteSimilarFiles() const
     {
         for (const char* name : {"tarno.xml.12.tmp", "tarno.xml.49-abc.tarno-tmp", "tarno.xml.tarno-tmp",
@@ -247,9 +248,9 @@ private:
     TemporaryFolder m_folder;
     std::list<Writer> m_writers;
     Values m_expected;
-    std::vector<std::string> m_names; ///< in the folder at the beginning
-    Change m_begun;                   ///< of a killed program, saved or not
-    Values m_kept;                    ///< the paths that were named
+    std::vector<std::string> m_names; ///< files in the folder at the beginning
+    Change m_begun;                   ///< last change of a killed program, which may have been saved
+    Values m_kept;                    ///< paths of kept files named in notices
     std::string m_complaint;
     int m_started = 0;
     int m_saves = 0;

@@ -12,10 +12,12 @@ namespace
 using Texts = std::vector<std::string>;
 
 constexpr int changes = 100;
-constexpr int sharedTrip = 1; ///< all programs whose task is "edit" edit this one
-/// The others have old trips of their own. The last one stays, as its key would be given again.
+constexpr int sharedTrip = 1; ///< edited by all programs whose task is "edit"
+/// Each other program has old trips of its own. The last trip is never deleted, because its key would be used
+/// again.
 constexpr int oldTrips = sharedTrip + 4 * (changes + 1) + 1;
-constexpr int longestPause = 2000; ///< microseconds: some saves, so that most find changes of others
+constexpr int longestPause =
+    2000; ///< microseconds, long enough that most saves find changes of other programs
 
 } // namespace
 
@@ -35,9 +37,8 @@ private Q_SLOTS:
         QTest::newRow("four add, edit and delete") << Texts{"mixed", "mixed", "mixed", "mixed"} << false;
         QTest::newRow("one adds, one edits, one deletes") << Texts{"add", "edit", "delete"} << false;
         QTest::newRow("two edit the same trip") << Texts{"edit", "edit"} << false;
-        QTest::newRow("one is started again and again") << Texts{"add", "restart"} << false;
-        QTest::newRow("two are started again and again")
-            << Texts{"add", "add", "restart", "restart"} << false;
+        QTest::newRow("one is restarted repeatedly") << Texts{"add", "restart"} << false;
+        QTest::newRow("two are restarted repeatedly") << Texts{"add", "add", "restart", "restart"} << false;
         QTest::newRow("two add, one is killed") << Texts{"add", "add"} << true;
         QTest::newRow("three add, edit and delete, one is killed")
             << Texts{"mixed", "mixed", "mixed"} << true;

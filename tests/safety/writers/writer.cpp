@@ -1,14 +1,15 @@
 // writer FOLDER TASK NUMBER KEY
 //
-// Loads the log in FOLDER and says "ready". Then reads lines of two numbers: how many changes to make, and
-// for how many microseconds to pause at most after each; says "done" when they are made. TASK is one of
+// Loads the log in FOLDER and prints "ready". Then reads lines of two numbers: the number of changes to make,
+// and the longest pause after each in microseconds. Prints "done" after the changes. TASK is one of
 //   add      adds trips with the values NUMBER-1, NUMBER-2 and so on
-//   restart  the same, but loads the log anew before each
-//   edit     gives the trip KEY those values
+//   restart  the same, but loads the log again before each
+//   edit     sets the trip KEY to those values
 //   delete   deletes the trips KEY+1, KEY+2 and so on
 //   mixed    adds, edits and deletes at random
-// Before each save it says "change OLD>NEW" with the values of the trip, one of which may be empty,
-// afterwards "saved" or "failed"; "told" and the words of each message; "kept" and the path of each conflict.
+// Before each save it prints "change OLD>NEW" with the values of the trip, one of which may be empty; after
+// it, "saved" or "failed". It prints "message" and the text of each message, and "kept" and the path of each
+// kept file.
 
 #include "core/ErrorLog.h"
 #include "store/cSQL.h"
@@ -28,7 +29,7 @@ using namespace Tarno;
 namespace
 {
 
-/// In one call to the system, so that a kill leaves a whole line or none.
+/// Prints a line with a single system call, so that a kill cannot truncate it.
 void Say(std::string line)
 {
     std::replace_if(
@@ -75,7 +76,7 @@ private:
         const bool isDeletion = task == "delete";
         const int key = isDeletion ? m_key + ++m_deletions : task == "edit" ? m_key : 0;
         const int change = ++m_changes;
-        // of many lengths, so that a mixture of two versions of the log is noticed
+        // values of different lengths, so that a mixture of two versions of the log is detected
         const std::string value =
             m_number + '-' + std::to_string(change) + std::string(change % 11 * 37, '.');
         Record trip;
@@ -103,7 +104,7 @@ private:
 int main(int /*count*/, char** words)
 {
     ErrorReporter::Instance().SetShowMessage(
-        [](const std::string& text, const std::string& /*title*/) { Say("told " + text); });
+        [](const std::string& text, const std::string& /*title*/) { Say("message " + text); });
     Writer writer(words);
     Say("ready");
     for (int changes = 0, longestPause = 0; std::cin >> changes >> longestPause; Say("done")) {

@@ -22,12 +22,12 @@
 namespace Tarno
 {
 
-// The report builder as its user sees it, with data files that a test writes itself.
+// Helpers for tests that use the report builder like a user, on data files that the test writes.
 
-/// The values of a record in the order of its file.
+/// The values of a record in file order.
 using Line = std::vector<std::string>;
 
-/// Six fields, of which the first, third and fifth are on the default report.
+/// Six fields; the first, third and fifth are on the default report.
 inline const std::vector<Line> sixFields{{"1", "StartDate", "Date", "From", "20", "8", "0", "1"},
                                          {"2", "EndDate", "Until", "To", "20", "8", "0", "0"},
                                          {"3", "StartTime", "Time", "Start", "20", "8", "0", "1"},
@@ -35,7 +35,7 @@ inline const std::vector<Line> sixFields{{"1", "StartDate", "Date", "From", "20"
                                          {"5", "LocNo", "Place", "Where", "40", "8", "1", "1"},
                                          {"6", "TideStart", "Tide", "Water", "20", "8", "0", "0"}};
 
-/// Writes a data file. `names` are those of a record and of its values.
+/// Writes a data file. `names` contains the element names of a record and of its values.
 inline void WriteRecords(const TestProgram& program, const char* file, const std::vector<const char*>& names,
                          const std::vector<Line>& records)
 {
@@ -59,7 +59,7 @@ inline void WriteFields(const TestProgram& program, const std::vector<Line>& fie
                  fields);
 }
 
-/// Number, name, data names and field numbers of each saved report.
+/// Writes saved reports: number, name, data names and field numbers of each.
 inline void WriteReports(const TestProgram& program, std::vector<Line> reports)
 {
     for (Line& report : reports) {
@@ -69,7 +69,7 @@ inline void WriteReports(const TestProgram& program, std::vector<Line> reports)
                  reports);
 }
 
-/// A started program whose log has six fields, and saved reports when it is given some.
+/// A started program whose log has six fields and the given saved reports.
 class ProgramWithSixFields : public TestProgram
 {
 public:
@@ -83,7 +83,7 @@ public:
     }
 };
 
-/// Shows the builder and takes `steps` in it.
+/// Shows the builder and runs `steps` on it.
 template <typename Steps>
 void ShowBuilder(TestProgram& program, Steps&& steps)
 {
@@ -98,7 +98,7 @@ inline QListWidget& List(const QWidget& window, const char* name)
     return Find<QListWidget>(window, name);
 }
 
-/// The texts of a list with "|" between them.
+/// Returns the texts of a list, separated by "|".
 inline std::string Items(const QWidget& window, const char* list)
 {
     QStringList texts;
@@ -108,7 +108,7 @@ inline std::string Items(const QWidget& window, const char* list)
     return ToUtf8(texts.join(QLatin1Char('|')));
 }
 
-/// The numbers of the fields in a list with "," between them.
+/// Returns the numbers of the fields in a list, separated by ",".
 inline std::string Numbers(const QWidget& window, const char* list)
 {
     QStringList numbers;
@@ -118,14 +118,14 @@ inline std::string Numbers(const QWidget& window, const char* list)
     return ToUtf8(numbers.join(QLatin1Char(',')));
 }
 
-/// The row that is selected in a list, or -1.
+/// Returns the selected row of a list, or -1.
 inline int SelectedRow(const QWidget& window, const char* list)
 {
     const QList<QListWidgetItem*> selected = List(window, list).selectedItems();
     return selected.isEmpty() ? -1 : List(window, list).row(selected.front());
 }
 
-/// A visible point of the row of a list, in coordinates of the window.
+/// Scrolls to a row of a list and returns the center of its visible part in window coordinates.
 inline QPoint PlaceOf(const QWidget& window, const char* name, int row)
 {
     QListWidget& list = List(window, name);
@@ -170,14 +170,14 @@ inline void Choose(const QWidget& window, const char* name, int row)
         "the list stays open");
 }
 
-/// The selected item of a combo box, or "(none)".
+/// Returns the selected item of a combo box, or "(none)".
 inline std::string Chosen(const QWidget& window, const char* name)
 {
     const auto& box = Find<QComboBox>(window, name);
     return box.currentIndex() < 0 ? "(none)" : ToUtf8(box.currentText());
 }
 
-/// The items of a combo box with "|" between them.
+/// Returns the items of a combo box, separated by "|".
 inline std::string Choices(const QWidget& window, const char* name)
 {
     const auto& box = Find<QComboBox>(window, name);
@@ -188,7 +188,7 @@ inline std::string Choices(const QWidget& window, const char* name)
     return ToUtf8(texts.join(QLatin1Char('|')));
 }
 
-/// `caption` as it is drawn: "&&" is one "&", a single one marks the mnemonic.
+/// Returns `caption` as it is drawn: without the mnemonic mark, and with "&" instead of "&&".
 inline std::string Drawn(const QString& caption)
 {
     QString drawn;
@@ -199,14 +199,14 @@ inline std::string Drawn(const QString& caption)
     return ToUtf8(drawn);
 }
 
-/// What a button, check box or label says, without its mnemonic.
+/// Returns the caption of a button, check box or label without the mnemonic mark.
 inline std::string Caption(const QWidget& window, const char* name)
 {
     const auto* button = window.findChild<QAbstractButton*>(QLatin1String(name));
     return Drawn(button != nullptr ? button->text() : Find<QLabel>(window, name).text());
 }
 
-/// The texts of both lists of the builder with " -> " between the lists.
+/// Returns the texts of both lists of the builder, with " -> " between the lists.
 inline std::string Lists(const QWidget& builder)
 {
     return Items(builder, "lstAvail") + " -> " + Items(builder, "lstRpt");
@@ -227,7 +227,7 @@ inline bool IsTicked(const QWidget& window, const char* name)
     return Find<QAbstractButton>(window, name).isChecked();
 }
 
-/// Which of the controls that the builder enables and disables are disabled.
+/// Returns the names of the disabled controls, of those that the builder enables and disables.
 inline std::string Disabled(const QWidget& builder)
 {
     QStringList disabled;
@@ -245,7 +245,7 @@ inline std::string BoxText(const QWidget& window, const char* box)
     return ToUtf8(Find<QLineEdit>(window, box).text());
 }
 
-/// Replaces the text of a box by another, as pasting does.
+/// Replaces the text of a box as if pasted.
 inline void Retype(QWidget& window, const char* name, const std::string& text)
 {
     auto& box = Find<QLineEdit>(window, name);
@@ -254,7 +254,7 @@ inline void Retype(QWidget& window, const char* name, const std::string& text)
     box.insert(FromUtf8(text));
 }
 
-/// Presses a shortcut and waits until the button has come up again.
+/// Presses a shortcut and waits until the button is no longer down.
 inline void PressShortcut(const QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers,
                           const char* button)
 {
@@ -262,14 +262,14 @@ inline void PressShortcut(const QWidget& window, Qt::Key key, Qt::KeyboardModifi
     Await([&] { return !Find<QAbstractButton>(window, button).isDown(); }, "the button stays down");
 }
 
-/// The name of the control that has the focus.
+/// Returns the name of the control that has the focus.
 inline std::string Focused(const QWidget& window)
 {
     const QWidget* focus = window.focusWidget();
     return focus == nullptr ? "(none)" : ToUtf8(focus->objectName());
 }
 
-/// The controls that Tab reaches, starting with the one that has the focus.
+/// Returns the controls in tab order, starting with the one that has the focus.
 inline std::string TabOrder(const QWidget& window)
 {
     const std::string first = Focused(window);
@@ -284,7 +284,7 @@ inline std::string TabOrder(const QWidget& window)
     return order + " ...";
 }
 
-/// The letters that the mnemonics of a window's visible controls use, sorted.
+/// Returns the sorted mnemonic letters of the controls of a window.
 inline std::string Mnemonics(const QWidget& window)
 {
     std::string letters;

@@ -11,9 +11,9 @@
 namespace Tarno
 {
 
-// The window in which the fields of the log report are customised, as its user sees it.
+// Helpers for tests that use fCustom like a user.
 
-/// Opens the window and takes `steps` in it, which must close it.
+/// Opens the window and runs `steps`, which must close it.
 template <typename Steps>
 void ShowCustom(TestProgram& program, Steps&& steps)
 {
@@ -31,14 +31,14 @@ inline void Ok(QWidget& custom)
     Click(custom, "cmdOK");
 }
 
-/// What the four boxes show, "/" between them.
+/// Returns the texts of the four boxes, separated by "/".
 inline std::string Boxes(const QWidget& custom)
 {
     return BoxText(custom, "txtDesc") + "/" + BoxText(custom, "txtLabel") + "/" +
            BoxText(custom, "txtWidth") + "/" + BoxText(custom, "txtFont");
 }
 
-/// All values of a stored field, "/" between them.
+/// Returns the values of a stored field, separated by "/".
 inline std::string StoredField(const TestProgram& program, std::size_t position)
 {
     const Line field = program.Stored("field.xml").at(position);
@@ -49,7 +49,7 @@ inline std::string StoredField(const TestProgram& program, std::size_t position)
     return joined;
 }
 
-/// How often a data file has been written.
+/// Returns how often a data file has been saved.
 inline std::ptrdiff_t Saves(const TestProgram& program)
 {
     const auto& steps = program.operations.Steps();

@@ -15,9 +15,9 @@
 namespace Tarno
 {
 
-// The report builder's "Preview", whose report is read back from an RTF export.
+// Helpers for tests of the report builder's "Preview". They read the report back from an RTF export.
 
-/// A report as its preview shows it. The cells of a row have "|" between them.
+/// A report as shown in its preview. The cells of a row are separated by "|".
 struct Shown {
     std::string headings;
     std::vector<std::string> rows;
@@ -45,7 +45,7 @@ inline RtfReading Exported(TestProgram& program, QWidget& preview)
     return RtfReader::Read(QByteArray::fromStdString(program.folder.Read("shown.pdf")));
 }
 
-/// Reads the report in the open preview. Its columns must fit on one line.
+/// Reads the report in the open preview. The columns must fit on one line.
 inline Shown ReadPreview(TestProgram& program, QWidget& preview, int columns)
 {
     Shown shown;
@@ -60,7 +60,7 @@ inline Shown ReadPreview(TestProgram& program, QWidget& preview, int columns)
     return shown;
 }
 
-/// Opens the preview of the builder's report by `open`, reads it, and closes it.
+/// Calls `open`, which opens the preview of the builder's report, reads the preview and closes it.
 template <typename Open>
 Shown PreviewBy(TestProgram& program, QWidget& builder, Open&& open)
 {
@@ -79,7 +79,7 @@ inline Shown Preview(TestProgram& program, QWidget& builder)
     return PreviewBy(program, builder, [&] { Click(builder, "cmdPreview"); });
 }
 
-/// Clicks "Preview", which shows and writes nothing and leaves the builder as it was.
+/// Clicks "Preview" and checks that it shows and writes nothing and leaves the builder unchanged.
 inline void PreviewNothing(TestProgram& program, QWidget& builder)
 {
     const std::vector<std::string> steps = program.operations.Steps();
@@ -93,7 +93,7 @@ inline void PreviewNothing(TestProgram& program, QWidget& builder)
     QVERIFY(IsEnabled(builder, "cmdClose"));
 }
 
-/// Like PreviewNothing, because of an error that is reported.
+/// Like PreviewNothing, but expects an error report.
 inline void PreviewFails(TestProgram& program, QWidget& builder, const char* module, const char* routine,
                          ErrorNumber number)
 {
@@ -130,7 +130,7 @@ public:
     }
 };
 
-/// Puts the fields with those numbers on the report, in that order.
+/// Puts the fields with the given numbers on the report, in that order.
 inline void Show(QWidget& builder, const std::vector<int>& numbers)
 {
     Click(builder, "cmdBackAll");

@@ -9,7 +9,7 @@
 namespace Tarno
 {
 
-// Saved reports in the report builder.
+// Helpers for tests of the saved reports in the report builder.
 
 /// Three saved reports over the six fields.
 inline const std::vector<Line> threeReports{
@@ -20,18 +20,18 @@ inline const std::vector<Line> threeReports{
 /// FieldNumbers of the default report.
 inline const char* const defaultLists = "2,4,6 -> 1,3,5";
 
-/// The numbers of the fields in both lists of the builder with " -> " between the lists.
+/// Returns the field numbers in both lists of the builder, with " -> " between the lists.
 inline std::string FieldNumbers(const QWidget& builder)
 {
     return Numbers(builder, "lstAvail") + " -> " + Numbers(builder, "lstRpt");
 }
 
-/// A stored report: number, name, data names and field numbers with "/" between them.
+/// Returns number, name, data names and field numbers of a stored report, separated by "/".
 inline std::string StoredReport(const TestProgram& program, std::size_t position)
 {
     const auto reports = program.Stored("Rpt.xml");
     if (position >= reports.size()) {
-        return "(no such report)";
+        return "(not found)";
     }
     const Line& report = reports[position];
     return report.at(0) + "/" + report.at(1) + "/" + report.at(2) + "/" + report.at(3);
@@ -58,7 +58,7 @@ inline void OpenFrame(QWidget& builder)
     Click(builder, "cmdSave");
 }
 
-/// Saves the report that is shown as a new one.
+/// Saves the current report as a new one.
 inline void SaveNew(QWidget& builder, const std::string& name)
 {
     OpenFrame(builder);

@@ -26,7 +26,7 @@ std::vector<Line> ManyFields(int count)
     return fields;
 }
 
-/// A picker in a window of its own, with definitions to show.
+/// A picker in a window of its own, with field definitions.
 struct Picker {
     explicit Picker(const std::vector<Line>& definitions = sixFields)
     {
@@ -39,7 +39,7 @@ struct Picker {
         AwaitActive(picker);
     }
 
-    /// The numbers in both lists.
+    /// Returns the field numbers in both lists.
     std::string Shown() const { return Numbers(picker, "lstAvail") + " -> " + Numbers(picker, "lstRpt"); }
 
     TestProgram program;
@@ -252,7 +252,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, button);
         ProgramWithSixFields program;
         ShowBuilder(program, [&](QDialog& builder) {
-            Press(builder, Qt::Key_Tab); // through the lists, so that each has had the focus
+            Press(builder, Qt::Key_Tab); // gives the focus to each list once
             List(builder, "lstRpt").setFocus();
             Click(builder, button.constData());
             QCOMPARE(Lists(builder), "Until|End|Tide -> Date|Time|Place");

@@ -1,4 +1,4 @@
-// The log report as its preview shows it: its page, its rows, their order and their locations.
+// The preview of the log report: its page, its rows, their order and the location filter.
 
 #include "support/TestClass.h"
 #include "ui/reports/LogPreviewTest.h"
@@ -210,7 +210,7 @@ private Q_SLOTS:
         ShowBuilder(program, [&](QDialog& builder) {
             Show(builder, {5, 1});
             QCOMPARE(Preview(program, builder).rows, Rows{"Granite\nIsland|2003-03-01"});
-            Show(builder, {3}); // holds no lines
+            Show(builder, {3}); // a field without line breaks
             QCOMPARE(Preview(program, builder).rows, Rows{"a~CL~b"});
         });
     }
@@ -397,7 +397,7 @@ private Q_SLOTS:
         });
     }
 
-    void entryLocation_thatIsNoNumber_failsWithAFilterOnly()
+    void entryLocation_notANumber_failsOnlyWithAFilter()
     {
         ProgramWithTrips program;
         program.AddEntry(Trip("2003-05-01", "08:00", "by the sea", "0"));

@@ -1,4 +1,4 @@
-// How the log report lays its columns out from their definitions.
+// Laying out the columns of the log report from their definitions.
 
 #include "qt/Strings.h"
 #include "reports/LogReport.h"
@@ -63,18 +63,18 @@ private Q_SLOTS:
 
     void columns_touch_atFiftySevenTwipsToTheMillimetre()
     {
-        LogReport data(Wide({18, 11, 33}));
+        LogReport data(ColumnsOfWidths({18, 11, 33}));
         data.grid = {{"2003-02-05", "06:00", "Reef"}};
         const Document document = data.Run();
-        QCOMPARE(In(document.header, "lblF0").box, QRect(0, 741, 1026, 399));
-        QCOMPARE(In(document.header, "lblF1").box, QRect(1026, 741, 627, 399));
-        QCOMPARE(In(document.header, "lblF2").box, QRect(1653, 741, 1881, 399));
+        QCOMPARE(FindText(document.header, "lblF0").box, QRect(0, 741, 1026, 399));
+        QCOMPARE(FindText(document.header, "lblF1").box, QRect(1026, 741, 627, 399));
+        QCOMPARE(FindText(document.header, "lblF2").box, QRect(1653, 741, 1881, 399));
         const Band& row = document.details.front();
-        QCOMPARE(In(row, "fldF0").box, QRect(0, 0, 1026, 285));
-        QCOMPARE(In(row, "fldF1").box, QRect(1026, 0, 627, 285));
-        QCOMPARE(In(row, "fldF2").box, QRect(1653, 0, 1881, 285));
-        QCOMPARE(In(row, "fldF2").text, QStringLiteral("Reef"));
-        // the row begins right below its headings
+        QCOMPARE(FindText(row, "fldF0").box, QRect(0, 0, 1026, 285));
+        QCOMPARE(FindText(row, "fldF1").box, QRect(1026, 0, 627, 285));
+        QCOMPARE(FindText(row, "fldF2").box, QRect(1653, 0, 1881, 285));
+        QCOMPARE(FindText(row, "fldF2").text, QStringLiteral("Reef"));
+        // the row starts directly below its headings
         QCOMPARE(document.header.height, 741 + 399);
         QVERIFY(row.height >= 285 + 12);
     }
@@ -98,9 +98,9 @@ private Q_SLOTS:
         QFETCH(QPageLayout, page);
         QFETCH(int, fits);
         const auto placesOf = [&](const std::vector<int>& widths) {
-            LogReport data(Wide(widths));
+            LogReport data(ColumnsOfWidths(widths));
             data.program.printers.defaultPage = page;
-            return Joined(Places(data.Run(), widths.size()));
+            return Joined(ColumnPositions(data.Run(), widths.size()));
         };
         QCOMPARE(placesOf({fits}), QStringLiteral("0,0"));
         QCOMPARE(placesOf({100, fits - 100}), QStringLiteral("0,0 100,0"));
@@ -109,9 +109,9 @@ private Q_SLOTS:
         QCOMPARE(placesOf({100, fits - 99, 99}), QStringLiteral("0,0 0,1 %1,1").arg(fits - 99));
     }
 
-    void pageOfExactlyTheColumnsWidth_isWhatItIsTakenFor()
+    void margins_giveExactlyTheWidthOfTheColumns()
     {
-        LogReport data(Wide({255}));
+        LogReport data(ColumnsOfWidths({255}));
         data.program.printers.defaultPage = PageWithMargins(20.3, 20.32);
         const Document document = data.Run();
         QCOMPARE(document.paper.width() - document.margins.left() - document.margins.right(), 255 * 57);
@@ -122,29 +122,29 @@ private Q_SLOTS:
 
     void columns_severalLines_growTheBandsBy399TwipsEach()
     {
-        LogReport oneLine(Wide({200}));
+        LogReport oneLine(ColumnsOfWidths({200}));
         const Document low = oneLine.Run();
         const std::vector<int> widths{200, 55, 1, 250, 30, 200, 25, 100};
-        LogReport data(Wide(widths));
+        LogReport data(ColumnsOfWidths(widths));
         const Document document = data.Run();
-        QCOMPARE(Joined(Places(document, widths.size())),
+        QCOMPARE(Joined(ColumnPositions(document, widths.size())),
                  QStringLiteral("0,0 200,0 0,1 1,1 0,2 30,2 230,2 0,3"));
         QCOMPARE(document.header.height, low.header.height + 3 * 399);
         QCOMPARE(document.details.front().height, low.details.front().height + 3 * 399);
-        QCOMPARE(In(document.header, "lblF7").box, QRect(0, 34 * 57, 100 * 57, 399));
-        QCOMPARE(In(document.details.front(), "fldF7").box, QRect(0, 3 * 399, 100 * 57, 285));
-        QVERIFY(In(document.header, "lblF7").box.bottom() < document.header.height);
+        QCOMPARE(FindText(document.header, "lblF7").box, QRect(0, 34 * 57, 100 * 57, 399));
+        QCOMPARE(FindText(document.details.front(), "fldF7").box, QRect(0, 3 * 399, 100 * 57, 285));
+        QVERIFY(FindText(document.header, "lblF7").box.bottom() < document.header.height);
     }
 
-    void firstColumn_widerThanThePage_standsOnTheSecondLine()
+    void firstColumn_widerThanThePage_isOnTheSecondLine()
     {
-        LogReport oneLine(Wide({200}));
+        LogReport oneLine(ColumnsOfWidths({200}));
         const Document low = oneLine.Run();
         for (const int wide : {256, 300, 574}) {
-            LogReport data(Wide({wide, 10}));
+            LogReport data(ColumnsOfWidths({wide, 10}));
             const Document document = data.Run();
-            QCOMPARE(Joined(Places(document, 2)), QStringLiteral("0,1 0,2"));
-            QCOMPARE(In(document.header, "lblF0").box, QRect(0, 1140, wide * 57, 399));
+            QCOMPARE(Joined(ColumnPositions(document, 2)), QStringLiteral("0,1 0,2"));
+            QCOMPARE(FindText(document.header, "lblF0").box, QRect(0, 1140, wide * 57, 399));
             QCOMPARE(document.header.height, low.header.height + 2 * 399);
             QCOMPARE(document.details.front().height, low.details.front().height + 2 * 399);
         }
@@ -167,7 +167,7 @@ private Q_SLOTS:
         row("below 16 bits", QPageSize::A4, {-32769}, 6);
         row("largest position", QPageSize::A0, {300, 274, 10}, 0);
         row("position too far right", QPageSize::A0, {300, 275, 10}, 6);
-        row("nothing stands at the far end", QPageSize::A0, {300, 275}, 0);
+        row("nothing at the far end", QPageSize::A0, {300, 275}, 0);
         row("lowest line", QPageSize::A4, QList<int>(80, 256), 0);
         row("a line more", QPageSize::A4, QList<int>(81, 256), 6);
     }
@@ -176,12 +176,12 @@ private Q_SLOTS:
     {
         QFETCH(QPageSize::PageSizeId, paper);
         QFETCH(QList<int>, widths);
-        LogReport data(Wide({widths.begin(), widths.end()}));
+        LogReport data(ColumnsOfWidths({widths.begin(), widths.end()}));
         data.UsePaper(paper);
         QTEST(data.Error(), "number");
     }
 
-    void definition_thatIsNoNumber_isAnError_data()
+    void definition_notANumber_isAnError_data()
     {
         QTest::addColumn<std::string>("width");
         QTest::addColumn<std::string>("font");
@@ -203,20 +203,20 @@ private Q_SLOTS:
         row("grow flag too large", "20", "8", "32768", 6);
     }
 
-    void definition_thatIsNoNumber_isAnError()
+    void definition_notANumber_isAnError()
     {
         QFETCH(std::string, width);
         QFETCH(std::string, font);
         QFETCH(std::string, grow);
         LogReport data({{.name = "A"}, {.name = "B", .width = width, .grow = grow, .font = font}});
         QTEST(data.Error(), "number");
-        data.columns.pop_back(); // without that column it goes well
+        data.columns.pop_back(); // without that column there is no error
         QCOMPARE(data.Error(), 0);
     }
 
     void definition_withTooFewValues_isObjectNotSet()
     {
-        LogReport data(Wide({20}));
+        LogReport data(ColumnsOfWidths({20}));
         data.program.folder.Write("field.xml", "<data><field><FieldNo>1</FieldNo></field></data>");
         data.program.Start();
         QCOMPARE(data.program.sql.FieldList(data.columns), succeeded);
@@ -226,7 +226,7 @@ private Q_SLOTS:
     void width_zeroOrNegative_isLaidOutAndWritten_data()
     {
         QTest::addColumn<std::string>("width");
-        QTest::addColumn<int>("left"); // of the column behind it, in millimetres
+        QTest::addColumn<int>("left"); // of the next column, in millimetres
         QTest::newRow("0") << "0"s << 20;
         QTest::newRow("-5") << "-5"s << 15;
         QTest::newRow("-20") << "-20"s << 0;
@@ -241,7 +241,7 @@ private Q_SLOTS:
             LogReport data({{.name = "F0"}, {.name = "F1", .width = width, .grow = grow}, {.name = "F2"}});
             data.grid = {{"a", "some words\r\nand more", "c"}};
             const Document document = data.Run();
-            QCOMPARE(In(document.details.front(), "fldF2").box.left(), left * 57);
+            QCOMPARE(FindText(document.details.front(), "fldF2").box.left(), left * 57);
             QVERIFY(PdfBytes(document).startsWith("%PDF-"));
             QVERIFY(RtfBytes(document).startsWith("{\\rtf1"));
         }
@@ -253,10 +253,10 @@ private Q_SLOTS:
             {{.name = "A", .font = "6"}, {.name = "B", .font = "12.5"}, {.name = "C", .font = "1"}});
         const Document document = data.Run();
         const Band& row = document.details.front();
-        QCOMPARE(In(row, "fldA").font.Size, 6.0);
-        QCOMPARE(In(row, "fldB").font.Size, 12.5);
-        QCOMPARE(In(row, "fldC").font.Size, 1.0);
-        QCOMPARE(In(document.header, "lblB").font.Size, 8.0);
+        QCOMPARE(FindText(row, "fldA").font.Size, 6.0);
+        QCOMPARE(FindText(row, "fldB").font.Size, 12.5);
+        QCOMPARE(FindText(row, "fldC").font.Size, 1.0);
+        QCOMPARE(FindText(document.header, "lblB").font.Size, 8.0);
     }
 
     void headings_thatNeedTwoLines_haveThem()
@@ -264,41 +264,41 @@ private Q_SLOTS:
         LogReport data({{.name = "A", .width = "24", .label = "Observations of the day"},
                         {.name = "B", .width = "24", .label = "Seen"}});
         const Document document = data.Run();
-        const PlacedText& two = In(document.header, "lblA");
+        const PlacedText& two = FindText(document.header, "lblA");
         QCOMPARE(two.lines.size(), std::size_t(2));
         QCOMPARE(Joined(LinesOf(two)), QStringLiteral("Observations of the day"));
         QVERIFY(IsWhole(two));
-        const PlacedText& one = In(document.header, "lblB");
+        const PlacedText& one = FindText(document.header, "lblB");
         QCOMPARE(one.lines.size(), std::size_t(1));
-        // in the middle of the same height
+        // both are centred vertically
         QCOMPARE(one.box.height(), 399);
         QCOMPARE(one.lines.front().top, 741 + (399 - one.lineHeight) / 2);
     }
 
-    void anotherPage_laysTheColumnsOutAnew()
+    void anotherPage_laysOutTheColumnsAgain()
     {
-        LogReport data(Wide({120, 118, 17}));
+        LogReport data(ColumnsOfWidths({120, 118, 17}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         const Document a4 = LayOut(report).value();
-        QCOMPARE(Joined(Places(a4, 3)), QStringLiteral("0,0 120,0 238,0"));
+        QCOMPARE(Joined(ColumnPositions(a4, 3)), QStringLiteral("0,0 120,0 238,0"));
         report.Page.setPageSize(QPageSize(QPageSize::Letter));
         const Document letter = LayOut(report).value();
-        QCOMPARE(Joined(Places(letter, 3)), QStringLiteral("0,0 120,0 0,1"));
+        QCOMPARE(Joined(ColumnPositions(letter, 3)), QStringLiteral("0,0 120,0 0,1"));
         QCOMPARE(letter.header.height, a4.header.height + 399);
         report.Page.setPageSize(QPageSize(QPageSize::A5));
         const Document a5 = LayOut(report).value();
-        QCOMPARE(Joined(Places(a5, 3)), QStringLiteral("0,0 0,1 118,1"));
+        QCOMPARE(Joined(ColumnPositions(a5, 3)), QStringLiteral("0,0 0,1 118,1"));
         report.Page.setPageSize(QPageSize(QPageSize::A4));
         const Document again = LayOut(report).value();
-        QCOMPARE(Joined(Places(again, 3)), Joined(Places(a4, 3)));
+        QCOMPARE(Joined(ColumnPositions(again, 3)), Joined(ColumnPositions(a4, 3)));
         QCOMPARE(again.header.height, a4.header.height);
         QCOMPARE(again.header.texts.size(), a4.header.texts.size());
         QCOMPARE(again.details.front().height, a4.details.front().height);
     }
 
-    void pageSetup_inThePreview_laysTheColumnsOutAnew()
+    void pageSetup_inThePreview_laysOutTheColumnsAgain()
     {
-        LogReport data(Wide({120, 118, 17}));
+        LogReport data(ColumnsOfWidths({120, 118, 17}));
         arLogList report(data.program.program.printers.DefaultPage(), data.columns, data.grid);
         QPageLayout letter = data.program.printers.defaultPage;
         letter.setPageSize(QPageSize(QPageSize::Letter));
@@ -308,18 +308,18 @@ private Q_SLOTS:
             "fPreview", [&] { fPreview(data.program.program, report, nullptr).ShowReport(); },
             [&](QDialog& preview) {
                 const auto& shown = static_cast<fPreview&>(preview);
-                places << Joined(Places(shown.Pages(), 3));
+                places << Joined(ColumnPositions(shown.Pages(), 3));
                 Find<QAction>(preview, "tolPageSetup").trigger();
-                places << Joined(Places(shown.Pages(), 3));
+                places << Joined(ColumnPositions(shown.Pages(), 3));
                 QVERIFY(shown.Pages().paper.width() > shown.Pages().paper.height());
                 preview.close();
             });
         QCOMPARE(places, (QStringList{QStringLiteral("0,0 120,0 238,0"), QStringLiteral("0,0 120,0 0,1")}));
     }
 
-    void defaultReport_standsOnOneLine_data() { AddPapers(); }
+    void defaultReport_fitsOnOneLine_data() { AddPapers(); }
 
-    void defaultReport_standsOnOneLine()
+    void defaultReport_fitsOnOneLine()
     {
         QFETCH(QPageSize::PageSizeId, paper);
         QFETCH(int, printable);
@@ -350,8 +350,8 @@ private Q_SLOTS:
         data.FillGrid();
         const Document document = data.Run();
         for (const RecordView& column : data.columns) {
-            const PlacedText& heading =
-                In(document.header, QStringLiteral("lbl") + FromUtf8(column.Text(FieldField::FieldName)));
+            const PlacedText& heading = FindText(
+                document.header, QStringLiteral("lbl") + FromUtf8(column.Text(FieldField::FieldName)));
             QCOMPARE(Joined(LinesOf(heading)), FromUtf8(column.Text(FieldField::Label)));
             QVERIFY2(IsWhole(heading), qPrintable(heading.name));
         }

@@ -1,4 +1,4 @@
-// The fields of the log report: those of a saved report, and those whose definitions make the report fail.
+// The fields of the log report: fields of a saved report, and definitions that make the report fail.
 
 #include "support/TestClass.h"
 #include "ui/reports/LogPreviewTest.h"
@@ -50,7 +50,7 @@ private Q_SLOTS:
             ClickItem(builder, "lstRpt", 0);
             Click(builder, "cmdDn");
             const Shown shown = Preview(program, builder);
-            QCOMPARE(shown.headings, "Start|Water"); // of the list; the values are those stored
+            QCOMPARE(shown.headings, "Start|Water"); // headings from the list, values from the saved report
             QCOMPARE(shown.rows,
                      (Rows{"0-Top|10:00", "1-Run Out|07:00", "2-Bottom|09:00", "3-Run In|06:00"}));
             Show(builder, {1, 2});
@@ -102,7 +102,7 @@ private Q_SLOTS:
             ChooseSaved(builder, 0);
             Click(builder, "cmdMoveAll");
             PreviewFails(program, builder, ErrorNumber::SubscriptOutOfRange);
-            Choose(builder, "cboSaved", 0); // loads it anew
+            Choose(builder, "cboSaved", 0); // loads it again
             QCOMPARE(Preview(program, builder).headings, "Water|Start");
         });
     }
@@ -199,7 +199,7 @@ private Q_SLOTS:
         });
     }
 
-    void definition_thatIsNoNumber_isReported_data()
+    void definition_notANumber_isReported_data()
     {
         QTest::addColumn<int>("position");
         QTest::addColumn<QByteArray>("value");
@@ -218,7 +218,7 @@ private Q_SLOTS:
         row("empty font size", FieldField::Font, "", ErrorNumber::TypeMismatch);
     }
 
-    void definition_thatIsNoNumber_isReported()
+    void definition_notANumber_isReported()
     {
         QFETCH(int, position);
         QFETCH(QByteArray, value);
@@ -235,7 +235,7 @@ private Q_SLOTS:
         });
     }
 
-    void definition_ofAFieldThatIsNotShown_isNotLookedAt()
+    void definition_ofAFieldThatIsNotShown_isIgnored()
     {
         TestProgram program;
         std::vector<Line> fields = sixFields;
@@ -283,7 +283,7 @@ private Q_SLOTS:
         });
     }
 
-    void customisedBadly_isReported()
+    void invalidCustomisation_isReported()
     {
         ProgramWithTrips program;
         ShowBuilder(program, [&](QDialog& builder) {

@@ -1,4 +1,4 @@
-// Saving a report as RTF or PDF: the question, the file's name, and writing that fails.
+// Exporting a report as RTF or PDF: the file dialog, the file name, and write errors.
 
 #include "qt/Strings.h"
 #include "reports/ReadRtf.h"
@@ -14,7 +14,7 @@ namespace
 
 enum class Format { Rtf, Pdf };
 
-/// A report in its preview, and the program that it belongs to.
+/// A program and a report in its preview.
 struct ShownReport {
     ShownReport()
     {
@@ -24,7 +24,7 @@ struct ShownReport {
         document = LayOut(report).value();
     }
 
-    /// The user is asked for a file and names `file`, or cancels.
+    /// Expects the file dialog and answers it with `file`, or cancels.
     void ExpectQuestion(Format format, const std::optional<QString>& file)
     {
         const bool rtf = format == Format::Rtf;
@@ -114,9 +114,9 @@ private Q_SLOTS:
         QCOMPARE(shown.program.folder.Names().size(), before.size() + 1);
     }
 
-    void cancel_writesAndSaysNothing_data() { AddFormats(); }
+    void cancel_writesAndShowsNothing_data() { AddFormats(); }
 
-    void cancel_writesAndSaysNothing()
+    void cancel_writesAndShowsNothing()
     {
         QFETCH(Format, format);
         ShownReport shown;
@@ -139,7 +139,7 @@ private Q_SLOTS:
         CheckContent(format, shown.program.folder.Read("report.pdf"));
     }
 
-    void failedWriting_isSaidAndTheOlderFileStays_data()
+    void writeError_isReportedAndTheOldFileStays_data()
     {
         QTest::addColumn<Format>("format");
         QTest::addColumn<QByteArray>("step");
@@ -156,7 +156,7 @@ private Q_SLOTS:
         }
     }
 
-    void failedWriting_isSaidAndTheOlderFileStays()
+    void writeError_isReportedAndTheOldFileStays()
     {
         QFETCH(Format, format);
         QFETCH(QByteArray, step);
@@ -172,9 +172,9 @@ private Q_SLOTS:
         QCOMPARE(shown.program.folder.Names(), before);
     }
 
-    void missingFolder_isSaid_data() { AddFormats(); }
+    void missingFolder_isReported_data() { AddFormats(); }
 
-    void missingFolder_isSaid()
+    void missingFolder_isReported()
     {
         QFETCH(Format, format);
         ShownReport shown;
@@ -247,7 +247,7 @@ private:
         QTest::newRow("PDF") << Format::Pdf;
     }
 
-    /// `bytes` are the whole report in that format.
+    /// Checks that `bytes` is the complete report in that format.
     static void CheckContent(Format format, const std::string& bytes)
     {
         const QByteArray content = QByteArray::fromStdString(bytes);

@@ -1,4 +1,4 @@
-// The frame of the report builder in which a report gets its name: opening, filling in and cancelling it.
+// The frame in which the user names a report: opening, filling in and cancelling it.
 
 #include "support/TestClass.h"
 #include "ui/reports/SaveFrame.h"
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(confirmed.count(), 0);
         QTest::mouseClick(&Find<QWidget>(frame, "cmdSavedOK"), Qt::LeftButton);
         QCOMPARE(confirmed.count(), 1);
-        QVERIFY(frame.isVisible()); // its owner decides when it closes
+        QVERIFY(frame.isVisible()); // its owner closes it
     }
 
     void save_opensTheFrameOverTheWindow()
@@ -95,7 +95,7 @@ private Q_SLOTS:
         });
     }
 
-    void save_withSavedReports_isNoNewOneAtFirst()
+    void save_withSavedReports_isNotNewAtFirst()
     {
         ProgramWithSixFields program(threeReports);
         ShowBuilder(program, [](QDialog& builder) {
@@ -202,7 +202,7 @@ private Q_SLOTS:
         });
     }
 
-    void frame_holdsTheKeyboard()
+    void frame_keepsTheFocus()
     {
         ProgramWithSixFields program(threeReports);
         ShowBuilder(program, [](QDialog& builder) {

@@ -1,4 +1,4 @@
-// Saved reports in the report builder: choosing and deleting them, and reloading after fields were
+// Saved reports in the report builder: selecting and deleting them, and reloading after fields were
 // customised.
 
 #include "support/TestClass.h"
@@ -290,7 +290,7 @@ private Q_SLOTS:
         ProgramWithSixFields program(threeReports);
         program.messages.Expect(deleteQuestion, Button::Yes);
         ShowBuilder(program, [](QDialog& builder) {
-            Press(builder, Qt::Key_D, Qt::AltModifier); // disabled yet
+            Press(builder, Qt::Key_D, Qt::AltModifier); // still disabled
             Find<QWidget>(builder, "cboSaved").setFocus();
             Press(builder, Qt::Key_Down);
             PressMnemonic(builder, Qt::Key_D, "cmdDelete");

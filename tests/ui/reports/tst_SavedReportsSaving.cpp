@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(StoredReport(program, 0), "1/Nothing//");
     }
 
-    void saved_keepsWhatElseTheRecordHolds()
+    void saved_keepsOtherValuesOfTheRecord()
     {
         TestProgram program;
         WriteFields(program, sixFields);
@@ -152,7 +152,7 @@ private Q_SLOTS:
             Click(builder, "cmdSavedOK");
         });
         QCOMPARE(StoredReport(program, 0), "1/" + typed + "/StartTime,StartDate,LocNo/3,1,5");
-        program.sql.Init(); // as the next start reads it
+        program.sql.Init(); // simulates the next start
         ShowBuilder(program, [&](QDialog& builder) { QCOMPARE(Choices(builder, "cboSaved"), typed); });
     }
 
@@ -370,7 +370,7 @@ private Q_SLOTS:
             SaveNew(builder, "Shifted");
         });
         QCOMPARE(StoredReport(program, 0),
-                 "1/Shifted/EndTime,StartDate/3,1"); // field 3 is the third of the file
+                 "1/Shifted/EndTime,StartDate/3,1"); // field 3 is the third in the file
     }
 
     void fieldFileWithAGap_fieldBeyondTheEnd_isReported()

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 namespace
 {
 
-/// The dialog for work that is under way, or nothing while it is not shown.
+/// Returns the dialog, or null if it is not shown.
 QProgressDialog* Shown()
 {
     return qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
@@ -29,12 +29,12 @@ private Q_SLOTS:
     {
         ScriptedClock clock;
         WaitDialog wait(clock, nullptr, QStringLiteral("Laying out the report..."), 10);
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         clock.now += 499ms;
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         QVERIFY(Shown() == nullptr);
         clock.now += 1ms;
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         QVERIFY(Shown() != nullptr);
         QCOMPARE(Shown()->objectName(), QStringLiteral("dlgWait"));
         QCOMPARE(Shown()->windowTitle(), QStringLiteral("Tarno"));
@@ -47,13 +47,13 @@ private Q_SLOTS:
         ScriptedClock clock;
         WaitDialog wait(clock, nullptr, QString(), 10);
         clock.now += 500ms;
-        wait.GoesOn();
+        wait.Advance();
         QCOMPARE(Shown()->value(), 1);
         clock.now += 49ms;
-        wait.GoesOn();
+        wait.Advance();
         QCOMPARE(Shown()->value(), 1);
         clock.now += 1ms;
-        wait.GoesOn();
+        wait.Advance();
         QCOMPARE(Shown()->value(), 3);
     }
 
@@ -62,7 +62,7 @@ private Q_SLOTS:
         ScriptedClock clock;
         WaitDialog wait(clock, nullptr, QString());
         clock.now += 1s;
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         QCOMPARE(Shown()->maximum(), 0);
         QCOMPARE(Shown()->value(), 0);
     }
@@ -72,18 +72,18 @@ private Q_SLOTS:
         ScriptedClock clock;
         WaitDialog wait(clock, nullptr, QString(), 10);
         clock.now += 500ms;
-        QVERIFY(wait.GoesOn());
+        QVERIFY(wait.Advance());
         Shown()->cancel();
-        QVERIFY(!wait.GoesOn());
+        QVERIFY(!wait.Advance());
     }
 
-    void dialog_isGoneWithTheWork()
+    void dialog_closesWithTheWork()
     {
         ScriptedClock clock;
         {
             WaitDialog wait(clock, nullptr, QString(), 10);
             clock.now += 500ms;
-            wait.GoesOn();
+            wait.Advance();
             QVERIFY(Shown() != nullptr);
         }
         QVERIFY(Shown() == nullptr);

@@ -1,4 +1,4 @@
-// The window in which the fields of the log report are customised: what it shows, and what it stores when.
+// The window that customises the fields of the log report: what it shows, and what it stores when.
 
 #include "reports/engine/ReportFonts.h"
 #include "support/TestClass.h"
@@ -17,7 +17,7 @@ class tst_fCustom : public QObject
 
 private Q_SLOTS:
 
-    void captions_areAsKnown()
+    void captions_areAsExpected()
     {
         ProgramWithSixFields program;
         ShowCustom(program, [](QDialog& custom) {
@@ -336,7 +336,7 @@ private Q_SLOTS:
         QCOMPARE(StoredField(program, 1), "2/EndDate/Until/To/20/8/0/0");
         ShowCustom(program, [](QDialog& custom) {
             Choose(custom, 1);
-            QCOMPARE(Boxes(custom), "Until/To/20/8"); // nor does the program keep it
+            QCOMPARE(Boxes(custom), "Until/To/20/8"); // the edit is not kept in memory either
             Ok(custom);
         });
     }

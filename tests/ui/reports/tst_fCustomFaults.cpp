@@ -104,7 +104,7 @@ private Q_SLOTS:
         WriteFields(program, {sixFields[0], sixFields[2], sixFields[3]}); // numbers 1, 3, 4
         program.Start();
         ShowCustom(program, [](QDialog& custom) {
-            Choose(custom, 1); // field 3, which is the third of the file
+            Choose(custom, 1); // field 3, which is the third in the file
             QCOMPARE(Boxes(custom), "End/Stop/20/8");
             Retype(custom, "txtLabel", "Finish");
             Ok(custom);
@@ -113,14 +113,14 @@ private Q_SLOTS:
         QCOMPARE(StoredField(program, 2), "4/EndTime/End/Finish/20/8/0/0");
     }
 
-    void gap_fieldBehindTheEnd_isReported_data()
+    void gap_fieldBeyondTheEnd_isReported_data()
     {
         QTest::addColumn<bool>("edited");
         QTest::newRow("unchanged") << false;
         QTest::newRow("edited") << true;
     }
 
-    void gap_fieldBehindTheEnd_isReported()
+    void gap_fieldBeyondTheEnd_isReported()
     {
         QFETCH(bool, edited);
         TestProgram program;
@@ -143,7 +143,7 @@ private Q_SLOTS:
         QCOMPARE(StoredField(program, 2), "4/EndTime/End/Stop/20/8/0/0");
     }
 
-    void gap_firstFieldBehindTheEnd_isReported()
+    void gap_firstFieldBeyondTheEnd_isReported()
     {
         TestProgram program;
         WriteFields(program, {sixFields[5]});
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QCOMPARE(program.folder.Read("field.xml"), before);
     }
 
-    void fieldNumber_thatIsNone_isReported()
+    void invalidFieldNumber_isReported()
     {
         TestProgram program;
         WriteFields(program, {{"one", "StartDate", "Date", "From", "20", "8", "0", "1"}});

@@ -36,7 +36,7 @@ public:
         report.tools = {{QStringLiteral("&RTF Export"), 3}, {QStringLiteral("&PDF Export"), 4}};
     }
 
-    /// Shows the report and takes `steps` on its window, which is closed afterwards.
+    /// Shows the report, runs `steps` on its window and closes the window.
     void Show(const std::function<void()>& steps)
     {
         WhileOpen(
@@ -86,7 +86,7 @@ public:
         Press(Window(), Qt::Key_Return);
     }
 
-    /// Turns the wheel by one step over the pages.
+    /// Turns the mouse wheel by one step over the pages.
     void Wheel(int angle, Qt::KeyboardModifiers modifiers)
     {
         const QPointF position(100, 100);
@@ -134,7 +134,7 @@ private Q_SLOTS:
         });
     }
 
-    void reportsTools_standAtTheirPositions()
+    void reportTools_areAtTheirPositions()
     {
         Preview preview;
         preview.Show([&] {
@@ -182,7 +182,7 @@ private Q_SLOTS:
     void toolThatFails_isReportedAndThePreviewStays()
     {
         Preview preview;
-        preview.report.during[QStringLiteral("ToolbarClick")] = [] {
+        preview.report.handlers[QStringLiteral("ToolbarClick")] = [] {
             throw Error(ErrorNumber::TypeMismatch);
         };
         preview.program.reports.Expect("fPreview", "ToolbarClick", ErrorNumber::TypeMismatch);
@@ -283,7 +283,7 @@ private Q_SLOTS:
         });
     }
 
-    void zoomList_percentIsTaken()
+    void zoomList_percentIsApplied()
     {
         Preview preview;
         preview.Show([&] {
@@ -325,7 +325,7 @@ private Q_SLOTS:
         });
     }
 
-    void zoomBox_typedPercentIsTaken_data()
+    void zoomBox_typedPercentIsApplied_data()
     {
         QTest::addColumn<QByteArray>("typed");
         QTest::addColumn<int>("zoom");
@@ -336,7 +336,7 @@ private Q_SLOTS:
         QTest::newRow("too large") << QByteArray("5000") << 800;
     }
 
-    void zoomBox_typedPercentIsTaken()
+    void zoomBox_typedPercentIsApplied()
     {
         QFETCH(QByteArray, typed);
         QFETCH(int, zoom);
@@ -355,8 +355,8 @@ private Q_SLOTS:
         QTest::newRow("word") << QByteArray("large");
         QTest::newRow("none") << QByteArray("0");
         QTest::newRow("negative") << QByteArray("-1");
-        QTest::newRow("negative, as the list knows it") << QByteArray("-2");
-        QTest::newRow("beyond all numbers") << QByteArray("99999999999");
+        QTest::newRow("negative, the value of an item") << QByteArray("-2");
+        QTest::newRow("out of range") << QByteArray("99999999999");
     }
 
     void zoomBox_otherText_changesNothing()
@@ -427,7 +427,7 @@ private Q_SLOTS:
         });
     }
 
-    void twoPages_standSideBySide()
+    void twoPages_areSideBySide()
     {
         Preview preview;
         preview.Show([&] {
@@ -448,7 +448,7 @@ private Q_SLOTS:
         });
     }
 
-    void pageSetup_laysOutAnew()
+    void pageSetup_laysOutAgain()
     {
         Preview preview;
         QPageLayout turned = preview.report.Page;
@@ -457,7 +457,7 @@ private Q_SLOTS:
         preview.Show([&] {
             preview.TypePage("3");
             preview.ClickTool("tolPageSetup");
-            QCOMPARE(preview.View().PageCount(), 9); // a row on each page now
+            QCOMPARE(preview.View().PageCount(), 9); // now one row on each page
             QCOMPARE(preview.PageBox().text(), QStringLiteral("1 of 9"));
             QCOMPARE(preview.Pages().paper, QSize(16838, 11906));
             preview.ClickTool("tolLast");
@@ -487,7 +487,7 @@ private Q_SLOTS:
         turned.setOrientation(QPageLayout::Landscape);
         preview.program.printers.ExpectSetUpPage(turned);
         preview.Show([&] {
-            preview.report.during[QStringLiteral("FetchData")] = CancelLayingOut;
+            preview.report.handlers[QStringLiteral("FetchData")] = CancelLayingOut;
             const Document* pages = &preview.Pages();
             preview.ClickTool("tolPageSetup");
             QCOMPARE(&preview.Pages(), pages);
@@ -505,7 +505,7 @@ private Q_SLOTS:
         preview.program.printers.ExpectSetUpPage(turned);
         preview.program.reports.Expect("fPreview", "tolPageSetup", ErrorNumber::TypeMismatch);
         preview.Show([&] {
-            preview.report.during[QStringLiteral("FetchData")] = [] {
+            preview.report.handlers[QStringLiteral("FetchData")] = [] {
                 throw Error(ErrorNumber::TypeMismatch);
             };
             preview.ClickTool("tolPageSetup");
@@ -514,7 +514,7 @@ private Q_SLOTS:
         });
     }
 
-    void print_handsAllPagesOver()
+    void print_printsAllPages()
     {
         Preview preview;
         preview.program.printers.ExpectPrint(QStringLiteral("Nine Rows"), 5);
@@ -548,7 +548,7 @@ private Q_SLOTS:
     void layingOutCancelled_showsNothing()
     {
         Preview preview;
-        preview.report.during[QStringLiteral("FetchData")] = CancelLayingOut;
+        preview.report.handlers[QStringLiteral("FetchData")] = CancelLayingOut;
         WithoutWindow([&] { fPreview(preview.program.program, preview.report, nullptr).ShowReport(); });
         QCOMPARE(preview.report.events.count(QStringLiteral("FetchData")), 1);
     }
@@ -556,7 +556,7 @@ private Q_SLOTS:
     void errorOfTheReport_passesThroughAndShowsNothing()
     {
         Preview preview;
-        preview.report.during[QStringLiteral("Detail_Format")] = [] {
+        preview.report.handlers[QStringLiteral("Detail_Format")] = [] {
             throw Error(ErrorNumber::ObjectNotSet);
         };
         WithoutWindow([&] {
@@ -581,7 +581,7 @@ private Q_SLOTS:
 private:
     static QSizeF PageAt(int percent) { return QSizeF(11906, 16838) / 15 * percent / 100; }
 
-    /// The user presses "Cancel" in the dialog that stands there while a report is laid out.
+    /// Presses "Cancel" in the dialog that is shown while a report is laid out.
     static void CancelLayingOut()
     {
         for (QWidget* widget : QApplication::allWidgets()) {

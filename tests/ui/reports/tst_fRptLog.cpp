@@ -15,7 +15,7 @@ class tst_fRptLog : public QObject
 
 private Q_SLOTS:
 
-    void captions_areAsKnown()
+    void captions_areAsExpected()
     {
         ProgramWithSixFields program;
         ShowBuilder(program, [](QDialog& builder) {
@@ -41,7 +41,7 @@ private Q_SLOTS:
         });
     }
 
-    void toolTips_areAsKnown()
+    void toolTips_areAsExpected()
     {
         ProgramWithSixFields program;
         ShowBuilder(program, [](QDialog& builder) {
@@ -105,7 +105,7 @@ private Q_SLOTS:
         });
     }
 
-    void opened_field_isInTheListThatItsFlagSays_data()
+    void opened_field_isInTheListForItsFlag_data()
     {
         QTest::addColumn<QByteArray>("flag");
         QTest::addColumn<bool>("onReport");
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QTest::newRow("with a blank") << QByteArray("0 ") << true;
     }
 
-    void opened_field_isInTheListThatItsFlagSays()
+    void opened_field_isInTheListForItsFlag()
     {
         QFETCH(QByteArray, flag);
         QFETCH(bool, onReport);
@@ -222,7 +222,7 @@ private Q_SLOTS:
             "fRptLog", [&] { fRptLog(program.program, nullptr).exec(); },
             [&](QDialog& builder) {
                 ClickItem(builder, "lstRpt", 0);
-                Click(builder, "cmdBack"); // an unsaved choice is dropped without a question
+                Click(builder, "cmdBack"); // the unsaved change is discarded without a question
                 if (by == "button") {
                     Click(builder, "cmdClose");
                 } else if (by == "mnemonic") {

@@ -21,7 +21,7 @@ Status Save(cSQL& sql, std::int16_t key, const std::string& value)
     return sql.EntryUpdate(trip);
 }
 
-/// A log of two trips that Tarno has open while another program, which locks nothing, writes it.
+/// A log of two trips that Tarno has open while another program writes it without locking.
 struct OpenLog : TestStore {
     OpenLog()
     {
@@ -34,7 +34,7 @@ struct OpenLog : TestStore {
 
     std::string Bytes() const { return folder.Read("tarno.xml"); }
 
-    /// The values of the trips, with a blank before each.
+    /// Returns the values of the trips, each preceded by a blank.
     std::string Values() const
     {
         std::string values;
@@ -44,7 +44,7 @@ struct OpenLog : TestStore {
         return values;
     }
 
-    /// The log with one more trip.
+    /// Returns the log with one more trip.
     std::string WithTheirs() const
     {
         Trips trips = TripsIn(Bytes()).value();
@@ -52,15 +52,15 @@ struct OpenLog : TestStore {
         return LogOf(trips);
     }
 
-    /// Puts another file in the place of the log, as synchronising tools do.
+    /// Replaces the log by another file, as synchronisation tools do.
     void Replace(const std::string& bytes) const
     {
         folder.Write("received", bytes);
         fs::rename(ToPath(folder.PathOf("received")), Path());
     }
 
-    /// Adds a trip by writing into the log itself, as cp and scp do, or over it (`mode` is "in"), as rsync
-    /// does. The second half is written after `pauses` pauses of Tarno.
+    /// Adds a trip by writing to the log in place: truncates it first, as cp and scp do, or overwrites it if
+    /// `mode` is "in", as rsync --inplace does. Writes the second half after `pauses` pauses of Tarno.
     void WriteFor(int pauses, std::ios::openmode mode = std::ios::trunc)
     {
         const std::string bytes = WithTheirs();
@@ -70,7 +70,7 @@ struct OpenLog : TestStore {
             "pause", [=] { *file << bytes.substr(bytes.size() / 2) << std::flush; }, pauses);
     }
 
-    Texts kept; ///< the files that the notices name
+    Texts kept; ///< files named in notices
 };
 
 using Action = std::function<void(OpenLog&)>;
@@ -97,14 +97,14 @@ void Remove(OpenLog& log)
 
 } // namespace
 
-// What a synchronising tool, or a copy by hand, does to the log between and during the saves of a program.
-class tst_OtherHands : public QObject
+// Changes that a synchronisation tool or a manual copy makes to the log between and during saves.
+class tst_ExternalChanges : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
 
-    void changedDuringSaves_theLogHasAllTripsAndNothingIsTold()
+    void changedDuringSaves_theLogHasAllTripsAndNoNoticeIsShown()
     {
         struct Change {
             const char* name;
@@ -117,12 +117,12 @@ private Q_SLOTS:
             {"removed", Remove, false},
             {"the same bytes", [](OpenLog& log) { log.Replace(log.Bytes()); }, false},
             {"the same bytes in place", [](OpenLog& log) { Written(log.Bytes())(log); }, false},
-            {"a trip more", [](OpenLog& log) { log.Replace(log.WithTheirs()); }, true},
-            {"a trip more in place", [](OpenLog& log) { log.WriteFor(0); }, true},
-            {"a trip more over the old bytes", [](OpenLog& log) { log.WriteFor(0, std::ios::in); }, true},
-            {"a trip more in place, slowly", [](OpenLog& log) { log.WriteFor(1); }, true},
-            {"a trip more in place, very slowly", [](OpenLog& log) { log.WriteFor(90); }, true}};
-        // until Tarno looks at the log for the last time
+            {"one more trip", [](OpenLog& log) { log.Replace(log.WithTheirs()); }, true},
+            {"one more trip in place", [](OpenLog& log) { log.WriteFor(0); }, true},
+            {"one more trip over the old bytes", [](OpenLog& log) { log.WriteFor(0, std::ios::in); }, true},
+            {"one more trip in place, slowly", [](OpenLog& log) { log.WriteFor(1); }, true},
+            {"one more trip in place, very slowly", [](OpenLog& log) { log.WriteFor(90); }, true}};
+        // the steps up to Tarno's last check of the log
         const std::vector<std::pair<std::string, int>> moments{
             {"lock", 0}, {"get state", 0}, {"get state", 1}, {"create", 0}, {"get state", 2}};
         std::mt19937 random(20260509);
@@ -141,7 +141,7 @@ private Q_SLOTS:
         }
     }
 
-    void olderCopy_theTripsThatItLacksAreDeletedAndNothingIsTold()
+    void olderCopy_missingTripsAreDeletedWithoutNotice()
     {
         OpenLog log;
         QCOMPARE(Save(log.sql, 0, "A"), succeeded);
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(log.kept, Texts());
     }
 
-    void twoTakeTurns_onlyVersionsOfTheSameTripAreKept()
+    void alternatingSaves_onlyVersionsOfTheSameTripAreKept()
     {
         OpenLog log;
         cSQL other(log.programFolder, log.operations);
@@ -174,7 +174,7 @@ private Q_SLOTS:
         QCOMPARE(log.kept, Texts{log.folder.PathOf("tarno-kept-1.xml")});
     }
 
-    void noLogInItsPlace_theSaveFailsUntilItHasGone_data()
+    void invalidLog_saveFailsUntilItIsRepaired_data()
     {
         QTest::addColumn<Action>("make");
         QTest::addColumn<Action>("repair");
@@ -196,7 +196,7 @@ private Q_SLOTS:
         }) << remove << ours;
     }
 
-    void noLogInItsPlace_theSaveFailsUntilItHasGone()
+    void invalidLog_saveFailsUntilItIsRepaired()
     {
         QFETCH(Action, make);
         QFETCH(Action, repair);
@@ -222,5 +222,5 @@ private Q_SLOTS:
     }
 };
 
-TEST_CLASS(tst_OtherHands)
-#include "tst_OtherHands.moc"
+TEST_CLASS(tst_ExternalChanges)
+#include "tst_ExternalChanges.moc"

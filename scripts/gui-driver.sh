@@ -1,20 +1,20 @@
-# A hand for keyboard and mouse and an eye on the screen: drives the real program on a virtual display.
-# Sourced, in bash with errexit, by a script that has set
-#   out      a folder for pictures and the report
+# Functions that drive the real program by keyboard and mouse on a virtual display and take screenshots.
+# To be sourced by a bash script with errexit that sets
+#   out      the folder for the screenshots and the report
 #   program  the program to drive
-# and has called on_virtual_display.
+# and then calls on_virtual_display.
 
 report=$out/report.txt
 
-patience=180 # seconds; what has not happened by then is a failure, however busy the machine is
+patience=180 # timeout in seconds, long enough for a busy machine
 
-# on_virtual_display <script> <arguments>...: runs the calling script again on a display of its own
+# on_virtual_display <script> <argument>...: runs the calling script again on a virtual display of its own
 on_virtual_display() {
     [ -z "${TARNO_VIRTUAL_DISPLAY:-}" ] || return 0
     local display status=0
-    # without auto-repeat: a key must not be repeated because its release comes late
+    # -r: no auto-repeat, because a late key release would repeat the key
     exec {display}< <(exec Xvfb -displayfd 1 -r -screen 0 1280x800x24 2>/dev/null)
-    # shellcheck disable=SC2064 # the process that has just been started
+    # shellcheck disable=SC2064 # expands $! now, to the process that has just been started
     trap "kill $!" EXIT
     read -r DISPLAY <&"$display" || stop "the virtual display did not start"
     TARNO_VIRTUAL_DISPLAY=yes DISPLAY=:$DISPLAY "$@" || status=$?
@@ -26,13 +26,13 @@ await() {
     local what=$1 end=$((SECONDS + patience))
     shift
     until "$@"; do
-        [ "$SECONDS" -lt "$end" ] || stop "$what did not come"
+        [ "$SECONDS" -lt "$end" ] || stop "timed out waiting for $what"
         sleep 0.05
     done
 }
 
 # start [<data folder>]: starts the window manager and the program, whose settings are in $out/home; without a
-# folder the program keeps the log in the user's own
+# folder, the program uses the default data folder of the user
 start() {
     log=${1:-${XDG_DATA_HOME:-$HOME/.local/share}/Tarno}
     mkdir -p "$out/home"
@@ -44,7 +44,7 @@ start() {
     trap 'kill $tarno 2>/dev/null || true' EXIT
 }
 
-# starts the window manager again if it ended: a display that has just been started may refuse it
+# starts the window manager, again if it has ended, because a new display may refuse it at first
 window_manager_answers() {
     if [ -z "${manager:-}" ] || ! kill -0 "$manager" 2>/dev/null; then
         openbox >>"$out/openbox.log" 2>&1 &
@@ -53,10 +53,12 @@ window_manager_answers() {
     xdotool get_desktop >/dev/null 2>&1
 }
 
+# tell <text>: prints a line and adds it to the report
 tell() {
     printf '%s\n' "$*" | tee -a "$report"
 }
 
+# stop <text>: takes a screenshot and fails
 stop() {
     [ -z "${DISPLAY:-}" ] || import -window root "$out/failed.png" || true
     tell "FAILED: $*"
@@ -72,8 +74,8 @@ window() {
     await "the window '$1'" is_active "$1"
 }
 
-# splash [<picture> <what it shows>]: waits for the splash screen to come and to close by itself. A machine that
-# is too busy to see it sees the log for a while.
+# splash [<picture> <what it shows>]: waits until the splash screen has been shown and has closed itself. On a busy
+# machine it may go unnoticed; the main window then stays active for a while.
 splash() {
     local looks=0
     until is_active "About Tarno Fishing Log" || [ "$looks" -gt 100 ]; do
@@ -93,7 +95,7 @@ type_text() {
     xdotool type --delay 10 "$1"
 }
 
-# click <x> <y> [button]: in the active window, from its upper left corner
+# click <x> <y> [button]: clicks in the active window, relative to its upper left corner
 click() {
     xdotool mousemove --sync --window "$(xdotool getactivewindow)" "$1" "$2" click "${3:-1}"
 }
@@ -114,10 +116,11 @@ pop_up() {
     await "the menu" are_more_windows_shown "$before"
 }
 
-# picture <name> <what it shows>: of the windows without the empty screen around them, when they have been painted
+# picture <name> <what it shows>: takes a screenshot of the windows, without the empty screen around them, after they
+# have been painted
 picture() {
     local before="" now tries
-    for tries in $(seq 20); do # a cursor that blinks never comes to rest
+    for tries in $(seq 20); do # a limit, because a blinking cursor keeps changing the picture
         sleep 0.1
         now=$(import -window root rgb:- | cksum)
         [ "$now" != "$before" ] || break
@@ -127,23 +130,23 @@ picture() {
     tell "picture $1.png: $2"
 }
 
-# records <file> <element>: how many records the data file holds
+# records <file> <element>: prints the number of records in the data file
 records() {
     xmllint --xpath "count(/data/$2)" "$log/$1"
 }
 
-# value <file> <element> <position>: the last record's value there
+# value <file> <element> <position>: prints the value at that position of the last record
 value() {
     xmllint --xpath "string(/data/$2[last()]/*[$(($3 + 1))])" "$log/$1"
 }
 
-# expect <what> <found> <wanted>
+# expect <what> <found> <wanted>: fails if the values differ
 expect() {
     [ "$2" = "$3" ] || stop "$1 is '$2' instead of '$3'"
     tell "$1: $2"
 }
 
-# await_value <what> <wanted> <command>...: waits until the command, which reads the log, prints that
+# await_value <what> <wanted> <command>...: repeats the command, which reads the log, until it prints the wanted value
 await_value() {
     local what=$1 wanted=$2 found end=$((SECONDS + patience))
     shift 2
@@ -154,14 +157,14 @@ await_value() {
     tell "$what: $found"
 }
 
-# typed_path <path>: as the program wants it; TARNO_DRIVE names the drive under which it sees /
+# typed_path <path>: prints the path as the program expects it; TARNO_DRIVE is the drive that Wine maps to /
 typed_path() {
     local path=$1
     [ -z "${TARNO_DRIVE:-}" ] || path=$TARNO_DRIVE${path//\//\\}
     printf '%s' "$path"
 }
 
-# export_report <PDF or RTF> <name> [picture]: from the preview, which is the active window, into $out
+# export_report <PDF or RTF> <name> [picture]: exports from the preview, which is the active window, to $out
 export_report() {
     local preview key suffix=pdf head=%PDF-
     preview=$(xdotool getactivewindow getwindowname)
@@ -174,9 +177,9 @@ export_report() {
     window "Save Report to $1"
     keys ctrl+a
     type_text "$(typed_path "$PWD/$out/$2")"
-    [ -z "${3:-}" ] || picture "$3" "where the $1 goes"
+    [ -z "${3:-}" ] || picture "$3" "the dialog for the $1 export"
     keys Return
-    if [ -n "${TARNO_DRIVE:-}" ]; then # Wine leaves the focus with its dialog, which has gone
+    if [ -n "${TARNO_DRIVE:-}" ]; then # Wine leaves the focus on the closed dialog
         await "the end of the dialog" no_window_is_named "Save Report to $1"
         await "the window '$preview'" activate "$preview"
     fi
@@ -188,12 +191,12 @@ no_window_is_named() {
     ! xdotool search --onlyvisible --name "^$1\$" >/dev/null
 }
 
-# activate <title>: fails while a window that xdotool looks at is being closed
+# activate <title>: activates the window; fails while xdotool examines a window that is being closed
 activate() {
     xdotool search --onlyvisible --name "^$1\$" windowactivate 2>/dev/null && is_active "$1"
 }
 
-# first_trip: adds the first place and the first trip to an empty log, from its main window
+# first_trip: adds the first location and the first trip to an empty log, starting from the main window
 first_trip() {
     click 172 30
     window "Location Listing"
@@ -208,7 +211,7 @@ first_trip() {
     keys Tab
     type_text "10"
     keys Tab
-    picture 03-place "the first place"
+    picture 03-place "the first location"
     keys alt+s
     await_value "locations" 1 records location.xml location
     keys Escape
@@ -230,7 +233,7 @@ first_trip() {
     window "Tarno Fishing Log"
 }
 
-# leave: ends the program from its main window, and fails when it logged an error meanwhile
+# leave: exits the program from its main window; fails if it has logged an error
 leave() {
     keys Escape
     window "Going Fishing Again?"

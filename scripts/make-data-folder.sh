@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Makes a folder such as the program keeps its data in, from the files that ship.
-#   scripts/lay-out.sh DIR             an empty log
-#   scripts/lay-out.sh --sample DIR    the sample log
+# Creates a data folder from the shipped files.
+#   scripts/make-data-folder.sh DIR             an empty log
+#   scripts/make-data-folder.sh --sample DIR    the sample log
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -10,7 +10,7 @@ if [ "${1:-}" = --sample ]; then
     sample=yes
     shift
 fi
-folder=${1:?usage: scripts/lay-out.sh [--sample] DIR}
+folder=${1:?usage: scripts/make-data-folder.sh [--sample] DIR}
 mkdir -p "$folder"
 cp data/*.xml data/*.txt "$folder/"
 if [ -n "$sample" ]; then

@@ -6,28 +6,28 @@
 #include <string>
 #include <string_view>
 
-/// What every program of this folder defines: takes any bytes, returns 0.
+/// The function that each fuzzer defines: takes any bytes and returns 0.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace Tarno
 {
 
-/// The bytes as a text.
+/// Returns the bytes as a text.
 inline std::string_view BytesOf(const std::uint8_t* data, std::size_t size)
 {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-/// Stops the program when a promise is broken, so that the fuzzer keeps the input.
-inline void Promise(bool kept, const char* promise)
+/// Aborts the program if a property does not hold, so that the fuzzer keeps the input.
+inline void Require(bool holds, const char* property)
 {
-    if (!kept) {
-        std::fprintf(stderr, "broken: %s\n", promise);
+    if (!holds) {
+        std::fprintf(stderr, "broken: %s\n", property);
         std::abort();
     }
 }
 
-/// `text` without what XML takes for blanks.
+/// Returns `text` without XML white space.
 inline std::string WithoutBlanks(std::string text)
 {
     std::erase_if(text, [](char letter) {

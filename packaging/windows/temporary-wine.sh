@@ -1,5 +1,5 @@
-# A Wine and a virtual display of the calling script's own, gone with its end. Sourced after packages.sh, before
-# anything else is done: the script is started again on the display.
+# Sets up a temporary Wine prefix and a virtual display, which end with the calling script. To be sourced after
+# packages.sh and before any other work, because it starts the script again on the virtual display.
 
 if [ -z "${TARNO_VIRTUAL_DISPLAY:-}" ]; then
     export TARNO_VIRTUAL_DISPLAY=yes
@@ -20,8 +20,8 @@ packaging/windows/wine.sh wineboot --init >"$WINEPREFIX/log" 2>&1 || {
     tail -n 20 "$WINEPREFIX/log" >&2
     fail "Wine could not be set up"
 }
-# one program runs all the time, so that Wine's services are never started by a test, which would wait for them
+# keeps Wine's services running; otherwise each test would start them and wait for them
 packaging/windows/wine.sh cmd /c "ping -n 100000 127.0.0.1" >/dev/null 2>&1 &
-# the offscreen platform looks for fonts in one folder
+# Qt's offscreen platform loads fonts from a single folder
 mkdir "$WINEPREFIX/fonts"
 ln -s /usr/share/fonts/truetype/{dejavu/DejaVuS,liberation/}*.ttf /usr/share/wine/fonts/tahoma*.ttf "$WINEPREFIX/fonts"

@@ -1,28 +1,33 @@
 #!/usr/bin/env bash
-# What a new user does with the installed program: run by test.sh in the clean root, as that user.
+# Uses the installed program as a new user does. Run by test.sh as an ordinary user in the clean root.
 set -euo pipefail
 cd "$HOME"
 export XDG_RUNTIME_DIR=$HOME/trial
 
 program=/usr/bin/tarno
 out=trial
-source "$(dirname "$0")/hand.sh"
+source "$(dirname "$0")/gui-driver.sh"
 mkdir -p "$out"
 chmod 700 "$out"
 on_virtual_display bash "$0"
-[ ! -w "$program" ] || stop "the program could be overwritten by this user"
+[ ! -w "$program" ] || stop "this user can overwrite the program"
 
 tell "first day, $("$program" --version)"
 start
+<<<<<<< HEAD:packaging/linux/new-user.sh
 window "Where Your Log Is Stored"
-picture 01-where "where the log lies"
+picture 01-where "the notice that names the folder of the log"
+=======
+window "Where Your Log Lies"
+picture 01-where "the notice that names the folder of the log"
+>>>>>>> english3:packaging/linux/new-user.sh
 keys Return
 splash
 picture 02-empty "an empty log"
 for file in /usr/share/tarno/*.*; do
-    cmp "$file" "$log/$(basename "$file")" || stop "$file is not in the user's folder"
+    cmp "$file" "$log/$(basename "$file")" || stop "$file was not copied to the user's folder"
 done
-tell "the user's folder holds all files that ship"
+tell "the user's folder contains all shipped files"
 
 first_trip
 leave
