@@ -14,13 +14,8 @@ on_virtual_display bash "$0"
 
 tell "first day, $("$program" --version)"
 start
-<<<<<<< HEAD:packaging/linux/new-user.sh
 window "Where Your Log Is Stored"
 picture 01-where "the notice that names the folder of the log"
-=======
-window "Where Your Log Lies"
-picture 01-where "the notice that names the folder of the log"
->>>>>>> english3:packaging/linux/new-user.sh
 keys Return
 splash
 picture 02-empty "an empty log"

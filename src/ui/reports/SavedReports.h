@@ -49,7 +49,7 @@ public:
     /// Returns whether a saved report is selected and the box is ticked.
     bool IsInUse() const;
     /// Returns the fields of the selected report as stored, even if the picker has been changed since. Throws
-    /// Error SubscriptOutOfRange if the position that the report's number stands for does not exist.
+    /// Error SubscriptOutOfRange if there is no report at the position that its number means.
     ReportSelection StoredSelection() const;
 
 Q_SIGNALS:
