@@ -40,11 +40,11 @@ void OneYear(benchmark::State& state)
 void SinesOfOneDay(benchmark::State& state)
 {
     constexpr int samples = 25;
-    constexpr int ofTheSun = 9;   // 2 in the series, 4 to convert to equatorial, 3 for the altitude
-    constexpr int ofTheMoon = 29; // 22 in the series, then the same
+    constexpr int sinesForSun = 9;   // 2 in the series, 4 to convert to equatorial, 3 for the altitude
+    constexpr int sinesForMoon = 29; // 22 in the series, then the same
     for ([[maybe_unused]] auto _ : state) {
         double angle = 0;
-        for (int sine = 0; sine < samples * (ofTheSun + 3 * ofTheMoon); ++sine) {
+        for (int sine = 0; sine < samples * (sinesForSun + 3 * sinesForMoon); ++sine) {
             benchmark::DoNotOptimize(std::sin(angle));
             angle = angle < 6 ? angle + 0.0123 : 0;
         }

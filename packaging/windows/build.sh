@@ -2,7 +2,7 @@
 # Builds Tarno and its tests for 64-bit Windows on Debian. Writes build/windows/Tarno/ with the data files, the sample
 # log, and a single Tarno.exe that needs only libraries that are part of Windows.
 #   packaging/windows/build.sh [OPTION...]    options of cmake --build
-# The first run also builds the static libraries, which takes half an hour, and stores them in the user's cache.
+# The first run also builds the static libraries, which takes a quarter of an hour on two idle cores, and stores them in the user's cache.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 source packaging/windows/libraries.sh

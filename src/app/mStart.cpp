@@ -31,7 +31,7 @@ int mStart::Main(const DataFolder& folder)
     ErrorReporter& reporter = ErrorReporter::Instance();
     reporter.SetLog(programFolder, *operations, clock);
     reporter.SetShowMessage([&messages](const std::string& text, const std::string& title) {
-        messages.Tell(QApplication::activeWindow(), FromUtf8(text), FromUtf8(title));
+        messages.ShowInformation(QApplication::activeWindow(), FromUtf8(text), FromUtf8(title));
     });
 
     cSQL sql(programFolder, *operations);
@@ -46,7 +46,7 @@ int mStart::Main(const DataFolder& folder)
     int exitCode = 1;
     if (sql.Init() == succeeded) {
         if (folder.isNew) {
-            messages.Tell(
+            messages.ShowInformation(
                 nullptr,
                 QStringLiteral(
                     "Welcome to Tarno. The program folder is read-only, so your log is stored in:\r\n\r\n") +

@@ -76,12 +76,13 @@ int main(int argc, char* argv[])
     try {
         return mStart::Main(FindDataFolder(programFolder, userFolder));
     } catch (const Error&) {
-        DesktopMessageBoxes().Tell(nullptr,
-                                   QStringLiteral("Tarno could not create the folder for your log:\r\n\r\n") +
-                                       QDir::toNativeSeparators(userFolder) +
-                                       QStringLiteral("\r\n\r\nNo log was created. Start Tarno with --folder "
-                                                      "and a folder that you can write to."),
-                                   QStringLiteral("Tarno Error"));
+        DesktopMessageBoxes().ShowInformation(
+            nullptr,
+            QStringLiteral("Tarno could not create the folder for your log:\r\n\r\n") +
+                QDir::toNativeSeparators(userFolder) +
+                QStringLiteral("\r\n\r\nNo log was created. Start Tarno with --folder "
+                               "and a folder that you can write to."),
+            QStringLiteral("Tarno Error"));
         return 1;
     }
 }

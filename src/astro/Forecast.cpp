@@ -53,7 +53,7 @@ private:
     mRiseSet::Observer m_observer;
 };
 
-/// Returns the texts of the two boxes of a body.
+/// Returns the texts for the rise box and the set box of the sun or the moon.
 RiseSetTexts BoxTexts(const RiseSetTexts& times)
 {
     const std::string& rise = times.rise;

@@ -85,7 +85,7 @@ FolderLock SafeWriter::LockFolder(const std::string& folder)
     return RetryWhileHeld(m_operations, attemptsInTenSeconds, [&] { return m_operations.Lock(folder); });
 }
 
-void SafeWriter::RemoveStale(const std::string& path)
+void SafeWriter::RemoveStaleTemporaries(const std::string& path)
 {
     try {
         const std::string target = Resolved(path);

@@ -35,7 +35,7 @@ public:
     /// Removes orphaned temporaries of `path` that killed processes have left. Takes the folder lock first
     /// and does nothing if another program holds it. On file systems without locks, removes only temporaries
     /// older than an hour. Never fails.
-    void RemoveStale(const std::string& path);
+    void RemoveStaleTemporaries(const std::string& path);
 
     /// The suffix of every temporary's name.
     static constexpr std::string_view temporarySuffix = ".tarno-tmp";

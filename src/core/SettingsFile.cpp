@@ -150,7 +150,7 @@ std::string UserConfigurationFolder()
 std::unique_ptr<SettingsStore> SystemSettingsStore(FileOperations& operations)
 {
     const std::string path = UserConfigurationFolder() + "/tarno/settings.xml";
-    SafeWriter(operations).RemoveStale(path);
+    SafeWriter(operations).RemoveStaleTemporaries(path);
     return std::make_unique<SettingsFile>(path, operations);
 }
 #endif

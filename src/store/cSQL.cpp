@@ -59,7 +59,7 @@ Status cSQL::Init()
         for (DataFile* file : {&m_entries, &m_fields, &m_locations, &m_entryBlank, &m_locationBlank,
                                &m_reports, &m_reportBlank}) {
             file->Load(m_folder, m_operations);
-            SafeWriter(m_operations).RemoveStale(m_folder.FindPath(file->Name()));
+            SafeWriter(m_operations).RemoveStaleTemporaries(m_folder.FindPath(file->Name()));
         }
     });
 }

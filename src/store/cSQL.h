@@ -115,8 +115,8 @@ private:
     Status Change(std::string_view routine, DataFile& in, const char* savedAs, const TableChange& change,
                   Record* updated = nullptr);
 
-    /// Replaces the old keys of records in `in` by the new ones: in the caller's record `updated`, in the set
-    /// of trips of this run, and in those trips that refer to a location with a new key.
+    /// Applies the new keys that merging gave to records of `in`. Updates the caller's record `updated`,
+    /// `m_ownTrips`, and the trips of this run whose location has a new key.
     void UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys,
                           Record* updated);
 

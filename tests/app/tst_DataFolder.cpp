@@ -28,7 +28,7 @@ public:
 
     QString At(const char* path) const { return QString::fromStdString(folder.PathOf(path)); }
 
-    void Ship(const std::string& where) const
+    void WriteShippedFiles(const std::string& where) const
     {
         folder.Write(where + "/field.xml", "<data/>");
         folder.Write(where + "/tarno.xml", "<data><tarno/></data>");
@@ -62,8 +62,8 @@ private Q_SLOTS:
     void filesInTheProgramFolder_areUsed()
     {
         const Machine machine;
-        machine.Ship("bin");
-        machine.Ship("share/tarno");
+        machine.WriteShippedFiles("bin");
+        machine.WriteShippedFiles("share/tarno");
         const DataFolder found = machine.Find();
         QCOMPARE(found.path, machine.At("bin"));
         QVERIFY(!found.isNew);
@@ -79,7 +79,7 @@ private Q_SLOTS:
     void installed_createsTheUserFolderOnce()
     {
         const Machine machine;
-        machine.Ship("share/tarno");
+        machine.WriteShippedFiles("share/tarno");
         const DataFolder first = machine.Find();
         QCOMPARE(first.path, machine.At("home/data/Tarno"));
         QVERIFY(first.isNew);
@@ -99,7 +99,7 @@ private Q_SLOTS:
     void installedReadOnly_copiesAreWritable()
     {
         const Machine machine;
-        machine.Ship("share/tarno");
+        machine.WriteShippedFiles("share/tarno");
         for (const char* name : {"share/tarno/field.xml", "share/tarno/tarno.xml", "share/tarno/Bait.txt"}) {
             QFile::setPermissions(machine.At(name), QFileDevice::ReadOwner | QFileDevice::ReadOther);
         }
@@ -110,7 +110,7 @@ private Q_SLOTS:
     void readOnlyProgramFolder_filesAreCopiedToTheUserFolder()
     {
         const Machine machine;
-        machine.Ship("bin");
+        machine.WriteShippedFiles("bin");
         const UnprivilegedUser plain(machine.folder);
         if (!UnprivilegedUser::IsUnprivileged()) {
             QSKIP(UnprivilegedUser::skipReason);
@@ -126,7 +126,7 @@ private Q_SLOTS:
     void userFolderNotCreated_isPathFileAccess()
     {
         const Machine machine;
-        machine.Ship("share/tarno");
+        machine.WriteShippedFiles("share/tarno");
         machine.folder.Write("home/data", "a file with the name of the folder");
         QCOMPARE(RaisedNumber([&] { machine.Find(); }), 75);
         QCOMPARE(machine.folder.Read("home/data"), "a file with the name of the folder");
@@ -135,7 +135,7 @@ private Q_SLOTS:
     void filesNotCopied_leaveNoPartialFolder()
     {
         const Machine machine;
-        machine.Ship("share/tarno");
+        machine.WriteShippedFiles("share/tarno");
         const UnprivilegedUser plain(machine.folder);
         if (!UnprivilegedUser::IsUnprivileged()) {
             QSKIP(UnprivilegedUser::skipReason);

@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(parabola.z1, 0.5);
     }
 
-    void quad_rootsAtBothEnds_count()
+    void quad_rootsAtBothEnds_areIncluded()
     {
         const Parabola parabola = Quad(0, -1, 0);
         QCOMPARE(parabola.nz, 2);
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(Quad(1, 1, 1).nz, 0);
     }
 
-    void hm_everyMinuteOfTheDay_isItself()
+    void hm_everyMinuteOfTheDay_keepsHoursAndMinutes()
     {
         for (int minute = 0; minute <= 24 * 60; ++minute) {
             const int hhmm = 100 * (minute / 60) + minute % 60;

@@ -24,7 +24,7 @@ class tst_FileOperations : public QObject
 
 private Q_SLOTS:
 
-    void getState_fileFolderOrMissing()
+    void getState_describesFileFolderAndMissingPath()
     {
         const TemporaryFolder folder;
         folder.Write("file", "12345");

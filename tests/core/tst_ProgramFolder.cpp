@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(ProgramFolder(folder.Path() + '/').FindPath(asked), folder.PathOf(stored));
     }
 
-    void findPath_missingFile_isPathOf()
+    void findPath_missingFile_returnsPathOf()
     {
         const TemporaryFolder folder;
         folder.Write("field.xml.bak", "x");

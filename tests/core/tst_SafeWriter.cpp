@@ -244,7 +244,7 @@ private Q_SLOTS:
         QCOMPARE(m_operations->Count("lock"), 1000);
     }
 
-    void removeStale_removesOnlyTemporariesOfTheFile()
+    void removeStaleTemporaries_removesOnlyTemporariesOfTheFile()
     {
         Texts left{"field.xml.12.tarno-tmp",  "tarno.xml",           "tarno.xml-12.tarno-tmp",
                    "tarno.xml..tarno-tmp",    "tarno.xml.12",        "tarno.xml.12.tmp",
@@ -262,31 +262,31 @@ private Q_SLOTS:
             left.emplace_back("tarno.xml.2.tarno-tmp");
             m_folder->MakeLink(left.back(), "tarno.xml");
         }
-        RemoveStale();
+        RemoveStaleTemporaries();
         std::sort(left.begin(), left.end());
         QCOMPARE(m_folder->Names(), left);
     }
 
-    void removeStale_noTemporaries_takesNoLock()
+    void removeStaleTemporaries_noTemporaries_takesNoLock()
     {
         m_folder->Write("tarno.xml", "log");
-        RemoveStale();
+        RemoveStaleTemporaries();
         QCOMPARE(m_operations->Steps(), Texts());
-        SafeWriter(*m_operations).RemoveStale(m_folder->PathOf("gone/tarno.xml"));
+        SafeWriter(*m_operations).RemoveStaleTemporaries(m_folder->PathOf("gone/tarno.xml"));
     }
 
-    void removeStale_whileAnotherProgramSaves_keepsItsTemporary()
+    void removeStaleTemporaries_whileAnotherProgramSaves_keepsItsTemporary()
     {
         m_folder->Write("tarno.xml.12.tarno-tmp", "half");
         FolderLock held = SystemFileOperations()->Lock(m_folder->Path());
-        RemoveStale();
+        RemoveStaleTemporaries();
         QVERIFY(std::filesystem::exists(ToPath(m_folder->PathOf("tarno.xml.12.tarno-tmp"))));
         held.reset();
-        RemoveStale();
+        RemoveStaleTemporaries();
         QCOMPARE(m_folder->Names(), Texts());
     }
 
-    void removeStale_withoutLocks_keepsTemporariesYoungerThanAnHour()
+    void removeStaleTemporaries_withoutLocks_keepsTemporariesYoungerThanAnHour()
     {
         using namespace std::chrono_literals;
         for (const auto& [name, age] :
@@ -296,16 +296,16 @@ private Q_SLOTS:
                                              std::filesystem::file_time_type::clock::now() - age);
         }
         m_operations->DisableLocks();
-        RemoveStale();
+        RemoveStaleTemporaries();
         QCOMPARE(m_folder->Names(), Texts{"tarno.xml.1.tarno-tmp"});
     }
 
-    void removeStale_oneCannotBeRemoved_removesTheOthers()
+    void removeStaleTemporaries_oneCannotBeRemoved_removesTheOthers()
     {
         m_folder->Write("tarno.xml.1.tarno-tmp", "half");
         m_folder->Write("tarno.xml.2.tarno-tmp", "half");
         m_operations->Fail("remove", ErrorNumber::PathFileAccess);
-        RemoveStale();
+        RemoveStaleTemporaries();
         QCOMPARE(m_folder->Names().size(), std::size_t{1});
     }
 
@@ -316,7 +316,10 @@ private:
         return RaisedNumber([&] { SafeWriter(*m_operations).Write(m_folder->PathOf(name), bytes); });
     }
 
-    void RemoveStale() { SafeWriter(*m_operations).RemoveStale(m_folder->PathOf("tarno.xml")); }
+    void RemoveStaleTemporaries()
+    {
+        SafeWriter(*m_operations).RemoveStaleTemporaries(m_folder->PathOf("tarno.xml"));
+    }
 
     std::unique_ptr<TemporaryFolder> m_folder;
     std::unique_ptr<ScriptedFileOperations> m_operations;

@@ -95,7 +95,7 @@ const Texts entryNames{
     "FishCaught",   "AirPressure", "PressureReading", "Obbos",         "Major1",    "Major2",    "Minor1",
     "Minor2",       "Picture"};
 
-std::string InShipped(const std::string& name)
+std::string ShippedPath(const std::string& name)
 {
     return TARNO_SHIPPED_DATA "/" + name;
 }
@@ -148,7 +148,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, file);
         QFETCH(int, count);
-        const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
+        const std::string bytes = ReadWholeFile(ShippedPath(file.toStdString()));
         pugi::xml_document document;
         QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full));
         const auto records = document.child("data").children();
@@ -201,7 +201,7 @@ private Q_SLOTS:
     void emptyFiles_haveNoRecords()
     {
         QFETCH(QString, file);
-        const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
+        const std::string bytes = ReadWholeFile(ShippedPath(file.toStdString()));
         pugi::xml_document document;
         QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full));
         QCOMPARE(std::string(document.first_child().name()), "data");
@@ -234,7 +234,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, file);
         QFETCH(QString, record);
-        const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
+        const std::string bytes = ReadWholeFile(ShippedPath(file.toStdString()));
         QVERIFY(IsXmlText(bytes));
         pugi::xml_document document;
         QVERIFY(document.load_buffer(bytes.data(), bytes.size(), pugi::parse_full, pugi::encoding_utf8));
@@ -326,7 +326,7 @@ private Q_SLOTS:
     void pickList_hasWindowsLineEnds()
     {
         QFETCH(QString, file);
-        const std::string bytes = ReadWholeFile(InShipped(file.toStdString()));
+        const std::string bytes = ReadWholeFile(ShippedPath(file.toStdString()));
         QVERIFY(IsXmlText(bytes));
         QVERIFY(bytes.ends_with("\r\n"));
         std::set<std::string> lines;
@@ -398,7 +398,7 @@ private Q_SLOTS:
         QVERIFY(halfHours >= 1);
     }
 
-    void sample_codes_areInTheirGroups()
+    void sample_codes_areValidOptionIndexes()
     {
         const std::map<std::size_t, int> counts{
             {EntryField::TideStart, 4},    {EntryField::TideEnd, 4},      {EntryField::Prediction, 4},
@@ -451,7 +451,7 @@ private Q_SLOTS:
         std::erase(pictures, std::string());
         QVERIFY(pictures.size() >= 3);
         for (const std::string& picture : pictures) {
-            const std::string bytes = ReadWholeFile(InShipped("sample/" + picture));
+            const std::string bytes = ReadWholeFile(ShippedPath("sample/" + picture));
             QVERIFY2(bytes.starts_with("\x89PNG"), picture.c_str());
         }
     }

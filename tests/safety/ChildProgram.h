@@ -38,8 +38,8 @@ public:
         m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
 #endif
         for (int turns = 1; !Starts(); ++turns) {
-            constexpr int most = isWindows ? 20 : 1; // under Wine, starting a process sometimes fails
-            if (turns == most) {
+            constexpr int maxAttempts = isWindows ? 20 : 1; // under Wine, starting a process sometimes fails
+            if (turns == maxAttempts) {
                 qFatal("%s: %s", qPrintable(m_process.program()), qPrintable(m_process.errorString()));
             }
             qWarning("%s, turn %d", qPrintable(m_process.errorString()), turns);

@@ -80,7 +80,7 @@ std::optional<QString> ChosenIn(QFileDialog& dialog)
 
 } // namespace
 
-void MessageBoxes::Tell(QWidget* parent, const QString& text, const QString& title)
+void MessageBoxes::ShowInformation(QWidget* parent, const QString& text, const QString& title)
 {
     Ask(parent, {.text = text, .title = title});
 }

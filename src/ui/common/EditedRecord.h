@@ -29,8 +29,8 @@ public:
 
     std::size_t Count() const { return m_copy.Count(); }
 
-    /// Stores `text`, cleaned by XmlText, at `position` and sets the changed flag if the value differs.
-    /// Returns whether it did. Throws Error ObjectNotSet if the record has no value at `position`.
+    /// Stores `text`, cleaned by XmlText, at `position`. If the value differs, sets the changed flag and
+    /// returns true. Throws Error ObjectNotSet if the record has no value at `position`.
     bool Store(std::size_t position, std::string_view text)
     {
         if (m_copy.Text(position) == XmlText(text)) {

@@ -17,7 +17,7 @@ EditingDialog::EditingDialog(const Program& program, UpdateOperation update, QWi
       m_guard(new LeaveGuard(this)),
       m_binder(new RecordBinder(this, m_record, *m_guard))
 {
-    connect(m_binder, &RecordBinder::WrittenBack, this, &EditingDialog::EnableSave);
+    connect(m_binder, &RecordBinder::WrittenBack, this, &EditingDialog::UpdateSaveButton);
 }
 
 void EditingDialog::ConnectButtons(QPushButton* save, QPushButton* close)
@@ -34,7 +34,7 @@ void EditingDialog::ConnectButtons(QPushButton* save, QPushButton* close)
     connect(close, &QPushButton::clicked, this, &EditingDialog::reject);
 }
 
-void EditingDialog::EnableSave()
+void EditingDialog::UpdateSaveButton()
 {
     m_save->setEnabled(m_record.IsChanged());
 }

@@ -43,7 +43,7 @@ protected:
     LeaveGuard& Guard() { return *m_guard; }
 
     /// Enables "Save" if the changed flag is set, otherwise disables it.
-    void EnableSave();
+    void UpdateSaveButton();
 
 private:
     void SaveData();

@@ -49,7 +49,7 @@ void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages)
             QStringLiteral(".\r\n\r\nYour version was saved. The other program's version is stored in:\r\n") +
             FromUtf8(conflict.keptAs);
     }
-    messages.Tell(QApplication::activeWindow(), text, QStringLiteral("Tarno"));
+    messages.ShowInformation(QApplication::activeWindow(), text, QStringLiteral("Tarno"));
 }
 
 } // namespace Tarno

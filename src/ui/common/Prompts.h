@@ -40,7 +40,7 @@ public:
     virtual Button Ask(QWidget* parent, const Question& question) = 0;
 
     /// Shows a box with the information icon and an OK button.
-    void Tell(QWidget* parent, const QString& text, const QString& title);
+    void ShowInformation(QWidget* parent, const QString& text, const QString& title);
 };
 
 struct FileQuestion {

@@ -140,13 +140,13 @@ void RecordBinder::ClearControls()
     }
 }
 
-void RecordBinder::Put(std::size_t position, std::string_view text)
+void RecordBinder::ShowAndStore(std::size_t position, std::string_view text)
 {
     Show(Box(position), text);
     m_record.Store(position, text);
 }
 
-void RecordBinder::PutCode(std::size_t position, int code)
+void RecordBinder::ShowAndStoreCode(std::size_t position, int code)
 {
     m_options.at(position)->Choose(code);
     m_record.Store(position, std::to_string(code));

@@ -53,9 +53,9 @@ public:
     void ClearControls();
 
     /// Shows `text` in the single-line box at `position` and stores it without a check.
-    void Put(std::size_t position, std::string_view text);
+    void ShowAndStore(std::size_t position, std::string_view text);
     /// Chooses the option `code` at `position` and stores it.
-    void PutCode(std::size_t position, int code);
+    void ShowAndStoreCode(std::size_t position, int code);
 
     /// Returns the single-line box at `position`.
     QLineEdit* Box(std::size_t position) const { return m_boxes.at(position).box; }

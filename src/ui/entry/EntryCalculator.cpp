@@ -32,8 +32,8 @@ void EntryCalculator::DoMoonPhase(const std::string& date)
 {
     Trap(entryModule, "DoMoonPhase", [&] {
         const MoonForecast moon = ForecastMoon(ToDate(date));
-        m_moonPhase.PutForecast(moon.percent, moon.waxing);
-        m_binder.PutCode(EntryField::Prediction, moon.prediction);
+        m_moonPhase.ShowAndStoreForecast(moon.percent, moon.waxing);
+        m_binder.ShowAndStoreCode(EntryField::Prediction, moon.prediction);
     });
 }
 
@@ -49,11 +49,12 @@ void EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int3
                                   location.Text(LocationField::LocLong), location.Text(LocationField::LocGMT),
                                   location.Text(LocationField::LocDST)};
         if (!texts.IsComplete()) {
-            m_program.messages.Tell(m_window,
-                                    QStringLiteral("Required information for the location is missing:\r\n"
-                                                   "to calculate sun/moon times, you need to fill in the\r\n"
-                                                   "latitude, longitude and GMT difference"),
-                                    QStringLiteral("Location Data Missing"));
+            m_program.messages.ShowInformation(
+                m_window,
+                QStringLiteral("Required information for the location is missing:\r\n"
+                               "to calculate sun/moon times, you need to fill in the\r\n"
+                               "latitude, longitude and GMT difference"),
+                QStringLiteral("Location Data Missing"));
             return;
         }
         const RiseSetForecast day = ForecastRiseSet(texts, ToDate(date));
@@ -62,7 +63,7 @@ void EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int3
               std::pair(EntryField::MoonRise, &day.moonRise), std::pair(EntryField::MoonSet, &day.moonSet),
               std::pair(EntryField::Major1, &day.major1), std::pair(EntryField::Major2, &day.major2),
               std::pair(EntryField::Minor1, &day.minor1), std::pair(EntryField::Minor2, &day.minor2)}) {
-            m_binder.Put(field, *text);
+            m_binder.ShowAndStore(field, *text);
         }
     });
 }

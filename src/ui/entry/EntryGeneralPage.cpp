@@ -178,10 +178,10 @@ void EntryGeneralPage::ShowNewEntry()
 {
     m_ui->cboLocation->setCurrentIndex(0);
     const std::string today = FromDate(m_program->clock.Today());
-    m_binder->Put(EntryField::StartDate, today);
-    m_binder->Put(EntryField::EndDate, today);
-    m_binder->Put(EntryField::StartTime, "06:00");
-    m_binder->Put(EntryField::EndTime, "12:00");
+    m_binder->ShowAndStore(EntryField::StartDate, today);
+    m_binder->ShowAndStore(EntryField::EndDate, today);
+    m_binder->ShowAndStore(EntryField::StartTime, "06:00");
+    m_binder->ShowAndStore(EntryField::EndTime, "12:00");
     m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
     m_moonPhase->PhaseChange();
 }

@@ -48,7 +48,7 @@ void MoonPhaseEditor::ShowRecord()
     ShowValue(percent, waxing);
 }
 
-void MoonPhaseEditor::PutForecast(int percent, bool waxing)
+void MoonPhaseEditor::ShowAndStoreForecast(int percent, bool waxing)
 {
     ShowValue(QString::number(percent), waxing);
     m_record.Store(EntryField::MoonPhase, std::to_string(percent));

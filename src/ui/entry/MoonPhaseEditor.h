@@ -24,7 +24,7 @@ public:
     /// Shows the stored value. Leaves the box empty if the value is not a number.
     void ShowRecord();
     /// Shows a calculated phase and stores its percentage without a sign.
-    void PutForecast(int percent, bool waxing);
+    void ShowAndStoreForecast(int percent, bool waxing);
     /// Stores the shown percentage, prefixed with "-" for a waning moon. Called on each change by the user.
     /// Errors are reported through ErrorLog.
     void PhaseChange();

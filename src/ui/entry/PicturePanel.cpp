@@ -59,7 +59,7 @@ void PicturePanel::RunWithProblemMessage(Body&& body)
     try {
         body();
     } catch (const std::exception&) {
-        m_program->messages.Tell(
+        m_program->messages.ShowInformation(
             window(),
             QStringLiteral("There is a problem with the image you are tring to load. It could be:\r\n"
                            "   - that the image is too large when opened (filesize)\r\n"

@@ -22,11 +22,11 @@ fEntry::fEntry(const Program& program, QWidget* parent)
     ConnectButtons(m_ui->cmdOK, m_ui->cmdCancel);
 
     connect(m_ui->sstEntry, &QTabWidget::currentChanged, this, &fEntry::sstEntry_Click);
-    connect(m_ui->pageGeneral, &EntryGeneralPage::WrittenBack, this, &fEntry::EnableSave);
-    connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &fEntry::EnableSave);
+    connect(m_ui->pageGeneral, &EntryGeneralPage::WrittenBack, this, &fEntry::UpdateSaveButton);
+    connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &fEntry::UpdateSaveButton);
     connect(&Binder(), &RecordBinder::LinesEdited, this, [this] {
         Edited().SetChanged(true);
-        EnableSave();
+        UpdateSaveButton();
     });
 }
 
@@ -36,7 +36,7 @@ void fEntry::SetData(std::int16_t iTarnoNo, bool bDelete)
 {
     Trap(entryModule, "SetData", [&] {
         if (!m_ui->pageGeneral->LoadLocations()) {
-            CurrentProgram().messages.Tell(
+            CurrentProgram().messages.ShowInformation(
                 parentWidget(), QStringLiteral("You need to add some locations prior to adding log entries!"),
                 QStringLiteral("No Locations Entered!"));
             return;

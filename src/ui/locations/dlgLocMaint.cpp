@@ -40,7 +40,7 @@ dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
                                QStringLiteral("imgLoc"), m_ui->cmdCancel);
     ConnectButtons(m_ui->cmdOK, m_ui->cmdCancel);
     connect(m_ui->chkDST, &QCheckBox::clicked, this, &dlgLocMaint::chkDST_Click);
-    connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &dlgLocMaint::EnableSave);
+    connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &dlgLocMaint::UpdateSaveButton);
 }
 
 dlgLocMaint::~dlgLocMaint() = default;
@@ -58,7 +58,7 @@ void dlgLocMaint::SetData(std::int16_t locationNumber, bool deleteMode)
             DeleteAfterQuestion(locationNumber);
             return;
         }
-        EnableSave();
+        UpdateSaveButton();
         m_ui->sstLocs->setCurrentIndex(0);
         m_ui->txtLocName->setFocus();
         exec();
@@ -97,7 +97,7 @@ void dlgLocMaint::chkDST_Click()
 {
     Trap(module, "chkDST_Click", [this] {
         Edited().Store(LocationField::LocDST, m_ui->chkDST->isChecked() ? "1" : "0");
-        EnableSave();
+        UpdateSaveButton();
     });
 }
 

@@ -106,7 +106,7 @@ std::int16_t fLocs::SelectedLocation() const
     return ToInt16(ToUtf8(m_ui->lvwLocs->SelectedKey().value().chopped(1)));
 }
 
-void fLocs::Maintain(std::int16_t locationNumber, bool deleteMode)
+void fLocs::ShowLocationDialog(std::int16_t locationNumber, bool deleteMode)
 {
     SetControls();
     dlgLocMaint(m_program, this).SetData(locationNumber, deleteMode);
@@ -117,14 +117,14 @@ void fLocs::Maintain(std::int16_t locationNumber, bool deleteMode)
 
 void fLocs::Add()
 {
-    Trap(module, "Add", [this] { Maintain(0, false); });
+    Trap(module, "Add", [this] { ShowLocationDialog(0, false); });
 }
 
 void fLocs::Edit()
 {
     Trap(module, "Edit", [this] {
         if (m_ui->lvwLocs->SelectedKey()) {
-            Maintain(SelectedLocation(), false);
+            ShowLocationDialog(SelectedLocation(), false);
         }
     });
 }
@@ -133,7 +133,7 @@ void fLocs::Delete()
 {
     Trap(module, "Delete", [this] {
         if (m_ui->lvwLocs->SelectedKey()) {
-            Maintain(SelectedLocation(), true);
+            ShowLocationDialog(SelectedLocation(), true);
         }
     });
 }

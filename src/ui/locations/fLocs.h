@@ -37,7 +37,7 @@ private:
     void lvwLocs_DblClick();
     void cmdPrint_Click();
     void cmdOK_Click();
-    void Maintain(std::int16_t locationNumber, bool deleteMode);
+    void ShowLocationDialog(std::int16_t locationNumber, bool deleteMode);
     std::int16_t SelectedLocation() const;
 
     const Program& m_program;

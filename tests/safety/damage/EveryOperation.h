@@ -160,7 +160,7 @@ public:
     }
 
     /// Like Run, for a file that can be read: all operations must succeed.
-    std::string RunOnSound(const std::string& folder, const std::string& file, bool all)
+    std::string RunOnReadable(const std::string& folder, const std::string& file, bool all)
     {
         const std::string broken = Run(folder, file, all);
         const std::string failing = Routines(file, false);
@@ -221,8 +221,9 @@ private:
 
 /// What another reader of XML finds in a file.
 struct XmlReading {
-    std::string fault;                ///< why the file is no data file; empty for a good one
-    std::vector<std::string> content; ///< all that it says, in order; white space between elements does not
+    std::string fault; ///< why the file is not a data file, or empty
+    std::vector<std::string>
+        content; ///< names and texts in document order, without white space between elements
 };
 
 /// Reads `bytes` with a parser that is independent of the program.

@@ -18,7 +18,7 @@ int main(int argc, char* argv[])
     }
     OperationTrial trial;
     const bool isReadable = std::string_view(argv[1]) == "readable";
-    const std::string broken = isReadable ? trial.RunOnSound(argv[2], argv[3], false)
+    const std::string broken = isReadable ? trial.RunOnReadable(argv[2], argv[3], false)
                                           : trial.RunOnUnreadable(argv[2], argv[3], false);
     std::cout << PeakMegabytes() << " " << broken;
     return 0;

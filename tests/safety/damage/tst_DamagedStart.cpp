@@ -75,7 +75,7 @@ void TypeAndSave(QWidget& window, const char* box)
 }
 
 /// Opens all windows and types and saves in each of them.
-void UseEverything(const DamagedProgram& log)
+void UseEveryWindow(const DamagedProgram& log)
 {
     fTarno mainWindow(log.autoAnswered);
     mainWindow.show();
@@ -176,7 +176,7 @@ private Q_SLOTS:
         Put(log.folder, file, damage);
         const std::vector<std::string> names = log.folder.Names();
         log.Start();
-        UseEverything(log);
+        UseEveryWindow(log);
         QVERIFY(!log.shownMessages.empty());
         QVERIFY(IsUntouched(log.folder, file, damage));
         for (const std::string other : dataFiles) {
@@ -232,7 +232,7 @@ private Q_SLOTS:
         log.Start();
         log.settings.SaveSetting("KOWRA", "XTidePath", log.folder.PathOf("Bait.txt"));
         QCOMPARE(log.settings.GetSetting("KOWRA", "XTidePath", "none"), "none"s);
-        UseEverything(log);
+        UseEveryWindow(log);
         QCOMPARE(log.shownMessages, std::vector<std::string>());
         QVERIFY(IsUntouched(log.folder, file, damage));
     }

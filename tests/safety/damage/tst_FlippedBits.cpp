@@ -38,7 +38,7 @@ private Q_SLOTS:
     void flippedBit_fileIsNotTouchedOrKeepsItsContents()
     {
         const std::string file = "tarno.xml";
-        const std::string sound = SampleLog();
+        const std::string valid = SampleLog();
         const TemporaryFolder folder;
         CopyShipped(folder);
         const ProgramFolder programFolder(folder.Path());
@@ -47,7 +47,7 @@ private Q_SLOTS:
         int readable = 0;
         const std::size_t stride = IsLongForm() ? 1 : 23;
         for (std::size_t bit = 0; bit < 8 * size; bit += stride) {
-            std::string flipped = sound;
+            std::string flipped = valid;
             flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << (bit % 8)));
             const std::string place =
                 "bit " + std::to_string(bit) + ", at \"" + flipped.substr(bit / 8, 20) + "\": ";

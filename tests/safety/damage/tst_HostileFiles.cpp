@@ -23,7 +23,7 @@ enum class ExpectedResult {
 struct FileVariant {
     std::string name;
     ExpectedResult expected;
-    std::function<std::string(const std::string& sound)> make;
+    std::function<std::string(const std::string& valid)> make;
 };
 
 std::string Replaced(std::string text, const std::string& from, const std::string& to)
@@ -87,50 +87,50 @@ const std::vector<FileVariant>& FileVariants()
 {
     using Text = const std::string&;
     static const std::vector<FileVariant> all{
-        {"zeros", ExpectedResult::Refused, [](Text sound) { return std::string(sound.size(), '\0'); }},
+        {"zeros", ExpectedResult::Refused, [](Text valid) { return std::string(valid.size(), '\0'); }},
         {"zeros at the start", ExpectedResult::Refused,
-         [](Text sound) { return std::string(512, '\0') + sound; }},
+         [](Text valid) { return std::string(512, '\0') + valid; }},
         {"zeros at the end", ExpectedResult::Refused,
-         [](Text sound) { return sound.substr(0, sound.size() - 50) + std::string(50, '\0'); }},
+         [](Text valid) { return valid.substr(0, valid.size() - 50) + std::string(50, '\0'); }},
         {"empty", ExpectedResult::Refused, [](Text) { return ""s; }},
         {"one blank", ExpectedResult::Refused, [](Text) { return " "s; }},
         {"a line end", ExpectedResult::Refused, [](Text) { return "\n"s; }},
         {"only a UTF-8 byte order mark", ExpectedResult::Refused, [](Text) { return "\xEF\xBB\xBF"s; }},
         {"only a UTF-16 byte order mark", ExpectedResult::Refused, [](Text) { return "\xFF\xFE"s; }},
-        {"two roots", ExpectedResult::Refused, [](Text sound) { return sound + sound; }},
-        {"a second, empty root", ExpectedResult::Refused, [](Text sound) { return sound + "<data/>"; }},
-        {"text before the root", ExpectedResult::Refused, [](Text sound) { return "x" + sound; }},
-        {"text after the root", ExpectedResult::Refused, [](Text sound) { return sound + "x"; }},
-        {"a reference after the root", ExpectedResult::Refused, [](Text sound) { return sound + "&amp;"; }},
+        {"two roots", ExpectedResult::Refused, [](Text valid) { return valid + valid; }},
+        {"a second, empty root", ExpectedResult::Refused, [](Text valid) { return valid + "<data/>"; }},
+        {"text before the root", ExpectedResult::Refused, [](Text valid) { return "x" + valid; }},
+        {"text after the root", ExpectedResult::Refused, [](Text valid) { return valid + "x"; }},
+        {"a reference after the root", ExpectedResult::Refused, [](Text valid) { return valid + "&amp;"; }},
         {"a CDATA section after the root", ExpectedResult::Refused,
-         [](Text sound) { return sound + "<![CDATA[]]>"; }},
+         [](Text valid) { return valid + "<![CDATA[]]>"; }},
         {"another root", ExpectedResult::Refused,
-         [](Text sound) { return Replaced(sound, "data>", "dato>"); }},
+         [](Text valid) { return Replaced(valid, "data>", "dato>"); }},
         {"a prefixed root", ExpectedResult::Refused,
-         [](Text sound) { return Replaced(sound, "data>", "t:data>"); }},
+         [](Text valid) { return Replaced(valid, "data>", "t:data>"); }},
         {"mismatched end tags", ExpectedResult::Refused,
-         [](Text sound) { return Replaced(sound, "</", "</X"); }},
-        {"Latin-1", ExpectedResult::Refused, [](Text sound) { return WithValue(sound, "\xE9"); }},
+         [](Text valid) { return Replaced(valid, "</", "</X"); }},
+        {"Latin-1", ExpectedResult::Refused, [](Text valid) { return WithValue(valid, "\xE9"); }},
         {"declared Latin-1", ExpectedResult::Refused,
-         [](Text sound) {
-             return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + WithValue(sound, "\xE9");
+         [](Text valid) {
+             return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + WithValue(valid, "\xE9");
          }},
-        {"overlong UTF-8", ExpectedResult::Refused, [](Text sound) { return WithValue(sound, "\xC0\xAF"); }},
-        {"a surrogate", ExpectedResult::Refused, [](Text sound) { return WithValue(sound, "\xED\xA0\x80"); }},
+        {"overlong UTF-8", ExpectedResult::Refused, [](Text valid) { return WithValue(valid, "\xC0\xAF"); }},
+        {"a surrogate", ExpectedResult::Refused, [](Text valid) { return WithValue(valid, "\xED\xA0\x80"); }},
         {"UTF-16 little-endian without a mark", ExpectedResult::Refused,
-         [](Text sound) { return Utf16(sound, ByteOrder::LittleEndian); }},
+         [](Text valid) { return Utf16(valid, ByteOrder::LittleEndian); }},
         {"UTF-16 big-endian without a mark", ExpectedResult::Refused,
-         [](Text sound) { return Utf16(sound, ByteOrder::BigEndian); }},
+         [](Text valid) { return Utf16(valid, ByteOrder::BigEndian); }},
         {"UTF-16 with the wrong mark", ExpectedResult::Refused,
-         [](Text sound) { return "\xFE\xFF" + Utf16(sound, ByteOrder::LittleEndian); }},
+         [](Text valid) { return "\xFE\xFF" + Utf16(valid, ByteOrder::LittleEndian); }},
         {"half a UTF-16 unit", ExpectedResult::Refused,
-         [](Text sound) { return "\xFF\xFE" + Utf16(sound, ByteOrder::LittleEndian) + "\n"; }},
+         [](Text valid) { return "\xFF\xFE" + Utf16(valid, ByteOrder::LittleEndian) + "\n"; }},
         {"UTF-32", ExpectedResult::Refused,
-         [](Text sound) {
-             return "\xFF\xFE\0\0"s + Utf16(Utf16(sound, ByteOrder::LittleEndian), ByteOrder::LittleEndian);
+         [](Text valid) {
+             return "\xFF\xFE\0\0"s + Utf16(Utf16(valid, ByteOrder::LittleEndian), ByteOrder::LittleEndian);
          }},
-        {"257 levels", ExpectedResult::Refused, [](Text sound) { return Nested(sound, 257); }},
-        {"200,000 levels", ExpectedResult::Refused, [](Text sound) { return Nested(sound, 200'000); }},
+        {"257 levels", ExpectedResult::Refused, [](Text valid) { return Nested(valid, 257); }},
+        {"200,000 levels", ExpectedResult::Refused, [](Text valid) { return Nested(valid, 200'000); }},
         {"200,000 start tags", ExpectedResult::Refused,
          [](Text) {
              std::string tags;
@@ -140,42 +140,42 @@ const std::vector<FileVariant>& FileVariants()
              return tags;
          }},
         {"an entity that expands to a billion words", ExpectedResult::Refused,
-         [](Text sound) { return NestedEntities() + WithValue(sound, "&a9;"); }},
+         [](Text valid) { return NestedEntities() + WithValue(valid, "&a9;"); }},
         {"an external entity", ExpectedResult::Refused,
-         [](Text sound) {
-             return "<!DOCTYPE data [<!ENTITY a SYSTEM \"file:///etc/passwd\">]>" + WithValue(sound, "&a;");
+         [](Text valid) {
+             return "<!DOCTYPE data [<!ENTITY a SYSTEM \"file:///etc/passwd\">]>" + WithValue(valid, "&a;");
          }},
         {"an unfinished document type", ExpectedResult::Refused,
-         [](Text sound) { return "<!DOCTYPE data [<!ENTITY a \"" + sound; }},
+         [](Text valid) { return "<!DOCTYPE data [<!ENTITY a \"" + valid; }},
         {"a web page", ExpectedResult::Refused,
          [](Text) { return "<!DOCTYPE html><html><body>Log in to this network</body></html>"s; }},
-        {"a compressed file", ExpectedResult::Refused, [](Text sound) { return "PK\x03\x04" + sound; }},
+        {"a compressed file", ExpectedResult::Refused, [](Text valid) { return "PK\x03\x04" + valid; }},
         {"merge conflict markers", ExpectedResult::Refused,
-         [](Text sound) { return "<<<<<<< mine\n" + sound + "=======\n" + sound + ">>>>>>> theirs\n"; }},
+         [](Text valid) { return "<<<<<<< mine\n" + valid + "=======\n" + valid + ">>>>>>> theirs\n"; }},
 
-        {"UTF-8 with a mark", ExpectedResult::Read, [](Text sound) { return "\xEF\xBB\xBF" + sound; }},
+        {"UTF-8 with a mark", ExpectedResult::Read, [](Text valid) { return "\xEF\xBB\xBF" + valid; }},
         {"UTF-16 little-endian", ExpectedResult::Read,
-         [](Text sound) { return "\xFF\xFE" + Utf16(sound, ByteOrder::LittleEndian); }},
+         [](Text valid) { return "\xFF\xFE" + Utf16(valid, ByteOrder::LittleEndian); }},
         {"UTF-16 big-endian", ExpectedResult::Read,
-         [](Text sound) { return "\xFE\xFF" + Utf16(sound, ByteOrder::BigEndian); }},
-        {"64 levels", ExpectedResult::Read, [](Text sound) { return Nested(sound, 64); }},
-        {"256 levels", ExpectedResult::Read, [](Text sound) { return Nested(sound, 256); }},
+         [](Text valid) { return "\xFE\xFF" + Utf16(valid, ByteOrder::BigEndian); }},
+        {"64 levels", ExpectedResult::Read, [](Text valid) { return Nested(valid, 64); }},
+        {"256 levels", ExpectedResult::Read, [](Text valid) { return Nested(valid, 256); }},
         {"a comment after the root", ExpectedResult::Read,
-         [](Text sound) { return sound + "<!-- mine -->"; }},
-        {"blank lines", ExpectedResult::Read, [](Text sound) { return Replaced(sound, "\n", "\n\n \t\n"); }},
+         [](Text valid) { return valid + "<!-- mine -->"; }},
+        {"blank lines", ExpectedResult::Read, [](Text valid) { return Replaced(valid, "\n", "\n\n \t\n"); }},
         {"all on one line", ExpectedResult::Read,
-         [](Text sound) { return Replaced(Replaced(sound, "\n", ""), "\t", ""); }},
+         [](Text valid) { return Replaced(Replaced(valid, "\n", ""), "\t", ""); }},
         {"an unknown additional value", ExpectedResult::Read,
-         [](Text sound) { return WithElement(sound, "<Mine a=\"1\">2</Mine>"); }},
+         [](Text valid) { return WithElement(valid, "<Mine a=\"1\">2</Mine>"); }},
 
         {"declared UTF-16, but UTF-8", ExpectedResult::PartlyRead,
-         [](Text sound) { return "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n" + sound; }},
+         [](Text valid) { return "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n" + valid; }},
         {"declared Latin-1, but ASCII", ExpectedResult::PartlyRead,
-         [](Text sound) { return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + sound; }},
+         [](Text valid) { return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n" + valid; }},
         {"a document type", ExpectedResult::PartlyRead,
-         [](Text sound) { return "<!DOCTYPE data>\n" + sound; }},
+         [](Text valid) { return "<!DOCTYPE data>\n" + valid; }},
         {"an unused entity that expands to a billion words", ExpectedResult::PartlyRead,
-         [](Text sound) { return NestedEntities() + "\n" + sound; }},
+         [](Text valid) { return NestedEntities() + "\n" + valid; }},
     };
     return all;
 }
@@ -253,7 +253,7 @@ private Q_SLOTS:
                 broken = m_trial.RunOnUnreadable(folder.Path(), file, all);
                 break;
             case ExpectedResult::Read:
-                broken = m_trial.RunOnSound(folder.Path(), file, all);
+                broken = m_trial.RunOnReadable(folder.Path(), file, all);
                 break;
             case ExpectedResult::PartlyRead:
                 broken = m_trial.Run(folder.Path(), file, all);
@@ -311,8 +311,8 @@ private Q_SLOTS:
         for (const std::string file : dataFiles) {
             const TemporaryFolder folder;
             CopyShipped(folder);
-            const std::string sound = FileWithRecords(file);
-            folder.Write(file, sound);
+            const std::string valid = FileWithRecords(file);
+            folder.Write(file, valid);
             const auto path = ToPath(folder.PathOf(file));
             std::string broken;
             {
@@ -326,7 +326,7 @@ private Q_SLOTS:
                 std::filesystem::permissions(path, std::filesystem::perms::owner_all);
             }
             QVERIFY2(broken.empty(), (file + ": " + broken).c_str());
-            QVERIFY2(folder.Read(file) == sound, (file + ": changed").c_str());
+            QVERIFY2(folder.Read(file) == valid, (file + ": changed").c_str());
         }
     }
 

@@ -17,9 +17,9 @@ namespace
 {
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr bool memoryCounts = false; // the sanitizer does not reuse freed memory
+constexpr bool isMemoryChecked = false; // the sanitizer does not reuse freed memory
 #else
-constexpr bool memoryCounts = true;
+constexpr bool isMemoryChecked = true;
 #endif
 
 constexpr std::size_t megabyte = 1024UL * 1024UL;
@@ -68,7 +68,7 @@ private Q_SLOTS:
         const std::size_t size = static_cast<std::size_t>(fileSize) * megabyte;
         QTest::addColumn<std::string>("bytes");
         QTest::addColumn<bool>("readable");
-        QTest::addColumn<std::size_t>("timesItsSize"); // memory
+        QTest::addColumn<std::size_t>("maxTimesFileSize"); // memory
         QTest::newRow("entries") << HugeLog(size) << true << std::size_t(9);
         QTest::newRow("one text") << "<data><tarno><TarnoNo>1</TarnoNo><Obbos>" +
                                          Repeated("Dear diary ", size) + "</Obbos></tarno></data>\n"
@@ -89,7 +89,7 @@ private Q_SLOTS:
     {
         QFETCH(std::string, bytes);
         QFETCH(bool, readable);
-        QFETCH(std::size_t, timesItsSize);
+        QFETCH(std::size_t, maxTimesFileSize);
         const TemporaryFolder folder;
         CopyShipped(folder);
         folder.Write(file, bytes);
@@ -119,10 +119,11 @@ private Q_SLOTS:
         QCOMPARE(folder.Names(), names);
         // on Windows the program is larger, because the libraries are linked statically
         constexpr std::size_t programItself = isWindows ? 40 : 16;
-        const std::size_t most = timesItsSize * bytes.size() / megabyte + programItself;
+        const std::size_t maxMegabytes = maxTimesFileSize * bytes.size() / megabyte + programItself;
         m_figures << QStringLiteral("%1 %2 MB").arg(QLatin1String(QTest::currentDataTag())).arg(peak);
         QVERIFY(peak > bytes.size() / megabyte);
-        QVERIFY2(!memoryCounts || peak <= most, ("more than " + std::to_string(most) + " MB").c_str());
+        QVERIFY2(!isMemoryChecked || peak <= maxMegabytes,
+                 ("more than " + std::to_string(maxMegabytes) + " MB").c_str());
     }
 
     void cleanupTestCase()

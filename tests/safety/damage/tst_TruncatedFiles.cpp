@@ -67,7 +67,7 @@ private Q_SLOTS:
             }
             folder.Write(file, cut);
             const bool readable = length >= readableFrom;
-            const std::string broken = readable ? m_trial.RunOnSound(folder.Path(), file, all)
+            const std::string broken = readable ? m_trial.RunOnReadable(folder.Path(), file, all)
                                                 : m_trial.RunOnUnreadable(folder.Path(), file, all);
             const std::string after = folder.Read(file);
             const std::string fault = readable ? ReadXml(after).fault : after == cut ? "" : "changed";

@@ -75,7 +75,7 @@ private Q_SLOTS:
 
     void initTestCase() { QVERIFY(disk != nullptr); }
 
-    void save_makesTheCallsOfTheTable()
+    void save_makesTheSystemCallsInSaveSteps()
     {
         static Texts calls;
         FaultyLog log;

@@ -18,10 +18,10 @@ constexpr std::size_t page = 4096; // in bytes
 bool hasOwnFileSystems = false;
 
 /// Moves a log to a disk of 32 pages.
-class OwnDisk
+class SmallDisk
 {
 public:
-    explicit OwnDisk(FaultyLog& log) : m_log(log)
+    explicit SmallDisk(FaultyLog& log) : m_log(log)
     {
         Require(::mount("tarno", m_disk.Path().c_str(), "tmpfs", 0, "size=128k") == 0);
         for (const std::string& name : log.folder.Names()) {
@@ -32,10 +32,10 @@ public:
         log.sql.Init();
     }
 
-    OwnDisk(const OwnDisk&) = delete;
-    OwnDisk& operator=(const OwnDisk&) = delete;
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
 
-    ~OwnDisk()
+    ~SmallDisk()
     {
         Unmount();
         ::umount2(m_disk.Path().c_str(), MNT_DETACH);
@@ -110,7 +110,7 @@ private Q_SLOTS:
                 FaultyLog log;
                 log.values[3] = std::string(pages * page - page / 2, 'x');
                 log.folder.Write(log.family.file, log.FileOf(log.values));
-                const OwnDisk disk(log);
+                const SmallDisk disk(log);
                 CheckSaves(
                     log, Outcome{left < pages ? Fails : GoesUnnoticed, ErrorNumber::DiskFull}, 1,
                     [&] { disk.FillUntil(left); }, [&] { disk.Clear(); });
@@ -121,7 +121,7 @@ private Q_SLOTS:
     void removedDisk_nothingIsWrittenElsewhere_andTheNextSaveWritesAll()
     {
         FaultyLog log;
-        const OwnDisk disk(log);
+        const SmallDisk disk(log);
         const std::string old = log.OnDisk();
         disk.Unmount();
         QCOMPARE(log.Save(1, "changed"), failed);

@@ -180,7 +180,7 @@ public:
         Require((m_file.list(m_sql, list) == succeeded) == content.has_value(),
                 "records are listed if the file can be read");
         if (!content) {
-            CheckThatNothingWorks();
+            CheckEveryOperationFails();
             return;
         }
         m_content = *content;
@@ -205,7 +205,7 @@ public:
 private:
     std::string OnDisk() const { return m_folder.Bytes(m_file.name); }
 
-    void CheckThatNothingWorks()
+    void CheckEveryOperationFails()
     {
         Record record;
         Require(m_sql.EntryGet(0, record) == succeeded, "the templates do not depend on the file");
@@ -306,12 +306,12 @@ private:
     /// Changes and saves the first listed records.
     void Replace()
     {
-        constexpr std::size_t most = 3;
+        constexpr std::size_t maxRecords = 3;
         RecordList list;
         m_file.list(m_sql, list);
         std::vector<Record> records;
         for (const RecordView& view : list) {
-            if (view.Count() > 0 && view.Text(0) != "0" && records.size() < most) {
+            if (view.Count() > 0 && view.Text(0) != "0" && records.size() < maxRecords) {
                 records.emplace_back(view);
             }
         }

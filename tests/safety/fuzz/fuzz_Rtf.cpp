@@ -12,7 +12,7 @@ using namespace Tarno;
 namespace
 {
 
-constexpr qsizetype mostTexts = 6; // more texts are slower and find nothing new
+constexpr qsizetype maxTexts = 6; // more texts are slower and find nothing new
 constexpr int lineHeight = 200;
 constexpr int columnWidth = 1500;
 
@@ -75,7 +75,7 @@ void CheckDocument(const QString& title, const QStringList& texts)
 }
 
 /// Creates the application object, which the font database needs.
-void StartFonts()
+void CreateApplication()
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static int count = 1;
@@ -90,7 +90,7 @@ void StartFonts()
 /// contain lone surrogates, or UTF-8 if the number of bytes is odd.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    StartFonts();
+    CreateApplication();
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     QString text = QString::fromUtf8(bytes);
     if (size % 2 == 0) {
@@ -98,6 +98,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         std::copy_n(data, size, reinterpret_cast<std::uint8_t*>(text.data()));
     }
     const QStringList texts = text.split(QChar());
-    CheckDocument(texts.first(), texts.first(std::min(texts.size(), mostTexts)));
+    CheckDocument(texts.first(), texts.first(std::min(texts.size(), maxTexts)));
     return 0;
 }

@@ -112,12 +112,13 @@ public:
         }
     }
 
-    /// Kills the program that was started first during the save after one of its first `mostSaves` saves.
-    void KillFirst(int mostSaves, std::mt19937& random)
+    /// Waits for 1 to `maxSaves` saves of the program that was started first, then kills it at a random
+    /// moment, usually during its next save.
+    void KillFirst(int maxSaves, std::mt19937& random)
     {
         Writer& writer = m_writers.front();
         const auto begin = std::chrono::steady_clock::now();
-        const int saves = std::uniform_int_distribution(1, mostSaves)(random);
+        const int saves = std::uniform_int_distribution(1, maxSaves)(random);
         for (int save = 0; save < saves; ++save) {
             Await(writer, "saved");
         }

@@ -30,7 +30,7 @@ namespace
 {
 
 /// Prints a line with a single system call, so that a kill cannot truncate it.
-void Say(std::string line)
+void PrintLine(std::string line)
 {
     std::replace_if(
         line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
@@ -62,7 +62,7 @@ private:
     void Load()
     {
         m_sql = std::make_unique<cSQL>(m_folder, *m_operations);
-        m_sql->SetShowConflict([](const ConflictNotice& conflict) { Say("kept " + conflict.keptAs); });
+        m_sql->SetShowConflict([](const ConflictNotice& conflict) { PrintLine("kept " + conflict.keptAs); });
         m_sql->Init();
     }
 
@@ -81,11 +81,11 @@ private:
             m_number + '-' + std::to_string(change) + std::string(change % 11 * 37, '.');
         Record trip;
         m_sql->EntryGet(static_cast<std::int16_t>(key), trip);
-        Say("change " + trip.Text(1) + '>' + (isDeletion ? "" : value));
+        PrintLine("change " + trip.Text(1) + '>' + (isDeletion ? "" : value));
         trip.SetText(1, value);
         const Status status =
             isDeletion ? m_sql->EntryDelete(static_cast<std::int16_t>(key)) : m_sql->EntryUpdate(trip);
-        Say(status == succeeded ? "saved" : "failed");
+        PrintLine(status == succeeded ? "saved" : "failed");
     }
 
     ProgramFolder m_folder;
@@ -104,10 +104,10 @@ private:
 int main(int /*count*/, char** words)
 {
     ErrorReporter::Instance().SetShowMessage(
-        [](const std::string& text, const std::string& /*title*/) { Say("message " + text); });
+        [](const std::string& text, const std::string& /*title*/) { PrintLine("message " + text); });
     Writer writer(words);
-    Say("ready");
-    for (int changes = 0, longestPause = 0; std::cin >> changes >> longestPause; Say("done")) {
+    PrintLine("ready");
+    for (int changes = 0, longestPause = 0; std::cin >> changes >> longestPause; PrintLine("done")) {
         writer.MakeChanges(changes, longestPause);
     }
     return 0;

@@ -315,7 +315,7 @@ private Q_SLOTS:
         ShowWithEntry(program, program.folder.PathOf("catch.png"), false);
     }
 
-    /// No file needed much more memory than a picture of the maximum size.
+    /// Checks that no file needed much more memory than a picture of the maximum size.
     void cleanupTestCase() { QVERIFY2(PeakMegabytes() < 1000, qPrintable(QString::number(PeakMegabytes()))); }
 };
 

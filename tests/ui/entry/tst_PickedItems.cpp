@@ -229,7 +229,7 @@ private Q_SLOTS:
         });
     }
 
-    void pickList_closesOn_data()
+    void pickList_closesOnEveryWayToLeaveIt_data()
     {
         QTest::addColumn<QString>("reason");
         QTest::addColumn<int>("page"); ///< index of the page shown afterwards
@@ -244,7 +244,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+Tab") << "control tab" << 3;
     }
 
-    void pickList_closesOn()
+    void pickList_closesOnEveryWayToLeaveIt()
     {
         QFETCH(QString, reason);
         QFETCH(int, page);

@@ -152,7 +152,7 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::AirPressure), code.toStdString());
     }
 
-    void codeWithLeadingZero_isItsNumber()
+    void code_withLeadingZero_choosesItsButton()
     {
         ProgramWithPlace program;
         Edit(program, program.AddCompleteEntry({{EntryField::Weather, "03"}}), [](QDialog& editor) {

@@ -174,7 +174,7 @@ private Q_SLOTS:
         });
     }
 
-    void gap_fieldBeyondTheEnd_isReported()
+    void gapInFieldNumbers_fieldBeyondTheEnd_isReported()
     {
         TestProgram program;
         WriteFields(program, {sixFields[0], sixFields[2]}); // numbers 1, 3
@@ -186,7 +186,7 @@ private Q_SLOTS:
         });
     }
 
-    void gap_showsTheFieldAtThePosition()
+    void gapInFieldNumbers_showsTheFieldAtThePosition()
     {
         TestProgram program;
         WriteFields(program, {sixFields[0], sixFields[2], sixFields[3]}); // numbers 1, 3, 4
@@ -264,7 +264,7 @@ private Q_SLOTS:
         });
     }
 
-    void failed_withoutTheBadField_isShown()
+    void preview_afterRemovingTheInvalidField_isShown()
     {
         TestProgram program;
         std::vector<Line> fields = sixFields;

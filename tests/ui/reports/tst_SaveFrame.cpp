@@ -14,7 +14,7 @@ class tst_SaveFrame : public QObject
 
 private Q_SLOTS:
 
-    void opened_asksForWhatIsNeeded_data()
+    void opened_controlsDependOnTheSavedReports_data()
     {
         QTest::addColumn<bool>("isSelected");
         QTest::addColumn<bool>("anySaved");
@@ -25,7 +25,7 @@ private Q_SLOTS:
         QTest::newRow("selected") << true << true << false << QStringLiteral("Ends");
     }
 
-    void opened_asksForWhatIsNeeded()
+    void opened_controlsDependOnTheSavedReports()
     {
         QFETCH(bool, isSelected);
         QFETCH(bool, anySaved);

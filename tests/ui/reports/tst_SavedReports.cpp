@@ -185,7 +185,7 @@ private Q_SLOTS:
         });
     }
 
-    void chosen_isGone_keepsTheLists()
+    void chosen_deletedReport_isReportedAndKeepsTheLists()
     {
         ProgramWithSixFields program(threeReports);
         ShowBuilder(program, [&](QDialog& builder) {

@@ -165,7 +165,7 @@ private Q_SLOTS:
         });
     }
 
-    void edited_once_everyChoiceStores()
+    void edited_once_everyLaterSelectionSaves()
     {
         ProgramWithSixFields program;
         ShowCustom(program, [&](QDialog& custom) {
@@ -187,7 +187,7 @@ private Q_SLOTS:
         }
     }
 
-    void edited_back_countsAsEdited()
+    void edited_andRestored_isSavedAnyway()
     {
         ProgramWithSixFields program;
         ShowCustom(program, [](QDialog& custom) {

@@ -12,7 +12,7 @@ class tst_fCustomFaults : public QObject
 
 private Q_SLOTS:
 
-    void notStored_choosing_staysWithTheField()
+    void saveFailed_selectingAnotherField_keepsTheSelection()
     {
         ProgramWithSixFields program;
         const std::string before = program.folder.Read("field.xml");
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QCOMPARE(program.folder.Read("field.xml"), "<data><field>");
     }
 
-    void gap_showsTheFieldAtThePosition()
+    void gapInFieldNumbers_showsTheFieldAtThePosition()
     {
         TestProgram program;
         WriteFields(program, {sixFields[0], sixFields[2], sixFields[3]}); // numbers 1, 3, 4
@@ -113,14 +113,14 @@ private Q_SLOTS:
         QCOMPARE(StoredField(program, 2), "4/EndTime/End/Finish/20/8/0/0");
     }
 
-    void gap_fieldBeyondTheEnd_isReported_data()
+    void gapInFieldNumbers_fieldBeyondTheEnd_isReported_data()
     {
         QTest::addColumn<bool>("edited");
         QTest::newRow("unchanged") << false;
         QTest::newRow("edited") << true;
     }
 
-    void gap_fieldBeyondTheEnd_isReported()
+    void gapInFieldNumbers_fieldBeyondTheEnd_isReported()
     {
         QFETCH(bool, edited);
         TestProgram program;
@@ -143,7 +143,7 @@ private Q_SLOTS:
         QCOMPARE(StoredField(program, 2), "4/EndTime/End/Stop/20/8/0/0");
     }
 
-    void gap_firstFieldBeyondTheEnd_isReported()
+    void gapInFieldNumbers_firstFieldBeyondTheEnd_isReported()
     {
         TestProgram program;
         WriteFields(program, {sixFields[5]});
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(program.folder.Read("field.xml"), before);
     }
 
-    void gap_typedWithoutAField_isNotStored()
+    void gapInFieldNumbers_typedWithoutAField_isNotStored()
     {
         TestProgram program;
         WriteFields(program, {sixFields[5], sixFields[0]});

@@ -237,7 +237,7 @@ private Q_SLOTS:
             });
     }
 
-    void closed_keepsNothing()
+    void reopened_showsTheDefaultReport()
     {
         ProgramWithSixFields program;
         program.AddLocation("Zeehan");
