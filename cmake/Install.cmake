@@ -14,7 +14,8 @@ file(GLOB sample CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/data/sample/*.xml")
 install(FILES ${shipped} DESTINATION "${shared}")
 foreach(file IN LISTS shipped)
     cmake_path(GET file FILENAME name)
-    # the sample's own version wins; install() may skip it after another file with the same name and time stamp
+    # Skips files of which the sample has its own version. If both were installed, install() might keep the wrong one,
+    # because it skips a file whose time stamp equals that of the installed one.
     if(NOT EXISTS "${PROJECT_SOURCE_DIR}/data/sample/${name}")
         install(FILES "${file}" DESTINATION "${shared}/sample")
     endif()

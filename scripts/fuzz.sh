@@ -28,8 +28,8 @@ export TMPDIR QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 # limits what the sanitizer remembers of freed blocks, which would grow with the number of runs
 export ASAN_OPTIONS=malloc_context_size=4:quarantine_size_mb=16
 
-# longest <fuzzer>: prints the maximum size of an input; longer inputs take more time and find nothing new
-longest() {
+# max_input_size <fuzzer>: prints the maximum size of an input; longer inputs take more time and find nothing new
+max_input_size() {
     case $1 in
     fuzz_DateTime) echo 32 ;;
     fuzz_PickList | fuzz_Rtf) echo 128 ;;
@@ -43,7 +43,7 @@ fuzz() {
     rm -rf "$out"
     mkdir -p "$out/corpus"
     [ ! -e "$words" ] || options+=(-dict="$words")
-    if ! "$build/$name" -runs="$runs" -seed=1 -max_len="$(longest "$name")" -timeout=20 -rss_limit_mb=2048 \
+    if ! "$build/$name" -runs="$runs" -seed=1 -max_len="$(max_input_size "$name")" -timeout=20 -rss_limit_mb=2048 \
         -print_final_stats=1 -artifact_prefix="$out/" "${options[@]}" \
         "$out/corpus" "$sources/corpus/$name" >"$out/log.txt" 2>&1; then
         grep -m 1 -E '^broken:|ERROR:|runtime error:' "$out/log.txt" >&2 || tail -n 5 "$out/log.txt" >&2
@@ -51,13 +51,13 @@ fuzz() {
             "$(find "$out" -maxdepth 1 -type f ! -name log.txt -print -quit)" >&2
         return 1
     fi
-    printf '%-14s %9d runs %6d s %8d a second %6d new inputs %6d places covered\n' "$name" \
-        "$(figure number_of_executed_units)" $((SECONDS - seconds)) "$(figure average_exec_per_sec)" \
-        "$(figure new_units_added)" "$(grep -o 'cov: [0-9]*' "$out/log.txt" | tail -n 1 | cut -d ' ' -f 2)"
+    printf '%-14s %9d runs %6d s %8d a second %6d new inputs %6d edges covered\n' "$name" \
+        "$(print_statistic number_of_executed_units)" $((SECONDS - seconds)) "$(print_statistic average_exec_per_sec)" \
+        "$(print_statistic new_units_added)" "$(grep -o 'cov: [0-9]*' "$out/log.txt" | tail -n 1 | cut -d ' ' -f 2)"
 }
 
-# figure <name>: prints a statistic from the log of the current fuzzer
-figure() {
+# print_statistic <name>: prints a statistic from the log of the current fuzzer
+print_statistic() {
     sed -n "s/^stat::$1: *//p" "$out/log.txt"
 }
 

@@ -38,14 +38,15 @@ start() {
     mkdir -p "$out/home"
     chmod 700 "$out/home"
     export XDG_CONFIG_HOME=$PWD/$out/home XDG_RUNTIME_DIR=$PWD/$out/home LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb
-    await "the window manager" window_manager_answers
+    await "the window manager" ensure_window_manager
     "$program" ${1:+--folder "$1"} >"$out/program.log" 2>&1 &
     tarno=$!
     trap 'kill $tarno 2>/dev/null || true' EXIT
 }
 
-# starts the window manager, again if it has ended, because a new display may refuse it at first
-window_manager_answers() {
+# ensure_window_manager: succeeds if the window manager responds. Starts it if it is not running, because a new
+# display may refuse it at first.
+ensure_window_manager() {
     if [ -z "${manager:-}" ] || ! kill -0 "$manager" 2>/dev/null; then
         openbox >>"$out/openbox.log" 2>&1 &
         manager=$!

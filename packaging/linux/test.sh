@@ -95,10 +95,10 @@ as_angler() {
 }
 
 say "using the program as an ordinary user without network access"
-tried=yes
-as_angler bash /opt/trial/new-user.sh || tried=
+succeeded=yes
+as_angler bash /opt/trial/new-user.sh || succeeded=
 cp "$root"/home/angler/trial/{*.png,*.log,report.txt} "$out/" || true
-[ -n "$tried" ] || fail "the test as an ordinary user failed; see $out"
+[ -n "$succeeded" ] || fail "the test as an ordinary user failed; see $out"
 
 say "running the tour"
 tree=$root/home/angler/tree

@@ -12,7 +12,7 @@ namespace
 
 /// Returns the position of the day number `jd` in the synodic month: -100 and 100 are full moons, 0 is the
 /// new moon between them.
-double PhaseFigure(double jd)
+double SynodicPosition(double jd)
 {
     constexpr double synodicMonth = 29.53058;
     const double months = jd / synodicMonth;
@@ -68,8 +68,8 @@ double mMoonPhase::JulianDay(std::chrono::year_month_day date)
 mMoonPhase::Light mMoonPhase::LitPercent(float jd)
 {
     const double daysSinceFull = static_cast<double>(jd) + 4.867;
-    const double now = std::abs(PhaseFigure(daysSinceFull));
-    const double quarterDayAgo = std::abs(PhaseFigure(daysSinceFull - 0.25));
+    const double now = std::abs(SynodicPosition(daysSinceFull));
+    const double quarterDayAgo = std::abs(SynodicPosition(daysSinceFull - 0.25));
 
     const float percent = Folded(static_cast<float>(std::nearbyint(now * 100) / 100));
     const float earlier = Folded(static_cast<float>(std::trunc(quarterDayAgo)));

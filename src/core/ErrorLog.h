@@ -55,7 +55,7 @@ private:
 void ErrorLog(std::string_view module, std::string_view routine, const Error* pending,
               const std::optional<std::string>& message = std::nullopt);
 
-/// Returns the exception that is being handled as an Error.
+/// Converts the exception that is currently being handled to an Error and returns it.
 Error CurrentError();
 
 /// Runs `body`, the body of the routine `module`.`routine`. Passes an exception from it to ErrorLog and does

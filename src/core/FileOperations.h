@@ -54,7 +54,7 @@ public:
     /// Takes the advisory lock of `folder` without waiting. Returns null if the file system does not support
     /// locks. Throws PermissionDenied if another process holds the lock.
     virtual FolderLock Lock(const std::string& folder) = 0;
-    /// Waits for 10 ms between two attempts.
+    /// Waits for 10 ms. Called between two attempts.
     virtual void Pause() = 0;
     /// Appends `bytes` to the file, creating it if necessary. Throws PermissionDenied if another process
     /// holds the file, PathFileAccess if the user may not write to it. Never waits.

@@ -187,8 +187,8 @@ bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
     if (HasUtf16Mark(bytes)) {
         bytes = FromUtf16(bytes);
     }
-    // Includes the terminating zero: the parser overwrites the last byte with a zero and would miss a letter
-    // there.
+    // Passes the terminating zero too. The parser overwrites the last byte that it gets with a zero, so it
+    // would not detect a stray letter at the end of the text.
     return IsParsable(bytes) &&
            AcceptOrReset(document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding),
                          document);

@@ -34,7 +34,7 @@ void MoveDataToTheFront(pugi::xml_document& document)
 
 /// Writes `record` to a separate file in the folder of `path` without synchronising the folder. Returns the
 /// path of that file.
-std::string Keep(const Record& record, const std::string& path, FileOperations& operations)
+std::string WriteKeptFile(const Record& record, const std::string& path, FileOperations& operations)
 {
     pugi::xml_document document;
     document.append_child("data").append_copy(record.View().Node());
@@ -95,8 +95,8 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     std::string lastRead;
     for (int attempt = 1; attempt <= maxAttempts; ++attempt) {
         const FileState found = operations.GetState(path);
-        const bool isOther = found.exists && found.isReplaceable && found != m_version;
-        if (!isOther || MergeFile(path, found, lastRead, operations, merged)) {
+        const bool isChangedByOther = found.exists && found.isReplaceable && found != m_version;
+        if (!isChangedByOther || MergeFile(path, found, lastRead, operations, merged)) {
             const std::string bytes = SerializeXml(m_contents->document, m_version.size + roomToGrow);
             if (const auto written = writer.Replace(path, bytes, found)) {
                 m_version = *written;
@@ -146,7 +146,7 @@ bool DataFile::MergeFile(const std::string& path, const FileState& found, std::s
     MergeResult result = MergeChanges(Records(), theirs->records);
     for (Conflict& conflict : result.conflicts) {
         if (conflict.theirs.Count() != 0) {
-            conflict.keptAs = Keep(conflict.theirs, path, operations);
+            conflict.keptAs = WriteKeptFile(conflict.theirs, path, operations);
         }
         merged.conflicts.push_back(std::move(conflict));
     }

@@ -32,12 +32,13 @@ public:
     /// Drops the document, including unsaved changes.
     void Release();
 
-    /// Writes all changes to the file that was loaded. If it no longer exists, writes the file `name` of
-    /// `folder`, ignoring case. Changes of other programs are merged into the document first. Versions of
-    /// records that ours replace are written to "tarno-kept-1.xml" or the next free number. Throws Error:
-    /// PermissionDenied if the folder stays locked, PathNotFound if it is no longer the folder that was
-    /// opened, PathFileAccess if the file is damaged or incomplete, and the errors of SafeWriter. The changes
-    /// then stay in memory for the next save. Stores the result of merging in `merged`, even on failure.
+    /// Writes all changes to the file that was loaded. If that file no longer exists, writes to
+    /// `folder.FindPath(name)` instead. Changes of other programs are merged into the document first.
+    /// Versions of records that ours replace are written to "tarno-kept-1.xml" or the next free number.
+    /// Throws Error: PermissionDenied if the folder stays locked, PathNotFound if it is no longer the folder
+    /// that was opened, PathFileAccess if the file is damaged or incomplete, and the errors of SafeWriter.
+    /// The changes then stay in memory for the next save. Stores the result of merging in `merged`, even on
+    /// failure.
     void Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
               MergeResult& merged);
 

@@ -100,7 +100,8 @@ ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
         if (columns.empty()) {
             columns = ColumnsOf(query.selection);
         }
-        if (index > 0) { // the first row belongs to the first entry and stays empty without it
+        // the first row is reserved for the first entry and stays empty if the filter excludes it
+        if (index > 0) {
             table.emplace_back(columns.size());
         }
         std::transform(columns.begin(), columns.end(), table.back().begin(),

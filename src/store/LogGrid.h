@@ -26,9 +26,9 @@ struct LogGridQuery {
 /// The table has at least one row: the first row is empty if the first entry of the file does not pass the
 /// filter (see docs/quirks.md).
 ///
-/// Throws Error: TypeMismatch if a location is not a number while filtering. If any entry passes, also throws
-/// SubscriptOutOfRange if there are fewer names than numbers, TypeMismatch if a field number or moon phase is
-/// not a number, and ObjectNotSet if an entry lacks a value.
+/// Throws Error: TypeMismatch if a location filter is set and an entry's location is not a number. If any
+/// entry passes, also throws SubscriptOutOfRange if there are fewer names than numbers, TypeMismatch if a
+/// field number or moon phase is not a number, and ObjectNotSet if an entry lacks a value.
 ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
                     const std::function<std::string(const std::string& number)>& locationName);
 

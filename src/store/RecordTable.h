@@ -56,7 +56,7 @@ public:
     /// Removes the record with the key, if any. Throws Error ObjectNotSet if the document is empty.
     void Remove(const std::string& key);
 
-    /// Inserts a copy of `record`, which was removed, after the record of the last key in `keysBefore` that
+    /// Reinserts a copy of `record`, a removed record, after the last record of `keysBefore` that still
     /// exists. Throws Error ObjectNotSet if the document is empty.
     void Restore(const Record& record, const std::vector<std::string>& keysBefore);
 

@@ -68,7 +68,7 @@ void ShowModeless(QWidget& window, const Step& prepare, const Visit& visit)
     visit(window);
 }
 
-/// `open` shows the modal window `name` until it is closed.
+/// Calls `open`, which shows the modal window `name`, then prepares, visits and closes that window.
 template <typename Open>
 void ShowModally(const char* name, Open&& open, const Step& prepare, const Visit& visit)
 {

@@ -49,7 +49,7 @@ public:
     /// Returns whether a saved report is selected and the box is ticked.
     bool IsInUse() const;
     /// Returns the fields of the selected report as stored, even if the picker has been changed since. Throws
-    /// Error SubscriptOutOfRange if there is no report at the position that its number means.
+    /// Error SubscriptOutOfRange if its number is not the position of a report in the file.
     ReportSelection StoredSelection() const;
 
 Q_SIGNALS:

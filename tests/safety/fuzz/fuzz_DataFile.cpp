@@ -91,7 +91,7 @@ using Rows = std::vector<Row>;
 struct Content {
     bool listed = false; ///< whether the program lists the records
     Rows rows;
-    std::vector<std::string> beside; ///< comments, processing instructions and text around the records
+    std::vector<std::string> nonRecords; ///< comments, processing instructions and text around the records
 
     bool operator==(const Content&) const = default;
 };
@@ -122,13 +122,13 @@ std::optional<Content> ContentOf(const File& file, std::string_view bytes)
             if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
                 text += child.value();
             } else if (child.type() != pugi::node_element) {
-                content.beside.push_back(std::string(child.name()) + '=' + child.value());
+                content.nonRecords.push_back(std::string(child.name()) + '=' + child.value());
             } else if (parent == data) {
                 content.rows.push_back(RowOf(file, RecordView(child)));
             }
         }
         // the program keeps blanks only in an element without other text
-        content.beside.push_back(text.find_first_not_of(" \t\r\n") == std::string::npos ? "" : text);
+        content.nonRecords.push_back(text.find_first_not_of(" \t\r\n") == std::string::npos ? "" : text);
     }
     return content;
 }
@@ -143,10 +143,10 @@ std::string Rewritten(std::string_view bytes)
 Content WithoutBlanks(Content content)
 {
     const auto strip = [](std::string& text) { text = ::WithoutBlanks(std::move(text)); };
-    std::for_each(content.beside.begin(), content.beside.end(), strip);
+    std::for_each(content.nonRecords.begin(), content.nonRecords.end(), strip);
     for (Row& row : content.rows) {
         std::for_each(row.texts.begin(), row.texts.end(), strip);
-        row.key.reset(); // is also one of the texts
+        row.key.reset(); // the key is compared as one of the texts
     }
     return content;
 }
