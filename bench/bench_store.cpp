@@ -93,7 +93,7 @@ void Save(benchmark::State& state)
     }
 }
 
-/// Only serializes, writes and flushes the same bytes.
+/// Only serialises, writes and flushes the same bytes.
 void SaveLimit(benchmark::State& state)
 {
     const LoadedLog log(state);

@@ -8,7 +8,7 @@
 namespace Tarno::mRiseSet
 {
 
-/// Return the last Sunday of the month.
+/// Both functions return the last Sunday of the month.
 std::chrono::year_month_day LastSundayOfMarch(std::chrono::year year);
 std::chrono::year_month_day LastSundayOfOctober(std::chrono::year year);
 

@@ -30,7 +30,7 @@ struct MoonForecast {
 
 /// The texts of the sun, moon and peak time boxes for one place and day in local time, including daylight
 /// saving time: "hh:mm" up to "24:00", or ":" for none. "never" in a rise box and "sets" or "rises" in its
-/// set box are read together as "never sets" or "never rises". A sunset on another day is empty.
+/// set box are read together as "never sets" or "never rises". A missing sunset is empty instead of ":".
 struct RiseSetForecast {
     std::string sunRise;
     std::string sunSet;

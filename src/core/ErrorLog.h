@@ -25,8 +25,8 @@ public:
 
     static ErrorReporter& Instance();
 
-    /// Sets the log file: the program name with ".log" in `folder`. The references must outlive their use.
-    /// Errors are shown but not logged until this is called.
+    /// Sets the log file: the program name with ".log" in `folder`. The arguments must remain valid until
+    /// Reset or the next SetLog. Errors are shown but not logged until this is called.
     void SetLog(const ProgramFolder& folder, FileOperations& operations, const Clock& clock);
     void SetShowMessage(ShowMessage show);
     /// Removes the log and the message function.

@@ -18,11 +18,11 @@ bool ParseXml(std::string_view bytes, pugi::xml_document& document);
 /// must outlive the document and must not be changed.
 bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document);
 
-/// Serializes the document as UTF-8 with one element per line, without adding a declaration. Reserves
+/// Serialises the document as UTF-8 with one element per line, without adding a declaration. Reserves
 /// `expectedSize` bytes for the result.
 std::string SerializeXml(const pugi::xml_document& document, std::size_t expectedSize = 0);
 
-/// Serializes a node and its descendants on one line, so that equal texts mean equal contents.
+/// Serialises a node and its descendants on one line, so that equal texts mean equal contents.
 std::string SerializeXml(const pugi::xml_node& node);
 
 } // namespace Tarno

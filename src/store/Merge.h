@@ -27,8 +27,8 @@ struct MergeResult {
 
 /// Merges the changes of `ours` into `theirs`, which another program has written since `ours` was read.
 /// Changes of the other program to other records are kept. If both have changed a record, ours replaces
-/// theirs. Records added here are appended under the next free keys. Afterwards `theirs` lists as its
-/// changes only those that its file does not contain yet.
+/// theirs. Records added here are appended under the next free keys. Afterwards the changes recorded in
+/// `theirs` are only those that its file does not contain yet.
 MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs);
 
 } // namespace Tarno

@@ -9,7 +9,7 @@ using namespace std::string_literals;
 namespace
 {
 
-/// Parses `bytes` with both parsers, which must agree, and serializes the document. Returns "refused" on
+/// Parses `bytes` with both parsers, which must agree, and serialises the document. Returns "refused" on
 /// failure.
 std::string RoundTrip(std::string_view bytes)
 {

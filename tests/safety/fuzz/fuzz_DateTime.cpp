@@ -37,7 +37,7 @@ void CheckDate(std::string_view typed, const QLocale& locale)
     Require(date.ok() && FromDate(date) == text, "an accepted date exists in the calendar");
     std::string again = text;
     CheckDateFormat(again, ok);
-    Require(ok && again == text, "a normalized date is accepted unchanged");
+    Require(ok && again == text, "a normalised date is accepted unchanged");
 }
 
 void CheckTime(std::string_view typed)
@@ -54,7 +54,7 @@ void CheckTime(std::string_view typed)
             "an accepted time is hh:mm within a day, or a word");
     std::string again = text;
     CheckTimeFormat(again, ok);
-    Require(ok && again == text, "a normalized time is accepted unchanged");
+    Require(ok && again == text, "a normalised time is accepted unchanged");
 }
 
 template <typename Convert>

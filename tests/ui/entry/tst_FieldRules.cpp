@@ -170,7 +170,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::newRow("no zeros") << "2003-2-5"
                                   << "2003-02-05";
-        QTest::newRow("already normalized") << "2003-12-31"
+        QTest::newRow("already normalised") << "2003-12-31"
                                             << "2003-12-31";
         QTest::newRow("year of four digits") << "0087-1-2"
                                              << "0087-01-02";

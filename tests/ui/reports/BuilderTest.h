@@ -125,7 +125,7 @@ inline int SelectedRow(const QWidget& window, const char* list)
     return selected.isEmpty() ? -1 : List(window, list).row(selected.front());
 }
 
-/// Scrolls to a row of a list and returns the center of its visible part in window coordinates.
+/// Scrolls to a row of a list and returns the centre of its visible part in window coordinates.
 inline QPoint PlaceOf(const QWidget& window, const char* name, int row)
 {
     QListWidget& list = List(window, name);
