@@ -9,8 +9,8 @@ namespace Tarno
 namespace
 {
 
-/// Converts `text` to another code page. Characters that the target code page lacks become
-/// its replacement character.
+/// Converts `text` to another code page. Characters that the target code page lacks become its
+/// replacement character.
 std::string Transcode(std::string_view text, UINT from, UINT to)
 {
     if (text.empty() || from == to) {

@@ -28,9 +28,8 @@ public:
     std::optional<FileState> Replace(const std::string& target, std::string_view bytes,
                                      const std::optional<FileState>& expected);
 
-    /// Locks `folder` so that no other instance of Tarno saves or
-    /// cleans up there. Returns null if the file system does
-    /// not support locks. Waits for up to ten seconds, then throws Error PermissionDenied.
+    /// Locks `folder` so that no other instance of Tarno saves or cleans up there. Returns null if the file
+    /// system does not support locks. Waits for up to ten seconds, then throws Error PermissionDenied.
     FolderLock LockFolder(const std::string& folder);
 
     /// Removes orphaned temporaries of `path` that killed processes have left. Takes the folder lock first

@@ -34,12 +34,11 @@ public:
 
     /// Writes all changes to the file that was loaded. If that file no longer exists, writes to
     /// `folder.FindPath(name)` instead. Changes of other programs are merged into the document first.
-    /// A version of another program that ours
-    /// replaces is written to "tarno-kept-1.xml" or the next free number.
-    /// Throws Error: PermissionDenied if the folder stays locked, PathNotFound if it is no longer the folder
-    /// that was opened, PathFileAccess if the file is damaged or incomplete, and the errors of SafeWriter.
-    /// The changes then stay in memory for the next save. Stores the result of merging in `merged`, even on
-    /// failure.
+    /// A version of another program that ours replaces is written to "tarno-kept-1.xml" or the next free
+    /// number. Throws Error: PermissionDenied if the folder stays locked, PathNotFound if it is no longer the
+    /// folder that was opened, PathFileAccess if the file is damaged or incomplete, and the errors of
+    /// SafeWriter. The changes then stay in memory for the next save. Stores the result of merging in
+    /// `merged`, even on failure.
     void Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
               MergeResult& merged);
 
