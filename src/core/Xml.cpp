@@ -13,11 +13,11 @@ namespace Tarno
 namespace
 {
 
-// parse_fragment makes text outside the root visible, so that it is refused instead of dropped. Line ends are
-// not normalised, so values keep their bytes.
-constexpr unsigned parseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_wconv_attribute |
-                                  pugi::parse_comments | pugi::parse_pi | pugi::parse_declaration |
-                                  pugi::parse_doctype | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
+// parse_fragment makes text outside the root visible, so that it is refused instead of dropped.
+constexpr unsigned parseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol |
+                                  pugi::parse_wconv_attribute | pugi::parse_comments | pugi::parse_pi |
+                                  pugi::parse_declaration | pugi::parse_doctype |
+                                  pugi::parse_ws_pcdata_single | pugi::parse_fragment;
 constexpr auto encoding = pugi::encoding_utf8;
 
 // Levels of elements; the files of the program have three. The limit bounds recursion and the indentation of
@@ -164,7 +164,13 @@ bool AcceptOrReset(const pugi::xml_parse_result& result, pugi::xml_document& doc
 struct StringWriter final : pugi::xml_writer {
     void write(const void* data, std::size_t size) override
     {
-        text.append(static_cast<const char*>(data), size);
+        std::string_view rest(static_cast<const char*>(data), size);
+        // pugixml writes a carriage return raw, which the next reader would take for a line feed
+        for (auto at = rest.find('\r'); at != std::string_view::npos; at = rest.find('\r')) {
+            text.append(rest.substr(0, at)).append("&#13;");
+            rest.remove_prefix(at + 1);
+        }
+        text.append(rest);
     }
 
     std::string text;

@@ -9,7 +9,8 @@ namespace Tarno
 {
 
 /// Parses `bytes` (UTF-8, or UTF-16 with a byte order mark) without losing manual edits when the document is
-/// saved again: the declaration, comments, processing instructions and white space in values are kept.
+/// saved again: the declaration, comments, processing instructions and white space in values are kept. As in
+/// every XML reader, a line end becomes a line feed; a carriage return is kept if it is written as a reference.
 /// Returns false and leaves `document` empty unless `bytes` are one well-formed document with at most 256
 /// levels of elements.
 bool ParseXml(std::string_view bytes, pugi::xml_document& document);
@@ -18,8 +19,8 @@ bool ParseXml(std::string_view bytes, pugi::xml_document& document);
 /// must outlive the document and must not be changed.
 bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document);
 
-/// Serialises the document as UTF-8 with one element per line, without adding a declaration. Reserves
-/// `expectedSize` bytes for the result.
+/// Serialises the document as UTF-8 with one element per line, without adding a declaration. Carriage returns
+/// are written as references. Reserves `expectedSize` bytes for the result.
 std::string SerializeXml(const pugi::xml_document& document, std::size_t expectedSize = 0);
 
 /// Serialises a node and its descendants on one line, so that equal texts mean equal contents.

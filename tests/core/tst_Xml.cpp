@@ -76,7 +76,8 @@ private Q_SLOTS:
         QTest::newRow("blanks in a value") << "<data>  a  b  </data>\n"s;
         QTest::newRow("value of blanks") << "<data> \t </data>\n"s;
         QTest::newRow("line feed in a value") << "<data>a\nb</data>\n"s;
-        QTest::newRow("carriage return in a value") << "<data>a\r\nb</data>\n"s;
+        QTest::newRow("carriage return in a value") << "<data>a&#13;\nb</data>\n"s;
+        QTest::newRow("carriage return in an attribute") << "<data by=\"a&#13;&#10;b\" />\n"s;
         QTest::newRow("CDATA section") << "<data><![CDATA[<a> & ]]></data>\n"s;
         QTest::newRow("escaped characters") << "<data>&lt;a&gt; &amp; \"b\" 'c'</data>\n"s;
         QTest::newRow("non-ASCII") << "<data>\u9BDB \xF0\x9F\x90\x9F</data>\n"s;

@@ -57,7 +57,8 @@ private Q_SLOTS:
         QTest::newRow("plain") << QByteArray("<a>Snapper</a>") << "Snapper"s;
         QTest::newRow("blanks") << QByteArray("<a>  x  y </a>") << "  x  y "s;
         QTest::newRow("blanks only") << QByteArray("<a>   </a>") << "   "s;
-        QTest::newRow("line ends") << QByteArray("<a>x\r\ny\n</a>") << "x\r\ny\n"s;
+        QTest::newRow("line ends") << QByteArray("<a>x\r\ny\n</a>") << "x\ny\n"s;
+        QTest::newRow("carriage return as a reference") << QByteArray("<a>x&#13;\ny</a>") << "x\r\ny"s;
         QTest::newRow("references") << QByteArray("<a>&lt;&#233;&amp;</a>") << "<\u00E9&"s;
         QTest::newRow("section") << QByteArray("<a><![CDATA[<b> & ]]></a>") << "<b> & "s;
         QTest::newRow("text and section") << QByteArray("<a>x<![CDATA[y]]>z</a>") << "xyz"s;
