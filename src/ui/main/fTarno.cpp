@@ -229,7 +229,12 @@ void fTarno::Tides()
             path = ToUtf8(*chosen);
             m_program.settings.SaveSetting(tideSection, tideSetting, path);
         }
-        m_program.programs.Start(FromUtf8(path), {});
+        try {
+            m_program.programs.Start(FromUtf8(path), {});
+        } catch (const Error&) {
+            m_program.settings.DeleteSetting(tideSection, tideSetting); // the next click asks again
+            throw;
+        }
     });
 }
 

@@ -298,6 +298,22 @@ private Q_SLOTS:
         QVERIFY(List(window).isEnabled());
     }
 
+    void tides_cannotBeStarted_nextClickAsksAgain()
+    {
+        TestProgram program;
+        program.Start();
+        program.folder.Write("notes.txt", "");
+        const QString path = FromUtf8(program.folder.PathOf("notes.txt"));
+        ShownLog window(program);
+        program.files.ExpectOpen(TideQuestion(), path);
+        program.programs.ExpectStart(path, {}, false);
+        program.reports.Expect("fTarno", "Tides", ErrorNumber::FileNotFound);
+        window.Tides();
+        QCOMPARE(StoredTidePath(program), "(none)");
+        program.files.ExpectOpen(TideQuestion(), std::nullopt);
+        window.Tides();
+    }
+
     void exit_yes_endsTheProgram_data() { AddExitWays(); }
 
     void exit_yes_endsTheProgram()
