@@ -183,6 +183,11 @@ void EntryGeneralPage::ShowNewEntry()
     m_binder->ShowAndStore(EntryField::StartTime, "06:00");
     m_binder->ShowAndStore(EntryField::EndTime, "12:00");
     m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
+    for (const auto field : {EntryField::Major1, EntryField::Major2, EntryField::Minor1, EntryField::Minor2,
+                             EntryField::SunRise, EntryField::SunSet, EntryField::MoonRise,
+                             EntryField::MoonSet}) { // empty if the location has no coordinates
+        m_record->Store(field, ToUtf8(m_binder->Box(field)->text()));
+    }
     m_moonPhase->PhaseChange();
 }
 

@@ -87,6 +87,7 @@ void fEntry::LoadTheForm(std::int16_t iTarnoNo)
     } else {
         Binder().ClearControls();
         m_ui->pageGeneral->ShowNewEntry();
+        Edited().Store(EntryField::Picture, "");
     }
     m_ui->picturePanel->ShowRecord();
 }

@@ -86,6 +86,48 @@ private Q_SLOTS:
         });
     }
 
+    void saved_placeWithoutCoordinates_hasNoCalculatedValueOfTheTemplate()
+    {
+        TestProgram program;
+        std::string blank = program.folder.Read("tarnoblank.xml");
+        for (const char* element : {"SunRise", "SunSet", "MoonRise", "MoonSet", "Major1", "Major2", "Minor1",
+                                    "Minor2", "Picture"}) {
+            const std::string empty = '<' + std::string(element) + " />";
+            blank.replace(blank.find(empty), empty.size(),
+                          '<' + std::string(element) + ">01:23</" + element + '>');
+        }
+        program.folder.Write("tarnoblank.xml", blank);
+        program.Start();
+        program.AddLocation("Somewhere", {{LocationField::LocLatt, ""}});
+        program.messages.ExpectInformation(dataMissingText, dataMissingTitle);
+        Edit(program, 0, [](QDialog& editor) {
+            Enter(editor, "txtAirTemp", "24.5");
+            SaveAndClose(editor);
+        });
+        for (const auto field : {EntryField::SunRise, EntryField::SunSet, EntryField::MoonRise,
+                                 EntryField::MoonSet, EntryField::Major1, EntryField::Major2,
+                                 EntryField::Minor1, EntryField::Minor2, EntryField::Picture}) {
+            QCOMPARE(program.StoredEntry(1, field), "");
+        }
+    }
+
+    void opened_templateWithPicture_showsAndSavesNoPicture()
+    {
+        ProgramWithPlace program;
+        std::string blank = program.folder.Read("tarnoblank.xml");
+        blank.replace(blank.find("<Picture />"), 11, "<Picture>boat.png</Picture>");
+        program.folder.Write("tarnoblank.xml", blank);
+        program.folder.Write("boat.png", "no picture, so loading it would show a message");
+        program.Start();
+        Edit(program, 0, [](QDialog& editor) {
+            QVERIFY(Find<QWidget>(editor, "cmdLoad").isEnabled());
+            QVERIFY(!Find<QWidget>(editor, "cmdRemove").isEnabled());
+            Enter(editor, "txtAirTemp", "24.5");
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(1, EntryField::Picture), "");
+    }
+
     void untouched_closed_asksAndSavesNothing()
     {
         ProgramWithPlace program;
