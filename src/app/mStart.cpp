@@ -58,7 +58,9 @@ int mStart::Main(const DataFolder& folder)
         QObject::connect(&window, &fTarno::ExitConfirmed, qApp, &QApplication::quit, Qt::QueuedConnection);
         window.show();
         QApplication::processEvents(); // positions the window before the splash screen is centred over it
-        fSplash(FromUtf8(programFolder.GetAppPath()), &window).ShowSplash();
+        const QString path = FromUtf8(programFolder.GetAppPath());
+        fSplash(path, &window).ShowSplash();
+        ShowFileProblems(sql, path, &window, messages);
         exitCode = QApplication::exec();
     }
     reporter.Reset();

@@ -148,16 +148,22 @@ bool IsXmlCharacter(char32_t value)
     return !surrogate && value != 0xFFFE && value != 0xFFFF && value <= 0x10FFFF;
 }
 
+std::size_t XmlTextLength(std::string_view text)
+{
+    std::string_view rest = text;
+    for (rest.remove_prefix(AsciiLength(rest)); !rest.empty(); rest.remove_prefix(AsciiLength(rest))) {
+        const CodePoint front = FrontCodePoint(rest);
+        if (front.length == 0 || !IsXmlCharacter(front.value)) {
+            break;
+        }
+        rest.remove_prefix(front.length);
+    }
+    return text.size() - rest.size();
+}
+
 bool IsXmlText(std::string_view text)
 {
-    for (text.remove_prefix(AsciiLength(text)); !text.empty(); text.remove_prefix(AsciiLength(text))) {
-        const CodePoint front = FrontCodePoint(text);
-        if (front.length == 0 || !IsXmlCharacter(front.value)) {
-            return false;
-        }
-        text.remove_prefix(front.length);
-    }
-    return true;
+    return XmlTextLength(text) == text.size();
 }
 
 std::string XmlText(std::string_view text)

@@ -30,6 +30,9 @@ bool IsXmlCharacter(char32_t value);
 /// U+FFFE nor U+FFFF.
 bool IsXmlText(std::string_view text);
 
+/// Returns the length of the longest beginning of `text` for which IsXmlText returns true.
+std::size_t XmlTextLength(std::string_view text);
+
 /// Returns `text` with U+FFFD in place of every character that XML 1.0 does not allow and every byte that is
 /// not valid UTF-8.
 std::string XmlText(std::string_view text);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <optional>
 #include <utility>
 
 namespace Tarno
@@ -81,9 +82,9 @@ Section NextLiteral(std::string_view bytes, std::size_t from)
     return {bytes.size(), bytes.size()};
 }
 
-/// Whether each "&" outside of literal sections begins a valid character reference. The parser accepts any
-/// other "&" as text, which would then be saved as "&amp;".
-bool HasOnlyReferences(std::string_view bytes)
+/// Returns the position of the first "&" outside of literal sections that does not begin a valid character
+/// reference, or npos. The parser accepts it as text, which would then be saved as "&amp;".
+std::size_t FindInvalidReference(std::string_view bytes)
 {
     constexpr std::size_t maxLength = 64; // leaves room for leading zeros
     Section literal{0, 0};
@@ -97,39 +98,69 @@ bool HasOnlyReferences(std::string_view bytes)
             literal = NextLiteral(bytes, literal.end);
         }
         if (at < literal.begin) {
-            return false;
+            return at;
         }
     }
-    return true;
+    return std::string_view::npos;
 }
 
-bool HasOneRoot(const pugi::xml_document& document)
+/// Returns the first text, CDATA section or further element beside the root element, or a null node.
+pugi::xml_node FindBesideRoot(const pugi::xml_document& document)
 {
-    int roots = 0;
+    bool hasRoot = false;
     for (const pugi::xml_node& node : document.children()) {
-        if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
-            return false;
+        const bool isElement = node.type() == pugi::node_element;
+        if ((isElement && hasRoot) || node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
+            return node;
         }
-        roots += node.type() == pugi::node_element ? 1 : 0;
+        hasRoot = hasRoot || isElement;
     }
-    return roots == 1;
+    return {};
 }
 
-/// Checks what the parser does not: it accepts any bytes as text and stops at a zero byte.
-bool IsParsable(std::string_view text)
-{
-    return IsXmlText(text) && HasOnlyReferences(text);
-}
-
-/// Whether the elements below `node` are at most `levels` levels deep.
-bool IsShallow(const pugi::xml_node& node, int levels)
+/// Returns the first element that is more than `levels` levels below `node`, or a null node.
+pugi::xml_node FindBelow(const pugi::xml_node& node, int levels)
 {
     for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
-        if (child.type() == pugi::node_element && (levels == 0 || !IsShallow(child, levels - 1))) {
-            return false;
+        if (child.type() == pugi::node_element) {
+            if (const pugi::xml_node deep = levels == 0 ? child : FindBelow(child, levels - 1)) {
+                return deep;
+            }
         }
     }
-    return true;
+    return {};
+}
+
+/// Finds what the parser does not: it accepts any bytes as text and stops at a zero byte.
+std::optional<XmlFault> FindFault(std::string_view text)
+{
+    if (const std::size_t length = XmlTextLength(text); length < text.size()) {
+        return XmlFault{length, "Character that XML does not allow"};
+    }
+    if (const std::size_t at = FindInvalidReference(text); at != std::string_view::npos) {
+        return XmlFault{at, "Invalid character reference"};
+    }
+    return std::nullopt;
+}
+
+std::optional<XmlFault> FindFault(const pugi::xml_parse_result& result, const pugi::xml_document& document)
+{
+    const auto faultAt = [](const pugi::xml_node& node, std::string_view reason) {
+        return XmlFault{static_cast<std::size_t>(node.offset_debug()), reason};
+    };
+    if (!result) {
+        return XmlFault{static_cast<std::size_t>(result.offset), result.description()};
+    }
+    if (const pugi::xml_node node = FindBesideRoot(document)) {
+        return faultAt(node, "Text or element outside the first element");
+    }
+    if (!document.document_element()) {
+        return XmlFault{0, "No element"};
+    }
+    if (const pugi::xml_node node = FindBelow(document, maxDepth)) {
+        return faultAt(node, "Too many nested elements");
+    }
+    return std::nullopt;
 }
 
 /// Empties the document from its leaves upwards. reset() alone would recurse once per level.
@@ -147,18 +178,25 @@ void ResetWithoutRecursion(pugi::xml_document& document)
     document.reset();
 }
 
-/// Whether both the parser and our checks accept the document. If not, empties it.
-bool AcceptOrReset(const pugi::xml_parse_result& result, pugi::xml_document& document)
+/// Loads `text` with `load`, a function that returns the result of the parser. Returns why it is refused; the
+/// document is empty then.
+template <typename Load>
+std::optional<XmlFault> LoadOrReset(std::string_view text, pugi::xml_document& document, Load&& load)
 {
-    if (!result || !HasOneRoot(document) || !IsShallow(document, maxDepth)) {
+    document.reset();
+    if (const auto fault = FindFault(text)) {
+        return fault;
+    }
+    const pugi::xml_parse_result result = load();
+    if (const auto fault = FindFault(result, document)) {
         ResetWithoutRecursion(document);
-        return false;
+        return fault;
     }
     // documents are always saved as UTF-8
     if (pugi::xml_node first = document.first_child(); first.type() == pugi::node_declaration) {
         first.attribute("encoding") = "UTF-8";
     }
-    return true;
+    return std::nullopt;
 }
 
 struct StringWriter final : pugi::xml_writer {
@@ -180,24 +218,32 @@ struct StringWriter final : pugi::xml_writer {
 
 bool ParseXml(std::string_view bytes, pugi::xml_document& document)
 {
-    document.reset();
     const std::string converted = HasUtf16Mark(bytes) ? FromUtf16(bytes) : std::string();
     const std::string_view text = converted.empty() ? bytes : converted;
-    return IsParsable(text) &&
-           AcceptOrReset(document.load_buffer(text.data(), text.size(), parseOptions, encoding), document);
+    return !LoadOrReset(text, document, [&] {
+        return document.load_buffer(text.data(), text.size(), parseOptions, encoding);
+    });
 }
 
-bool ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
+std::optional<XmlFault> ParseXmlInPlace(std::string& bytes, pugi::xml_document& document)
 {
-    document.reset();
     if (HasUtf16Mark(bytes)) {
         bytes = FromUtf16(bytes);
     }
     // Passes the terminating zero too. The parser overwrites the last byte that it gets with a zero, so it
     // would not detect a stray letter at the end of the text.
-    return IsParsable(bytes) &&
-           AcceptOrReset(document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding),
-                         document);
+    return LoadOrReset(bytes, document, [&] {
+        return document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding);
+    });
+}
+
+std::string DescribeXmlPosition(std::string_view bytes, std::size_t offset)
+{
+    const std::string converted = HasUtf16Mark(bytes) ? FromUtf16(bytes) : std::string();
+    const std::string_view before = (converted.empty() ? bytes : converted).substr(0, offset);
+    const auto lineStart = before.rfind('\n') + 1; // 0 in the first line
+    return "Line " + std::to_string(1 + std::count(before.begin(), before.end(), '\n')) + ", column " +
+           std::to_string(1 + before.size() - lineStart);
 }
 
 std::string SerializeXml(const pugi::xml_document& document, std::size_t expectedSize)

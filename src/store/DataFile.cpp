@@ -1,10 +1,8 @@
 #include "DataFile.h"
 
-#include "core/Error.h"
+#include "core/ErrorLog.h"
 #include "core/Paths.h"
-#include "core/Xml.h"
 
-#include <exception>
 #include <filesystem>
 #include <utility>
 
@@ -61,27 +59,44 @@ void DataFile::Load(const ProgramFolder& folder, FileOperations& operations)
 {
     Release();
     m_path = folder.FindPath(m_name);
+    m_problem.clear();
     try {
-        const std::string path = Resolved(m_path);
-        m_folder = operations.GetState(FolderOf(path));
-        m_version = operations.GetState(path);
-        if (auto contents = Parsed(ReadWholeFile(path))) {
-            m_contents = std::move(contents);
-        }
-    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): the document stays empty
+        LoadContents(operations);
+    } catch (...) { // the document stays empty
+        m_problem = CurrentError().Description();
+    }
+}
+
+void DataFile::LoadContents(FileOperations& operations)
+{
+    const std::string path = Resolved(m_path);
+    m_folder = operations.GetState(FolderOf(path));
+    m_version = operations.GetState(path);
+    if (!m_version.exists) {
+        m_problem = "The file does not exist";
+        return;
+    }
+    auto contents = std::make_unique<Contents>(m_names);
+    if (const auto fault = contents->Parse(ReadWholeFile(path))) {
+        contents.reset();
+        m_problem =
+            DescribeXmlPosition(ReadWholeFile(path), fault->offset) + ": " + std::string(fault->reason);
+        return;
+    }
+    m_contents = std::move(contents);
+    if (m_contents->document.first_child() != m_contents->document.child("data")) {
+        m_problem = "Something precedes the element \"data\", for example a declaration or a comment";
     }
 }
 
 void DataFile::Release()
 {
     m_contents = std::make_unique<Contents>(m_names);
-    m_isUnsaved = false;
 }
 
 void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
                     MergeResult& merged)
 {
-    m_isUnsaved = true;
     std::error_code ignored;
     const std::string path =
         Resolved(std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.FindPath(name));
@@ -100,9 +115,8 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
             const std::string bytes = SerializeXml(m_contents->document, m_version.size + roomToGrow);
             if (const auto written = writer.Replace(path, bytes, found)) {
                 m_version = *written;
-                Records().ForgetChanges();
                 operations.SyncFolder(FolderOf(path));
-                m_isUnsaved = false;
+                Records().ForgetChanges();
                 return;
             }
         }
@@ -114,15 +128,17 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
                                                  saveAgain);
 }
 
-std::unique_ptr<DataFile::Contents> DataFile::Parsed(std::string bytes) const
+std::optional<XmlFault> DataFile::Contents::Parse(std::string newBytes)
 {
-    auto contents = std::make_unique<Contents>(m_names);
-    contents->bytes = std::move(bytes);
-    if (!ParseXmlInPlace(contents->bytes, contents->document) || !contents->document.child("data")) {
-        return nullptr;
+    bytes = std::move(newBytes);
+    if (auto fault = ParseXmlInPlace(bytes, document)) {
+        return fault;
     }
-    contents->records.Rebuild();
-    return contents;
+    if (!document.child("data")) {
+        return XmlFault{0, "No element \"data\""};
+    }
+    records.Rebuild();
+    return std::nullopt;
 }
 
 bool DataFile::MergeFile(const std::string& path, const FileState& found, std::string& lastRead,
@@ -138,8 +154,8 @@ bool DataFile::MergeFile(const std::string& path, const FileState& found, std::s
     // must have the same contents twice.
     const bool isStable = !found.IsSameFile(m_version) || bytes == lastRead;
     lastRead = bytes;
-    auto theirs = isStable ? Parsed(std::move(bytes)) : nullptr;
-    if (!theirs) {
+    auto theirs = std::make_unique<Contents>(m_names);
+    if (!isStable || theirs->Parse(std::move(bytes))) {
         return false;
     }
     MoveDataToTheFront(theirs->document);

@@ -3,10 +3,12 @@
 #include "core/FileOperations.h"
 #include "core/ProgramFolder.h"
 #include "core/SafeWriter.h"
+#include "core/Xml.h"
 #include "store/Merge.h"
 #include "store/RecordTable.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace Tarno
@@ -29,6 +31,9 @@ public:
     /// empty and every operation on it fails, so that the file is never overwritten.
     void Load(const ProgramFolder& folder, FileOperations& operations);
 
+    /// Returns why the records of the file cannot be listed, for the user, or an empty text if they can.
+    const std::string& Problem() const { return m_problem; }
+
     /// Drops the document, including unsaved changes.
     void Release();
 
@@ -42,20 +47,19 @@ public:
     void Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
               MergeResult& merged);
 
-    /// Whether the last Save failed: the document differs from the file.
-    bool IsUnsaved() const { return m_isUnsaved; }
-
 private:
     struct Contents {
         explicit Contents(RecordTable::Names names) : records(document, names) {}
+
+        /// Parses `newBytes`. Returns a fault if they are not a data file.
+        std::optional<XmlFault> Parse(std::string newBytes);
 
         std::string bytes; ///< of the file; the document refers to them
         pugi::xml_document document;
         RecordTable records;
     };
 
-    /// Parses `bytes`. Returns null if they are not a data file.
-    std::unique_ptr<Contents> Parsed(std::string bytes) const;
+    void LoadContents(FileOperations& operations);
     /// Merges the file, which another program has changed, into the document. Returns false if the file is
     /// damaged or may be incomplete. `lastRead` are the bytes read by the previous attempt.
     bool MergeFile(const std::string& path, const FileState& found, std::string& lastRead,
@@ -64,10 +68,10 @@ private:
     std::string m_name;
     RecordTable::Names m_names;
     std::unique_ptr<Contents> m_contents;
+    std::string m_problem;
     std::string m_path;  ///< of the file that was loaded
     FileState m_folder;  ///< of the folder of the loaded file
     FileState m_version; ///< state of the file when it was last read or written
-    bool m_isUnsaved = false;
 };
 
 } // namespace Tarno

@@ -48,10 +48,14 @@ public:
 
     std::string Cell(const RecordView& entry, LocationNames& locations) const
     {
-        std::string value = entry.Text(static_cast<std::size_t>(m_position));
+        const auto position = static_cast<std::size_t>(m_position);
+        if (position >= EntryField::Count && !entry.Has(position)) {
+            throw Error(ErrorNumber::ObjectNotSet);
+        }
+        std::string value = entry.Text(position);
         switch (m_shownAs == nullptr ? FieldKind::Text : m_shownAs->kind) {
         case FieldKind::Place:
-            return locations.Of(value);
+            return entry.Has(position) ? locations.Of(value) : value;
         case FieldKind::Code: {
             const std::string word = CodeWord(m_shownAs->position, value);
             const bool showsCode = m_isFirst && m_shownAs->inFirstColumn == FirstColumn::ShowsCodeAndWord;
@@ -94,7 +98,8 @@ ReportTable LogGrid(const RecordList& entries, const LogGridQuery& query,
     ReportTable table(1, ReportRow(query.selection.numbers.size()));
     for (std::size_t index = 0; index < entries.size(); ++index) {
         const RecordView& entry = entries[index];
-        if (query.location != 0 && ToDouble(entry.Text(EntryField::LocNo)) != query.location) {
+        if (query.location != 0 &&
+            (!entry.Has(EntryField::LocNo) || ToDouble(entry.Text(EntryField::LocNo)) != query.location)) {
             continue;
         }
         if (columns.empty()) {

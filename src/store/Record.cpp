@@ -1,5 +1,6 @@
 #include "Record.h"
 
+#include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/Text.h"
 
@@ -16,6 +17,7 @@ bool IsElement(const pugi::xml_node& node)
     return node.type() == pugi::node_element;
 }
 
+/// Returns the child element at `position`, or a null node if the record has fewer.
 pugi::xml_node ChildAt(const pugi::xml_node& record, std::size_t position)
 {
     for (pugi::xml_node child = record.first_child(); child; child = child.next_sibling()) {
@@ -23,7 +25,16 @@ pugi::xml_node ChildAt(const pugi::xml_node& record, std::size_t position)
             return child;
         }
     }
-    throw Error(ErrorNumber::ObjectNotSet);
+    return {};
+}
+
+pugi::xml_node RequiredChildAt(const pugi::xml_node& record, std::size_t position)
+{
+    const pugi::xml_node child = ChildAt(record, position);
+    if (!child) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    return child;
 }
 
 void AppendTextOf(const pugi::xml_node& node, std::string& text)
@@ -49,6 +60,17 @@ std::string TextOf(const pugi::xml_node& node)
 std::string RecordView::Text(std::size_t position) const
 {
     return TextOf(ChildAt(m_node, position));
+}
+
+bool RecordView::Has(std::size_t position) const
+{
+    return !ChildAt(m_node, position).empty();
+}
+
+std::int32_t RecordView::Key() const
+{
+    const pugi::xml_node key = ChildAt(m_node, 0);
+    return key ? ToInt32(TextOf(key)) : 0;
 }
 
 std::size_t RecordView::Count() const
@@ -83,9 +105,14 @@ Record& Record::operator=(const Record& other)
     return *this;
 }
 
+std::string Record::Text(std::size_t position) const
+{
+    return TextOf(RequiredChildAt(m_document.first_child(), position));
+}
+
 void Record::SetText(std::size_t position, std::string_view text)
 {
-    pugi::xml_node child = ChildAt(m_document.first_child(), position);
+    pugi::xml_node child = RequiredChildAt(m_document.first_child(), position);
     child.remove_children();
     if (!text.empty()) {
         child.append_child(pugi::node_pcdata).set_value(XmlText(text).c_str());

@@ -21,8 +21,14 @@ class RecordView
 public:
     explicit RecordView(pugi::xml_node node) : m_node(node) {}
 
-    /// Returns the value at `position`, UTF-8. Throws Error ObjectNotSet if the record has fewer children.
+    /// Returns the value at `position`, UTF-8, or an empty text if the record has fewer children, so that a
+    /// short record does not hide the others in a list.
     std::string Text(std::size_t position) const;
+    /// Whether the record has a value at `position`, even an empty one.
+    bool Has(std::size_t position) const;
+    /// Returns the key as a number, or 0 if the record has no children. Throws Error TypeMismatch or
+    /// Overflow.
+    std::int32_t Key() const;
     std::size_t Count() const;
 
     const pugi::xml_node& Node() const { return m_node; }
@@ -51,7 +57,8 @@ public:
     Record& operator=(Record&&) = default;
     ~Record() = default;
 
-    std::string Text(std::size_t position) const { return View().Text(position); }
+    /// Returns the value at `position`, UTF-8. Throws Error ObjectNotSet if the record has fewer children.
+    std::string Text(std::size_t position) const;
 
     std::size_t Count() const { return View().Count(); }
 

@@ -24,7 +24,7 @@ pugi::xml_node LastRecord(const pugi::xml_node& container)
 
 std::int32_t KeyAfter(const pugi::xml_node& lastRecord)
 {
-    const std::int32_t key = ToInt32(RecordView(lastRecord).Text(0));
+    const std::int32_t key = ToInt32(Record(RecordView(lastRecord)).Text(0));
     if (key == std::numeric_limits<std::int32_t>::max()) {
         throw Error(ErrorNumber::Overflow);
     }

@@ -3,6 +3,7 @@
 #include "core/Error.h"
 #include "core/ErrorLog.h"
 #include "core/Text.h"
+#include "core/Xml.h"
 #include "store/EntryFields.h"
 #include "store/LogGrid.h"
 #include "store/RecordLayouts.h"
@@ -25,12 +26,6 @@ constexpr RecordTable::Names fieldNames{"field", "FieldNo"};
 constexpr RecordTable::Names reportNames{"report", "RptNo"};
 
 constexpr std::string_view newKey = "0"; ///< the key of a record that is not stored yet
-
-/// Returns the value at `position`, or an empty text if the record is shorter.
-std::string TextAt(const Record& record, std::size_t position)
-{
-    return position < record.Count() ? record.Text(position) : std::string();
-}
 
 template <typename Body>
 Status Trapped(std::string_view routine, Body&& body)
@@ -162,15 +157,56 @@ Status cSQL::ReportLogData(const std::string& sFlds, const std::string& sKeys, s
     });
 }
 
-std::vector<std::string> cSQL::UnsavedFiles() const
+std::vector<FileProblem> cSQL::FileProblems() const
 {
-    std::vector<std::string> names;
-    for (const DataFile* file : {&m_entries, &m_locations, &m_fields, &m_reports}) {
-        if (file->IsUnsaved()) {
-            names.push_back(file->Name());
+    std::vector<FileProblem> problems;
+    for (const DataFile* file :
+         {&m_entries, &m_locations, &m_fields, &m_entryBlank, &m_locationBlank, &m_reports, &m_reportBlank}) {
+        if (!file->Problem().empty()) {
+            problems.push_back({file->Name(), file->Problem()});
         }
     }
-    return names;
+    return problems;
+}
+
+std::vector<RecordTitle> cSQL::ShortRecords() const
+{
+    std::vector<RecordTitle> titles;
+    for (const auto& [file, count] :
+         {std::pair<const DataFile&, std::size_t>(m_entries, EntryField::Count),
+          std::pair<const DataFile&, std::size_t>(m_locations, LocationField::Count),
+          std::pair<const DataFile&, std::size_t>(m_fields, FieldField::Count),
+          std::pair<const DataFile&, std::size_t>(m_reports, ReportField::Count)}) {
+        if (!file.Problem().empty()) {
+            continue;
+        }
+        for (const RecordView& record : file.Records().List()) {
+            if (!record.Has(count - 1)) {
+                titles.push_back(TitleOf(file, record));
+            }
+        }
+    }
+    return titles;
+}
+
+std::vector<UnsavedChange> cSQL::UnsavedChanges() const
+{
+    std::vector<UnsavedChange> changes;
+    for (const DataFile* file : {&m_entries, &m_locations, &m_fields, &m_reports}) {
+        for (const auto& [key, before] : file->Records().Changed()) {
+            const pugi::xml_node record = file->Records().Find(key);
+            pugi::xml_document deleted;
+            ParseXml(before, deleted);
+            changes.push_back({.record = TitleOf(*file, RecordView(record ? record : deleted.first_child())),
+                               .isDeletion = !record,
+                               .file = file->Name()});
+        }
+        for (const pugi::xml_node& record : file->Records().Appended()) {
+            changes.push_back(
+                {.record = TitleOf(*file, RecordView(record)), .isDeletion = false, .file = file->Name()});
+        }
+    }
+    return changes;
 }
 
 Status cSQL::List(std::string_view routine, const DataFile& from, RecordList& list)
@@ -224,7 +260,11 @@ Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs,
     }
     for (const Conflict& conflict : merged.conflicts) {
         if (m_showConflict) {
-            m_showConflict(NoticeOf(in, conflict));
+            const bool isDeletedHere = conflict.ours.Count() == 0;
+            const Record& record = isDeletedHere ? conflict.theirs : conflict.ours;
+            m_showConflict({.record = TitleOf(in, record.View()),
+                            .isDeletedHere = isDeletedHere,
+                            .keptAs = conflict.keptAs});
         }
     }
     return status;
@@ -248,7 +288,8 @@ void cSQL::UpdateReferences(std::string_view routine, const DataFile& in, const 
         std::vector<Record> trips;
         for (const std::string& key : m_ownTrips) {
             Record trip{RecordView(m_entries.Records().Find(key))};
-            if (const std::string location = TextAt(trip, EntryField::LocNo); newKeys.contains(location)) {
+            if (const std::string location = trip.View().Text(EntryField::LocNo);
+                newKeys.contains(location)) {
                 trip.SetText(EntryField::LocNo, keyOf(location));
                 trips.push_back(std::move(trip));
             }
@@ -263,27 +304,24 @@ void cSQL::UpdateReferences(std::string_view routine, const DataFile& in, const 
     }
 }
 
-ConflictNotice cSQL::NoticeOf(const DataFile& in, const Conflict& conflict) const
+RecordTitle cSQL::TitleOf(const DataFile& in, const RecordView& record) const
 {
-    using Kind = ConflictNotice::Kind;
-    const bool isDeletedHere = conflict.ours.Count() == 0;
-    const Record& record = isDeletedHere ? conflict.theirs : conflict.ours;
-    ConflictNotice notice{.kind = &in == &m_entries     ? Kind::Trip
-                                  : &in == &m_locations ? Kind::Location
-                                  : &in == &m_fields    ? Kind::Column
-                                                        : Kind::Report,
-                          .date = {},
-                          .name = TextAt(record, 1),
-                          .isDeletedHere = isDeletedHere,
-                          .keptAs = conflict.keptAs};
-    if (notice.kind == Kind::Trip) {
-        notice.date = TextAt(record, EntryField::StartDate);
-        const Record location{RecordView(m_locations.Records().Find(TextAt(record, EntryField::LocNo)))};
-        notice.name = TextAt(location, LocationField::LocName);
-    } else if (notice.kind == Kind::Column) {
-        notice.name = TextAt(record, FieldField::Desc);
+    using Kind = RecordTitle::Kind;
+    RecordTitle title{.kind = &in == &m_entries     ? Kind::Trip
+                              : &in == &m_locations ? Kind::Location
+                              : &in == &m_fields    ? Kind::Column
+                                                    : Kind::Report,
+                      .key = record.Text(0),
+                      .date = {},
+                      .name = record.Text(1)};
+    if (title.kind == Kind::Trip) {
+        title.date = record.Text(EntryField::StartDate);
+        const RecordView location(m_locations.Records().Find(record.Text(EntryField::LocNo)));
+        title.name = location.Text(LocationField::LocName);
+    } else if (title.kind == Kind::Column) {
+        title.name = record.Text(FieldField::Desc);
     }
-    return notice;
+    return title;
 }
 
 } // namespace Tarno

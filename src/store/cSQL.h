@@ -23,16 +23,35 @@ using Status = std::int32_t;
 constexpr Status succeeded = 0;
 constexpr Status failed = 1; ///< the error has been reported through ErrorLog
 
-/// Describes a record that this program and another one have changed differently. The log contains the
-/// version of this program.
-struct ConflictNotice {
+/// Identifies a record for the user.
+struct RecordTitle {
     enum class Kind { Trip, Location, Column, Report };
 
     Kind kind;
+    std::string key;
     std::string date; ///< of a trip
     std::string name; ///< of the location, column or report; for a trip, of its location
+};
+
+/// Describes a record that this program and another one have changed differently. The log contains the
+/// version of this program.
+struct ConflictNotice {
+    RecordTitle record;
     bool isDeletedHere;
     std::string keptAs; ///< path of the file with the other version; empty if it was deleted there
+};
+
+/// A data file whose records cannot be listed. It is never overwritten.
+struct FileProblem {
+    std::string file;
+    std::string reason; ///< for the user, without a full stop
+};
+
+/// A change that the last save of its file could not write.
+struct UnsavedChange {
+    RecordTitle record;
+    bool isDeletion;
+    std::string file;
 };
 
 /// The only class that accesses the data files. It keeps the documents in memory and saves each change
@@ -99,8 +118,20 @@ public:
     /// The rows of the last successful ReportLogData, for the report to sort and print.
     ReportTable& ReportGrid() { return m_reportGrid; }
 
-    /// Returns the names of the files with unsaved changes.
-    std::vector<std::string> UnsavedFiles() const;
+    /// Returns the files that Init could not read.
+    std::vector<FileProblem> FileProblems() const;
+
+    /// Whether new trips or locations can be added to their files.
+    bool CanAddEntries() const { return m_entries.Problem().empty(); }
+
+    bool CanAddLocations() const { return m_locations.Problem().empty(); }
+
+    /// Returns the records with fewer values than their kind has. They can be listed and deleted, but not
+    /// edited.
+    std::vector<RecordTitle> ShortRecords() const;
+
+    /// Returns the changes that are in memory only because saving failed.
+    std::vector<UnsavedChange> UnsavedChanges() const;
 
 private:
     static Status List(std::string_view routine, const DataFile& from, RecordList& list);
@@ -120,7 +151,7 @@ private:
     void UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys,
                           Record* updated);
 
-    ConflictNotice NoticeOf(const DataFile& in, const Conflict& conflict) const;
+    RecordTitle TitleOf(const DataFile& in, const RecordView& record) const;
 
     const ProgramFolder& m_folder;
     FileOperations& m_operations;

@@ -17,7 +17,7 @@ std::string RoundTrip(std::string_view bytes)
     const std::string rewritten = ParseXml(bytes, document) ? SerializeXml(document) : "refused";
     std::string inPlace(bytes);
     pugi::xml_document same;
-    const std::string also = ParseXmlInPlace(inPlace, same) ? SerializeXml(same) : "refused";
+    const std::string also = ParseXmlInPlace(inPlace, same) ? "refused" : SerializeXml(same);
     return also == rewritten ? rewritten : rewritten + ", but in place " + also;
 }
 
@@ -205,7 +205,7 @@ private Q_SLOTS:
         QFETCH(std::string, bytes);
         QCOMPARE(RoundTrip(bytes), "refused"s);
         pugi::xml_document document;
-        QVERIFY(!ParseXmlInPlace(bytes, document));
+        QVERIFY(ParseXmlInPlace(bytes, document).has_value());
         QVERIFY(!document.first_child());
     }
 
@@ -223,6 +223,37 @@ private Q_SLOTS:
             document));
         QCOMPARE(std::string(document.child("data").text().get()), "<>&\"'\t\n\r\u00E9\u9BDB\U0001F41F"s);
         QCOMPARE(std::string(document.child("data").attribute("a").value()), "A"s);
+    }
+
+    void fault_hasPositionAndReason_data()
+    {
+        QTest::addColumn<std::string>("bytes");
+        QTest::addColumn<std::string>("fault");
+        QTest::newRow("empty file") << ""s
+                                    << "Line 1, column 1: No element"s;
+        QTest::newRow("wrong end tag") << "<data>\n\t<a>x</b>\n</data>\n"s
+                                       << "Line 2, column 8: Start-end tags mismatch"s;
+        QTest::newRow("character") << "<data>\n\n<a>\x01</a></data>"s
+                                   << "Line 3, column 4: Character that XML does not allow"s;
+        QTest::newRow("reference") << "<data>\n&tide;</data>"s
+                                   << "Line 2, column 1: Invalid character reference"s;
+        QTest::newRow("second root") << "<data/>\n <data/>"s
+                                     << "Line 2, column 3: Text or element outside the first element"s;
+        QTest::newRow("comment only") << "<!-- a -->"s
+                                      << "Line 1, column 1: No element"s;
+        QTest::newRow("257 levels") << Levels(257) << "Line 1, column 770: Too many nested elements"s;
+        QTest::newRow("UTF-16") << Utf16(u"\uFEFF<data>\n</b>", true)
+                                << "Line 2, column 3: Start-end tags mismatch"s;
+    }
+
+    void fault_hasPositionAndReason()
+    {
+        QFETCH(const std::string, bytes);
+        std::string parsed = bytes;
+        pugi::xml_document document;
+        const auto fault = ParseXmlInPlace(parsed, document);
+        QVERIFY(fault.has_value());
+        QTEST(DescribeXmlPosition(bytes, fault->offset) + ": " + std::string(fault->reason), "fault");
     }
 
     void parse_refused_leavesTheDocumentEmpty()

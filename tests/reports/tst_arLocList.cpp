@@ -348,13 +348,16 @@ private Q_SLOTS:
         QCOMPARE(places.last(), QStringLiteral("place 59"));
     }
 
-    void recordWithTooFewChildren_isObjectNotSet()
+    void recordWithTooFewChildren_isPrinted()
     {
         LocationReport data;
         data.program.folder.Write("location.xml",
-                                  "<data><location><LocNo>1</LocNo><LocName>x</LocName></location></data>");
+                                  "<data><location><LocNo>1</LocNo><LocName>Short</LocName></location>"
+                                  "<location><LocNo>2</LocNo><LocName>Next</LocName></location></data>");
         data.program.Start();
-        QCOMPARE(RaisedNumber([&] { data.Run(); }), 91);
+        const Document document = data.Run();
+        QCOMPARE(TextOf(document.details.at(0), "fldLocName"), QStringLiteral("Short"));
+        QCOMPARE(TextOf(document.details.at(1), "fldLocName"), QStringLiteral("Next"));
     }
 };
 

@@ -64,7 +64,7 @@ struct Log : TestStore {
     std::vector<ConflictNotice> notices;
 };
 
-using Kind = ConflictNotice::Kind;
+using Kind = RecordTitle::Kind;
 
 /// Changes a value of record 1.
 void Edit(cSQL& sql, const RecordFamily& family, std::size_t position, const std::string& value)
@@ -91,9 +91,9 @@ private Q_SLOTS:
             Edit(sql, RecordFamilies()[0], EntryField::AirTemp, value);
         });
         QCOMPARE(log.notices.size(), std::size_t{1});
-        QVERIFY(log.notices[0].kind == Kind::Trip);
-        QCOMPARE(log.notices[0].date, "2026-05-03"s);
-        QCOMPARE(log.notices[0].name, "Old Pier"s);
+        QVERIFY(log.notices[0].record.kind == Kind::Trip);
+        QCOMPARE(log.notices[0].record.date, "2026-05-03"s);
+        QCOMPARE(log.notices[0].record.name, "Old Pier"s);
         QVERIFY(!log.notices[0].isDeletedHere);
         QCOMPARE(log.notices[0].keptAs, log.folder.PathOf("tarno-kept-1.xml"));
     }
@@ -109,8 +109,8 @@ private Q_SLOTS:
             value == "ours" ? sql.EntryDelete(1) : sql.EntryUpdate(trip);
         });
         QCOMPARE(log.notices.size(), std::size_t{1});
-        QCOMPARE(log.notices[0].date, "2026-05-03"s);
-        QCOMPARE(log.notices[0].name, ""s);
+        QCOMPARE(log.notices[0].record.date, "2026-05-03"s);
+        QCOMPARE(log.notices[0].record.name, ""s);
         QVERIFY(log.notices[0].isDeletedHere);
     }
 
@@ -137,12 +137,12 @@ private Q_SLOTS:
             sql.FieldUpdate(field);
         });
         QCOMPARE(log.notices.size(), std::size_t{3});
-        QVERIFY(log.notices[0].kind == Kind::Location);
-        QCOMPARE(log.notices[0].name, "ours"s);
-        QVERIFY(log.notices[1].kind == Kind::Report);
-        QCOMPARE(log.notices[1].name, "Summer"s);
-        QVERIFY(log.notices[2].kind == Kind::Column);
-        QCOMPARE(log.notices[2].name, description);
+        QVERIFY(log.notices[0].record.kind == Kind::Location);
+        QCOMPARE(log.notices[0].record.name, "ours"s);
+        QVERIFY(log.notices[1].record.kind == Kind::Report);
+        QCOMPARE(log.notices[1].record.name, "Summer"s);
+        QVERIFY(log.notices[2].record.kind == Kind::Column);
+        QCOMPARE(log.notices[2].record.name, description);
         QVERIFY(!description.empty());
     }
 
@@ -162,7 +162,7 @@ private Q_SLOTS:
             }
         });
         QCOMPARE(log.notices.size(), std::size_t{1});
-        QVERIFY(log.notices[0].kind == Kind::Trip);
+        QVERIFY(log.notices[0].record.kind == Kind::Trip);
     }
 
     // Saving the new location fails, and another program then assigns its key to a different location.

@@ -2,6 +2,7 @@
 #include "support/Platform.h"
 #include "support/TestClass.h"
 #include "support/TestStore.h"
+#include "support/UnsavedFiles.h"
 
 using namespace Tarno;
 
@@ -47,7 +48,7 @@ void CheckEveryOperationFails(TestStore& store)
     store.reports.Expect("cSQL", "EntryDelete", ErrorNumber::ObjectNotSet);
     QCOMPARE(store.sql.EntryDelete(1), failed);
     QVERIFY(!store.operations.HasWritten());
-    QCOMPARE(store.sql.UnsavedFiles(), Texts());
+    QCOMPARE(UnsavedFiles(store.sql), Texts());
 
     // the other files are not affected
     RecordList fields;

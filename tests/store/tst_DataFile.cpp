@@ -60,7 +60,7 @@ private Q_SLOTS:
         QVERIFY(!test.IsLoaded());
         test.Load("<data><report><RptNo>1</RptNo></report></data>");
         QCOMPARE(test.file.Records().Get("1").Text(0), "1"s);
-        QVERIFY(!test.file.IsUnsaved());
+        QVERIFY(test.file.Records().Changed().empty());
         QCOMPARE(test.file.Name(), "Rpt.xml"s);
     }
 
@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(test.Save("Rpt.xml"), 61);
         test.file.Release();
         QVERIFY(!test.IsLoaded());
-        QVERIFY(!test.file.IsUnsaved());
+        QVERIFY(test.file.Records().Changed().empty());
         QCOMPARE(test.folder.Read("Rpt.xml"), "<data/>"s);
     }
 

@@ -75,11 +75,19 @@ private Q_SLOTS:
         QTEST(Record(stored.View()).Text(1), "text");
     }
 
-    void text_missingPosition_isObjectNotSet()
+    void text_missingPosition_isEmptyInAListAndObjectNotSetInACopy()
     {
         const Stored stored("<tarno><TarnoNo>1</TarnoNo></tarno>");
-        QCOMPARE(RaisedNumber([&] { stored.View().Text(1); }), 91);
+        QCOMPARE(stored.View().Text(1), ""s);
+        QCOMPARE(RaisedNumber([&] { Record(stored.View()).Text(1); }), 91);
         QCOMPARE(RaisedNumber([&] { Record(stored.View()).Text(36); }), 91);
+    }
+
+    void key_isTheFirstChildOrZero()
+    {
+        QCOMPARE(Stored("<tarno><TarnoNo>70000</TarnoNo></tarno>").View().Key(), 70000);
+        QCOMPARE(Stored("<tarno/>").View().Key(), 0);
+        QCOMPARE(RaisedNumber([] { Stored("<tarno><TarnoNo/></tarno>").View().Key(); }), 13);
     }
 
     void setText_replacesTheValue()

@@ -103,10 +103,11 @@ private Q_SLOTS:
         QCOMPARE(report.Text(ReportField::Options), "kept"s);
     }
 
-    void selection_recordWithTooFewValues_isObjectNotSet()
+    void selection_recordWithTooFewValues_isEmptyAndCannotBeWritten()
     {
         const Records saved("<report><RptNo>1</RptNo><RptName>Mine</RptName><Fields>LocNo</Fields></report>");
-        QCOMPARE(RaisedNumber([&] { ReadSelection(saved.list.front()); }), 91);
+        QCOMPARE(ReadSelection(saved.list.front()).names, std::vector<std::string>{"LocNo"});
+        QCOMPARE(ReadSelection(saved.list.front()).numbers, std::vector<std::string>{});
         Record report(saved.list.front());
         QCOMPARE(RaisedNumber([&] { WriteSelection({}, report); }), 91);
     }

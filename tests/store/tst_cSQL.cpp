@@ -180,13 +180,12 @@ private Q_SLOTS:
         }
     }
 
-    void locationNameGet_locationWithoutName_isReportedAndReturnsOne()
+    void locationNameGet_locationWithoutName_isEmpty()
     {
         TestStore store;
         store.folder.Write("location.xml", "<data><location><LocNo>5</LocNo></location></data>");
         QCOMPARE(store.sql.Init(), succeeded);
-        store.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
-        QCOMPARE(store.sql.LocationNameGet("5"), "1"s);
+        QCOMPARE(store.sql.LocationNameGet("5"), ""s);
     }
 
     void fieldList_allFields_inFileOrder()

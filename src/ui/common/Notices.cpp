@@ -10,30 +10,56 @@ namespace Tarno
 namespace
 {
 
-/// For example "the trip of 2026-05-03 at Old Pier".
-QString DescribeRecord(const ConflictNotice& conflict)
+/// Returns for example "trip number 12", for a record without other distinguishing values.
+QString NumberedRecord(const char* kind, const RecordTitle& record)
 {
-    using Kind = ConflictNotice::Kind;
-    const QString name = ShownInOneLine(conflict.name);
-    switch (conflict.kind) {
-    case Kind::Trip:
-        return QStringLiteral("the trip of ") + FromUtf8(conflict.date) +
-               (name.isEmpty() ? QString() : QStringLiteral(" at ") + name);
-    case Kind::Location:
-        return QStringLiteral("the location ") + name;
-    case Kind::Column:
-        return QStringLiteral("the column ") + name;
-    case Kind::Report:
-        return QStringLiteral("the report ") + name;
-    }
-    return {};
+    return QLatin1String(kind) + QStringLiteral(" number ") + FromUtf8(record.key);
 }
 
 } // namespace
 
+QString DescribeRecord(const RecordTitle& record)
+{
+    using Kind = RecordTitle::Kind;
+    const QString name = ShownInOneLine(record.name);
+    const auto named = [&](const char* kind) {
+        return name.isEmpty() ? NumberedRecord(kind, record) : QLatin1String(kind) + QLatin1Char(' ') + name;
+    };
+    switch (record.kind) {
+    case Kind::Trip:
+        return (record.date.empty() ? NumberedRecord("the trip", record)
+                                    : QStringLiteral("the trip of ") + FromUtf8(record.date)) +
+               (name.isEmpty() ? QString() : QStringLiteral(" at ") + name);
+    case Kind::Location:
+        return named("the location");
+    case Kind::Column:
+        return named("the column");
+    case Kind::Report:
+        return named("the report");
+    }
+    return {};
+}
+
+QString Listed(const QStringList& lines)
+{
+    constexpr qsizetype most = 10;
+    QStringList listed = lines.mid(0, most);
+    if (lines.size() > most) {
+        listed << QStringLiteral("and %1 more").arg(lines.size() - most);
+    }
+    return listed.join(QStringLiteral("\r\n"));
+}
+
+QString UnreadableHint(const QString& contents, const QString& file)
+{
+    return contents + QStringLiteral(" could not be read. Nothing is written over ") + file +
+           QStringLiteral(". Restore the file from a copy or correct it in a text editor, then start Tarno "
+                          "again.");
+}
+
 void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages)
 {
-    const QString record = DescribeRecord(conflict);
+    const QString record = DescribeRecord(conflict.record);
     QString text;
     if (conflict.keptAs.empty()) {
         text = QStringLiteral("Another program has deleted ") + record +
@@ -50,6 +76,34 @@ void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages)
             FromUtf8(conflict.keptAs);
     }
     messages.ShowInformation(QApplication::activeWindow(), text, QStringLiteral("Tarno"));
+}
+
+void ShowFileProblems(const cSQL& sql, const QString& folder, QWidget* parent, MessageBoxes& messages)
+{
+    QStringList files;
+    for (const FileProblem& problem : sql.FileProblems()) {
+        files << FromUtf8(problem.file + ": " + problem.reason);
+    }
+    QStringList records;
+    for (const RecordTitle& record : sql.ShortRecords()) {
+        records << DescribeRecord(record);
+    }
+    QStringList paragraphs;
+    if (!files.isEmpty()) {
+        paragraphs << QStringLiteral("Tarno could not read these files in ") + folder + QStringLiteral(":")
+                   << Listed(files)
+                   << QStringLiteral("Nothing is written over them. Restore each file from a copy or correct "
+                                     "it in a text editor, then start Tarno again.");
+    }
+    if (!records.isEmpty()) {
+        paragraphs << QStringLiteral("Values are missing in:") << Listed(records)
+                   << QStringLiteral("Missing values are shown as empty. You can delete these records. To "
+                                     "edit them, first add the missing values in a text editor.");
+    }
+    if (!paragraphs.isEmpty()) {
+        messages.ShowInformation(parent, paragraphs.join(QStringLiteral("\r\n\r\n")),
+                                 QStringLiteral("Tarno"));
+    }
 }
 
 } // namespace Tarno

@@ -45,9 +45,9 @@ void EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int3
             m_program.sql.LocationGet(ToInt16(std::to_string(*locationNumber)), location) != succeeded) {
             return;
         }
-        const LocationTexts texts{location.Text(LocationField::LocLatt),
-                                  location.Text(LocationField::LocLong), location.Text(LocationField::LocGMT),
-                                  location.Text(LocationField::LocDST)};
+        const RecordView stored = location.View();
+        const LocationTexts texts{stored.Text(LocationField::LocLatt), stored.Text(LocationField::LocLong),
+                                  stored.Text(LocationField::LocGMT), stored.Text(LocationField::LocDST)};
         if (!texts.IsComplete()) {
             m_program.messages.ShowInformation(
                 m_window,

@@ -149,8 +149,7 @@ bool EntryGeneralPage::LoadLocations()
         }
         m_ui->cboLocation->clear();
         for (const RecordView& location : locations) {
-            m_ui->cboLocation->addItem(ShownInOneLine(location.Text(LocationField::LocName)),
-                                       ToInt32(location.Text(LocationField::LocNo)));
+            m_ui->cboLocation->addItem(ShownInOneLine(location.Text(LocationField::LocName)), location.Key());
         }
     });
     return m_ui->cboLocation->count() > 0;

@@ -46,8 +46,11 @@ void fEntry::SetData(std::int16_t iTarnoNo, bool bDelete)
             return;
         }
         Edited().Begin(std::move(entry));
-        const bool isLoaded = Trap(entryModule, "LoadTheForm", [&] { LoadTheForm(iTarnoNo); });
-        if (bDelete) { // also if the entry could not be loaded completely
+        // an entry with missing values can be deleted, but not edited
+        const bool isComplete = Edited().Count() >= EntryField::Count;
+        const bool isLoaded =
+            (isComplete || !bDelete) && Trap(entryModule, "LoadTheForm", [&] { LoadTheForm(iTarnoNo); });
+        if (bDelete) {
             DeleteAfterQuestion(iTarnoNo);
             return;
         }

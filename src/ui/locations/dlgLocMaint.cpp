@@ -53,7 +53,10 @@ void dlgLocMaint::SetData(std::int16_t locationNumber, bool deleteMode)
             return;
         }
         Edited().Begin(std::move(location));
-        ShowLocation(locationNumber == 0);
+        // a location with missing values can be deleted, but not edited
+        if (Edited().Count() >= LocationField::Count || !deleteMode) {
+            ShowLocation(locationNumber == 0);
+        }
         if (deleteMode) {
             DeleteAfterQuestion(locationNumber);
             return;

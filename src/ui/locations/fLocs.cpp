@@ -7,6 +7,7 @@
 #include "reports/ReportDesign.h"
 #include "reports/arLocList.h"
 #include "store/RecordLayouts.h"
+#include "ui/common/Notices.h"
 #include "ui/reports/fPreview.h"
 #include "ui_fLocs.h"
 
@@ -42,7 +43,9 @@ fLocs::fLocs(const Program& program, QWidget* parent)
                                 QStringLiteral("GMT Diff"), QStringLiteral("DST")});
     const QString degrees = QStringLiteral("-151.12345");
     m_ui->lvwLocs->SetHint(
-        QStringLiteral("No locations yet. Click \"Add\" or press Ctrl+N to add the first one."));
+        program.sql.CanAddLocations()
+            ? QStringLiteral("No locations yet. Click \"Add\" or press Ctrl+N to add the first one.")
+            : UnreadableHint(QStringLiteral("Your locations"), QStringLiteral("location.xml")));
     m_ui->lvwLocs->FitColumns({{}, QStringLiteral("Land Based"), degrees, degrees, {}, QStringLiteral("Yes")},
                               0);
 
@@ -53,8 +56,8 @@ fLocs::fLocs(const Program& program, QWidget* parent)
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &fLocs::cmdOK_Click);
     connect(m_ui->lvwLocs, &SortableList::OpenRequested, this, &fLocs::lvwLocs_DblClick);
     connect(m_ui->lvwLocs, &SortableList::Pressed, this, &fLocs::lvwLocs_MouseDown);
-    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_N), this), &QShortcut::activated, this,
-            &fLocs::Add);
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_N), this), &QShortcut::activated, m_ui->cmdAdd,
+            &QPushButton::click);
     connect(new QShortcut(QKeySequence(Qt::Key_F2), this), &QShortcut::activated, this, &fLocs::Edit);
     connect(new QShortcut(QKeySequence(Qt::Key_Delete), this), &QShortcut::activated, this, &fLocs::Delete);
 
@@ -76,16 +79,14 @@ void fLocs::LoadLocations()
         }
         rows.reserve(locations.size());
         for (const RecordView& location : locations) {
-            // the name is required; other missing values are listed as empty
-            const auto text = [&](LocationField::Position position) {
-                return position < location.Count() ? location.Text(position) : std::string();
-            };
-            rows.push_back(
-                {FromUtf8(location.Text(LocationField::LocNo)) + QLatin1Char('K'),
-                 {ShownInOneLine(location.Text(LocationField::LocName)),
-                  AccessWord(text(LocationField::LocAccess)), FromUtf8(text(LocationField::LocLatt)),
-                  FromUtf8(text(LocationField::LocLong)), FromUtf8(text(LocationField::LocGMT)),
-                  text(LocationField::LocDST) == "1" ? QStringLiteral("Yes") : QStringLiteral("No")}});
+            rows.push_back({FromUtf8(location.Text(LocationField::LocNo)) + QLatin1Char('K'),
+                            {ShownInOneLine(location.Text(LocationField::LocName)),
+                             AccessWord(location.Text(LocationField::LocAccess)),
+                             FromUtf8(location.Text(LocationField::LocLatt)),
+                             FromUtf8(location.Text(LocationField::LocLong)),
+                             FromUtf8(location.Text(LocationField::LocGMT)),
+                             location.Text(LocationField::LocDST) == "1" ? QStringLiteral("Yes")
+                                                                         : QStringLiteral("No")}});
         }
     });
     m_ui->lvwLocs->SetRows(std::move(rows));
@@ -95,7 +96,7 @@ void fLocs::SetControls()
 {
     Trap(module, "SetControls", [this] {
         const bool anyLocation = m_ui->lvwLocs->RowCount() > 0;
-        m_ui->cmdAdd->setEnabled(true);
+        m_ui->cmdAdd->setEnabled(m_program.sql.CanAddLocations());
         m_ui->cmdEdit->setEnabled(anyLocation);
         m_ui->cmdDelete->setEnabled(anyLocation);
     });

@@ -88,7 +88,7 @@ void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entrie
         const std::string value = entry.Text(column.field);
         switch (entryFields.at(column.field).kind) {
         case FieldKind::Place:
-            return shownName(value);
+            return entry.Has(column.field) ? shownName(value) : QString();
         case FieldKind::Code: {
             const std::string word = CodeWord(column.field, value);
             return FromUtf8(column.content == CellContent::CodeAndWord ? value + " - " + word : word);

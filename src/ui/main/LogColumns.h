@@ -23,8 +23,7 @@ QStringList LogSamples();
 int StretchedLogColumn();
 
 /// Appends a row for each entry in the given order. The key of a row is "K" followed by the number of the
-/// entry. Calls `locationName` once for each location number. Throws Error ObjectNotSet at the first entry
-/// with a missing value; the rows before it are kept.
+/// entry. Calls `locationName` once for each location number. A missing value is empty.
 void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entries,
                 const std::function<std::string(const std::string&)>& locationName);
 

@@ -7,6 +7,7 @@
 #include "fSplash.h"
 #include "qt/Icons.h"
 #include "qt/Strings.h"
+#include "ui/common/Notices.h"
 #include "ui/entry/fEntry.h"
 #include "ui/locations/fLocs.h"
 #include "ui/reports/fRptLog.h"
@@ -105,6 +106,8 @@ void fTarno::Form_Load()
 {
     Trap(module, "Form_Load", [this] {
         LoadEntryList();
+        RecordList locations;
+        m_program.sql.LocationList(locations); // reports unreadable locations, once
         EnableCommands();
     });
 }
@@ -112,22 +115,33 @@ void fTarno::Form_Load()
 void fTarno::EnableCommands()
 {
     RecordList locations;
-    if (m_program.sql.LocationList(locations) != succeeded) {
+    if (m_program.sql.CanAddLocations() && m_program.sql.LocationList(locations) != succeeded) {
         return;
     }
-    m_ui->lvwEntry->SetHint(
-        locations.empty()
-            ? QStringLiteral(
-                  "Your log is empty. Every trip needs a location. Click \"Locations\" to add one first.")
-            : QStringLiteral("No trips yet. Click \"Add\" or press Ctrl+N to log the first one."));
+    m_ui->lvwEntry->SetHint(Hint(!locations.empty()));
+    const bool canAdd = !locations.empty() && m_program.sql.CanAddEntries();
     const bool anyEntry = m_ui->lvwEntry->RowCount() > 0;
     for (const Command& command : m_commands) {
-        const bool enabled = command.needs == Needs::Location ? !locations.empty()
+        const bool enabled = command.needs == Needs::Location ? canAdd
                              : command.needs == Needs::Entry  ? anyEntry
                                                               : true;
         command.button->setEnabled(enabled);
         command.menuItem->setEnabled(enabled);
     }
+}
+
+/// Returns the text for an empty list.
+QString fTarno::Hint(bool anyLocation) const
+{
+    if (!m_program.sql.CanAddEntries()) {
+        return UnreadableHint(QStringLiteral("Your log"), QStringLiteral("tarno.xml"));
+    }
+    if (!m_program.sql.CanAddLocations()) {
+        return UnreadableHint(QStringLiteral("Your locations"), QStringLiteral("location.xml"));
+    }
+    return anyLocation ? QStringLiteral("No trips yet. Click \"Add\" or press Ctrl+N to log the first one.")
+                       : QStringLiteral("Your log is empty. Every trip needs a location. Click \"Locations\" "
+                                        "to add one first.");
 }
 
 void fTarno::LoadEntryList()
@@ -258,18 +272,17 @@ void fTarno::cmdExit_Click()
 /// Returns true if there are no unsaved changes or the user agrees to lose them.
 bool fTarno::ConfirmLosingChanges()
 {
-    const std::vector<std::string> files = m_program.sql.UnsavedFiles();
-    if (files.empty()) {
+    QStringList changes;
+    for (const UnsavedChange& change : m_program.sql.UnsavedChanges()) {
+        changes << (change.isDeletion ? QStringLiteral("the deletion of ") : QString()) +
+                       DescribeRecord(change.record) + FromUtf8(" (" + change.file + ")");
+    }
+    if (changes.isEmpty()) {
         return true;
     }
-    QStringList names;
-    for (const std::string& file : files) {
-        names << FromUtf8(file);
-    }
-    const QString text = QStringLiteral("Your last changes could not be saved to: ") +
-                         names.join(QStringLiteral(", ")) +
-                         QStringLiteral("\r\nIf you exit now, you will lose them. To keep them, click \"No\" "
-                                        "and save another change.\r\n\r\nExit anyway?");
+    const QString text = QStringLiteral("These changes could not be saved:\r\n\r\n") + Listed(changes) +
+                         QStringLiteral("\r\n\r\nIf you exit now, you will lose them. To keep them, click "
+                                        "\"No\" and save another change.\r\n\r\nExit anyway?");
     return m_program.messages.Ask(this, {.text = text,
                                          .title = QStringLiteral("Changes Not Saved"),
                                          .icon = Icon::Exclamation,

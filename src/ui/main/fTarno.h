@@ -62,6 +62,7 @@ private:
     void LoadEntryList();
     void SetControls(bool usable);
     void EnableCommands();
+    QString Hint(bool anyLocation) const;
     void lvwEntry_DblClick();
     void lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position);
     void cmdExit_Click();

@@ -27,7 +27,7 @@ constexpr int numberRole = Qt::UserRole; // the field number of an item
 void AddItem(QListWidget* list, const RecordView& field)
 {
     auto* item = new QListWidgetItem(FromUtf8(field.Text(FieldField::Desc)), list);
-    item->setData(numberRole, ToInt32(field.Text(FieldField::FieldNo)));
+    item->setData(numberRole, field.Key());
 }
 
 /// Returns the selected row, or -1.

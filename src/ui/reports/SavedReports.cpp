@@ -78,8 +78,7 @@ void SavedReports::LoadSavedReports()
         }
         m_controls.cboSaved->clear();
         for (const RecordView& report : reports) {
-            m_controls.cboSaved->addItem(FromUtf8(report.Text(ReportField::RptName)),
-                                         ToInt32(report.Text(ReportField::RptNo)));
+            m_controls.cboSaved->addItem(FromUtf8(report.Text(ReportField::RptName)), report.Key());
         }
         m_controls.chkSaved->setEnabled(!reports.empty());
         m_controls.chkSaved->setChecked(false);

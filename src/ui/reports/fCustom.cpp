@@ -62,7 +62,7 @@ void fCustom::Form_Load()
         return;
     }
     for (const RecordView& field : fields) {
-        const std::int32_t number = ToInt32(field.Text(FieldField::FieldNo));
+        const std::int32_t number = field.Key();
         auto* item = new QListWidgetItem(FromUtf8(field.Text(FieldField::Desc)), m_ui->lstField);
         item->setData(numberRole, number);
     }
@@ -104,7 +104,7 @@ void fCustom::Show(int row)
     if (m_program.sql.FieldList(fields) != succeeded) {
         return;
     }
-    const RecordView& field = RecordAt(fields, m_ui->lstField->item(row)->data(numberRole).toInt() - 1);
+    const Record field(RecordAt(fields, m_ui->lstField->item(row)->data(numberRole).toInt() - 1));
     for (const auto& [box, position] : m_boxes) {
         box->setText(FromUtf8(field.Text(position)));
     }

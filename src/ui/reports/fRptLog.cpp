@@ -67,8 +67,7 @@ void fRptLog::LoadLocations()
         m_ui->cboLocation->clear();
         m_ui->cboLocation->addItem(QStringLiteral("All Locations"), 0);
         for (const RecordView& location : locations) {
-            m_ui->cboLocation->addItem(ShownInOneLine(location.Text(LocationField::LocName)),
-                                       ToInt32(location.Text(LocationField::LocNo)));
+            m_ui->cboLocation->addItem(ShownInOneLine(location.Text(LocationField::LocName)), location.Key());
         }
         m_ui->cboLocation->setCurrentIndex(0);
     });

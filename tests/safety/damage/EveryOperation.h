@@ -92,7 +92,10 @@ public:
         Add("FieldUpdate", "field.xml",
             [this](cSQL& data) { return data.FieldUpdate(m_field) == succeeded; });
         ErrorReporter::Instance().SetShowMessage(
-            [this](const std::string& text, const std::string& /*title*/) { m_reports.push_back(text); });
+            [this](const std::string& text, const std::string& /*title*/) {
+                m_reports.push_back(text);
+                ErrorReporter::Instance().AllowRepetition();
+            });
     }
 
     OperationTrial(const OperationTrial&) = delete;
@@ -129,7 +132,7 @@ public:
             }
             ++m_count;
         }
-        return sql.UnsavedFiles().empty() ? broken : broken + "something is unsaved; ";
+        return sql.UnsavedChanges().empty() ? broken : broken + "something is unsaved; ";
     }
 
     /// Returns the routines that need `file` and succeeded (or failed) in the last Run.

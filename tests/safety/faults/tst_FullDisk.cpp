@@ -2,6 +2,7 @@
 
 #include "safety/faults/FaultyLog.h"
 #include "support/TestClass.h"
+#include "support/UnsavedFiles.h"
 
 #include <sched.h>
 #include <sys/mount.h>
@@ -128,12 +129,12 @@ private Q_SLOTS:
         const std::string words = "Vb<76> error raised\r\nThe folder of tarno.xml is no longer the one that";
         QVERIFY(log.reported.at(0).find(words) != std::string::npos);
         QCOMPARE(log.folder.Names(), Texts());
-        QCOMPARE(log.sql.UnsavedFiles(), Texts{"tarno.xml"});
+        QCOMPARE(UnsavedFiles(log.sql), Texts{"tarno.xml"});
         disk.Mount();
         QCOMPARE(log.OnDisk(), old);
         QCOMPARE(log.Save(2, "changed later"), succeeded);
         QCOMPARE(log.OnDisk(), log.FileOf(log.values));
-        QCOMPARE(log.sql.UnsavedFiles(), Texts());
+        QCOMPARE(UnsavedFiles(log.sql), Texts());
     }
 };
 

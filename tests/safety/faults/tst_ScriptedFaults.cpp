@@ -2,6 +2,7 @@
 
 #include "safety/faults/FaultyLog.h"
 #include "support/TestClass.h"
+#include "support/UnsavedFiles.h"
 
 #include <array>
 
@@ -167,7 +168,7 @@ private:
         QCOMPARE(isSaved, effect == GoesUnnoticed);
         QCOMPARE(log.reported, isSaved ? Texts() : log.ReportOf(fault->error));
         QCOMPARE(log.OnDisk(), effect == Fails ? lastFile : log.FileOf(merged));
-        QCOMPARE(log.sql.UnsavedFiles(), isSaved ? Texts() : Texts{family.file});
+        QCOMPARE(UnsavedFiles(log.sql), isSaved ? Texts() : Texts{family.file});
         const RecordValues inMemory = log.InMemory();
         QVERIFY(inMemory == log.values || inMemory == merged);
         QVERIFY(log.Temporaries().empty() || (fault != nullptr && fault->step.name == "remove"));
@@ -178,7 +179,7 @@ private:
         QCOMPARE(family.remove == nullptr ? log.Save(1, log.InMemory()[1]) : (log.sql.*family.remove)(99),
                  succeeded);
         QCOMPARE(log.OnDisk(), log.FileOf(merged));
-        QCOMPARE(log.sql.UnsavedFiles(), Texts());
+        QCOMPARE(UnsavedFiles(log.sql), Texts());
         QCOMPARE(log.notices.empty(), !isConflict);
         QCOMPARE(log.FilesWith("-kept-").empty(), !isKept);
         CheckKeptFiles(log, version);

@@ -218,7 +218,7 @@ private:
             Require(m_file.remove(m_sql, 1) == failed, "nothing is removed from an unreadable file");
         }
         ReportLog();
-        Require(m_sql.UnsavedFiles().empty(), "an unreadable file has no unsaved changes");
+        Require(m_sql.UnsavedChanges().empty(), "an unreadable file has no unsaved changes");
         Require(OnDisk() == m_bytes, "an unreadable file keeps its bytes");
         m_folder.CheckOthers(m_file.name);
     }
@@ -238,7 +238,7 @@ private:
     /// Checks that the file on disk has the expected contents.
     void CheckSaved() const
     {
-        Require(m_sql.UnsavedFiles().empty(), "a change is saved at once");
+        Require(m_sql.UnsavedChanges().empty(), "a change is saved at once");
         Require(ContentOf(m_file, OnDisk()) == m_content, "a saved file contains the expected records");
         CheckList();
     }

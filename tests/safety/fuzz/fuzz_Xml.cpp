@@ -59,7 +59,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const bool parsed = ParseXml(bytes, document);
     std::string inPlace(bytes);
     pugi::xml_document same;
-    Require(ParseXmlInPlace(inPlace, same) == parsed, "both parsers accept the same documents");
+    Require(!ParseXmlInPlace(inPlace, same) == parsed, "both parsers accept the same documents");
     const std::string once = SerializeXml(document);
     Require(SerializeXml(same) == once, "both parsers create the same document");
     if (!parsed) {

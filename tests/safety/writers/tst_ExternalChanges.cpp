@@ -2,6 +2,7 @@
 #include "safety/Form.h"
 #include "support/TestClass.h"
 #include "support/TestStore.h"
+#include "support/UnsavedFiles.h"
 
 using namespace Tarno;
 
@@ -214,11 +215,11 @@ private Q_SLOTS:
         QCOMPARE(Save(log.sql, 0, "A"), failed);
         QVERIFY(log.operations.GetState(log.folder.PathOf("tarno.xml")) == found);
         QCOMPARE(log.folder.Names(), names);
-        QCOMPARE(log.sql.UnsavedFiles(), Texts{"tarno.xml"});
+        QCOMPARE(UnsavedFiles(log.sql), Texts{"tarno.xml"});
         repair(log);
         QCOMPARE(Save(log.sql, 0, "B"), succeeded);
         QCOMPARE(log.Values(), values);
-        QCOMPARE(log.sql.UnsavedFiles(), Texts());
+        QCOMPARE(UnsavedFiles(log.sql), Texts());
     }
 };
 

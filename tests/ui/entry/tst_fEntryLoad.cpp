@@ -386,18 +386,21 @@ private Q_SLOTS:
         WithoutWindow([&] { fEntry(program.program, nullptr).SetData(1, false); });
     }
 
-    void locationWithoutName_isReported()
+    void locationWithoutName_canBeChosen()
     {
         ProgramWithPlace program;
         const int key = program.AddCompleteEntry();
-        program.folder.Write("location.xml", "<data><location><LocNo>1</LocNo></location></data>");
+        program.folder.Write("location.xml", "<data><location><LocNo>1</LocNo></location><location/>"
+                                             "<location><LocNo>3</LocNo><LocName>Wharf</LocName></location>"
+                                             "</data>");
         program.Start();
-        program.reports.Expect("fEntry", "LoadLocations", ErrorNumber::ObjectNotSet);
-        program.messages.ExpectInformation(
-            QStringLiteral("You need to add some locations prior to adding log entries!"),
-            QStringLiteral("No Locations Entered!"));
-        WithoutWindow(
-            [&] { fEntry(program.program, nullptr).SetData(static_cast<std::int16_t>(key), false); });
+        Edit(program, key, [](QDialog& editor) {
+            const auto& places = Find<QComboBox>(editor, "cboLocation");
+            QCOMPARE(places.count(), 3);
+            QCOMPARE(places.currentIndex(), 0);
+            QCOMPARE(places.itemText(2), QStringLiteral("Wharf"));
+            Close(editor);
+        });
     }
 };
 

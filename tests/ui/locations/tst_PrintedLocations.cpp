@@ -75,15 +75,15 @@ private Q_SLOTS:
         QVERIFY(program.folder.Read("PDF.pdf").starts_with("%PDF-"));
     }
 
-    void print_brokenRecord_isReportedAndShowsNoPreview()
+    void print_unreadableFile_isReportedAndShowsNoPreview()
     {
         TestProgram program;
-        program.folder.Write("location.xml",
-                             "<data><location><LocNo>1</LocNo><LocName>x</LocName></location></data>");
+        program.folder.Write("location.xml", "<data><location>");
         program.Start();
+        program.reports.Expect("cSQL", "LocationList", ErrorNumber::ObjectNotSet);
         fLocs window(program.program, nullptr);
         window.show();
-        program.reports.Expect("fLocs", "cmdPrint_Click", ErrorNumber::ObjectNotSet);
+        program.reports.Expect("cSQL", "LocationList", ErrorNumber::ObjectNotSet);
         WithoutWindow([&] { Find<QPushButton>(window, "cmdPrint").click(); });
         QVERIFY(Find<QPushButton>(window, "cmdPrint").isEnabled());
     }

@@ -1,5 +1,6 @@
 #include "LocationTest.h"
 #include "support/TestClass.h"
+#include "support/UnsavedFiles.h"
 
 using namespace Tarno;
 
@@ -205,7 +206,7 @@ private Q_SLOTS:
             QVERIFY(!location.isVisible());
         });
         QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), "10");
-        QCOMPARE(program.sql.UnsavedFiles(), std::vector<std::string>{"location.xml"});
+        QCOMPARE(UnsavedFiles(program.sql), std::vector<std::string>{"location.xml"});
         program.AddLocation("Zeehan");
         QCOMPARE(StoredLocation(program, 1).at(LocationField::LocGMT), "8");
     }
@@ -247,7 +248,7 @@ private Q_SLOTS:
         WithoutWindow([&] { dlgLocMaint(program.program, nullptr).SetData(7, toDelete); });
     }
 
-    void recordWithFewerChildren_isReported()
+    void recordWithFewerChildren_canBeDeletedButNotEdited()
     {
         const std::string file = "<data><location><LocNo>1</LocNo><LocName>Short</LocName></location></data>";
         TestProgram program;
@@ -256,6 +257,9 @@ private Q_SLOTS:
         program.reports.Expect("dlgLocMaint", "SetData", ErrorNumber::ObjectNotSet);
         WithoutWindow([&] { dlgLocMaint(program.program, nullptr).SetData(1, false); });
         QCOMPARE(program.folder.Read("location.xml"), file);
+        program.messages.Expect(deleteLocationQuestion, Button::Yes);
+        WithoutWindow([&] { dlgLocMaint(program.program, nullptr).SetData(1, true); });
+        QVERIFY(program.Stored("location.xml").empty());
     }
 };
 

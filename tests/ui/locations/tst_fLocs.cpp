@@ -264,13 +264,13 @@ private Q_SLOTS:
         });
     }
 
-    void recordWithoutName_isReported()
+    void recordWithoutName_isListed()
     {
         TestProgram program;
         program.folder.Write("location.xml", "<data><location><LocNo>1</LocNo></location></data>");
         program.Start();
-        program.reports.Expect("fLocs", "LoadLocations", ErrorNumber::ObjectNotSet);
         ShowListing(program, [](QDialog& listing) {
+            QCOMPARE(LocationNames(listing), (std::vector<std::string>{""}));
             QVERIFY(IsEnabled(listing, "cmdAdd"));
             CloseListing(listing);
         });
@@ -283,20 +283,13 @@ private Q_SLOTS:
         program.folder.Write("location.xml", damaged);
         program.Start();
         program.reports.Expect("cSQL", "LocationList", ErrorNumber::ObjectNotSet);
-        program.reports.Expect("cSQL", "LocationUpdate", ErrorNumber::ObjectNotSet);
-        program.reports.Expect("cSQL", "LocationList", ErrorNumber::ObjectNotSet);
-        program.messages.Expect(saveQuestion, Button::No);
         ShowListing(program, [](QDialog& listing) {
             QCOMPARE(List(listing).RowCount(), 0);
-            WhileOpen(
-                "dlgLocMaint", [&] { Click(listing, "cmdAdd"); },
-                [](QDialog& location) {
-                    Type(location, "Albany");
-                    Save(location);
-                    QVERIFY(location.isVisible());
-                    QVERIFY(IsSaveEnabled(location));
-                    Close(location);
-                });
+            QVERIFY(List(listing).accessibleDescription().startsWith(
+                QStringLiteral("Your locations could not be read. Nothing is written over location.xml.")));
+            QVERIFY(!IsEnabled(listing, "cmdAdd"));
+            Press(listing, Qt::Key_N, Qt::ControlModifier);
+            QCOMPARE(QApplication::activeModalWidget(), &listing);
             CloseListing(listing);
         });
         QCOMPARE(program.folder.Read("location.xml"), damaged);

@@ -383,7 +383,8 @@ private Q_SLOTS:
 
         program.messages.Expect(exitQuestion, Button::Yes);
         program.messages.Expect(
-            {.text = QStringLiteral("Your last changes could not be saved to: tarno.xml\r\n"
+            {.text = QStringLiteral("These changes could not be saved:\r\n\r\n"
+                                    "the deletion of the trip of 2003-02-05 at Pittwater (tarno.xml)\r\n\r\n"
                                     "If you exit now, you will lose them. To keep them, click \"No\" and "
                                     "save another change.\r\n\r\nExit anyway?"),
              .title = QStringLiteral("Changes Not Saved"),

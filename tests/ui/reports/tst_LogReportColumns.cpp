@@ -214,13 +214,13 @@ private Q_SLOTS:
         QCOMPARE(data.Error(), 0);
     }
 
-    void definition_withTooFewValues_isObjectNotSet()
+    void definition_withTooFewValues_isTypeMismatch()
     {
         LogReport data(ColumnsOfWidths({20}));
         data.program.folder.Write("field.xml", "<data><field><FieldNo>1</FieldNo></field></data>");
         data.program.Start();
         QCOMPARE(data.program.sql.FieldList(data.columns), succeeded);
-        QCOMPARE(data.Error(), 91);
+        QCOMPARE(data.Error(), 13); // an empty width
     }
 
     void width_zeroOrNegative_isLaidOutAndWritten_data()

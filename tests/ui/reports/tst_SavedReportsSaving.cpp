@@ -1,6 +1,7 @@
 // Saving a report in the report builder: what is stored, and what happens when it cannot be stored.
 
 #include "support/TestClass.h"
+#include "support/UnsavedFiles.h"
 #include "ui/reports/SavedReportTest.h"
 
 #include <algorithm>
@@ -285,7 +286,7 @@ private Q_SLOTS:
             QCOMPARE(FieldNumbers(builder), "2,4,6 -> 3,1,5");
             QVERIFY(IsEnabled(builder, "cmdPreview"));
             QVERIFY(IsEnabled(builder, "cmdSave"));
-            QCOMPARE(program.sql.UnsavedFiles(), std::vector<std::string>{"Rpt.xml"});
+            QCOMPARE(UnsavedFiles(program.sql), std::vector<std::string>{"Rpt.xml"});
         });
     }
 

@@ -2,6 +2,7 @@
 // incomplete.
 
 #include "support/TestClass.h"
+#include "support/UnsavedFiles.h"
 #include "ui/reports/CustomTest.h"
 
 using namespace Tarno;
@@ -64,7 +65,7 @@ private Q_SLOTS:
             QVERIFY(!custom.isVisible());
         });
         QCOMPARE(program.folder.Read("field.xml"), before);
-        QCOMPARE(program.sql.UnsavedFiles(), std::vector<std::string>{"field.xml"});
+        QCOMPARE(UnsavedFiles(program.sql), std::vector<std::string>{"field.xml"});
     }
 
     void noFields_nothingIsStored()
