@@ -4,6 +4,7 @@
 #include "core/SettingsStore.h"
 #include "qt/Strings.h"
 #include "ui/common/DesktopPrompts.h"
+#include "ui/common/ErrorMessages.h"
 #include "ui/common/Notices.h"
 #include "ui/common/Program.h"
 #include "ui/common/SystemClock.h"
@@ -30,7 +31,7 @@ int mStart::Main(const DataFolder& folder)
 
     ErrorReporter& reporter = ErrorReporter::Instance();
     reporter.SetLog(programFolder, *operations, clock);
-    reporter.SetShowMessage([&messages](const std::string& text, const std::string& title) {
+    const ErrorMessages shown([&messages](const std::string& text, const std::string& title) {
         messages.ShowInformation(QApplication::activeWindow(), FromUtf8(text), FromUtf8(title));
     });
 

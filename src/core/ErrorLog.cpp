@@ -35,6 +35,7 @@ void ErrorReporter::Reset()
 {
     m_log.reset();
     m_show = nullptr;
+    AllowRepetition();
 }
 
 void ErrorReporter::Report(std::string_view module, std::string_view routine, const std::string& detail,
@@ -43,21 +44,23 @@ void ErrorReporter::Report(std::string_view module, std::string_view routine, co
     const auto line = [](auto... parts) {
         return (std::string() + ... + std::string(parts)) + std::string(lineEnd);
     };
+    const std::string message = "An error has occurred in Tarno in " + line(module, ".", routine) +
+                                (detail.empty() ? userMessage : detail);
+    const bool isShown = show && message != m_lastMessage;
     if (m_log) {
         std::string record = line(std::string(ruleLength, '-'));
         record += line(m_log->clock->ShortDate(), " ", m_log->clock->ShortTime());
         record += line("Module = ", module, ", Routine = ", routine);
-        const std::string message =
-            show ? userMessage : "(Message not shown)" + std::string(lineEnd) + userMessage;
-        for (const std::string& text : {detail, message}) {
+        const std::string logged =
+            isShown ? userMessage : "(Message not shown)" + std::string(lineEnd) + userMessage;
+        for (const std::string& text : {detail, logged}) {
             record += text.empty() ? text : line(text);
         }
         AppendToLog(record);
     }
-    if (show && m_show) {
-        m_show("An error has occurred in Tarno in " + line(module, ".", routine) +
-                   (detail.empty() ? userMessage : detail),
-               "Tarno Error");
+    if (isShown && m_show) {
+        m_lastMessage = message;
+        m_show(message, "Tarno Error");
     }
 }
 

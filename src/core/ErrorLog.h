@@ -32,6 +32,10 @@ public:
     /// Removes the log and the message function.
     void Reset();
 
+    /// Allows the last message to be shown again. Call this when the program waits for its user. Until then
+    /// a message that equals the last one is only logged, so that one cause does not show a row of boxes.
+    void AllowRepetition() { m_lastMessage.clear(); }
+
     /// Appends a record to the log and shows the message unless `show` is false. Never throws. Waits while
     /// another process holds the log file; skips a log that cannot be written.
     void Report(std::string_view module, std::string_view routine, const std::string& detail,
@@ -48,6 +52,7 @@ private:
 
     std::optional<Log> m_log;
     ShowMessage m_show;
+    std::string m_lastMessage;
 };
 
 /// Reports `pending` (null if no error is pending) as raised in `module`.`routine`: one record in the log and

@@ -70,6 +70,33 @@ private Q_SLOTS:
         QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet}));
     }
 
+    void repeatedError_isLoggedButNotShown()
+    {
+        ErrorLog("cSQL", "EntryGet", &objectNotSet);
+        ErrorLog("cSQL", "EntryGet", &objectNotSet);
+        QCOMPARE(m_folder->Read("Tarno.log"),
+                 recordOfEntryGet + recordOfEntryGet + "(Message not shown)\r\n\r\n");
+        QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet}));
+    }
+
+    void repeatedError_isShownAgainAfterAnotherOne()
+    {
+        const Error diskFull(ErrorNumber::DiskFull);
+        ErrorLog("cSQL", "EntryGet", &objectNotSet);
+        ErrorLog("cSQL", "EntryGet", &diskFull);
+        ErrorLog("cSQL", "EntryGet", &objectNotSet);
+        QCOMPARE(m_shown.size(), 6U);
+        QCOMPARE(m_shown.back(), messageOfEntryGet);
+    }
+
+    void repeatedError_isShownAgainOnceAllowed()
+    {
+        ErrorLog("cSQL", "EntryGet", &objectNotSet);
+        ErrorReporter::Instance().AllowRepetition();
+        ErrorLog("cSQL", "EntryGet", &objectNotSet);
+        QCOMPARE(m_shown, (Texts{"Tarno Error", messageOfEntryGet, "Tarno Error", messageOfEntryGet}));
+    }
+
     void errors_areAppended()
     {
         m_folder->Write("Tarno.log", "earlier records\r\n");

@@ -39,10 +39,12 @@ public:
         Expect(module, routine, number, Describe(number));
     }
 
-    /// Overload for an error with its own description.
+    /// Overload for an error with its own description. Like an action of the user, allows the last message to
+    /// be repeated.
     void Expect(std::string_view module, std::string_view routine, ErrorNumber number,
                 std::string_view description)
     {
+        ErrorReporter::Instance().AllowRepetition();
         m_expected.push_back("An error has occurred in Tarno in " + std::string(module) + "." +
                              std::string(routine) + "\r\nVb<" + std::to_string(static_cast<int>(number)) +
                              "> error raised\r\n" + std::string(description));

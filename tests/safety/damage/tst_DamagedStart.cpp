@@ -36,7 +36,10 @@ public:
     {
         UseSample();
         ErrorReporter::Instance().SetShowMessage(
-            [this](const std::string& text, const std::string& /*title*/) { shownMessages.push_back(text); });
+            [this](const std::string& text, const std::string& /*title*/) {
+                shownMessages.push_back(text);
+                ErrorReporter::Instance().AllowRepetition();
+            });
     }
 
     Answers answers;

@@ -3,6 +3,7 @@
 #include "safety/faults/Faults.h"
 #include "store/RecordFamily.h"
 #include "support/TestStore.h"
+#include "support/UnsavedFiles.h"
 
 #include <functional>
 #include <map>
@@ -25,7 +26,10 @@ public:
         folder.Write(family.file, FileOf(values));
         sql.Init();
         ErrorReporter::Instance().SetShowMessage(
-            [this](const std::string& text, const std::string& /*title*/) { reported.push_back(text); });
+            [this](const std::string& text, const std::string& /*title*/) {
+                reported.push_back(text);
+                ErrorReporter::Instance().AllowRepetition();
+            });
         sql.SetShowConflict([this](const ConflictNotice& notice) { notices.push_back(notice); });
     }
 
@@ -116,12 +120,12 @@ inline void CheckSaves(FaultyLog& log, const std::optional<Outcome>& expected, i
             QCOMPARE(log.reported.size(), std::size_t(isSaved ? 0 : 1));
             QVERIFY(log.OnDisk() == changed || (!isSaved && log.OnDisk() == old));
         }
-        QCOMPARE(log.sql.UnsavedFiles(), isSaved ? Texts() : Texts{log.family.file});
+        QCOMPARE(UnsavedFiles(log.sql), isSaved ? Texts() : Texts{log.family.file});
     }
     heal();
     QCOMPARE(log.Save(2, "changed later"), succeeded);
     QCOMPARE(log.OnDisk(), log.FileOf(log.values));
-    QCOMPARE(log.sql.UnsavedFiles(), Texts());
+    QCOMPARE(UnsavedFiles(log.sql), Texts());
     QCOMPARE(log.sql.Init(), succeeded); // the next start
     QVERIFY(log.InMemory() == log.values);
     QCOMPARE(log.Temporaries(), Texts());

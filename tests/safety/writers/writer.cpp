@@ -103,8 +103,10 @@ private:
 
 int main(int /*count*/, char** words)
 {
-    ErrorReporter::Instance().SetShowMessage(
-        [](const std::string& text, const std::string& /*title*/) { PrintLine("message " + text); });
+    ErrorReporter::Instance().SetShowMessage([](const std::string& text, const std::string& /*title*/) {
+        PrintLine("message " + text);
+        ErrorReporter::Instance().AllowRepetition();
+    });
     Writer writer(words);
     PrintLine("ready");
     for (int changes = 0, longestPause = 0; std::cin >> changes >> longestPause; PrintLine("done")) {
