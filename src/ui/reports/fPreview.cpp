@@ -27,6 +27,12 @@ constexpr std::string_view module = "fPreview";
 constexpr int fitPage = -1; // items in the zoom list other than percentages
 constexpr int fitWidth = -2;
 
+/// Returns a caption without its mnemonic and without dots at the end.
+QString WordsOf(QString caption)
+{
+    return caption.remove(QLatin1Char('&')).remove(QLatin1String("..."));
+}
+
 } // namespace
 
 fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
@@ -88,9 +94,7 @@ QAction* fPreview::AddAction(const char* name, const QString& caption, const QKe
     QAction* action = m_toolBar->addAction(caption);
     action->setObjectName(QLatin1String(name));
     action->setShortcut(key.isEmpty() ? QKeySequence::mnemonic(caption) : key);
-    QString tip = caption;
-    tip.remove(QLatin1Char('&'));
-    Describe(action, tip);
+    Describe(action, WordsOf(caption));
     connect(action, &QAction::triggered, this,
             [this, name, run] { Trap(module, name, [&] { (this->*run)(); }); });
     return action;
@@ -127,6 +131,7 @@ void fPreview::AddReportTools()
             Trap(module, "ToolbarClick", [&] { m_report.ToolbarClick(caption, *this); });
         });
         m_toolBar->insertAction(m_toolBar->actions().value(tool.Position), action);
+        Describe(action, WordsOf(tool.Caption));
     }
 }
 
