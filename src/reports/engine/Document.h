@@ -10,6 +10,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <vector>
@@ -27,7 +28,7 @@ struct TextLine {
 
 struct PlacedText {
     QString name; ///< of the control
-    QRect box;    ///< relative to the band
+    QRect box;    ///< relative to the band; the text is clipped to it
     ReportFont font;
     TextAlignment alignment = TextAlignment::Left;
     PageText page = PageText::None;
@@ -35,6 +36,12 @@ struct PlacedText {
     std::vector<TextLine> lines;
 
     QString text; ///< the whole text, with "\n" between paragraphs
+
+    /// Returns the end of the visible part of `line`, relative to the band.
+    int EndOf(const TextLine& line) const
+    {
+        return std::min(line.top + lineHeight, box.top() + box.height());
+    }
 };
 
 struct PlacedLine {

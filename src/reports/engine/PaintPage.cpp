@@ -48,8 +48,8 @@ private:
         m_painter.setPen(Qt::black);
         const QStringList lines = LinesOnPage(m_document, text, m_page);
         for (int i = 0; i < lines.size() && i < static_cast<int>(text.lines.size()); ++i) {
-            const int top = text.lines[static_cast<std::size_t>(i)].top;
-            if (!slice.Contains(top + text.lineHeight) || lines[i].isEmpty()) {
+            const TextLine& line = text.lines[static_cast<std::size_t>(i)];
+            if (!slice.Contains(text.EndOf(line)) || lines[i].isEmpty()) {
                 continue;
             }
             const qreal width = measure.metrics.horizontalAdvance(lines[i]);
@@ -57,12 +57,12 @@ private:
             const qreal left = text.alignment == TextAlignment::Left || room < 0 ? 0
                                : text.alignment == TextAlignment::Right          ? room
                                                                                  : room / 2;
-            const QPointF baseline(text.box.left() + left, top + measure.metrics.ascent());
-            if (room >= 0) {
+            const QPointF baseline(text.box.left() + left, line.top + measure.metrics.ascent());
+            if (room >= 0 && line.top >= text.box.top() && line.top + text.lineHeight == text.EndOf(line)) {
                 m_painter.drawText(baseline, lines[i]);
             } else {
                 m_painter.save();
-                m_painter.setClipRect(QRectF(text.box.left(), top, text.box.width(), text.lineHeight));
+                m_painter.setClipRect(text.box, Qt::IntersectClip);
                 m_painter.drawText(baseline, lines[i]);
                 m_painter.restore();
             }

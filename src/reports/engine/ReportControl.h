@@ -45,7 +45,7 @@ struct ReportControl {
 
     // fields
     QString DataField;      ///< name of the report field that it shows, case-insensitive
-    bool CanGrow = false;   ///< grows to fit its text and moves the controls below it down
+    bool CanGrow = false;   ///< grows to fit its text, if a letter fits, and moves the controls below it down
     bool MultiLine = false; ///< wraps its text and keeps its line breaks
     int PaddingRight = 0;   ///< space at the right that wrapped text leaves free
 

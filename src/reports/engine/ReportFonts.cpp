@@ -77,8 +77,9 @@ const TextMeasurer::Measure& TextMeasurer::For(const ReportFont& font, const QSt
         twipFont.setLetterSpacing(QFont::AbsoluteSpacing, 0.02);
     }
     const QFontMetricsF metrics(twipFont);
-    return m_measures.emplace_back(
-        Measure{font, hasJoiningLetters, twipFont, metrics, static_cast<int>(std::ceil(metrics.height()))});
+    return m_measures.emplace_back(Measure{font, hasJoiningLetters, twipFont, metrics,
+                                           static_cast<int>(std::ceil(metrics.height())),
+                                           static_cast<int>(metrics.horizontalAdvance(QLatin1Char('M')))});
 }
 
 QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int width, bool wrap)

@@ -27,6 +27,7 @@ public:
         QFont twipFont;
         QFontMetricsF metrics;
         int lineHeight;
+        int letterWidth; ///< of a wide letter, "M"
     };
 
     /// Returns the font and metrics for `text` or a line of it.
