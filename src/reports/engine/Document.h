@@ -32,6 +32,8 @@ struct PlacedText {
     ReportFont font;
     TextAlignment alignment = TextAlignment::Left;
     PageText page = PageText::None;
+    bool grows = false;   ///< the box was enlarged to the text as needed
+    int paddingRight = 0; ///< space at the right of the box that wrapped text leaves free
     int lineHeight = 0;
     std::vector<TextLine> lines;
 

@@ -163,6 +163,8 @@ PlacedText PlaceText(const ReportControl& control, const QStringList& lines, Tex
     text.font = control.Font;
     text.alignment = control.Alignment;
     text.page = control.Page;
+    text.grows = control.CanGrow;
+    text.paddingRight = control.PaddingRight;
     text.text = control.Text;
     text.lineHeight = measurer.For(control.Font).lineHeight;
     // a single line may be higher than the box

@@ -25,10 +25,11 @@ bool HasJoiningLetters(const QString& text)
     });
 }
 
-QStringList WrappedLines(const QString& paragraph, const QFont& font, int width)
+QStringList WrappedLines(const QString& paragraph, const QFont& font, int width,
+                         QTextOption::WrapMode mode = QTextOption::WrapAtWordBoundaryOrAnywhere)
 {
     QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(mode);
     QTextLayout layout(paragraph, font);
     layout.setTextOption(option);
     QStringList lines;
@@ -97,6 +98,14 @@ QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int
         }
     }
     return lines;
+}
+
+QString TextMeasurer::FittingPart(const QString& text, const ReportFont& font, int width)
+{
+    const Measure& measure = For(font, text);
+    return measure.metrics.horizontalAdvance(text) <= width
+               ? text
+               : WrappedLines(text, measure.twipFont, width, QTextOption::WrapAnywhere).first();
 }
 
 } // namespace Tarno

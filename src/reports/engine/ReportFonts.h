@@ -37,6 +37,9 @@ public:
     /// between words, and within a word that is wider than the box. Otherwise returns a single line.
     QStringList Lines(const QString& text, const ReportFont& font, int width, bool wrap);
 
+    /// Returns the start of `text` that fits into `width` twips, at least one character.
+    QString FittingPart(const QString& text, const ReportFont& font, int width);
+
 private:
     std::vector<Measure> m_measures;
 };
