@@ -32,8 +32,9 @@ struct PlacedText {
     ReportFont font;
     TextAlignment alignment = TextAlignment::Left;
     PageText page = PageText::None;
-    bool grows = false;   ///< the box was enlarged to the text as needed
-    int paddingRight = 0; ///< space at the right of the box that wrapped text leaves free
+    bool joinsPrevious = false; ///< follows the text before it at the distance of a space
+    bool grows = false;         ///< the box was enlarged to the text as needed
+    int paddingRight = 0;       ///< space at the right of the box that wrapped text leaves free
     int lineHeight = 0;
     std::vector<TextLine> lines;
 
@@ -94,6 +95,10 @@ struct Document {
 
 /// Returns the paper of the document with its orientation and without margins.
 QPageLayout PageOf(const Document& document);
+
+/// Returns the end of the phrase that starts with `first`: that text and those that join it.
+std::vector<PlacedText>::const_iterator PhraseEnd(const Band& band,
+                                                  std::vector<PlacedText>::const_iterator first);
 
 /// Returns the lines of `text` as shown on page `page` (from 0), with page numbers filled in.
 QStringList LinesOnPage(const Document& document, const PlacedText& text, std::size_t page);

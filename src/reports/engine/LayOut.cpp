@@ -163,6 +163,7 @@ PlacedText PlaceText(const ReportControl& control, const QStringList& lines, Tex
     text.font = control.Font;
     text.alignment = control.Alignment;
     text.page = control.Page;
+    text.joinsPrevious = control.JoinsPrevious;
     text.grows = control.CanGrow;
     text.paddingRight = control.PaddingRight;
     text.text = control.Text;

@@ -42,6 +42,9 @@ struct ReportControl {
     TextAlignment Alignment = TextAlignment::Left;
     VerticalTextAlignment VerticalAlignment = VerticalTextAlignment::Top;
     PageText Page = PageText::None;
+    /// Follows the text of the previous control at the distance of a space. The alignment of the first of
+    /// such controls applies to all of them, within all their boxes.
+    bool JoinsPrevious = false;
 
     // fields
     QString DataField;      ///< name of the report field that it shows, case-insensitive
