@@ -269,7 +269,49 @@ private Q_SLOTS:
         }
         QCOMPARE(QDate(int(today.year()), int(unsigned(today.month())), int(unsigned(today.day()))), before);
         QCOMPARE(text, QLocale::system().toString(before, QLocale::ShortFormat).toStdString());
-        QVERIFY(!clock.ShortTime().empty());
+    }
+
+    void clock_returnsTheTimeWithoutSeconds()
+    {
+        const QLocale locale = QLocale::system();
+        const QString format = WithoutSeconds(locale.timeFormat(QLocale::ShortFormat));
+        const QTime before = QTime::currentTime();
+        const QString text = QString::fromStdString(SystemClock().ShortTime());
+        const QTime after = QTime::currentTime();
+        QVERIFY(!text.isEmpty());
+        QVERIFY(text == locale.toString(before, format) || text == locale.toString(after, format));
+    }
+
+    void seconds_areRemovedFromATimeFormat_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* format, const char* expected) {
+            QTest::newRow(format) << QString::fromUtf8(format) << QString::fromUtf8(expected);
+        };
+        row("HH:mm", "HH:mm");
+        row("HH:mm:ss", "HH:mm");
+        row("h:mm:ss AP", "h:mm AP");
+        row("HH.mm.ss.zzz t", "HH.mm t");
+        row("HH 'h' mm 'min' ss 's'", "HH 'h' mm 'min'");
+        row("H'h'mm'm'ss's'", "H'h'mm'm'");
+        row("'kl. is' HH:mm", "'kl. is' HH:mm");
+    }
+
+    void seconds_areRemovedFromATimeFormat()
+    {
+        QFETCH(QString, format);
+        QTEST(WithoutSeconds(format), "expected");
+    }
+
+    void seconds_areInNoLocalesTime()
+    {
+        for (const QLocale& locale :
+             QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
+            const QString format = WithoutSeconds(locale.timeFormat(QLocale::ShortFormat));
+            QCOMPARE(locale.toString(QTime(9, 7, 5), format), locale.toString(QTime(9, 7, 48), format));
+            QVERIFY(locale.toString(QTime(9, 7), format) != locale.toString(QTime(9, 8), format));
+        }
     }
 };
 
