@@ -1,5 +1,6 @@
 #include "fPreview.h"
 
+#include "ExportedFile.h"
 #include "PreviewView.h"
 #include "ReportExport.h"
 #include "WaitDialog.h"
@@ -40,7 +41,8 @@ fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
       m_program(program),
       m_report(report),
       m_toolBar(new QToolBar(this)),
-      m_view(new PreviewView(this))
+      m_view(new PreviewView(this)),
+      m_exported(new ExportedFile(program.programs, this))
 {
     setObjectName(QStringLiteral("fPreview"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
@@ -51,7 +53,8 @@ fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_toolBar);
-    layout->addWidget(m_view);
+    layout->addWidget(m_view, 1);
+    layout->addWidget(m_exported);
     m_view->setFocus();
     Handle(m_view, &PreviewView::CurrentPageChanged, "PageChange", this, [this] { ShowPage(); });
     Handle(m_view, &PreviewView::ZoomChanged, "ZoomChange", this, [this] { ShowZoom(); });
@@ -229,12 +232,19 @@ void fPreview::ChooseZoom()
 
 void fPreview::ExportRtf()
 {
-    mMain::RTFExport(m_program, *m_document, this);
+    ShowExported(mMain::RTFExport(m_program, *m_document, this));
 }
 
 void fPreview::ExportPdf()
 {
-    mMain::PDFExport(m_program, *m_document, this);
+    ShowExported(mMain::PDFExport(m_program, *m_document, this));
+}
+
+void fPreview::ShowExported(const std::optional<QString>& file)
+{
+    if (file) {
+        m_exported->ShowFile(*file);
+    }
 }
 
 void fPreview::Print()

@@ -249,11 +249,31 @@ private Q_SLOTS:
     }
 #endif
 
+    void folder_isOpenedByTheFileManager()
+    {
+        NOT_ON_WINDOWS("shell scripts");
+        const TemporaryFolder desktop;
+        desktop.Write("xdg-open", "#!/bin/sh\nfor argument; do echo \"$argument\"; done > \"$0.half\"\n"
+                                  "mv \"$0.half\" \"$0.opened\"\n");
+        QFile::setPermissions(QString::fromStdString(desktop.PathOf("xdg-open")),
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        const QByteArray path = qgetenv("PATH");
+        const auto restorePath = qScopeGuard([&path] { qputenv("PATH", path); });
+        qputenv("PATH", QByteArray::fromStdString(desktop.Path()) + ':' + path);
+        const TemporaryFolder folder;
+        folder.MakeFolder("the reports; of 2003");
+        DesktopProgramStarter().OpenFolder(QString::fromStdString(folder.PathOf("the reports; of 2003")));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(desktop.PathOf("xdg-open.opened"))),
+                                 awaitTimeout);
+        QCOMPARE(desktop.Read("xdg-open.opened"), folder.PathOf("the reports; of 2003") + "\n");
+    }
+
     void program_missing_isFileNotFound()
     {
         DesktopProgramStarter starter;
         QCOMPARE(RaisedNumber([&] { starter.Start(QStringLiteral("/no/such/program; touch /tmp/x"), {}); }),
                  53);
+        QCOMPARE(RaisedNumber([&] { starter.OpenFolder(QStringLiteral("/no/such/folder")); }), 53);
         NOT_ON_WINDOWS("an editor that does not create a missing file");
         QCOMPARE(RaisedNumber([&] { starter.EditText(QStringLiteral("/no/such/Bait.txt")); }), 53);
     }

@@ -146,24 +146,6 @@ private Q_SLOTS:
         });
     }
 
-    void toolTips_showTheKeys()
-    {
-        Preview preview;
-        preview.Show([&] {
-            QStringList tips;
-            for (const QAction* tool : preview.ToolBar().actions()) {
-                const QString key = tool->shortcut().toString(QKeySequence::NativeText);
-                QVERIFY(key.isEmpty() || tool->toolTip().endsWith(QStringLiteral(" (%1)").arg(key)));
-                if (!key.isEmpty()) {
-                    tips << tool->toolTip().chopped(key.size() + 3);
-                }
-            }
-            QCOMPARE(tips.join(QLatin1Char('|')),
-                     QStringLiteral("Print|Page Setup|RTF Export|PDF Export|First page|Previous page|"
-                                    "Next page|Last page|Zoom out|Zoom in|One Page|Two Pages"));
-        });
-    }
-
     void reportWithoutTools_hasNone()
     {
         Preview preview;
