@@ -164,11 +164,12 @@ std::vector<Row> RowsOf(const Band& band, RtfFonts& fonts, TextMeasurer& measure
         const auto end = PhraseEnd(band, text);
         Row& row = RowAt(rows, text->box.top());
         row.grows = row.grows || text->grows;
-        const QRect box = text->box | std::prev(end)->box;
+        const QRect last = std::prev(end)->box;
+        const int left = text->box.left();
         std::vector<PlacedText> phrase;
         std::transform(text, end, std::back_inserter(phrase),
                        [&](const PlacedText& part) { return Written(part, measurer); });
-        row.cells.push_back({box.left(), box.width(), Paragraph(phrase, row, fonts)});
+        row.cells.push_back({left, last.left() + last.width() - left, Paragraph(phrase, row, fonts)});
         text = end;
     }
     for (const PlacedPicture& picture : band.pictures) {
@@ -211,9 +212,12 @@ QByteArray RowRtf(Row row, int pageWidth, const QByteArray& keep, bool mayBreak)
     if (pageWidth > end + negligible) {
         addCell(pageWidth, {});
     }
+    // a negative height is fixed; a row higher than a page gets its height from its lines
     const int height = std::max(1, row.end - row.top);
-    return "\\trowd\\trgaph0\\trleft0" + RtfWord("trrh", row.grows ? height : -height) +
-           (mayBreak ? "" : "\\trkeep") + definition + "\n" + contents + "\\row\n";
+    const QByteArray heightWord =
+        row.grows && mayBreak ? QByteArray() : RtfWord("trrh", row.grows ? height : -height);
+    return "\\trowd\\trgaph0\\trleft0" + heightWord + (mayBreak ? "" : "\\trkeep") + definition + "\n" +
+           contents + "\\row\n";
 }
 
 } // namespace

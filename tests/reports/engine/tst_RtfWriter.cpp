@@ -298,6 +298,7 @@ private Q_SLOTS:
             kept << row.words.contains(QStringLiteral("trkeep"));
         }
         QCOMPARE(kept, (QList<bool>{true, false, true}));
+        QVERIFY(!reading.body.value(1).words.contains(QStringLiteral("trrh"))); // as high as its lines
     }
 
     void header_isAsHighAsInTheLayout()
