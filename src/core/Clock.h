@@ -16,7 +16,7 @@ public:
     virtual ~Clock() = default;
 
     virtual std::chrono::year_month_day Today() const = 0;
-    /// Today's date and the current time in the short formats of the user's locale, UTF-8.
+    /// Today's date and the current time, without seconds, in the short formats of the user's locale, UTF-8.
     virtual std::string ShortDate() const = 0;
     virtual std::string ShortTime() const = 0;
     /// Monotonic time for measuring durations.

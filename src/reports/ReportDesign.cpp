@@ -33,9 +33,9 @@ struct PageNumberPart {
 std::array<PageNumberPart, 4> PageNumberParts(const Heading& heading)
 {
     return {{{"lblPage", "Page", 480, PageText::None},
-             {heading.pageNumber, "", 420, PageText::Number},
+             {heading.pageNumber, "", 600, PageText::Number},
              {"lblOf", "of", 240, PageText::None},
-             {heading.pageCount, "", 420, PageText::Count}}};
+             {heading.pageCount, "", 600, PageText::Count}}};
 }
 
 } // namespace
@@ -93,7 +93,8 @@ void AddHeading(ReportSection& header, const Heading& heading)
         ReportControl& label = AddLabel(header, QLatin1String(part.name), QLatin1String(part.caption),
                                         {0, smallTop, part.width, smallHeight}, Tahoma());
         label.Page = part.page;
-        label.Alignment = TextAlignment::Center;
+        label.Alignment = TextAlignment::Right;
+        label.JoinsPrevious = label.Name != QLatin1String("lblPage");
     }
 }
 

@@ -61,9 +61,9 @@ void arLocList::DesignDetail()
     AddLabel(Detail, QStringLiteral("lblLattLong"), QStringLiteral("Latt/Long:"),
              {descriptionLeft, 360, 900, 240}, Tahoma());
     AddField(Detail, QStringLiteral("fldLatt"), QStringLiteral("LocLatt"),
-             {descriptionLeft + 900, 360, 1140, 240}, Tahoma(), false);
+             {descriptionLeft + 900, 360, 1140, 240}, Tahoma(), true);
     AddField(Detail, QStringLiteral("fldLong"), QStringLiteral("LocLong"),
-             {descriptionLeft + 2100, 360, 1200, 240}, Tahoma(), false);
+             {descriptionLeft + 2100, 360, 1200, 240}, Tahoma(), true);
     AddLabel(Detail, QStringLiteral("lblGMT"), QStringLiteral("GMT"), {directionsLeft, 360, 500, 240},
              Tahoma());
     AddField(Detail, QStringLiteral("fldGMT"), QStringLiteral("locGMT"),

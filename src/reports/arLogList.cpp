@@ -6,6 +6,7 @@
 #include "qt/Strings.h"
 #include "store/RecordLayouts.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Tarno
@@ -27,20 +28,26 @@ constexpr int lineHeight = 399; // each further line of columns makes the bands 
 constexpr int ruleAboveEnd = 12;
 constexpr int detailHeight = fieldHeight + 45;
 
-constexpr double largestFont = 2160; // points
+constexpr double smallestFont = 1; // points
+constexpr double largestFont = 2160;
+constexpr double largestGrowingFont = 36; // with a larger one, a single row could take any number of pages
 
 std::int16_t Twips(int millimetres)
 {
     return RoundToInt16(static_cast<double>(millimetres) * twipsPerColumnMillimetre);
 }
 
+/// Returns the font size of a column, or the nearest one that a report can print.
 double FontSize(const RecordView& column)
 {
-    const double size = ToDouble(column.Text(FieldField::Font));
-    if (size <= 0 || size > largestFont) {
-        throw Error(ErrorNumber::InvalidProcedureCall);
+    try {
+        return std::clamp(ToDouble(column.Text(FieldField::Font)), smallestFont, largestFont);
+    } catch (const Error& error) {
+        if (error.Number() != ErrorNumber::Overflow) {
+            throw;
+        }
+        return largestFont;
     }
-    return size;
 }
 
 } // namespace
@@ -88,6 +95,8 @@ void arLogList::LayOutColumns(int printableWidth)
             Detail.Height += lineHeight;
         }
         const QString dataName = FromUtf8(column.Text(FieldField::FieldName));
+        const double fontSize = FontSize(column);
+        const bool grows = ToInt16(column.Text(FieldField::Grow)) != 0 && fontSize <= largestGrowingFont;
         Fields.Add(dataName);
 
         ReportControl& label =
@@ -96,10 +105,9 @@ void arLogList::LayOutColumns(int printableWidth)
         label.VerticalAlignment = VerticalTextAlignment::Middle;
         label.MultiLine = true; // a long heading has room for a second line
 
-        ReportControl& field =
-            AddField(Detail, QLatin1String("fld") + dataName, dataName,
-                     {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
-                     Tahoma(FontSize(column)), ToInt16(column.Text(FieldField::Grow)) != 0);
+        ReportControl& field = AddField(Detail, QLatin1String("fld") + dataName, dataName,
+                                        {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
+                                        Tahoma(fontSize), grows);
         field.VerticalAlignment = VerticalTextAlignment::Middle;
         label.PaddingRight = field.PaddingRight = twipsPerColumnMillimetre; // keeps adjacent texts apart
 

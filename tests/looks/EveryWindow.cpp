@@ -8,6 +8,7 @@
 #include "ui/main/fSplash.h"
 #include "ui/main/fTarno.h"
 #include "ui/reports/BuilderTest.h"
+#include "ui/reports/ExportedFile.h"
 #include "ui/reports/fCustom.h"
 
 #include <QHeaderView>
@@ -135,14 +136,19 @@ std::function<void(const Visit&)> Plain(Step prepare = asOpened)
 
 /// The preview that the button `name` of a window opens.
 template <typename Window>
-std::function<void(const Visit&)> PreviewBy(const char* name)
+std::function<void(const Visit&)> PreviewBy(const char* name, const Step& step = asOpened)
 {
-    return [name](const Visit& visit) {
+    return [name, step](const Visit& visit) {
         SampleProgram world;
         Window window(world.program, nullptr);
         ShowModally(
-            "fPreview", [&] { Find<QAbstractButton>(window, name).click(); }, asOpened, visit);
+            "fPreview", [&] { Find<QAbstractButton>(window, name).click(); }, step, visit);
     };
+}
+
+void ShowExportedFile(QWidget& window)
+{
+    window.findChild<ExportedFile*>()->ShowFile(QStringLiteral("/home/angler/Documents/Trips of 2026.pdf"));
 }
 
 void Manual(const Visit& visit)
@@ -248,6 +254,7 @@ const std::vector<WindowState>& EveryWindow()
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
         {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},
+        {"preview of the log, exported", PreviewBy<fRptLog>("cmdPreview", ShowExportedFile)},
     };
     return states;
 }

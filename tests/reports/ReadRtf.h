@@ -15,8 +15,9 @@ namespace Tarno
 struct RtfRow {
     QStringList cells; ///< fields are shown as "<PAGE>", pictures as "<picture>", \line as a line break
     QList<int> edges;  ///< right edges of the cells
-    QStringList words; ///< control words inside the cells
-    int borders = 0;   ///< number of cells with a lower border
+    QStringList words; ///< control words of the row and its cells
+    QHash<QString, QList<int>> numbers; ///< the numbers of each control word
+    int borders = 0;                    ///< number of cells with a lower border
 };
 
 /// The contents of an RTF file.
@@ -141,6 +142,7 @@ private:
             EndRow();
         } else {
             m_row.words << word;
+            m_row.numbers[word] << number;
             m_reading.set.insert(word, number);
         }
     }

@@ -313,6 +313,25 @@ private Q_SLOTS:
         }
     }
 
+    void longCoordinates_areShownWhole()
+    {
+        const QStringList coordinates{QStringLiteral("-36.84846012345678"),
+                                      QStringLiteral("174.76333198765432")};
+        LocationReport data;
+        data.program.Start();
+        data.program.AddLocation("Auckland", {{LocationField::LocLatt, coordinates[0].toStdString()},
+                                              {LocationField::LocLong, coordinates[1].toStdString()}});
+        const Document document = data.Run();
+        QString shown;
+        for (const PaintedText& text : PaintedPage(document, 0).texts) {
+            QVERIFY2(text.clip.isEmpty(), qPrintable(text.text));
+            shown += text.text;
+        }
+        QVERIFY(shown.contains(coordinates[0]));
+        QVERIFY(shown.contains(coordinates[1]));
+        QVERIFY(document.details.front().lines.front().from.y() > 660); // the rule is below both lines
+    }
+
     void emptyList_givesHeadingsOnly()
     {
         LocationReport data;

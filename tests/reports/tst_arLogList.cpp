@@ -3,7 +3,9 @@
 #include "qt/Strings.h"
 #include "reports/LogReport.h"
 #include "reports/PaintedPage.h"
+#include "reports/ReadRtf.h"
 #include "reports/ReportDesign.h"
+#include "reports/engine/RtfWriter.h"
 #include "support/TestClass.h"
 
 using namespace Tarno;
@@ -191,6 +193,28 @@ private Q_SLOTS:
                          .arg(page + 1)
                          .arg(document.pages.size()));
         }
+    }
+
+    void pageNumber_isOnePhraseOnEveryPage()
+    {
+        LogReport data(ColumnsOfWidths({20}));
+        data.grid.resize(3000, ReportRow(1));
+        const Document document = data.Run();
+        QVERIFY(document.pages.size() > 99);
+        const qreal space = TextMeasurer().For(Tahoma()).metrics.horizontalAdvance(QLatin1Char(' '));
+        const qreal edge = document.paper.width() - document.margins.right();
+        for (const std::size_t page : {std::size_t(0), std::size_t(9), document.pages.size() - 1}) {
+            const PaintedPage painted(document, page);
+            const std::vector<PaintedText> phrase(painted.texts.begin() + 2, painted.texts.begin() + 6);
+            QCOMPARE(phrase[0].text, QStringLiteral("Page"));
+            for (std::size_t part = 0; part < phrase.size(); ++part) {
+                const qreal end = phrase[part].baseline.x() + phrase[part].width;
+                const qreal next = part + 1 < phrase.size() ? phrase[part + 1].baseline.x() - space : edge;
+                QVERIFY2(qAbs(next - end) <= 2, qPrintable(phrase[part].text));
+            }
+        }
+        const RtfReading rtf = RtfReader::Read(RtfBytes(document));
+        QVERIFY(rtf.header[1].cells.contains(QStringLiteral("Page <PAGE> of <NUMPAGES>")));
     }
 
     void rows_areInTheOrderOfTheTable()

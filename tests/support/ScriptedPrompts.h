@@ -173,12 +173,19 @@ public:
         m_expected.push_back({Edited(path), starts});
     }
 
+    void ExpectOpenFolder(const QString& path, bool opens = true)
+    {
+        m_expected.push_back({Opened(path), opens});
+    }
+
     void Start(const QString& program, const QStringList& arguments) override
     {
         Run(Started(program, arguments));
     }
 
     void EditText(const QString& path) override { Run(Edited(path)); }
+
+    void OpenFolder(const QString& path) override { Run(Opened(path)); }
 
 private:
     struct Expected {
@@ -192,6 +199,8 @@ private:
     }
 
     static QString Edited(const QString& path) { return QStringLiteral("edit ") + path; }
+
+    static QString Opened(const QString& path) { return QStringLiteral("open ") + path; }
 
     void Run(const QString& asked)
     {

@@ -18,6 +18,13 @@ QPageLayout PageOf(const Document& document)
     return layout;
 }
 
+std::vector<PlacedText>::const_iterator PhraseEnd(const Band& band,
+                                                  std::vector<PlacedText>::const_iterator first)
+{
+    return std::find_if(std::next(first), band.texts.end(),
+                        [](const PlacedText& text) { return !text.joinsPrevious; });
+}
+
 QStringList LinesOnPage(const Document& document, const PlacedText& text, std::size_t page)
 {
     switch (text.page) {

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <vector>
@@ -27,14 +28,23 @@ struct TextLine {
 
 struct PlacedText {
     QString name; ///< of the control
-    QRect box;    ///< relative to the band
+    QRect box;    ///< relative to the band; the text is clipped to it
     ReportFont font;
     TextAlignment alignment = TextAlignment::Left;
     PageText page = PageText::None;
+    bool joinsPrevious = false; ///< follows the text before it at the distance of a space
+    bool grows = false;         ///< the box was enlarged to the text as needed
+    int paddingRight = 0;       ///< space at the right of the box that wrapped text leaves free
     int lineHeight = 0;
     std::vector<TextLine> lines;
 
     QString text; ///< the whole text, with "\n" between paragraphs
+
+    /// Returns the end of the visible part of `line`, relative to the band.
+    int EndOf(const TextLine& line) const
+    {
+        return std::min(line.top + lineHeight, box.top() + box.height());
+    }
 };
 
 struct PlacedLine {
@@ -85,6 +95,10 @@ struct Document {
 
 /// Returns the paper of the document with its orientation and without margins.
 QPageLayout PageOf(const Document& document);
+
+/// Returns the end of the phrase that starts with `first`: that text and those that join it.
+std::vector<PlacedText>::const_iterator PhraseEnd(const Band& band,
+                                                  std::vector<PlacedText>::const_iterator first);
 
 /// Returns the lines of `text` as shown on page `page` (from 0), with page numbers filled in.
 QStringList LinesOnPage(const Document& document, const PlacedText& text, std::size_t page);

@@ -1,5 +1,6 @@
 #include "LayOut.h"
 
+#include "Paging.h"
 #include "ReportFonts.h"
 #include "core/Twips.h"
 
@@ -72,11 +73,28 @@ void NormalizeLineBreaks(ReportSection& section)
     }
 }
 
+/// Keeps huge fonts from filling any number of pages, and from showing nothing but the space around a letter.
+void LimitFonts(ReportSection& section, TextMeasurer& measurer)
+{
+    constexpr int largestForBox = 4; // times the height of the box
+    for (ReportControl& control : section.Controls) {
+        if (control.CanGrow &&
+            measurer.For(control.Font).letterWidth > control.Width - control.PaddingRight) {
+            control.CanGrow = control.MultiLine = false; // every letter would take a line
+        }
+        if (!control.CanGrow && control.Height > 0) {
+            control.Font.Size =
+                std::min(control.Font.Size, double(largestForBox * control.Height) / twipsPerPoint);
+        }
+    }
+}
+
 /// The lines of each control's text, indexed like the controls of the section.
 using SectionLines = std::vector<QStringList>;
 
 SectionLines Measure(ReportSection& section, TextMeasurer& measurer)
 {
+    LimitFonts(section, measurer);
     NormalizeLineBreaks(section);
     SectionLines lines;
     for (const ReportControl& control : section.Controls) {
@@ -145,17 +163,19 @@ PlacedText PlaceText(const ReportControl& control, const QStringList& lines, Tex
     text.font = control.Font;
     text.alignment = control.Alignment;
     text.page = control.Page;
+    text.joinsPrevious = control.JoinsPrevious;
+    text.grows = control.CanGrow;
+    text.paddingRight = control.PaddingRight;
     text.text = control.Text;
     text.lineHeight = measurer.For(control.Font).lineHeight;
-    const int room = std::max(0, control.Height - static_cast<int>(lines.size()) * text.lineHeight);
+    // a single line may be higher than the box
+    const int shown = std::clamp(control.Height / text.lineHeight, 1, static_cast<int>(lines.size()));
+    const int room = control.Height - shown * text.lineHeight;
     int top = control.Top;
     if (control.VerticalAlignment != VerticalTextAlignment::Top) {
         top += control.VerticalAlignment == VerticalTextAlignment::Middle ? room / 2 : room;
     }
-    for (const QString& line : lines) {
-        if (top + text.lineHeight > control.Top + control.Height && !text.lines.empty()) {
-            break; // a box that cannot grow cuts its text off
-        }
+    for (const QString& line : lines.mid(0, shown)) { // a box that cannot grow cuts its text off
         text.lines.push_back({line, top});
         top += text.lineHeight;
     }
@@ -184,100 +204,6 @@ Band PlaceBand(const ReportSection& section, const SectionLines& lines, TextMeas
     }
     return band;
 }
-
-/// The vertical range of an item that a page break must not split.
-struct Extent {
-    int top;
-    int end;
-};
-
-std::vector<Extent> ExtentsOf(const Band& band)
-{
-    std::vector<Extent> extents;
-    for (const PlacedText& text : band.texts) {
-        for (const TextLine& line : text.lines) {
-            extents.push_back({line.top, line.top + text.lineHeight});
-        }
-    }
-    for (const PlacedLine& line : band.lines) {
-        extents.push_back({line.from.y(), line.to.y()});
-    }
-    for (const PlacedPicture& picture : band.pictures) {
-        extents.push_back({picture.box.top(), picture.box.top() + picture.box.height()});
-    }
-    return extents;
-}
-
-class Paging
-{
-public:
-    explicit Paging(Document& document)
-        : m_document(document),
-          m_top(document.margins.top() + document.header.height),
-          m_bottom(std::max(m_top + twipsPerInch / 2,
-                            document.paper.height() - document.margins.bottom() - document.footer.height))
-    {
-        StartPage();
-    }
-
-    void Add(std::size_t detail)
-    {
-        const Band& band = m_document.details[detail];
-        if (m_y + band.height > m_bottom && m_y > m_top) {
-            StartPage();
-        }
-        if (m_y + band.height > m_bottom) {
-            Cut(detail);
-        } else {
-            m_document.pages.back().slices.push_back({detail, m_y});
-            m_y += band.height;
-        }
-    }
-
-private:
-    void StartPage()
-    {
-        m_document.pages.emplace_back();
-        m_y = m_top;
-    }
-
-    /// Splits a band that is higher than a page, starting at the top of the current page.
-    void Cut(std::size_t detail)
-    {
-        const Band& band = m_document.details[detail];
-        const std::vector<Extent> extents = ExtentsOf(band);
-        Slice slice{detail, m_top};
-        for (int start = 0;;) { // offset in the band at the top of the page
-            slice.to = start + m_bottom - m_top;
-            for (const Extent& extent : extents) {
-                if (extent.top <= start) { // higher than the page
-                    slice.to = std::max(slice.to, extent.end);
-                }
-            }
-            if (slice.to >= band.height) {
-                slice.to = Slice().to;
-                m_document.pages.back().slices.push_back(slice);
-                m_y = m_top + band.height - start;
-                return;
-            }
-            m_document.pages.back().slices.push_back(slice);
-            start = slice.to;
-            for (const Extent& extent : extents) {
-                if (extent.end > slice.to) {
-                    start = std::min(start, extent.top);
-                }
-            }
-            StartPage();
-            slice.bandTop = m_top - start;
-            slice.from = slice.to;
-        }
-    }
-
-    Document& m_document;
-    int m_top;    ///< top of the space for details on a page
-    int m_bottom; ///< end of that space
-    int m_y = 0;
-};
 
 } // namespace
 
@@ -315,10 +241,7 @@ std::optional<Document> LayOut(Report& report, const LayOutProgress& progress)
     if (stopped) {
         return std::nullopt;
     }
-    Paging paging(document);
-    for (std::size_t detail = 0; detail < document.details.size(); ++detail) {
-        paging.Add(detail);
-    }
+    BreakIntoPages(document);
     return document;
 }
 

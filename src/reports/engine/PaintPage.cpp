@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace Tarno
 {
 
@@ -28,8 +30,14 @@ public:
                 m_painter.drawImage(picture.box, picture.picture);
             }
         }
-        for (const PlacedText& text : band.texts) {
-            PaintText(text, slice);
+        for (auto text = band.texts.begin(); text != band.texts.end();) {
+            const auto end = PhraseEnd(band, text);
+            if (end == std::next(text)) {
+                PaintText(*text, slice);
+            } else {
+                PaintPhrase({text, end}, slice);
+            }
+            text = end;
         }
         for (const PlacedLine& line : band.lines) {
             if (slice.Contains(line.to.y())) {
@@ -41,6 +49,37 @@ public:
     }
 
 private:
+    /// Returns the position of a text of `width` in `box`.
+    static qreal LeftOf(const QRect& box, TextAlignment alignment, qreal width)
+    {
+        const qreal room = box.width() - width;
+        return box.left() + (alignment == TextAlignment::Left || room < 0 ? 0
+                             : alignment == TextAlignment::Right          ? room
+                                                                          : room / 2);
+    }
+
+    /// Moves the texts of a phrase together and paints them.
+    void PaintPhrase(std::vector<PlacedText> phrase, const Slice& slice)
+    {
+        const auto advance = [this](const PlacedText& text, const QString& words) {
+            return m_measurer.For(text.font, words).metrics.horizontalAdvance(words);
+        };
+        const QRect box = phrase.front().box | phrase.back().box;
+        qreal width = 0;
+        for (PlacedText& text : phrase) {
+            width += text.joinsPrevious ? advance(text, QStringLiteral(" ")) : 0;
+            text.box.moveLeft(static_cast<int>(width));
+            const qreal words = advance(text, LinesOnPage(m_document, text, m_page).join(QLatin1Char(' ')));
+            text.box.setWidth(static_cast<int>(std::ceil(words)));
+            width += words;
+        }
+        const int left = static_cast<int>(LeftOf(box, phrase.front().alignment, width));
+        for (PlacedText& text : phrase) {
+            text.box.translate(left, 0);
+            PaintText(text, slice);
+        }
+    }
+
     void PaintText(const PlacedText& text, const Slice& slice)
     {
         const TextMeasurer::Measure& measure = m_measurer.For(text.font, text.text);
@@ -48,21 +87,19 @@ private:
         m_painter.setPen(Qt::black);
         const QStringList lines = LinesOnPage(m_document, text, m_page);
         for (int i = 0; i < lines.size() && i < static_cast<int>(text.lines.size()); ++i) {
-            const int top = text.lines[static_cast<std::size_t>(i)].top;
-            if (!slice.Contains(top + text.lineHeight) || lines[i].isEmpty()) {
+            const TextLine& line = text.lines[static_cast<std::size_t>(i)];
+            if (!slice.Contains(text.EndOf(line)) || lines[i].isEmpty()) {
                 continue;
             }
             const qreal width = measure.metrics.horizontalAdvance(lines[i]);
-            const qreal room = text.box.width() - width;
-            const qreal left = text.alignment == TextAlignment::Left || room < 0 ? 0
-                               : text.alignment == TextAlignment::Right          ? room
-                                                                                 : room / 2;
-            const QPointF baseline(text.box.left() + left, top + measure.metrics.ascent());
-            if (room >= 0) {
+            const QPointF baseline(LeftOf(text.box, text.alignment, width),
+                                   line.top + measure.metrics.ascent());
+            if (width <= text.box.width() && line.top >= text.box.top() &&
+                line.top + text.lineHeight == text.EndOf(line)) {
                 m_painter.drawText(baseline, lines[i]);
             } else {
                 m_painter.save();
-                m_painter.setClipRect(QRectF(text.box.left(), top, text.box.width(), text.lineHeight));
+                m_painter.setClipRect(text.box, Qt::IntersectClip);
                 m_painter.drawText(baseline, lines[i]);
                 m_painter.restore();
             }

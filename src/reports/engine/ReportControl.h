@@ -42,10 +42,13 @@ struct ReportControl {
     TextAlignment Alignment = TextAlignment::Left;
     VerticalTextAlignment VerticalAlignment = VerticalTextAlignment::Top;
     PageText Page = PageText::None;
+    /// Follows the text of the previous control at the distance of a space. The alignment of the first of
+    /// such controls applies to all of them, within all their boxes.
+    bool JoinsPrevious = false;
 
     // fields
     QString DataField;      ///< name of the report field that it shows, case-insensitive
-    bool CanGrow = false;   ///< grows to fit its text and moves the controls below it down
+    bool CanGrow = false;   ///< grows to fit its text, if a letter fits, and moves the controls below it down
     bool MultiLine = false; ///< wraps its text and keeps its line breaks
     int PaddingRight = 0;   ///< space at the right that wrapped text leaves free
 

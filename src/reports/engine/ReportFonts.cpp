@@ -25,10 +25,11 @@ bool HasJoiningLetters(const QString& text)
     });
 }
 
-QStringList WrappedLines(const QString& paragraph, const QFont& font, int width)
+QStringList WrappedLines(const QString& paragraph, const QFont& font, int width,
+                         QTextOption::WrapMode mode = QTextOption::WrapAtWordBoundaryOrAnywhere)
 {
     QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(mode);
     QTextLayout layout(paragraph, font);
     layout.setTextOption(option);
     QStringList lines;
@@ -77,8 +78,9 @@ const TextMeasurer::Measure& TextMeasurer::For(const ReportFont& font, const QSt
         twipFont.setLetterSpacing(QFont::AbsoluteSpacing, 0.02);
     }
     const QFontMetricsF metrics(twipFont);
-    return m_measures.emplace_back(
-        Measure{font, hasJoiningLetters, twipFont, metrics, static_cast<int>(std::ceil(metrics.height()))});
+    return m_measures.emplace_back(Measure{font, hasJoiningLetters, twipFont, metrics,
+                                           static_cast<int>(std::ceil(metrics.height())),
+                                           static_cast<int>(metrics.horizontalAdvance(QLatin1Char('M')))});
 }
 
 QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int width, bool wrap)
@@ -96,6 +98,14 @@ QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int
         }
     }
     return lines;
+}
+
+QString TextMeasurer::FittingPart(const QString& text, const ReportFont& font, int width)
+{
+    const Measure& measure = For(font, text);
+    return measure.metrics.horizontalAdvance(text) <= width
+               ? text
+               : WrappedLines(text, measure.twipFont, width, QTextOption::WrapAnywhere).first();
 }
 
 } // namespace Tarno

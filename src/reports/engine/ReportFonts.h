@@ -27,6 +27,7 @@ public:
         QFont twipFont;
         QFontMetricsF metrics;
         int lineHeight;
+        int letterWidth; ///< of a wide letter, "M"
     };
 
     /// Returns the font and metrics for `text` or a line of it.
@@ -35,6 +36,9 @@ public:
     /// Returns the lines of `text` in a box of `width` twips. If `wrap` is true, breaks at line breaks,
     /// between words, and within a word that is wider than the box. Otherwise returns a single line.
     QStringList Lines(const QString& text, const ReportFont& font, int width, bool wrap);
+
+    /// Returns the start of `text` that fits into `width` twips, at least one character.
+    QString FittingPart(const QString& text, const ReportFont& font, int width);
 
 private:
     std::vector<Measure> m_measures;

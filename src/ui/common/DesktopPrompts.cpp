@@ -149,4 +149,21 @@ void DesktopProgramStarter::EditText(const QString& path)
     }
 }
 
+void DesktopProgramStarter::OpenFolder(const QString& path)
+{
+    if (!QFileInfo(path).isDir()) {
+        throw Error(ErrorNumber::FileNotFound, "This folder does not exist: " + ToUtf8(path));
+    }
+#ifdef Q_OS_WIN
+    const QString fileManager = QStringLiteral("explorer.exe");
+#else
+    const QString fileManager = QStringLiteral("xdg-open");
+#endif
+    if (!QProcess::startDetached(fileManager,
+                                 {QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath())})) {
+        throw Error(ErrorNumber::FileNotFound,
+                    "The file manager could not be started. Open this folder yourself: " + ToUtf8(path));
+    }
+}
+
 } // namespace Tarno

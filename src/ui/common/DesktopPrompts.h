@@ -23,6 +23,7 @@ class DesktopProgramStarter final : public ProgramStarter
 public:
     void Start(const QString& program, const QStringList& arguments) override;
     void EditText(const QString& path) override;
+    void OpenFolder(const QString& path) override;
 };
 
 } // namespace Tarno

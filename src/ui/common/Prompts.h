@@ -110,6 +110,10 @@ public:
     /// Opens the text file `path` in the user's text editor and returns without waiting for it. Throws Error
     /// FileNotFound if the editor cannot be started.
     virtual void EditText(const QString& path) = 0;
+
+    /// Shows the folder `path` in the desktop's file manager and returns without waiting for it. Throws Error
+    /// FileNotFound if the folder does not exist or the file manager cannot be started.
+    virtual void OpenFolder(const QString& path) = 0;
 };
 
 } // namespace Tarno

@@ -9,14 +9,54 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyleOptionHeader>
 
 #include <utility>
 
 namespace Tarno
 {
 
+namespace
+{
+
+/// Paints the icons of its headings at the end instead of before the text. Every heading leaves the room
+/// free, so an icon moves no text.
+class IconAtEndHeader final : public QHeaderView
+{
+public:
+    explicit IconAtEndHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+protected:
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int column) const override
+    {
+        QHeaderView::initStyleOptionForIndex(option, column);
+        option->icon = {};
+        option->text = fontMetrics().elidedText(option->text, Qt::ElideRight,
+                                                sectionSize(column) - 3 * Margin() - IconSize());
+    }
+
+    void paintSection(QPainter* painter, const QRect& section, int column) const override
+    {
+        painter->save(); // the style leaves its clipping behind
+        QHeaderView::paintSection(painter, section, column);
+        painter->restore();
+        const auto icon = model()->headerData(column, orientation(), Qt::DecorationRole).value<QIcon>();
+        const QRect end = section.marginsRemoved({Margin(), 0, Margin(), 0});
+        icon.paint(painter, QStyle::alignedRect(layoutDirection(), Qt::AlignRight | Qt::AlignVCenter,
+                                                {IconSize(), IconSize()}, end));
+    }
+
+private:
+    int Margin() const { return style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this); }
+
+    int IconSize() const { return style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this); }
+};
+
+} // namespace
+
 SortableList::SortableList(QWidget* parent) : QTreeView(parent)
 {
+    setHeader(new IconAtEndHeader(this));
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
@@ -26,6 +66,7 @@ SortableList::SortableList(QWidget* parent) : QTreeView(parent)
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     header()->setSectionsClickable(true);
     header()->setSectionsMovable(false);
+    header()->setStretchLastSection(true);
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
         Trap(ToUtf8(window()->objectName()), ToUtf8(objectName()) + "_ColumnClick", [&] { SortBy(column); });
     });

@@ -4,10 +4,19 @@
 
 #include <QDate>
 #include <QLocale>
+#include <QRegularExpression>
 #include <QTime>
 
 namespace Tarno
 {
+
+QString WithoutSeconds(QString format)
+{
+    // skips quoted words; removes the separator before the seconds and a quoted unit behind them
+    static const QRegularExpression seconds(
+        QStringLiteral("'[^']*'(*SKIP)(*FAIL)|[:., ]*s+([.,]z+)?( ?'[^']*')?"));
+    return format.remove(seconds);
+}
 
 std::chrono::year_month_day SystemClock::Today() const
 {
@@ -22,7 +31,9 @@ std::string SystemClock::ShortDate() const
 
 std::string SystemClock::ShortTime() const
 {
-    return ToUtf8(QLocale::system().toString(QTime::currentTime(), QLocale::ShortFormat));
+    const QLocale locale = QLocale::system();
+    return ToUtf8(
+        locale.toString(QTime::currentTime(), WithoutSeconds(locale.timeFormat(QLocale::ShortFormat))));
 }
 
 std::chrono::steady_clock::time_point SystemClock::Now() const

@@ -26,11 +26,13 @@ std::optional<QString> ChosenFile(const Program& program, const FileQuestion& qu
     return file;
 }
 
-void WriteFile(const Program& program, const QString& file, const QByteArray& bytes, QWidget* parent)
+/// Returns whether the file was written. Otherwise a message has named it.
+bool WriteFile(const Program& program, const QString& file, const QByteArray& bytes, QWidget* parent)
 {
     try {
         SafeWriter(program.operations)
             .Write(ToUtf8(file), std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+        return true;
     } catch (const Error&) {
         program.messages.Ask(
             parent, {.text = QStringLiteral("Unable to write to the file ") + file +
@@ -38,13 +40,15 @@ void WriteFile(const Program& program, const QString& file, const QByteArray& by
                                             "file for writing."),
                      .title = QStringLiteral("Export Error"),
                      .icon = Icon::Exclamation});
+        return false;
     }
 }
 
 } // namespace
 
-void mMain::RTFExport(const Program& program, const Document& document, QWidget* parent)
+std::optional<QString> mMain::RTFExport(const Program& program, const Document& document, QWidget* parent)
 {
+    std::optional<QString> written;
     Trap(module, "RTFExport", [&] {
         const auto file = ChosenFile(program,
                                      {.title = QStringLiteral("Save Report to RTF"),
@@ -53,14 +57,16 @@ void mMain::RTFExport(const Program& program, const Document& document, QWidget*
                                       .fileName = QStringLiteral("RTF Files"),
                                       .suffix = QStringLiteral(".rtf")},
                                      parent);
-        if (file) {
-            WriteFile(program, *file, RtfBytes(document), parent);
+        if (file && WriteFile(program, *file, RtfBytes(document), parent)) {
+            written = file;
         }
     });
+    return written;
 }
 
-void mMain::PDFExport(const Program& program, const Document& document, QWidget* parent)
+std::optional<QString> mMain::PDFExport(const Program& program, const Document& document, QWidget* parent)
 {
+    std::optional<QString> written;
     Trap(module, "PDFExport", [&] {
         const auto file = ChosenFile(program,
                                      {.title = QStringLiteral("Save Report to PDF"),
@@ -75,10 +81,11 @@ void mMain::PDFExport(const Program& program, const Document& document, QWidget*
         WaitDialog wait(program.clock, parent, QStringLiteral("Writing the report..."),
                         static_cast<int>(document.pages.size()));
         const QByteArray bytes = PdfBytes(document, [&wait](int /*pages*/) { return wait.Advance(); });
-        if (!bytes.isEmpty()) {
-            WriteFile(program, *file, bytes, parent);
+        if (!bytes.isEmpty() && WriteFile(program, *file, bytes, parent)) {
+            written = file;
         }
     });
+    return written;
 }
 
 } // namespace Tarno

@@ -1,5 +1,6 @@
 #include "fPreview.h"
 
+#include "ExportedFile.h"
 #include "PreviewView.h"
 #include "ReportExport.h"
 #include "WaitDialog.h"
@@ -27,6 +28,12 @@ constexpr std::string_view module = "fPreview";
 constexpr int fitPage = -1; // items in the zoom list other than percentages
 constexpr int fitWidth = -2;
 
+/// Returns a caption without its mnemonic and without dots at the end.
+QString WordsOf(QString caption)
+{
+    return caption.remove(QLatin1Char('&')).remove(QLatin1String("..."));
+}
+
 } // namespace
 
 fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
@@ -34,7 +41,8 @@ fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
       m_program(program),
       m_report(report),
       m_toolBar(new QToolBar(this)),
-      m_view(new PreviewView(this))
+      m_view(new PreviewView(this)),
+      m_exported(new ExportedFile(program.programs, this))
 {
     setObjectName(QStringLiteral("fPreview"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
@@ -45,7 +53,8 @@ fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_toolBar);
-    layout->addWidget(m_view);
+    layout->addWidget(m_view, 1);
+    layout->addWidget(m_exported);
     m_view->setFocus();
     Handle(m_view, &PreviewView::CurrentPageChanged, "PageChange", this, [this] { ShowPage(); });
     Handle(m_view, &PreviewView::ZoomChanged, "ZoomChange", this, [this] { ShowZoom(); });
@@ -88,9 +97,7 @@ QAction* fPreview::AddAction(const char* name, const QString& caption, const QKe
     QAction* action = m_toolBar->addAction(caption);
     action->setObjectName(QLatin1String(name));
     action->setShortcut(key.isEmpty() ? QKeySequence::mnemonic(caption) : key);
-    QString tip = caption;
-    tip.remove(QLatin1Char('&'));
-    Describe(action, tip);
+    Describe(action, WordsOf(caption));
     connect(action, &QAction::triggered, this,
             [this, name, run] { Trap(module, name, [&] { (this->*run)(); }); });
     return action;
@@ -127,6 +134,7 @@ void fPreview::AddReportTools()
             Trap(module, "ToolbarClick", [&] { m_report.ToolbarClick(caption, *this); });
         });
         m_toolBar->insertAction(m_toolBar->actions().value(tool.Position), action);
+        Describe(action, WordsOf(tool.Caption));
     }
 }
 
@@ -224,12 +232,19 @@ void fPreview::ChooseZoom()
 
 void fPreview::ExportRtf()
 {
-    mMain::RTFExport(m_program, *m_document, this);
+    ShowExported(mMain::RTFExport(m_program, *m_document, this));
 }
 
 void fPreview::ExportPdf()
 {
-    mMain::PDFExport(m_program, *m_document, this);
+    ShowExported(mMain::PDFExport(m_program, *m_document, this));
+}
+
+void fPreview::ShowExported(const std::optional<QString>& file)
+{
+    if (file) {
+        m_exported->ShowFile(*file);
+    }
 }
 
 void fPreview::Print()

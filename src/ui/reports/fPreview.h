@@ -6,6 +6,7 @@
 #include <QDialog>
 
 #include <memory>
+#include <optional>
 
 class QAction;
 class QComboBox;
@@ -15,6 +16,7 @@ class QToolBar;
 namespace Tarno
 {
 
+class ExportedFile;
 class PreviewView;
 
 /// The preview window, from which a report is printed or exported.
@@ -47,6 +49,7 @@ private:
     QAction* AddAction(const char* name, const QString& caption, const QKeySequence& key,
                        void (fPreview::*run)());
     void Describe(QAction* action, const QString& words);
+    void ShowExported(const std::optional<QString>& file);
     void ShowPage();
     void ShowZoom();
     void ChooseZoom();
@@ -67,6 +70,7 @@ private:
     std::unique_ptr<Document> m_document;
     QToolBar* m_toolBar;
     PreviewView* m_view;
+    ExportedFile* m_exported;
     QSpinBox* m_page = nullptr;
     QComboBox* m_zoom = nullptr;
 };

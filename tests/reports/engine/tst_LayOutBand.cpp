@@ -218,6 +218,71 @@ private Q_SLOTS:
         QCOMPARE(LinesOf(TextOf(OnlyRow(report), "a")), QStringList(QStringLiteral("1")));
     }
 
+    void notGrowing_aLineHigherThanItsBox_isClippedToTheBox_data()
+    {
+        QTest::addColumn<int>("alignment");
+        QTest::addColumn<double>("part"); // of the missing height that is cut off at the top
+        QTest::newRow("top") << static_cast<int>(VerticalTextAlignment::Top) << 0.0;
+        QTest::newRow("middle") << static_cast<int>(VerticalTextAlignment::Middle) << 0.5;
+        QTest::newRow("bottom") << static_cast<int>(VerticalTextAlignment::Bottom) << 1.0;
+    }
+
+    void notGrowing_aLineHigherThanItsBox_isClippedToTheBox()
+    {
+        QFETCH(int, alignment);
+        QFETCH(double, part);
+        RowsReport report({{QStringLiteral("2003")}});
+        ReportControl& field = report.AddField(QStringLiteral("a"), {500, 100, 4000, 300});
+        field.Font.Size = 24;
+        field.VerticalAlignment = static_cast<VerticalTextAlignment>(alignment);
+        report.Detail.Height = 400;
+        const auto document = LayOut(report);
+        const PlacedText& text = document->details.front().texts.front();
+        const double missing = text.lineHeight - 300;
+        QVERIFY(missing > 0);
+        QVERIFY(qAbs(text.lines.front().top - (100 - part * missing)) <= 1);
+        QCOMPARE(PaintedPage(*document, 0).Text(QStringLiteral("2003")).clip,
+                 QRectF(1440 + 500, 1440 + 100, 4000, 300));
+    }
+
+    void notGrowing_aHugeFont_stillShowsAPartOfItsText()
+    {
+        RowsReport report({{QStringLiteral("2003")}});
+        ReportControl& field = report.AddField(QStringLiteral("a"), {0, 0, 1000, 300});
+        field.Font.Size = 2160;
+        field.VerticalAlignment = VerticalTextAlignment::Middle;
+        QImage page(11906, 3000, QImage::Format_Grayscale8);
+        page.fill(Qt::white);
+        QPainter painter(&page);
+        PaintPage(painter, *LayOut(report), 0);
+        painter.end();
+        const QRect box(1440, 1440, 1000, 300);
+        QImage white(box.size(), page.format());
+        white.fill(Qt::white);
+        QVERIFY(page.copy(box) != white);
+    }
+
+    void growing_aFontTooLargeToWrap_keepsTheHeight_data()
+    {
+        QTest::addColumn<double>("size");
+        QTest::addColumn<int>("width");
+        QTest::newRow("no room for a letter") << 60.0 << 900;
+        QTest::newRow("higher than the page") << 2160.0 << 9000;
+    }
+
+    void growing_aFontTooLargeToWrap_keepsTheHeight()
+    {
+        QFETCH(double, size);
+        QFETCH(int, width);
+        RowsReport report({{QStringLiteral("bream\nand flathead ").repeated(1000)}});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, width, 300}).Font.Size = size;
+        report.Detail.Height = 300;
+        const auto document = LayOut(report);
+        QCOMPARE(document->pages.size(), std::size_t(1));
+        QCOMPARE(document->details.front().height, 300);
+        QCOMPARE(document->details.front().texts.front().lines.size(), std::size_t(1));
+    }
+
     void beforePrint_seesTheGrownHeightAndMayPlaceARuleAtItsEnd()
     {
         RowsReport report({{QStringLiteral("1")}, {QStringLiteral("1\n2\n3\n4")}});

@@ -305,6 +305,24 @@ private Q_SLOTS:
     {
         QCOMPARE(RowsOnPages(*LayOut(*Rows(100, 0))), QStringList(QStringLiteral("0+100")));
     }
+
+    void lineHigherThanItsBox_inABandHigherThanAPage_movesNoOtherLine()
+    {
+        const QStringList lines = NumberedLines(200);
+        RowsReport report({{lines.join(QLatin1Char('\n')), QStringLiteral("2003")}});
+        report.AddGrowingField(QStringLiteral("a"), {0, 0, 3000, 300});
+        report.Detail.Height = 300;
+        report.AddField(QStringLiteral("b"), {3000, 0, 3000, 300}).Font.Size = 2160;
+        const auto document = LayOut(report);
+        QVERIFY(document->pages.size() > 1);
+        QStringList painted;
+        for (const QStringList& page : PagesOf(*document)) {
+            painted << page;
+        }
+        QCOMPARE(painted.count(QStringLiteral("2003")), 1);
+        painted.removeAll(QStringLiteral("2003"));
+        QCOMPARE(painted, lines);
+    }
 };
 
 TEST_CLASS(tst_Paging)

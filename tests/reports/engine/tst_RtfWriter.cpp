@@ -23,6 +23,12 @@ QByteArray RtfOf(const std::vector<QStringList>& rows)
     return RtfBytes(*LayOut(report));
 }
 
+/// Returns the height of a row in twips, negative if it is fixed.
+int HeightOf(const RtfRow& row)
+{
+    return row.numbers.value(QStringLiteral("trrh")).value(0);
+}
+
 /// Returns the text that unrtf extracts from `rtf`.
 QString Unrtf(const QByteArray& rtf)
 {
@@ -213,6 +219,115 @@ private Q_SLOTS:
         QCOMPARE(reading.body.size(), 2);
         QCOMPARE(reading.body[0].borders, 0);
         QCOMPARE(reading.body[1].borders, reading.body[1].cells.size());
+    }
+
+    void rows_areAsHighAsTheDistancesOfTheirItems()
+    {
+        RowsReport report({{QStringLiteral("1\n2\n3"), QStringLiteral("4"), QStringLiteral("5")}});
+        report.AddGrowingField(QStringLiteral("a"), {0, 50, 2000, 300});
+        report.AddField(QStringLiteral("b"), {2000, 50, 2000, 300});
+        report.AddField(QStringLiteral("c"), {0, 400, 2000, 300});
+        RowsReport::AddLine(report.Detail, QStringLiteral("line"), {0, 750, 4000, 0}).Weight = 8;
+        report.Detail.Height = 800;
+        const auto document = LayOut(report);
+        const int growth = document->details.front().height - 800;
+        QVERIFY(growth > 0);
+        const RtfReading reading = RtfReader::Read(RtfBytes(*document));
+        QList<int> heights;
+        QList<int> borders;
+        for (const RtfRow& row : reading.body) {
+            heights << HeightOf(row);
+            borders << (row.borders > 0 ? row.numbers.value(QStringLiteral("brdrw")).value(0) : 0);
+        }
+        QCOMPARE(heights, (QList<int>{400 + growth, -350, -50})); // only the first may become higher
+        QCOMPARE(borders, (QList<int>{0, 8, 0}));
+    }
+
+    void lines_areAtTheHeightsOfTheLayout()
+    {
+        RowsReport report({{QStringLiteral("1\n2"), QStringLiteral("3"), QStringLiteral("4")}});
+        ReportControl& growing = report.AddGrowingField(QStringLiteral("a"), {0, 50, 2000, 300});
+        growing.VerticalAlignment = VerticalTextAlignment::Middle;
+        growing.PaddingRight = 57;
+        report.AddField(QStringLiteral("b"), {2000, 50, 2000, 300});
+        report.AddField(QStringLiteral("c"), {4000, 50, 2000, 300}).Font.Size = 24;
+        report.Detail.Height = 400;
+        const auto document = LayOut(report);
+        const RtfRow row = RtfReader::Read(RtfBytes(*document)).body.value(0);
+        QList<int> tops;
+        for (const PlacedText& text : document->details.front().texts) {
+            tops << text.lines.front().top;
+        }
+        QVERIFY(tops[0] > 50);
+        QCOMPARE(row.numbers.value(QStringLiteral("sb")), tops);
+        const int lineHeight = RowsReport::LineHeight();
+        QCOMPARE(row.numbers.value(QStringLiteral("sl")).mid(0, 3),
+                 (QList<int>{-lineHeight, -lineHeight, -300})); // fixed
+        // word processors do not clip a line, so its font is reduced to the height of the box
+        const int halfPoints = row.numbers.value(QStringLiteral("fs")).value(2);
+        QVERIFY(halfPoints < 48);
+        QVERIFY(TextMeasurer().For({QStringLiteral("DejaVu Sans"), halfPoints / 2.0, false}).lineHeight <=
+                310);
+        // texts that do not wrap may be a little longer than in the layout
+        QCOMPARE(row.numbers.value(QStringLiteral("ri")), (QList<int>{57, -500, -500}));
+    }
+
+    void fieldThatDoesNotGrow_hasOneLine()
+    {
+        const QString text = QStringLiteral("bream and flathead near the old wharf ").repeated(20).trimmed();
+        RowsReport report({{text, QStringLiteral("1\n2\n3\n4"), QStringLiteral("whole")}});
+        report.AddField(QStringLiteral("a"), {0, 0, 2000, 300});
+        report.AddGrowingField(QStringLiteral("b"), {2000, 0, 2000, 300});
+        report.AddField(QStringLiteral("c"), {4000, 0, 2000, 300});
+        report.Detail.Height = 300;
+        const QStringList cells = RtfReader::Read(RtfBytes(*LayOut(report))).body.value(0).cells;
+        const QString shown = cells.value(0);
+        QVERIFY(shown.size() > 10 && text.startsWith(shown));
+        const QFontMetricsF metrics = TextMeasurer().For(RowsReport::DefaultFont()).metrics;
+        QVERIFY(metrics.horizontalAdvance(shown) <= 2000);
+        QVERIFY(metrics.horizontalAdvance(text.left(shown.size() + 2)) > 2000);
+        QCOMPARE(cells.value(2), QStringLiteral("whole"));
+    }
+
+    void pageBreak_splitsOnlyBandsHigherThanAPage()
+    {
+        const RtfReading reading = RtfReader::Read(
+            RtfOf({{QStringLiteral("1")}, {QStringLiteral("2\n").repeated(200)}, {QStringLiteral("3\n4")}}));
+        QList<bool> kept;
+        for (const RtfRow& row : reading.body) {
+            kept << row.words.contains(QStringLiteral("trkeep"));
+        }
+        QCOMPARE(kept, (QList<bool>{true, false, true}));
+        QVERIFY(!reading.body.value(1).words.contains(QStringLiteral("trrh"))); // as high as its lines
+    }
+
+    void header_isAsHighAsInTheLayout()
+    {
+        RowsReport report;
+        ReportControl& picture = report.PageHeader.Controls.Add(QStringLiteral("DDActiveReports.Image"));
+        picture.Width = picture.Height = 680;
+        picture.Picture = QImage(2, 2, QImage::Format_RGB32);
+        RowsReport::AddLabel(report.PageHeader, QStringLiteral("title"), {840, 40, 4000, 380},
+                             QStringLiteral("title"));
+        RowsReport::AddLabel(report.PageHeader, QStringLiteral("date"), {840, 440, 4000, 240},
+                             QStringLiteral("date"));
+        RowsReport::AddLabel(report.PageHeader, QStringLiteral("heading"), {0, 741, 4000, 399},
+                             QStringLiteral("heading"));
+        report.PageHeader.Height = 1140;
+        const RtfReading reading = RtfReader::Read(RtfBytes(*LayOut(report)));
+        QStringList rows;
+        int height = 0;
+        for (const RtfRow& row : reading.header) {
+            rows << row.cells.join(QLatin1Char('|'));
+            height -= HeightOf(row);
+        }
+        QCOMPARE(rows, (QStringList{QStringLiteral("<picture>||title|"), QStringLiteral("||date|"),
+                                    QStringLiteral("heading|")}));
+        QCOMPARE(reading.header[0].words.count(QStringLiteral("clvmgf")), 1); // the picture is in two rows
+        QCOMPARE(reading.header[1].words.count(QStringLiteral("clvmrg")), 1);
+        QCOMPARE(HeightOf(reading.header[0]), -440);
+        // with the paragraph that follows a table
+        QCOMPARE(height - reading.set.value(QStringLiteral("sl")), 1140);
     }
 
     void bandHigherThanAPage_isWrittenOnce()

@@ -249,11 +249,31 @@ private Q_SLOTS:
     }
 #endif
 
+    void folder_isOpenedByTheFileManager()
+    {
+        NOT_ON_WINDOWS("shell scripts");
+        const TemporaryFolder desktop;
+        desktop.Write("xdg-open", "#!/bin/sh\nfor argument; do echo \"$argument\"; done > \"$0.half\"\n"
+                                  "mv \"$0.half\" \"$0.opened\"\n");
+        QFile::setPermissions(QString::fromStdString(desktop.PathOf("xdg-open")),
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        const QByteArray path = qgetenv("PATH");
+        const auto restorePath = qScopeGuard([&path] { qputenv("PATH", path); });
+        qputenv("PATH", QByteArray::fromStdString(desktop.Path()) + ':' + path);
+        const TemporaryFolder folder;
+        folder.MakeFolder("the reports; of 2003");
+        DesktopProgramStarter().OpenFolder(QString::fromStdString(folder.PathOf("the reports; of 2003")));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QString::fromStdString(desktop.PathOf("xdg-open.opened"))),
+                                 awaitTimeout);
+        QCOMPARE(desktop.Read("xdg-open.opened"), folder.PathOf("the reports; of 2003") + "\n");
+    }
+
     void program_missing_isFileNotFound()
     {
         DesktopProgramStarter starter;
         QCOMPARE(RaisedNumber([&] { starter.Start(QStringLiteral("/no/such/program; touch /tmp/x"), {}); }),
                  53);
+        QCOMPARE(RaisedNumber([&] { starter.OpenFolder(QStringLiteral("/no/such/folder")); }), 53);
         NOT_ON_WINDOWS("an editor that does not create a missing file");
         QCOMPARE(RaisedNumber([&] { starter.EditText(QStringLiteral("/no/such/Bait.txt")); }), 53);
     }
@@ -269,7 +289,49 @@ private Q_SLOTS:
         }
         QCOMPARE(QDate(int(today.year()), int(unsigned(today.month())), int(unsigned(today.day()))), before);
         QCOMPARE(text, QLocale::system().toString(before, QLocale::ShortFormat).toStdString());
-        QVERIFY(!clock.ShortTime().empty());
+    }
+
+    void clock_returnsTheTimeWithoutSeconds()
+    {
+        const QLocale locale = QLocale::system();
+        const QString format = WithoutSeconds(locale.timeFormat(QLocale::ShortFormat));
+        const QTime before = QTime::currentTime();
+        const QString text = QString::fromStdString(SystemClock().ShortTime());
+        const QTime after = QTime::currentTime();
+        QVERIFY(!text.isEmpty());
+        QVERIFY(text == locale.toString(before, format) || text == locale.toString(after, format));
+    }
+
+    void seconds_areRemovedFromATimeFormat_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* format, const char* expected) {
+            QTest::newRow(format) << QString::fromUtf8(format) << QString::fromUtf8(expected);
+        };
+        row("HH:mm", "HH:mm");
+        row("HH:mm:ss", "HH:mm");
+        row("h:mm:ss AP", "h:mm AP");
+        row("HH.mm.ss.zzz t", "HH.mm t");
+        row("HH 'h' mm 'min' ss 's'", "HH 'h' mm 'min'");
+        row("H'h'mm'm'ss's'", "H'h'mm'm'");
+        row("'kl. is' HH:mm", "'kl. is' HH:mm");
+    }
+
+    void seconds_areRemovedFromATimeFormat()
+    {
+        QFETCH(QString, format);
+        QTEST(WithoutSeconds(format), "expected");
+    }
+
+    void seconds_areInNoLocalesTime()
+    {
+        for (const QLocale& locale :
+             QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
+            const QString format = WithoutSeconds(locale.timeFormat(QLocale::ShortFormat));
+            QCOMPARE(locale.toString(QTime(9, 7, 5), format), locale.toString(QTime(9, 7, 48), format));
+            QVERIFY(locale.toString(QTime(9, 7), format) != locale.toString(QTime(9, 8), format));
+        }
     }
 };
 

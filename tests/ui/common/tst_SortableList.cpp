@@ -67,6 +67,36 @@ class tst_SortableList : public QObject
 
 private Q_SLOTS:
 
+    void sortIcon_movesNoHeading_data()
+    {
+        QTest::addColumn<Qt::LayoutDirection>("direction");
+        QTest::newRow("left to right") << Qt::LeftToRight;
+        QTest::newRow("right to left") << Qt::RightToLeft;
+    }
+
+    void sortIcon_movesNoHeading()
+    {
+        QFETCH(Qt::LayoutDirection, direction);
+        ShownList list;
+        list.setLayoutDirection(direction);
+        list.FitColumns({QStringLiteral("name"), QStringLiteral("number")}, 0);
+        list.Show({"b", "a"});
+        const auto headings = [&list] { return list.header()->grab().toImage(); };
+        const QImage before = headings();
+        list.model()->sort(1);
+        static_cast<TextTableModel*>(list.model())->ShowSortIcon();
+        const QImage after = headings();
+        const int start = list.header()->sectionViewportPosition(1);
+        const QRect heading(start, 0, list.header()->sectionSize(1), list.header()->height());
+        const int room = list.style()->pixelMetric(QStyle::PM_SmallIconSize) +
+                         2 * list.style()->pixelMetric(QStyle::PM_HeaderMargin);
+        const bool fromLeft = direction == Qt::LeftToRight;
+        const QRect words = fromLeft ? heading.adjusted(0, 0, -room, 0) : heading.adjusted(room, 0, 0, 0);
+        QVERIFY(words.width() >= list.header()->fontMetrics().horizontalAdvance(QStringLiteral("Number")));
+        QCOMPARE(after.copy(words), before.copy(words));
+        QVERIFY(after.copy(heading) != before.copy(heading));
+    }
+
     void model_passesTheModelTester()
     {
         ShownList list;

@@ -2,6 +2,7 @@
 
 #include "qt/Strings.h"
 #include "reports/LogReport.h"
+#include "reports/PaintedPage.h"
 #include "reports/engine/PdfWriter.h"
 #include "reports/engine/RtfWriter.h"
 #include "support/TestClass.h"
@@ -195,9 +196,6 @@ private Q_SLOTS:
         row("width with its unit", "20 mm", "8", "0", 13);
         row("font empty", "20", "", "0", 13);
         row("font a word", "20", "small", "0", 13);
-        row("font 0", "20", "0", "0", 5);
-        row("font negative", "20", "-8", "0", 5);
-        row("font far too large", "20", "1e9", "0", 5);
         row("grow flag empty", "20", "8", "", 13);
         row("grow flag a word", "20", "8", "True", 13);
         row("grow flag too large", "20", "8", "32768", 6);
@@ -245,6 +243,38 @@ private Q_SLOTS:
             QVERIFY(PdfBytes(document).startsWith("%PDF-"));
             QVERIFY(RtfBytes(document).startsWith("{\\rtf1"));
         }
+    }
+
+    void fontSize_ofAnyNumber_printsEveryRowOnAsManyPages_data()
+    {
+        QTest::addColumn<std::string>("font");
+        for (const char* font : {"0", "-8", "0.001", "37", "300", "2160", "1e9", "1e300", "1e999"}) {
+            QTest::newRow(font) << std::string(font);
+        }
+    }
+
+    void fontSize_ofAnyNumber_printsEveryRowOnAsManyPages()
+    {
+        QFETCH(std::string, font);
+        const Columns columns{
+            {.name = "A", .font = font}, {.name = "B"}, {.name = "C", .grow = "1", .font = font}};
+        LogReport data(columns);
+        const ReportRow row{"2003-02-05", "near", "many words about the trip"};
+        data.grid.assign(100, row);
+        const Document document = data.Run();
+        QCOMPARE(document.details.size(), std::size_t(100));
+        LogReport usual({{.name = "A"}, {.name = "B"}, {.name = "C", .grow = "0"}});
+        usual.grid.assign(100, row);
+        QCOMPARE(document.pages.size(), usual.Run().pages.size());
+        int painted = 0;
+        for (std::size_t page = 0; page < document.pages.size(); ++page) {
+            const PaintedPage paint(document, page);
+            painted += static_cast<int>(paint.Texts().count(QStringLiteral("2003-02-05")));
+            QVERIFY(paint.Text(QStringLiteral("2003-02-05")).clip.height() <= 285);
+        }
+        QCOMPARE(painted, 100);
+        QVERIFY(PdfBytes(document).startsWith("%PDF-"));
+        QVERIFY(RtfBytes(document).startsWith("{\\rtf1"));
     }
 
     void fontSize_isThatOfTheField()

@@ -38,13 +38,11 @@ struct ShownReport {
             file);
     }
 
-    void Export(Format format)
+    /// Returns the path of the written file.
+    std::optional<QString> Export(Format format)
     {
-        if (format == Format::Rtf) {
-            mMain::RTFExport(program.program, document, nullptr);
-        } else {
-            mMain::PDFExport(program.program, document, nullptr);
-        }
+        return format == Format::Rtf ? mMain::RTFExport(program.program, document, nullptr)
+                                     : mMain::PDFExport(program.program, document, nullptr);
     }
 
     QString PathOf(const char* name) const { return FromUtf8(program.folder.PathOf(name)); }
@@ -109,7 +107,7 @@ private Q_SLOTS:
         ShownReport shown;
         const std::vector<std::string> before = shown.program.folder.Names();
         shown.ExpectQuestion(format, shown.PathOf(chosen.constData()));
-        shown.Export(format);
+        QCOMPARE(shown.Export(format), shown.PathOf(written.constData()));
         CheckContent(format, shown.program.folder.Read(written.constData()));
         QCOMPARE(shown.program.folder.Names().size(), before.size() + 1);
     }
@@ -122,7 +120,7 @@ private Q_SLOTS:
         ShownReport shown;
         const std::vector<std::string> before = shown.program.folder.Names();
         shown.ExpectQuestion(format, std::nullopt);
-        shown.Export(format);
+        QVERIFY(!shown.Export(format));
         QCOMPARE(shown.program.folder.Names(), before);
         QVERIFY(shown.program.operations.Steps().empty());
     }
@@ -180,7 +178,7 @@ private Q_SLOTS:
         ShownReport shown;
         shown.ExpectQuestion(format, shown.PathOf("no such folder/report.rtf"));
         shown.ExpectExportError(shown.PathOf("no such folder/report.rtf.pdf"));
-        shown.Export(format);
+        QVERIFY(!shown.Export(format));
     }
 
     void afterAFailure_theNextTryWrites_data() { AddFormats(); }
