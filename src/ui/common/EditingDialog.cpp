@@ -1,5 +1,6 @@
 #include "EditingDialog.h"
 
+#include "Handle.h"
 #include "LeaveGuard.h"
 #include "RecordBinder.h"
 #include "core/ErrorLog.h"
@@ -24,13 +25,7 @@ void EditingDialog::ConnectButtons(QPushButton* save, QPushButton* close)
 {
     m_save = save;
     m_guard->SetSaveButton(save);
-    connect(save, &QPushButton::clicked, this, [this] {
-        Trap(ToUtf8(objectName()), "cmdOK_Click", [this] {
-            if (m_guard->Leave()) {
-                SaveData();
-            }
-        });
-    });
+    Handle(save, &QPushButton::clicked, "Click", this, [this] { SaveData(); });
     connect(close, &QPushButton::clicked, this, &EditingDialog::reject);
 }
 
@@ -44,23 +39,25 @@ void EditingDialog::SaveData()
     Trap(ToUtf8(objectName()), "SaveData", [this] {
         if (m_binder->WriteBack() && m_record.IsChanged() &&
             (m_program.sql.*m_update)(m_record.Copy()) == succeeded) {
+            const bool hasFocus = m_save->hasFocus();
             m_record.SetChanged(false);
             m_save->setEnabled(false);
+            if (hasFocus) { // otherwise "Close" would get the focus
+                m_guard->ReturnFocus();
+            }
         }
     });
 }
 
 void EditingDialog::reject()
 {
-    bool mayClose = m_guard->Leave();
-    if (mayClose) {
-        Trap(ToUtf8(objectName()), "cmdCancel_Click", [&] {
-            mayClose = m_binder->WriteBack();
-            if (mayClose) {
-                AskAboutChanges();
-            }
-        });
-    }
+    bool mayClose = true;
+    Trap(ToUtf8(objectName()), "cmdCancel_Click", [&] {
+        mayClose = m_binder->WriteBack();
+        if (mayClose) {
+            AskAboutChanges();
+        }
+    });
     if (mayClose) {
         QDialog::reject();
     }

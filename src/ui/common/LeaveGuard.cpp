@@ -1,12 +1,16 @@
 #include "LeaveGuard.h"
 
+#include "RefusalNote.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QTabBar>
+#include <QTabWidget>
 #include <QWheelEvent>
 #include <QWindow>
 
@@ -49,14 +53,19 @@ bool IsMnemonic(const QAbstractButton& button, const QKeyEvent& key)
 
 } // namespace
 
-LeaveGuard::LeaveGuard(QWidget* window) : QObject(window), m_window(window)
+LeaveGuard::LeaveGuard(QWidget* window) : QObject(window), m_window(window), m_note(new RefusalNote(window))
 {
     qApp->installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
+        if (now != nullptr && BelongsToWindow(now) && qobject_cast<QPushButton*>(now) == nullptr) {
+            m_lastInput = now;
+        }
+    });
 }
 
-void LeaveGuard::Add(QWidget* box, Check check)
+void LeaveGuard::Add(QWidget* box, Check check, const QString& refusal)
 {
-    m_checks[box] = std::move(check);
+    m_boxes[box] = {std::move(check), refusal};
 }
 
 void LeaveGuard::SetSaveButton(QAbstractButton* button)
@@ -64,16 +73,75 @@ void LeaveGuard::SetSaveButton(QAbstractButton* button)
     m_save = button;
 }
 
+void LeaveGuard::Edited(QWidget* box)
+{
+    if (!m_window->isVisible()) {
+        return;
+    }
+    m_unchecked.insert(box);
+    m_note->HideAt(box);
+    if (FocusedBox() != box) {
+        RunCheck(box);
+    }
+}
+
+bool LeaveGuard::RunCheck(QWidget* box)
+{
+    const auto& [check, refusal] = m_boxes.at(box);
+    m_unchecked.erase(box);
+    const bool isAccepted = check();
+    if (isAccepted) {
+        m_note->HideAt(box);
+    } else {
+        m_unchecked.insert(box);
+        m_note->ShowAt(box, refusal);
+    }
+    return isAccepted;
+}
+
 bool LeaveGuard::Leave()
 {
     QWidget* box = FocusedBox();
-    return box == nullptr || m_checks[box]();
+    return box == nullptr || RunCheck(box);
+}
+
+bool LeaveGuard::LeaveAll()
+{
+    if (!Leave()) {
+        return false;
+    }
+    for (QWidget* box : std::set(m_unchecked)) {
+        if (!RunCheck(box)) {
+            ShowPageOf(box);
+            box->setFocus();
+            return false;
+        }
+    }
+    return true;
+}
+
+void LeaveGuard::ShowPageOf(const QWidget* box)
+{
+    for (auto* pages : m_window->findChildren<QTabWidget*>()) {
+        for (int page = 0; page < pages->count(); ++page) {
+            if (pages->widget(page)->isAncestorOf(box)) {
+                pages->setCurrentIndex(page);
+            }
+        }
+    }
+}
+
+void LeaveGuard::ReturnFocus()
+{
+    if (m_lastInput != nullptr && m_lastInput->isVisible()) {
+        m_lastInput->setFocus();
+    }
 }
 
 QWidget* LeaveGuard::FocusedBox() const
 {
     for (QWidget* widget = m_window->focusWidget(); widget != nullptr; widget = widget->parentWidget()) {
-        if (m_checks.contains(widget)) {
+        if (m_boxes.contains(widget)) {
             return widget;
         }
     }
@@ -94,15 +162,21 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
     // filtered at the native window: the focus moves before the widget receives the press
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        return receiver == m_window->windowHandle() &&
-               RefusesPress(static_cast<QMouseEvent*>(event)->position().toPoint());
+        if (receiver == m_window->windowHandle()) {
+            const auto& press = *static_cast<QMouseEvent*>(event);
+            if (RefusesPress(press.position().toPoint())) {
+                return true;
+            }
+            ReleaseAfterMessage(press);
+        }
+        return false;
     case QEvent::Wheel:
         return receiver == m_window->windowHandle() &&
                RefusesWheel(static_cast<QWheelEvent*>(event)->position().toPoint());
     case QEvent::ShortcutOverride:
         // this event precedes the shortcut lookup, and the check may enable the button
         if (BelongsToWindow(receiver) && IsMnemonicOfDisabledSave(*static_cast<QKeyEvent*>(event))) {
-            Leave();
+            LeaveAll();
         }
         return false;
     case QEvent::KeyPress:
@@ -123,9 +197,23 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
 
 bool LeaveGuard::RefusesPress(const QPoint& position)
 {
-    QWidget* box = FocusedBox();
-    QWidget* pressed = Nearest(m_window->childAt(position), ActsOnPress);
+    const QWidget* pressed = Nearest(m_window->childAt(position), ActsOnPress);
+    if (pressed != nullptr && pressed == m_save) {
+        return !LeaveAll();
+    }
+    const QWidget* box = FocusedBox();
     return box != nullptr && pressed != nullptr && !IsWithin(pressed, box) && !Leave();
+}
+
+/// Completes the click of `press` if its release went to a message that the check has shown.
+void LeaveGuard::ReleaseAfterMessage(const QMouseEvent& press)
+{
+    if (!QGuiApplication::mouseButtons().testFlag(press.button())) {
+        QCoreApplication::postEvent(m_window->windowHandle(),
+                                    new QMouseEvent(QEvent::MouseButtonRelease, press.position(),
+                                                    press.scenePosition(), press.globalPosition(),
+                                                    press.button(), Qt::NoButton, press.modifiers()));
+    }
 }
 
 bool LeaveGuard::RefusesWheel(const QPoint& position)

@@ -1,16 +1,22 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QString>
 
 #include <functional>
 #include <map>
+#include <set>
 
 class QAbstractButton;
 class QKeyEvent;
+class QMouseEvent;
 class QWidget;
 
 namespace Tarno
 {
+
+class RefusalNote;
 
 /// Runs the check of the focused box before any other action in its window: a click, Tab, a mnemonic or
 /// shortcut, Enter, Esc, a page tab, the close box. If the check refuses the text, the action is discarded
@@ -26,27 +32,51 @@ public:
     /// Guards the boxes of `window` while it is visible. `window` owns the guard.
     explicit LeaveGuard(QWidget* window);
 
-    void Add(QWidget* box, Check check);
+    /// While `check` refuses, `refusal` is shown at the box and is its accessible description.
+    void Add(QWidget* box, Check check, const QString& refusal = {});
 
-    /// Sets the button "Save". If it is disabled, its click or mnemonic first runs the check of the focused
-    /// box, and takes effect if the check enabled the button.
+    /// Sets the button "Save". Its click or mnemonic first runs LeaveAll, and takes effect even if only that
+    /// enabled the button.
     void SetSaveButton(QAbstractButton* button);
+
+    /// Reports that the user or an assistive tool has changed `box`. Without the focus it is checked now.
+    void Edited(QWidget* box);
+
+    /// Runs the check of `box` and returns whether it accepted.
+    bool RunCheck(QWidget* box);
 
     /// Runs the check of the focused box, if any, and returns whether the box may be left.
     bool Leave();
 
+    /// Like Leave, but also for every box that was changed and lost the focus without a check, because an
+    /// assistive tool moved the focus. Focuses a refused box.
+    bool LeaveAll();
+
+    /// Focuses the control that had the focus before the current button, if any.
+    void ReturnFocus();
+
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:
+    struct Guarded {
+        Check check;
+        QString refusal;
+    };
+
     bool RefusesPress(const QPoint& position);
     bool RefusesWheel(const QPoint& position);
     bool RefusesKey(const QKeyEvent& key);
     bool IsMnemonicOfDisabledSave(const QKeyEvent& key) const;
+    void ReleaseAfterMessage(const QMouseEvent& press);
+    void ShowPageOf(const QWidget* box);
     QWidget* FocusedBox() const;
     bool BelongsToWindow(const QObject* widget) const;
 
     QWidget* m_window;
-    std::map<QWidget*, Check> m_checks;
+    std::map<QWidget*, Guarded> m_boxes;
+    std::set<QWidget*> m_unchecked; ///< changed since their last check, or refused by it
+    RefusalNote* m_note;
+    QPointer<QWidget> m_lastInput; ///< the last focused control that is no button
     QAbstractButton* m_save = nullptr;
 };
 

@@ -11,8 +11,6 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QTabWidget>
-#include <QToolTip>
 
 #include <utility>
 
@@ -77,14 +75,10 @@ std::string RecordBinder::Routine(const QObject* control, const char* event) con
 
 void RecordBinder::BindBox(std::size_t position, QLineEdit* box, Check check, const QString& refusal)
 {
-    m_boxes[position] = {box, std::move(check), refusal};
-    m_guard.Add(box, [this, position] { return Validate(position); });
-    // assistive tools can change a box without focusing it, so its leave check never runs
-    connect(box, &QLineEdit::textChanged, this, [this, box, position] {
-        if (m_window->focusWidget() != box) {
-            Validate(position);
-        }
-    });
+    m_boxes[position] = {box, std::move(check)};
+    m_guard.Add(
+        box, [this, position] { return Validate(position); }, refusal);
+    connect(box, &QLineEdit::textChanged, this, [this, box] { m_guard.Edited(box); });
 }
 
 void RecordBinder::BindLines(std::size_t position, QPlainTextEdit* box)
@@ -170,15 +164,8 @@ bool RecordBinder::ValidateBox(std::size_t position, const LineBox& line)
     std::string text = ToUtf8(line.box->text());
     if (line.check && text != m_record.Text(position) && !line.check(text)) {
         ShowRefused(line.box, true);
-        m_refused.insert(position);
-        line.box->setAccessibleDescription(line.refusal);
-        QToolTip::showText(line.box->mapToGlobal(line.box->rect().bottomLeft()), line.refusal, line.box);
         QApplication::beep();
         return false;
-    }
-    if (m_refused.erase(position) > 0) {
-        line.box->setAccessibleDescription({});
-        QToolTip::hideText();
     }
     if (ToUtf8(line.box->text()) != text) {
         KeyFilter::SetText(line.box, FromUtf8(text));
@@ -194,26 +181,7 @@ bool RecordBinder::WriteBack()
     for (const auto& [position, lines] : m_lines) {
         ValidateLines(position, lines);
     }
-    for (const std::size_t position : std::set(m_refused)) {
-        if (!Validate(position)) {
-            FocusBox(Box(position));
-            return false;
-        }
-    }
-    return true;
-}
-
-/// Shows the page that contains `box` and focuses it.
-void RecordBinder::FocusBox(QWidget* box)
-{
-    for (auto* pages : m_window->findChildren<QTabWidget*>()) {
-        for (int page = 0; page < pages->count(); ++page) {
-            if (pages->widget(page)->isAncestorOf(box)) {
-                pages->setCurrentIndex(page);
-            }
-        }
-    }
-    box->setFocus();
+    return m_guard.LeaveAll();
 }
 
 void RecordBinder::ValidateLines(std::size_t position, const QPlainTextEdit* lines)

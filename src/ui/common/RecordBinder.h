@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <functional>
 #include <map>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -81,7 +80,6 @@ private:
     struct LineBox {
         QLineEdit* box;
         Check check;
-        QString refusal;
     };
 
     std::string Module() const;
@@ -89,13 +87,11 @@ private:
     bool ValidateBox(std::size_t position, const LineBox& line);
     void ValidateLines(std::size_t position, const QPlainTextEdit* lines);
     void Store(std::size_t position, std::string_view text);
-    void FocusBox(QWidget* box);
 
     QWidget* m_window;
     EditedRecord& m_record;
     LeaveGuard& m_guard;
     std::map<std::size_t, LineBox> m_boxes;
-    std::set<std::size_t> m_refused; ///< positions of the boxes with a refused text
     std::map<std::size_t, QPlainTextEdit*> m_lines;
     std::map<std::size_t, OptionGroup*> m_options;
 };
