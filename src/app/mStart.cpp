@@ -6,6 +6,7 @@
 #include "ui/common/DesktopPrompts.h"
 #include "ui/common/Notices.h"
 #include "ui/common/Program.h"
+#include "ui/common/ScreenFit.h"
 #include "ui/common/SystemClock.h"
 #include "ui/help/fHelp.h"
 #include "ui/main/fSplash.h"
@@ -43,6 +44,7 @@ int mStart::Main(const DataFolder& folder)
                           messages,      files, programs, printers, *operations};
 
     const HelpKey helpKey;
+    const ScreenFit screenFit;
     int exitCode = 1;
     if (sql.Init() == succeeded) {
         if (folder.isNew) {

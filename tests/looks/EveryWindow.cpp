@@ -1,5 +1,6 @@
 #include "EveryWindow.h"
 
+#include "ui/common/ScreenFit.h"
 #include "ui/common/SortableList.h"
 #include "ui/entry/fEntry.h"
 #include "ui/help/fHelp.h"
@@ -27,6 +28,8 @@ enum Place { NewPlace = 0, PlaceWithPicture = 1 };
 using Step = std::function<void(QWidget& window)>;
 
 const Step asOpened = [](QWidget& /*window*/) {};
+
+QSize screenSize(1920, 1080);
 
 /// The program with the sample log, including pictures.
 class SampleProgram : public TestProgram
@@ -61,6 +64,7 @@ void Settle()
 
 void ShowModeless(QWidget& window, const Step& prepare, const Visit& visit)
 {
+    const ScreenFit screenFit(screenSize);
     window.show();
     AwaitActive(window);
     prepare(window);
@@ -72,6 +76,7 @@ void ShowModeless(QWidget& window, const Step& prepare, const Visit& visit)
 template <typename Open>
 void ShowModally(const char* name, Open&& open, const Step& prepare, const Visit& visit)
 {
+    const ScreenFit screenFit(screenSize);
     WhileOpen(name, std::forward<Open>(open), [&](QDialog& window) {
         prepare(window);
         Settle();
@@ -260,6 +265,11 @@ const WindowState& StateOf(const QString& name)
         }
     }
     qFatal("unknown state %s", qPrintable(name));
+}
+
+void SetScreen(const QSize& size)
+{
+    screenSize = size;
 }
 
 void AddEveryWindow(const std::function<bool(const WindowState&)>& wanted)

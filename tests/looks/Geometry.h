@@ -151,13 +151,20 @@ inline QStringList Overlapping(const QWidget& window)
     return faults;
 }
 
-/// Returns the controls that exceed their parents. Pictures may, because they are scrolled.
+/// Whether the contents of `holder` scroll, so that they may exceed it.
+inline bool Scrolls(const QWidget& holder)
+{
+    return holder.objectName() == QLatin1String("frPic") ||
+           qobject_cast<const QScrollArea*>(holder.parentWidget()) != nullptr;
+}
+
+/// Returns the controls that exceed their parents, unless these scroll.
 inline QStringList ExceedingParents(const QWidget& window)
 {
     QStringList faults;
     for (const QWidget* control : Controls(window)) {
         const QWidget* holder = control->parentWidget();
-        if (holder->objectName() != QLatin1String("frPic") && !holder->rect().contains(control->geometry())) {
+        if (!Scrolls(*holder) && !holder->rect().contains(control->geometry())) {
             faults << NameOf(*control);
         }
     }

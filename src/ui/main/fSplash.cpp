@@ -38,7 +38,7 @@ fSplash::fSplash(const QString& folder, QWidget* parent)
     title.setPointSizeF(title.pointSizeF() * 1.75);
     title.setBold(true);
     m_ui->lblTitle->setFont(title);
-    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    layout()->setSizeConstraint(QLayout::SetMinAndMaxSize);
     tShow->setObjectName(QStringLiteral("tShow"));
     tShow->setSingleShot(true);
     tShow->setInterval(splashTime);
