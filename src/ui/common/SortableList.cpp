@@ -113,6 +113,9 @@ void SortableList::SetUsable(bool usable)
     if (!usable) {
         colours.setBrush(QPalette::Base, palette().brush(QPalette::Window));
         colours.setBrush(QPalette::AlternateBase, palette().brush(QPalette::Window));
+        // the selected row is as grey as the others
+        colours.setBrush(QPalette::Highlight, palette().brush(QPalette::Window));
+        colours.setBrush(QPalette::HighlightedText, palette().brush(QPalette::Disabled, QPalette::Text));
     }
     setPalette(colours);
 }

@@ -261,6 +261,21 @@ private Q_SLOTS:
         QCOMPARE(requests.size(), 0);
     }
 
+    void setUsable_false_leavesNoDarkRow()
+    {
+        ShownList list;
+        list.Show({"a", "b", "c"});
+        list.SetUsable(false);
+        const QImage rows = list.viewport()->grab().toImage();
+        const auto background = [&](int row) {
+            const QRect cell = list.visualRect(list.model()->index(row, 0));
+            return rows.pixelColor((cell.topRight() - QPoint(4, -2)) * rows.devicePixelRatio());
+        };
+        QCOMPARE(list.Selected(), std::string("a"));
+        QCOMPARE(background(0), background(1));
+        QCOMPARE(background(0), list.palette().color(QPalette::Window));
+    }
+
     void setUsable_greysAndRestoresTheList()
     {
         ShownList list;
