@@ -207,6 +207,34 @@ inline QStringList Misaligned(const QWidget& window)
     return faults;
 }
 
+/// Returns the sides of click labels without a visible border.
+inline QStringList Borderless(QWidget& window)
+{
+    QStringList faults;
+    const QImage shown = window.grab().toImage();
+    const double scale = shown.devicePixelRatio();
+    const auto colour = [&](QPointF position) { return shown.pixelColor((position * scale).toPoint()); };
+    for (const QLabel* label : ControlsOfKind<QLabel>(window)) {
+        if (!label->inherits("Tarno::ClickLabel")) {
+            continue;
+        }
+        const QPointF centre = QRectF(QRect(label->mapTo(&window, QPoint()), label->size())).center();
+        constexpr int margin = 3;
+        for (const QPointF& side : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1)}) {
+            const QColor page = colour(centre + side * (label->width() / 2.0 + margin));
+            int bordered = 0;
+            for (double depth = 0; depth <= margin; depth += 1 / scale) {
+                const QColor edge = colour(centre + side * (label->width() / 2.0 - depth));
+                bordered += std::abs(edge.lightness() - page.lightness()) > 16 ? 1 : 0;
+            }
+            if (bordered == 0) {
+                faults << Fault(*label, QStringLiteral("at %1, %2").arg(side.x()).arg(side.y()));
+            }
+        }
+    }
+    return faults;
+}
+
 /// Returns the layouts whose gaps or margins are not multiples of 4.
 inline QStringList IrregularGaps(const QWidget& window)
 {
