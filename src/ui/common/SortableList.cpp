@@ -5,10 +5,12 @@
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QToolTip>
 
 #include <utility>
 
@@ -84,6 +86,20 @@ void SortableList::paintEvent(QPaintEvent* event)
         painter.drawText(viewport()->rect().marginsRemoved({margin, margin, margin, margin}),
                          Qt::AlignCenter | Qt::TextWordWrap, m_hint);
     }
+}
+
+/// Shows the whole text of a shortened cell in a tool tip.
+bool SortableList::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QModelIndex cell = indexAt(help->pos());
+        if (cell.isValid() && sizeHintForIndex(cell).width() > visualRect(cell).width()) {
+            QToolTip::showText(help->globalPos(), cell.data().toString(), viewport(), visualRect(cell));
+            return true;
+        }
+    }
+    return QTreeView::viewportEvent(event);
 }
 
 void SortableList::keyboardSearch(const QString& typed)
