@@ -390,11 +390,11 @@ private Q_SLOTS:
             ClickPage(editor, page == 0 ? 1 : 0);
             ClickPage(editor, page);
             QStringList found;
-            const std::string first = Focused(editor);
+            const std::string first = GroupName(Focused(editor)); // a group is entered at its chosen button
             do {
                 found << FromUtf8(GroupName(Focused(editor)));
                 Press(editor, Qt::Key_Tab);
-            } while (Focused(editor) != first && found.size() < 60);
+            } while (GroupName(Focused(editor)) != first && found.size() < 60);
             // controls outside the page: its tab and the buttons of the window
             for (const char* other : {"qt_tabwidget_tabbar", "cmdOK", "cmdCancel"}) {
                 found.removeAll(QLatin1String(other));
