@@ -172,8 +172,8 @@ Step PickList(const char* name)
     };
 }
 
-/// Enters `text`, which is refused, in the box `name` of the page "General".
-Step Refused(const char* name, const char* text)
+/// Enters `text` in the box `name` of the first page.
+Step Entered(const char* name, const char* text)
 {
     return [name, text](QWidget& window) {
         auto& box = Find<QLineEdit>(window, name);
@@ -231,8 +231,9 @@ const std::vector<WindowState>& EveryWindow()
         {"trip, pick list of methods", Entry(PlainTrip, PickList("lblDDMethods")), 2, false},
         {"trip, picture", Entry(TripWithPicture, Page(3))},
         {"trip, no picture", Entry(PlainTrip, Page(3))},
-        {"trip, refused date", Entry(PlainTrip, Refused("txtStart", "2026-13-45")), 0, false},
-        {"trip, refused time", Entry(PlainTrip, Refused("txtTideLow", "99")), 0, false},
+        {"trip, refused date", Entry(PlainTrip, Entered("txtStart", "2026-13-45")), 0, false},
+        {"trip, refused time", Entry(PlainTrip, Entered("txtTideLow", "99")), 0, false},
+        {"trip, long", Entry(PlainTrip, Entered("txtEnd", "2024-10-20")), 0},
         {"new trip, general", Entry(NewTrip, asOpened)},
         {"new trip, weather", Entry(NewTrip, Page(1))},
         {"new trip, comments", Entry(NewTrip, Page(2))},
@@ -242,6 +243,7 @@ const std::vector<WindowState>& EveryWindow()
         {"locations, empty", Plain<fLocs, EmptyProgram>()},
         {"location, data", Location(PlaceWithPicture, asOpened)},
         {"location, picture", Location(PlaceWithPicture, Page(1))},
+        {"location, out of range", Location(PlaceWithPicture, Entered("txtLatt", "-93.59")), 0},
         {"new location, data", Location(NewPlace, asOpened)},
         {"new location, picture", Location(NewPlace, Page(1))},
         {"log report", Plain<fRptLog>()},

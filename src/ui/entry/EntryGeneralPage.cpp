@@ -46,6 +46,7 @@ void EntryGeneralPage::Attach(const Program& program, EditedRecord& record, Reco
     connect(m_binder, &RecordBinder::Accepted, this, [this](std::size_t field) {
         if (field == EntryField::StartDate || field == EntryField::EndDate) {
             OrderDates();
+            ShowDuration();
         }
     });
     connect(m_binder, &RecordBinder::ValueChanged, this, [this](std::size_t field) {
@@ -122,6 +123,19 @@ void EntryGeneralPage::OrderDates()
     }
 }
 
+/// Shows the number of days beside the dates of a long trip, because the end date of a new trip is easily
+/// forgotten.
+void EntryGeneralPage::ShowDuration()
+{
+    constexpr int usual = 2;
+    const auto start = ParseUserDate(m_ui->txtStart->text());
+    const auto end = ParseUserDate(m_ui->txtEnd->text());
+    const auto days =
+        start && end ? (std::chrono::sys_days(*end) - std::chrono::sys_days(*start)).count() + 1 : 0;
+    m_ui->lblDuration->Explain(days > usual ? QStringLiteral("%1 days").arg(days) : QString(),
+                               {m_ui->txtEnd});
+}
+
 void EntryGeneralPage::StartDateChanged()
 {
     m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
@@ -172,6 +186,7 @@ void EntryGeneralPage::ShowExistingEntry()
         m_calculator->DoMoonPhase(StartDate());
         m_moonPhase->PhaseChange();
     }
+    ShowDuration();
 }
 
 void EntryGeneralPage::ShowNewEntry()
@@ -184,6 +199,7 @@ void EntryGeneralPage::ShowNewEntry()
     m_binder->ShowAndStore(EntryField::EndTime, "12:00");
     m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
     m_moonPhase->PhaseChange();
+    ShowDuration();
 }
 
 /// Selects the location of the entry, or none if it no longer exists.

@@ -57,6 +57,7 @@ private:
     void BindStep(ClickLabel* label, std::size_t field, int days);
     void StepDate(std::size_t field, int days);
     void OrderDates();
+    void ShowDuration();
     void StartDateChanged();
     void SelectStoredLocation();
     bool cboLocation_Validate();
