@@ -117,6 +117,24 @@ std::function<void(const Visit&)> Entry(int key, Step prepare)
     };
 }
 
+/// Opens a trip whose location no longer exists.
+std::function<void(const Visit&)> EntryOfRemovedPlace()
+{
+    return [](const Visit& visit) {
+        SampleProgram world;
+        RecordList locations;
+        world.sql.LocationList(locations); // without the next one
+        world.AddLocation("Somewhere else");
+        for (const RecordView& location : locations) {
+            world.sql.LocationDelete(
+                static_cast<std::int16_t>(std::stoi(location.Text(LocationField::LocNo))));
+        }
+        fEntry window(world.program, nullptr);
+        ShowModally(
+            "fEntry", [&] { window.SetData(PlainTrip, false); }, asOpened, visit);
+    };
+}
+
 std::function<void(const Visit&)> Location(int key, Step prepare)
 {
     return [key, prepare = std::move(prepare)](const Visit& visit) {
@@ -234,6 +252,7 @@ const std::vector<WindowState>& EveryWindow()
         {"trip, refused date", Entry(PlainTrip, Entered("txtStart", "2026-13-45")), 0, false},
         {"trip, refused time", Entry(PlainTrip, Entered("txtTideLow", "99")), 0, false},
         {"trip, long", Entry(PlainTrip, Entered("txtEnd", "2024-10-20")), 0},
+        {"trip, times of another place", EntryOfRemovedPlace(), 1, false},
         {"new trip, general", Entry(NewTrip, asOpened)},
         {"new trip, weather", Entry(NewTrip, Page(1))},
         {"new trip, comments", Entry(NewTrip, Page(2))},

@@ -136,9 +136,24 @@ void EntryGeneralPage::ShowDuration()
                                {m_ui->txtEnd});
 }
 
+/// Without `fit`, notes that the times in the calculated frames, if any, belong to another place or date.
+/// This is the case if they could not be calculated, because the location has no coordinates or no longer
+/// exists.
+void EntryGeneralPage::ShowWhetherTimesFit(bool fit)
+{
+    const auto show = [fit](Note* note, std::initializer_list<QWidget*> boxes) {
+        const bool isAnyFilled = std::any_of(boxes.begin(), boxes.end(), [](const QWidget* box) {
+            return !static_cast<const QLineEdit*>(box)->text().isEmpty();
+        });
+        note->Explain(fit || !isAnyFilled ? QString() : QStringLiteral("For another place or date"), boxes);
+    };
+    show(m_ui->lblOldSunMoon, {m_ui->txtSunRise, m_ui->txtSunSet, m_ui->txtMoonRise, m_ui->txtMoonSet});
+    show(m_ui->lblOldPeakTimes, {m_ui->txtMajor1, m_ui->txtMajor2, m_ui->txtMinor1, m_ui->txtMinor2});
+}
+
 void EntryGeneralPage::StartDateChanged()
 {
-    m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
+    ShowWhetherTimesFit(m_calculator->DoTheCalcs(StartDate(), SelectedLocation()));
     m_moonPhase->SignPhase();
 }
 
@@ -173,14 +188,16 @@ bool EntryGeneralPage::LoadLocations()
 void EntryGeneralPage::ShowExistingEntry()
 {
     SelectStoredLocation();
+    bool timesFit = SelectedLocation().has_value();
     constexpr std::array peaks{EntryField::Major1, EntryField::Major2, EntryField::Minor1,
                                EntryField::Minor2};
     if (std::any_of(peaks.begin(), peaks.end(), [this](auto peak) { return m_record->Text(peak).empty(); })) {
         for (const auto peak : peaks) { // all four are shown, or none
             KeyFilter::SetText(m_binder->Box(peak), {});
         }
-        m_calculator->DoRiseSet(StartDate(), SelectedLocation());
+        timesFit = m_calculator->DoRiseSet(StartDate(), SelectedLocation());
     }
+    ShowWhetherTimesFit(timesFit);
     m_moonPhase->ShowRecord();
     if (m_record->Text(EntryField::MoonPhase).empty()) {
         m_calculator->DoMoonPhase(StartDate());
@@ -197,7 +214,7 @@ void EntryGeneralPage::ShowNewEntry()
     m_binder->ShowAndStore(EntryField::EndDate, today);
     m_binder->ShowAndStore(EntryField::StartTime, "06:00");
     m_binder->ShowAndStore(EntryField::EndTime, "12:00");
-    m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
+    ShowWhetherTimesFit(m_calculator->DoTheCalcs(StartDate(), SelectedLocation()));
     m_moonPhase->PhaseChange();
     ShowDuration();
 }
@@ -230,7 +247,7 @@ bool EntryGeneralPage::cboLocation_Validate()
             return;
         }
         if (m_record->Store(EntryField::LocNo, std::to_string(*location))) {
-            m_calculator->DoTheCalcs(StartDate(), location);
+            ShowWhetherTimesFit(m_calculator->DoTheCalcs(StartDate(), location));
             m_moonPhase->PhaseChange();
         }
         Q_EMIT WrittenBack();

@@ -58,6 +58,7 @@ private:
     void StepDate(std::size_t field, int days);
     void OrderDates();
     void ShowDuration();
+    void ShowWhetherTimesFit(bool fit);
     void StartDateChanged();
     void SelectStoredLocation();
     bool cboLocation_Validate();
