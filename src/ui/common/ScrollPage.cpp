@@ -115,7 +115,7 @@ bool ScrollPage::eventFilter(QObject* watched, QEvent* event)
 
 void ScrollPage::ShowFocus(QWidget* focus)
 {
-    if (focus != nullptr && widget()->isAncestorOf(focus)) {
+    if (focus != nullptr && widget() != nullptr && widget()->isAncestorOf(focus)) {
         // ensureWidgetVisible would show only the cursor of a text box
         const QPoint centre = focus->mapTo(widget(), focus->rect().center());
         const QSize halves = focus->size().boundedTo(viewport()->size()) / 2;
