@@ -29,13 +29,11 @@ Note::Note(QWidget* parent) : QLabel(parent)
     hide();
 }
 
-void Note::Explain(const QString& text, std::initializer_list<QWidget*> boxes)
+void Note::Explain(const QString& text)
 {
     setText(text);
     setHidden(text.isEmpty());
-    for (QWidget* box : boxes) {
-        box->setAccessibleDescription(text);
-    }
+    parentWidget()->setAccessibleDescription(text);
 }
 
 } // namespace Tarno

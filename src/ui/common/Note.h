@@ -2,12 +2,10 @@
 
 #include <QLabel>
 
-#include <initializer_list>
-
 namespace Tarno
 {
 
-/// A quiet remark about boxes nearby. It refuses nothing and takes no room without a text.
+/// A quiet remark about the group that contains it. It refuses nothing and takes no room without a text.
 class Note : public QLabel
 {
     Q_OBJECT
@@ -15,8 +13,9 @@ class Note : public QLabel
 public:
     explicit Note(QWidget* parent = nullptr);
 
-    /// Shows `text`, or hides the note if `text` is empty. Assistive tools read it with each of `boxes`.
-    void Explain(const QString& text, std::initializer_list<QWidget*> boxes);
+    /// Shows `text`, or hides the note if `text` is empty. Assistive tools read it with the group. The
+    /// descriptions of boxes are reserved for refusals.
+    void Explain(const QString& text);
 };
 
 } // namespace Tarno

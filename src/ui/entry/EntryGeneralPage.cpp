@@ -132,8 +132,7 @@ void EntryGeneralPage::ShowDuration()
     const auto end = ParseUserDate(m_ui->txtEnd->text());
     const auto days =
         start && end ? (std::chrono::sys_days(*end) - std::chrono::sys_days(*start)).count() + 1 : 0;
-    m_ui->lblDuration->Explain(days > usual ? QStringLiteral("%1 days").arg(days) : QString(),
-                               {m_ui->txtEnd});
+    m_ui->lblDuration->Explain(days > usual ? QStringLiteral("%1 days").arg(days) : QString());
 }
 
 /// Without `fit`, notes that the times in the calculated frames, if any, belong to another place or date.
@@ -141,11 +140,10 @@ void EntryGeneralPage::ShowDuration()
 /// exists.
 void EntryGeneralPage::ShowWhetherTimesFit(bool fit)
 {
-    const auto show = [fit](Note* note, std::initializer_list<QWidget*> boxes) {
-        const bool isAnyFilled = std::any_of(boxes.begin(), boxes.end(), [](const QWidget* box) {
-            return !static_cast<const QLineEdit*>(box)->text().isEmpty();
-        });
-        note->Explain(fit || !isAnyFilled ? QString() : QStringLiteral("For another place or date"), boxes);
+    const auto show = [fit](Note* note, std::initializer_list<const QLineEdit*> boxes) {
+        const bool isAnyFilled = std::any_of(boxes.begin(), boxes.end(),
+                                             [](const QLineEdit* box) { return !box->text().isEmpty(); });
+        note->Explain(fit || !isAnyFilled ? QString() : QStringLiteral("For another place or date"));
     };
     show(m_ui->lblOldSunMoon, {m_ui->txtSunRise, m_ui->txtSunSet, m_ui->txtMoonRise, m_ui->txtMoonSet});
     show(m_ui->lblOldPeakTimes, {m_ui->txtMajor1, m_ui->txtMajor2, m_ui->txtMinor1, m_ui->txtMinor2});

@@ -98,11 +98,11 @@ void dlgLocMaint::ShowRanges()
                             {m_ui->txtGMT, 14, QStringLiteral("GMT Diff is between -14 and 14 hours")}};
     QStringList notes;
     for (const auto& [box, limit, note] : ranges) {
-        const bool isBeyond = std::abs(box->text().toDouble()) > limit; // 0 if it is not a number
-        box->setAccessibleDescription(isBeyond ? note : QString());
-        notes << (isBeyond ? QStringList(note) : QStringList());
+        if (std::abs(box->text().toDouble()) > limit) { // 0 if it is not a number
+            notes << note;
+        }
     }
-    m_ui->lblRange->Explain(notes.join(QLatin1Char('\n')), {});
+    m_ui->lblRange->Explain(notes.join(QLatin1Char('\n')));
 }
 
 void dlgLocMaint::DeleteAfterQuestion(std::int16_t locationNumber)

@@ -18,14 +18,14 @@ private Q_SLOTS:
             {{EntryField::StartDate, "2003-05-07"}, {EntryField::EndDate, "2003-05-22"}});
         Edit(program, key, [](QDialog& editor) {
             const auto& note = Find<QLabel>(editor, "lblDuration");
-            const auto& end = Find<QWidget>(editor, "txtEnd");
+            const auto& group = Find<QWidget>(editor, "frWhen");
             QVERIFY(note.isVisible());
             QCOMPARE(note.text(), QStringLiteral("16 days"));
-            QCOMPARE(end.accessibleDescription(), QStringLiteral("16 days"));
+            QCOMPARE(group.accessibleDescription(), QStringLiteral("16 days"));
             Enter(editor, "txtEnd", "2003-05-08");
             Press(editor, Qt::Key_Tab);
             QVERIFY(!note.isVisible());
-            QCOMPARE(end.accessibleDescription(), QString());
+            QCOMPARE(group.accessibleDescription(), QString());
             Click(editor, "lblEndPlus");
             QCOMPARE(note.text(), QStringLiteral("3 days"));
             SaveAndClose(editor);

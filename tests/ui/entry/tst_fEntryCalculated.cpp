@@ -406,8 +406,8 @@ private Q_SLOTS:
             const auto notes = [&] {
                 return QStringList{Find<QLabel>(editor, "lblOldSunMoon").text(),
                                    Find<QLabel>(editor, "lblOldPeakTimes").text(),
-                                   Find<QWidget>(editor, "txtSunRise").accessibleDescription(),
-                                   Find<QWidget>(editor, "txtMinor2").accessibleDescription()};
+                                   Find<QWidget>(editor, "frSunMoon").accessibleDescription(),
+                                   Find<QWidget>(editor, "frPeakTimes").accessibleDescription()};
             };
             const QString note = QStringLiteral("For another place or date");
             QCOMPARE(notes(), QStringList(4, QString()));

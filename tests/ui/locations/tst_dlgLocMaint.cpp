@@ -261,7 +261,7 @@ private Q_SLOTS:
             Retype(location, box.toLatin1(), beyond.toLatin1());
             QCOMPARE(shown.text(), note);
             QVERIFY(shown.isVisible());
-            QCOMPARE(edited.accessibleDescription(), note);
+            QCOMPARE(Find<QWidget>(location, "frPosition").accessibleDescription(), note);
             QVERIFY(edited.palette().color(QPalette::Base) == location.palette().color(QPalette::Base));
             SaveAndClose(location);
         });
