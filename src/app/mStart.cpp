@@ -7,6 +7,7 @@
 #include "ui/common/ErrorMessages.h"
 #include "ui/common/Notices.h"
 #include "ui/common/Program.h"
+#include "ui/common/ScreenFit.h"
 #include "ui/common/SystemClock.h"
 #include "ui/help/fHelp.h"
 #include "ui/main/fSplash.h"
@@ -44,6 +45,7 @@ int mStart::Main(const DataFolder& folder)
                           messages,      files, programs, printers, *operations};
 
     const HelpKey helpKey;
+    const ScreenFit screenFit;
     int exitCode = 1;
     if (sql.Init() == succeeded) {
         if (folder.isNew) {

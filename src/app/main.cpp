@@ -1,6 +1,7 @@
 #include "core/Error.h"
 #include "mStart.h"
 #include "qt/Icons.h"
+#include "ui/common/DarkColours.h"
 #include "ui/common/DesktopPrompts.h"
 
 #include <QApplication>
@@ -60,6 +61,11 @@ int main(int argc, char* argv[])
         QPalette colours = QApplication::palette();
         colours.setColor(QPalette::AlternateBase, colours.color(QPalette::Window)); // default: bright blue
         QApplication::setPalette(colours);
+    }
+#else
+    // KDE's own style is already dark; Qt's style for GNOME and others ignores the preference
+    if (QApplication::palette().color(QPalette::Window).lightness() > 128 && DesktopPrefersDark()) {
+        QApplication::setPalette(DarkColours());
     }
 #endif
     QApplication::setApplicationName(QStringLiteral("Tarno"));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/common/DarkColours.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
@@ -15,14 +17,6 @@ struct NamedAppearance {
     Appearance appearance;
 };
 
-inline QPalette DarkPalette()
-{
-    QPalette dark(QColor(49, 54, 59), QColor(35, 38, 41));
-    dark.setColor(QPalette::Base, QColor(27, 30, 32));
-    dark.setColor(QPalette::AlternateBase, QColor(35, 38, 41));
-    return dark;
-}
-
 /// Sets the palette and the font of the application. Appearance::Usual restores those before the first call.
 inline void Apply(Appearance appearance)
 {
@@ -32,7 +26,7 @@ inline void Apply(Appearance appearance)
     const bool isLarge = appearance == Appearance::LargeFont || appearance == Appearance::DarkWithLargeFont;
     QFont font = usualFont;
     font.setPointSizeF(font.pointSizeF() * (isLarge ? 2 : 1));
-    QApplication::setPalette(isDark ? DarkPalette() : usualPalette);
+    QApplication::setPalette(isDark ? DarkColours() : usualPalette);
     QApplication::setFont(font);
 }
 

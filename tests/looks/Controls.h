@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QAbstractSlider>
 #include <QAbstractSpinBox>
 #include <QAction>
 #include <QComboBox>
+#include <QScrollArea>
 #include <QStringList>
 #include <QTabBar>
 #include <QToolBar>
@@ -17,7 +19,8 @@ namespace Tarno
 /// Whether Qt composes `widget` of internal widgets, such as viewports, scroll bars and line edits.
 inline bool IsComposite(const QWidget& widget)
 {
-    return qobject_cast<const QAbstractScrollArea*>(&widget) != nullptr ||
+    return (qobject_cast<const QAbstractScrollArea*>(&widget) != nullptr &&
+            qobject_cast<const QScrollArea*>(&widget) == nullptr) ||
            qobject_cast<const QAbstractSpinBox*>(&widget) != nullptr ||
            qobject_cast<const QComboBox*>(&widget) != nullptr ||
            qobject_cast<const QTabBar*>(&widget) != nullptr;
@@ -30,7 +33,11 @@ inline bool IsPart(const QWidget& widget)
     while (around != nullptr && !IsComposite(*around)) {
         around = widget.isWindow() || around->isWindow() ? nullptr : around->parentWidget();
     }
-    return around != nullptr;
+    // a QScrollArea is a container, of which only viewport and scroll bars are internal
+    return around != nullptr || widget.objectName().startsWith(QLatin1String("qt_scrollarea_")) ||
+           (widget.parentWidget() != nullptr &&
+            widget.parentWidget()->objectName().startsWith(QLatin1String("qt_scrollarea_")) &&
+            qobject_cast<const QAbstractSlider*>(&widget) != nullptr);
 }
 
 /// Returns the visible controls and containers of `window`.

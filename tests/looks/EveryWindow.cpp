@@ -1,5 +1,6 @@
 #include "EveryWindow.h"
 
+#include "ui/common/ScreenFit.h"
 #include "ui/common/SortableList.h"
 #include "ui/entry/fEntry.h"
 #include "ui/help/fHelp.h"
@@ -28,6 +29,8 @@ enum Place { NewPlace = 0, PlaceWithPicture = 1 };
 using Step = std::function<void(QWidget& window)>;
 
 const Step asOpened = [](QWidget& /*window*/) {};
+
+QSize screenSize(1920, 1080);
 
 /// The program with the sample log, including pictures.
 class SampleProgram : public TestProgram
@@ -62,6 +65,7 @@ void Settle()
 
 void ShowModeless(QWidget& window, const Step& prepare, const Visit& visit)
 {
+    const ScreenFit screenFit(screenSize);
     window.show();
     AwaitActive(window);
     prepare(window);
@@ -73,6 +77,7 @@ void ShowModeless(QWidget& window, const Step& prepare, const Visit& visit)
 template <typename Open>
 void ShowModally(const char* name, Open&& open, const Step& prepare, const Visit& visit)
 {
+    const ScreenFit screenFit(screenSize);
     WhileOpen(name, std::forward<Open>(open), [&](QDialog& window) {
         prepare(window);
         Settle();
@@ -110,6 +115,24 @@ std::function<void(const Visit&)> Entry(int key, Step prepare)
         fEntry window(world.program, nullptr);
         ShowModally(
             "fEntry", [&] { window.SetData(static_cast<std::int16_t>(key), false); }, prepare, visit);
+    };
+}
+
+/// Opens a trip whose location no longer exists.
+std::function<void(const Visit&)> EntryOfRemovedPlace()
+{
+    return [](const Visit& visit) {
+        SampleProgram world;
+        RecordList locations;
+        world.sql.LocationList(locations); // without the next one
+        world.AddLocation("Somewhere else");
+        for (const RecordView& location : locations) {
+            world.sql.LocationDelete(
+                static_cast<std::int16_t>(std::stoi(location.Text(LocationField::LocNo))));
+        }
+        fEntry window(world.program, nullptr);
+        ShowModally(
+            "fEntry", [&] { window.SetData(PlainTrip, false); }, asOpened, visit);
     };
 }
 
@@ -173,8 +196,8 @@ Step PickList(const char* name)
     };
 }
 
-/// Enters `text`, which is refused, in the box `name` of the page "General".
-Step Refused(const char* name, const char* text)
+/// Enters `text` in the box `name` of the first page.
+Step Entered(const char* name, const char* text)
 {
     return [name, text](QWidget& window) {
         auto& box = Find<QLineEdit>(window, name);
@@ -232,8 +255,10 @@ const std::vector<WindowState>& EveryWindow()
         {"trip, pick list of methods", Entry(PlainTrip, PickList("lblDDMethods")), 2, false},
         {"trip, picture", Entry(TripWithPicture, Page(3))},
         {"trip, no picture", Entry(PlainTrip, Page(3))},
-        {"trip, refused date", Entry(PlainTrip, Refused("txtStart", "2026-13-45")), 0, false},
-        {"trip, refused time", Entry(PlainTrip, Refused("txtTideLow", "99")), 0, false},
+        {"trip, refused date", Entry(PlainTrip, Entered("txtStart", "2026-13-45")), 0, false},
+        {"trip, refused time", Entry(PlainTrip, Entered("txtTideLow", "99")), 0, false},
+        {"trip, long", Entry(PlainTrip, Entered("txtEnd", "2024-10-20")), 0},
+        {"trip, times of another place", EntryOfRemovedPlace(), 1, false},
         {"new trip, general", Entry(NewTrip, asOpened)},
         {"new trip, weather", Entry(NewTrip, Page(1))},
         {"new trip, comments", Entry(NewTrip, Page(2))},
@@ -243,6 +268,7 @@ const std::vector<WindowState>& EveryWindow()
         {"locations, empty", Plain<fLocs, EmptyProgram>()},
         {"location, data", Location(PlaceWithPicture, asOpened)},
         {"location, picture", Location(PlaceWithPicture, Page(1))},
+        {"location, out of range", Location(PlaceWithPicture, Entered("txtLatt", "-93.59")), 0},
         {"new location, data", Location(NewPlace, asOpened)},
         {"new location, picture", Location(NewPlace, Page(1))},
         {"log report", Plain<fRptLog>()},
@@ -267,6 +293,11 @@ const WindowState& StateOf(const QString& name)
         }
     }
     qFatal("unknown state %s", qPrintable(name));
+}
+
+void SetScreen(const QSize& size)
+{
+    screenSize = size;
 }
 
 void AddEveryWindow(const std::function<bool(const WindowState&)>& wanted)

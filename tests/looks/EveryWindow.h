@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSize>
 #include <QString>
 #include <QWidget>
 #include <QtTest/QTest>
@@ -31,6 +32,10 @@ const std::vector<WindowState>& EveryWindow();
 
 /// Returns the state with that name. Aborts the test program if the name is unknown.
 const WindowState& StateOf(const QString& name);
+
+/// Sets the screen to which the windows are fitted when they are shown. By default, it is as large as a
+/// common one.
+void SetScreen(const QSize& size);
 
 /// Adds the column "state" and a row for each wanted state to the data of a test.
 void AddEveryWindow(const std::function<bool(const WindowState&)>& wanted = [](const WindowState&) {

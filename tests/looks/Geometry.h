@@ -151,13 +151,20 @@ inline QStringList Overlapping(const QWidget& window)
     return faults;
 }
 
-/// Returns the controls that exceed their parents. Pictures may, because they are scrolled.
+/// Whether the contents of `holder` scroll, so that they may exceed it.
+inline bool Scrolls(const QWidget& holder)
+{
+    return holder.objectName() == QLatin1String("frPic") ||
+           qobject_cast<const QScrollArea*>(holder.parentWidget()) != nullptr;
+}
+
+/// Returns the controls that exceed their parents, unless these scroll.
 inline QStringList ExceedingParents(const QWidget& window)
 {
     QStringList faults;
     for (const QWidget* control : Controls(window)) {
         const QWidget* holder = control->parentWidget();
-        if (holder->objectName() != QLatin1String("frPic") && !holder->rect().contains(control->geometry())) {
+        if (!Scrolls(*holder) && !holder->rect().contains(control->geometry())) {
             faults << NameOf(*control);
         }
     }
@@ -194,6 +201,34 @@ inline QStringList Misaligned(const QWidget& window)
             if (2 * shared > std::min(a.height(), b.height()) &&
                 std::abs(a.center().y() - b.center().y()) > tolerance) {
                 faults << NameOf(*one) + QStringLiteral(" and ") + NameOf(*other);
+            }
+        }
+    }
+    return faults;
+}
+
+/// Returns the sides of click labels without a visible border.
+inline QStringList Borderless(QWidget& window)
+{
+    QStringList faults;
+    const QImage shown = window.grab().toImage();
+    const double scale = shown.devicePixelRatio();
+    const auto colour = [&](QPointF position) { return shown.pixelColor((position * scale).toPoint()); };
+    for (const QLabel* label : ControlsOfKind<QLabel>(window)) {
+        if (!label->inherits("Tarno::ClickLabel")) {
+            continue;
+        }
+        const QPointF centre = QRectF(QRect(label->mapTo(&window, QPoint()), label->size())).center();
+        constexpr int margin = 3;
+        for (const QPointF& side : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1)}) {
+            const QColor page = colour(centre + side * (label->width() / 2.0 + margin));
+            int bordered = 0;
+            for (double depth = 0; depth <= margin; depth += 1 / scale) {
+                const QColor edge = colour(centre + side * (label->width() / 2.0 - depth));
+                bordered += std::abs(edge.lightness() - page.lightness()) > 16 ? 1 : 0;
+            }
+            if (bordered == 0) {
+                faults << Fault(*label, QStringLiteral("at %1, %2").arg(side.x()).arg(side.y()));
             }
         }
     }

@@ -93,6 +93,7 @@ struct Findings {
     QStringList exceedingParents;
     QStringList misaligned;
     QStringList irregularGaps;
+    QStringList borderless;
     QSize neededSize;
     QStringList lowContrastControls;
     Links links;
@@ -107,6 +108,7 @@ Findings Inspect(QWidget& window)
             ExceedingParents(window),
             Misaligned(window),
             IrregularGaps(window),
+            Borderless(window),
             NeededSize(window),
             LowContrastControls(window),
             LinksOf(window),
@@ -167,6 +169,15 @@ private Q_SLOTS:
     void gaps_areMultiplesOfFour_data() { AddEveryWindow(); }
 
     void gaps_areMultiplesOfFour() { QCOMPARE(Joined(FoundIn(Appearance::Usual).irregularGaps), QString()); }
+
+    void clickLabels_haveBorders_data()
+    {
+        AddColumns();
+        AddRows("trip, general", lightAndDark);
+        AddRows("trip, comments", lightAndDark);
+    }
+
+    void clickLabels_haveBorders() { QCOMPARE(Joined(Found().borderless), QString()); }
 
     void window_fitsASmallScreen_data() { AddEveryWindow(); }
 

@@ -5,7 +5,7 @@
 namespace Tarno
 {
 
-/// A clickable label. It never takes the focus.
+/// A label that is clicked like a button and looks like one. It never takes the focus.
 class ClickLabel : public QLabel
 {
     Q_OBJECT
@@ -23,6 +23,11 @@ Q_SIGNALS:
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool m_isPressed = false;
 };
 
 } // namespace Tarno

@@ -136,8 +136,11 @@ void DesktopProgramStarter::EditText(const QString& path)
     const bool started = editor.startDetached();
 #else
     // unlike Notepad, the desktop's editor does not offer to create a missing file
-    if (!QFileInfo(path).isFile()) {
-        throw Error(ErrorNumber::FileNotFound, "This file does not exist: " + ToUtf8(path));
+    if (const QFileInfo file(path); !file.isFile()) {
+        throw Error(ErrorNumber::FileNotFound,
+                    "There is no file \"" + ToUtf8(file.fileName()) +
+                        "\" in this folder: " + ToUtf8(QDir::toNativeSeparators(file.absolutePath())) +
+                        ". Create it there as a text file, with one item in each line.");
     }
     const bool started =
         QProcess::startDetached(QStringLiteral("xdg-open"), {QFileInfo(path).absoluteFilePath()});

@@ -23,6 +23,9 @@ void KeyFilter::SetText(QLineEdit* box, const QString& text)
     box->setValidator(nullptr);
     box->setText(text);
     box->setValidator(validator);
+    if (box->window()->focusWidget() != box) {
+        box->setCursorPosition(0); // a long text shows its beginning
+    }
     if (auto* filter = box->findChild<KeyFilter*>(); filter != nullptr) {
         filter->m_before = box->text();
     }

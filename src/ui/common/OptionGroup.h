@@ -6,12 +6,14 @@
 
 #include <optional>
 
+class QAbstractButton;
 class QWidget;
 
 namespace Tarno
 {
 
-/// The option buttons `name`_0, `name`_1, ... of a window. At most one is chosen.
+/// The option buttons `name`_0, `name`_1, ... of a window. At most one is chosen. Tab enters the group at
+/// that button, and a letter chooses the next option that starts with it.
 class OptionGroup : public QObject
 {
     Q_OBJECT
@@ -26,11 +28,16 @@ public:
     /// Chooses the button `index`, or none if that index does not exist. Does not emit Clicked.
     void Choose(std::optional<int> index);
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 Q_SIGNALS:
     /// The user chose the button `index`.
     void Clicked(int index);
 
 private:
+    void SetTabStop();
+    bool ChooseByLetter(QAbstractButton* focused, QChar letter);
+
     QButtonGroup m_buttons;
 };
 

@@ -5,11 +5,13 @@
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyleOptionHeader>
+#include <QToolTip>
 
 #include <utility>
 
@@ -127,6 +129,20 @@ void SortableList::paintEvent(QPaintEvent* event)
     }
 }
 
+/// Shows the whole text of a shortened cell in a tool tip.
+bool SortableList::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QModelIndex cell = indexAt(help->pos());
+        if (cell.isValid() && sizeHintForIndex(cell).width() > visualRect(cell).width()) {
+            QToolTip::showText(help->globalPos(), cell.data().toString(), viewport(), visualRect(cell));
+            return true;
+        }
+    }
+    return QTreeView::viewportEvent(event);
+}
+
 void SortableList::keyboardSearch(const QString& typed)
 {
     // QTreeView searches the column of the current cell, which depends on the last click
@@ -154,6 +170,9 @@ void SortableList::SetUsable(bool usable)
     if (!usable) {
         colours.setBrush(QPalette::Base, palette().brush(QPalette::Window));
         colours.setBrush(QPalette::AlternateBase, palette().brush(QPalette::Window));
+        // the selected row is as grey as the others
+        colours.setBrush(QPalette::Highlight, palette().brush(QPalette::Window));
+        colours.setBrush(QPalette::HighlightedText, palette().brush(QPalette::Disabled, QPalette::Text));
     }
     setPalette(colours);
 }

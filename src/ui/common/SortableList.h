@@ -52,6 +52,7 @@ Q_SIGNALS:
     void Pressed(Qt::MouseButton button, const QPoint& globalPosition);
 
 protected:
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;

@@ -20,12 +20,14 @@ EntryCalculator::EntryCalculator(const Program& program, RecordBinder& binder, M
 {
 }
 
-void EntryCalculator::DoTheCalcs(const std::string& date, std::optional<std::int32_t> locationNumber)
+bool EntryCalculator::DoTheCalcs(const std::string& date, std::optional<std::int32_t> locationNumber)
 {
+    bool isCalculated = false;
     Trap(entryModule, "DoTheCalcs", [&] {
         DoMoonPhase(date);
-        DoRiseSet(date, locationNumber);
+        isCalculated = DoRiseSet(date, locationNumber);
     });
+    return isCalculated;
 }
 
 void EntryCalculator::DoMoonPhase(const std::string& date)
@@ -37,8 +39,9 @@ void EntryCalculator::DoMoonPhase(const std::string& date)
     });
 }
 
-void EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int32_t> locationNumber)
+bool EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int32_t> locationNumber)
 {
+    bool isCalculated = false;
     Trap(entryModule, "DoRiseSet", [&] {
         Record location;
         if (!locationNumber ||
@@ -65,7 +68,9 @@ void EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int3
               std::pair(EntryField::Minor1, &day.minor1), std::pair(EntryField::Minor2, &day.minor2)}) {
             m_binder.ShowAndStore(field, *text);
         }
+        isCalculated = true;
     });
+    return isCalculated;
 }
 
 } // namespace Tarno

@@ -23,12 +23,13 @@ public:
     EntryCalculator(const Program& program, RecordBinder& binder, MoonPhaseEditor& moonPhase,
                     QWidget* window);
 
-    void DoTheCalcs(const std::string& date, std::optional<std::int32_t> locationNumber);
+    /// Returns whether rise, set and peak times were calculated.
+    bool DoTheCalcs(const std::string& date, std::optional<std::int32_t> locationNumber);
     /// Calculates moon phase and prediction. Stores the phase without a sign.
     void DoMoonPhase(const std::string& date);
-    /// Calculates rise, set and peak times. Does nothing without a location. If the location has no
-    /// coordinates or time zone, shows a message and leaves the boxes unchanged.
-    void DoRiseSet(const std::string& date, std::optional<std::int32_t> locationNumber);
+    /// Calculates rise, set and peak times, and returns whether it could. Does nothing without a location. If
+    /// the location has no coordinates or time zone, shows a message and leaves the boxes unchanged.
+    bool DoRiseSet(const std::string& date, std::optional<std::int32_t> locationNumber);
 
 private:
     const Program& m_program;

@@ -40,12 +40,18 @@ void EntryGeneralPage::Attach(const Program& program, EditedRecord& record, Reco
     m_binder = &binder;
     m_moonPhase = std::make_unique<MoonPhaseEditor>(m_ui->txtMoon, m_ui->chkMoon, record);
     m_calculator = std::make_unique<EntryCalculator>(program, binder, *m_moonPhase, window());
+    m_guard = &guard;
     BindControls();
-    guard.Add(m_ui->cboLocation, [this] { return cboLocation_Validate(); });
+    guard.Add(
+        m_ui->cboLocation, [this] { return cboLocation_Validate(); },
+        QStringLiteral("This location no longer exists. Choose another one."));
+    connect(m_ui->cboLocation, &QComboBox::currentIndexChanged, this,
+            [this] { m_guard->Edited(m_ui->cboLocation); });
     connect(m_moonPhase.get(), &MoonPhaseEditor::Changed, this, &EntryGeneralPage::WrittenBack);
     connect(m_binder, &RecordBinder::Accepted, this, [this](std::size_t field) {
         if (field == EntryField::StartDate || field == EntryField::EndDate) {
             OrderDates();
+            ShowDuration();
         }
     });
     connect(m_binder, &RecordBinder::ValueChanged, this, [this](std::size_t field) {
@@ -90,10 +96,17 @@ void EntryGeneralPage::BindStep(ClickLabel* label, std::size_t field, int days)
         Trap(entryModule, ToUtf8(label->objectName()) + "_Click", [&] { StepDate(field, days); });
     };
     connect(label, &ClickLabel::Clicked, this, step);
-    // the label takes no focus, so the arrow keys in the box do the same
-    auto* shortcut = new QShortcut(QKeySequence(days > 0 ? Qt::Key_Up : Qt::Key_Down), m_binder->Box(field));
+    // the label takes no focus, so the arrow keys in the box do the same, but refuse an unfinished date
+    QLineEdit* box = m_binder->Box(field);
+    auto* shortcut = new QShortcut(QKeySequence(days > 0 ? Qt::Key_Up : Qt::Key_Down), box);
     shortcut->setContext(Qt::WidgetShortcut);
-    connect(shortcut, &QShortcut::activated, this, step);
+    connect(shortcut, &QShortcut::activated, this, [this, step, box] {
+        if (ParseUserDate(box->text())) {
+            step();
+        } else {
+            m_guard->RunCheck(box);
+        }
+    });
 }
 
 void EntryGeneralPage::StepDate(std::size_t field, int days)
@@ -108,7 +121,7 @@ void EntryGeneralPage::StepDate(std::size_t field, int days)
         throw Error(ErrorNumber::Overflow);
     }
     KeyFilter::SetText(box, FromUtf8(FromDate(stepped)));
-    m_binder->Validate(field);
+    m_guard->RunCheck(box);
 }
 
 /// Moves the end date to a later start date, but only in the box: the end date is stored when its box is
@@ -122,9 +135,35 @@ void EntryGeneralPage::OrderDates()
     }
 }
 
+/// Shows the number of days beside the dates of a long trip, because the end date of a new trip is easily
+/// forgotten.
+void EntryGeneralPage::ShowDuration()
+{
+    constexpr int usual = 2;
+    const auto start = ParseUserDate(m_ui->txtStart->text());
+    const auto end = ParseUserDate(m_ui->txtEnd->text());
+    const auto days =
+        start && end ? (std::chrono::sys_days(*end) - std::chrono::sys_days(*start)).count() + 1 : 0;
+    m_ui->lblDuration->Explain(days > usual ? QStringLiteral("%1 days").arg(days) : QString());
+}
+
+/// Without `fit`, notes that the times in the calculated frames, if any, belong to another place or date.
+/// This is the case if they could not be calculated, because the location has no coordinates or no longer
+/// exists.
+void EntryGeneralPage::ShowWhetherTimesFit(bool fit)
+{
+    const auto show = [fit](Note* note, std::initializer_list<const QLineEdit*> boxes) {
+        const bool isAnyFilled = std::any_of(boxes.begin(), boxes.end(),
+                                             [](const QLineEdit* box) { return !box->text().isEmpty(); });
+        note->Explain(fit || !isAnyFilled ? QString() : QStringLiteral("For another place or date"));
+    };
+    show(m_ui->lblOldSunMoon, {m_ui->txtSunRise, m_ui->txtSunSet, m_ui->txtMoonRise, m_ui->txtMoonSet});
+    show(m_ui->lblOldPeakTimes, {m_ui->txtMajor1, m_ui->txtMajor2, m_ui->txtMinor1, m_ui->txtMinor2});
+}
+
 void EntryGeneralPage::StartDateChanged()
 {
-    m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
+    ShowWhetherTimesFit(m_calculator->DoTheCalcs(StartDate(), SelectedLocation()));
     m_moonPhase->SignPhase();
 }
 
@@ -158,19 +197,22 @@ bool EntryGeneralPage::LoadLocations()
 void EntryGeneralPage::ShowExistingEntry()
 {
     SelectStoredLocation();
+    bool timesFit = SelectedLocation().has_value();
     constexpr std::array peaks{EntryField::Major1, EntryField::Major2, EntryField::Minor1,
                                EntryField::Minor2};
     if (std::any_of(peaks.begin(), peaks.end(), [this](auto peak) { return m_record->Text(peak).empty(); })) {
         for (const auto peak : peaks) { // all four are shown, or none
             KeyFilter::SetText(m_binder->Box(peak), {});
         }
-        m_calculator->DoRiseSet(StartDate(), SelectedLocation());
+        timesFit = m_calculator->DoRiseSet(StartDate(), SelectedLocation());
     }
+    ShowWhetherTimesFit(timesFit);
     m_moonPhase->ShowRecord();
     if (m_record->Text(EntryField::MoonPhase).empty()) {
         m_calculator->DoMoonPhase(StartDate());
         m_moonPhase->PhaseChange();
     }
+    ShowDuration();
 }
 
 void EntryGeneralPage::ShowNewEntry()
@@ -181,13 +223,14 @@ void EntryGeneralPage::ShowNewEntry()
     m_binder->ShowAndStore(EntryField::EndDate, today);
     m_binder->ShowAndStore(EntryField::StartTime, "06:00");
     m_binder->ShowAndStore(EntryField::EndTime, "12:00");
-    m_calculator->DoTheCalcs(StartDate(), SelectedLocation());
+    ShowWhetherTimesFit(m_calculator->DoTheCalcs(StartDate(), SelectedLocation()));
     for (const auto field : {EntryField::Major1, EntryField::Major2, EntryField::Minor1, EntryField::Minor2,
                              EntryField::SunRise, EntryField::SunSet, EntryField::MoonRise,
                              EntryField::MoonSet}) { // empty if the location has no coordinates
         m_record->Store(field, ToUtf8(m_binder->Box(field)->text()));
     }
     m_moonPhase->PhaseChange();
+    ShowDuration();
 }
 
 /// Selects the location of the entry, or none if it no longer exists.
@@ -218,7 +261,7 @@ bool EntryGeneralPage::cboLocation_Validate()
             return;
         }
         if (m_record->Store(EntryField::LocNo, std::to_string(*location))) {
-            m_calculator->DoTheCalcs(StartDate(), location);
+            ShowWhetherTimesFit(m_calculator->DoTheCalcs(StartDate(), location));
             m_moonPhase->PhaseChange();
         }
         Q_EMIT WrittenBack();

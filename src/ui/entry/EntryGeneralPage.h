@@ -57,6 +57,8 @@ private:
     void BindStep(ClickLabel* label, std::size_t field, int days);
     void StepDate(std::size_t field, int days);
     void OrderDates();
+    void ShowDuration();
+    void ShowWhetherTimesFit(bool fit);
     void StartDateChanged();
     void SelectStoredLocation();
     bool cboLocation_Validate();
@@ -67,6 +69,7 @@ private:
     const Program* m_program = nullptr;
     EditedRecord* m_record = nullptr;
     RecordBinder* m_binder = nullptr;
+    LeaveGuard* m_guard = nullptr;
     std::unique_ptr<MoonPhaseEditor> m_moonPhase;
     std::unique_ptr<EntryCalculator> m_calculator;
 };

@@ -77,6 +77,7 @@ PickLists::PickLists(QListWidget* list, const Program& program, LeaveGuard& guar
     m_list->setUniformItemSizes(true);
     m_list->hide();
     m_list->installEventFilter(this);
+    m_page->installEventFilter(this);
     guard.Add(m_list, [this] {
         Close();
         return true;
@@ -112,7 +113,7 @@ void PickLists::Open(const PickList& pickList)
     if (!m_guard.Leave()) { // the list is about to take the focus
         return;
     }
-    m_box = pickList.box;
+    m_opened = pickList;
     Fill(pickList);
     if (m_list->count() > 0) {
         m_list->setCurrentRow(0, QItemSelectionModel::NoUpdate);
@@ -166,7 +167,7 @@ void PickLists::Close()
 
 void PickLists::lstList_LostFocus()
 {
-    QString text = m_box->toPlainText();
+    QString text = m_opened.box->toPlainText();
     QString added;
     for (int row = 0; row < m_list->count(); ++row) {
         if (m_list->item(row)->isSelected()) {
@@ -177,7 +178,7 @@ void PickLists::lstList_LostFocus()
         }
     }
     if (!added.isEmpty()) {
-        QTextCursor end(m_box->document());
+        QTextCursor end(m_opened.box->document());
         end.movePosition(QTextCursor::End);
         end.insertText(added);
     }
@@ -185,7 +186,7 @@ void PickLists::lstList_LostFocus()
     const bool hadFocus = m_list->hasFocus();
     m_list->hide();
     if (hadFocus) {
-        m_box->setFocus();
+        m_opened.box->setFocus();
     }
 }
 
@@ -216,6 +217,8 @@ bool PickLists::eventFilter(QObject* receiver, QEvent* event)
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
             Close();
         }
+    } else if (receiver == m_page && event->type() == QEvent::Resize && !m_list->isHidden()) {
+        Place(m_opened);
     } else if (event->type() == QEvent::MouseButtonPress && receiver->isWidgetType()) {
         auto* pressed = static_cast<QWidget*>(receiver);
         if (pressed->window() == m_page->window() && pressed != m_list && !m_list->isAncestorOf(pressed)) {

@@ -57,7 +57,7 @@ private:
     const Program& m_program;
     LeaveGuard& m_guard;
     QListWidget* m_list;
-    QPlainTextEdit* m_box = nullptr; ///< the box for which the list was opened last
+    PickList m_opened{}; ///< the pick list that was opened last
 };
 
 } // namespace Tarno

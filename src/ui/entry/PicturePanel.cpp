@@ -28,7 +28,12 @@ PicturePanel::PicturePanel(QWidget* parent) : QWidget(parent), m_ui(std::make_un
     m_ui->setupUi(this);
     m_source = new PictureSource(m_ui->frPic);
     m_surface = new PictureSurface(*m_source, m_ui->frPic);
+    for (QPushButton* button : {m_ui->cmdLoad, m_ui->cmdRemove}) {
+        // a caption wider than Qt's usual button would touch the border
+        button->setMinimumWidth(button->sizeHint().width() + 2 * button->fontMetrics().averageCharWidth());
+    }
     Reset();
+    m_ui->frPic->installEventFilter(this);
     Handle(m_ui->cmdLoad, &QPushButton::clicked, "Click", this, [this] { ChoosePicture(); });
     Handle(m_ui->cmdRemove, &QPushButton::clicked, "Click", this, [this] { RemovePicture(); });
     Handle(m_ui->sldZoom, &QSlider::valueChanged, "Change", this, [this] { ApplyZoom(); });
@@ -229,15 +234,17 @@ void PicturePanel::StorePath(const std::string& path)
     m_record->SetChanged(true);
 }
 
-void PicturePanel::resizeEvent(QResizeEvent* event)
+bool PicturePanel::eventFilter(QObject* watched, QEvent* event)
 {
-    QWidget::resizeEvent(event);
-    if (!m_source->HasPicture()) {
-        ResizeToPicture();
+    if (watched == m_ui->frPic && event->type() == QEvent::Resize) {
+        if (!m_source->HasPicture()) {
+            ResizeToPicture();
+        }
+        SetSliderEnabled();
+        SetScrollbarsEnabled();
+        PlaceByScrollbars();
     }
-    SetSliderEnabled();
-    SetScrollbarsEnabled();
-    PlaceByScrollbars();
+    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace Tarno

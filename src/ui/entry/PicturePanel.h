@@ -43,12 +43,11 @@ public:
     /// exist, leaves the panel empty without a message.
     void ShowRecord();
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 Q_SIGNALS:
     /// The user chose or removed the picture.
     void PictureChanged();
-
-protected:
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void ChoosePicture();

@@ -100,7 +100,7 @@ void fEntry::sstEntry_Click()
     Trap(entryModule, "sstEntry_Click", [this] {
         m_ui->lblNote->setVisible(m_ui->sstEntry->currentIndex() == 0);
         QWidget* page = m_ui->sstEntry->currentWidget(); // its focus proxy is its first control
-        (page == m_ui->pagePicture ? m_ui->cmdCancel : page)->setFocus();
+        (page == m_ui->scrPicture ? m_ui->cmdCancel : page)->setFocus();
     });
 }
 

@@ -3,10 +3,13 @@
 #include "core/ErrorLog.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/BoxWidth.h"
+#include "ui/common/Handle.h"
 #include "ui/common/KeyFilter.h"
 #include "ui/common/RecordBinder.h"
 #include "ui/common/TextHeight.h"
 #include "ui_dlgLocMaint.h"
+
+#include <cmath>
 
 namespace Tarno
 {
@@ -35,6 +38,7 @@ dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
     for (QLineEdit* box : {m_ui->txtLatt, m_ui->txtLong, m_ui->txtGMT}) {
         // "#$%'": see docs/quirks.md
         new KeyFilter(box, QStringLiteral("-.#$%'"));
+        Handle(box, &QLineEdit::textChanged, "Change", this, [this] { ShowRanges(); });
     }
     m_ui->picturePanel->Attach(program, Edited(), LocationField::LocPicture, QStringLiteral("picLoc"),
                                QStringLiteral("imgLoc"), m_ui->cmdCancel);
@@ -78,8 +82,30 @@ void dlgLocMaint::ShowLocation(bool isNew)
     } else {
         Binder().ShowRecord();
     }
+    ShowRanges();
     m_ui->chkDST->setChecked(!isNew && Edited().Text(LocationField::LocDST) == "1");
     m_ui->picturePanel->ShowRecord();
+}
+
+/// Shows which numbers are too large, but accepts them.
+void dlgLocMaint::ShowRanges()
+{
+    struct Range {
+        QLineEdit* box;
+        double limit;
+        QString note;
+    };
+
+    const Range ranges[] = {{m_ui->txtLatt, 90, QStringLiteral("Latitude is between -90 and 90")},
+                            {m_ui->txtLong, 180, QStringLiteral("Longitude is between -180 and 180")},
+                            {m_ui->txtGMT, 14, QStringLiteral("GMT Diff is between -14 and 14 hours")}};
+    QStringList notes;
+    for (const auto& [box, limit, note] : ranges) {
+        if (std::abs(box->text().toDouble()) > limit) { // 0 if it is not a number
+            notes << note;
+        }
+    }
+    m_ui->lblRange->Explain(notes.join(QLatin1Char('\n')));
 }
 
 void dlgLocMaint::DeleteAfterQuestion(std::int16_t locationNumber)

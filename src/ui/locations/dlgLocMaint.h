@@ -35,6 +35,7 @@ public:
 
 private:
     void ShowLocation(bool isNew);
+    void ShowRanges();
     void DeleteAfterQuestion(std::int16_t locationNumber);
     void chkDST_Click();
 

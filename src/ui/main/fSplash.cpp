@@ -38,15 +38,28 @@ fSplash::fSplash(const QString& folder, QWidget* parent)
     title.setPointSizeF(title.pointSizeF() * 1.75);
     title.setBold(true);
     m_ui->lblTitle->setFont(title);
-    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    layout()->setSizeConstraint(QLayout::SetMinAndMaxSize);
     tShow->setObjectName(QStringLiteral("tShow"));
     tShow->setSingleShot(true);
     tShow->setInterval(splashTime);
     connect(tShow, &QTimer::timeout, this, [this] { Trap(module, "tShow_Timer", [this] { accept(); }); });
+    if (parent != nullptr) {
+        parent->installEventFilter(this);
+    }
     Handle(m_ui->cmdOK, &QPushButton::clicked, "Click", this, [this] { accept(); });
 }
 
 fSplash::~fSplash() = default;
+
+/// Centres the window on its parent, which the window manager may place after the splash is already shown.
+bool fSplash::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == parentWidget() && event->type() == QEvent::Move && isVisible()) {
+        const QPoint frame = geometry().topLeft() - pos(); // the size of frameGeometry is not known yet
+        move(parentWidget()->geometry().center() - rect().center() - frame);
+    }
+    return QDialog::eventFilter(watched, event);
+}
 
 void fSplash::ShowSplash()
 {

@@ -31,6 +31,8 @@ public:
     /// Shows the box modally until the user closes it.
     void ShowAbout();
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     std::unique_ptr<Ui::fSplash> m_ui;
     QTimer* tShow; ///< closes the splash

@@ -107,6 +107,7 @@ void fCustom::Show(int row)
     const Record field(RecordAt(fields, m_ui->lstField->item(row)->data(numberRole).toInt() - 1));
     for (const auto& [box, position] : m_boxes) {
         box->setText(FromUtf8(field.Text(position)));
+        box->setCursorPosition(0); // a long text shows its beginning
     }
     m_shown = row;
 }

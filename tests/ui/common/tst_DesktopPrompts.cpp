@@ -278,6 +278,19 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { starter.EditText(QStringLiteral("/no/such/Bait.txt")); }), 53);
     }
 
+    void textFile_missing_isNamedWithItsFolder()
+    {
+        NOT_ON_WINDOWS("an editor that does not create a missing file");
+        std::string message;
+        try {
+            DesktopProgramStarter().EditText(QStringLiteral("/no/such/Bait.txt"));
+        } catch (const Error& error) {
+            message = error.Description();
+        }
+        QVERIFY2(message.find("\"Bait.txt\"") != std::string::npos, message.c_str());
+        QVERIFY2(message.find(" /no/such.") != std::string::npos, message.c_str());
+    }
+
     void clock_returnsTheLocalDateInTheShortFormat()
     {
         const SystemClock clock;

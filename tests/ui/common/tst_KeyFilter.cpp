@@ -42,6 +42,17 @@ class tst_KeyFilter : public QObject
 
 private Q_SLOTS:
 
+    void setText_showsTheBeginningUnlessTheUserIsInTheBox()
+    {
+        QLineEdit box;
+        const QString text = QStringLiteral("a text that is much longer than the box");
+        KeyFilter::SetText(&box, text);
+        QCOMPARE(box.cursorPosition(), 0);
+        Filtered focused;
+        KeyFilter::SetText(&focused, text);
+        QCOMPARE(focused.cursorPosition(), text.size());
+    }
+
     void typed_onlyAcceptedCharactersAppear()
     {
         Filtered box;

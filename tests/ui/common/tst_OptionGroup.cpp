@@ -156,6 +156,55 @@ private Q_SLOTS:
         QCOMPARE(clicks.size(), 1);
         QCOMPARE(group.Chosen(), std::optional(1));
     }
+
+    void tab_entersAtTheChosenButton()
+    {
+        Options window;
+        AwaitActive(window);
+        OptionGroup winds(&window, wind);
+        const OptionGroup weathers(&window, weather);
+        winds.Choose(0);
+        winds.Choose(2);
+        window.Button("optWeather_1").setFocus();
+        Press(window, Qt::Key_Tab);
+        QCOMPARE(window.focusWidget(), &window.Button("optWind_2"));
+        // focus alone does not move the tab stop
+        window.Button("optWind_0").setFocus();
+        Press(window, Qt::Key_Tab);
+        QCOMPARE(window.focusWidget(), &window.Button("optWeather_0"));
+        Press(window, Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(window.focusWidget(), &window.Button("optWind_2"));
+        // without a choice, the first button is the tab stop
+        window.Button("optWeather_0").setFocus();
+        winds.Choose(std::nullopt);
+        Press(window, Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(window.focusWidget(), &window.Button("optWind_0"));
+    }
+
+    void letter_choosesTheNextOptionThatStartsWithIt()
+    {
+        Options window;
+        AwaitActive(window);
+        const char* captions[] = {"Run &Out", "Bottom", "&Run In"};
+        for (int index = 0; index < 3; ++index) {
+            window.Button(("optWind_" + std::to_string(index)).c_str())
+                .setText(QLatin1String(captions[index]));
+        }
+        OptionGroup group(&window, wind);
+        const QSignalSpy clicks(&group, &OptionGroup::Clicked);
+        window.Button("optWind_0").setFocus();
+        for (const int expected : {2, 0, 2}) {
+            Type(window, "r");
+            QCOMPARE(group.Chosen(), std::optional(expected));
+            QCOMPARE(window.focusWidget(), &window.Button(("optWind_" + std::to_string(expected)).c_str()));
+        }
+        Type(window, "B");
+        QCOMPARE(group.Chosen(), std::optional(1));
+        Type(window, "x");
+        Press(window, Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(group.Chosen(), std::optional(1));
+        QCOMPARE(clicks.size(), 4);
+    }
 };
 
 TEST_CLASS(tst_OptionGroup)

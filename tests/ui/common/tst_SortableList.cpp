@@ -6,7 +6,9 @@
 
 #include <QAbstractItemModelTester>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QSignalSpy>
+#include <QToolTip>
 
 using namespace Tarno;
 
@@ -289,6 +291,42 @@ private Q_SLOTS:
         QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.EmptySpace());
         QTest::keyClick(&list, Qt::Key_Return);
         QCOMPARE(requests.size(), 0);
+    }
+
+    void toolTip_ofAShortenedCell_isItsWholeText()
+    {
+        ShownList list;
+        const QString name =
+            QStringLiteral("The second sandbank behind the old lighthouse, at low tide only");
+        list.Show({"Pier", ToUtf8(name)});
+        list.header()->setSectionResizeMode(QHeaderView::Fixed);
+        list.setColumnWidth(0, 100);
+        list.setToolTip(QStringLiteral("usual"));
+        const auto toolTip = [&](int row) {
+            QToolTip::hideText();
+            const QPoint position = list.PointIn(row);
+            QHelpEvent help(QEvent::ToolTip, position, list.viewport()->mapToGlobal(position));
+            QApplication::sendEvent(list.viewport(), &help);
+            return QToolTip::text();
+        };
+        QVERIFY(toolTip(0) != QStringLiteral("Pier"));
+        QCOMPARE(toolTip(1), name);
+        QToolTip::hideText();
+    }
+
+    void setUsable_false_leavesNoDarkRow()
+    {
+        ShownList list;
+        list.Show({"a", "b", "c"});
+        list.SetUsable(false);
+        const QImage rows = list.viewport()->grab().toImage();
+        const auto background = [&](int row) {
+            const QRect cell = list.visualRect(list.model()->index(row, 0));
+            return rows.pixelColor((cell.topRight() - QPoint(4, -2)) * rows.devicePixelRatio());
+        };
+        QCOMPARE(list.Selected(), std::string("a"));
+        QCOMPARE(background(0), background(1));
+        QCOMPARE(background(0), list.palette().color(QPalette::Window));
     }
 
     void setUsable_greysAndRestoresTheList()

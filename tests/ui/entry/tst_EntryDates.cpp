@@ -11,6 +11,44 @@ class tst_EntryDates : public QObject
 
 private Q_SLOTS:
 
+    void longTrip_hasANoteBesideItsDates()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(
+            {{EntryField::StartDate, "2003-05-07"}, {EntryField::EndDate, "2003-05-22"}});
+        Edit(program, key, [](QDialog& editor) {
+            const auto& note = Find<QLabel>(editor, "lblDuration");
+            const auto& group = Find<QWidget>(editor, "frWhen");
+            QVERIFY(note.isVisible());
+            QCOMPARE(note.text(), QStringLiteral("16 days"));
+            QCOMPARE(group.accessibleDescription(), QStringLiteral("16 days"));
+            Enter(editor, "txtEnd", "2003-05-08");
+            Press(editor, Qt::Key_Tab);
+            QVERIFY(!note.isVisible());
+            QCOMPARE(group.accessibleDescription(), QString());
+            Click(editor, "lblEndPlus");
+            QCOMPARE(note.text(), QStringLiteral("3 days"));
+            SaveAndClose(editor);
+        });
+        QCOMPARE(program.StoredEntry(key, EntryField::EndDate), "2003-05-09"); // the note refuses nothing
+    }
+
+    void newTrip_withAnEarlierStart_hasANote()
+    {
+        ProgramWithPlace program;
+        program.messages.Expect(saveQuestion, Button::No);
+        Edit(program, 0, [](QDialog& editor) {
+            const auto& note = Find<QLabel>(editor, "lblDuration");
+            QVERIFY(!note.isVisible());
+            for (int day = 0; day < 2; ++day) {
+                Click(editor, "lblStMinus");
+            }
+            QCOMPARE(note.text(), QStringLiteral("3 days"));
+            QVERIFY(note.isVisible());
+            Close(editor);
+        });
+    }
+
     void order_startAfterEnd_movesTheEndBox()
     {
         ProgramWithPlace program;

@@ -164,6 +164,13 @@ private Q_SLOTS:
             QCOMPARE(list.parentWidget(), &page);
             QCOMPARE(list.y(), frame.y() + shown.y() + shown.height() + FromTwips(40));
             QCOMPARE(list.x(), opensToTheLeft ? frame.x() - list.width() + FromTwips(100) : shown.x());
+
+            const QPoint before = shown.mapTo(&page, QPoint());
+            editor.resize(editor.size() + QSize(160, 120));
+            Await([&] { return shown.mapTo(&page, QPoint()) != before; }, "the label does not move");
+            QVERIFY(list.isVisible());
+            QCOMPARE(list.y(), frame.y() + shown.y() + shown.height() + FromTwips(40));
+            QCOMPARE(list.x(), opensToTheLeft ? frame.x() - list.width() + FromTwips(100) : shown.x());
             Close(editor);
         });
     }

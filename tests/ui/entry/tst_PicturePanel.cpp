@@ -97,6 +97,54 @@ private Q_SLOTS:
         });
     }
 
+    void largePicture_leavesTheFrameVisible()
+    {
+        ProgramWithPlace program;
+        program.messages.Expect(saveQuestion, Button::No);
+        EditPicture(program, "catch.png", Pictures::Png(2000, 1500), [](QDialog& editor) {
+            const auto edges = [&] {
+                QWidget& frame = *Find<QFrame>(editor, "frPic").parentWidget();
+                const QImage shown = frame.grab().toImage();
+                const int last = shown.width() - 1;
+                const int lowest = shown.height() - 1;
+                return shown.copy(last, 0, 1, lowest + 1) == shown.copy(0, 0, 1, lowest + 1) &&
+                       shown.copy(0, lowest, last + 1, 1).pixelColor(last / 2, 0) ==
+                           shown.pixelColor(last / 2, 0);
+            };
+            QVERIFY(edges());
+            Click(editor, "cmdRemove");
+            QVERIFY(edges());
+            Close(editor);
+        });
+    }
+
+    void buttons_haveRoomForTheirCaptions()
+    {
+        ProgramWithPlace program;
+        EditPicture(program, "", [](QDialog& editor) {
+            for (const char* name : {"cmdLoad", "cmdRemove"}) {
+                const auto& button = Find<QAbstractButton>(editor, name);
+                const QFontMetrics font = button.fontMetrics();
+                QVERIFY(button.width() >=
+                        font.size(Qt::TextShowMnemonic, button.text()).width() + 3 * font.averageCharWidth());
+            }
+            Close(editor);
+        });
+    }
+
+    void tab_followsTheForm()
+    {
+        ProgramWithPlace program;
+        EditPicture(program, "catch.png", Pictures::Png(2000, 1500), [](QDialog& editor) {
+            Down(editor).setFocus();
+            for (const char* next : {"hscPic", "sldZoom", "cmdRemove"}) {
+                Press(editor, Qt::Key_Tab);
+                QCOMPARE(editor.focusWidget()->objectName(), QLatin1String(next));
+            }
+            Close(editor);
+        });
+    }
+
     void source_holdsThePictureAtItsNaturalSize()
     {
         ProgramWithPlace program;

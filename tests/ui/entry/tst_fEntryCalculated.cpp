@@ -112,8 +112,8 @@ Values WithoutPeaks(const Values& others = {})
     return entry;
 }
 
-/// Chooses the second location and leaves the list.
-void ChooseSecondLocation(QDialog& editor)
+/// Chooses the next location and leaves the list.
+void ChooseNextLocation(QDialog& editor)
 {
     Find<QWidget>(editor, "cboLocation").setFocus();
     Press(editor, Qt::Key_Down);
@@ -381,7 +381,7 @@ private Q_SLOTS:
                                                   {EntryField::Prediction, "0"}});
         std::string percent;
         Edit(program, key, [&](QDialog& editor) {
-            ChooseSecondLocation(editor);
+            ChooseNextLocation(editor);
             QCOMPARE(BoxText(editor, "txtSunRise"), "never");
             QCOMPARE(BoxText(editor, "txtSunSet"), "sets");
             percent = BoxText(editor, "txtMoon");
@@ -393,6 +393,55 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key, EntryField::SunSet), "sets");
         QCOMPARE(program.StoredEntry(key, EntryField::MoonPhase), "-" + percent);
         QVERIFY(percent != "3");
+    }
+
+    void timesOfAnotherPlace_areNoted()
+    {
+        ProgramWithPlace program;
+        program.AddLocation("Unknown", {{LocationField::LocLatt, ""}});
+        program.AddLocation("Old Pier");
+        program.messages.ExpectInformation(dataMissingText, dataMissingTitle);
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [](QDialog& editor) {
+            const auto notes = [&] {
+                return QStringList{Find<QLabel>(editor, "lblOldSunMoon").text(),
+                                   Find<QLabel>(editor, "lblOldPeakTimes").text(),
+                                   Find<QWidget>(editor, "frSunMoon").accessibleDescription(),
+                                   Find<QWidget>(editor, "frPeakTimes").accessibleDescription()};
+            };
+            const QString note = QStringLiteral("For another place or date");
+            QCOMPARE(notes(), QStringList(4, QString()));
+            ChooseNextLocation(editor);
+            QCOMPARE(notes(), QStringList(4, note));
+            QVERIFY(Find<QWidget>(editor, "lblOldSunMoon").isVisible());
+            ChooseNextLocation(editor);
+            QCOMPARE(notes(), QStringList(4, QString()));
+            QVERIFY(!Find<QWidget>(editor, "lblOldSunMoon").isVisible());
+            SaveAndClose(editor);
+        });
+    }
+
+    void timesOfAPlaceThatIsGone_areNoted()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry({{EntryField::LocNo, "77"}});
+        Edit(program, key, [](QDialog& editor) {
+            QVERIFY(Find<QWidget>(editor, "lblOldSunMoon").isVisible());
+            QVERIFY(Find<QWidget>(editor, "lblOldPeakTimes").isVisible());
+            Close(editor);
+        });
+    }
+
+    void emptyTimes_haveNoNote()
+    {
+        TestProgram program;
+        program.Start();
+        program.AddLocation("Unknown", {{LocationField::LocLatt, ""}});
+        program.messages.ExpectInformation(dataMissingText, dataMissingTitle);
+        Edit(program, 0, [](QDialog& editor) {
+            QVERIFY(!Find<QWidget>(editor, "lblOldSunMoon").isVisible());
+            Close(editor);
+        });
     }
 
     void locationChanged_dataMissing_showsAMessageAndKeepsTheBoxes_data()
@@ -411,7 +460,7 @@ private Q_SLOTS:
         const int key = program.AddCompleteEntry({{EntryField::StartDate, "2003-01-18"}});
         program.messages.ExpectInformation(dataMissingText, dataMissingTitle);
         Edit(program, key, [](QDialog& editor) {
-            ChooseSecondLocation(editor);
+            ChooseNextLocation(editor);
             QCOMPARE(Shown(editor), completeTexts);
             QCOMPARE(BoxText(editor, "txtMoon"), "98"); // the moon phase does not depend on the location
             SaveAndClose(editor);
@@ -434,7 +483,7 @@ private Q_SLOTS:
         const int key = program.AddCompleteEntry();
         Edit(program, key, [&](QDialog& editor) {
             program.reports.Expect("fEntry", "DoRiseSet", ErrorNumber::TypeMismatch);
-            ChooseSecondLocation(editor);
+            ChooseNextLocation(editor);
             QCOMPARE(Shown(editor), completeTexts);
             SaveAndClose(editor);
         });
@@ -452,7 +501,7 @@ private Q_SLOTS:
         const int key = program.AddCompleteEntry();
         Edit(program, key, [&](QDialog& editor) {
             program.reports.Expect("fEntry", "DoRiseSet", ErrorNumber::Overflow);
-            ChooseSecondLocation(editor);
+            ChooseNextLocation(editor);
             SaveAndClose(editor);
         });
         QCOMPARE(program.StoredEntry(key, EntryField::LocNo), "40000");

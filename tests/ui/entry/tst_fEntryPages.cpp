@@ -3,6 +3,7 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QLayout>
 
 #include <algorithm>
 
@@ -159,6 +160,34 @@ private Q_SLOTS:
         InspectEditor([&](QDialog& editor) {
             QVERIFY(Find<QWidget>(editor, frame.toLatin1())
                         .isAncestorOf(&Find<QWidget>(editor, control.toLatin1())));
+        });
+    }
+
+    void columns_ofTheGeneralPage_endLevel()
+    {
+        InspectEditor([](QDialog& editor) {
+            const auto bottom = [&](const char* frame) {
+                return Find<QWidget>(editor, frame).geometry().bottom();
+            };
+            QCOMPARE(bottom("frTides"), bottom("frAction"));
+            QCOMPARE(bottom("frTideHeights"), bottom("frAction"));
+            QCOMPARE(bottom("frSunMoon"), bottom("frPeakTimes"));
+            QCOMPARE(bottom("frSunMoon"), bottom("frPrediction"));
+        });
+    }
+
+    void generalPage_usesTheRoomOfALargerWindow()
+    {
+        InspectEditor([](QDialog& editor) {
+            const auto& frame = Find<QWidget>(editor, "frSunMoon");
+            const QRect before = frame.geometry();
+            constexpr QSize larger(200, 100);
+            editor.resize(editor.size() + larger);
+            QVERIFY(frame.y() > before.y());
+            QVERIFY(frame.width() > before.width());
+            const QWidget& page = Find<QWidget>(editor, "pageGeneral");
+            QCOMPARE(frame.geometry().bottom(),
+                     page.contentsRect().bottom() - page.layout()->contentsMargins().bottom());
         });
     }
 
@@ -361,11 +390,11 @@ private Q_SLOTS:
             ClickPage(editor, page == 0 ? 1 : 0);
             ClickPage(editor, page);
             QStringList found;
-            const std::string first = Focused(editor);
+            const std::string first = GroupName(Focused(editor)); // a group is entered at its chosen button
             do {
                 found << FromUtf8(GroupName(Focused(editor)));
                 Press(editor, Qt::Key_Tab);
-            } while (Focused(editor) != first && found.size() < 60);
+            } while (GroupName(Focused(editor)) != first && found.size() < 60);
             // controls outside the page: its tab and the buttons of the window
             for (const char* other : {"qt_tabwidget_tabbar", "cmdOK", "cmdCancel"}) {
                 found.removeAll(QLatin1String(other));

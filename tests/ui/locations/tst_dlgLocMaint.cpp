@@ -224,6 +224,54 @@ private Q_SLOTS:
         });
     }
 
+    void range_exceeded_isNoted_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("within");
+        QTest::addColumn<QString>("beyond");
+        QTest::addColumn<QString>("note");
+        QTest::newRow("latitude") << "txtLatt"
+                                  << "-90"
+                                  << "90.1"
+                                  << "Latitude is between -90 and 90";
+        QTest::newRow("longitude") << "txtLong"
+                                   << "180"
+                                   << "-180.5"
+                                   << "Longitude is between -180 and 180";
+        QTest::newRow("hours") << "txtGMT"
+                               << "-14"
+                               << "14.5"
+                               << "GMT Diff is between -14 and 14 hours";
+    }
+
+    void range_exceeded_isNoted()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, within);
+        QFETCH(QString, beyond);
+        QFETCH(QString, note);
+        ProgramWithLocation program;
+        EditLocation(program, 1, [&](QDialog& location) {
+            const auto& shown = Find<QLabel>(location, "lblRange");
+            const auto& edited = Find<QWidget>(location, box.toLatin1());
+            for (const QString& text : {within, QStringLiteral("--"), QString()}) {
+                Retype(location, box.toLatin1(), text.toLatin1());
+                QVERIFY(!shown.isVisible());
+            }
+            Retype(location, box.toLatin1(), beyond.toLatin1());
+            QCOMPARE(shown.text(), note);
+            QVERIFY(shown.isVisible());
+            QCOMPARE(Find<QWidget>(location, "frPosition").accessibleDescription(), note);
+            QVERIFY(edited.palette().color(QPalette::Base) == location.palette().color(QPalette::Base));
+            SaveAndClose(location);
+        });
+        EditLocation(program, 1, [&](QDialog& location) { // was stored, and is noted when it is shown again
+            QCOMPARE(BoxText(location, box.toLatin1()), ToUtf8(beyond));
+            QVERIFY(Find<QLabel>(location, "lblRange").isVisible());
+            Close(location);
+        });
+    }
+
     void keyFilter_acceptsNumbersAndFourMoreCharacters_data()
     {
         QTest::addColumn<QString>("typed");

@@ -120,6 +120,23 @@ private Q_SLOTS:
             "fSplash", [&] { splash.ShowSplash(); }, [&](QDialog& window) { CloseBy(window, key); });
     }
 
+    void splash_staysCentredWhenItsParentIsPlaced()
+    {
+        QWidget parent;
+        parent.resize(700, 500);
+        parent.show();
+        fSplash splash(folder, &parent);
+        Timer(splash).setInterval(awaitTimeout);
+        WhileOpen(
+            "fSplash", [&] { splash.ShowSplash(); },
+            [&](QDialog& window) {
+                parent.move(250, 120); // like a window manager that places the window late
+                Await([&] { return window.geometry().center() == parent.geometry().center(); },
+                      "the splash is not centred");
+                CloseBy(window, 0);
+            });
+    }
+
     void about_hasNoTimerRunning()
     {
         fSplash about(folder, nullptr);
