@@ -56,11 +56,25 @@ bool IsMnemonic(const QAbstractButton& button, const QKeyEvent& key)
 LeaveGuard::LeaveGuard(QWidget* window) : QObject(window), m_window(window), m_note(new RefusalNote(window))
 {
     qApp->installEventFilter(this);
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
-        if (now != nullptr && BelongsToWindow(now) && qobject_cast<QPushButton*>(now) == nullptr) {
-            m_lastInput = now;
-        }
-    });
+    connect(qApp, &QApplication::focusChanged, this, &LeaveGuard::FocusChanged);
+}
+
+void LeaveGuard::FocusChanged(QWidget* old, QWidget* now)
+{
+    if (now == nullptr || !BelongsToWindow(now)) {
+        return;
+    }
+    if (qobject_cast<QPushButton*>(now) == nullptr) {
+        m_lastInput = now;
+    }
+    if (m_unchecked.contains(old)) { // an assistive tool has moved the focus
+        const auto check = [this, old] {
+            if (m_unchecked.contains(old)) {
+                RunCheck(old);
+            }
+        };
+        QMetaObject::invokeMethod(this, check, Qt::QueuedConnection); // a check may show a message
+    }
 }
 
 void LeaveGuard::Add(QWidget* box, Check check, const QString& refusal)
@@ -162,14 +176,7 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
     // filtered at the native window: the focus moves before the widget receives the press
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        if (receiver == m_window->windowHandle()) {
-            const auto& press = *static_cast<QMouseEvent*>(event);
-            if (RefusesPress(press.position().toPoint())) {
-                return true;
-            }
-            ReleaseAfterMessage(press);
-        }
-        return false;
+        return receiver == m_window->windowHandle() && RefusesPress(*static_cast<QMouseEvent*>(event));
     case QEvent::Wheel:
         return receiver == m_window->windowHandle() &&
                RefusesWheel(static_cast<QWheelEvent*>(event)->position().toPoint());
@@ -195,25 +202,30 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
     }
 }
 
-bool LeaveGuard::RefusesPress(const QPoint& position)
+bool LeaveGuard::RefusesPress(const QMouseEvent& press)
 {
-    const QWidget* pressed = Nearest(m_window->childAt(position), ActsOnPress);
-    if (pressed != nullptr && pressed == m_save) {
-        return !LeaveAll();
-    }
+    const QPointF position = press.position(); // events during the check change that of the press
+    const QPointF globalPosition = press.globalPosition();
+    const QWidget* pressed = Nearest(m_window->childAt(position.toPoint()), ActsOnPress);
     const QWidget* box = FocusedBox();
-    return box != nullptr && pressed != nullptr && !IsWithin(pressed, box) && !Leave();
-}
-
-/// Completes the click of `press` if its release went to a message that the check has shown.
-void LeaveGuard::ReleaseAfterMessage(const QMouseEvent& press)
-{
-    if (!QGuiApplication::mouseButtons().testFlag(press.button())) {
-        QCoreApplication::postEvent(m_window->windowHandle(),
-                                    new QMouseEvent(QEvent::MouseButtonRelease, press.position(),
-                                                    press.scenePosition(), press.globalPosition(),
-                                                    press.button(), Qt::NoButton, press.modifiers()));
+    bool isRefused = false;
+    if (pressed != nullptr && pressed == m_save) {
+        isRefused = !LeaveAll();
+    } else if (pressed != nullptr && box != nullptr && !IsWithin(pressed, box)) {
+        isRefused = !Leave();
     }
+    if (!isRefused && press.spontaneous() && !QGuiApplication::mouseButtons().testFlag(press.button())) {
+        // the release went to a message that the check has shown, so the whole click is repeated
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            const bool isDown = type == QEvent::MouseButtonPress;
+            QCoreApplication::postEvent(
+                m_window->windowHandle(),
+                new QMouseEvent(type, position, position, globalPosition, press.button(),
+                                isDown ? Qt::MouseButtons(press.button()) : Qt::NoButton, press.modifiers()));
+        }
+        return true;
+    }
+    return isRefused;
 }
 
 bool LeaveGuard::RefusesWheel(const QPoint& position)

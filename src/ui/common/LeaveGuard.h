@@ -63,11 +63,11 @@ private:
         QString refusal;
     };
 
-    bool RefusesPress(const QPoint& position);
+    void FocusChanged(QWidget* old, QWidget* now);
+    bool RefusesPress(const QMouseEvent& press);
     bool RefusesWheel(const QPoint& position);
     bool RefusesKey(const QKeyEvent& key);
     bool IsMnemonicOfDisabledSave(const QKeyEvent& key) const;
-    void ReleaseAfterMessage(const QMouseEvent& press);
     void ShowPageOf(const QWidget* box);
     QWidget* FocusedBox() const;
     bool BelongsToWindow(const QObject* widget) const;

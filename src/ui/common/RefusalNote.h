@@ -6,8 +6,8 @@
 namespace Tarno
 {
 
-/// A note below a box that says why its text was refused. Unlike a tool tip, it remains when the mouse moves or
-/// a button is released.
+/// A note below a box that says why its text was refused. Unlike a tool tip, it remains when the mouse moves
+/// or a button is released.
 class RefusalNote : public QLabel
 {
     Q_OBJECT

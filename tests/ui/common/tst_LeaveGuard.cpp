@@ -15,6 +15,9 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
+#include <functional>
+#include <utility>
+
 using namespace Tarno;
 
 namespace
@@ -41,10 +44,16 @@ public:
         again.setShortcut(QKeySequence(Qt::Key_F5));
         connect(&again, &QPushButton::clicked, this, [this] { ++shortcuts; });
         for (QWidget* guardedBox : std::initializer_list<QWidget*>{&box, &lines}) {
-            guard.Add(guardedBox, [this] {
-                ++checks;
-                return allows;
-            });
+            guard.Add(
+                guardedBox,
+                [this] {
+                    ++checks;
+                    if (whileChecked) {
+                        std::exchange(whileChecked, nullptr)();
+                    }
+                    return allows;
+                },
+                QStringLiteral("Not allowed"));
         }
         show();
         AwaitActive(*this);
@@ -87,6 +96,7 @@ public:
     QTabWidget pages;
     LeaveGuard guard{this};
     bool allows = true;
+    std::function<void()> whileChecked;
     int checks = 0;
     int clicks = 0;
     int shortcuts = 0;
@@ -117,6 +127,17 @@ void AddActions()
     row("close box", [](GuardedWindow& window) { window.close(); });
 }
 
+/// Shows a message while the user, who has pressed the mouse button over `pressed`, releases it.
+void ReleaseOverMessage(GuardedWindow& window, const QWidget& pressed)
+{
+    QDialog message(&window);
+    QTimer::singleShot(0, [&] {
+        QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, pressed.geometry().center());
+        message.accept();
+    });
+    message.exec();
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Action)
@@ -126,6 +147,67 @@ class tst_LeaveGuard : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void click_withMessageInTheCheck_acts()
+    {
+        GuardedWindow window;
+        window.whileChecked = [&] { ReleaseOverMessage(window, window.button); };
+        QWindow* handle = window.windowHandle();
+        QTest::mousePress(handle, Qt::LeftButton, {}, window.button.geometry().center());
+        Await([&] { return !window.button.isDown(); }, "the button stays down");
+        QCOMPARE(window.clicks, 1);
+        // the next click works as usual
+        Click(window.button);
+        QCOMPARE(window.clicks, 2);
+    }
+
+    void mnemonic_withMessageInTheCheck_acts()
+    {
+        GuardedWindow window;
+        window.whileChecked = [&] { ReleaseOverMessage(window, window.button); };
+        Press(window, Qt::Key_G, Qt::AltModifier);
+        Await([&] { return window.clicks == 1; }, "the button is not clicked");
+    }
+
+    void editedBox_focusMovedFromOutside_isCheckedLater()
+    {
+        GuardedWindow window;
+        window.guard.Edited(&window.box);
+        QCOMPARE(window.checks, 0);
+        window.other.setFocus();
+        Await([&] { return window.checks > 0; }, "the box is not checked");
+    }
+
+    void editedBox_refused_isFocusedByLeaveAll()
+    {
+        GuardedWindow window;
+        window.allows = false;
+        window.guard.Edited(&window.box);
+        window.other.setFocus();
+        QVERIFY(!window.guard.LeaveAll());
+        QVERIFY(window.box.hasFocus());
+        window.other.setFocus();
+        window.allows = true;
+        QVERIFY(window.guard.LeaveAll());
+        QVERIFY(window.other.hasFocus());
+    }
+
+    void refusal_isShownAtTheBoxUntilItChanges()
+    {
+        GuardedWindow window;
+        window.allows = false;
+        const auto& note = Find<QLabel>(window, "lblRefusal");
+        QVERIFY(!note.isVisible());
+        Click(window.button); // press and release
+        QVERIFY(note.isVisible());
+        QCOMPARE(note.text(), QStringLiteral("Not allowed"));
+        QCOMPARE(window.box.accessibleDescription(), note.text());
+        QVERIFY(window.rect().contains(note.geometry()));
+        QVERIFY(!note.geometry().intersects(window.box.geometry()));
+        window.guard.Edited(&window.box);
+        QVERIFY(!note.isVisible());
+        QCOMPARE(window.box.accessibleDescription(), QString());
+    }
 
     void action_refused_isDiscarded_data() { AddActions(); }
 

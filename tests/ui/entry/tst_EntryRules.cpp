@@ -272,6 +272,37 @@ private Q_SLOTS:
         }
     }
 
+    void arrowKey_unfinishedDate_isRefusedWithoutAMessage()
+    {
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down}) {
+            ProgramWithPlace program;
+            Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+                Enter(editor, "txtStart", "2003-");
+                Press(editor, key);
+                QVERIFY(IsRefused(editor, "txtStart"));
+                QCOMPARE(BoxText(editor, "txtStart"), "2003-");
+                QVERIFY(Find<QLabel>(editor, "lblRefusal").isVisible());
+                CloseWithoutSaving(editor, program);
+            });
+        }
+    }
+
+    void refusal_isExplainedUntilTheTextChanges()
+    {
+        ProgramWithPlace program;
+        Edit(program, program.AddCompleteEntry(), [&](QDialog& editor) {
+            TypeRefusedDate(editor);
+            Click(editor, "txtTideLow");
+            const auto& note = Find<QLabel>(editor, "lblRefusal");
+            QVERIFY(note.isVisible());
+            QCOMPARE(note.text(),
+                     QStringLiteral("This date does not exist. Use year-month-day, for example 2026-03-31."));
+            Press(editor, Qt::Key_Backspace);
+            QVERIFY(!note.isVisible());
+            CloseWithoutSaving(editor, program);
+        });
+    }
+
     void refused_thenValid_isRestoredAndStored()
     {
         ProgramWithPlace program;

@@ -65,6 +65,68 @@ private Q_SLOTS:
         QCOMPARE(StoredAt(program, static_cast<std::size_t>(position)), stored.toStdString());
     }
 
+    void typedText_focusMovedFromOutside_isSaved()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        program.messages.Expect(saveQuestion, Button::Yes);
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtAirTemp", "1499");
+            Find<QWidget>(editor, "txtWaterTemp").setFocus();
+            Close(editor);
+        });
+        QCOMPARE(StoredAt(program, EntryField::AirTemp), "1499");
+    }
+
+    void typedRefusedText_focusMovedFromOutside_isNotSaved()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::string before = program.folder.Read("tarno.xml");
+        Edit(program, key, [&](QDialog& editor) {
+            TypeRefusedDate(editor);
+            Find<QWidget>(editor, "txtTideLow").setFocus();
+            Find<QAbstractButton>(editor, "cmdOK").click();
+            QCOMPARE(Focused(editor), "txtStart");
+            QVERIFY(IsRefused(editor, "txtStart"));
+            editor.reject();
+            QVERIFY(editor.isVisible());
+            Enter(editor, "txtStart", "2003-02-05");
+            Close(editor);
+        });
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
+
+    void chosenPlace_focusMovedFromOutside_isSaved()
+    {
+        ProgramWithPlace program;
+        program.AddLocation("Albany");
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Find<QWidget>(editor, "cboLocation").setFocus();
+            Press(editor, Qt::Key_Down);
+            Find<QWidget>(editor, "txtTideLow").setFocus();
+            Find<QAbstractButton>(editor, "cmdOK").click();
+            editor.reject();
+        });
+        QCOMPARE(StoredAt(program, EntryField::LocNo), "2");
+        QVERIFY(StoredAt(program, EntryField::SunRise) != "06:11");
+    }
+
+    void endDateOfTheOrderRule_staysUnwrittenUntilLeft()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        Edit(program, key, [&](QDialog& editor) {
+            Enter(editor, "txtStart", "2003-05-10");
+            Find<QWidget>(editor, "txtTideLow").setFocus();
+            Find<QAbstractButton>(editor, "cmdOK").click();
+            QCOMPARE(BoxText(editor, "txtEnd"), "2003-05-10");
+            editor.reject();
+        });
+        QCOMPARE(StoredAt(program, EntryField::EndDate), "2003-02-06");
+    }
+
     void refusedText_isNotSavedAndTheBoxIsShown()
     {
         ProgramWithPlace program;

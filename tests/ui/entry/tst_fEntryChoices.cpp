@@ -251,7 +251,11 @@ private Q_SLOTS:
             }
             QVERIFY(editor.isVisible());
             QCOMPARE(Focused(editor), "cboLocation");
+            const auto& note = Find<QLabel>(editor, "lblRefusal");
+            QVERIFY(note.isVisible());
+            QCOMPARE(note.text(), QStringLiteral("This location no longer exists. Choose another one."));
             Press(editor, Qt::Key_Down);
+            QVERIFY(!note.isVisible());
             Press(editor, Qt::Key_Tab);
             QVERIFY(Focused(editor) != "cboLocation");
             SaveAndClose(editor);
