@@ -1,6 +1,7 @@
 #include "core/Error.h"
 #include "mStart.h"
 #include "qt/Icons.h"
+#include "ui/common/CrispFrames.h"
 #include "ui/common/DarkColours.h"
 #include "ui/common/DesktopPrompts.h"
 
@@ -8,6 +9,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QStandardPaths>
+#include <QStyle>
 
 #include <optional>
 
@@ -63,6 +65,9 @@ int main(int argc, char* argv[])
         QApplication::setPalette(colours);
     }
 #else
+    if (QApplication::style()->name() == QLatin1String("fusion")) {
+        QApplication::setStyle(new CrispFrames);
+    }
     // KDE's own style is already dark; Qt's style for GNOME and others ignores the preference
     if (QApplication::palette().color(QPalette::Window).lightness() > 128 && DesktopPrefersDark()) {
         QApplication::setPalette(DarkColours());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/common/CrispFrames.h"
 #include "ui/common/DarkColours.h"
 
 #include <QApplication>
@@ -20,6 +21,8 @@ struct NamedAppearance {
 /// Sets the palette and the font of the application. Appearance::Usual restores those before the first call.
 inline void Apply(Appearance appearance)
 {
+    static const bool hasStyle = (QApplication::setStyle(new CrispFrames), true); // as in main
+    Q_UNUSED(hasStyle)
     static const QPalette usualPalette = QApplication::palette();
     static const QFont usualFont = QApplication::font();
     const bool isDark = appearance == Appearance::Dark || appearance == Appearance::DarkWithLargeFont;

@@ -209,28 +209,31 @@ inline QStringList Misaligned(const QWidget& window)
     return faults;
 }
 
-/// Returns the sides of click labels without a visible border.
+/// Returns the sides of click labels, lists and boxes of several lines without a visible border.
 inline QStringList Borderless(QWidget& window)
 {
     QStringList faults;
     const QImage shown = window.grab().toImage();
     const double scale = shown.devicePixelRatio();
     const auto colour = [&](QPointF position) { return shown.pixelColor((position * scale).toPoint()); };
-    for (const QLabel* label : ControlsOfKind<QLabel>(window)) {
-        if (!label->inherits("Tarno::ClickLabel")) {
+    for (const QWidget* control : Controls(window)) {
+        const bool isArea =
+            qobject_cast<const QAbstractScrollArea*>(control) != nullptr && IsComposite(*control);
+        if ((!isArea && !control->inherits("Tarno::ClickLabel")) || IsOverlay(*control)) {
             continue;
         }
-        const QPointF centre = QRectF(QRect(label->mapTo(&window, QPoint()), label->size())).center();
+        const QPointF centre = QRectF(QRect(control->mapTo(&window, QPoint()), control->size())).center();
         constexpr int margin = 3;
         for (const QPointF& side : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1)}) {
-            const QColor page = colour(centre + side * (label->width() / 2.0 + margin));
-            int bordered = 0;
+            const QPointF edge =
+                centre + QPointF(side.x() * control->width(), side.y() * control->height()) / 2;
+            const QColor page = colour(edge + side * margin);
+            bool isVisible = false;
             for (double depth = 0; depth <= margin; depth += 1 / scale) {
-                const QColor edge = colour(centre + side * (label->width() / 2.0 - depth));
-                bordered += std::abs(edge.lightness() - page.lightness()) > 16 ? 1 : 0;
+                isVisible |= std::abs(colour(edge - side * depth).lightness() - page.lightness()) > 16;
             }
-            if (bordered == 0) {
-                faults << Fault(*label, QStringLiteral("at %1, %2").arg(side.x()).arg(side.y()));
+            if (!isVisible) {
+                faults << Fault(*control, QStringLiteral("at %1, %2").arg(side.x()).arg(side.y()));
             }
         }
     }

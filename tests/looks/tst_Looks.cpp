@@ -170,14 +170,16 @@ private Q_SLOTS:
 
     void gaps_areMultiplesOfFour() { QCOMPARE(Joined(FoundIn(Appearance::Usual).irregularGaps), QString()); }
 
-    void clickLabels_haveBorders_data()
+    void listsAndClickLabels_haveBorders_data()
     {
         AddColumns();
         AddRows("trip, general", lightAndDark);
         AddRows("trip, comments", lightAndDark);
+        AddRows("location, data", lightAndDark);
+        AddRows("log report", lightAndDark);
     }
 
-    void clickLabels_haveBorders() { QCOMPARE(Joined(Found().borderless), QString()); }
+    void listsAndClickLabels_haveBorders() { QCOMPARE(Joined(Found().borderless), QString()); }
 
     void window_fitsASmallScreen_data() { AddEveryWindow(); }
 

@@ -9,6 +9,7 @@
 #include "ui/common/TextHeight.h"
 #include "ui_dlgLocMaint.h"
 
+#include <array>
 #include <cmath>
 
 namespace Tarno
@@ -96,9 +97,10 @@ void dlgLocMaint::ShowRanges()
         QString note;
     };
 
-    const Range ranges[] = {{m_ui->txtLatt, 90, QStringLiteral("Latitude is between -90 and 90")},
-                            {m_ui->txtLong, 180, QStringLiteral("Longitude is between -180 and 180")},
-                            {m_ui->txtGMT, 14, QStringLiteral("GMT Diff is between -14 and 14 hours")}};
+    const std::array<Range, 3> ranges{
+        {{m_ui->txtLatt, 90, QStringLiteral("Latitude is between -90 and 90")},
+         {m_ui->txtLong, 180, QStringLiteral("Longitude is between -180 and 180")},
+         {m_ui->txtGMT, 14, QStringLiteral("GMT Diff is between -14 and 14 hours")}}};
     QStringList notes;
     for (const auto& [box, limit, note] : ranges) {
         if (std::abs(box->text().toDouble()) > limit) { // 0 if it is not a number

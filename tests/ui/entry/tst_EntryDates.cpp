@@ -1,6 +1,8 @@
 #include "EntryTest.h"
 #include "support/TestClass.h"
 
+#include <QLabel>
+
 using namespace Tarno;
 
 // The start and end date of an entry: their order, and the labels and keys that step them by one day.
