@@ -30,7 +30,6 @@ constexpr int detailHeight = fieldHeight + 45;
 
 constexpr double smallestFont = 1; // points
 constexpr double largestFont = 2160;
-constexpr double largestGrowingFont = 36; // with a larger one, a single row could take any number of pages
 
 std::int16_t Twips(int millimetres)
 {
@@ -95,8 +94,6 @@ void arLogList::LayOutColumns(int printableWidth)
             Detail.Height += lineHeight;
         }
         const QString dataName = FromUtf8(column.Text(FieldField::FieldName));
-        const double fontSize = FontSize(column);
-        const bool grows = ToInt16(column.Text(FieldField::Grow)) != 0 && fontSize <= largestGrowingFont;
         Fields.Add(dataName);
 
         ReportControl& label =
@@ -105,9 +102,10 @@ void arLogList::LayOutColumns(int printableWidth)
         label.VerticalAlignment = VerticalTextAlignment::Middle;
         label.MultiLine = true; // a long heading has room for a second line
 
-        ReportControl& field = AddField(Detail, QLatin1String("fld") + dataName, dataName,
-                                        {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
-                                        Tahoma(fontSize), grows);
+        ReportControl& field =
+            AddField(Detail, QLatin1String("fld") + dataName, dataName,
+                     {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
+                     Tahoma(FontSize(column)), ToInt16(column.Text(FieldField::Grow)) != 0);
         field.VerticalAlignment = VerticalTextAlignment::Middle;
         label.PaddingRight = field.PaddingRight = twipsPerColumnMillimetre; // keeps adjacent texts apart
 

@@ -76,11 +76,13 @@ void NormalizeLineBreaks(ReportSection& section)
 /// Keeps huge fonts from filling any number of pages, and from showing nothing but the space around a letter.
 void LimitFonts(ReportSection& section, TextMeasurer& measurer)
 {
-    constexpr int largestForBox = 4; // times the height of the box
+    constexpr int largestForBox = 4;     // times the height of the box
+    constexpr double largestToGrow = 36; // points; with a larger font, a row could take any number of pages
     for (ReportControl& control : section.Controls) {
+        const int room = control.Width - control.PaddingRight;
         if (control.CanGrow &&
-            measurer.For(control.Font).letterWidth > control.Width - control.PaddingRight) {
-            control.CanGrow = control.MultiLine = false; // every letter would take a line
+            (control.Font.Size > largestToGrow || measurer.For(control.Font).letterWidth > room)) {
+            control.CanGrow = control.MultiLine = false;
         }
         if (!control.CanGrow && control.Height > 0) {
             control.Font.Size =

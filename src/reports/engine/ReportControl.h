@@ -47,8 +47,8 @@ struct ReportControl {
     bool JoinsPrevious = false;
 
     // fields
-    QString DataField;      ///< name of the report field that it shows, case-insensitive
-    bool CanGrow = false;   ///< grows to fit its text, if a letter fits, and moves the controls below it down
+    QString DataField;    ///< name of the report field that it shows, case-insensitive
+    bool CanGrow = false; ///< grows to fit its text, unless its font is huge, and moves the controls below it
     bool MultiLine = false; ///< wraps its text and keeps its line breaks
     int PaddingRight = 0;   ///< space at the right that wrapped text leaves free
 

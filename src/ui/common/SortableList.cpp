@@ -42,10 +42,21 @@ protected:
         painter->save(); // the style leaves its clipping behind
         QHeaderView::paintSection(painter, section, column);
         painter->restore();
-        const auto icon = model()->headerData(column, orientation(), Qt::DecorationRole).value<QIcon>();
-        const QRect end = section.marginsRemoved({Margin(), 0, Margin(), 0});
-        icon.paint(painter, QStyle::alignedRect(layoutDirection(), Qt::AlignRight | Qt::AlignVCenter,
-                                                {IconSize(), IconSize()}, end));
+        const QSize size(IconSize(), IconSize());
+        QPixmap icon = model()
+                           ->headerData(column, orientation(), Qt::DecorationRole)
+                           .value<QIcon>()
+                           .pixmap(size, devicePixelRatioF());
+        if (!icon.isNull()) {
+            // in the colour of the heading, to be as visible in dark colours
+            QPainter colour(&icon);
+            colour.setCompositionMode(QPainter::CompositionMode_SourceIn);
+            colour.fillRect(icon.rect(), palette().color(QPalette::ButtonText));
+            colour.end();
+            painter->drawPixmap(QStyle::alignedRect(layoutDirection(), Qt::AlignRight | Qt::AlignVCenter,
+                                                    size, section.marginsRemoved({Margin(), 0, Margin(), 0})),
+                                icon);
+        }
     }
 
 private:
