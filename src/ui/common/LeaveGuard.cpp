@@ -178,6 +178,10 @@ bool LeaveGuard::eventFilter(QObject* receiver, QEvent* event)
     case QEvent::MouseButtonDblClick:
         return receiver == m_window->windowHandle() && RefusesPress(*static_cast<QMouseEvent*>(event));
     case QEvent::Wheel:
+        if (const auto* list = qobject_cast<QComboBox*>(receiver); list != nullptr && BelongsToWindow(list)) {
+            event->setAccepted(list->hasFocus()); // without the focus it would change without its check
+            return !list->hasFocus();             // Qt passes the event to the parent, which may scroll
+        }
         return receiver == m_window->windowHandle() &&
                RefusesWheel(static_cast<QWheelEvent*>(event)->position().toPoint());
     case QEvent::ShortcutOverride:
@@ -230,15 +234,9 @@ bool LeaveGuard::RefusesPress(const QMouseEvent& press)
 
 bool LeaveGuard::RefusesWheel(const QPoint& position)
 {
-    QWidget* turned = m_window->childAt(position);
-    if (Nearest(turned, [](QWidget* widget) { return qobject_cast<QTabBar*>(widget) != nullptr; }) !=
-        nullptr) {
-        return !Leave();
-    }
-    // an unfocused combo box would change without its check
-    const QWidget* list =
-        Nearest(turned, [](QWidget* widget) { return qobject_cast<QComboBox*>(widget) != nullptr; });
-    return list != nullptr && !list->hasFocus();
+    const QWidget* tabs = Nearest(m_window->childAt(position),
+                                  [](QWidget* widget) { return qobject_cast<QTabBar*>(widget) != nullptr; });
+    return tabs != nullptr && !Leave();
 }
 
 bool LeaveGuard::IsMnemonicOfDisabledSave(const QKeyEvent& key) const
