@@ -11,6 +11,7 @@
 #include <QScrollBar>
 #include <QStyleOptionHeader>
 
+#include <algorithm>
 #include <utility>
 
 namespace Tarno
@@ -98,8 +99,11 @@ void SortableList::FitColumns(const QStringList& samples, int stretched)
 void SortableList::SetRows(std::vector<TextTableModel::Row> rows)
 {
     const std::optional<QString> selected = SelectedKey();
+    const int place = currentIndex().row();
     m_model->SetRows(std::move(rows));
-    SelectKey(selected);
+    if (!selected || !SelectKey(*selected)) {
+        setCurrentIndex(m_model->index(std::min(std::max(place, 0), RowCount() - 1), 0));
+    }
     DescribeHint();
 }
 
@@ -176,17 +180,21 @@ void SortableList::SetCHIcons()
     Trap(ToUtf8(window()->objectName()), "SetCHIcons", [this] { m_model->ShowSortIcon(); });
 }
 
-void SortableList::SelectKey(const std::optional<QString>& key)
+bool SortableList::SelectKey(const QString& key)
 {
-    QModelIndex row = m_model->index(0, 0);
-    if (key) {
-        const QModelIndexList found =
-            m_model->match(row, TextTableModel::keyRole, *key, 1, Qt::MatchExactly | Qt::MatchCaseSensitive);
-        row = found.isEmpty() ? row : found.first();
+    const QModelIndexList found = m_model->match(m_model->index(0, 0), TextTableModel::keyRole, key, 1,
+                                                 Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (!found.isEmpty()) {
+        setCurrentIndex(found.first());
     }
-    if (row.isValid()) {
-        setCurrentIndex(row);
-    }
+    return !found.isEmpty();
+}
+
+QItemSelectionModel::SelectionFlags SortableList::selectionCommand(const QModelIndex& index,
+                                                                   const QEvent* event) const
+{
+    const QItemSelectionModel::SelectionFlags command = QTreeView::selectionCommand(index, event);
+    return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
 }
 
 void SortableList::mousePressEvent(QMouseEvent* event)

@@ -193,8 +193,10 @@ void fTarno::EditSelected(const char* routine, bool deleteMode)
 void fTarno::Add()
 {
     WithListGreyed("Add", [this] {
-        fEntry(m_program, this).SetData(0, false);
+        fEntry editor(m_program, this);
+        editor.SetData(0, false);
         LoadEntryList();
+        m_ui->lvwEntry->SelectKey(EntryRowKey(editor.Key()));
     });
 }
 
