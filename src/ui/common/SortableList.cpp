@@ -8,10 +8,12 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollBar>
 #include <QStyleOptionHeader>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace Tarno
@@ -94,6 +96,42 @@ void SortableList::FitColumns(const QStringList& samples, int stretched)
     setMinimumWidth(widths);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(stretched, QHeaderView::Stretch);
+    m_fittedWidths = ColumnWidths();
+}
+
+/// Returns the widths of all columns, 0 for the stretched one.
+QList<int> SortableList::ColumnWidths() const
+{
+    QList<int> widths;
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const bool isStretched = header()->sectionResizeMode(column) == QHeaderView::Stretch;
+        widths << (isStretched ? 0 : columnWidth(column));
+    }
+    return widths;
+}
+
+QList<int> SortableList::ChangedColumnWidths() const
+{
+    const QList<int> widths = ColumnWidths();
+    return widths == m_fittedWidths ? QList<int>() : widths;
+}
+
+void SortableList::SetColumnWidths(const QList<int>& widths)
+{
+    const int room = screen()->availableGeometry().width();
+    const bool isForColumns = std::equal(
+        widths.begin(), widths.end(), m_fittedWidths.begin(), m_fittedWidths.end(),
+        [&](int width, int fitted) {
+            return fitted == 0 ? width == 0 : width >= header()->minimumSectionSize() && width <= room;
+        });
+    if (!isForColumns || std::accumulate(widths.begin(), widths.end(), 0) > room) {
+        return;
+    }
+    for (int column = 0; column < widths.size(); ++column) {
+        if (widths[column] > 0) {
+            setColumnWidth(column, widths[column]);
+        }
+    }
 }
 
 void SortableList::SetRows(std::vector<TextTableModel::Row> rows)

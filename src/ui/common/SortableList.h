@@ -26,6 +26,13 @@ public:
     /// The minimum width of the list is the sum of the columns.
     void FitColumns(const QStringList& samples, int stretched);
 
+    /// Returns the widths of all columns, 0 for the stretched one, or an empty list if the user has not
+    /// changed any of them.
+    QList<int> ChangedColumnWidths() const;
+    /// Sets the widths of all columns but the stretched one. Does nothing if `widths` do not belong to these
+    /// columns or do not fit on the screen.
+    void SetColumnWidths(const QList<int>& widths);
+
     /// Replaces the rows and keeps the selected key. If that key is gone, selects the row that is now at its
     /// place, or the last row. Without a selection, selects the first row.
     void SetRows(std::vector<TextTableModel::Row> rows);
@@ -68,8 +75,10 @@ private:
     void SortBy(int column);
     void SetCHIcons();
     void DescribeHint();
+    QList<int> ColumnWidths() const;
 
     TextTableModel* m_model = nullptr;
+    QList<int> m_fittedWidths;
     QString m_hint;
 };
 

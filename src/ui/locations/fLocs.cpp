@@ -70,6 +70,7 @@ fLocs::fLocs(const Program& program, QWidget* parent)
         LoadLocations();
         SetControls();
     });
+    program.windows.Remember(*this);
 }
 
 fLocs::~fLocs() = default;
