@@ -2,6 +2,7 @@
 
 #include "LogFolder.h"
 #include "core/SettingsStore.h"
+#include "qt/Strings.h"
 #include "ui/common/DesktopPrompts.h"
 #include "ui/common/Program.h"
 #include "ui/common/SystemClock.h"
@@ -30,11 +31,12 @@ private:
     DesktopFileDialogs m_files;
     DesktopProgramStarter m_programs;
     DesktopPrinters m_printers;
+    RememberedWindows m_windows{FromUtf8(m_log.Path() + "/windows.ini")};
 
 public:
     cSQL sql{m_folder, *m_operations};
-    const Program program{m_folder,   sql,     m_descs,    m_settings, m_clock,
-                          m_messages, m_files, m_programs, m_printers, *m_operations};
+    const Program program{m_folder, sql,        m_descs,    m_settings,    m_clock,  m_messages,
+                          m_files,  m_programs, m_printers, *m_operations, m_windows};
 };
 
 } // namespace Tarno

@@ -13,8 +13,8 @@ for source in bench/bench_*.cpp; do
     bench=build/release/${source%.cpp}
     say "${bench##*/}" >&2
     case ${bench##*/} in
-    # shows its windows on a real display server
-    bench_start) QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum "$bench" "$@" 2>/dev/null ;;
+    # shows its windows on a real display server, with the sizes of a first start
+    bench_start) XDG_CONFIG_HOME=/nonexistent QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum "$bench" "$@" 2>/dev/null ;;
     *) QT_QPA_PLATFORM=offscreen "$bench" "$@" 2>/dev/null ;;
     esac || fail "${bench##*/} failed"
 done | awk -f bench/table.awk

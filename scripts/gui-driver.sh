@@ -31,8 +31,8 @@ await() {
     done
 }
 
-# start [<data folder>]: starts the window manager and the program, whose settings are in $out/home; without a
-# folder, the program uses the default data folder of the user
+# start [<data folder>]: starts the window manager and the program, whose settings and remembered windows are in
+# $out/home; without a folder, the program uses the default data folder of the user
 start() {
     log=${1:-${XDG_DATA_HOME:-$HOME/.local/share}/Tarno}
     mkdir -p "$out/home"

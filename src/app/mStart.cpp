@@ -41,10 +41,11 @@ int mStart::Main(const DataFolder& folder)
     const cDescs descs;
     const auto store = SystemSettingsStore(*operations);
     CRegSettings settings(*store);
-    const Program program{programFolder, sql,   descs,    settings, clock,
-                          messages,      files, programs, printers, *operations};
+    const RememberedWindows windows(RememberedWindows::DefaultFile());
+    const Program program{programFolder, sql,      descs,    settings,    clock,  messages,
+                          files,         programs, printers, *operations, windows};
 
-    const HelpKey helpKey;
+    const HelpKey helpKey(windows);
     const ScreenFit screenFit;
     int exitCode = 1;
     if (sql.Init() == succeeded) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/SettingsFile.h"
+#include "qt/Strings.h"
 #include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 #include "support/ExpectedReports.h"
@@ -119,8 +120,10 @@ public:
     cDescs descs;
     SettingsFile store{folder.PathOf("settings.xml"), operations};
     CRegSettings settings{store};
-    const Program program{programFolder, sql,   descs,    settings, clock,
-                          messages,      files, programs, printers, operations};
+    TemporaryFolder stateFolder;
+    RememberedWindows windows{FromUtf8(stateFolder.PathOf("windows.ini"))};
+    const Program program{programFolder, sql,      descs,    settings,   clock,  messages,
+                          files,         programs, printers, operations, windows};
 
 private:
     void CopyShipped(const std::string& from) const

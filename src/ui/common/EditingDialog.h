@@ -6,6 +6,8 @@
 
 #include <QDialog>
 
+#include <string>
+
 class QPushButton;
 
 namespace Tarno
@@ -24,6 +26,9 @@ class EditingDialog : public QDialog
 public:
     /// Asks about unsaved changes, then closes. Called by "Close", Esc and the close box.
     void reject() override;
+
+    /// Returns the key of the record. A new record has the key "0" until it is saved.
+    std::string Key() const { return m_record.Text(0); }
 
 protected:
     using UpdateOperation = Status (cSQL::*)(Record&);

@@ -7,6 +7,7 @@
 #include "store/cDescs.h"
 #include "store/cSQL.h"
 #include "ui/common/Prompts.h"
+#include "ui/common/RememberedWindows.h"
 
 namespace Tarno
 {
@@ -24,6 +25,7 @@ struct Program {
     ProgramStarter& programs;
     Printers& printers;
     FileOperations& operations;
+    const RememberedWindows& windows;
 };
 
 } // namespace Tarno

@@ -9,10 +9,13 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollBar>
 #include <QStyleOptionHeader>
 #include <QToolTip>
 
+#include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace Tarno
@@ -106,13 +109,52 @@ void SortableList::FitColumns(const QStringList& samples, int stretched)
     setMinimumWidth(widths);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(stretched, QHeaderView::Stretch);
+    m_fittedWidths = ColumnWidths();
+}
+
+/// Returns the widths of all columns, 0 for the stretched one.
+QList<int> SortableList::ColumnWidths() const
+{
+    QList<int> widths;
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const bool isStretched = header()->sectionResizeMode(column) == QHeaderView::Stretch;
+        widths << (isStretched ? 0 : columnWidth(column));
+    }
+    return widths;
+}
+
+QList<int> SortableList::ChangedColumnWidths() const
+{
+    const QList<int> widths = ColumnWidths();
+    return widths == m_fittedWidths ? QList<int>() : widths;
+}
+
+void SortableList::SetColumnWidths(const QList<int>& widths)
+{
+    const int room = screen()->availableGeometry().width();
+    const bool isForColumns = std::equal(
+        widths.begin(), widths.end(), m_fittedWidths.begin(), m_fittedWidths.end(),
+        [&](int width, int fitted) {
+            return fitted == 0 ? width == 0 : width >= header()->minimumSectionSize() && width <= room;
+        });
+    if (!isForColumns || std::accumulate(widths.begin(), widths.end(), 0) > room) {
+        return;
+    }
+    for (int column = 0; column < widths.size(); ++column) {
+        if (widths[column] > 0) {
+            setColumnWidth(column, widths[column]);
+        }
+    }
 }
 
 void SortableList::SetRows(std::vector<TextTableModel::Row> rows)
 {
     const std::optional<QString> selected = SelectedKey();
+    const int place = currentIndex().row();
     m_model->SetRows(std::move(rows));
-    SelectKey(selected);
+    if (!selected || !SelectKey(*selected)) {
+        setCurrentIndex(m_model->index(std::min(std::max(place, 0), RowCount() - 1), 0));
+    }
     DescribeHint();
 }
 
@@ -206,17 +248,21 @@ void SortableList::SetCHIcons()
     Trap(ToUtf8(window()->objectName()), "SetCHIcons", [this] { m_model->ShowSortIcon(); });
 }
 
-void SortableList::SelectKey(const std::optional<QString>& key)
+bool SortableList::SelectKey(const QString& key)
 {
-    QModelIndex row = m_model->index(0, 0);
-    if (key) {
-        const QModelIndexList found =
-            m_model->match(row, TextTableModel::keyRole, *key, 1, Qt::MatchExactly | Qt::MatchCaseSensitive);
-        row = found.isEmpty() ? row : found.first();
+    const QModelIndexList found = m_model->match(m_model->index(0, 0), TextTableModel::keyRole, key, 1,
+                                                 Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (!found.isEmpty()) {
+        setCurrentIndex(found.first());
     }
-    if (row.isValid()) {
-        setCurrentIndex(row);
-    }
+    return !found.isEmpty();
+}
+
+QItemSelectionModel::SelectionFlags SortableList::selectionCommand(const QModelIndex& index,
+                                                                   const QEvent* event) const
+{
+    const QItemSelectionModel::SelectionFlags command = QTreeView::selectionCommand(index, event);
+    return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
 }
 
 void SortableList::mousePressEvent(QMouseEvent* event)

@@ -26,8 +26,15 @@ public:
     /// The minimum width of the list is the sum of the columns.
     void FitColumns(const QStringList& samples, int stretched);
 
-    /// Replaces the rows. Selects the row with the previously selected key, or the first row if that key is
-    /// gone.
+    /// Returns the widths of all columns, 0 for the stretched one, or an empty list if the user has not
+    /// changed any of them.
+    QList<int> ChangedColumnWidths() const;
+    /// Sets the widths of all columns but the stretched one. Does nothing if `widths` do not belong to these
+    /// columns or do not fit on the screen.
+    void SetColumnWidths(const QList<int>& widths);
+
+    /// Replaces the rows and keeps the selected key. If that key is gone, selects the row that is now at its
+    /// place, or the last row. Without a selection, selects the first row.
     void SetRows(std::vector<TextTableModel::Row> rows);
 
     /// Sets the text shown in the middle of an empty list. It is also the accessible description.
@@ -38,8 +45,11 @@ public:
     void keyboardSearch(const QString& typed) override;
 
     int RowCount() const;
-    /// Returns the key of the selected row, if any.
+    /// Returns the key of the selected row. If there are rows, one of them is selected.
     std::optional<QString> SelectedKey() const;
+    /// Selects the row with that key and scrolls to it. Returns false and keeps the selection if no row has
+    /// the key.
+    bool SelectKey(const QString& key);
 
     /// Enables the list, or disables and greys it while another window works on the same records.
     void SetUsable(bool usable);
@@ -58,14 +68,18 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    /// Like QTreeView, but Ctrl+click and Ctrl+Space keep the selected row selected.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
 
 private:
     void SortBy(int column);
     void SetCHIcons();
     void DescribeHint();
-    void SelectKey(const std::optional<QString>& key);
+    QList<int> ColumnWidths() const;
 
     TextTableModel* m_model = nullptr;
+    QList<int> m_fittedWidths;
     QString m_hint;
 };
 

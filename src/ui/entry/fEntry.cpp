@@ -28,6 +28,7 @@ fEntry::fEntry(const Program& program, QWidget* parent)
         Edited().SetChanged(true);
         UpdateSaveButton();
     });
+    program.windows.Remember(*this);
 }
 
 fEntry::~fEntry() = default;

@@ -2,6 +2,7 @@
 
 #include "core/ErrorLog.h"
 #include "ui/common/Handle.h"
+#include "ui/common/RememberedWindows.h"
 
 #include <QApplication>
 #include <QFile>
@@ -84,7 +85,7 @@ void fHelp::ShowContents()
     m_browser->setSource(QUrl(QStringLiteral("qrc:/manual/index.html")));
 }
 
-HelpKey::HelpKey()
+HelpKey::HelpKey(const RememberedWindows& windows) : m_windows(windows)
 {
     qApp->installEventFilter(this);
 }
@@ -95,7 +96,7 @@ bool HelpKey::eventFilter(QObject* object, QEvent* event)
         static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) {
         return QObject::eventFilter(object, event);
     }
-    Trap(module, "F1", [] {
+    Trap(module, "F1", [this] {
         QWidget* window = QApplication::activeWindow();
         if (qobject_cast<fHelp*>(window) != nullptr) {
             return;
@@ -104,6 +105,7 @@ bool HelpKey::eventFilter(QObject* object, QEvent* event)
             window == nullptr ? nullptr : window->findChild<fHelp*>(QString(), Qt::FindDirectChildrenOnly);
         if (help == nullptr) {
             help = new fHelp(window);
+            m_windows.Remember(*help);
         }
         help->ShowPageFor(window);
         help->show();

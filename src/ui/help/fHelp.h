@@ -7,6 +7,8 @@ class QTextBrowser;
 namespace Tarno
 {
 
+class RememberedWindows;
+
 /// The manual, with one page for each window of the program. It is not modal.
 class fHelp : public QDialog
 {
@@ -31,10 +33,14 @@ class HelpKey : public QObject
     Q_OBJECT
 
 public:
-    /// Installs the key for the whole program until the object is destroyed.
-    HelpKey();
+    /// Installs the key for the whole program until the object is destroyed. `windows` must outlive the
+    /// object.
+    explicit HelpKey(const RememberedWindows& windows);
 
     bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    const RememberedWindows& m_windows;
 };
 
 } // namespace Tarno

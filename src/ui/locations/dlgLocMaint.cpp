@@ -46,6 +46,7 @@ dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
     ConnectButtons(m_ui->cmdOK, m_ui->cmdCancel);
     connect(m_ui->chkDST, &QCheckBox::clicked, this, &dlgLocMaint::chkDST_Click);
     connect(m_ui->picturePanel, &PicturePanel::PictureChanged, this, &dlgLocMaint::UpdateSaveButton);
+    program.windows.Remember(*this);
 }
 
 dlgLocMaint::~dlgLocMaint() = default;

@@ -23,6 +23,11 @@ namespace
 
 constexpr std::string_view module = "fLocs";
 
+QString RowKey(const std::string& locationNumber)
+{
+    return FromUtf8(locationNumber) + QLatin1Char('K');
+}
+
 /// Returns the caption for an access code that the location dialog uses.
 QString AccessWord(std::string_view code)
 {
@@ -65,6 +70,7 @@ fLocs::fLocs(const Program& program, QWidget* parent)
         LoadLocations();
         SetControls();
     });
+    program.windows.Remember(*this);
 }
 
 fLocs::~fLocs() = default;
@@ -79,7 +85,7 @@ void fLocs::LoadLocations()
         }
         rows.reserve(locations.size());
         for (const RecordView& location : locations) {
-            rows.push_back({FromUtf8(location.Text(LocationField::LocNo)) + QLatin1Char('K'),
+            rows.push_back({RowKey(location.Text(LocationField::LocNo)),
                             {ShownInOneLine(location.Text(LocationField::LocName)),
                              AccessWord(location.Text(LocationField::LocAccess)),
                              FromUtf8(location.Text(LocationField::LocLatt)),
@@ -110,8 +116,12 @@ std::int16_t fLocs::SelectedLocation() const
 void fLocs::ShowLocationDialog(std::int16_t locationNumber, bool deleteMode)
 {
     SetControls();
-    dlgLocMaint(m_program, this).SetData(locationNumber, deleteMode);
+    dlgLocMaint dialog(m_program, this);
+    dialog.SetData(locationNumber, deleteMode);
     LoadLocations();
+    if (locationNumber == 0) {
+        m_ui->lvwLocs->SelectKey(RowKey(dialog.Key()));
+    }
     SetControls();
     m_ui->lvwLocs->setFocus();
 }

@@ -73,6 +73,11 @@ int StretchedLogColumn()
     return static_cast<int>(LogSamples().indexOf(QString()));
 }
 
+QString EntryRowKey(const std::string& number)
+{
+    return QLatin1Char('K') + FromUtf8(number);
+}
+
 void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entries,
                 const std::function<std::string(const std::string&)>& locationName)
 {
@@ -99,7 +104,7 @@ void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entrie
     };
     rows.reserve(rows.size() + entries.size());
     for (const RecordView& entry : entries) {
-        rows.push_back({QLatin1Char('K') + FromUtf8(entry.Text(EntryField::TarnoNo)),
+        rows.push_back({EntryRowKey(entry.Text(EntryField::TarnoNo)),
                         TextsOf([&](const LogColumn& column) { return cell(entry, column); })});
     }
 }

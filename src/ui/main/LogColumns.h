@@ -22,8 +22,11 @@ QStringList LogSamples();
 /// Returns the index of the column that takes the remaining space.
 int StretchedLogColumn();
 
-/// Appends a row for each entry in the given order. The key of a row is "K" followed by the number of the
-/// entry. Calls `locationName` once for each location number. A missing value is empty.
+/// Returns the key of the row of an entry: "K" followed by the number of the entry.
+QString EntryRowKey(const std::string& number);
+
+/// Appends a row for each entry in the given order. Calls `locationName` once for each location number. A
+/// missing value is empty.
 void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entries,
                 const std::function<std::string(const std::string&)>& locationName);
 

@@ -47,6 +47,7 @@ fTarno::fTarno(const Program& program)
     MakeCommands();
     ConnectHandlers();
     Form_Load();
+    m_program.windows.Remember(*this);
 }
 
 fTarno::~fTarno() = default;
@@ -106,6 +107,7 @@ void fTarno::Form_Load()
 {
     Trap(module, "Form_Load", [this] {
         LoadEntryList();
+        m_ui->lvwEntry->SelectKey(m_program.windows.SelectedRow(FromUtf8(m_program.folder.GetAppPath())));
         RecordList locations;
         m_program.sql.LocationList(locations); // reports unreadable locations, once
         EnableCommands();
@@ -193,8 +195,10 @@ void fTarno::EditSelected(const char* routine, bool deleteMode)
 void fTarno::Add()
 {
     WithListGreyed("Add", [this] {
-        fEntry(m_program, this).SetData(0, false);
+        fEntry editor(m_program, this);
+        editor.SetData(0, false);
         LoadEntryList();
+        m_ui->lvwEntry->SelectKey(EntryRowKey(editor.Key()));
     });
 }
 
@@ -263,6 +267,9 @@ void fTarno::cmdExit_Click()
                                           .byDefault = Button::No});
         if (answer == Button::Yes && ConfirmLosingChanges()) {
             m_exitConfirmed = true;
+            if (const auto selected = m_ui->lvwEntry->SelectedKey()) {
+                m_program.windows.SetSelectedRow(FromUtf8(m_program.folder.GetAppPath()), *selected);
+            }
             m_program.sql.DeInit();
             Q_EMIT ExitConfirmed();
         }

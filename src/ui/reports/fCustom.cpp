@@ -50,6 +50,7 @@ fCustom::fCustom(const Program& program, QWidget* parent)
     Handle(m_ui->lstField, &QListWidget::currentRowChanged, "Click", this, [this] { lstField_Click(); });
     Handle(m_ui->cmdOK, &QPushButton::clicked, "Click", this, [this] { cmdOK_Click(); });
     Trap(module, "Form_Load", [this] { Form_Load(); });
+    program.windows.Remember(*this);
 }
 
 fCustom::~fCustom() = default;

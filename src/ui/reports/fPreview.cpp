@@ -58,6 +58,7 @@ fPreview::fPreview(const Program& program, Report& report, QWidget* parent)
     m_view->setFocus();
     Handle(m_view, &PreviewView::CurrentPageChanged, "PageChange", this, [this] { ShowPage(); });
     Handle(m_view, &PreviewView::ZoomChanged, "ZoomChange", this, [this] { ShowZoom(); });
+    program.windows.Remember(*this);
 }
 
 fPreview::~fPreview() = default;

@@ -36,6 +36,7 @@ fRptLog::fRptLog(const Program& program, QWidget* parent)
     Handle(m_ui->cmdPreview, &QPushButton::clicked, "Click", this, [this] { CreateReport(); });
     Handle(m_ui->cmdClose, &QPushButton::clicked, "Click", this, [this] { reject(); });
     Trap(builderModule, "Form_Load", [this] { Form_Load(); });
+    program.windows.Remember(*this);
 }
 
 fRptLog::~fRptLog() = default;

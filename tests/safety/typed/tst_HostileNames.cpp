@@ -374,9 +374,10 @@ private Q_SLOTS:
         }
         const auto before = Tree(program.folder);
         Answers answers;
-        const Program autoAnswered{program.programFolder, program.sql,       program.descs, program.settings,
-                                   program.clock,         answers,           program.files, program.programs,
-                                   program.printers,      program.operations};
+        const Program autoAnswered{program.programFolder, program.sql,      program.descs,
+                                   program.settings,      program.clock,    answers,
+                                   program.files,         program.programs, program.printers,
+                                   program.operations,    program.windows};
         RunInDialog(
             "fEntry", [&] { fEntry(autoAnswered, nullptr).SetData(1, false); }, [](QDialog&) {});
         RunInDialog(
@@ -425,9 +426,10 @@ private Q_SLOTS:
         QVERIFY(HasCell(window, "lvwEntry", shown));
         QCOMPARE(FindNonLiteralControl(window, shown), QString());
         Answers answers;
-        const Program autoAnswered{program.programFolder, program.sql,       program.descs, program.settings,
-                                   program.clock,         answers,           program.files, program.programs,
-                                   program.printers,      program.operations};
+        const Program autoAnswered{program.programFolder, program.sql,      program.descs,
+                                   program.settings,      program.clock,    answers,
+                                   program.files,         program.programs, program.printers,
+                                   program.operations,    program.windows};
         RunInDialog(
             "fLocs", [&] { fLocs(autoAnswered, nullptr).exec(); },
             [&](QDialog& dialog) {

@@ -176,15 +176,46 @@ private Q_SLOTS:
         QCOMPARE(list.Selected(), "a");
     }
 
-    void selection_rowRemoved_movesToTheFirst()
+    void selection_rowRemoved_movesToItsNeighbour()
+    {
+        ShownList list;
+        list.Show({"b", "d", "a", "c"});
+        list.ClickHeading(0);
+        list.ClickHeading(0); // d, c, b, a
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
+        list.Show({"b", "d", "a"});
+        QCOMPARE(list.Selected(), "b"); // now at the place of c
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(2));
+        list.Show({"b", "d"});
+        QCOMPARE(list.Selected(), "b"); // the last row
+    }
+
+    void selectKey_scrollsToTheRow()
+    {
+        ShownList list;
+        Texts names;
+        for (char letter = 'a'; letter <= 'z'; ++letter) {
+            names.emplace_back(1, letter);
+        }
+        list.Show(names);
+        list.Show(names);
+        QVERIFY(list.SelectKey(QStringLiteral("z")));
+        QCOMPARE(list.Selected(), "z");
+        QVERIFY(list.viewport()->rect().contains(list.visualRect(list.currentIndex())));
+        QVERIFY(!list.SelectKey(QStringLiteral("0")));
+        QCOMPARE(list.Selected(), "z");
+    }
+
+    void selection_ctrlClickAndCtrlSpace_keepIt()
     {
         ShownList list;
         list.Show({"b", "c", "a"});
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(2));
-        list.ClickHeading(0);
-        list.ClickHeading(0);
-        list.Show({"b", "c"});
-        QCOMPARE(list.Selected(), "c"); // the first row in the sort order
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, list.PointIn(0));
+        QCOMPARE(list.Selected(), "b");
+        QTest::keyClick(&list, Qt::Key_Space, Qt::ControlModifier);
+        QCOMPARE(list.Selected(), "b");
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, list.PointIn(1));
+        QCOMPARE(list.Selected(), "c");
     }
 
     void selection_allRowsRemoved_isNone()

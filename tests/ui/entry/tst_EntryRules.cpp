@@ -1,6 +1,7 @@
 #include "EntryTest.h"
 #include "support/TestClass.h"
 
+#include <QLabel>
 #include <QClipboard>
 #include <QDropEvent>
 #include <QInputMethodEvent>

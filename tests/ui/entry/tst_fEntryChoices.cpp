@@ -1,6 +1,8 @@
 #include "EntryTest.h"
 #include "support/TestClass.h"
 
+#include <QLabel>
+
 using namespace Tarno;
 
 // Choosing the options of an entry and its location.

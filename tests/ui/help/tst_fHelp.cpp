@@ -1,7 +1,10 @@
 // The manual: its pages, links and pictures, and the key that opens it.
 
+#include "qt/Strings.h"
+#include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
 #include "support/Windows.h"
+#include "ui/common/RememberedWindows.h"
 #include "ui/help/fHelp.h"
 
 #include <QDir>
@@ -106,7 +109,7 @@ private Q_SLOTS:
 
     void f1_opensThePageOfTheActiveWindow()
     {
-        const HelpKey key;
+        const HelpKey key(m_windows);
         const ActiveWindow window("fRptLog");
         Press(window, Qt::Key_F1);
         QVERIFY(window.Help() != nullptr);
@@ -117,7 +120,7 @@ private Q_SLOTS:
 
     void f1_inAWindowWithoutAPage_opensTheContents()
     {
-        const HelpKey key;
+        const HelpKey key(m_windows);
         const ActiveWindow window("other");
         Press(window, Qt::Key_F1);
         QCOMPARE(window.ShownPage(), QStringLiteral("index.html"));
@@ -125,7 +128,7 @@ private Q_SLOTS:
 
     void f1_again_opensNoSecondManual()
     {
-        const HelpKey key;
+        const HelpKey key(m_windows);
         ActiveWindow window("fLocs");
         Press(window, Qt::Key_F1);
         fHelp* help = window.Help();
@@ -140,7 +143,7 @@ private Q_SLOTS:
 
     void f1_inAModalWindow_opensAManualThatCanBeUsed()
     {
-        const HelpKey key;
+        const HelpKey key(m_windows);
         QDialog dialog;
         dialog.setObjectName(QStringLiteral("fCustom"));
         WhileOpen(
@@ -167,6 +170,31 @@ private Q_SLOTS:
         Press(window, Qt::Key_F1);
         QVERIFY(window.Help() == nullptr);
     }
+
+    void manual_keepsItsSize()
+    {
+        const HelpKey key(m_windows);
+        ActiveWindow window("fLocs");
+        constexpr QSize wanted(700, 500);
+        for (int time = 0; time < 2; ++time) {
+            window.activateWindow();
+            AwaitActive(window);
+            Press(window, Qt::Key_F1);
+            const QPointer<fHelp> help = window.Help();
+            AwaitActive(*help);
+            if (time == 0) {
+                QVERIFY(help->size() != wanted);
+                help->resize(wanted);
+            }
+            QCOMPARE(help->size(), wanted);
+            help->close();
+            QTRY_VERIFY_WITH_TIMEOUT(help.isNull(), awaitTimeout);
+        }
+    }
+
+private:
+    TemporaryFolder m_folder;
+    RememberedWindows m_windows{FromUtf8(m_folder.PathOf("windows.ini"))};
 };
 
 TEST_CLASS(tst_fHelp)

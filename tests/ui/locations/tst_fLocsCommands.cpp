@@ -101,6 +101,10 @@ private Q_SLOTS:
                 SaveAndClose(location);
             });
             QCOMPARE(LocationNames(listing), (std::vector<std::string>{"Zeehan", "Albany"}));
+            QCOMPARE(Selected(listing), "2K");
+            ClickRow(listing, 0);
+            WhileOpen(
+                "dlgLocMaint", [&] { Click(listing, "cmdAdd"); }, [](QDialog& location) { Close(location); });
             QCOMPARE(Selected(listing), "1K");
             CloseListing(listing);
         });
@@ -169,7 +173,7 @@ private Q_SLOTS:
                 Click(listing, "cmdDelete");
             }
             QCOMPARE(LocationNames(listing), (std::vector<std::string>{"Mandurah", "Albany"}));
-            QCOMPARE(Selected(listing), "1K");
+            QCOMPARE(Selected(listing), "3K");
             CloseListing(listing);
         });
         QCOMPARE(program.Stored("location.xml").size(), 2U);

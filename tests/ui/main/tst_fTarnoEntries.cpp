@@ -5,6 +5,19 @@ using namespace Tarno;
 
 // The commands of the main window for entries, run by toolbar, menu, mouse and keyboard.
 
+namespace
+{
+
+void SaveAndClose(QDialog& editor)
+{
+    Find<QWidget>(editor, "txtTideLowHt").setFocus();
+    Type(editor, "1");
+    Click(editor, "cmdOK");
+    Click(editor, "cmdCancel");
+}
+
+} // namespace
+
 class tst_fTarnoEntries : public QObject
 {
     Q_OBJECT
@@ -25,6 +38,7 @@ private Q_SLOTS:
                 Click(editor, "cmdCancel");
             });
         QCOMPARE(Keys(window), (Texts{"K1", "K2"}));
+        QCOMPARE(Selected(window), "K1");
     }
 
     void edit_opensTheSelectedEntry_data()
@@ -118,21 +132,51 @@ private Q_SLOTS:
         QVERIFY(List(window).isEnabled());
     }
 
-    void add_savedEntry_isShownAndTheSelectionStays()
+    void add_savedEntry_isSelected()
     {
         TwoTrips program;
         ShownLog window(program);
         ClickRow(window, 1);
         WhileOpen(
-            "fEntry", [&] { window.Add(); },
-            [](QDialog& editor) {
-                Find<QWidget>(editor, "txtTideLowHt").setFocus();
-                Type(editor, "1");
-                Click(editor, "cmdOK");
-                Click(editor, "cmdCancel");
-            });
+            "fEntry", [&] { window.Add(); }, SaveAndClose);
         QCOMPARE(Keys(window), (Texts{"K1", "K2", "K3"}));
-        QCOMPARE(Selected(window), "K2");
+        QCOMPARE(Selected(window), "K3");
+    }
+
+    void add_inALongSortedList_scrollsToTheNewEntry()
+    {
+        TwoTrips program;
+        for (int trip = 0; trip < 100; ++trip) {
+            program.AddEntry({{EntryField::StartDate, "1999-02-07"}, {EntryField::LocNo, "1"}});
+        }
+        ShownLog window(program);
+        ClickHeading(window, Column::From);
+        WhileOpen(
+            "fEntry", [&] { window.Add(); }, SaveAndClose);
+        QCOMPARE(Selected(window), "K103");
+        QVERIFY(List(window).currentIndex().row() > 99);
+        QVERIFY(
+            List(window).viewport()->rect().contains(List(window).visualRect(List(window).currentIndex())));
+    }
+
+    void add_whileAnotherProgramAdds_selectsOurEntry()
+    {
+        TwoTrips program;
+        ShownLog window(program);
+        WhileOpen(
+            "fEntry", [&] { window.Add(); },
+            [&](QDialog& editor) {
+                cSQL other(program.programFolder, program.operations);
+                Record theirs;
+                QCOMPARE(other.Init(), succeeded);
+                QCOMPARE(other.EntryGet(0, theirs), succeeded);
+                theirs.SetText(EntryField::LocNo, "1");
+                QCOMPARE(other.EntryUpdate(theirs), succeeded);
+                SaveAndClose(editor);
+            });
+        QCOMPARE(Keys(window), (Texts{"K1", "K2", "K3", "K4"}));
+        QCOMPARE(Selected(window), "K4");
+        QVERIFY(RowText(window, 2).starts_with(" | "));
     }
 
     void delete_asksWithoutAWindowAndRemoves_data() { AddWays({Way::Toolbar, Way::Menu, Way::Key}); }
@@ -151,6 +195,21 @@ private Q_SLOTS:
         QCOMPARE(Keys(window), Texts{"K1"});
         QCOMPARE(Selected(window), "K1");
         QVERIFY(program.StoredEntry(2).empty());
+    }
+
+    void delete_selectsTheNeighbour()
+    {
+        TwoTrips program;
+        program.AddEntry({{EntryField::StartDate, "2003-02-04"}, {EntryField::LocNo, "1"}});
+        ShownLog window(program);
+        ClickHeading(window, Column::From); // K3, K1, K2
+        ClickRow(window, 1);
+        program.messages.Expect(deleteQuestion, Button::Yes);
+        window.Delete();
+        QCOMPARE(Selected(window), "K2");
+        program.messages.Expect(deleteQuestion, Button::Yes);
+        window.Delete();
+        QCOMPARE(Selected(window), "K3");
     }
 
     void delete_no_leavesTheRow()

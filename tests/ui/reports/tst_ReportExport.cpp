@@ -227,7 +227,8 @@ private Q_SLOTS:
                               failing,
                               parts.program.programs,
                               parts.program.printers,
-                              parts.program.operations};
+                              parts.program.operations,
+                              parts.program.windows};
         shown.program.reports.Expect("mMain", format == Format::Rtf ? "RTFExport" : "PDFExport",
                                      ErrorNumber::OutOfMemory);
         if (format == Format::Rtf) {

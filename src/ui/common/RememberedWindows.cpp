@@ -1,0 +1,146 @@
+#include "RememberedWindows.h"
+
+#include "SortableList.h"
+
+#include <QCryptographicHash>
+#include <QEvent>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSettings>
+#include <QStandardPaths>
+
+#include <utility>
+
+namespace Tarno
+{
+
+namespace
+{
+
+constexpr QLatin1String geometry("geometry"); ///< when the window is not maximised
+constexpr QLatin1String maximised("maximised");
+
+/// Calls `use` with the settings in `file`. Does nothing if another kind of file has that name, because
+/// opening a pipe could block forever.
+template <typename Use>
+void WithSettings(const QString& file, Use&& use)
+{
+    const QFileInfo info(file);
+    if (info.isFile() || !info.exists()) {
+        QSettings settings(file, QSettings::IniFormat);
+        use(settings);
+    }
+}
+
+QString KeyOf(const QWidget& window, const QString& value)
+{
+    return window.objectName() + QLatin1Char('/') + value;
+}
+
+/// Identifies the log by its folder. The keys of settings are case-insensitive, paths may not be.
+QString SelectionKey(const QString& folder)
+{
+    const QByteArray path = QFileInfo(folder).canonicalFilePath().toUtf8();
+    return QLatin1String("selected/") +
+           QString::fromLatin1(QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex());
+}
+
+/// Restores the size, cut to the screen, and the position, if the window is completely on a screen there.
+/// Does not use QWidget::restoreGeometry, which accepts damaged values.
+void RestoreGeometry(QWidget& window, const QRect& saved)
+{
+    const QScreen* screen = QGuiApplication::screenAt(saved.center());
+    if (screen != nullptr && screen->availableGeometry().contains(saved)) {
+        window.setGeometry(saved);
+    } else {
+        window.resize(saved.size().boundedTo(window.screen()->availableGeometry().size()));
+    }
+}
+
+void Restore(QWidget& window, const QSettings& settings)
+{
+    if (const QRect saved = settings.value(KeyOf(window, geometry)).toRect(); saved.isValid()) {
+        RestoreGeometry(window, saved);
+    }
+    if (settings.value(KeyOf(window, maximised)).toBool()) {
+        window.setWindowState(window.windowState() | Qt::WindowMaximized);
+    }
+    for (SortableList* list : window.findChildren<SortableList*>()) {
+        QList<int> widths;
+        for (const QVariant& width : settings.value(KeyOf(window, list->objectName())).toList()) {
+            widths << width.toInt();
+        }
+        list->SetColumnWidths(widths);
+    }
+}
+
+void Save(const QWidget& window, QSettings& settings)
+{
+    settings.setValue(KeyOf(window, geometry), window.normalGeometry());
+    settings.setValue(KeyOf(window, maximised), window.isMaximized());
+    for (const SortableList* list : window.findChildren<SortableList*>()) {
+        const QList<int> widths = list->ChangedColumnWidths();
+        const QString key = KeyOf(window, list->objectName());
+        if (widths.isEmpty()) {
+            settings.remove(key);
+        } else {
+            settings.setValue(key, QVariantList(widths.begin(), widths.end()));
+        }
+    }
+}
+
+/// Saves its parent, a window, whenever that is hidden.
+class SaveOnHide final : public QObject
+{
+public:
+    SaveOnHide(QWidget* window, QString file) : QObject(window), m_file(std::move(file))
+    {
+        window->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Hide && !event->spontaneous()) { // not when it is minimised
+            WithSettings(m_file, [watched](QSettings& settings) {
+                Save(*static_cast<const QWidget*>(watched), settings);
+            });
+        }
+        return false;
+    }
+
+private:
+    QString m_file;
+};
+
+} // namespace
+
+QString RememberedWindows::DefaultFile()
+{
+    // not "tarno", which is the data folder on Windows
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QLatin1String("/tarno-state/windows.ini");
+}
+
+RememberedWindows::RememberedWindows(QString file) : m_file(std::move(file)) {}
+
+void RememberedWindows::Remember(QWidget& window) const
+{
+    WithSettings(m_file, [&window](const QSettings& settings) { Restore(window, settings); });
+    new SaveOnHide(&window, m_file);
+}
+
+QString RememberedWindows::SelectedRow(const QString& folder) const
+{
+    QString key;
+    WithSettings(m_file,
+                 [&](const QSettings& settings) { key = settings.value(SelectionKey(folder)).toString(); });
+    return key;
+}
+
+void RememberedWindows::SetSelectedRow(const QString& folder, const QString& key) const
+{
+    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(SelectionKey(folder), key); });
+}
+
+} // namespace Tarno

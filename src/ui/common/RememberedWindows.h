@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace Tarno
+{
+
+/// Remembers the windows between runs of the program, in a file of its own. Values that are damaged or no
+/// longer fit are ignored. If the file cannot be read or written, nothing is remembered and nothing reported.
+class RememberedWindows
+{
+public:
+    /// Returns the file in the user's configuration folder. It is not in the data folder on any platform.
+    static QString DefaultFile();
+
+    /// Creates the file and its folder when there is something to remember.
+    explicit RememberedWindows(QString file);
+
+    /// Restores size, position and column widths of `window`, and remembers them whenever it is hidden. The
+    /// object name identifies the window. Call it once, before the window is shown and after its lists have
+    /// got their columns.
+    void Remember(QWidget& window) const;
+
+    /// Returns the key of the row that was selected last in the log in `folder`, or an empty string.
+    QString SelectedRow(const QString& folder) const;
+    void SetSelectedRow(const QString& folder, const QString& key) const;
+
+private:
+    QString m_file;
+};
+
+} // namespace Tarno
