@@ -1,10 +1,10 @@
 #include "EntryTest.h"
 #include "support/TestClass.h"
 
-#include <QLabel>
 #include <QClipboard>
 #include <QDropEvent>
 #include <QInputMethodEvent>
+#include <QLabel>
 #include <QLocale>
 #include <QMimeData>
 
