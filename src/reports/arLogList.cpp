@@ -30,6 +30,7 @@ constexpr int detailHeight = fieldHeight + 45;
 
 constexpr double smallestFont = 1; // points
 constexpr double largestFont = 2160;
+constexpr double largestGrowingFont = 36; // with a larger one, a row could take any number of pages
 
 std::int16_t Twips(int millimetres)
 {
@@ -107,6 +108,7 @@ void arLogList::LayOutColumns(int printableWidth)
                      {Twips(left), Twips(top - headingTop), Twips(width), fieldHeight},
                      Tahoma(FontSize(column)), ToInt16(column.Text(FieldField::Grow)) != 0);
         field.VerticalAlignment = VerticalTextAlignment::Middle;
+        field.LargestGrowingFont = largestGrowingFont;
         label.PaddingRight = field.PaddingRight = twipsPerColumnMillimetre; // keeps adjacent texts apart
 
         left = RoundToInt16(left + width);

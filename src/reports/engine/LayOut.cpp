@@ -76,12 +76,11 @@ void NormalizeLineBreaks(ReportSection& section)
 /// Keeps huge fonts from filling any number of pages, and from showing nothing but the space around a letter.
 void LimitFonts(ReportSection& section, TextMeasurer& measurer)
 {
-    constexpr int largestForBox = 4;     // times the height of the box
-    constexpr double largestToGrow = 36; // points; with a larger font, a row could take any number of pages
+    constexpr int largestForBox = 4; // times the height of the box
     for (ReportControl& control : section.Controls) {
         const int room = control.Width - control.PaddingRight;
-        if (control.CanGrow &&
-            (control.Font.Size > largestToGrow || measurer.For(control.Font).letterWidth > room)) {
+        if (control.CanGrow && (control.Font.Size > control.LargestGrowingFont ||
+                                measurer.For(control.Font).letterWidth > room)) {
             control.CanGrow = control.MultiLine = false;
         }
         if (!control.CanGrow && control.Height > 0) {

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <deque>
+#include <limits>
 
 namespace Tarno
 {
@@ -48,9 +49,11 @@ struct ReportControl {
 
     // fields
     QString DataField;    ///< name of the report field that it shows, case-insensitive
-    bool CanGrow = false; ///< grows to fit its text, unless its font is huge, and moves the controls below it
-    bool MultiLine = false; ///< wraps its text and keeps its line breaks
-    int PaddingRight = 0;   ///< space at the right that wrapped text leaves free
+    bool CanGrow = false; ///< grows to fit its text, if a letter fits, and moves the controls below it down
+    double LargestGrowingFont =
+        std::numeric_limits<double>::infinity(); ///< points; keeps its height above it
+    bool MultiLine = false;                      ///< wraps its text and keeps its line breaks
+    int PaddingRight = 0;                        ///< space at the right that wrapped text leaves free
 
     // lines
     int Weight = 15; ///< thickness
