@@ -73,7 +73,7 @@ void DataFile::LoadContents(FileOperations& operations)
     m_folder = operations.GetState(FolderOf(path));
     m_version = operations.GetState(path);
     if (!m_version.exists) {
-        m_problem = "The file does not exist";
+        m_problem = m_folder.exists ? "The file does not exist" : "The folder does not exist";
         return;
     }
     auto contents = std::make_unique<Contents>(m_names);

@@ -128,6 +128,16 @@ private Q_SLOTS:
         QVERIFY(store.sql.CanAddEntries());
     }
 
+    void problems_withoutTheFolder_sayThatItDoesNotExist()
+    {
+        TestStore store;
+        const ProgramFolder gone(store.folder.PathOf("gone"));
+        cSQL sql(gone, store.operations);
+        QCOMPARE(sql.Init(), succeeded);
+        QCOMPARE(sql.FileProblems().size(), 7U);
+        QCOMPARE(sql.FileProblems().front().reason, "The folder does not exist"s);
+    }
+
     void shortRecords_areNamed()
     {
         TestStore store;

@@ -8,6 +8,13 @@
 namespace Tarno
 {
 
+ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent)
+{
+    constexpr int letters = 24;
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(letters);
+}
+
 QString ChoiceBox::ShownText() const
 {
     QStyleOptionComboBox option;

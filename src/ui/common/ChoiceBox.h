@@ -5,13 +5,14 @@
 namespace Tarno
 {
 
-/// A combo box that ends a long text with an ellipsis and shows the whole text in a tool tip.
+/// A combo box that ends a long text with an ellipsis and shows the whole text in a tool tip. Its texts do
+/// not make it wider.
 class ChoiceBox : public QComboBox
 {
     Q_OBJECT
 
 public:
-    using QComboBox::QComboBox;
+    explicit ChoiceBox(QWidget* parent = nullptr);
 
     void showPopup() override;
 

@@ -9,6 +9,7 @@
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
 #include "store/RecordLayouts.h"
+#include "ui/common/BoxWidth.h"
 #include "ui/common/ClickLabel.h"
 #include "ui/common/KeyFilter.h"
 #include "ui/common/LeaveGuard.h"
@@ -28,6 +29,7 @@ EntryGeneralPage::EntryGeneralPage(QWidget* parent)
 {
     m_ui->setupUi(this);
     setFocusProxy(m_ui->txtStart);
+    WidenBoxes({m_ui->txtStart, m_ui->txtEnd}, QStringLiteral("2008-08-08"));
 }
 
 EntryGeneralPage::~EntryGeneralPage() = default;

@@ -173,6 +173,7 @@ void fTarno::WithListGreyed(const char* routine, Body&& body)
     Trap(module, routine, std::forward<Body>(body));
     SetControls(true);
     EnableCommands();
+    activateWindow(); // some window managers activate no window when two close at once
     m_ui->lvwEntry->setFocus();
 }
 

@@ -47,6 +47,15 @@ class tst_ChoiceBox : public QObject
 
 private Q_SLOTS:
 
+    void longTexts_doNotWidenTheBox()
+    {
+        ChoiceBox box;
+        const int before = box.sizeHint().width();
+        box.addItem(longPlace.repeated(4));
+        QCOMPARE(box.sizeHint().width(), before);
+        QCOMPARE(box.minimumSizeHint().width(), before);
+    }
+
     void longText_hasAToolTip()
     {
         Choices window;

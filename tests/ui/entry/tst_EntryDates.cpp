@@ -333,6 +333,19 @@ private Q_SLOTS:
             SaveAndClose(editor);
         });
     }
+
+    void longTrip_leavesTheDatesTheirRoom()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry(
+            {{EntryField::StartDate, "2008-08-08"}, {EntryField::EndDate, "2028-08-08"}});
+        Edit(program, key, [](QDialog& editor) {
+            QCOMPARE(Find<QLabel>(editor, "lblDuration").text(), QStringLiteral("7306 days"));
+            const auto& box = Find<QLineEdit>(editor, "txtStart");
+            QVERIFY(box.width() >= box.fontMetrics().horizontalAdvance(box.text()) + 4);
+            Close(editor);
+        });
+    }
 };
 
 TEST_CLASS(tst_EntryDates)
