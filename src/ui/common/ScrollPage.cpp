@@ -41,6 +41,11 @@ ScrollPage::ScrollPage(QWidget* parent) : QScrollArea(parent)
             [this](QWidget* /*before*/, QWidget* now) { ShowFocus(now); });
 }
 
+ScrollPage::~ScrollPage()
+{
+    disconnect(qApp, nullptr, this, nullptr); // the focus changes while the base class deletes the controls
+}
+
 QSize ScrollPage::sizeHint() const
 {
     const QSize wanted = widget()->sizeHint();

@@ -14,6 +14,9 @@ class ScrollPage : public QScrollArea
 
 public:
     explicit ScrollPage(QWidget* parent = nullptr);
+    ScrollPage(const ScrollPage&) = delete;
+    ScrollPage& operator=(const ScrollPage&) = delete;
+    ~ScrollPage() override;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
