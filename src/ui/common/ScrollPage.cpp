@@ -123,7 +123,7 @@ void ScrollPage::ShowFocus(QWidget* focus)
     if (focus != nullptr && widget() != nullptr && widget()->isAncestorOf(focus)) {
         // ensureWidgetVisible would show only the cursor of a text box
         const QPoint centre = focus->mapTo(widget(), focus->rect().center());
-        const QSize halves = focus->size().boundedTo(viewport()->size()) / 2;
+        const QSize halves = (focus->size() + QSize(1, 1)).boundedTo(viewport()->size()) / 2;
         ensureVisible(centre.x(), centre.y(), halves.width(), halves.height());
     }
 }

@@ -2,6 +2,7 @@
 
 #include "ui/common/Handle.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -28,7 +29,7 @@ ExportedFile::ExportedFile(ProgramStarter& programs, QWidget* parent)
     layout->addWidget(m_path);
     layout->addWidget(folder);
     Handle(folder, &QPushButton::clicked, "Click", this,
-           [this] { m_programs.OpenFolder(QFileInfo(m_path->text()).path()); });
+           [this] { m_programs.OpenFolder(QDir::toNativeSeparators(QFileInfo(m_path->text()).path())); });
     hide();
 }
 
