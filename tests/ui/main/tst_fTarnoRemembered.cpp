@@ -73,7 +73,7 @@ private Q_SLOTS:
                 name.c_str(), [&] { ModalWindows().at(name)(program.program); },
                 [&](QDialog& window) {
                     if (time == 0) {
-                        constexpr int roomForTools = 760;
+                        constexpr int roomForTools = 800;
                         wanted = window.minimumSizeHint().expandedTo({roomForTools, 0}) + QSize(0, 7);
                         QVERIFY(window.size() != wanted);
                         window.resize(wanted);
