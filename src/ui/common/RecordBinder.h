@@ -59,11 +59,8 @@ public:
     /// Returns the single-line box at `position`.
     QLineEdit* Box(std::size_t position) const { return m_boxes.at(position).box; }
 
-    /// Checks and stores the text of the box at `position` as if the user left it. Returns whether the text
-    /// was accepted.
-    bool Validate(std::size_t position);
-    /// Stores the text of every multi-line box that differs from the record. If a single-line box still
-    /// contains a refused text, focuses it and returns false.
+    /// Stores the text of every multi-line box that differs from the record, and checks the boxes that
+    /// LeaveGuard::LeaveAll does. Returns false if one of them refuses its text.
     bool WriteBack();
 
 Q_SIGNALS:
@@ -84,6 +81,7 @@ private:
 
     std::string Module() const;
     std::string Routine(const QObject* control, const char* event) const;
+    bool Validate(std::size_t position);
     bool ValidateBox(std::size_t position, const LineBox& line);
     void ValidateLines(std::size_t position, const QPlainTextEdit* lines);
     void Store(std::size_t position, std::string_view text);
