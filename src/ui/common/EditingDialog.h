@@ -27,8 +27,9 @@ public:
     /// Asks about unsaved changes, then closes. Called by "Close", Esc and the close box.
     void reject() override;
 
-    /// Returns the key of the record. A new record has the key "0" until it is saved.
-    std::string Key() const { return m_record.Text(0); }
+    /// Returns the key of the record, or an empty text if none was loaded. A new record has the key "0" until
+    /// it is saved.
+    std::string Key() const { return m_record.Count() > 0 ? m_record.Text(0) : std::string(); }
 
 protected:
     using UpdateOperation = Status (cSQL::*)(Record&);

@@ -228,6 +228,17 @@ private Q_SLOTS:
         }
     }
 
+    void add_withoutTemplate_reportsOnlyThat()
+    {
+        TwoTrips program;
+        program.folder.Write("tarnoblank.xml", "<data>");
+        program.Start();
+        ShownLog window(program);
+        program.reports.Expect("cSQL", "EntryGet", ErrorNumber::ObjectNotSet);
+        WithoutWindow([&] { window.Add(); });
+        QVERIFY(List(window).isEnabled());
+    }
+
     void tides_storedPath_isStarted()
     {
         TestProgram program;
