@@ -1,0 +1,94 @@
+#include "TripText.h"
+
+#include "core/Conversions.h"
+#include "core/Error.h"
+#include "core/Text.h"
+#include "store/RecordLayouts.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace Tarno
+{
+
+namespace
+{
+
+std::string WithLineBreaksAs(std::string_view lineBreak, std::string_view stored)
+{
+    return ReplaceAll(mMain::DecodeLineBreaks(stored), "\r\n", lineBreak);
+}
+
+std::string ReadableMoonPhase(std::string_view stored)
+{
+    if (stored.empty()) {
+        return {};
+    }
+    try {
+        return (stored.starts_with('-') ? "Waning, " : "Waxing, ") +
+               ZeroPadded(std::abs(ToInt16(stored)), 2) + "%";
+    } catch (const Error&) {
+        return std::string(stored);
+    }
+}
+
+} // namespace
+
+PlaceNames::PlaceNames(const RecordList& locations)
+{
+    for (const RecordView& location : locations) {
+        m_names.emplace(location.Text(LocationField::LocNo),
+                        WithLineBreaksAs(" ", location.Text(LocationField::LocName)));
+    }
+}
+
+const std::string& PlaceNames::Of(std::string_view number) const
+{
+    static const std::string unknown;
+    const auto found = m_names.find(number);
+    return found == m_names.end() ? unknown : found->second;
+}
+
+std::string ReadableText(const RecordView& trip, EntryField::Position field, const PlaceNames& places)
+{
+    return ReadableValue(trip.Text(field), field, places);
+}
+
+std::string ReadableValue(std::string_view value, EntryField::Position field, const PlaceNames& places)
+{
+    switch (entryFields.at(field).kind) {
+    case FieldKind::Code: {
+        const std::string word = CodeWord(field, value);
+        return word == FieldWords::notSet ? std::string() : word;
+    }
+    case FieldKind::Place:
+        return places.Of(value);
+    case FieldKind::MoonPhase:
+        return ReadableMoonPhase(value);
+    case FieldKind::Lines:
+        return WithLineBreaksAs("\n", value);
+    default:
+        return std::string(value);
+    }
+}
+
+std::string Fold(std::string_view text)
+{
+    std::string folded(text);
+    bool isAscii = true;
+    for (char& letter : folded) {
+        isAscii = isAscii && static_cast<unsigned char>(letter) < 0x80;
+        letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    }
+    if (isAscii) {
+        return folded;
+    }
+    QString letters = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
+                          .normalized(QString::NormalizationForm_KD);
+    letters.removeIf([](QChar letter) { return letter.isMark(); });
+    return letters.toCaseFolded().toStdString();
+}
+
+} // namespace Tarno
