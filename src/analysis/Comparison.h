@@ -19,8 +19,8 @@ struct Interval {
     double last;
 };
 
-/// Returns the days from `start` to `end`, or nullopt if `start` is not a date. An `end` that is not a date or
-/// before the start counts as the start.
+/// Returns the days from `start` to `end`, or nullopt if `start` is not a date. An `end` that is not a date
+/// or before the start counts as the start.
 std::optional<Interval> DaysBetween(std::string_view start, std::string_view end);
 
 /// A value that its field does not accept. The message is a sentence for the user.
@@ -34,8 +34,8 @@ public:
 class Comparison
 {
 public:
-    /// Reads the value of an alternative. Returns nullopt if it is a text to search for. Throws MalformedValue,
-    /// which cites `written`, the whole alternative.
+    /// Reads the value of an alternative. Returns nullopt if it is a text to search for. Throws
+    /// MalformedValue, which cites `written`, the whole alternative.
     static std::optional<Comparison> Read(const QueryField& field, std::string_view value,
                                           std::string_view written);
 
@@ -44,8 +44,8 @@ public:
 private:
     enum class Operator { Overlaps, After, From, Before, UpTo };
 
-    Comparison(const QueryField& field, Order order, Operator compare, Interval operand) :
-        m_field(&field), m_order(order), m_operator(compare), m_operand(operand)
+    Comparison(const QueryField& field, Order order, Operator compare, Interval operand)
+        : m_field(&field), m_order(order), m_operator(compare), m_operand(operand)
     {
     }
 

@@ -18,8 +18,8 @@ struct QueryFault {
     std::string reason;   ///< a sentence for the user
 };
 
-/// A filter for trips, written in the language that docs/queries.md describes. Any text is a query; parts of it
-/// that cannot be understood become faults.
+/// A filter for trips, written in the language that docs/queries.md describes. Any text is a query; parts of
+/// it that cannot be understood become faults.
 class Query
 {
 public:

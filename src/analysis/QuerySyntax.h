@@ -9,14 +9,14 @@
 namespace Tarno
 {
 
-// The division of a query into terms and alternatives, without a check of their meaning. All views refer to the
-// text of the query.
+// The division of a query into terms and alternatives, without a check of their meaning. All views refer to
+// the text of the query.
 
 /// One of the texts of a term, which are separated by "|".
 struct WrittenAlternative {
-    std::string_view text;  ///< as written
-    std::string_view name;  ///< the word before the colon, empty if it has no field name
-    std::string_view value; ///< the part after the colon, or all of it
+    std::string_view text;             ///< as written
+    std::string_view name;             ///< the word before the colon, empty if it has no field name
+    std::string_view value;            ///< the part after the colon, or all of it
     const QueryField* field = nullptr; ///< its own field or that of the alternative before it
 };
 

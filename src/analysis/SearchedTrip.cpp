@@ -3,8 +3,8 @@
 namespace Tarno
 {
 
-SearchedTrip::SearchedTrip(const RecordView& trip, const PlaceNames& places) :
-    m_days(DaysBetween(trip.Text(EntryField::StartDate), trip.Text(EntryField::EndDate)))
+SearchedTrip::SearchedTrip(const RecordView& trip, const PlaceNames& places)
+    : m_days(DaysBetween(trip.Text(EntryField::StartDate), trip.Text(EntryField::EndDate)))
 {
     std::size_t field = 0;
     // one pass over the values: RecordView::Text counts from the first value each time

@@ -26,15 +26,15 @@ private:
 };
 
 /// Returns the value of a field in readable form: the word of a code, the name of a location, "Waning, 45%"
-/// for a moon phase, lines separated by "\n", otherwise the stored text. Returns an empty text if the value is
-/// missing or not set, or if its code has no word. Unlike the log report, shows a full moon as "100%".
+/// for a moon phase, lines separated by "\n", otherwise the stored text. Returns an empty text if the value
+/// is missing or not set, or if its code has no word. Unlike the log report, shows a full moon as "100%".
 std::string ReadableText(const RecordView& trip, EntryField::Position field, const PlaceNames& places);
 
 /// Returns the readable form of the stored text `value` of a field.
 std::string ReadableValue(std::string_view value, EntryField::Position field, const PlaceNames& places);
 
-/// Returns `text` in lower case, without accents and with compatibility characters replaced, for comparing
-/// texts ("R\u00EDo" becomes "rio", "Stra\u00DFe" becomes "strasse"). Bytes that are not UTF-8 become U+FFFD.
+/// Returns `text` in the form in which texts are compared: in lower case, without accents, and with
+/// compatibility characters replaced (U+00DF becomes "ss"). Bytes that are not UTF-8 become U+FFFD.
 std::string Fold(std::string_view text);
 
 } // namespace Tarno

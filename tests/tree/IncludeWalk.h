@@ -18,8 +18,8 @@ struct IncludeWalk {
 std::vector<std::string> Layers();
 
 /// Checks the includes of every source and form below `sources` against the layers: a folder includes only
-/// folders of lower levels, by their full path below `sources`. core, astro and store do not include Qt; qt
-/// and reports include only headers of Qt Core and Qt Gui.
+/// folders of lower levels, by their full path below `sources`. core, astro and store do not include Qt;
+/// analysis includes only headers of Qt Core, qt and reports only headers of Qt Core and Qt Gui.
 IncludeWalk WalkIncludes(const std::filesystem::path& sources);
 
 } // namespace Tarno
