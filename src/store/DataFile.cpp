@@ -97,6 +97,30 @@ void DataFile::Release()
 void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
                     MergeResult& merged)
 {
+    SafeWriter writer(operations);
+    WhileMerged(folder, name, operations, merged, [&](const std::string& path, const FileState& found) {
+        const std::string bytes = SerializeXml(m_contents->document, m_version.size + roomToGrow);
+        const auto written = writer.Replace(path, bytes, found);
+        if (written) {
+            m_version = *written;
+            operations.SyncFolder(FolderOf(path));
+            Records().ForgetChanges();
+        }
+        return written.has_value();
+    });
+}
+
+void DataFile::MergeChangesOfOthers(const ProgramFolder& folder, const std::string& name,
+                                    FileOperations& operations, MergeResult& merged)
+{
+    WhileMerged(folder, name, operations, merged,
+                [](const std::string& /*path*/, const FileState& /*found*/) { return true; });
+}
+
+template <typename Finish>
+void DataFile::WhileMerged(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
+                           MergeResult& merged, const Finish& finish)
+{
     std::error_code ignored;
     const std::string path =
         Resolved(std::filesystem::exists(ToPath(m_path), ignored) ? m_path : folder.FindPath(name));
@@ -111,14 +135,9 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
     for (int attempt = 1; attempt <= maxAttempts; ++attempt) {
         const FileState found = operations.GetState(path);
         const bool isChangedByOther = found.exists && found.isReplaceable && found != m_version;
-        if (!isChangedByOther || MergeFile(path, found, lastRead, operations, merged)) {
-            const std::string bytes = SerializeXml(m_contents->document, m_version.size + roomToGrow);
-            if (const auto written = writer.Replace(path, bytes, found)) {
-                m_version = *written;
-                operations.SyncFolder(FolderOf(path));
-                Records().ForgetChanges();
-                return;
-            }
+        if ((!isChangedByOther || MergeFile(path, found, lastRead, operations, merged)) &&
+            finish(path, found)) {
+            return;
         }
         operations.Pause();
     }

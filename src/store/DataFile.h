@@ -47,6 +47,10 @@ public:
     void Save(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
               MergeResult& merged);
 
+    /// Merges the file into the document like Save, but writes nothing else than kept versions.
+    void MergeChangesOfOthers(const ProgramFolder& folder, const std::string& name,
+                              FileOperations& operations, MergeResult& merged);
+
 private:
     struct Contents {
         explicit Contents(RecordTable::Names names) : records(document, names) {}
@@ -60,6 +64,11 @@ private:
     };
 
     void LoadContents(FileOperations& operations);
+    /// Calls `finish` with the path and the state of the file while the folder is locked and the document
+    /// contains the changes of other programs. Repeats that until `finish` returns true.
+    template <typename Finish>
+    void WhileMerged(const ProgramFolder& folder, const std::string& name, FileOperations& operations,
+                     MergeResult& merged, const Finish& finish);
     /// Merges the file, which another program has changed, into the document. Returns false if the file is
     /// damaged or may be incomplete. `lastRead` are the bytes read by the previous attempt.
     bool MergeFile(const std::string& path, const FileState& found, std::string& lastRead,

@@ -18,7 +18,12 @@ MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
         if (ourText == theirText || ourText == before) {
             continue;
         }
-        const Record record{RecordView(our)};
+        Record record{RecordView(our)};
+        if (before.empty() && their) { // a record that was restored here is like a new one
+            theirs.Append(record);
+            result.newKeys.emplace(key, record.Text(0));
+            continue;
+        }
         if (theirText != before) {
             result.conflicts.push_back({record, Record(RecordView(their))});
         }
@@ -27,7 +32,7 @@ MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
         } else if (their) {
             theirs.Replace(record);
         } else {
-            theirs.Restore(record, ours.KeysBefore(key));
+            theirs.Restore(record, ours.PlaceOf(our, theirs));
         }
     }
     for (const pugi::xml_node& our : ours.Appended()) {

@@ -3,6 +3,7 @@
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/Text.h"
+#include "core/Xml.h"
 
 #include <iterator>
 
@@ -93,6 +94,13 @@ const RecordView& RecordAt(const RecordList& list, std::int64_t position)
 Record::Record(const RecordView& stored)
 {
     m_document.append_copy(stored.Node());
+}
+
+Record Record::FromXml(std::string_view xml)
+{
+    Record record;
+    ParseXml(xml, record.m_document);
+    return record;
 }
 
 Record::Record(const Record& other) : Record(other.View()) {}

@@ -51,6 +51,8 @@ public:
     /// Creates a record without values.
     Record() = default;
     explicit Record(const RecordView& stored);
+    /// Returns the record that SerializeXml has written, or one without values if `xml` is empty.
+    static Record FromXml(std::string_view xml);
     Record(const Record& other);
     Record(Record&&) = default;
     Record& operator=(const Record& other);

@@ -5,7 +5,11 @@
 #include "core/Xml.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cstdint>
 #include <limits>
+#include <string_view>
+#include <utility>
 
 namespace Tarno
 {
@@ -93,73 +97,184 @@ RecordView RecordTable::First() const
     return records.front();
 }
 
-void RecordTable::Append(Record& record)
+RecordChange RecordTable::Append(Record& record)
 {
     pugi::xml_node container = Container();
     const pugi::xml_node last = LastRecord(container);
     Record keyed = record;
     keyed.SetText(0, last ? std::to_string(KeyAfter(last)) : "1");
+    const std::string key = keyed.Text(0);
+    std::string duplicate = SerializeXml(Find(key));
     m_appended.push_back(RequireNode(container.append_copy(keyed.View().Node())));
-    Index(m_appended.back());
+    const pugi::xml_node stored = m_appended.back();
+    Index(stored);
     record = std::move(keyed);
+    return {.key = key,
+            .before = {},
+            .after = SerializeXml(stored),
+            .place = PlaceOf(stored, *this),
+            .duplicate = std::move(duplicate)};
 }
 
-void RecordTable::Replace(const Record& record)
+RecordChange RecordTable::Replace(const Record& record)
 {
-    const std::string key = record.Text(0);
-    const pugi::xml_node old = Get(key).Node();
+    return Replace(Get(record.Text(0)).Node(), record);
+}
+
+RecordChange RecordTable::Replace(const pugi::xml_node& old, const Record& record)
+{
+    const std::string key = KeyOf(old);
+    RecordChange change{.key = key, .before = SerializeXml(old), .after = {}, .place = PlaceOf(old, *this)};
     pugi::xml_node data = Data();
     const pugi::xml_node stored = RequireNode(data.insert_copy_after(record.View().Node(), old));
-    if (IsAppended(old)) {
+    change.after = SerializeXml(stored);
+    const bool isAppended = IsAppended(old);
+    if (isAppended) {
         std::replace(m_appended.begin(), m_appended.end(), old, stored);
-    } else {
-        m_changed.try_emplace(key, SerializeXml(old));
     }
+    const bool isFound = IsFound(old);
     data.remove_child(old);
-    const pugi::xml_node storedKey = stored.child(m_names.key);
-    if (storedKey && TextOf(storedKey) == key) {
+    if (isFound && KeyOf(stored) == key) {
         m_byKey[key] = stored;
     } else {
-        Index(); // the first child of the record is not its key
+        Index(); // the first child of the record is not its key, or another record has the same key
     }
+    if (!isAppended) {
+        NoteChange(key, change.before);
+    }
+    return change;
 }
 
-void RecordTable::Remove(const std::string& key)
+RecordChange RecordTable::Remove(const std::string& key)
 {
-    pugi::xml_node data = Data();
-    if (const pugi::xml_node record = Find(key)) {
-        if (IsAppended(record)) {
-            std::erase(m_appended, record);
-        } else {
-            m_changed.try_emplace(key, SerializeXml(record));
-        }
-        data.remove_child(record);
-        Index(); // a duplicate of the key may now be the first one
-    }
+    Data();
+    const pugi::xml_node record = Find(key);
+    return record ? Remove(record) : RecordChange{.key = key, .before = {}, .after = {}};
 }
 
-void RecordTable::Restore(const Record& record, const std::vector<std::string>& keysBefore)
+RecordChange RecordTable::Remove(const pugi::xml_node& record)
+{
+    RecordChange change{
+        .key = KeyOf(record), .before = SerializeXml(record), .after = {}, .place = PlaceOf(record, *this)};
+    const bool isAppended = IsAppended(record);
+    std::erase(m_appended, record);
+    Data().remove_child(record);
+    Index(); // a duplicate of the key may now be the first one
+    if (!isAppended) {
+        NoteChange(change.key, change.before);
+    }
+    change.duplicate = SerializeXml(Find(change.key));
+    return change;
+}
+
+void RecordTable::Restore(const Record& record, const RecordPlace& place)
 {
     pugi::xml_node data = Data();
     pugi::xml_node before;
-    for (auto key = keysBefore.rbegin(); key != keysBefore.rend() && !before; ++key) {
-        before = Find(*key);
+    std::size_t others = place.others;
+    if (place.after) {
+        before = Find(*place.after);
+        if (!before) {
+            before = LastBefore(KeyOf(record.View().Node()));
+            others = 0;
+        }
     }
-    const pugi::xml_node node = record.View().Node();
-    Index(RequireNode(before ? data.insert_copy_after(node, before) : data.prepend_copy(node)));
-    m_changed.try_emplace(record.Text(0));
-}
-
-std::vector<std::string> RecordTable::KeysBefore(const std::string& key) const
-{
-    std::vector<std::string> keys;
-    for (const RecordView& record : List()) {
-        if (record.Node() == Find(key)) {
+    for (; others > 0; --others) {
+        const pugi::xml_node next = before ? before.next_sibling() : data.first_child();
+        if (!next || IsFound(next)) {
             break;
         }
-        keys.push_back(TextOf(record.Node().child(m_names.key)));
+        before = next;
     }
-    return keys;
+    const pugi::xml_node node = record.View().Node();
+    const pugi::xml_node stored =
+        RequireNode(before ? data.insert_copy_after(node, before) : data.prepend_copy(node));
+    Index(); // a duplicate of the key may follow
+    NoteChange(KeyOf(stored), {});
+}
+
+bool RecordTable::Apply(RecordChange& change)
+{
+    const Record record = Record::FromXml(change.after);
+    if (!change.before.empty()) {
+        const pugi::xml_node old = FindUnchanged(change);
+        if (old) {
+            change = change.after.empty() ? Remove(old) : Replace(old, record);
+        }
+        return !old.empty();
+    }
+    const std::string found = SerializeXml(Find(change.key));
+    if (found == change.duplicate) {
+        Restore(record, change.place);
+    } else if (found == change.after) {
+        return false;
+    } else {
+        Record appended = record;
+        change = Append(appended);
+    }
+    return true;
+}
+
+RecordPlace RecordTable::PlaceOf(const pugi::xml_node& record, const RecordTable& in) const
+{
+    RecordPlace place;
+    for (auto node = record.previous_sibling(); node; node = node.previous_sibling()) {
+        if (!IsFound(node)) {
+            ++place.others;
+        } else if (std::string key = KeyOf(node); in.Find(key)) {
+            place.after = std::move(key);
+            break;
+        }
+    }
+    return place;
+}
+
+std::string RecordTable::KeyOf(const pugi::xml_node& record) const
+{
+    return TextOf(record.child(m_names.key));
+}
+
+bool RecordTable::IsFound(const pugi::xml_node& node) const
+{
+    return node.type() == pugi::node_element && Find(KeyOf(node)) == node;
+}
+
+pugi::xml_node RecordTable::LastBefore(const std::string& key) const
+{
+    const auto numberOf = [](std::string_view text) {
+        std::int32_t number = std::numeric_limits<std::int32_t>::max();
+        std::from_chars(text.data(), text.data() + text.size(), number);
+        return number;
+    };
+    pugi::xml_node record = Data().last_child();
+    while (record && (!IsFound(record) || numberOf(KeyOf(record)) >= numberOf(key))) {
+        record = record.previous_sibling();
+    }
+    return record;
+}
+
+pugi::xml_node RecordTable::FindUnchanged(const RecordChange& change) const
+{
+    pugi::xml_node at = change.place.after ? Find(*change.place.after).next_sibling() : Data().first_child();
+    for (std::size_t others = change.place.others; others > 0; --others) {
+        at = at.next_sibling();
+    }
+    for (const pugi::xml_node& record : {at, Find(change.key)}) {
+        if (SerializeXml(record) == change.before) {
+            return record;
+        }
+    }
+    return {};
+}
+
+/// Notes that the record of `key`, which has just been changed, was `before` until then.
+void RecordTable::NoteChange(const std::string& key, const std::string& before)
+{
+    const auto [noted, isFirst] = m_changed.try_emplace(key, before);
+    const pugi::xml_node record = Find(key);
+    if (!isFirst && noted->second == SerializeXml(IsAppended(record) ? pugi::xml_node() : record)) {
+        m_changed.erase(noted); // the change has been reverted
+    }
 }
 
 pugi::xml_node RecordTable::Container() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/Record.h"
+#include "store/RecordChange.h"
 
 #include <pugixml.hpp>
 
@@ -45,23 +46,35 @@ public:
     /// Returns the first record of the file. Throws like Get.
     RecordView First() const;
 
+    // Changes: each returns what it has changed.
+
     /// Appends a copy of `record` with the key of the last record plus one ("1" in an empty file) and stores
     /// the new key in `record`. Throws Error: TypeMismatch if the last key is not a number, Overflow if it or
     /// the new key exceeds 32 bits, ObjectNotSet if the document is empty.
-    void Append(Record& record);
+    RecordChange Append(Record& record);
 
     /// Replaces the stored record with the same key by a copy of `record`. Throws like Get.
-    void Replace(const Record& record);
+    RecordChange Replace(const Record& record);
 
     /// Removes the record with the key, if any. Throws Error ObjectNotSet if the document is empty.
-    void Remove(const std::string& key);
+    RecordChange Remove(const std::string& key);
 
-    /// Reinserts a copy of `record`, a removed record, after the last record of `keysBefore` that still
-    /// exists. Throws Error ObjectNotSet if the document is empty.
-    void Restore(const Record& record, const std::vector<std::string>& keysBefore);
+    /// Reinserts a copy of `record`, a removed record. If the record before its place no longer exists,
+    /// inserts it after the last record with a smaller key. Throws Error ObjectNotSet if the document is
+    /// empty.
+    void Restore(const Record& record, const RecordPlace& place);
 
-    /// Returns the keys of all records before the record of `key`, in file order.
-    std::vector<std::string> KeysBefore(const std::string& key) const;
+    /// Applies a change to a record that has the text `change.before`, and updates the key and the place in
+    /// `change`. A record whose key another one has taken is appended under the next key instead. Returns
+    /// false without changing anything if the record is different or already exists again. Throws like
+    /// Append.
+    bool Apply(RecordChange& change);
+
+    /// Returns the record that Apply would replace or remove, or a null node.
+    pugi::xml_node FindUnchanged(const RecordChange& change) const;
+
+    /// Returns the place of `record` among the records that `in` has too.
+    RecordPlace PlaceOf(const pugi::xml_node& record, const RecordTable& in) const;
 
     /// The records that were replaced, removed or restored since the last ForgetChanges, and those appended.
     const Changes& Changed() const { return m_changed; }
@@ -81,6 +94,14 @@ private:
     pugi::xml_node Data() const;
     void Index();
     void Index(const pugi::xml_node& record);
+    std::string KeyOf(const pugi::xml_node& record) const;
+    /// Whether `node` is a record that Find returns for its key.
+    bool IsFound(const pugi::xml_node& node) const;
+    pugi::xml_node LastBefore(const std::string& key) const;
+
+    RecordChange Replace(const pugi::xml_node& old, const Record& record);
+    RecordChange Remove(const pugi::xml_node& record);
+    void NoteChange(const std::string& key, const std::string& before);
 
     pugi::xml_document& m_document;
     Names m_names;

@@ -50,6 +50,7 @@ cSQL::cSQL(const ProgramFolder& folder, FileOperations& operations)
 
 Status cSQL::Init()
 {
+    m_history.Clear();
     return Trapped("Init", [&] {
         for (DataFile* file : {&m_entries, &m_fields, &m_locations, &m_entryBlank, &m_locationBlank,
                                &m_reports, &m_reportBlank}) {
@@ -61,6 +62,7 @@ Status cSQL::Init()
 
 Status cSQL::DeInit()
 {
+    m_history.Clear();
     return Trapped("DeInit", [&] {
         for (DataFile* file : {&m_entries, &m_locations, &m_fields, &m_entryBlank, &m_locationBlank,
                                &m_reports, &m_reportBlank}) {
@@ -121,7 +123,8 @@ Status cSQL::ReportUpdate(Record& xRpt)
 
 Status cSQL::FieldUpdate(const Record& xFld)
 {
-    return Change("FieldUpdate", m_fields, "Field.xml", [&](RecordTable& table) { table.Replace(xFld); });
+    return Change("FieldUpdate", m_fields, "Field.xml",
+                  [&](RecordTable& table) { return table.Replace(xFld); });
 }
 
 Status cSQL::EntryDelete(std::int16_t iTarnoNo)
@@ -157,58 +160,6 @@ Status cSQL::ReportLogData(const std::string& sFlds, const std::string& sKeys, s
     });
 }
 
-std::vector<FileProblem> cSQL::FileProblems() const
-{
-    std::vector<FileProblem> problems;
-    for (const DataFile* file :
-         {&m_entries, &m_locations, &m_fields, &m_entryBlank, &m_locationBlank, &m_reports, &m_reportBlank}) {
-        if (!file->Problem().empty()) {
-            problems.push_back({file->Name(), file->Problem()});
-        }
-    }
-    return problems;
-}
-
-std::vector<RecordTitle> cSQL::ShortRecords() const
-{
-    std::vector<RecordTitle> titles;
-    for (const auto& [file, count] :
-         {std::pair<const DataFile&, std::size_t>(m_entries, EntryField::Count),
-          std::pair<const DataFile&, std::size_t>(m_locations, LocationField::Count),
-          std::pair<const DataFile&, std::size_t>(m_fields, FieldField::Count),
-          std::pair<const DataFile&, std::size_t>(m_reports, ReportField::Count)}) {
-        if (!file.Problem().empty()) {
-            continue;
-        }
-        for (const RecordView& record : file.Records().List()) {
-            if (!record.Has(count - 1)) {
-                titles.push_back(TitleOf(file, record));
-            }
-        }
-    }
-    return titles;
-}
-
-std::vector<UnsavedChange> cSQL::UnsavedChanges() const
-{
-    std::vector<UnsavedChange> changes;
-    for (const DataFile* file : {&m_entries, &m_locations, &m_fields, &m_reports}) {
-        for (const auto& [key, before] : file->Records().Changed()) {
-            const pugi::xml_node record = file->Records().Find(key);
-            pugi::xml_document deleted;
-            ParseXml(before, deleted);
-            changes.push_back({.record = TitleOf(*file, RecordView(record ? record : deleted.first_child())),
-                               .isDeletion = !record,
-                               .file = file->Name()});
-        }
-        for (const pugi::xml_node& record : file->Records().Appended()) {
-            changes.push_back(
-                {.record = TitleOf(*file, RecordView(record)), .isDeletion = false, .file = file->Name()});
-        }
-    }
-    return changes;
-}
-
 Status cSQL::List(std::string_view routine, const DataFile& from, RecordList& list)
 {
     return Trapped(routine, [&] {
@@ -229,32 +180,36 @@ Status cSQL::Get(std::string_view routine, const DataFile& from, const DataFile&
 Status cSQL::Update(std::string_view routine, DataFile& in, Record& record, const char* savedAs)
 {
     const auto change = [&](RecordTable& table) {
-        if (record.Text(0) == newKey) {
-            table.Append(record);
-        } else {
-            table.Replace(record);
-        }
+        return record.Text(0) == newKey ? table.Append(record) : table.Replace(record);
     };
     return Change(routine, in, savedAs, change, &record);
 }
 
 Status cSQL::Delete(std::string_view routine, DataFile& in, std::int16_t key, const char* savedAs)
 {
-    return Change(routine, in, savedAs, [&](RecordTable& table) { table.Remove(std::to_string(key)); });
+    return Change(routine, in, savedAs,
+                  [&](RecordTable& table) { return table.Remove(std::to_string(key)); });
 }
 
 template <typename TableChange>
 Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs, const TableChange& change,
                     Record* updated)
 {
-    MergeResult merged;
-    const Status status = Trapped(routine, [&] {
-        change(in.Records());
-        if (&in == &m_entries && updated != nullptr) {
-            m_ownTrips.insert(updated->Text(0));
+    return WithMerging(routine, in, updated, [&](MergeResult& merged) {
+        RecordChange made = change(in.Records());
+        if (&in == &m_entries || &in == &m_locations) {
+            NoteTrip(in, made);
+            m_history.Add({KindOf(in), std::move(made)});
         }
         in.Save(m_folder, savedAs, m_operations, merged);
     });
+}
+
+Status cSQL::WithMerging(std::string_view routine, const DataFile& in, Record* updated,
+                         const std::function<void(MergeResult&)>& body)
+{
+    MergeResult merged;
+    const Status status = Trapped(routine, [&] { body(merged); });
     if (!merged.newKeys.empty()) {
         Trap(module, routine, [&] { UpdateReferences(routine, in, merged.newKeys, updated); });
     }
@@ -270,6 +225,18 @@ Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs,
     return status;
 }
 
+void cSQL::NoteTrip(const DataFile& in, const RecordChange& change)
+{
+    if (&in != &m_entries) {
+        return;
+    }
+    if (change.after.empty()) {
+        m_ownTrips.erase(change.key);
+    } else {
+        m_ownTrips.insert(change.key);
+    }
+}
+
 void cSQL::UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys,
                             Record* updated)
 {
@@ -280,6 +247,7 @@ void cSQL::UpdateReferences(std::string_view routine, const DataFile& in, const 
     if (updated != nullptr) {
         updated->SetText(0, keyOf(updated->Text(0)));
     }
+    m_history.SetKeys(KindOf(in), newKeys);
     if (&in == &m_entries) {
         std::set<std::string> trips;
         std::transform(m_ownTrips.begin(), m_ownTrips.end(), std::inserter(trips, trips.end()), keyOf);
@@ -295,33 +263,14 @@ void cSQL::UpdateReferences(std::string_view routine, const DataFile& in, const 
             }
         }
         if (!trips.empty()) {
-            Change(routine, m_entries, "tarno.xml", [&](RecordTable& table) {
+            WithMerging(routine, m_entries, nullptr, [&](MergeResult& merged) {
                 for (const Record& trip : trips) {
-                    table.Replace(trip);
+                    m_entries.Records().Replace(trip);
                 }
+                m_entries.Save(m_folder, "tarno.xml", m_operations, merged);
             });
         }
     }
-}
-
-RecordTitle cSQL::TitleOf(const DataFile& in, const RecordView& record) const
-{
-    using Kind = RecordTitle::Kind;
-    RecordTitle title{.kind = &in == &m_entries     ? Kind::Trip
-                              : &in == &m_locations ? Kind::Location
-                              : &in == &m_fields    ? Kind::Column
-                                                    : Kind::Report,
-                      .key = record.Text(0),
-                      .date = {},
-                      .name = record.Text(1)};
-    if (title.kind == Kind::Trip) {
-        title.date = record.Text(EntryField::StartDate);
-        const RecordView location(m_locations.Records().Find(record.Text(EntryField::LocNo)));
-        title.name = location.Text(LocationField::LocName);
-    } else if (title.kind == Kind::Column) {
-        title.name = record.Text(FieldField::Desc);
-    }
-    return title;
 }
 
 } // namespace Tarno

@@ -4,11 +4,14 @@
 #include "core/ProgramFolder.h"
 #include "core/ShellSort.h"
 #include "store/DataFile.h"
+#include "store/History.h"
 #include "store/Record.h"
 #include "store/RecordTable.h"
+#include "store/RecordTitle.h"
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -22,16 +25,6 @@ namespace Tarno
 using Status = std::int32_t;
 constexpr Status succeeded = 0;
 constexpr Status failed = 1; ///< the error has been reported through ErrorLog
-
-/// Identifies a record for the user.
-struct RecordTitle {
-    enum class Kind { Trip, Location, Column, Report };
-
-    Kind kind;
-    std::string key;
-    std::string date; ///< of a trip
-    std::string name; ///< of the location, column or report; for a trip, of its location
-};
 
 /// Describes a record that this program and another one have changed differently. The log contains the
 /// version of this program.
@@ -52,6 +45,26 @@ struct UnsavedChange {
     RecordTitle record;
     bool isDeletion;
     std::string file;
+};
+
+/// A change that can be undone or redone, for a menu.
+struct ChangeTitle {
+    ChangeKind kind;
+    RecordTitle record; ///< as it is now, or as it was before it was deleted
+};
+
+enum class UndoStatus {
+    Done,
+    Nothing,        ///< there is nothing to undo or redo
+    ChangedByOther, ///< another program has changed the record; the step has been dropped
+    InUse,          ///< the location would be deleted, but trips refer to it
+    Failed          ///< the error has been reported through ErrorLog
+};
+
+struct UndoResult {
+    UndoStatus status;
+    ChangeTitle change; ///< what was to be undone or redone; undefined if there was nothing
+    std::string key;    ///< of the record that is there again or was changed; empty if it is not there
 };
 
 /// The only class that accesses the data files. It keeps the documents in memory and saves each change
@@ -106,6 +119,22 @@ public:
     Status LocationDelete(std::int16_t iLocNo);
     Status ReportDelete(std::int16_t iRptNo);
 
+    // Undo: the changes of trips and locations that this object has made since Init, in any number of steps.
+    // A new change drops the steps that could be redone.
+
+    /// Return the change that Undo or Redo would revert or repeat.
+    std::optional<ChangeTitle> NextUndo() const { return TitleOfNext(History::Direction::Undo); }
+
+    std::optional<ChangeTitle> NextRedo() const { return TitleOfNext(History::Direction::Redo); }
+
+    /// Undoes the last change, or repeats the last one undone, and saves the file. Merges the changes of
+    /// other programs first and never replaces a record that another program has changed. A deleted record
+    /// whose key has been taken comes back under the next free key. If only saving fails, the change is in
+    /// memory like any other one, and `change` and `key` describe it.
+    UndoResult Undo() { return Step("Undo", History::Direction::Undo); }
+
+    UndoResult Redo() { return Step("Redo", History::Direction::Redo); }
+
     /// Returns the stored name of the location with the key `sLocNo`. If it does not exist, reports the error
     /// and returns "1" (see docs/quirks.md).
     std::string LocationNameGet(const std::string& sLocNo) const;
@@ -146,11 +175,26 @@ private:
     Status Change(std::string_view routine, DataFile& in, const char* savedAs, const TableChange& change,
                   Record* updated = nullptr);
 
+    /// Runs `body`, which may merge changes of other programs to `in`. Then applies the new keys and shows
+    /// the conflicts.
+    Status WithMerging(std::string_view routine, const DataFile& in, Record* updated,
+                       const std::function<void(MergeResult&)>& body);
+
+    Status MergeChangesOfOthers(std::string_view routine, DataFile& in);
+
+    std::optional<ChangeTitle> TitleOfNext(History::Direction direction) const;
+    UndoResult Step(std::string_view routine, History::Direction direction);
+    /// Whether a trip refers to the location with the key `location`.
+    bool IsUsed(const std::string& location) const;
+    /// Updates `m_ownTrips` after a change of a record of `in`.
+    void NoteTrip(const DataFile& in, const RecordChange& change);
+
     /// Applies the new keys that merging gave to records of `in`. Updates the caller's record `updated`,
-    /// `m_ownTrips`, and the trips of this run whose location has a new key.
+    /// `m_ownTrips`, the history, and the trips of this run whose location has a new key.
     void UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys,
                           Record* updated);
 
+    RecordTitle::Kind KindOf(const DataFile& in) const;
     RecordTitle TitleOf(const DataFile& in, const RecordView& record) const;
 
     const ProgramFolder& m_folder;
@@ -162,6 +206,7 @@ private:
     DataFile m_locationBlank;
     DataFile m_reports;
     DataFile m_reportBlank;
+    History m_history;
     std::set<std::string> m_ownTrips; ///< keys of the trips that were added or changed in this run
     std::function<void(const ConflictNotice&)> m_showConflict;
     ReportTable m_reportGrid;

@@ -336,16 +336,40 @@ private Q_SLOTS:
         QVERIFY(test.table.Appended().empty());
     }
 
-    void restore_insertsAfterTheNearestPredecessor()
+    void restore_insertsAtThePlace()
     {
-        Table test(Data(Location("1", "a") + Location("4", "d")));
-        test.table.Restore(MakeRecord("3", "c"), {"1", "2"});
-        QCOMPARE(test.Keys(), (Texts{"1", "3", "4"}));
-        test.table.Restore(MakeRecord("7", "g"), {"5", "6"});
-        QCOMPARE(test.Keys(), (Texts{"7", "1", "3", "4"}));
+        Table test(Data("<!-- top -->" + Location("1", "a") + "<!-- below 1 -->" + Location("4", "d")));
+        test.table.Restore(MakeRecord("3", "c"), {.after = "1", .others = 0});
+        test.table.Restore(MakeRecord("2", "b"), {.after = "1", .others = 5});
+        test.table.Restore(MakeRecord("7", "g"), {.after = {}, .others = 1});
+        QCOMPARE(test.Keys(), (Texts{"7", "1", "3", "2", "4"}));
         QCOMPARE(test.table.Get("3").Text(1), "c"s);
-        QCOMPARE(test.table.KeysBefore("4"), (Texts{"7", "1", "3"}));
-        QCOMPARE(test.table.KeysBefore("7"), Texts());
+    }
+
+    // The next key depends on the last record, so a large key must not get before smaller ones.
+    void restore_recordBeforeIsGone_insertsInTheOrderOfKeys()
+    {
+        Table test(Data(Location("1", "a") + Location("x", "b") + Location("9", "d") + "<!-- end -->"));
+        test.table.Restore(MakeRecord("8", "c"), {.after = "7", .others = 2});
+        test.table.Restore(MakeRecord("12", "c"), {.after = "11", .others = 0});
+        test.table.Restore(MakeRecord("0", "c"), {.after = "7", .others = 0});
+        QCOMPARE(test.Keys(), (Texts{"0", "1", "8", "x", "9", "12"}));
+    }
+
+    void placeOf_countsTheNodesThatNoKeyFinds()
+    {
+        const Table test(Data("<!-- top -->" + Location("1", "a") + "<!-- c --><?mine it?>" +
+                              Location("1", "second") + "<other/>" + Location("2", "b") +
+                              Location("3", "c")));
+        const auto placeOf = [&](const char* key, const RecordTable& in) {
+            const RecordPlace place = test.table.PlaceOf(test.table.Find(key), in);
+            return place.after.value_or("first") + " " + std::to_string(place.others);
+        };
+        QCOMPARE(placeOf("1", test.table), "first 1"s);
+        QCOMPARE(placeOf("2", test.table), "1 4"s);
+        QCOMPARE(placeOf("3", test.table), "2 0"s);
+        const Table other(Data(Location("1", "a")));
+        QCOMPARE(placeOf("3", other.table), "1 4"s);
     }
 
     void emptyDocument_everyOperationIsObjectNotSet()

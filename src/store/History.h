@@ -1,0 +1,57 @@
+#pragma once
+
+#include "store/Merge.h"
+#include "store/RecordChange.h"
+#include "store/RecordTitle.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace Tarno
+{
+
+enum class ChangeKind { Add, Edit, Delete };
+
+/// The changes of this run that can be undone and redone. The memory for a change is proportional to its
+/// record.
+class History
+{
+public:
+    enum class Direction { Undo, Redo };
+
+    struct Step {
+        RecordTitle::Kind record;
+        RecordChange change; ///< as it was made, also if it is to be undone
+
+        ChangeKind Kind() const;
+        /// Returns the change that undoes or redoes this step.
+        RecordChange Towards(Direction direction) const;
+    };
+
+    /// Adds a change that has been made and drops the steps that could be redone. Ignores an empty change.
+    void Add(Step step);
+
+    /// Returns the step to undo or redo next, or null. It is valid until the next change of the history.
+    const Step* Next(Direction direction) const;
+
+    /// Marks the next step as undone or redone. `applied` is the change that did it.
+    void Move(Direction direction, const RecordChange& applied);
+
+    /// Removes the next step, so that the one behind it is next.
+    void Drop(Direction direction);
+
+    void Clear();
+
+    /// Updates the steps of the existing records of a kind that have received new keys. Steps of earlier
+    /// records with the same keys are left alone.
+    void SetKeys(RecordTitle::Kind record, const KeyMap& newKeys);
+
+private:
+    std::size_t IndexOf(Direction direction) const;
+    std::vector<Step>::iterator Position(std::size_t index);
+
+    std::vector<Step> m_steps;
+    std::size_t m_done = 0; ///< the number of steps that can be undone; those behind them can be redone
+};
+
+} // namespace Tarno
