@@ -147,15 +147,41 @@ void SortableList::SetColumnWidths(const QList<int>& widths)
     }
 }
 
-void SortableList::SetRows(std::vector<TextTableModel::Row> rows)
+void SortableList::SetRows(std::vector<TextTableModel::Row> rows,
+                           std::vector<TextTableModel::RowState> states)
 {
     const std::optional<QString> selected = SelectedKey();
     const int place = currentIndex().row();
-    m_model->SetRows(std::move(rows));
+    m_model->SetRows(std::move(rows), std::move(states));
     if (!selected || !SelectKey(*selected)) {
         setCurrentIndex(m_model->index(std::min(std::max(place, 0), RowCount() - 1), 0));
     }
     DescribeHint();
+}
+
+void SortableList::SetStates(std::vector<TextTableModel::RowState> states)
+{
+    const std::optional<QString> selected = m_hiddenSelection ? m_hiddenSelection : SelectedKey();
+    m_model->SetStates(std::move(states));
+    if (!selected || !SelectKey(*selected)) {
+        setCurrentIndex(m_model->index(0, 0));
+        m_hiddenSelection = selected;
+    }
+    DescribeHint();
+}
+
+void SortableList::SetRemark(const QString& remark)
+{
+    m_model->SetRemark(remark);
+}
+
+void SortableList::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTreeView::currentChanged(current, previous);
+    m_hiddenSelection.reset();
+    if (current.isValid() && current.row() != previous.row()) {
+        Q_EMIT SelectionChanged();
+    }
 }
 
 void SortableList::SetHint(const QString& hint)

@@ -34,8 +34,14 @@ public:
     void SetColumnWidths(const QList<int>& widths);
 
     /// Replaces the rows and keeps the selected key. If that key is gone, selects the row that is now at its
-    /// place, or the last row. Without a selection, selects the first row.
-    void SetRows(std::vector<TextTableModel::Row> rows);
+    /// place, or the last row. Without a selection, selects the first row. `states` is as in SetStates.
+    void SetRows(std::vector<TextTableModel::Row> rows, std::vector<TextTableModel::RowState> states = {});
+
+    /// Hides and marks rows, see TextTableModel. If the selected row is hidden, selects the first row until
+    /// the hidden one is shown again, unless the user selects another one.
+    void SetStates(std::vector<TextTableModel::RowState> states);
+    /// Sets the remark on marked rows.
+    void SetRemark(const QString& remark);
 
     /// Sets the text shown in the middle of an empty list. It is also the accessible description.
     void SetHint(const QString& hint);
@@ -44,6 +50,7 @@ public:
     /// the list is not sorted.
     void keyboardSearch(const QString& typed) override;
 
+    /// Returns the number of rows that are not hidden.
     int RowCount() const;
     /// Returns the key of the selected row. If there are rows, one of them is selected.
     std::optional<QString> SelectedKey() const;
@@ -55,6 +62,8 @@ public:
     void SetUsable(bool usable);
 
 Q_SIGNALS:
+    /// Another row was selected. Not emitted when the list becomes empty.
+    void SelectionChanged();
     /// The user double-clicked the selected row or pressed Enter.
     void OpenRequested();
     /// The user pressed a mouse button in the list. The row at that position, if any, is already selected.
@@ -62,6 +71,7 @@ Q_SIGNALS:
     void Pressed(Qt::MouseButton button, const QPoint& globalPosition);
 
 protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -81,6 +91,7 @@ private:
     TextTableModel* m_model = nullptr;
     QList<int> m_fittedWidths;
     QString m_hint;
+    std::optional<QString> m_hiddenSelection; ///< key of the selected row that SetStates has hidden
 };
 
 } // namespace Tarno

@@ -3,6 +3,7 @@
 #include "qt/Icons.h"
 
 #include <QCollator>
+#include <QFont>
 #include <QHash>
 
 #include <algorithm>
@@ -17,18 +18,27 @@ TextTableModel::TextTableModel(QStringList headings, QObject* parent)
 {
 }
 
-void TextTableModel::SetRows(std::vector<Row> rows)
+void TextTableModel::SetRows(std::vector<Row> rows, std::vector<RowState> states)
 {
     beginResetModel();
     m_rows = std::move(rows);
+    m_states = std::move(states);
     m_ranks.assign(static_cast<std::size_t>(m_headings.size()), {});
+    Arrange();
+    endResetModel();
+}
+
+void TextTableModel::SetStates(std::vector<RowState> states)
+{
+    beginResetModel();
+    m_states = std::move(states);
     Arrange();
     endResetModel();
 }
 
 int TextTableModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_order.size());
 }
 
 int TextTableModel::columnCount(const QModelIndex& parent) const
@@ -47,9 +57,22 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const
         return row.cells.value(index.column());
     case keyRole:
         return row.key;
+    case Qt::FontRole: {
+        QFont italic;
+        italic.setItalic(true);
+        return IsMarked(index.row()) ? QVariant(italic) : QVariant();
+    }
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+        return IsMarked(index.row()) ? QVariant(m_remark) : QVariant();
     default:
         return {};
     }
+}
+
+bool TextTableModel::IsMarked(int row) const
+{
+    return !m_states.empty() && m_states[m_order[static_cast<std::size_t>(row)]] == RowState::Marked;
 }
 
 QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -78,7 +101,7 @@ void TextTableModel::sort(int column, Qt::SortOrder order)
     m_sortColumn = column;
     m_sortOrder = order;
     Arrange();
-    std::vector<int> shown(m_order.size()); // where each given row is now
+    std::vector<int> shown(m_rows.size()); // where each given row is now
     for (std::size_t row = 0; row < m_order.size(); ++row) {
         shown[m_order[row]] = static_cast<int>(row);
     }
@@ -101,6 +124,9 @@ void TextTableModel::Arrange()
 {
     m_order.resize(m_rows.size());
     std::iota(m_order.begin(), m_order.end(), 0);
+    if (!m_states.empty()) {
+        std::erase_if(m_order, [this](std::size_t row) { return m_states[row] == RowState::Hidden; });
+    }
     if (!m_sortColumn) {
         return;
     }

@@ -11,7 +11,7 @@ namespace Tarno
 {
 
 /// A model of rows of plain texts, each identified by a key. Sorting by a column is locale-aware,
-/// case-insensitive and stable.
+/// case-insensitive and stable. Rows can be hidden, for example because a search does not find them.
 class TextTableModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -22,12 +22,19 @@ public:
         QStringList cells;
     };
 
+    /// Marked rows are in italics and have a remark as their tool tip and accessible description.
+    enum class RowState : char { Hidden, Shown, Marked };
+
     static constexpr int keyRole = Qt::UserRole;
 
     TextTableModel(QStringList headings, QObject* parent);
 
-    /// Replaces the rows and keeps the sort order.
-    void SetRows(std::vector<Row> rows);
+    /// Replaces the rows and keeps the sort order. `states` is as in SetStates.
+    void SetRows(std::vector<Row> rows, std::vector<RowState> states = {});
+    /// Sets the state of each row, in the order of SetRows. If `states` is empty, all rows are shown.
+    void SetStates(std::vector<RowState> states);
+
+    void SetRemark(const QString& remark) { m_remark = remark; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -47,12 +54,16 @@ public:
 private:
     const Row& RowAt(int row) const { return m_rows[m_order[static_cast<std::size_t>(row)]]; }
 
+    bool IsMarked(int row) const;
+
     void Arrange();
     const std::vector<int>& Ranks(int column);
 
     QStringList m_headings;
     std::vector<Row> m_rows;          ///< in the given order
+    std::vector<RowState> m_states;   ///< of m_rows; empty if all are shown
     std::vector<std::size_t> m_order; ///< for each displayed row, its index in m_rows
+    QString m_remark;
     std::optional<int> m_sortColumn;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     std::optional<int> m_iconColumn;
