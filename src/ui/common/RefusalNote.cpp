@@ -1,8 +1,8 @@
 #include "RefusalNote.h"
 
-#include <QEvent>
+#include "Placement.h"
 
-#include <algorithm>
+#include <QEvent>
 
 namespace Tarno
 {
@@ -52,11 +52,7 @@ void RefusalNote::HideAt(QWidget* box)
 void RefusalNote::Place()
 {
     adjustSize();
-    const QRect box(m_box->mapTo(parentWidget(), QPoint()), m_box->size());
-    const int below = box.bottom() + 2;
-    const bool fitsBelow = below + height() <= parentWidget()->height();
-    move(std::max(0, std::min(box.left(), parentWidget()->width() - width())),
-         fitsBelow ? below : box.top() - height() - 1);
+    PlaceBeside(*this, QRect(m_box->mapTo(parentWidget(), QPoint()), m_box->size()));
 }
 
 bool RefusalNote::eventFilter(QObject* watched, QEvent* event)
