@@ -64,6 +64,13 @@ arLogList::arLogList(const QPageLayout& page, RecordList columns, const ReportTa
         8;
 }
 
+void arLogList::AddFooter(const QString& text)
+{
+    PageFooter.Height = fieldHeight;
+    AddLabel(PageFooter, QStringLiteral("lblFooter"), text, {0, 0, 0, fieldHeight}, Tahoma())
+        .VerticalAlignment = VerticalTextAlignment::Bottom;
+}
+
 void arLogList::ReportStart()
 {
     m_orientation = Page.orientation();
@@ -77,6 +84,9 @@ void arLogList::DataInitialize()
     const int printableWidth = PaperSize().width() - PaperMargins().left() - PaperMargins().right();
     PlacePageNumber(PageHeader, heading, printableWidth);
     Detail.Controls[QStringLiteral("lineDetail")].Width = printableWidth;
+    for (ReportControl& footer : PageFooter.Controls) {
+        footer.Width = printableWidth;
+    }
     LayOutColumns(printableWidth);
 }
 

@@ -24,6 +24,9 @@ public:
     /// from left to right, `grid` the rows. The grid and the records in `columns` must outlive the report.
     arLogList(const QPageLayout& page, RecordList columns, const ReportTable& grid);
 
+    /// Prints `text` at the bottom of every page.
+    void AddFooter(const QString& text);
+
     void ReportStart() override;
     void DataInitialize() override;
     void FetchData(bool& endOfData) override;

@@ -150,11 +150,16 @@ std::string cSQL::LocationNameGet(const std::string& sLocNo) const
     return name;
 }
 
-Status cSQL::ReportLogData(const std::string& sFlds, const std::string& sKeys, std::int16_t iLocNo)
+Status cSQL::ReportLogData(const std::string& sFlds, const std::string& sKeys, std::int16_t iLocNo,
+                           const std::optional<std::set<std::string>>& trips)
 {
     return Trapped("ReportLogData", [&] {
+        RecordList entries = m_entries.Records().List();
+        if (trips) {
+            std::erase_if(entries, [&](const RecordView& entry) { return !trips->contains(entry.Text(0)); });
+        }
         m_reportGrid = LogGrid(
-            m_entries.Records().List(),
+            entries,
             {.selection = {.names = Split(sFlds, ','), .numbers = Split(sKeys, ',')}, .location = iLocNo},
             [this](const std::string& number) { return LocationNameGet(number); });
     });

@@ -141,8 +141,10 @@ public:
 
     /// Fills ReportGrid with the rows of the log report, see LogGrid. `sFlds` are the data names of the
     /// columns and `sKeys` their field numbers, both comma-separated. `iLocNo` is the location to filter by,
-    /// 0 for all. The grid is unchanged on failure.
-    Status ReportLogData(const std::string& sFlds, const std::string& sKeys, std::int16_t iLocNo);
+    /// 0 for all. `trips`, if given, are the keys of the only trips to report. The grid is unchanged on
+    /// failure.
+    Status ReportLogData(const std::string& sFlds, const std::string& sKeys, std::int16_t iLocNo,
+                         const std::optional<std::set<std::string>>& trips = {});
 
     /// The rows of the last successful ReportLogData, for the report to sort and print.
     ReportTable& ReportGrid() { return m_reportGrid; }

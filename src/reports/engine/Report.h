@@ -86,7 +86,8 @@ public:
     virtual void DataInitialize();
     /// Stores the values of the next row in Fields, or sets `endOfData` after the last row.
     virtual void FetchData(bool& endOfData) = 0;
-    /// Called when the fields of Detail have the row's values; may change their texts.
+    /// Called when the fields of Detail have the row's values; may change the texts and sizes of the
+    /// controls.
     virtual void Detail_Format();
     /// Called when the controls of Detail have their final sizes; may change tops and heights, but not texts.
     virtual void Detail_BeforePrint();

@@ -14,7 +14,9 @@ void ShowLogReport(const Program& program, const LogReportRequest& request, QWid
     const std::string names = Join(request.selection.names, ',');
     const std::string numbers = Join(request.selection.numbers, ',');
     if (names.empty() || numbers.empty() ||
-        program.sql.ReportLogData(names, numbers, request.location) != succeeded) {
+        program.sql.ReportLogData(names, numbers, request.location,
+                                  request.found ? std::optional(request.found->keys) : std::nullopt) !=
+            succeeded) {
         return;
     }
     ReportTable& grid = program.sql.ReportGrid();
@@ -23,6 +25,9 @@ void ShowLogReport(const Program& program, const LogReportRequest& request, QWid
     }
     arLogList report(program.printers.DefaultPage(), request.columns, grid);
     report.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(program.clock);
+    if (request.found && !request.found->query.isEmpty()) {
+        report.AddFooter(QStringLiteral("Trips found by: ") + request.found->query);
+    }
     fPreview(program, report, parent).ShowReport();
 }
 

@@ -1,7 +1,6 @@
 #include "fRptLog.h"
 
 #include "BuilderModule.h"
-#include "LogReport.h"
 #include "SavedReports.h"
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
@@ -12,12 +11,13 @@
 #include "ui_fRptLog.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Tarno
 {
 
-fRptLog::fRptLog(const Program& program, QWidget* parent)
-    : QDialog(parent), m_program(program), m_ui(std::make_unique<Ui::fRptLog>())
+fRptLog::fRptLog(const Program& program, QWidget* parent, std::optional<TripsFound> found)
+    : QDialog(parent), m_program(program), m_found(std::move(found)), m_ui(std::make_unique<Ui::fRptLog>())
 {
     m_ui->setupUi(this);
     m_saved = new SavedReports(program,
@@ -109,7 +109,8 @@ void fRptLog::CreateReport()
             {.selection = m_saved->IsInUse() ? m_saved->StoredSelection() : SelectionOf(chosen, fields),
              .columns = columns,
              .location = RoundToInt16(std::max(0, m_ui->cboLocation->currentIndex())),
-             .descending = m_ui->fieldPicker->IsDescending()},
+             .descending = m_ui->fieldPicker->IsDescending(),
+             .found = m_found},
             this);
     });
 }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "LogReport.h"
 #include "ui/common/Program.h"
 
 #include <QDialog>
 
 #include <memory>
+#include <optional>
 
 namespace Tarno
 {
@@ -23,8 +25,8 @@ class fRptLog : public QDialog
     Q_OBJECT
 
 public:
-    /// The members of `program` must outlive the window.
-    fRptLog(const Program& program, QWidget* parent);
+    /// Reports all trips, or only those `found`. The members of `program` must outlive the window.
+    fRptLog(const Program& program, QWidget* parent, std::optional<TripsFound> found = {});
     fRptLog(const fRptLog&) = delete;
     fRptLog& operator=(const fRptLog&) = delete;
     ~fRptLog() override;
@@ -40,6 +42,7 @@ private:
     void cmdCustom_Click();
 
     const Program& m_program;
+    std::optional<TripsFound> m_found;
     std::unique_ptr<Ui::fRptLog> m_ui;
     SavedReports* m_saved;
 };
