@@ -34,19 +34,22 @@ void EditingDialog::UpdateSaveButton()
     m_save->setEnabled(m_record.IsChanged());
 }
 
-void EditingDialog::SaveData()
+bool EditingDialog::SaveData()
 {
-    Trap(ToUtf8(objectName()), "SaveData", [this] {
-        if (m_binder->WriteBack() && m_record.IsChanged() &&
-            (m_program.sql.*m_update)(m_record.Copy()) == succeeded) {
+    bool written = false;
+    Trap(ToUtf8(objectName()), "SaveData", [&] {
+        written = m_binder->WriteBack();
+        if (written && m_record.IsChanged() && (m_program.sql.*m_update)(m_record.Copy()) == succeeded) {
             const bool hasFocus = m_save->hasFocus();
             m_record.SetChanged(false);
+            m_savedKeys.push_back(m_record.Text(0));
             m_save->setEnabled(false);
             if (hasFocus) { // otherwise "Close" would get the focus
                 m_guard->ReturnFocus();
             }
         }
     });
+    return written && !m_record.IsChanged();
 }
 
 void EditingDialog::reject()

@@ -7,6 +7,7 @@
 #include <QDialog>
 
 #include <string>
+#include <vector>
 
 class QPushButton;
 
@@ -27,9 +28,8 @@ public:
     /// Asks about unsaved changes, then closes. Called by "Close", Esc and the close box.
     void reject() override;
 
-    /// Returns the key of the record, or an empty text if none was loaded. A new record has the key "0" until
-    /// it is saved.
-    std::string Key() const { return m_record.Count() > 0 ? m_record.Text(0) : std::string(); }
+    /// Returns the keys of the records that were saved, the last one at the end.
+    const std::vector<std::string>& SavedKeys() const { return m_savedKeys; }
 
 protected:
     using UpdateOperation = Status (cSQL::*)(Record&);
@@ -48,16 +48,19 @@ protected:
 
     LeaveGuard& Guard() { return *m_guard; }
 
+    /// Saves the record if it has changed. Returns false if a box refuses its text or saving failed.
+    bool SaveData();
+
     /// Enables "Save" if the changed flag is set, otherwise disables it.
     void UpdateSaveButton();
 
 private:
-    void SaveData();
     void AskAboutChanges();
 
     const Program& m_program;
     UpdateOperation m_update;
     EditedRecord m_record;
+    std::vector<std::string> m_savedKeys;
     LeaveGuard* m_guard;
     RecordBinder* m_binder;
     QPushButton* m_save = nullptr;

@@ -136,7 +136,11 @@ void RecordBinder::ClearControls()
 
 void RecordBinder::ShowAndStore(std::size_t position, std::string_view text)
 {
-    Show(Box(position), text);
+    if (const auto lines = m_lines.find(position); lines != m_lines.end()) {
+        lines->second->setPlainText(ShownLines(text));
+    } else {
+        Show(Box(position), text);
+    }
     m_record.Store(position, text);
 }
 

@@ -51,7 +51,7 @@ public:
     /// Empties every control without changing the record.
     void ClearControls();
 
-    /// Shows `text` in the single-line box at `position` and stores it without a check.
+    /// Shows the stored text `text` in the box at `position` and stores it without a check.
     void ShowAndStore(std::size_t position, std::string_view text);
     /// Chooses the option `code` at `position` and stores it.
     void ShowAndStoreCode(std::size_t position, int code);

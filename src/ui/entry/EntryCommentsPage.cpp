@@ -1,8 +1,11 @@
 #include "EntryCommentsPage.h"
 
 #include "EntryBindings.h"
+#include "LineProposals.h"
 #include "PickLists.h"
 #include "ui_EntryCommentsPage.h"
+
+#include <array>
 
 namespace Tarno
 {
@@ -18,18 +21,38 @@ EntryCommentsPage::~EntryCommentsPage() = default;
 
 void EntryCommentsPage::Attach(const Program& program, RecordBinder& binder, LeaveGuard& guard)
 {
-    BindEntryLines(binder, {{EntryField::TargetSpecies, m_ui->txtTarget},
-                            {EntryField::BaitUsed, m_ui->txtBait},
-                            {EntryField::Method, m_ui->txtMethods},
-                            {EntryField::FishCaught, m_ui->txtCaught}});
+    struct Lines {
+        EntryField::Position field;
+        PickList pickList;
+    };
+
+    using Side = PickList::Side;
+    const std::array boxes{
+        Lines{EntryField::TargetSpecies,
+              {"Species.txt", m_ui->lblEditTargets, m_ui->lblDDTarget, m_ui->txtTarget, Side::Right}},
+        Lines{EntryField::FishCaught,
+              {"Species.txt", m_ui->lblEditCaught, m_ui->lblDDCaught, m_ui->txtCaught, Side::Left}},
+        Lines{EntryField::BaitUsed,
+              {"Bait.txt", m_ui->lblEditBait, m_ui->lblDDBait, m_ui->txtBait, Side::Right}},
+        Lines{EntryField::Method,
+              {"Methods.txt", m_ui->lblEditMethods, m_ui->lblDDMethods, m_ui->txtMethods, Side::Left}}};
     auto* lists = new PickLists(m_ui->lstList, program, guard);
-    lists->Add(
-        {"Species.txt", m_ui->lblEditTargets, m_ui->lblDDTarget, m_ui->txtTarget, PickList::Side::Right});
-    lists->Add(
-        {"Species.txt", m_ui->lblEditCaught, m_ui->lblDDCaught, m_ui->txtCaught, PickList::Side::Left});
-    lists->Add({"Bait.txt", m_ui->lblEditBait, m_ui->lblDDBait, m_ui->txtBait, PickList::Side::Right});
-    lists->Add(
-        {"Methods.txt", m_ui->lblEditMethods, m_ui->lblDDMethods, m_ui->txtMethods, PickList::Side::Left});
+    for (const auto& [field, pickList] : boxes) {
+        BindEntryLines(binder, {{field, pickList.box}});
+        lists->Add(pickList);
+        auto* proposals =
+            m_proposals.emplace_back(std::make_unique<LineProposals>(program, field, pickList.file)).get();
+        new TextCompleter(pickList.box, [proposals](const QString& line, int cursor) {
+            return proposals->For(line, cursor);
+        });
+    }
+}
+
+void EntryCommentsPage::ForgetLines()
+{
+    for (const auto& proposals : m_proposals) {
+        proposals->Forget();
+    }
 }
 
 } // namespace Tarno

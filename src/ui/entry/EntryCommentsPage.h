@@ -5,11 +5,13 @@
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 namespace Tarno
 {
 
 class LeaveGuard;
+class LineProposals;
 class RecordBinder;
 
 namespace Ui
@@ -31,8 +33,12 @@ public:
     /// Binds the controls. Call once. The references must outlive the page.
     void Attach(const Program& program, RecordBinder& binder, LeaveGuard& guard);
 
+    /// Reads the lines that are proposed while the user types again, because the log has changed.
+    void ForgetLines();
+
 private:
     std::unique_ptr<Ui::EntryCommentsPage> m_ui;
+    std::vector<std::unique_ptr<LineProposals>> m_proposals;
 };
 
 } // namespace Tarno

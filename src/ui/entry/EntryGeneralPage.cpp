@@ -118,11 +118,11 @@ void EntryGeneralPage::StepDate(std::size_t field, int days)
     if (!date) {
         throw Error(ErrorNumber::TypeMismatch);
     }
-    const std::chrono::year_month_day stepped = std::chrono::sys_days(*date) + std::chrono::days(days);
-    if (stepped.year() < std::chrono::year(1) || stepped.year() > std::chrono::year(9999)) {
+    const auto stepped = DaysLater(*date, days);
+    if (!stepped) {
         throw Error(ErrorNumber::Overflow);
     }
-    KeyFilter::SetText(box, FromUtf8(FromDate(stepped)));
+    KeyFilter::SetText(box, FromUtf8(FromDate(*stepped)));
     m_guard->RunCheck(box);
 }
 
@@ -198,7 +198,7 @@ bool EntryGeneralPage::LoadLocations()
 
 void EntryGeneralPage::ShowExistingEntry()
 {
-    SelectStoredLocation();
+    SelectLocation(m_record->Text(EntryField::LocNo));
     bool timesFit = SelectedLocation().has_value();
     constexpr std::array peaks{EntryField::Major1, EntryField::Major2, EntryField::Minor1,
                                EntryField::Minor2};
@@ -217,14 +217,20 @@ void EntryGeneralPage::ShowExistingEntry()
     ShowDuration();
 }
 
-void EntryGeneralPage::ShowNewEntry()
+void EntryGeneralPage::ShowNewEntry(const NewTripValues& trip)
 {
-    m_ui->cboLocation->setCurrentIndex(0);
-    const std::string today = FromDate(m_program->clock.Today());
-    m_binder->ShowAndStore(EntryField::StartDate, today);
-    m_binder->ShowAndStore(EntryField::EndDate, today);
-    m_binder->ShowAndStore(EntryField::StartTime, "06:00");
-    m_binder->ShowAndStore(EntryField::EndTime, "12:00");
+    SelectLocation(trip.location);
+    if (!SelectedLocation()) {
+        m_ui->cboLocation->setCurrentIndex(0);
+    }
+    const std::string date = trip.date.empty() ? FromDate(m_program->clock.Today()) : trip.date;
+    m_binder->ShowAndStore(EntryField::StartDate, date);
+    m_binder->ShowAndStore(EntryField::EndDate, date);
+    m_binder->ShowAndStore(EntryField::StartTime, trip.startTime);
+    m_binder->ShowAndStore(EntryField::EndTime, trip.endTime);
+    m_binder->ShowAndStore(EntryField::TargetSpecies, trip.target);
+    m_binder->ShowAndStore(EntryField::BaitUsed, trip.bait);
+    m_binder->ShowAndStore(EntryField::Method, trip.method);
     ShowWhetherTimesFit(m_calculator->DoTheCalcs(StartDate(), SelectedLocation()));
     for (const auto field : {EntryField::Major1, EntryField::Major2, EntryField::Minor1, EntryField::Minor2,
                              EntryField::SunRise, EntryField::SunSet, EntryField::MoonRise,
@@ -235,12 +241,11 @@ void EntryGeneralPage::ShowNewEntry()
     ShowDuration();
 }
 
-/// Selects the location of the entry, or none if it no longer exists.
-void EntryGeneralPage::SelectStoredLocation()
+/// Selects the location, or none if it does not exist.
+void EntryGeneralPage::SelectLocation(const std::string& number)
 {
     try {
-        m_ui->cboLocation->setCurrentIndex(
-            m_ui->cboLocation->findData(ToInt32(m_record->Text(EntryField::LocNo))));
+        m_ui->cboLocation->setCurrentIndex(m_ui->cboLocation->findData(ToInt32(number)));
     } catch (const Error&) {
         m_ui->cboLocation->setCurrentIndex(-1);
     }

@@ -13,6 +13,17 @@
 namespace Tarno
 {
 
+/// The values with which a new trip starts, in stored form. The others are calculated or empty.
+struct NewTripValues {
+    std::string date = {};     ///< today if empty
+    std::string location = {}; ///< the first location if empty or unknown
+    std::string startTime = "06:00";
+    std::string endTime = "12:00";
+    std::string target = {};
+    std::string bait = {};
+    std::string method = {};
+};
+
 class EntryCalculator;
 class LeaveGuard;
 class MoonPhaseEditor;
@@ -43,8 +54,9 @@ public:
     bool LoadLocations();
     /// Shows the values that the binder does not show, location and moon phase, and calculates missing ones.
     void ShowExistingEntry();
-    /// Shows and stores the defaults of a new entry. The controls must be empty.
-    void ShowNewEntry();
+    /// Shows and stores the date, times and location of a new entry, and calculates the others. The controls
+    /// must be empty.
+    void ShowNewEntry(const NewTripValues& trip);
     /// Stores the selected location, if any.
     void StoreLocation();
 
@@ -60,7 +72,7 @@ private:
     void ShowDuration();
     void ShowWhetherTimesFit(bool fit);
     void StartDateChanged();
-    void SelectStoredLocation();
+    void SelectLocation(const std::string& number);
     bool cboLocation_Validate();
     std::string StartDate() const;
     std::optional<std::int32_t> SelectedLocation() const;

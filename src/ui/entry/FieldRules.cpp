@@ -100,6 +100,13 @@ std::optional<std::chrono::year_month_day> ParseUserDate(const QString& text, co
     return std::nullopt;
 }
 
+std::optional<std::chrono::year_month_day> DaysLater(std::chrono::year_month_day date, int days)
+{
+    const std::chrono::year_month_day later = std::chrono::sys_days(date) + std::chrono::days(days);
+    const bool isValid = later.year() >= std::chrono::year(1) && later.year() <= std::chrono::year(9999);
+    return isValid ? std::optional(later) : std::nullopt;
+}
+
 void CheckDateFormat(std::string& text, bool& ok)
 {
     const auto date = ParseUserDate(FromUtf8(text));

@@ -15,6 +15,10 @@ namespace Tarno
 std::optional<std::chrono::year_month_day> ParseUserDate(const QString& text,
                                                          const QLocale& locale = QLocale());
 
+/// Returns the date `days` after `date`, or before it if negative. Returns nothing outside the years 1 to
+/// 9999.
+std::optional<std::chrono::year_month_day> DaysLater(std::chrono::year_month_day date, int days);
+
 /// Sets `ok` to whether `text` is a date, and if so rewrites it as "yyyy-mm-dd".
 void CheckDateFormat(std::string& text, bool& ok);
 

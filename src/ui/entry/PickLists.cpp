@@ -67,6 +67,13 @@ QStringList PickListLines(const QByteArray& bytes)
     return text.replace(QLatin1String("\r\n"), QLatin1String("\n")).split(QLatin1Char('\n'));
 }
 
+QStringList ReadPickList(const ProgramFolder& folder, const char* file)
+{
+    std::string path = folder.FindPath(file);
+    return mMain::FileExist(path) ? PickListLines(QByteArray::fromStdString(ReadWholeFile(path)))
+                                  : QStringList();
+}
+
 PickLists::PickLists(QListWidget* list, const Program& program, LeaveGuard& guard)
     : QObject(list->parentWidget()),
       m_page(list->parentWidget()),
@@ -128,11 +135,7 @@ void PickLists::Open(const PickList& pickList)
 void PickLists::Fill(const PickList& pickList)
 {
     m_list->clear();
-    std::string path = m_program.folder.FindPath(pickList.file);
-    if (!mMain::FileExist(path)) {
-        return;
-    }
-    const QStringList lines = PickListLines(QByteArray::fromStdString(ReadWholeFile(path)));
+    const QStringList lines = ReadPickList(m_program.folder, pickList.file);
     for (int index = 0; index < lines.size(); ++index) {
         if (!lines[index].isEmpty()) {
             auto* item = new QListWidgetItem(lines[index], m_list);

@@ -20,6 +20,10 @@ class LeaveGuard;
 /// Lines end with CR LF or LF. Empty lines are included, because indexes count them.
 QStringList PickListLines(const QByteArray& bytes);
 
+/// Returns the lines of the pick-list file, or an empty list if it does not exist. Throws the errors of
+/// ReadWholeFile.
+QStringList ReadPickList(const ProgramFolder& folder, const char* file);
+
 /// A file with lines for a box, and the controls that belong to it.
 struct PickList {
     enum class Side { Left, Right };

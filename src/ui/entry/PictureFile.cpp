@@ -1,7 +1,9 @@
 #include "PictureFile.h"
 
 #include "core/Error.h"
+#include "qt/Strings.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QImageReader>
 
@@ -23,6 +25,11 @@ bool IsRasterFormat(const QByteArray& format)
 }
 
 } // namespace
+
+QString PicturePath(const ProgramFolder& folder, std::string_view stored)
+{
+    return stored.empty() ? QString() : QDir(FromUtf8(folder.GetAppPath() + '/')).filePath(FromUtf8(stored));
+}
 
 QImage ReadPicture(const QString& path)
 {

@@ -1,10 +1,18 @@
 #pragma once
 
+#include "core/ProgramFolder.h"
+
 #include <QImage>
 #include <QString>
 
+#include <string_view>
+
 namespace Tarno
 {
+
+/// Returns the full path of a picture that a record refers to by `stored`, a full path or one relative to the
+/// data folder. Returns an empty text if `stored` is empty.
+QString PicturePath(const ProgramFolder& folder, std::string_view stored);
 
 /// Reads the picture in the file at `path`, rotated by its orientation tag. Of an animation, returns the
 /// first frame. The format is detected from the contents, not from the file name. Throws Error InvalidPicture

@@ -97,9 +97,7 @@ void PicturePanel::ShowRecord()
 
 QString PicturePanel::PicturePath() const
 {
-    const std::string stored = m_record->Text(m_position);
-    return stored.empty() ? QString()
-                          : QDir(FromUtf8(m_program->folder.GetAppPath() + '/')).filePath(FromUtf8(stored));
+    return Tarno::PicturePath(m_program->folder, m_record->Text(m_position));
 }
 
 /// Returns the frame without its right and bottom margin.

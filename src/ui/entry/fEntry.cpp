@@ -1,11 +1,16 @@
 #include "fEntry.h"
 
 #include "EntryModule.h"
+#include "FieldRules.h"
+#include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/ErrorLog.h"
+#include "qt/Strings.h"
 #include "store/EntryFields.h"
 #include "ui/common/RecordBinder.h"
 #include "ui_fEntry.h"
+
+#include <QShortcut>
 
 namespace Tarno
 {
@@ -28,6 +33,10 @@ fEntry::fEntry(const Program& program, QWidget* parent)
         Edited().SetChanged(true);
         UpdateSaveButton();
     });
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) {
+        connect(new QShortcut(QKeySequence(Qt::CTRL | enter), this), &QShortcut::activated, this,
+                &fEntry::SaveAndAddNext);
+    }
     program.windows.Remember(*this);
 }
 
@@ -36,35 +45,83 @@ fEntry::~fEntry() = default;
 void fEntry::SetData(std::int16_t iTarnoNo, bool bDelete)
 {
     Trap(entryModule, "SetData", [&] {
-        if (!m_ui->pageGeneral->LoadLocations()) {
-            CurrentProgram().messages.ShowInformation(
-                parentWidget(), QStringLiteral("You need to add some locations prior to adding log entries!"),
-                QStringLiteral("No Locations Entered!"));
+        if (!LoadEntry(iTarnoNo)) {
             return;
         }
-        Record entry;
-        if (CurrentProgram().sql.EntryGet(iTarnoNo, entry) != succeeded) {
-            return;
-        }
-        Edited().Begin(std::move(entry));
         // an entry with missing values can be deleted, but not edited
         const bool isComplete = Edited().Count() >= EntryField::Count;
-        const bool isLoaded =
-            (isComplete || !bDelete) && Trap(entryModule, "LoadTheForm", [&] { LoadTheForm(iTarnoNo); });
+        const bool isLoaded = (isComplete || !bDelete) && LoadTheForm(iTarnoNo, {});
         if (bDelete) {
             DeleteAfterQuestion(iTarnoNo);
-            return;
+        } else if (isLoaded) {
+            Begin(false);
+            exec();
         }
-        if (!isLoaded) {
-            return;
-        }
-        m_ui->pageGeneral->StoreLocation();
-        Edited().SetChanged(false);
-        m_ui->sstEntry->setCurrentIndex(0);
-        m_ui->cmdOK->setEnabled(true);
-        m_ui->pageGeneral->setFocus();
-        exec();
     });
+}
+
+void fEntry::RepeatTrip(const Record& entry)
+{
+    Trap(entryModule, "RepeatTrip", [&] {
+        const RecordView like = entry.View();
+        if (LoadEntry(0) && LoadTheForm(0, {.date = {},
+                                            .location = like.Text(EntryField::LocNo),
+                                            .startTime = like.Text(EntryField::StartTime),
+                                            .endTime = like.Text(EntryField::EndTime),
+                                            .target = like.Text(EntryField::TargetSpecies),
+                                            .bait = like.Text(EntryField::BaitUsed),
+                                            .method = like.Text(EntryField::Method)})) {
+            Begin(true);
+            exec();
+        }
+    });
+}
+
+/// Continues with a new entry one day after this one, at the same place and times.
+void fEntry::SaveAndAddNext()
+{
+    Trap(entryModule, "SaveAndAddNext", [this] {
+        if (!SaveData()) {
+            return;
+        }
+        const auto date = ParseUserDate(FromUtf8(Edited().Text(EntryField::StartDate)));
+        const auto nextDay = date ? DaysLater(*date, 1) : std::nullopt;
+        const NewTripValues next{.date = nextDay ? FromDate(*nextDay) : std::string(),
+                                 .location = Edited().Text(EntryField::LocNo),
+                                 .startTime = Edited().Text(EntryField::StartTime),
+                                 .endTime = Edited().Text(EntryField::EndTime)};
+        if (LoadEntry(0) && LoadTheForm(0, next)) {
+            Begin(false);
+        }
+    });
+}
+
+/// Reads the entry, or a new one for 0. Returns false if that is not possible.
+bool fEntry::LoadEntry(std::int16_t iTarnoNo)
+{
+    if (!m_ui->pageGeneral->LoadLocations()) {
+        CurrentProgram().messages.ShowInformation(
+            parentWidget(), QStringLiteral("You need to add some locations prior to adding log entries!"),
+            QStringLiteral("No Locations Entered!"));
+        return false;
+    }
+    Record entry;
+    if (CurrentProgram().sql.EntryGet(iTarnoNo, entry) != succeeded) {
+        return false;
+    }
+    Edited().Begin(std::move(entry));
+    return true;
+}
+
+/// Lets the user begin with the loaded entry. `changed` is whether it can be saved as it is.
+void fEntry::Begin(bool changed)
+{
+    m_ui->pageComments->ForgetLines();
+    m_ui->pageGeneral->StoreLocation();
+    Edited().SetChanged(changed);
+    m_ui->sstEntry->setCurrentIndex(0);
+    m_ui->cmdOK->setEnabled(true);
+    m_ui->pageGeneral->setFocus();
 }
 
 void fEntry::DeleteAfterQuestion(std::int16_t iTarnoNo)
@@ -80,20 +137,24 @@ void fEntry::DeleteAfterQuestion(std::int16_t iTarnoNo)
     }
 }
 
-void fEntry::LoadTheForm(std::int16_t iTarnoNo)
+/// Shows the entry in the controls, or `trip` if `iTarnoNo` is 0. Returns false and reports the error if the
+/// entry has missing values.
+bool fEntry::LoadTheForm(std::int16_t iTarnoNo, const NewTripValues& trip)
 {
-    if (Edited().Count() < EntryField::Count) {
-        throw Error(ErrorNumber::ObjectNotSet);
-    }
-    if (iTarnoNo != 0) {
-        Binder().ShowRecord();
-        m_ui->pageGeneral->ShowExistingEntry();
-    } else {
-        Binder().ClearControls();
-        m_ui->pageGeneral->ShowNewEntry();
-        Edited().Store(EntryField::Picture, "");
-    }
-    m_ui->picturePanel->ShowRecord();
+    return Trap(entryModule, "LoadTheForm", [&] {
+        if (Edited().Count() < EntryField::Count) {
+            throw Error(ErrorNumber::ObjectNotSet);
+        }
+        if (iTarnoNo != 0) {
+            Binder().ShowRecord();
+            m_ui->pageGeneral->ShowExistingEntry();
+        } else {
+            Binder().ClearControls();
+            m_ui->pageGeneral->ShowNewEntry(trip);
+            Edited().Store(EntryField::Picture, "");
+        }
+        m_ui->picturePanel->ShowRecord();
+    });
 }
 
 void fEntry::sstEntry_Click()

@@ -8,6 +8,8 @@
 namespace Tarno
 {
 
+struct NewTripValues;
+
 namespace Ui
 {
 class fEntry;
@@ -31,8 +33,15 @@ public:
     /// cannot be read, shows a message and returns.
     void SetData(std::int16_t iTarnoNo, bool bDelete);
 
+    /// Edits a new entry with the place, times, target species, bait and methods of `entry`, and returns when
+    /// the window is closed. It counts as changed, so it can be saved as it is.
+    void RepeatTrip(const Record& entry);
+
 private:
-    void LoadTheForm(std::int16_t iTarnoNo);
+    bool LoadEntry(std::int16_t iTarnoNo);
+    bool LoadTheForm(std::int16_t iTarnoNo, const NewTripValues& trip);
+    void Begin(bool changed);
+    void SaveAndAddNext();
     void DeleteAfterQuestion(std::int16_t iTarnoNo);
     void sstEntry_Click();
 

@@ -119,8 +119,8 @@ void fLocs::ShowLocationDialog(std::int16_t locationNumber, bool deleteMode)
     dlgLocMaint dialog(m_program, this);
     dialog.SetData(locationNumber, deleteMode);
     LoadLocations();
-    if (locationNumber == 0) {
-        m_ui->lvwLocs->SelectKey(RowKey(dialog.Key()));
+    if (locationNumber == 0 && !dialog.SavedKeys().empty()) {
+        m_ui->lvwLocs->SelectKey(RowKey(dialog.SavedKeys().back()));
     }
     SetControls();
     m_ui->lvwLocs->setFocus();
