@@ -178,7 +178,7 @@ void Manual(const Visit& visit)
 {
     fHelp window(nullptr);
     window.setAttribute(Qt::WA_DeleteOnClose, false);
-    window.ShowPageFor(nullptr);
+    window.ShowPage({});
     ShowModeless(window, asOpened, visit);
 }
 

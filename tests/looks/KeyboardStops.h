@@ -41,7 +41,8 @@ inline QStringList Shortcuts(const QWidget& window)
         }
     }
     for (const QAction* action : window.findChildren<QAction*>()) {
-        keys << (action->isEnabled() ? action->shortcuts() : QList<QKeySequence>());
+        const bool isActive = action->isEnabled() && action->shortcutContext() != Qt::WidgetShortcut;
+        keys << (isActive ? action->shortcuts() : QList<QKeySequence>());
     }
     for (const QShortcut* shortcut : window.findChildren<QShortcut*>()) {
         keys << (shortcut->context() == Qt::WidgetShortcut ? QKeySequence() : shortcut->key());

@@ -57,6 +57,26 @@ QString UnreadableHint(const QString& contents, const QString& file)
                           "again.");
 }
 
+bool ConfirmLosingChanges(const cSQL& sql, QWidget* parent, MessageBoxes& messages)
+{
+    QStringList changes;
+    for (const UnsavedChange& change : sql.UnsavedChanges()) {
+        changes << (change.isDeletion ? QStringLiteral("the deletion of ") : QString()) +
+                       DescribeRecord(change.record) + FromUtf8(" (" + change.file + ")");
+    }
+    if (changes.isEmpty()) {
+        return true;
+    }
+    const QString text = QStringLiteral("These changes could not be saved:\r\n\r\n") + Listed(changes) +
+                         QStringLiteral("\r\n\r\nIf you exit now, you will lose them. To keep them, click "
+                                        "\"No\" and save another change.\r\n\r\nExit anyway?");
+    return messages.Ask(parent, {.text = text,
+                                 .title = QStringLiteral("Changes Not Saved"),
+                                 .icon = Icon::Exclamation,
+                                 .buttons = Buttons::YesNo,
+                                 .byDefault = Button::No}) == Button::Yes;
+}
+
 void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages)
 {
     const QString record = DescribeRecord(conflict.record);

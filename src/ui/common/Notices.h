@@ -21,6 +21,9 @@ QString Listed(const QStringList& lines);
 /// misses, for example "Your log".
 QString UnreadableHint(const QString& contents, const QString& file);
 
+/// Returns true if all changes are saved or the user agrees to lose those that are not.
+bool ConfirmLosingChanges(const cSQL& sql, QWidget* parent, MessageBoxes& messages);
+
 /// Shows a conflict with another program over the active window.
 void ShowConflict(const ConflictNotice& conflict, MessageBoxes& messages);
 

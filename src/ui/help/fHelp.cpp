@@ -70,10 +70,10 @@ fHelp::fHelp(QWidget* parent) : QDialog(parent), m_browser(new QTextBrowser(this
     m_browser->setFocus();
 }
 
-void fHelp::ShowPageFor(const QWidget* window)
+void fHelp::ShowPage(const QString& name)
 {
-    const QString page = window == nullptr ? QString() : window->objectName() + QLatin1String(".html");
-    if (!page.isEmpty() && QFile::exists(QLatin1String(":/manual/") + page)) {
+    const QString page = name + QLatin1String(".html");
+    if (QFile::exists(QLatin1String(":/manual/") + page)) {
         m_browser->setSource(QUrl(QLatin1String("qrc:/manual/") + page));
     } else {
         ShowContents();
@@ -83,6 +83,20 @@ void fHelp::ShowPageFor(const QWidget* window)
 void fHelp::ShowContents()
 {
     m_browser->setSource(QUrl(QStringLiteral("qrc:/manual/index.html")));
+}
+
+void ShowManual(QWidget* window, const QString& page, const RememberedWindows& windows)
+{
+    auto* help =
+        window == nullptr ? nullptr : window->findChild<fHelp*>(QString(), Qt::FindDirectChildrenOnly);
+    if (help == nullptr) {
+        help = new fHelp(window);
+        windows.Remember(*help);
+    }
+    help->ShowPage(page);
+    help->show();
+    help->raise();
+    help->activateWindow();
 }
 
 HelpKey::HelpKey(const RememberedWindows& windows) : m_windows(windows)
@@ -98,19 +112,9 @@ bool HelpKey::eventFilter(QObject* object, QEvent* event)
     }
     Trap(module, "F1", [this] {
         QWidget* window = QApplication::activeWindow();
-        if (qobject_cast<fHelp*>(window) != nullptr) {
-            return;
+        if (qobject_cast<fHelp*>(window) == nullptr) {
+            ShowManual(window, window == nullptr ? QString() : window->objectName(), m_windows);
         }
-        auto* help =
-            window == nullptr ? nullptr : window->findChild<fHelp*>(QString(), Qt::FindDirectChildrenOnly);
-        if (help == nullptr) {
-            help = new fHelp(window);
-            m_windows.Remember(*help);
-        }
-        help->ShowPageFor(window);
-        help->show();
-        help->raise();
-        help->activateWindow();
     });
     return true;
 }

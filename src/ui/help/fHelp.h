@@ -17,15 +17,18 @@ class fHelp : public QDialog
 public:
     explicit fHelp(QWidget* parent);
 
-    /// Shows the page about `window`, found by its object name, or the table of contents if that page does
-    /// not exist.
-    void ShowPageFor(const QWidget* window);
+    /// Shows the page `name`, or the table of contents if that page does not exist. The page about a window
+    /// has the object name of the window.
+    void ShowPage(const QString& name);
 
 private:
     void ShowContents();
 
     QTextBrowser* m_browser;
 };
+
+/// Shows a page of the manual over `window`, in the manual that is already open there if there is one.
+void ShowManual(QWidget* window, const QString& page, const RememberedWindows& windows);
 
 /// Opens the manual at the page about the active window when the user presses F1.
 class HelpKey : public QObject

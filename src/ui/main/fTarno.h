@@ -1,10 +1,11 @@
 #pragma once
 
+#include "store/Record.h"
 #include "ui/common/Program.h"
 
 #include <QMainWindow>
 
-#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,12 +16,16 @@ class QMenu;
 namespace Tarno
 {
 
+class LogView;
+class UndoMenu;
+class fEntry;
+
 namespace Ui
 {
 class fTarno;
 }
 
-/// The main window: the list of all log entries and the commands that open the other windows.
+/// The main window: the list of all log entries, finding them, and the commands that open the other windows.
 class fTarno : public QMainWindow
 {
     Q_OBJECT
@@ -41,6 +46,15 @@ public:
     void Reports();
     void Tides();
     void About();
+    void Repeat();
+    void Find();
+    void TripSheet();
+    void ReportFound();
+    void Copy();
+    void CopyFound();
+    void ShowDetails();
+    void OpenLogFolder();
+    void Manual();
 
 Q_SIGNALS:
     /// The user confirmed the exit and the data access was released.
@@ -52,29 +66,35 @@ protected:
 
 private:
     struct Command;
-    enum class Needs { Nothing, Location, Entry };
+    /// What a command needs: that a trip can be added, a trip in the log, a row in the list, a row and that a
+    /// trip can be added, a list restricted to some rows.
+    enum class Needs { Nothing, NewTrip, AnyTrip, Row, RowAndNewTrip, Found };
+    using Run = void (fTarno::*)();
 
     void Form_Load();
     void MakeCommands();
-    void AddCommand(QAction* button, const char* icon, const char* menuCaption, Needs needs,
-                    void (fTarno::*run)());
+    void AddCommand(QAction* action, Needs needs, Run run);
+    void AddButton(QAction* button, const char* icon, const char* popUpCaption, Needs needs, Run run);
+    void RunCommand(const std::string& routine, Run run);
     void ConnectHandlers();
-    void LoadEntryList();
-    void SetControls(bool usable);
     void EnableCommands();
     QString Hint(bool anyLocation) const;
+    void ShowSelectedTrip();
     void lvwEntry_DblClick();
     void lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position);
     void cmdExit_Click();
-    bool ConfirmLosingChanges();
     void EditSelected(const char* routine, bool deleteMode);
-    std::int16_t SelectedEntry() const;
+    void EditNewTrip(const char* routine, const std::function<void(fEntry& editor)>& edit);
+    void SetControls(bool usable);
+    void CopyTrips(const RecordList& trips);
     template <typename Body>
     void WithListGreyed(const char* routine, Body&& body);
 
     const Program& m_program;
     std::unique_ptr<Ui::fTarno> m_ui;
     QMenu* m_popUp;
+    LogView* m_log;
+    UndoMenu* m_undo;
     std::vector<Command> m_commands; ///< each with the condition for being enabled
     bool m_exitConfirmed = false;
 };

@@ -75,7 +75,7 @@ private Q_SLOTS:
         Texts found;
         for (const QAction* action : Find<QToolBar>(window, "tlbTarno").actions()) {
             if (!action->isSeparator()) {
-                found.push_back(ToUtf8(action->objectName() + QLatin1String(", ") + action->text() +
+                found.push_back(ToUtf8(action->objectName() + QLatin1String(", ") + action->iconText() +
                                        QLatin1String(", ") + action->toolTip()));
             }
         }

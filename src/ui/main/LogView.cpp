@@ -1,0 +1,162 @@
+#include "LogView.h"
+
+#include "LogColumns.h"
+#include "core/ErrorLog.h"
+#include "qt/Strings.h"
+#include "ui/common/QueryBar.h"
+#include "ui/common/SortableList.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Tarno
+{
+
+namespace
+{
+
+using RowState = TextTableModel::RowState;
+
+} // namespace
+
+LogView::LogView(const Program& program, SortableList& list, QueryBar& bar, QObject* parent)
+    : QObject(parent), m_program(program), m_list(list), m_bar(bar)
+{
+    m_list.SetHeadings(LogHeadings());
+    m_list.FitColumns(LogSamples(), StretchedLogColumn());
+    m_list.SetRemark(QStringLiteral("You have just saved this trip. The search does not find it."));
+    m_bar.SetCompletion([this] { return QueryCompletion(Trips(), Places()); });
+    connect(&m_bar, &QueryBar::QueryChanged, this,
+            [this] { Trap("fTarno", "ApplyQuery", [this] { ApplyQuery(); }); });
+    connect(&m_bar, &QueryBar::Entered, &m_list, [this] { m_list.setFocus(); });
+    connect(&m_bar, &QueryBar::Closed, &m_list, [this] { m_list.setFocus(); });
+}
+
+void LogView::LoadEntryList()
+{
+    std::vector<TextTableModel::Row> rows;
+    m_keys.clear();
+    m_searched.clear();
+    ForgetRecords();
+    Trap("fTarno", "LoadEntryList", [&] {
+        const RecordList trips = Trips();
+        AddLogRows(rows, trips,
+                   [this](const std::string& number) { return m_program.sql.LocationNameGet(number); });
+        std::transform(trips.begin(), trips.end(), std::back_inserter(m_keys),
+                       [](const RecordView& trip) { return trip.Text(EntryField::TarnoNo); });
+    });
+    m_list.SetRows(std::move(rows), States());
+}
+
+void LogView::ApplyQuery()
+{
+    m_kept.clear();
+    m_list.SetStates(States());
+    Q_EMIT QueryChanged();
+}
+
+/// Returns the state of each row, or an empty list without a query, and shows the counts in the find bar.
+std::vector<RowState> LogView::States()
+{
+    std::vector<RowState> states;
+    std::size_t kept = 0;
+    if (IsRestricted()) {
+        FoldTrips();
+        for (std::size_t row = 0; row < m_keys.size(); ++row) {
+            const bool isFound = m_bar.CurrentQuery().Matches(m_searched[row]);
+            const bool isKept = !isFound && m_kept.contains(m_keys[row]);
+            kept += isKept ? 1 : 0;
+            states.push_back(isFound ? RowState::Shown : isKept ? RowState::Marked : RowState::Hidden);
+        }
+    }
+    const auto hidden = std::count(states.begin(), states.end(), RowState::Hidden);
+    m_bar.ShowCount(m_keys.size() - kept - static_cast<std::size_t>(hidden), m_keys.size(), kept);
+    return states;
+}
+
+/// Prepares the trips for queries. Uses the rows that are shown, even if the log contains others by now,
+/// because another program has added or removed trips.
+void LogView::FoldTrips()
+{
+    if (m_searched.size() == m_keys.size()) {
+        return;
+    }
+    const PlaceNames places = Places();
+    const RecordList trips = Trips();
+    auto next = trips.begin();
+    for (const std::string& key : m_keys) {
+        const auto found = std::find_if(
+            next, trips.end(), [&](const RecordView& trip) { return trip.Text(EntryField::TarnoNo) == key; });
+        m_searched.emplace_back(found == trips.end() ? RecordView({}) : *found, places);
+        next = found == trips.end() ? next : found + 1;
+    }
+}
+
+void LogView::KeepShown(const std::vector<std::string>& keys)
+{
+    m_kept.insert(keys.begin(), keys.end());
+}
+
+void LogView::ForgetRecords()
+{
+    m_bar.ForgetTrips();
+}
+
+void LogView::Select(const std::string& key)
+{
+    m_list.SelectKey(EntryRowKey(key));
+}
+
+bool LogView::IsRestricted() const
+{
+    return m_bar.CurrentQuery().HasTerms();
+}
+
+std::optional<std::string> LogView::SelectedKey() const
+{
+    const auto row = m_list.SelectedKey();
+    return row ? std::optional(ToUtf8(row->mid(1))) : std::nullopt;
+}
+
+std::optional<RecordView> LogView::SelectedTrip() const
+{
+    const auto key = SelectedKey();
+    const RecordList trips = key ? Trips() : RecordList();
+    const auto found = std::find_if(trips.begin(), trips.end(), [&](const RecordView& trip) {
+        return trip.Text(EntryField::TarnoNo) == *key;
+    });
+    return found == trips.end() ? std::nullopt : std::optional(*found);
+}
+
+RecordList LogView::FoundTrips()
+{
+    const std::vector<RowState> states = States();
+    std::set<std::string> keys;
+    for (std::size_t row = 0; row < m_keys.size(); ++row) {
+        if (states.empty() || states[row] == RowState::Shown) {
+            keys.insert(m_keys[row]);
+        }
+    }
+    RecordList trips = Trips();
+    std::erase_if(trips,
+                  [&](const RecordView& trip) { return !keys.contains(trip.Text(EntryField::TarnoNo)); });
+    return trips;
+}
+
+PlaceNames LogView::Places() const
+{
+    RecordList locations;
+    if (m_program.sql.CanAddLocations()) { // otherwise, each call would report the unreadable file
+        m_program.sql.LocationList(locations);
+    }
+    return PlaceNames(locations);
+}
+
+RecordList LogView::Trips() const
+{
+    RecordList trips;
+    m_program.sql.EntryList(trips);
+    return trips;
+}
+
+} // namespace Tarno

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "analysis/Query.h"
+#include "analysis/TripText.h"
+#include "ui/common/Program.h"
+#include "ui/common/TextTableModel.h"
+
+#include <QObject>
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Tarno
+{
+
+class QueryBar;
+class SortableList;
+
+/// Shows the trips of the log in a list, restricted to those that the query of a find bar finds. Records are
+/// identified by their keys, because every change of the log invalidates a RecordView.
+class LogView : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The references must outlive the object.
+    LogView(const Program& program, SortableList& list, QueryBar& bar, QObject* parent);
+
+    /// Shows the trips of the log. Errors are reported through ErrorLog, and the list is then empty.
+    void LoadEntryList();
+
+    /// Shows these trips, marked, even if the query does not find them, until the query changes.
+    void KeepShown(const std::vector<std::string>& keys);
+
+    /// Forgets everything that refers to the records. Call this after every command that may change them.
+    void ForgetRecords();
+
+    /// Selects the trip if it is shown.
+    void Select(const std::string& key);
+
+    /// Returns the number of trips in the log, found or not.
+    std::size_t TripCount() const { return m_keys.size(); }
+
+    /// Whether a query restricts the list.
+    bool IsRestricted() const;
+
+    std::optional<std::string> SelectedKey() const;
+
+    /// Returns the record of the selected trip, valid until the next change of the log.
+    std::optional<RecordView> SelectedTrip() const;
+
+    /// Returns the records of the trips that the query finds, valid until the next change of the log.
+    RecordList FoundTrips();
+
+    /// Returns the names of the locations.
+    PlaceNames Places() const;
+
+Q_SIGNALS:
+    /// The user has changed the query.
+    void QueryChanged();
+
+private:
+    void ApplyQuery();
+    std::vector<TextTableModel::RowState> States();
+    void FoldTrips();
+    RecordList Trips() const;
+
+    const Program& m_program;
+    SortableList& m_list;
+    QueryBar& m_bar;
+    std::vector<std::string> m_keys;      ///< of all trips, in file order
+    std::vector<SearchedTrip> m_searched; ///< in the same order; empty until a query needs them
+    std::set<std::string> m_kept;
+};
+
+} // namespace Tarno

@@ -1,0 +1,134 @@
+#include "TripDetails.h"
+
+#include "core/Error.h"
+#include "core/ErrorLog.h"
+#include "qt/Strings.h"
+#include "ui/entry/PictureFile.h"
+
+#include <QFileInfo>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QTextTable>
+#include <QVBoxLayout>
+
+#include <chrono>
+#include <utility>
+
+namespace Tarno
+{
+
+namespace
+{
+
+constexpr int largestPicture = 1600; // pixels
+constexpr int margin = 8;
+constexpr QLatin1String pictureName("picture");
+
+} // namespace
+
+TripDetails::TripDetails(QWidget* parent) : QWidget(parent), m_text(new QTextEdit(this))
+{
+    using namespace std::chrono_literals;
+    m_text->setObjectName(QStringLiteral("txtDetails"));
+    m_text->setAccessibleName(QStringLiteral("Details of the selected trip"));
+    m_text->setReadOnly(true);
+    m_text->setTabChangesFocus(true);
+    m_text->document()->setDocumentMargin(margin);
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_text);
+    m_pictureTimer.setSingleShot(true);
+    m_pictureTimer.setInterval(100ms);
+    connect(&m_pictureTimer, &QTimer::timeout, this,
+            [this] { Trap("TripDetails", "LoadPicture", [this] { LoadPicture(); }); });
+    ShowNothing();
+}
+
+QSize TripDetails::sizeHint() const
+{
+    constexpr int letters = 44;
+    return {letters * fontMetrics().averageCharWidth(), 0};
+}
+
+void TripDetails::ShowTrip(std::vector<DescribedValue> values, const QString& picture)
+{
+    m_values = std::move(values);
+    m_picturePath = picture;
+    m_picture = {};
+    m_problem.clear();
+    m_pictureTimer.stop();
+    if (!picture.isEmpty()) {
+        m_pictureTimer.start();
+    }
+    Render();
+}
+
+void TripDetails::ShowNothing()
+{
+    ShowTrip({}, {});
+}
+
+void TripDetails::LoadPicture()
+{
+    if (!QFileInfo::exists(m_picturePath)) {
+        m_problem = QStringLiteral("The picture does not exist: ") + m_picturePath;
+    } else {
+        try {
+            m_picture =
+                ReadPicture(m_picturePath)
+                    .scaled(largestPicture, largestPicture, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        } catch (const Error&) {
+            m_problem = QStringLiteral("The picture cannot be read: ") + m_picturePath;
+        }
+    }
+    Render();
+}
+
+void TripDetails::Render()
+{
+    QTextDocument& document = *m_text->document();
+    document.clear();
+    QTextCursor cursor(&document);
+    if (m_values.empty()) {
+        cursor.insertText(QStringLiteral("Select a trip to see its details."));
+        return;
+    }
+    if (!m_picture.isNull()) {
+        document.addResource(QTextDocument::ImageResource, QUrl(pictureName), m_picture);
+        const QSize room(m_text->viewport()->width() - 2 * margin, m_picture.height());
+        const QSize shown = m_picture.size().scaled(room, Qt::KeepAspectRatio).boundedTo(m_picture.size());
+        QTextImageFormat image;
+        image.setName(pictureName);
+        image.setWidth(shown.width());
+        image.setHeight(shown.height());
+        cursor.insertImage(image);
+    } else if (!m_problem.isEmpty()) {
+        cursor.insertText(m_problem);
+    }
+    QTextTableFormat format;
+    format.setBorderStyle(QTextFrameFormat::BorderStyle_None);
+    format.setCellPadding(2);
+    format.setCellSpacing(0);
+    QTextTable* table = cursor.insertTable(static_cast<int>(m_values.size()), 2, format);
+    QTextCharFormat caption;
+    caption.setFontWeight(QFont::Bold);
+    int row = 0;
+    for (const DescribedValue& value : m_values) {
+        table->cellAt(row, 0).firstCursorPosition().insertText(FromUtf8(value.caption), caption);
+        table->cellAt(row, 1).firstCursorPosition().insertText(FromUtf8(value.text));
+        ++row;
+    }
+    m_text->moveCursor(QTextCursor::Start);
+}
+
+/// Fits the picture to the new width.
+void TripDetails::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (!m_picture.isNull()) {
+        Render();
+    }
+}
+
+} // namespace Tarno
