@@ -8,8 +8,10 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSettings>
+#include <QSplitter>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <utility>
 
 namespace Tarno
@@ -20,6 +22,7 @@ namespace
 
 constexpr QLatin1String geometry("geometry"); ///< when the window is not maximised
 constexpr QLatin1String maximised("maximised");
+constexpr QLatin1String details("fTarno/details");
 
 /// Calls `use` with the settings in `file`. Does nothing if another kind of file has that name, because
 /// opening a pipe could block forever.
@@ -58,6 +61,28 @@ void RestoreGeometry(QWidget& window, const QRect& saved)
     }
 }
 
+QList<int> Numbers(const QSettings& settings, const QString& key)
+{
+    QList<int> numbers;
+    for (const QVariant& number : settings.value(key).toList()) {
+        numbers << number.toInt();
+    }
+    return numbers;
+}
+
+void SetNumbers(QSettings& settings, const QString& key, const QList<int>& numbers)
+{
+    settings.setValue(key, QVariantList(numbers.begin(), numbers.end()));
+}
+
+/// Whether the splitter can have `sizes`, with no part hidden.
+bool AreSizes(const QList<int>& sizes, const QSplitter& splitter)
+{
+    constexpr int most = 100'000;
+    return sizes.size() == splitter.count() &&
+           std::all_of(sizes.begin(), sizes.end(), [](int size) { return size > 0 && size < most; });
+}
+
 void Restore(QWidget& window, const QSettings& settings)
 {
     if (const QRect saved = settings.value(KeyOf(window, geometry)).toRect(); saved.isValid()) {
@@ -67,11 +92,13 @@ void Restore(QWidget& window, const QSettings& settings)
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
     }
     for (SortableList* list : window.findChildren<SortableList*>()) {
-        QList<int> widths;
-        for (const QVariant& width : settings.value(KeyOf(window, list->objectName())).toList()) {
-            widths << width.toInt();
+        list->SetColumnWidths(Numbers(settings, KeyOf(window, list->objectName())));
+    }
+    for (QSplitter* splitter : window.findChildren<QSplitter*>()) {
+        const QList<int> sizes = Numbers(settings, KeyOf(window, splitter->objectName()));
+        if (AreSizes(sizes, *splitter)) {
+            splitter->setSizes(sizes);
         }
-        list->SetColumnWidths(widths);
     }
 }
 
@@ -85,7 +112,12 @@ void Save(const QWidget& window, QSettings& settings)
         if (widths.isEmpty()) {
             settings.remove(key);
         } else {
-            settings.setValue(key, QVariantList(widths.begin(), widths.end()));
+            SetNumbers(settings, key, widths);
+        }
+    }
+    for (const QSplitter* splitter : window.findChildren<QSplitter*>()) {
+        if (const QList<int> sizes = splitter->sizes(); AreSizes(sizes, *splitter)) {
+            SetNumbers(settings, KeyOf(window, splitter->objectName()), sizes);
         }
     }
 }
@@ -128,6 +160,18 @@ void RememberedWindows::Remember(QWidget& window) const
 {
     WithSettings(m_file, [&window](const QSettings& settings) { Restore(window, settings); });
     new SaveOnHide(&window, m_file);
+}
+
+bool RememberedWindows::AreDetailsShown() const
+{
+    bool shown = false;
+    WithSettings(m_file, [&](const QSettings& settings) { shown = settings.value(details).toBool(); });
+    return shown;
+}
+
+void RememberedWindows::SetDetailsShown(bool shown) const
+{
+    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(details, shown); });
 }
 
 QString RememberedWindows::SelectedRow(const QString& folder) const

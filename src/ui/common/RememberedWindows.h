@@ -18,10 +18,14 @@ public:
     /// Creates the file and its folder when there is something to remember.
     explicit RememberedWindows(QString file);
 
-    /// Restores size, position and column widths of `window`, and remembers them whenever it is hidden. The
-    /// object name identifies the window. Call it once, before the window is shown and after its lists have
-    /// got their columns.
+    /// Restores size, position, column widths and splitters of `window`, and remembers them whenever it is
+    /// hidden. The object name identifies the window. Call it once, before the window is shown and after its
+    /// lists have got their columns.
     void Remember(QWidget& window) const;
+
+    /// Whether the user wants to see the details of the selected trip beside the log.
+    bool AreDetailsShown() const;
+    void SetDetailsShown(bool shown) const;
 
     /// Returns the key of the row that was selected last in the log in `folder`, or an empty string.
     QString SelectedRow(const QString& folder) const;

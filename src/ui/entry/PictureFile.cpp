@@ -50,4 +50,19 @@ QImage ReadPicture(const QString& path)
                                                              : QImage::Format_RGB32);
 }
 
+PictureOrProblem TryReadPicture(const QString& path)
+{
+    if (path.isEmpty()) {
+        return {};
+    }
+    if (!QFileInfo::exists(path)) {
+        return {{}, QStringLiteral("The picture does not exist: ") + path};
+    }
+    try {
+        return {ReadPicture(path), {}};
+    } catch (const Error&) {
+        return {{}, QStringLiteral("The picture cannot be read: ") + path};
+    }
+}
+
 } // namespace Tarno

@@ -20,4 +20,13 @@ QString PicturePath(const ProgramFolder& folder, std::string_view stored);
 /// WebP, or needs more than 256 MB of memory (64 megapixels).
 QImage ReadPicture(const QString& path);
 
+/// A picture, or why there is none.
+struct PictureOrProblem {
+    QImage picture;
+    QString problem; ///< a sentence for the user; empty if there is a picture or no path
+};
+
+/// Like ReadPicture, for a picture that is not essential: explains the problem instead of throwing.
+PictureOrProblem TryReadPicture(const QString& path);
+
 } // namespace Tarno

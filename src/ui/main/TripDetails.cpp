@@ -1,11 +1,9 @@
 #include "TripDetails.h"
 
-#include "core/Error.h"
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
 #include "ui/entry/PictureFile.h"
 
-#include <QFileInfo>
 #include <QTextDocument>
 #include <QTextEdit>
 #include <QTextTable>
@@ -71,16 +69,11 @@ void TripDetails::ShowNothing()
 
 void TripDetails::LoadPicture()
 {
-    if (!QFileInfo::exists(m_picturePath)) {
-        m_problem = QStringLiteral("The picture does not exist: ") + m_picturePath;
-    } else {
-        try {
-            m_picture =
-                ReadPicture(m_picturePath)
-                    .scaled(largestPicture, largestPicture, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        } catch (const Error&) {
-            m_problem = QStringLiteral("The picture cannot be read: ") + m_picturePath;
-        }
+    auto [picture, problem] = TryReadPicture(m_picturePath);
+    m_problem = problem;
+    if (!picture.isNull()) {
+        m_picture =
+            picture.scaled(largestPicture, largestPicture, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     }
     Render();
 }

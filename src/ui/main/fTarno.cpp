@@ -24,7 +24,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenu>
 
@@ -135,7 +134,7 @@ void fTarno::ConnectHandlers()
 
 void fTarno::lvwEntry_DblClick()
 {
-    Trap(module, "lvwEntry_DblClick", [this] { Edit(); });
+    RunCommand("lvwEntry_DblClick", &fTarno::Edit);
 }
 
 void fTarno::lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position)
@@ -155,6 +154,8 @@ void fTarno::Form_Load()
         m_ui->lvwEntry->SelectKey(m_program.windows.SelectedRow(FromUtf8(m_program.folder.GetAppPath())));
         RecordList locations;
         m_program.sql.LocationList(locations); // reports unreadable locations, once
+        m_ui->miDetails->setChecked(m_program.windows.AreDetailsShown());
+        m_ui->tripDetails->setVisible(m_ui->miDetails->isChecked());
         EnableCommands();
     });
 }
@@ -317,9 +318,13 @@ void fTarno::TripSheet()
         return;
     }
     WithListGreyed("TripSheet", [&] {
-        const QString picture = PicturePath(m_program.folder, trip->Text(EntryField::Picture));
-        arTripSheet sheet(m_program.printers.DefaultPage(), DescribeTrip(*trip, m_log->Places()),
-                          QFileInfo::exists(picture) ? ReadPicture(picture) : QImage());
+        std::vector<DescribedValue> values = DescribeTrip(*trip, m_log->Places());
+        const auto [picture, problem] =
+            TryReadPicture(PicturePath(m_program.folder, trip->Text(EntryField::Picture)));
+        if (!problem.isEmpty()) {
+            values.push_back({"Picture", ToUtf8(problem)});
+        }
+        arTripSheet sheet(m_program.printers.DefaultPage(), std::move(values), picture);
         sheet.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(m_program.clock);
         fPreview(m_program, sheet, this).ShowReport();
     });
@@ -356,6 +361,7 @@ void fTarno::CopyTrips(const RecordList& trips)
 void fTarno::ShowDetails()
 {
     m_ui->tripDetails->setVisible(m_ui->miDetails->isChecked());
+    m_program.windows.SetDetailsShown(m_ui->miDetails->isChecked());
     ShowSelectedTrip();
 }
 
