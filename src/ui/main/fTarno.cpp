@@ -1,31 +1,27 @@
 #include "fTarno.h"
 
+#include "LogCommands.h"
 #include "LogView.h"
 #include "TideProgram.h"
+#include "TripSheet.h"
 #include "UndoMenu.h"
 #include "analysis/TripDescription.h"
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
 #include "fSplash.h"
-#include "qt/Icons.h"
 #include "qt/Strings.h"
-#include "reports/ReportDesign.h"
-#include "reports/arTripSheet.h"
 #include "ui/common/Notices.h"
 #include "ui/entry/PictureFile.h"
 #include "ui/entry/fEntry.h"
 #include "ui/help/fHelp.h"
 #include "ui/locations/fLocs.h"
-#include "ui/reports/fPreview.h"
 #include "ui/reports/fRptLog.h"
 #include "ui_fTarno.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QMenu>
 
 namespace Tarno
 {
@@ -34,21 +30,16 @@ namespace
 {
 
 constexpr std::string_view module = "fTarno";
+
 } // namespace
 
-struct fTarno::Command {
-    QAction* action;
-    QAction* popUpItem; ///< may be null
-    Needs needs;
-};
-
 fTarno::fTarno(const Program& program)
-    : m_program(program), m_ui(std::make_unique<Ui::fTarno>()), m_popUp(new QMenu(this))
+    : m_program(program), m_ui(std::make_unique<Ui::fTarno>()), m_commands(new LogCommands(this))
 {
     m_ui->setupUi(this);
     m_log = new LogView(program, *m_ui->lvwEntry, *m_ui->queryBar, this);
     m_undo = new UndoMenu(program, m_ui->miUndo, m_ui->miRedo, this);
-    MakeCommands();
+    AddCommands();
     ConnectHandlers();
     Form_Load();
     m_program.windows.Remember(*this);
@@ -56,71 +47,42 @@ fTarno::fTarno(const Program& program)
 
 fTarno::~fTarno() = default;
 
-void fTarno::MakeCommands()
+void fTarno::AddCommands()
 {
-    m_popUp->setObjectName(QStringLiteral("popPopup"));
+    using Needs = LogCommands::Needs;
+    const auto run = [this](void (fTarno::*command)()) { return [this, command] { (this->*command)(); }; };
     m_ui->icoReports->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_R), QKeySequence(Qt::CTRL | Qt::Key_P)});
-    AddButton(m_ui->icoAdd, "add", "Add", Needs::NewTrip, &fTarno::Add);
-    AddButton(m_ui->icoEdit, "edit", "Edit", Needs::Row, &fTarno::Edit);
-    AddButton(m_ui->icoDelete, "delete", "Delete", Needs::Row, &fTarno::Delete);
-    AddButton(m_ui->Earth, "locations", "Locations", Needs::Nothing, &fTarno::Locations);
-    AddButton(m_ui->icoReports, "reports", "Reports", Needs::AnyTrip, &fTarno::Reports);
-    AddButton(m_ui->icoAbout, "about", "About...", Needs::Nothing, &fTarno::About);
-    m_popUp->addSeparator();
-    AddButton(m_ui->icoTides, "tides", "Tides", Needs::Nothing, &fTarno::Tides);
+    m_commands->AddButton(m_ui->icoAdd, "add", "Add", Needs::NewTrip, run(&fTarno::Add));
+    m_commands->AddButton(m_ui->icoEdit, "edit", "Edit", Needs::Row, run(&fTarno::Edit));
+    m_commands->AddButton(m_ui->icoDelete, "delete", "Delete", Needs::Row, run(&fTarno::Delete));
+    m_commands->AddButton(m_ui->Earth, "locations", "Locations", Needs::Nothing, run(&fTarno::Locations));
+    m_commands->AddButton(m_ui->icoReports, "reports", "Reports", Needs::AnyTrip, run(&fTarno::Reports));
+    m_commands->AddButton(m_ui->icoAbout, "about", "About...", Needs::Nothing, run(&fTarno::About));
+    m_commands->AddSeparator();
+    m_commands->AddButton(m_ui->icoTides, "tides", "Tides", Needs::Nothing, run(&fTarno::Tides));
 
-    AddCommand(m_ui->miOpenFolder, Needs::Nothing, &fTarno::OpenLogFolder);
-    AddCommand(m_ui->miExit, Needs::Nothing, &fTarno::cmdExit_Click);
-    AddCommand(m_ui->miRepeat, Needs::RowAndNewTrip, &fTarno::Repeat);
-    AddCommand(m_ui->miFind, Needs::AnyTrip, &fTarno::Find);
-    AddCommand(m_ui->miTripSheet, Needs::Row, &fTarno::TripSheet);
-    AddCommand(m_ui->miReportFound, Needs::Row, &fTarno::ReportFound);
-    AddCommand(m_ui->miCopy, Needs::Row, &fTarno::Copy);
-    AddCommand(m_ui->miCopyFound, Needs::Found, &fTarno::CopyFound);
-    AddCommand(m_ui->miDetails, Needs::Nothing, &fTarno::ShowDetails);
-    AddCommand(m_ui->miManual, Needs::Nothing, &fTarno::Manual);
-}
-
-/// Makes the action run a command whenever it is triggered.
-void fTarno::AddCommand(QAction* action, Needs needs, Run run)
-{
-    connect(action, &QAction::triggered, this,
-            [this, action, run] { RunCommand(ToUtf8(action->objectName()) + "_Click", run); });
-    m_commands.push_back({action, nullptr, needs});
-}
-
-/// Adds a command of the toolbar and appends it to the pop-up menu. The object name of the item contains its
-/// index in the menu. The item shows the key of the button but does not react to it, because then neither
-/// would work.
-void fTarno::AddButton(QAction* button, const char* icon, const char* popUpCaption, Needs needs, Run run)
-{
-    const QIcon drawn = DrawnIcon(QLatin1String(icon));
-    const auto index = m_popUp->actions().size();
-    QAction* item = m_popUp->addAction(drawn, QLatin1String(popUpCaption));
-    item->setObjectName(QStringLiteral("miPopUp_") + QString::number(index));
-    item->setShortcut(button->shortcut());
-    item->setShortcutContext(Qt::WidgetShortcut);
-    item->setShortcutVisibleInContextMenu(true);
-    button->setIcon(drawn);
-    connect(button, &QAction::triggered, this, [this, run] { RunCommand("tlbTarno_ButtonClick", run); });
-    connect(item, &QAction::triggered, this, [this, run] { RunCommand("miPopup_Click", run); });
-    m_commands.push_back({button, item, needs});
-}
-
-void fTarno::RunCommand(const std::string& routine, Run run)
-{
-    m_ui->barDeleted->hide();
-    Trap(module, routine, [&] { (this->*run)(); });
+    m_commands->Add(m_ui->miOpenFolder, Needs::Nothing, run(&fTarno::OpenLogFolder));
+    m_commands->Add(m_ui->miExit, Needs::Nothing, run(&fTarno::cmdExit_Click));
+    m_commands->Add(m_ui->miRepeat, Needs::RowAndNewTrip, run(&fTarno::Repeat));
+    m_commands->Add(m_ui->miFind, Needs::AnyTrip, [this] { m_ui->queryBar->Open(); });
+    m_commands->Add(m_ui->miTripSheet, Needs::Row, run(&fTarno::TripSheet));
+    m_commands->Add(m_ui->miReportFound, Needs::Row, run(&fTarno::ReportFound));
+    m_commands->Add(m_ui->miCopy, Needs::Row, run(&fTarno::Copy));
+    m_commands->Add(m_ui->miCopyFound, Needs::FoundRow, run(&fTarno::CopyFound));
+    m_commands->Add(m_ui->miDetails, Needs::Nothing, run(&fTarno::ShowDetails));
+    m_commands->Add(m_ui->miManual, Needs::Nothing,
+                    [this] { ShowManual(this, objectName(), m_program.windows); });
 }
 
 void fTarno::ConnectHandlers()
 {
+    connect(m_commands, &LogCommands::Started, m_ui->barDeleted, &QWidget::hide);
     connect(m_ui->cmdExit, &QPushButton::clicked, this, &fTarno::cmdExit_Click);
     connect(m_ui->cmdUndoDelete, &QPushButton::clicked, m_undo, &UndoMenu::Undo);
     connect(m_ui->lvwEntry, &SortableList::OpenRequested, this, &fTarno::lvwEntry_DblClick);
     connect(m_ui->lvwEntry, &SortableList::Pressed, this, &fTarno::lvwEntry_MouseDown);
     connect(m_ui->lvwEntry, &SortableList::SelectionChanged, this, &fTarno::ShowSelectedTrip);
-    connect(m_log, &LogView::QueryChanged, this, &fTarno::EnableCommands);
+    connect(m_log, &LogView::QueryChanged, this, &fTarno::ShowChanges);
     connect(m_ui->queryBar, &QueryBar::HelpRequested, this,
             [this] { ShowManual(this, QStringLiteral("find"), m_program.windows); });
     connect(m_undo, &UndoMenu::Started, m_ui->barDeleted, &QWidget::hide);
@@ -128,13 +90,14 @@ void fTarno::ConnectHandlers()
         m_log->KeepShown({trip});
         m_log->LoadEntryList();
         m_log->Select(trip);
-        EnableCommands();
+        ShowChanges();
     });
 }
 
 void fTarno::lvwEntry_DblClick()
 {
-    RunCommand("lvwEntry_DblClick", &fTarno::Edit);
+    m_ui->barDeleted->hide();
+    Trap(module, "lvwEntry_DblClick", [this] { Edit(); });
 }
 
 void fTarno::lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position)
@@ -142,7 +105,7 @@ void fTarno::lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position)
     Trap(module, "lvwEntry_MouseDown", [&] {
         EnableCommands();
         if (button == Qt::RightButton) {
-            m_popUp->popup(position);
+            m_commands->ShowPopUp(position);
         }
     });
 }
@@ -156,45 +119,29 @@ void fTarno::Form_Load()
         m_program.sql.LocationList(locations); // reports unreadable locations, once
         m_ui->miDetails->setChecked(m_program.windows.AreDetailsShown());
         m_ui->tripDetails->setVisible(m_ui->miDetails->isChecked());
-        EnableCommands();
+        ShowChanges();
     });
 }
 
 void fTarno::EnableCommands()
 {
-    m_log->ForgetRecords();
-    m_undo->Update();
     RecordList locations;
     if (m_program.sql.CanAddLocations() && m_program.sql.LocationList(locations) != succeeded) {
         return;
     }
     m_ui->lvwEntry->SetHint(Hint(!locations.empty()));
-    const bool canAdd = !locations.empty() && m_program.sql.CanAddEntries();
-    const bool anyRow = m_ui->lvwEntry->RowCount() > 0;
-    const auto isMet = [&](Needs needs) {
-        switch (needs) {
-        case Needs::NewTrip:
-            return canAdd;
-        case Needs::AnyTrip:
-            return m_log->TripCount() > 0;
-        case Needs::Row:
-            return anyRow;
-        case Needs::RowAndNewTrip:
-            return anyRow && canAdd;
-        case Needs::Found:
-            return anyRow && m_log->IsRestricted();
-        case Needs::Nothing:
-            break;
-        }
-        return true;
-    };
-    for (const Command& command : m_commands) {
-        const bool enabled = isMet(command.needs);
-        command.action->setEnabled(enabled);
-        if (command.popUpItem != nullptr) {
-            command.popUpItem->setEnabled(enabled);
-        }
-    }
+    m_commands->Enable({.canAddTrip = !locations.empty() && m_program.sql.CanAddEntries(),
+                        .hasTrips = m_log->TripCount() > 0,
+                        .hasRows = m_ui->lvwEntry->RowCount() > 0,
+                        .isRestricted = m_log->IsRestricted()});
+}
+
+/// Adapts everything that depends on the log or on what is found.
+void fTarno::ShowChanges()
+{
+    m_log->ForgetRecords();
+    m_undo->Update();
+    EnableCommands();
     ShowSelectedTrip();
 }
 
@@ -228,7 +175,7 @@ void fTarno::WithListGreyed(const char* routine, Body&& body)
     SetControls(false);
     Trap(module, routine, std::forward<Body>(body));
     SetControls(true);
-    EnableCommands();
+    ShowChanges();
     activateWindow(); // some window managers activate no window when two close at once
     m_ui->lvwEntry->setFocus();
 }
@@ -306,28 +253,11 @@ void fTarno::Tides()
     Trap(module, "Tides", [this] { StartTideProgram(m_program, this); });
 }
 
-void fTarno::Find()
-{
-    m_ui->queryBar->Open();
-}
-
 void fTarno::TripSheet()
 {
-    const auto trip = m_log->SelectedTrip();
-    if (!trip) {
-        return;
+    if (const auto trip = m_log->SelectedTrip()) {
+        WithListGreyed("TripSheet", [&] { ShowTripSheet(m_program, *trip, m_log->Places(), this); });
     }
-    WithListGreyed("TripSheet", [&] {
-        std::vector<DescribedValue> values = DescribeTrip(*trip, m_log->Places());
-        const auto [picture, problem] =
-            TryReadPicture(PicturePath(m_program.folder, trip->Text(EntryField::Picture)));
-        if (!problem.isEmpty()) {
-            values.push_back({"Picture", ToUtf8(problem)});
-        }
-        arTripSheet sheet(m_program.printers.DefaultPage(), std::move(values), picture);
-        sheet.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(m_program.clock);
-        fPreview(m_program, sheet, this).ShowReport();
-    });
 }
 
 void fTarno::ReportFound()
@@ -383,11 +313,6 @@ void fTarno::ShowSelectedTrip()
 void fTarno::OpenLogFolder()
 {
     m_program.programs.OpenFolder(FromUtf8(m_program.folder.GetAppPath()));
-}
-
-void fTarno::Manual()
-{
-    ShowManual(this, objectName(), m_program.windows);
 }
 
 void fTarno::cmdExit_Click()

@@ -7,15 +7,11 @@
 
 #include <functional>
 #include <memory>
-#include <string>
-#include <vector>
-
-class QAction;
-class QMenu;
 
 namespace Tarno
 {
 
+class LogCommands;
 class LogView;
 class UndoMenu;
 class fEntry;
@@ -47,14 +43,12 @@ public:
     void Tides();
     void About();
     void Repeat();
-    void Find();
     void TripSheet();
     void ReportFound();
     void Copy();
     void CopyFound();
     void ShowDetails();
     void OpenLogFolder();
-    void Manual();
 
 Q_SIGNALS:
     /// The user confirmed the exit and the data access was released.
@@ -65,19 +59,11 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    struct Command;
-    /// What a command needs: that a trip can be added, a trip in the log, a row in the list, a row and that a
-    /// trip can be added, a list restricted to some rows.
-    enum class Needs { Nothing, NewTrip, AnyTrip, Row, RowAndNewTrip, Found };
-    using Run = void (fTarno::*)();
-
     void Form_Load();
-    void MakeCommands();
-    void AddCommand(QAction* action, Needs needs, Run run);
-    void AddButton(QAction* button, const char* icon, const char* popUpCaption, Needs needs, Run run);
-    void RunCommand(const std::string& routine, Run run);
+    void AddCommands();
     void ConnectHandlers();
     void EnableCommands();
+    void ShowChanges();
     QString Hint(bool anyLocation) const;
     void ShowSelectedTrip();
     void lvwEntry_DblClick();
@@ -92,10 +78,9 @@ private:
 
     const Program& m_program;
     std::unique_ptr<Ui::fTarno> m_ui;
-    QMenu* m_popUp;
+    LogCommands* m_commands;
     LogView* m_log;
     UndoMenu* m_undo;
-    std::vector<Command> m_commands; ///< each with the condition for being enabled
     bool m_exitConfirmed = false;
 };
 
