@@ -167,7 +167,7 @@ private Q_SLOTS:
         History history;
         Add(history, Change("4", "a", ""));
         Add(history, Change("4", "", "b"));
-        Add(history, Change("4", "x", "y"), Kind::Location);
+        Add(history, Change("4", "b", "c"), Kind::Location);
         Add(history, Change("5", "", "b"));
         Add(history, Change("4", "b", "c"));
         Add(history, Change("4", "c", ""));
@@ -175,8 +175,21 @@ private Q_SLOTS:
         Move(history, Undo);
         Move(history, Undo);
         Move(history, Undo);
-        history.SetKeys(Kind::Trip, {{"4", "5"}, {"5", "6"}});
+        history.SetKeys(Kind::Trip, {{"4", "5", Xml("5", "b")}, {"5", "6", Xml("6", "b")}});
         QCOMPARE(Keys(history), "4 5 4 6 5 5 4 "s);
+    }
+
+    // A record gets a key that another one had when it was changed.
+    void setKeys_leavesStepsOfOtherRecordsAlone()
+    {
+        History history;
+        Add(history, Change("2", "", "a"));
+        Add(history, Change("2", "c", "b")); // another record, which has received this key later
+        Add(history, Change("2", "a", ""));
+        RecordChange applied = history.Next(Undo)->Towards(Undo);
+        applied.SetKey("4");
+        history.Move(Undo, applied);
+        QCOMPARE(Keys(history), "4 2 4 "s);
     }
 };
 
