@@ -336,6 +336,47 @@ private Q_SLOTS:
         QVERIFY(test.table.Appended().empty());
     }
 
+    void changes_thatAreReverted_areForgotten()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b")));
+        RecordChange edited = test.table.Replace(MakeRecord("1", "new")).Reversed();
+        RecordChange removed = test.table.Remove("2").Reversed();
+        QCOMPARE(test.table.Changed().size(), std::size_t{2});
+        QVERIFY(test.table.Apply(removed));
+        QVERIFY(test.table.Apply(edited));
+        QCOMPARE(test.table.Changed(), RecordTable::Changes());
+        RecordChange restored{.key = "3", .before = {}, .after = Location("3", "c")};
+        QVERIFY(test.table.Apply(restored));
+        QCOMPARE(test.table.Changed(), (RecordTable::Changes{{"3", ""}}));
+        test.table.Remove("3");
+        QCOMPARE(test.table.Changed(), RecordTable::Changes());
+    }
+
+    void apply_recordThatIsDifferent_changesNothing()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b")));
+        const std::string before = test.Bytes();
+        for (const RecordChange& change :
+             {RecordChange{.key = "1", .before = Location("1", "b"), .after = Location("1", "c")},
+              RecordChange{.key = "3", .before = Location("3", "b"), .after = {}},
+              RecordChange{.key = "2", .before = {}, .after = Location("2", "b")}}) {
+            RecordChange applied = change;
+            QVERIFY(!test.table.Apply(applied));
+        }
+        QCOMPARE(test.Bytes(), before);
+        QCOMPARE(test.table.Changed(), RecordTable::Changes());
+    }
+
+    void apply_takenKey_appendsTheRecord()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b")));
+        RecordChange change{.key = "1", .before = {}, .after = Location("1", "c")};
+        QVERIFY(test.table.Apply(change));
+        QCOMPARE(change.key, "3"s);
+        QCOMPARE(change.after, Location("3", "c"));
+        QCOMPARE(test.Keys(), (Texts{"1", "2", "3"}));
+    }
+
     void restore_insertsAtThePlace()
     {
         const std::string bytes = Table(Data("<!-- top -->" + Location("9", "a") + "<!-- c --><?mine it?>" +
