@@ -30,6 +30,18 @@ void MoveDataToTheFront(pugi::xml_document& document)
     }
 }
 
+/// Adds the keys that another merge has given, also to records that already have a new key.
+void AddNewKeys(KeyMap& newKeys, KeyMap later)
+{
+    for (auto& [from, to] : newKeys) {
+        if (const auto found = later.find(to); found != later.end()) {
+            to = found->second;
+            later.erase(found);
+        }
+    }
+    newKeys.merge(later);
+}
+
 /// Writes `record` to a separate file in the folder of `path` without synchronising the folder. Returns the
 /// path of that file.
 std::string WriteKeptFile(const Record& record, const std::string& path, FileOperations& operations)
@@ -188,7 +200,7 @@ bool DataFile::MergeFile(const std::string& path, const FileState& found, std::s
     if (!result.conflicts.empty()) {
         operations.SyncFolder(FolderOf(path)); // if this fails, the notices still name the kept files
     }
-    merged.newKeys.merge(result.newKeys);
+    AddNewKeys(merged.newKeys, std::move(result.newKeys));
     m_contents = std::move(theirs);
     m_version = found;
     return true;

@@ -5,33 +5,12 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
+#include <string>
 #include <utility>
 
 namespace Tarno
 {
-
-namespace
-{
-
-/// Updates `step` if `newKeys` contains its key. Removes the key from there at the end of the time in which
-/// the record exists: at a step of the kind `last`, which belongs to the record, or of the kind `beyond`,
-/// which belongs to another one.
-void SetKey(History::Step& step, KeyMap& newKeys, ChangeKind last, ChangeKind beyond)
-{
-    const auto found = newKeys.find(step.change.key);
-    if (found == newKeys.end()) {
-        return;
-    }
-    const ChangeKind kind = step.Kind();
-    if (kind != beyond) {
-        step.change.SetKey(found->second);
-    }
-    if (kind == last || kind == beyond) {
-        newKeys.erase(found);
-    }
-}
-
-} // namespace
 
 void RecordChange::SetKey(const std::string& newKey)
 {
@@ -77,7 +56,7 @@ void History::Move(Direction direction, const RecordChange& applied)
     Step& step = m_steps.at(IndexOf(direction));
     m_done = direction == Direction::Undo ? m_done - 1 : m_done + 1;
     if (applied.key != step.change.key) {
-        SetKeys(step.record, {{step.change.key, applied.key}});
+        SetKeys(step.record, {{step.change.key, applied.key, applied.after}});
     }
     step.change = direction == Direction::Undo ? applied.Reversed() : applied;
 }
@@ -95,19 +74,32 @@ void History::Clear()
     m_done = 0;
 }
 
-void History::SetKeys(RecordTitle::Kind record, const KeyMap& newKeys)
+void History::SetKeys(RecordTitle::Kind record, const std::vector<NewKey>& newKeys)
 {
-    KeyMap earlier = newKeys;
-    for (std::size_t index = m_done; index-- > 0;) {
-        if (m_steps[index].record == record) {
-            SetKey(m_steps[index], earlier, ChangeKind::Add, ChangeKind::Delete);
+    std::map<std::size_t, RecordChange>
+        updated; // applied at the end, because a new key may be an old one too
+    for (const Direction direction : {Direction::Undo, Direction::Redo}) {
+        const std::size_t count = direction == Direction::Undo ? m_done : m_steps.size() - m_done;
+        for (const auto& [from, to, current] : newKeys) {
+            std::string xml = current;
+            for (std::size_t distance = 0; distance < count && !xml.empty(); ++distance) {
+                const std::size_t index =
+                    direction == Direction::Undo ? m_done - 1 - distance : m_done + distance;
+                const Step& step = m_steps[index];
+                if (step.record != record || step.change.key != from) {
+                    continue;
+                }
+                RecordChange change = step.Towards(direction);
+                change.SetKey(to);
+                if (change.before == xml) { // otherwise the step is about an earlier record with that key
+                    xml = change.after;
+                    updated[index] = direction == Direction::Undo ? change.Reversed() : change;
+                }
+            }
         }
     }
-    KeyMap later = newKeys;
-    for (std::size_t index = m_done; index < m_steps.size(); ++index) {
-        if (m_steps[index].record == record) {
-            SetKey(m_steps[index], later, ChangeKind::Delete, ChangeKind::Add);
-        }
+    for (auto& [index, change] : updated) {
+        m_steps[index].change = std::move(change);
     }
 }
 

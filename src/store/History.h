@@ -1,10 +1,10 @@
 #pragma once
 
-#include "store/Merge.h"
 #include "store/RecordChange.h"
 #include "store/RecordTitle.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace Tarno
@@ -42,9 +42,15 @@ public:
 
     void Clear();
 
-    /// Updates the steps of the existing records of a kind that have received new keys. Steps of earlier
-    /// records with the same keys are left alone.
-    void SetKeys(RecordTitle::Kind record, const KeyMap& newKeys);
+    struct NewKey {
+        std::string from;
+        std::string to;
+        std::string xml; ///< of the record with its new key
+    };
+
+    /// Updates the steps of existing records that have received new keys. Steps of other records that had the
+    /// same keys earlier are left alone.
+    void SetKeys(RecordTitle::Kind record, const std::vector<NewKey>& newKeys);
 
 private:
     std::size_t IndexOf(Direction direction) const;

@@ -9,8 +9,9 @@ namespace Tarno
 
 /// The place of a record among the nodes of its file. It stays valid while other records are changed.
 struct RecordPlace {
-    std::optional<std::string> after; ///< key of the nearest record before it; absent for the first record
-    std::size_t others = 0; ///< number of nodes between the two that no key finds, for example comments
+    std::optional<std::string> previous; ///< key of the nearest record before it, if any
+    std::size_t others = 0; ///< number of nodes after `previous` that no key finds, for example comments
+    std::optional<std::string> next; ///< key of the nearest record after it, if any
 };
 
 /// A change of one record, with everything that is needed to revert it.

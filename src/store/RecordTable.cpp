@@ -154,8 +154,9 @@ RecordChange RecordTable::Remove(const std::string& key)
 
 RecordChange RecordTable::Remove(const pugi::xml_node& record)
 {
-    RecordChange change{
-        .key = KeyOf(record), .before = SerializeXml(record), .after = {}, .place = PlaceOf(record, *this)};
+    RecordChange change{.key = KeyOf(record), .before = SerializeXml(record), .after = {}};
+    const pugi::xml_node previous = record.previous_sibling();
+    const pugi::xml_node next = record.next_sibling();
     const bool isAppended = IsAppended(record);
     std::erase(m_appended, record);
     Data().remove_child(record);
@@ -164,33 +165,29 @@ RecordChange RecordTable::Remove(const pugi::xml_node& record)
         NoteChange(change.key, change.before);
     }
     change.duplicate = SerializeXml(Find(change.key));
+    change.place = PlaceBetween(previous, next, *this);
     return change;
 }
 
 void RecordTable::Restore(const Record& record, const RecordPlace& place)
 {
     pugi::xml_node data = Data();
-    pugi::xml_node before;
-    std::size_t others = place.others;
-    if (place.after) {
-        before = Find(*place.after);
-        if (!before) {
-            before = LastBefore(KeyOf(record.View().Node()));
-            others = 0;
-        }
-    }
-    for (; others > 0; --others) {
-        const pugi::xml_node next = before ? before.next_sibling() : data.first_child();
-        if (!next || IsFound(next)) {
-            break;
-        }
-        before = next;
-    }
+    const auto after = [&](const pugi::xml_node& node) {
+        return node ? node.next_sibling() : data.first_child();
+    };
     const pugi::xml_node node = record.View().Node();
-    const pugi::xml_node stored =
-        RequireNode(before ? data.insert_copy_after(node, before) : data.prepend_copy(node));
+    const pugi::xml_node previous = place.previous ? Find(*place.previous) : pugi::xml_node();
+    const bool isUnchanged =
+        place.previous.has_value() == !previous.empty() && NextKey(after(previous), *this) == place.next;
+    pugi::xml_node before = isUnchanged ? previous : LastBefore(KeyOf(node), previous);
+    if (before == previous) {
+        for (auto others = place.others; others > 0 && after(before) && !IsFound(after(before)); --others) {
+            before = after(before);
+        }
+    }
+    RequireNode(before ? data.insert_copy_after(node, before) : data.prepend_copy(node));
     Index(); // a duplicate of the key may follow
-    NoteChange(KeyOf(stored), {});
+    NoteChange(KeyOf(node), {});
 }
 
 bool RecordTable::Apply(RecordChange& change)
@@ -217,16 +214,29 @@ bool RecordTable::Apply(RecordChange& change)
 
 RecordPlace RecordTable::PlaceOf(const pugi::xml_node& record, const RecordTable& in) const
 {
-    RecordPlace place;
-    for (auto node = record.previous_sibling(); node; node = node.previous_sibling()) {
-        if (!IsFound(node)) {
+    return PlaceBetween(record.previous_sibling(), record.next_sibling(), in);
+}
+
+RecordPlace RecordTable::PlaceBetween(pugi::xml_node before, const pugi::xml_node& after,
+                                      const RecordTable& in) const
+{
+    RecordPlace place{.previous = {}, .others = 0, .next = NextKey(after, in)};
+    for (; before && !place.previous; before = before.previous_sibling()) {
+        if (!IsFound(before)) {
             ++place.others;
-        } else if (std::string key = KeyOf(node); in.Find(key)) {
-            place.after = std::move(key);
-            break;
+        } else if (std::string key = KeyOf(before); in.Find(key)) {
+            place.previous = std::move(key);
         }
     }
     return place;
+}
+
+std::optional<std::string> RecordTable::NextKey(pugi::xml_node node, const RecordTable& in) const
+{
+    while (node && !(IsFound(node) && in.Find(KeyOf(node)))) {
+        node = node.next_sibling();
+    }
+    return node ? std::optional(KeyOf(node)) : std::nullopt;
 }
 
 std::string RecordTable::KeyOf(const pugi::xml_node& record) const
@@ -239,7 +249,7 @@ bool RecordTable::IsFound(const pugi::xml_node& node) const
     return node.type() == pugi::node_element && Find(KeyOf(node)) == node;
 }
 
-pugi::xml_node RecordTable::LastBefore(const std::string& key) const
+pugi::xml_node RecordTable::LastBefore(const std::string& key, const pugi::xml_node& start) const
 {
     const auto numberOf = [](std::string_view text) {
         std::int32_t number = std::numeric_limits<std::int32_t>::max();
@@ -247,7 +257,7 @@ pugi::xml_node RecordTable::LastBefore(const std::string& key) const
         return number;
     };
     pugi::xml_node record = Data().last_child();
-    while (record && (!IsFound(record) || numberOf(KeyOf(record)) >= numberOf(key))) {
+    while (record != start && (!IsFound(record) || numberOf(KeyOf(record)) >= numberOf(key))) {
         record = record.previous_sibling();
     }
     return record;
@@ -255,7 +265,8 @@ pugi::xml_node RecordTable::LastBefore(const std::string& key) const
 
 pugi::xml_node RecordTable::FindUnchanged(const RecordChange& change) const
 {
-    pugi::xml_node at = change.place.after ? Find(*change.place.after).next_sibling() : Data().first_child();
+    pugi::xml_node at =
+        change.place.previous ? Find(*change.place.previous).next_sibling() : Data().first_child();
     for (std::size_t others = change.place.others; others > 0; --others) {
         at = at.next_sibling();
     }

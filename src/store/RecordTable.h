@@ -6,6 +6,7 @@
 #include <pugixml.hpp>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -97,7 +98,11 @@ private:
     std::string KeyOf(const pugi::xml_node& record) const;
     /// Whether `node` is a record that Find returns for its key.
     bool IsFound(const pugi::xml_node& node) const;
-    pugi::xml_node LastBefore(const std::string& key) const;
+    /// Returns the key of the first record at or after `node`.
+    std::optional<std::string> NextKey(pugi::xml_node node, const RecordTable& in) const;
+    RecordPlace PlaceBetween(pugi::xml_node before, const pugi::xml_node& after, const RecordTable& in) const;
+    /// Returns the last record after `start` with a smaller key, or `start`.
+    pugi::xml_node LastBefore(const std::string& key, const pugi::xml_node& start) const;
 
     RecordChange Replace(const pugi::xml_node& old, const Record& record);
     RecordChange Remove(const pugi::xml_node& record);

@@ -252,7 +252,11 @@ void cSQL::UpdateReferences(std::string_view routine, const DataFile& in, const 
     if (updated != nullptr) {
         updated->SetText(0, keyOf(updated->Text(0)));
     }
-    m_history.SetKeys(KindOf(in), newKeys);
+    std::vector<History::NewKey> moved;
+    for (const auto& [from, to] : newKeys) {
+        moved.push_back({from, to, SerializeXml(in.Records().Find(to))});
+    }
+    m_history.SetKeys(KindOf(in), moved);
     if (&in == &m_entries) {
         std::set<std::string> trips;
         std::transform(m_ownTrips.begin(), m_ownTrips.end(), std::inserter(trips, trips.end()), keyOf);

@@ -122,7 +122,7 @@ public:
     // Undo: the changes of trips and locations that this object has made since Init, in any number of steps.
     // A new change drops the steps that could be redone.
 
-    /// Return the change that Undo or Redo would revert or repeat.
+    /// Returns the change that Undo would revert, or that Redo would repeat, if any.
     std::optional<ChangeTitle> NextUndo() const { return TitleOfNext(History::Direction::Undo); }
 
     std::optional<ChangeTitle> NextRedo() const { return TitleOfNext(History::Direction::Redo); }

@@ -30,7 +30,8 @@ UndoResult cSQL::Step(std::string_view routine, History::Direction direction)
         return result;
     }
     RecordChange change = m_history.Next(direction)->Towards(direction);
-    if (&in == &m_locations && change.after.empty() && CanAddEntries()) {
+    const bool removesLocation = &in == &m_locations && change.after.empty() && change.duplicate.empty();
+    if (removesLocation && CanAddEntries()) {
         if (MergeChangesOfOthers(routine, m_entries) != succeeded) {
             return result;
         }

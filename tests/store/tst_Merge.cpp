@@ -193,6 +193,36 @@ private Q_SLOTS:
         QCOMPARE(again.newKeys, (KeyMap{{"5", "6"}}));
     }
 
+    void merge_restoredRecord_data()
+    {
+        QTest::addColumn<Steps>("theirs");
+        QTest::addColumn<Texts>("records");
+        QTest::addColumn<KeyMap>("newKeys");
+        QTest::newRow("unchanged") << Steps([](Log&) {}) << Texts{"1 a", "3 c", "4 d"} << KeyMap();
+        QTest::newRow("its key was taken") << Steps([](Log& log) { log.Add("theirs"); })
+                                           << Texts{"1 a", "3 c", "4 theirs", "5 d"} << KeyMap{{"4", "5"}};
+        QTest::newRow("a record with a smaller key was added") << Steps([](Log& log) {
+            log.table.Remove("3");
+            log.Add("theirs");
+        }) << Texts{"1 a", "2 theirs", "4 d"} << KeyMap();
+        QTest::newRow("it is there already")
+            << Steps([](Log& log) { log.Add("d"); }) << Texts{"1 a", "3 c", "4 d"} << KeyMap();
+    }
+
+    // the record was deleted and saved, and has been restored here since
+    void merge_restoredRecord()
+    {
+        QFETCH(Steps, theirs);
+        const auto restore = [](Log& log) {
+            const Log made(Xml({"4 d"}));
+            log.table.Restore(Record(made.table.First()), {.previous = "3", .others = 0, .next = {}});
+        };
+        const Merged merged({"1 a", "3 c"}, restore, theirs);
+        QTEST(merged.theirs.Records(), "records");
+        QTEST(merged.result.newKeys, "newKeys");
+        QCOMPARE(merged.conflicts, Texts());
+    }
+
     // the next key depends on the last record, not on the largest key
     void merge_ourNewKeyExistsAlready_keepsBoth()
     {

@@ -194,6 +194,16 @@ private Q_SLOTS:
         QCOMPARE(Kept(), Texts());
     }
 
+    void addition_mergedTwice_returnsItsFinalKey()
+    {
+        OtherProgram other(*m_store);
+        QCOMPARE(Add(other.sql, "theirs"), "3"s);
+        m_store->operations.Before("create", [&] { Add(other.sql, "theirs too"); });
+        m_store->operations.DisableLocks();
+        QCOMPARE(Add(m_store->sql, "ours"), "5"s);
+        QCOMPARE(Records(m_family.file), (Texts{"1 one", "2 two", "3 theirs", "4 theirs too", "5 ours"}));
+    }
+
     void failedAddition_withANewKey_updatesTheCallersRecord()
     {
         Record record = Fetch(m_store->sql, 0);

@@ -336,24 +336,76 @@ private Q_SLOTS:
         QVERIFY(test.table.Appended().empty());
     }
 
+    void changes_thatAreReverted_areForgotten()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b")));
+        RecordChange edited = test.table.Replace(MakeRecord("1", "new")).Reversed();
+        RecordChange removed = test.table.Remove("2").Reversed();
+        QCOMPARE(test.table.Changed().size(), std::size_t{2});
+        QVERIFY(test.table.Apply(removed));
+        QVERIFY(test.table.Apply(edited));
+        QCOMPARE(test.table.Changed(), RecordTable::Changes());
+        RecordChange restored{.key = "3", .before = {}, .after = Location("3", "c")};
+        QVERIFY(test.table.Apply(restored));
+        QCOMPARE(test.table.Changed(), (RecordTable::Changes{{"3", ""}}));
+        test.table.Remove("3");
+        QCOMPARE(test.table.Changed(), RecordTable::Changes());
+    }
+
+    void apply_recordThatIsDifferent_changesNothing()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b")));
+        const std::string before = test.Bytes();
+        for (const RecordChange& change :
+             {RecordChange{.key = "1", .before = Location("1", "b"), .after = Location("1", "c")},
+              RecordChange{.key = "3", .before = Location("3", "b"), .after = {}},
+              RecordChange{.key = "2", .before = {}, .after = Location("2", "b")}}) {
+            RecordChange applied = change;
+            QVERIFY(!test.table.Apply(applied));
+        }
+        QCOMPARE(test.Bytes(), before);
+        QCOMPARE(test.table.Changed(), RecordTable::Changes());
+    }
+
+    void apply_takenKey_appendsTheRecord()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b")));
+        RecordChange change{.key = "1", .before = {}, .after = Location("1", "c")};
+        QVERIFY(test.table.Apply(change));
+        QCOMPARE(change.key, "3"s);
+        QCOMPARE(change.after, Location("3", "c"));
+        QCOMPARE(test.Keys(), (Texts{"1", "2", "3"}));
+    }
+
     void restore_insertsAtThePlace()
     {
-        Table test(Data("<!-- top -->" + Location("1", "a") + "<!-- below 1 -->" + Location("4", "d")));
-        test.table.Restore(MakeRecord("3", "c"), {.after = "1", .others = 0});
-        test.table.Restore(MakeRecord("2", "b"), {.after = "1", .others = 5});
-        test.table.Restore(MakeRecord("7", "g"), {.after = {}, .others = 1});
-        QCOMPARE(test.Keys(), (Texts{"7", "1", "3", "2", "4"}));
-        QCOMPARE(test.table.Get("3").Text(1), "c"s);
+        const std::string bytes = Table(Data("<!-- top -->" + Location("9", "a") + "<!-- c --><?mine it?>" +
+                                             Location("2", "b") + "<other/>" + Location("9", "duplicate") +
+                                             Location("2", "c") + Location("4", "d") + "<!-- end -->"))
+                                      .Bytes();
+        for (const char* key : {"9", "2", "4"}) {
+            Table test(bytes);
+            const Record record(test.table.Get(key));
+            const RecordPlace place = test.table.Remove(key).place;
+            test.table.Restore(record, place);
+            QCOMPARE(test.Bytes(), bytes);
+        }
     }
 
     // The next key depends on the last record, so a large key must not get before smaller ones.
-    void restore_recordBeforeIsGone_insertsInTheOrderOfKeys()
+    void restore_otherNeighbours_keepsTheOrderOfKeys()
     {
-        Table test(Data(Location("1", "a") + Location("x", "b") + Location("9", "d") + "<!-- end -->"));
-        test.table.Restore(MakeRecord("8", "c"), {.after = "7", .others = 2});
-        test.table.Restore(MakeRecord("12", "c"), {.after = "11", .others = 0});
-        test.table.Restore(MakeRecord("0", "c"), {.after = "7", .others = 0});
-        QCOMPARE(test.Keys(), (Texts{"0", "1", "8", "x", "9", "12"}));
+        Table test(Data("<!-- top -->" + Location("1", "a") + Location("x", "b") + "<!-- c -->" +
+                        Location("9", "d") + "<!-- end -->"));
+        const auto restore = [&](const char* key, const RecordPlace& place) {
+            test.table.Restore(MakeRecord(key, "restored"), place);
+        };
+        restore("8", {.previous = "7", .others = 2, .next = "9"}); // without the one before
+        restore("12", {.previous = "x", .others = 0, .next = {}}); // others were added at the end
+        restore("0", {.previous = "7", .others = 0, .next = {}});  // the smallest
+        restore("5", {.previous = "1", .others = 0, .next = "6"}); // without the one after
+        restore("3", {.previous = {}, .others = 1, .next = "0"});  // unchanged neighbours, any order
+        QCOMPARE(test.Keys(), (Texts{"3", "0", "1", "5", "8", "x", "9", "12"}));
     }
 
     void placeOf_countsTheNodesThatNoKeyFinds()
@@ -363,13 +415,15 @@ private Q_SLOTS:
                               Location("3", "c")));
         const auto placeOf = [&](const char* key, const RecordTable& in) {
             const RecordPlace place = test.table.PlaceOf(test.table.Find(key), in);
-            return place.after.value_or("first") + " " + std::to_string(place.others);
+            return place.previous.value_or("none") + " " + std::to_string(place.others) + " " +
+                   place.next.value_or("none");
         };
-        QCOMPARE(placeOf("1", test.table), "first 1"s);
-        QCOMPARE(placeOf("2", test.table), "1 4"s);
-        QCOMPARE(placeOf("3", test.table), "2 0"s);
+        QCOMPARE(placeOf("1", test.table), "none 1 2"s);
+        QCOMPARE(placeOf("2", test.table), "1 4 3"s);
+        QCOMPARE(placeOf("3", test.table), "2 0 none"s);
         const Table other(Data(Location("1", "a")));
-        QCOMPARE(placeOf("3", other.table), "1 4"s);
+        QCOMPARE(placeOf("3", other.table), "1 4 none"s);
+        QCOMPARE(placeOf("1", other.table), "none 1 none"s);
     }
 
     void emptyDocument_everyOperationIsObjectNotSet()

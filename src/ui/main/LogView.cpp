@@ -1,10 +1,15 @@
 #include "LogView.h"
 
 #include "LogColumns.h"
+#include "analysis/TripDescription.h"
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
+#include "ui/common/Notices.h"
 #include "ui/common/QueryBar.h"
 #include "ui/common/SortableList.h"
+
+#include <QApplication>
+#include <QClipboard>
 
 #include <algorithm>
 #include <utility>
@@ -102,6 +107,28 @@ void LogView::ForgetRecords()
     m_bar.ForgetTrips();
 }
 
+void LogView::ShowHint(bool anyLocation)
+{
+    m_list.SetHint(Hint(anyLocation));
+}
+
+/// Returns the text for an empty list.
+QString LogView::Hint(bool anyLocation) const
+{
+    if (!m_program.sql.CanAddEntries()) {
+        return UnreadableHint(QStringLiteral("Your log"), QStringLiteral("tarno.xml"));
+    }
+    if (!m_program.sql.CanAddLocations()) {
+        return UnreadableHint(QStringLiteral("Your locations"), QStringLiteral("location.xml"));
+    }
+    if (!m_keys.empty()) {
+        return QStringLiteral("No trip is found. Press Esc to show all trips again.");
+    }
+    return anyLocation ? QStringLiteral("No trips yet. Click \"Add\" or press Ctrl+N to log the first one.")
+                       : QStringLiteral("Your log is empty. Every trip needs a location. Click \"Locations\" "
+                                        "to add one first.");
+}
+
 void LogView::Select(const std::string& key)
 {
     m_list.SelectKey(EntryRowKey(key));
@@ -141,6 +168,23 @@ RecordList LogView::FoundTrips()
     std::erase_if(trips,
                   [&](const RecordView& trip) { return !keys.contains(trip.Text(EntryField::TarnoNo)); });
     return trips;
+}
+
+void LogView::Copy() const
+{
+    if (const auto trip = SelectedTrip()) {
+        CopyTrips({*trip});
+    }
+}
+
+void LogView::CopyFound()
+{
+    CopyTrips(FoundTrips());
+}
+
+void LogView::CopyTrips(const RecordList& trips) const
+{
+    QApplication::clipboard()->setText(FromUtf8(TabSeparated(trips, Places())));
 }
 
 PlaceNames LogView::Places() const

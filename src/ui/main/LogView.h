@@ -37,6 +37,9 @@ public:
     /// Forgets everything that refers to the records. Call this after every command that may change them.
     void ForgetRecords();
 
+    /// Shows in an empty list why it is empty.
+    void ShowHint(bool anyLocation);
+
     /// Selects the trip if it is shown.
     void Select(const std::string& key);
 
@@ -54,6 +57,10 @@ public:
     /// Returns the records of the trips that the query finds, valid until the next change of the log.
     RecordList FoundTrips();
 
+    /// Copies the selected trip, or those that the query finds, to the clipboard as text separated by tabs.
+    void Copy() const;
+    void CopyFound();
+
     /// Returns the names of the locations.
     PlaceNames Places() const;
 
@@ -65,6 +72,8 @@ private:
     void ApplyQuery();
     std::vector<TextTableModel::RowState> States();
     void FoldTrips();
+    QString Hint(bool anyLocation) const;
+    void CopyTrips(const RecordList& trips) const;
     RecordList Trips() const;
 
     const Program& m_program;

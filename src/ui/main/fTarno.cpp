@@ -18,8 +18,6 @@
 #include "ui/reports/fRptLog.h"
 #include "ui_fTarno.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QCloseEvent>
 #include <QKeyEvent>
 
@@ -67,8 +65,8 @@ void fTarno::AddCommands()
     m_commands->Add(m_ui->miFind, Needs::AnyTrip, [this] { m_ui->queryBar->Open(); });
     m_commands->Add(m_ui->miTripSheet, Needs::Row, run(&fTarno::TripSheet));
     m_commands->Add(m_ui->miReportFound, Needs::Row, run(&fTarno::ReportFound));
-    m_commands->Add(m_ui->miCopy, Needs::Row, run(&fTarno::Copy));
-    m_commands->Add(m_ui->miCopyFound, Needs::FoundRow, run(&fTarno::CopyFound));
+    m_commands->Add(m_ui->miCopy, Needs::Row, [this] { m_log->Copy(); });
+    m_commands->Add(m_ui->miCopyFound, Needs::FoundRow, [this] { m_log->CopyFound(); });
     m_commands->Add(m_ui->miDetails, Needs::Nothing, run(&fTarno::ShowDetails));
     m_commands->Add(m_ui->miManual, Needs::Nothing,
                     [this] { ShowManual(this, objectName(), m_program.windows); });
@@ -129,7 +127,7 @@ void fTarno::EnableCommands()
     if (m_program.sql.CanAddLocations() && m_program.sql.LocationList(locations) != succeeded) {
         return;
     }
-    m_ui->lvwEntry->SetHint(Hint(!locations.empty()));
+    m_log->ShowHint(!locations.empty());
     m_commands->Enable({.canAddTrip = !locations.empty() && m_program.sql.CanAddEntries(),
                         .hasTrips = m_log->TripCount() > 0,
                         .hasRows = m_ui->lvwEntry->RowCount() > 0,
@@ -143,23 +141,6 @@ void fTarno::ShowChanges()
     m_undo->Update();
     EnableCommands();
     ShowSelectedTrip();
-}
-
-/// Returns the text for an empty list.
-QString fTarno::Hint(bool anyLocation) const
-{
-    if (!m_program.sql.CanAddEntries()) {
-        return UnreadableHint(QStringLiteral("Your log"), QStringLiteral("tarno.xml"));
-    }
-    if (!m_program.sql.CanAddLocations()) {
-        return UnreadableHint(QStringLiteral("Your locations"), QStringLiteral("location.xml"));
-    }
-    if (m_log->TripCount() > 0) {
-        return QStringLiteral("No trip is found. Press Esc to show all trips again.");
-    }
-    return anyLocation ? QStringLiteral("No trips yet. Click \"Add\" or press Ctrl+N to log the first one.")
-                       : QStringLiteral("Your log is empty. Every trip needs a location. Click \"Locations\" "
-                                        "to add one first.");
 }
 
 void fTarno::SetControls(bool usable)
@@ -269,23 +250,6 @@ void fTarno::ReportFound()
         }
         fRptLog(m_program, this, found).exec();
     });
-}
-
-void fTarno::Copy()
-{
-    if (const auto trip = m_log->SelectedTrip()) {
-        CopyTrips({*trip});
-    }
-}
-
-void fTarno::CopyFound()
-{
-    CopyTrips(m_log->FoundTrips());
-}
-
-void fTarno::CopyTrips(const RecordList& trips)
-{
-    QApplication::clipboard()->setText(FromUtf8(TabSeparated(trips, m_log->Places())));
 }
 
 void fTarno::ShowDetails()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "store/Record.h"
 #include "ui/common/Program.h"
 
 #include <QMainWindow>
@@ -45,8 +44,6 @@ public:
     void Repeat();
     void TripSheet();
     void ReportFound();
-    void Copy();
-    void CopyFound();
     void ShowDetails();
     void OpenLogFolder();
 
@@ -64,7 +61,6 @@ private:
     void ConnectHandlers();
     void EnableCommands();
     void ShowChanges();
-    QString Hint(bool anyLocation) const;
     void ShowSelectedTrip();
     void lvwEntry_DblClick();
     void lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position);
@@ -72,7 +68,6 @@ private:
     void EditSelected(const char* routine, bool deleteMode);
     void EditNewTrip(const char* routine, const std::function<void(fEntry& editor)>& edit);
     void SetControls(bool usable);
-    void CopyTrips(const RecordList& trips);
     template <typename Body>
     void WithListGreyed(const char* routine, Body&& body);
 
