@@ -32,6 +32,12 @@ bool IsDigit(char letter)
     return letter >= '0' && letter <= '9';
 }
 
+/// Whether `byte` continues a character of UTF-8.
+bool IsContinuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 double DayNumber(std::chrono::year_month_day day)
 {
     return static_cast<double>(std::chrono::sys_days(day).time_since_epoch().count());
@@ -301,10 +307,11 @@ bool Comparison::Holds(const Interval& value) const
 std::string Cited(std::string_view written)
 {
     constexpr std::size_t longest = 60;
-    std::string text = XmlText(written.substr(0, longest));
-    if (written.size() > longest) {
-        text = text.substr(0, XmlTextLength(text)) + "\u2026";
+    std::size_t length = std::min(written.size(), longest);
+    while (length > 0 && length < written.size() && IsContinuation(written[length])) {
+        --length;
     }
+    const std::string text = XmlText(written.substr(0, length)) + (length < written.size() ? "\u2026" : "");
     return "\u201C" + text + "\u201D";
 }
 

@@ -78,7 +78,7 @@ std::string Unquoted(std::string_view written)
     std::string text;
     for (const char letter : written) {
         if (letter != '"') {
-            text += blanks.find(letter) == std::string_view::npos ? letter : ' ';
+            text += letter == '\n' || letter == '\r' ? ' ' : letter;
         }
     }
     return text;
