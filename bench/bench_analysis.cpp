@@ -153,9 +153,13 @@ const bool isRegistered = [] {
         benchmark::RegisterBenchmark(name.c_str(), Filter, query.text)->Apply(Thousands);
         benchmark::RegisterBenchmark((name + ", limit").c_str(), FilterLimit)->Apply(Thousands);
     }
-    benchmark::RegisterBenchmark("completion of a field name", Complete, "cau")->Apply(Thousands);
+    benchmark::RegisterBenchmark("completion of a field name", Complete, "cau")
+        ->Apply(Thousands)
+        ->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("completion of a value, first", CompleteFirst)->Apply(Thousands);
-    benchmark::RegisterBenchmark("completion of a value", Complete, "caught:fl")->Apply(Thousands);
+    benchmark::RegisterBenchmark("completion of a value", Complete, "caught:fl")
+        ->Apply(Thousands)
+        ->Unit(benchmark::kMicrosecond);
     return true;
 }();
 

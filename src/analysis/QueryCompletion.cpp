@@ -1,6 +1,6 @@
 #include "QueryCompletion.h"
 
-#include "analysis/Comparison.h"
+#include "analysis/ComparableValues.h"
 #include "analysis/QuerySyntax.h"
 #include "core/Conversions.h"
 #include "core/Text.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/Comparison.h"
+#include "analysis/ComparableValues.h"
 #include "analysis/TripText.h"
 
 #include <array>

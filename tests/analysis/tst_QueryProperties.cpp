@@ -420,7 +420,7 @@ QList<std::pair<double, double>> ComparableValues(const Field& field, const Valu
 {
     static const QRegularExpression time(QStringLiteral("^([01]?[0-9]|2[0-3]):([0-5][0-9])$"));
     static const QRegularExpression number(
-        QStringLiteral("((?<![^ ])-)?((?<![^ -])[.])?[0-9]+([.,][0-9]+)?"));
+        QStringLiteral("(?<![^ (])-?([0-9]+([.,][0-9]+)?|[.,][0-9]+)|[0-9]+([.,][0-9]+)?"));
     if (field.compares == Field::Days) {
         const QDate start = QDate::fromString(LinesOf(trip, StartDate)[0], QStringLiteral("yyyy-MM-dd"));
         const QDate end = QDate::fromString(LinesOf(trip, EndDate)[0], QStringLiteral("yyyy-MM-dd"));
