@@ -7,6 +7,7 @@
 #include <benchmark/benchmark.h>
 #include <pugixml.hpp>
 
+#include <array>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -129,20 +130,20 @@ struct NamedQuery {
     const char* text;
 };
 
-constexpr NamedQuery queries[] = {
-    {"plain word", "flathead"},
-    {"plain word, absent", "snorkel"},
-    {"single letter, frequent", "e"},
-    {"phrase", "\"weed beds\""},
-    {"excluded word", "-kingfish"},
-    {"accented word", "K\xC3\xB6"
-                      "der"},
-    {"field", "caught:bream"},
-    {"code", "wind:ne"},
-    {"comparison of numbers", "air:>=12.5"},
-    {"comparison of words", "action:>=good"},
-    {"comparison of dates", "date:2024-05..2031"},
-    {"four terms", "snapper -caught:flathead wind:n|ne date:>1950"},
+constexpr std::array queries{
+    NamedQuery{"plain word", "flathead"},
+    NamedQuery{"plain word, absent", "snorkel"},
+    NamedQuery{"single letter, frequent", "e"},
+    NamedQuery{"phrase", "\"weed beds\""},
+    NamedQuery{"excluded word", "-kingfish"},
+    NamedQuery{"accented word", "K\xC3\xB6"
+                                "der"},
+    NamedQuery{"field", "caught:bream"},
+    NamedQuery{"code", "wind:ne"},
+    NamedQuery{"comparison of numbers", "air:>=12.5"},
+    NamedQuery{"comparison of words", "action:>=good"},
+    NamedQuery{"comparison of dates", "date:2024-05..2031"},
+    NamedQuery{"four terms", "snapper -caught:flathead wind:n|ne date:>1950"},
 };
 
 const bool isRegistered = [] {

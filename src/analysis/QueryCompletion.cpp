@@ -28,6 +28,7 @@ std::vector<std::string> MostFrequentFirst(const Counts& counts)
     };
 
     std::vector<Counted> all;
+    all.reserve(counts.size());
     for (const auto& [text, count] : counts) {
         all.push_back({count, Fold(text), text});
     }

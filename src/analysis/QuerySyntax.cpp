@@ -1,5 +1,6 @@
 #include "QuerySyntax.h"
 
+#include <QList>
 #include <QString>
 
 #include <algorithm>

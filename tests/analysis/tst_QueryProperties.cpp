@@ -434,12 +434,11 @@ QList<std::pair<double, double>> ComparableValues(const Field& field, const Valu
         for (const QString& line : LinesOf(trip, position)) {
             const auto asTime = time.match(line);
             const auto asNumber = number.match(line);
-            if (field.compares == Field::Times && asTime.hasMatch()) {
+            const bool isWord = field.compares == Field::Words && WordsOf(field.ordered).contains(line);
+            if (isWord || (field.compares == Field::Times && asTime.hasMatch())) {
                 values.append(Bounds(field, line));
             } else if (field.compares == Field::Numbers && !asTime.hasMatch() && asNumber.hasMatch()) {
                 values.append(Bounds(field, asNumber.captured()));
-            } else if (field.compares == Field::Words && WordsOf(field.ordered).contains(line)) {
-                values.append(Bounds(field, line));
             }
         }
     }
