@@ -36,6 +36,7 @@ std::vector<std::string> MostFrequentFirst(const Counts& counts)
         return std::tie(right.count, left.folded, left.text) < std::tie(left.count, right.folded, right.text);
     });
     std::vector<std::string> texts;
+    texts.reserve(all.size());
     for (Counted& each : all) {
         texts.push_back(std::move(each.text));
     }
