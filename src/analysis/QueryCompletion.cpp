@@ -127,7 +127,7 @@ void AppendMatches(const std::vector<std::string>& texts, const std::string& typ
     proposals.insert(proposals.end(), inside.begin(), inside.end());
 }
 
-/// Returns the names of the fields that start with `typed`, with their colons.
+/// Appends the names of the fields that start with `typed`, with their colons.
 void AppendFieldNames(const std::string& typed, std::vector<std::string>& proposals)
 {
     for (const QueryField& field : QueryFields()) {

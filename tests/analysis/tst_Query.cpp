@@ -2,6 +2,7 @@
 
 #include "SmallLog.h"
 #include "analysis/Query.h"
+#include "analysis/QueryFields.h"
 #include "support/TestClass.h"
 
 #include <random>
@@ -328,6 +329,17 @@ private Q_SLOTS:
     }
 
     void orderedWords_compare() { CheckRow(); }
+
+    void everyField_hasAName()
+    {
+        for (const FieldInfo& field : entryFields) {
+            const auto& names = QueryFields();
+            const auto searches = [&](const QueryField& each) {
+                return std::count(each.searched.begin(), each.searched.end(), field.position) == 1;
+            };
+            QCOMPARE(std::count_if(names.begin(), names.end(), searches), field.position == TarnoNo ? 0 : 1);
+        }
+    }
 
     void fault_isExplained_data();
     void fault_isExplained();
