@@ -32,7 +32,7 @@ export ASAN_OPTIONS=malloc_context_size=4:quarantine_size_mb=16
 max_input_size() {
     case $1 in
     fuzz_DateTime) echo 32 ;;
-    fuzz_PickList | fuzz_Rtf) echo 128 ;;
+    fuzz_PickList | fuzz_Query | fuzz_Rtf) echo 128 ;;
     *) echo 1024 ;;
     esac
 }

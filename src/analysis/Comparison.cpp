@@ -2,17 +2,12 @@
 
 #include "analysis/QuerySyntax.h"
 #include "analysis/SearchedTrip.h"
-#include "core/Conversions.h"
-#include "core/Error.h"
 #include "core/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <chrono>
 #include <cstddef>
 #include <limits>
-#include <span>
 #include <vector>
 
 namespace Tarno
@@ -27,108 +22,10 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double fullMoon = 97;
 constexpr double newMoon = 3;
 
-bool IsDigit(char letter)
+/// Whether `byte` continues a character of UTF-8.
+bool IsContinuation(char byte)
 {
-    return letter >= '0' && letter <= '9';
-}
-
-double DayNumber(std::chrono::year_month_day day)
-{
-    return static_cast<double>(std::chrono::sys_days(day).time_since_epoch().count());
-}
-
-std::optional<std::chrono::year_month_day> DateOf(std::string_view text)
-{
-    try {
-        return ToDate(text);
-    } catch (const Error&) {
-        return std::nullopt;
-    }
-}
-
-/// Returns the days of a year, a month or a day: "2024", "2024-11", "2024-11-05".
-std::optional<Interval> PeriodOf(std::string_view text)
-{
-    const auto dashes = std::count(text.begin(), text.end(), '-');
-    const auto first = DateOf(std::string(text) + (dashes == 0 ? "-01-01" : dashes == 1 ? "-01" : ""));
-    if (!first) {
-        return std::nullopt;
-    }
-    const auto last = dashes == 0 ? first->year() / std::chrono::December / 31
-                      : dashes == 1
-                          ? std::chrono::year_month_day(first->year() / first->month() / std::chrono::last)
-                          : *first;
-    return Interval{DayNumber(*first), DayNumber(last)};
-}
-
-/// Returns the minutes since midnight for "hh:mm" or "h:mm".
-std::optional<double> TimeOf(std::string_view text)
-{
-    text = Trimmed(text);
-    const std::size_t colon = text.find(':');
-    if (colon == 0 || colon > 2 || text.size() != colon + 3) {
-        return std::nullopt;
-    }
-    int hours = 0;
-    int minutes = 0;
-    const char* end = text.data() + text.size();
-    const bool isTime = IsDigit(text.front()) && IsDigit(text[colon + 1]) &&
-                        std::from_chars(text.data(), end, hours).ptr == text.data() + colon &&
-                        std::from_chars(text.data() + colon + 1, end, minutes).ptr == end;
-    return isTime && hours < 24 && minutes < 60 ? std::optional<double>(hours * 60 + minutes) : std::nullopt;
-}
-
-struct FoundNumber {
-    double value;
-    std::string_view written;
-};
-
-/// Finds the first number: digits, optionally with a decimal point or comma and more digits. A minus sign or
-/// a leading point belongs to it unless a letter or digit precedes.
-std::optional<FoundNumber> FirstNumber(std::string_view text)
-{
-    const auto* digit = std::find_if(text.begin(), text.end(), IsDigit);
-    if (digit == text.end()) {
-        return std::nullopt;
-    }
-    auto start = static_cast<std::size_t>(digit - text.begin());
-    const auto startsWord = [&](std::size_t at) {
-        return at == 0 || std::string_view(" (-\n").find(text[at - 1]) != std::string_view::npos;
-    };
-    if (start > 0 && (text[start - 1] == '.' || text[start - 1] == ',') && startsWord(start - 1)) {
-        --start;
-    }
-    if (start > 0 && text[start - 1] == '-' && startsWord(start - 1)) {
-        --start;
-    }
-    std::size_t end = text.find_first_of("0123456789", start);
-    bool hasPoint = end > start && text[end - 1] != '-';
-    while (end < text.size() &&
-           (IsDigit(text[end]) || (!hasPoint && end + 1 < text.size() &&
-                                   (text[end] == '.' || text[end] == ',') && IsDigit(text[end + 1])))) {
-        hasPoint = hasPoint || !IsDigit(text[end]);
-        ++end;
-    }
-    FoundNumber found{0, text.substr(start, end - start)};
-    std::string digits(found.written);
-    std::replace(digits.begin(), digits.end(), ',', '.');
-    const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), found.value);
-    return parsed.ec == std::errc() ? std::optional(found) : std::nullopt;
-}
-
-/// Returns the position of the only word that starts with `text`, or of the word that equals it.
-std::optional<double> WordOf(std::span<const std::string_view> words, std::string_view text)
-{
-    std::optional<double> found;
-    for (std::size_t at = 0; at < words.size(); ++at) {
-        if (EqualIgnoringCase(words[at], text)) {
-            return static_cast<double>(at);
-        }
-        if (EqualIgnoringCase(words[at].substr(0, text.size()), text)) {
-            found = found || text.empty() ? std::nullopt : std::optional(static_cast<double>(at));
-        }
-    }
-    return found;
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
 std::optional<Interval> IntervalOf(std::optional<double> value)
@@ -140,11 +37,11 @@ std::optional<Interval> OperandOf(const QueryField& field, Order order, std::str
 {
     switch (order) {
     case Order::Days:
-        return PeriodOf(text);
+        return DaysOf(text);
     case Order::Times:
         return IntervalOf(TimeOf(text));
     case Order::Words:
-        return IntervalOf(WordOf(field.words, Fold(text)));
+        return IntervalOf(PositionOfBeginning(Fold(text), field.words));
     default:
         const auto found = FirstNumber(text);
         return found && found->written == text ? IntervalOf(found->value) : std::nullopt;
@@ -157,12 +54,8 @@ std::optional<Interval> ValueOf(const QueryField& field, Order order, std::strin
     switch (order) {
     case Order::Times:
         return IntervalOf(TimeOf(line));
-    case Order::Words: {
-        const auto is = [&](std::string_view word) { return EqualIgnoringCase(word, line); };
-        const auto word = std::find_if(field.words.begin(), field.words.end(), is);
-        return word == field.words.end() ? std::nullopt
-                                         : IntervalOf(static_cast<double>(word - field.words.begin()));
-    }
+    case Order::Words:
+        return IntervalOf(PositionOf(line, field.words));
     default:
         const auto found = FirstNumber(line);
         return found && !TimeOf(line) ? IntervalOf(found->value) : std::nullopt;
@@ -212,16 +105,6 @@ Interval ReadRange(const QueryField& field, Order order, std::string_view value,
 }
 
 } // namespace
-
-std::optional<Interval> DaysBetween(std::string_view start, std::string_view end)
-{
-    const auto first = DateOf(start);
-    if (!first) {
-        return std::nullopt;
-    }
-    const auto last = end == start ? first : DateOf(end);
-    return Interval{DayNumber(*first), DayNumber(last ? std::max(*first, *last) : *first)};
-}
 
 std::optional<Comparison> Comparison::Read(const QueryField& field, std::string_view value,
                                            std::string_view written)
@@ -301,10 +184,11 @@ bool Comparison::Holds(const Interval& value) const
 std::string Cited(std::string_view written)
 {
     constexpr std::size_t longest = 60;
-    std::string text = XmlText(written.substr(0, longest));
-    if (written.size() > longest) {
-        text = text.substr(0, XmlTextLength(text)) + "\u2026";
+    std::size_t length = std::min(written.size(), longest);
+    while (length > 0 && length < written.size() && IsContinuation(written[length])) {
+        --length;
     }
+    const std::string text = XmlText(written.substr(0, length)) + (length < written.size() ? "\u2026" : "");
     return "\u201C" + text + "\u201D";
 }
 

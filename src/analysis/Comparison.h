@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/ComparableValues.h"
 #include "analysis/QueryFields.h"
 
 #include <optional>
@@ -11,17 +12,6 @@ namespace Tarno
 {
 
 class SearchedTrip;
-
-/// A range of comparable values, both ends included: days since 1970, minutes since midnight, numbers, or
-/// positions of words.
-struct Interval {
-    double first;
-    double last;
-};
-
-/// Returns the days from `start` to `end`, or nullopt if `start` is not a date. An `end` that is not a date
-/// or before the start counts as the start.
-std::optional<Interval> DaysBetween(std::string_view start, std::string_view end);
 
 /// A value that its field does not accept. The message is a sentence for the user.
 class MalformedValue : public std::runtime_error

@@ -1,5 +1,6 @@
 #include "Query.h"
 
+#include "analysis/Comparison.h"
 #include "analysis/QuerySyntax.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "QueryCompletion.h"
 
-#include "analysis/Comparison.h"
+#include "analysis/ComparableValues.h"
 #include "analysis/QuerySyntax.h"
 #include "core/Conversions.h"
 #include "core/Text.h"
@@ -28,6 +28,7 @@ std::vector<std::string> MostFrequentFirst(const Counts& counts)
     };
 
     std::vector<Counted> all;
+    all.reserve(counts.size());
     for (const auto& [text, count] : counts) {
         all.push_back({count, Fold(text), text});
     }
@@ -35,6 +36,7 @@ std::vector<std::string> MostFrequentFirst(const Counts& counts)
         return std::tie(right.count, left.folded, left.text) < std::tie(left.count, right.folded, right.text);
     });
     std::vector<std::string> texts;
+    texts.reserve(all.size());
     for (Counted& each : all) {
         texts.push_back(std::move(each.text));
     }
@@ -125,7 +127,7 @@ void AppendMatches(const std::vector<std::string>& texts, const std::string& typ
     proposals.insert(proposals.end(), inside.begin(), inside.end());
 }
 
-/// Returns the names of the fields that start with `typed`, with their colons.
+/// Appends the names of the fields that start with `typed`, with their colons.
 void AppendFieldNames(const std::string& typed, std::vector<std::string>& proposals)
 {
     for (const QueryField& field : QueryFields()) {

@@ -1,5 +1,6 @@
 #include "QuerySyntax.h"
 
+#include <QList>
 #include <QString>
 
 #include <algorithm>
@@ -78,7 +79,7 @@ std::string Unquoted(std::string_view written)
     std::string text;
     for (const char letter : written) {
         if (letter != '"') {
-            text += blanks.find(letter) == std::string_view::npos ? letter : ' ';
+            text += letter == '\n' || letter == '\r' ? ' ' : letter;
         }
     }
     return text;

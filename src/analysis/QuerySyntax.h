@@ -30,7 +30,7 @@ struct WrittenTerm {
 
 std::vector<WrittenTerm> SplitQuery(std::string_view query);
 
-/// Returns `written` without quotation marks and with line breaks and tabs as blanks.
+/// Returns `written` without quotation marks and with line breaks as blanks.
 std::string Unquoted(std::string_view written);
 
 } // namespace Tarno

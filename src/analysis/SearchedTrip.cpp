@@ -21,11 +21,13 @@ SearchedTrip::SearchedTrip(const RecordView& trip, const PlaceNames& places)
 void SearchedTrip::Append(std::size_t field, std::string_view value, const PlaceNames& places)
 {
     const auto position = static_cast<EntryField::Position>(field);
-    if (position != EntryField::TarnoNo) {
-        m_text += Fold(ReadableValue(value, position, places));
+    if (position == EntryField::Picture) {
+        m_picture = Fold(value);
+    } else if (position != EntryField::TarnoNo) {
+        m_shown += Fold(ReadableValue(value, position, places));
     }
-    m_ends.at(field) = static_cast<std::uint32_t>(m_text.size());
-    m_text += '\n';
+    m_ends.at(field) = static_cast<std::uint32_t>(m_shown.size());
+    m_shown += '\n';
 }
 
 } // namespace Tarno

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/Comparison.h"
+#include "analysis/ComparableValues.h"
 #include "analysis/TripText.h"
 
 #include <array>
@@ -20,11 +20,13 @@ public:
     SearchedTrip(const RecordView& trip, const PlaceNames& places);
 
     /// Returns the texts of all fields but the key and the picture.
-    std::string_view All() const { return std::string_view(m_text).substr(0, Start(EntryField::Picture)); }
+    std::string_view All() const { return m_shown; }
 
     std::string_view Of(EntryField::Position field) const
     {
-        return std::string_view(m_text).substr(Start(field), m_ends.at(field) - Start(field));
+        return field == EntryField::Picture
+                   ? std::string_view(m_picture)
+                   : std::string_view(m_shown).substr(Start(field), m_ends.at(field) - Start(field));
     }
 
     /// Returns the days of the trip, or nullopt if its start date cannot be read. An end date that cannot be
@@ -36,8 +38,9 @@ private:
 
     std::size_t Start(std::size_t field) const { return field == 0 ? 0 : m_ends.at(field - 1) + 1; }
 
-    std::string m_text;
-    std::array<std::uint32_t, EntryField::Count> m_ends{};
+    std::string m_shown;
+    std::array<std::uint32_t, EntryField::Count> m_ends{}; ///< of the fields in m_shown
+    std::string m_picture;
     std::optional<Interval> m_days;
 };
 

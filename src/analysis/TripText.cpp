@@ -88,7 +88,9 @@ std::string Fold(std::string_view text)
     QString letters = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
                           .normalized(QString::NormalizationForm_KD);
     letters.removeIf([](QChar letter) { return letter.isMark(); });
-    return letters.toCaseFolded().toStdString();
+    // Qt folds letters one to one; apart from U+00DF, no letter that is left after the normalization needs
+    // more
+    return letters.toCaseFolded().replace(QChar(0xDF), QLatin1String("ss")).toStdString();
 }
 
 } // namespace Tarno
