@@ -21,8 +21,9 @@ struct Completion {
 };
 
 /// Proposes field names ("cau" becomes "caught:") and, after a field name, values that occur in the trips,
-/// most frequent first. Reads the trips when a field is completed for the first time, so the records must not
-/// change during its life.
+/// most frequent first. Of the lines of a text, proposes the part before the first number, comma or bracket.
+/// Reads the trips when a field is completed for the first time, so the records must not change during its
+/// life.
 class QueryCompletion
 {
 public:
