@@ -47,8 +47,9 @@ std::vector<std::string> MostFrequentFirst(const Counts& counts)
 /// (kept)" and of "Flathead x 3".
 std::string_view SubjectOf(std::string_view line)
 {
-    std::string_view subject = Trimmed(line.substr(0, line.find_first_of("0123456789,;(")));
-    if (subject.ends_with(" x")) {
+    const std::size_t end = line.find_first_of("0123456789,;(");
+    std::string_view subject = Trimmed(line.substr(0, end));
+    if (end != std::string_view::npos && subject.ends_with(" x")) {
         subject = Trimmed(subject.substr(0, subject.size() - 2));
     }
     return subject.empty() ? line : subject;

@@ -251,6 +251,12 @@ void EntryGeneralPage::SelectLocation(const std::string& number)
     }
 }
 
+void EntryGeneralPage::StartEditing()
+{
+    m_ui->txtStart->setFocus();
+    m_ui->txtStart->selectAll();
+}
+
 void EntryGeneralPage::StoreLocation()
 {
     if (const auto location = SelectedLocation()) {

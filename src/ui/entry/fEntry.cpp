@@ -121,7 +121,7 @@ void fEntry::Begin(bool changed)
     Edited().SetChanged(changed);
     m_ui->sstEntry->setCurrentIndex(0);
     m_ui->cmdOK->setEnabled(true);
-    m_ui->pageGeneral->setFocus();
+    m_ui->pageGeneral->StartEditing();
 }
 
 void fEntry::DeleteAfterQuestion(std::int16_t iTarnoNo)
