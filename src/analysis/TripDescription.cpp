@@ -3,6 +3,8 @@
 #include "core/Text.h"
 #include "store/EntryFields.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace Tarno
@@ -78,23 +80,18 @@ std::vector<DescribedValue> DescribeTrip(const RecordView& trip, const PlaceName
 
 std::string TabSeparated(const RecordList& trips, const PlaceNames& places)
 {
-    std::vector<std::string> names;
-    for (const FieldInfo& field : entryFields) {
-        names.emplace_back(field.name);
-    }
     std::vector<std::string> lines;
-    const auto addLine = [&lines](std::vector<std::string> values) {
-        values.erase(values.begin() + EntryField::TarnoNo);
+    const auto addLine = [&lines](const auto& value) { // without the key, which is first
+        std::vector<std::string> values;
+        std::transform(entryFields.begin() + 1, entryFields.end(), std::back_inserter(values), value);
         lines.push_back(Join(values, '\t'));
     };
-    addLine(names);
+    addLine([](const FieldInfo& field) { return std::string(field.name); });
     for (const RecordView& trip : trips) {
-        std::vector<std::string> values;
-        for (const FieldInfo& field : entryFields) {
+        addLine([&](const FieldInfo& field) {
             const std::string text = ReadableText(trip, field.position, places);
-            values.push_back(ReplaceAll(ReplaceAll(text, "\n", "; "), "\t", "; "));
-        }
-        addLine(values);
+            return ReplaceAll(ReplaceAll(text, "\n", "; "), "\t", "; ");
+        });
     }
     return Join(lines, '\n');
 }
