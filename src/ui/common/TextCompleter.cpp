@@ -16,6 +16,17 @@
 namespace Tarno
 {
 
+namespace
+{
+
+bool IsModifier(int key)
+{
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr ||
+           key == Qt::Key_Meta;
+}
+
+} // namespace
+
 TextCompleter::TextCompleter(QWidget* box, Propose propose)
     : QObject(box), m_box(box), m_propose(std::move(propose))
 {
@@ -147,7 +158,7 @@ bool TextCompleter::eventFilter(QObject* watched, QEvent* event)
             event->accept(); // the key is for the list, not for a shortcut
             return true;
         }
-        if (event->type() == QEvent::KeyPress) {
+        if (event->type() == QEvent::KeyPress && !IsModifier(press->key())) {
             Close();
             const bool edits = !press->text().isEmpty() && press->text().front().isPrint();
             if (isPlain && (edits || press->key() == Qt::Key_Backspace)) {
@@ -157,7 +168,7 @@ bool TextCompleter::eventFilter(QObject* watched, QEvent* event)
         break;
     }
     case QEvent::InputMethod:
-        if (!static_cast<QInputMethodEvent*>(event)->commitString().isEmpty() && event->spontaneous()) {
+        if (!static_cast<QInputMethodEvent*>(event)->commitString().isEmpty()) {
             QMetaObject::invokeMethod(this, &TextCompleter::ShowProposals, Qt::QueuedConnection);
         }
         break;
