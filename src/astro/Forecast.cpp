@@ -2,7 +2,6 @@
 
 #include "DaylightSaving.h"
 #include "core/Conversions.h"
-#include "mMoonPhase.h"
 #include "mPeakTimes.h"
 #include "mRiseSet.h"
 
@@ -70,10 +69,14 @@ std::string MoonForecast::SignedPhase() const
     return std::string(waxing ? "" : "-").append(std::to_string(percent));
 }
 
+mMoonPhase::Light LightOn(year_month_day date)
+{
+    return mMoonPhase::LitPercent(static_cast<float>(mMoonPhase::JulianDay(date) - 0.5));
+}
+
 MoonForecast ForecastMoon(year_month_day date)
 {
-    const auto jd = static_cast<float>(mMoonPhase::JulianDay(date) - 0.5);
-    const mMoonPhase::Light light = mMoonPhase::LitPercent(jd);
+    const mMoonPhase::Light light = LightOn(date);
     const auto stars = mMoonPhase::Rating(light.percent, light.waxing).stars.size();
     return {RoundToInt16(light.percent), light.waxing, static_cast<std::int16_t>(stars - 1)};
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mMoonPhase.h"
+
 #include <chrono>
 #include <cstdint>
 #include <string>
@@ -50,6 +52,9 @@ struct DayForecast {
 
 /// Returns the moon's values on `date`. Never fails.
 MoonForecast ForecastMoon(std::chrono::year_month_day date);
+
+/// Returns the illumination from which ForecastMoon follows.
+mMoonPhase::Light LightOn(std::chrono::year_month_day date);
 
 /// Returns the times on `date` at `location`, which must be complete. Throws Error TypeMismatch or Overflow
 /// if a text is not a number.

@@ -28,6 +28,7 @@ constexpr std::array layers{
     Layer{"app", 11, Qt::All},
     Layer{"ui/main", 10, Qt::All},
     Layer{"ui/locations", 9, Qt::All},
+    Layer{"ui/calendar", 9, Qt::All},
     Layer{"ui/entry", 8, Qt::All},
     Layer{"ui/reports", 8, Qt::All},
     Layer{"ui/help", 7, Qt::All},

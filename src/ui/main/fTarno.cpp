@@ -10,6 +10,7 @@
 #include "core/ErrorLog.h"
 #include "fSplash.h"
 #include "qt/Strings.h"
+#include "ui/calendar/fCalendar.h"
 #include "ui/common/Notices.h"
 #include "ui/entry/PictureFile.h"
 #include "ui/entry/fEntry.h"
@@ -67,6 +68,7 @@ void fTarno::AddCommands()
     m_commands->Add(m_ui->miReportFound, Needs::Row, run(&fTarno::ReportFound));
     m_commands->Add(m_ui->miCopy, Needs::Row, [this] { m_log->Copy(); });
     m_commands->Add(m_ui->miCopyFound, Needs::FoundRow, [this] { m_log->CopyFound(); });
+    m_commands->Add(m_ui->miCalendar, Needs::Nothing, run(&fTarno::Calendar));
     m_commands->Add(m_ui->miDetails, Needs::Nothing, run(&fTarno::ShowDetails));
     m_commands->Add(m_ui->miManual, Needs::Nothing,
                     [this] { ShowManual(this, objectName(), m_program.windows); });
@@ -222,6 +224,16 @@ void fTarno::Locations()
 void fTarno::Reports()
 {
     WithListGreyed("Reports", [this] { fRptLog(m_program, this).exec(); });
+}
+
+void fTarno::Calendar()
+{
+    WithListGreyed("Calendar", [this] {
+        fCalendar calendar(m_program, this);
+        calendar.exec();
+        m_log->KeepShown(calendar.SavedKeys());
+        m_log->LoadEntryList();
+    });
 }
 
 void fTarno::About()
