@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdio>
 
 namespace Tarno
@@ -76,18 +75,6 @@ std::string Percentage(float value)
 
 } // namespace
 
-std::optional<int> MinutesOf(std::string_view time)
-{
-    if (time.size() != 5 || time[2] != ':') {
-        return std::nullopt;
-    }
-    int hours = 0;
-    int minutes = 0;
-    const bool isTime = std::from_chars(time.data(), time.data() + 2, hours).ptr == time.data() + 2 &&
-                        std::from_chars(time.data() + 3, time.data() + 5, minutes).ptr == time.data() + 5;
-    return isTime ? std::optional(hours * 60 + minutes) : std::nullopt;
-}
-
 CalendarDay DayAt(const LocationTexts& location, std::chrono::year_month_day date)
 {
     CalendarDay day{.date = date, .moon = ForecastMoon(date)};
@@ -132,6 +119,33 @@ std::string DescribeDay(const CalendarDay& day, int trips)
     }
     if (trips > 0) {
         text += ", " + std::to_string(trips) + (trips == 1 ? " trip" : " trips");
+    }
+    return text;
+}
+
+std::string SheetText(const CalendarDay& day, int trips)
+{
+    std::string text = std::to_string(static_cast<unsigned>(day.date.day())) + "   " +
+                       std::string(FieldWords::prediction.at(static_cast<std::size_t>(day.moon.prediction))) +
+                       "\nMoon " + std::to_string(day.moon.percent) + " % " +
+                       (day.moon.waxing ? "waxing" : "waning");
+    const auto addTimes = [&text](const char* name, const std::string& first, const std::string& second,
+                                  const char* separator) {
+        const bool areBoth = MinutesOf(first) && MinutesOf(second);
+        const bool isWord = first == "never";
+        text += std::string("\n") + name + ' ' +
+                (areBoth || isWord ? first + separator + second : MinutesOf(first) ? first : second);
+    };
+    if (day.times) {
+        addTimes("Sun", day.times->sunRise, day.times->sunSet, " ");
+        addTimes("Moon", day.times->moonRise, day.times->moonSet, " ");
+        if (!day.majors.empty()) {
+            addTimes("Major", day.times->major1, day.times->major2, ", ");
+            addTimes("Minor", day.times->minor1, day.times->minor2, ", ");
+        }
+    }
+    if (trips > 0) {
+        text += '\n' + std::to_string(trips) + (trips == 1 ? " trip" : " trips");
     }
     return text;
 }

@@ -6,7 +6,6 @@
 #include <chrono>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace Tarno
@@ -42,8 +41,8 @@ std::string LongDate(std::chrono::year_month_day date);
 /// 04:04 and 16:30, 1 trip". `trips` is the number of trips logged on it.
 std::string DescribeDay(const CalendarDay& day, int trips);
 
-/// Returns the minutes since midnight of a calculated time, "hh:mm" up to "24:00", or nullopt for other texts.
-std::optional<int> MinutesOf(std::string_view time);
+/// Returns the lines about a day for a sheet of its month. `trips` is the number of trips logged on it.
+std::string SheetText(const CalendarDay& day, int trips);
 
 /// Returns in words why the day has its rating, for example "Best: the moon is waxing and 6.79 to 20.34 % lit".
 std::string ReasonOfRating(std::chrono::year_month_day date);

@@ -5,6 +5,7 @@
 #include "mPeakTimes.h"
 #include "mRiseSet.h"
 
+#include <charconv>
 #include <cmath>
 
 namespace Tarno
@@ -63,6 +64,18 @@ RiseSetTexts BoxTexts(const RiseSetTexts& times)
 }
 
 } // namespace
+
+std::optional<int> MinutesOf(std::string_view time)
+{
+    if (time.size() != 5 || time[2] != ':') {
+        return std::nullopt;
+    }
+    int hours = 0;
+    int minutes = 0;
+    const bool isTime = std::from_chars(time.data(), time.data() + 2, hours).ptr == time.data() + 2 &&
+                        std::from_chars(time.data() + 3, time.data() + 5, minutes).ptr == time.data() + 5;
+    return isTime ? std::optional(hours * 60 + minutes) : std::nullopt;
+}
 
 std::string MoonForecast::SignedPhase() const
 {

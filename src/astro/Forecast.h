@@ -4,7 +4,9 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace Tarno
 {
@@ -49,6 +51,9 @@ struct DayForecast {
     MoonForecast moon;
     RiseSetForecast riseSet;
 };
+
+/// Returns the minutes since midnight of a calculated time, "hh:mm" up to "24:00", or nullopt for other texts.
+std::optional<int> MinutesOf(std::string_view time);
 
 /// Returns the moon's values on `date`. Never fails.
 MoonForecast ForecastMoon(std::chrono::year_month_day date);

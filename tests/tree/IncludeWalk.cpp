@@ -36,6 +36,7 @@ constexpr std::array layers{
     Layer{"reports", 5, Qt::CoreAndGui},
     Layer{"reports/engine", 4, Qt::CoreAndGui},
     Layer{"analysis", 3, Qt::Core},
+    Layer{"exchange", 3, Qt::Core},
     Layer{"qt", 2, Qt::CoreAndGui},
     Layer{"store", 2, Qt::None},
     Layer{"astro", 2, Qt::None},

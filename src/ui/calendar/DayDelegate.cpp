@@ -113,6 +113,7 @@ void DayDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     const QRect frame = option.rect.adjusted(1, 1, -2, -2);
     const QRect inside = frame.adjusted(margin, margin - 2, -margin, -margin);
     painter->save();
+    painter->fillRect(option.rect, colours.brush(QPalette::Base)); // instead of the colour of a selection
     painter->setPen(colours.color(QPalette::Mid));
     painter->drawRect(frame);
     if (option.state.testFlag(QStyle::State_Selected)) {

@@ -30,6 +30,8 @@ public:
 
     std::chrono::year_month_day Date() const { return m_date; }
 
+    const MonthModel& Month() const { return *m_model; }
+
     /// Returns the selected day.
     const MonthCell& Selected() const;
 

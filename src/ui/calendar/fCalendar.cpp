@@ -3,11 +3,15 @@
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/ErrorLog.h"
+#include "dlgPeaks.h"
 #include "qt/Strings.h"
+#include "reports/ReportDesign.h"
+#include "reports/arMonthSheet.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/Handle.h"
 #include "ui/common/ValueTable.h"
 #include "ui/entry/fEntry.h"
+#include "ui/reports/fPreview.h"
 #include "ui_fCalendar.h"
 
 #include <QKeyEvent>
@@ -136,6 +140,17 @@ void fCalendar::Connect()
     click(m_ui->cmdNext, [press] { press(Qt::Key_PageDown); });
     click(m_ui->cmdToday, [press] { press(Qt::Key_Home); });
     click(m_ui->cmdNewTrip, [this] { AddTrip(); });
+    click(m_ui->cmdMonthSheet, [this] { ShowMonthSheet(); });
+    click(m_ui->cmdExport, [this] {
+        dlgPeaks(m_program,
+                 {.location = m_location,
+                  .number = m_place,
+                  .name = ToUtf8(m_ui->cboPlace->currentText()),
+                  .first = m_ui->monthGrid->Date(),
+                  .last = m_ui->monthGrid->Date()},
+                 this)
+            .exec();
+    });
     click(m_ui->cmdClose, [this] { reject(); });
     Handle(m_ui->cboPlace, &QComboBox::currentIndexChanged, "Click", this, [this] {
         ChoosePlace();
@@ -209,6 +224,7 @@ void fCalendar::ChoosePlace()
             break;
         }
     }
+    m_ui->cmdExport->setEnabled(m_location.IsComplete());
     m_program.windows.SetPlace(FromUtf8(m_program.folder.GetAppPath()), FromUtf8(m_place));
     const auto position = m_positions.find(m_place);
     m_ui->monthGrid->SetSouthern(position != m_positions.end() && position->second.latitude < 0);
@@ -311,6 +327,34 @@ void fCalendar::AddTrip()
 {
     const std::string date = FromDate(m_ui->monthGrid->Date());
     Edit([&](fEntry& editor) { editor.AddTrip({.date = date, .location = m_place}); });
+}
+
+void fCalendar::ShowMonthSheet()
+{
+    const MonthModel& month = m_ui->monthGrid->Month();
+    QStringList weekdays;
+    std::vector<QStringList> weeks;
+    for (int week = 0; week < MonthModel::weeks; ++week) {
+        QStringList texts;
+        bool isInMonth = false;
+        for (int day = 0; day < MonthModel::daysOfWeek; ++day) {
+            const MonthCell* cell = month.CellAt(month.index(week, day));
+            const bool isShown = cell != nullptr && cell->isInMonth;
+            isInMonth = isInMonth || isShown;
+            texts << (isShown ? FromUtf8(SheetText(cell->day, cell->trips)) : QString());
+            if (week == 0) {
+                weekdays << month.headerData(day, Qt::Horizontal, Qt::AccessibleTextRole).toString();
+            }
+        }
+        if (isInMonth) {
+            weeks.push_back(texts);
+        }
+    }
+    arMonthSheet sheet(m_program.printers.DefaultPage(),
+                       m_ui->lblMonth->text() + QStringLiteral(", ") + m_ui->cboPlace->currentText(), weekdays,
+                       std::move(weeks));
+    sheet.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(m_program.clock);
+    fPreview(m_program, sheet, this).ShowReport();
 }
 
 /// Lets the user edit a trip, then shows the log again.

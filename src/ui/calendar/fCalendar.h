@@ -59,6 +59,7 @@ private:
     void ActivateDay();
     void OpenTrip(const SortableList& list);
     void AddTrip();
+    void ShowMonthSheet();
     void Edit(const std::function<void(fEntry& editor)>& edit);
 
     const Program& m_program;
