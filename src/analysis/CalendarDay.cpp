@@ -134,7 +134,9 @@ std::string SheetText(const CalendarDay& day, int trips)
         const bool areBoth = MinutesOf(first) && MinutesOf(second);
         const bool isWord = first == "never";
         text += std::string("\n") + name + ' ' +
-                (areBoth || isWord ? first + separator + second : MinutesOf(first) ? first : second);
+                (areBoth || isWord  ? first + separator + second
+                 : MinutesOf(first) ? first
+                                    : second);
     };
     if (day.times) {
         addTimes("Sun", day.times->sunRise, day.times->sunSet, " ");
@@ -166,8 +168,9 @@ std::vector<std::string> WarningsFor(const CalendarDay& day)
 {
     std::vector<std::string> warnings;
     if (!day.times) {
-        warnings.emplace_back("The location has no coordinates or no time zone, so the times of sun and moon cannot "
-                              "be calculated.");
+        warnings.emplace_back(
+            "The location has no coordinates or no time zone, so the times of sun and moon cannot "
+            "be calculated.");
         return warnings;
     }
     WarnAbout("sun", day.times->sunRise, day.times->sunSet, warnings);

@@ -37,14 +37,15 @@ CalendarDay DayAt(const LocationTexts& location, std::chrono::year_month_day dat
 /// Returns for example "Saturday 14 November 2026".
 std::string LongDate(std::chrono::year_month_day date);
 
-/// Returns the day in one sentence, for example "Saturday 14 November 2026, rating Good, moon 31 % waxing, majors
-/// 04:04 and 16:30, 1 trip". `trips` is the number of trips logged on it.
+/// Returns the day in one sentence, for example "Saturday 14 November 2026, rating Good, moon 31 % waxing,
+/// majors 04:04 and 16:30, 1 trip". `trips` is the number of trips logged on it.
 std::string DescribeDay(const CalendarDay& day, int trips);
 
 /// Returns the lines about a day for a sheet of its month. `trips` is the number of trips logged on it.
 std::string SheetText(const CalendarDay& day, int trips);
 
-/// Returns in words why the day has its rating, for example "Best: the moon is waxing and 6.79 to 20.34 % lit".
+/// Returns in words why the day has its rating, for example "Best: the moon is waxing and 6.79 to 20.34 %
+/// lit".
 std::string ReasonOfRating(std::chrono::year_month_day date);
 
 /// Returns sentences about events that do not happen on the day, for example "The sun does not set.", or why

@@ -121,9 +121,8 @@ double DistanceBetween(const Conditions& wanted, const Conditions& trip, const P
     }
     for (const auto& [field, code] : wanted.codes) {
         const auto known = trip.codes.find(field);
-        comparison.Add(1, known != trip.codes.end()
-                              ? std::optional(CodeDistance(field, code, known->second))
-                              : std::nullopt);
+        comparison.Add(1, known != trip.codes.end() ? std::optional(CodeDistance(field, code, known->second))
+                                                    : std::nullopt);
     }
     return comparison.Distance();
 }
@@ -234,9 +233,11 @@ std::vector<SimilarTrip> RankSimilar(const Conditions& wanted, const std::vector
         ranked.push_back({index, DistanceBetween(wanted, trips[index], positions), {}});
     }
     const auto end = ranked.begin() + static_cast<std::ptrdiff_t>(std::min(count, ranked.size()));
-    std::partial_sort(ranked.begin(), end, ranked.end(), [](const SimilarTrip& left, const SimilarTrip& right) {
-        return left.distance != right.distance ? left.distance < right.distance : left.index < right.index;
-    });
+    std::partial_sort(ranked.begin(), end, ranked.end(),
+                      [](const SimilarTrip& left, const SimilarTrip& right) {
+                          return left.distance != right.distance ? left.distance < right.distance
+                                                                 : left.index < right.index;
+                      });
     ranked.erase(end, ranked.end());
     for (SimilarTrip& trip : ranked) {
         trip.reasons = ReasonsFor(wanted, trips[trip.index], positions);

@@ -52,7 +52,8 @@ struct DayForecast {
     RiseSetForecast riseSet;
 };
 
-/// Returns the minutes since midnight of a calculated time, "hh:mm" up to "24:00", or nullopt for other texts.
+/// Returns the minutes since midnight of a calculated time, "hh:mm" up to "24:00", or nullopt for other
+/// texts.
 std::optional<int> MinutesOf(std::string_view time);
 
 /// Returns the moon's values on `date`. Never fails.

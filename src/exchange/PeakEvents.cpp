@@ -18,16 +18,16 @@ using std::chrono::minutes;
 using std::chrono::sys_days;
 using std::chrono::year_month_day;
 
-/// Returns how far the clocks are ahead of GMT at a calculated time of a day, in minutes. On the days on which
-/// they change, CorrectedForChangeover has made times of before 01:00 (start) or from 03:00 on (end) standard
-/// time.
+/// Returns how far the clocks are ahead of GMT at a calculated time of a day, in minutes. On the days on
+/// which they change, CorrectedForChangeover has made times of before 01:00 (start) or from 03:00 on (end)
+/// standard time.
 minutes ClocksAhead(const LocationTexts& location, year_month_day date, int minutesOfDay)
 {
     constexpr int hour = 60;
     const mRiseSet::DaylightSaving clocks =
         mRiseSet::DSTOffset(location.gmt, location.dst, location.latitude, date);
-    const bool isStandardTime = (clocks.startsToday && minutesOfDay < hour) ||
-                                (clocks.endsToday && minutesOfDay >= 3 * hour);
+    const bool isStandardTime =
+        (clocks.startsToday && minutesOfDay < hour) || (clocks.endsToday && minutesOfDay >= 3 * hour);
     const auto ahead = static_cast<int>(std::lround(ToDouble(clocks.gmt) * hour));
     return minutes(isStandardTime ? ahead - hour : ahead);
 }
@@ -51,10 +51,10 @@ std::vector<CalendarEvent> PeakEvents(const PeakEventsRequest& request)
         }
         const std::string rating(
             FieldWords::prediction.at(static_cast<std::size_t>(forecast.moon.prediction)));
-        for (const auto& [name, time] : {std::pair("major-1", &forecast.riseSet.major1),
-                                         std::pair("major-2", &forecast.riseSet.major2),
-                                         std::pair("minor-1", &forecast.riseSet.minor1),
-                                         std::pair("minor-2", &forecast.riseSet.minor2)}) {
+        for (const auto& [name, time] :
+             {std::pair("major-1", &forecast.riseSet.major1), std::pair("major-2", &forecast.riseSet.major2),
+              std::pair("minor-1", &forecast.riseSet.minor1),
+              std::pair("minor-2", &forecast.riseSet.minor2)}) {
             const auto minutesOfDay = MinutesOf(*time);
             if (!minutesOfDay) {
                 continue;

@@ -19,9 +19,9 @@ struct PeakEventsRequest {
     bool onlyGoodDays = false; ///< only days rated Good or Best
 };
 
-/// Returns an event for each major and minor time of each day, in order of the days. Local times are converted
-/// with the offset of the forecast of their day, including its correction on the days on which the clocks change.
-/// Throws like ForecastRiseSet.
+/// Returns an event for each major and minor time of each day, in order of the days. Local times are
+/// converted with the offset of the forecast of their day, including its correction on the days on which the
+/// clocks change. Throws like ForecastRiseSet.
 std::vector<CalendarEvent> PeakEvents(const PeakEventsRequest& request);
 
 } // namespace Tarno

@@ -16,8 +16,8 @@ namespace Tarno
 class arMonthSheet : public Report
 {
 public:
-    /// `weekdays` are the seven headings. `weeks` contains the texts of seven days each, empty for days of other
-    /// months.
+    /// `weekdays` are the seven headings. `weeks` contains the texts of seven days each, empty for days of
+    /// other months.
     arMonthSheet(const QPageLayout& page, const QString& title, const QStringList& weekdays,
                  std::vector<QStringList> weeks);
 

@@ -43,7 +43,8 @@ void PaintStrip(QPainter& painter, const QRectF& strip, const CalendarDay& day, 
     constexpr double moonLine = 3;
     constexpr double mark = 2;
     const auto at = [&strip](int minutes) { return strip.left() + strip.width() * minutes / minutesOfDay; };
-    const auto fill = [&](const std::vector<DayPart>& parts, double top, double height, const QColor& colour) {
+    const auto fill = [&](const std::vector<DayPart>& parts, double top, double height,
+                          const QColor& colour) {
         for (const DayPart& part : parts) {
             painter.fillRect(QRectF(at(part.from), top, at(part.to) - at(part.from), height),
                              Faded(colour, isFaded));
@@ -77,7 +78,8 @@ void PaintMoon(QPainter& painter, const QRectF& disc, int percent, bool isLitOnT
     QPainterPath half;
     half.moveTo(0, -radius);
     half.arcTo(QRectF(-radius, -radius, 2 * radius, 2 * radius), 90, -180);
-    half.arcTo(QRectF(-std::abs(bulge), -radius, 2 * std::abs(bulge), 2 * radius), -90, bulge >= 0 ? -180 : 180);
+    half.arcTo(QRectF(-std::abs(bulge), -radius, 2 * std::abs(bulge), 2 * radius), -90,
+               bulge >= 0 ? -180 : 180);
     half.closeSubpath();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -150,10 +152,12 @@ void DayDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
         trips.setBold(cell->tripsHere > 0);
         painter->setFont(trips);
         painter->setPen(cell->tripsHere > 0 ? text : Faded(text, true));
-        painter->drawText(second, Qt::AlignRight | Qt::AlignTop, QChar(0x2022) + QString::number(cell->trips));
+        painter->drawText(second, Qt::AlignRight | Qt::AlignTop,
+                          QChar(0x2022) + QString::number(cell->trips));
     }
-    PaintStrip(*painter, QRectF(inside.left(), inside.bottom() - stripHeight + 1, inside.width(), stripHeight),
-               day, isFaded);
+    PaintStrip(*painter,
+               QRectF(inside.left(), inside.bottom() - stripHeight + 1, inside.width(), stripHeight), day,
+               isFaded);
     painter->restore();
 }
 

@@ -9,8 +9,8 @@
 namespace Tarno
 {
 
-/// The days of a month in a grid, with one of them selected. Arrow keys move by days and weeks, Page Up and Page
-/// Down by months, with Ctrl by years, and Home goes to today. Days of other months can be clicked.
+/// The days of a month in a grid, with one of them selected. Arrow keys move by days and weeks, Page Up and
+/// Page Down by months, with Ctrl by years, and Home goes to today. Days of other months can be clicked.
 class MonthGrid : public QTableView
 {
     Q_OBJECT

@@ -15,8 +15,8 @@ namespace Tarno
 /// A day of the calendar and its trips.
 struct MonthCell {
     CalendarDay day;
-    int trips = 0;      ///< logged on that day
-    int tripsHere = 0;  ///< of them, those at the place of the calendar
+    int trips = 0;     ///< logged on that day
+    int tripsHere = 0; ///< of them, those at the place of the calendar
     bool isInMonth = true;
     bool isToday = false;
 };

@@ -87,7 +87,8 @@ void dlgPeaks::Export()
         return;
     }
     m_program.messages.ShowInformation(
-        this, QStringLiteral("%1 events were written to ").arg(events.size()) + *file, QStringLiteral("Tarno"));
+        this, QStringLiteral("%1 events were written to ").arg(events.size()) + *file,
+        QStringLiteral("Tarno"));
     accept();
 }
 

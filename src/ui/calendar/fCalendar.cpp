@@ -53,10 +53,10 @@ std::string Joined(const std::vector<std::string>& texts, const char* separator)
 /// Returns the text for the panel about a day.
 std::vector<DescribedValue> ValuesOf(const CalendarDay& day)
 {
-    std::vector<DescribedValue> values{{"Day", LongDate(day.date)},
-                                       {"Rating", ReasonOfRating(day.date)},
-                                       {"Moon", std::to_string(day.moon.percent) + " % lit, " +
-                                                    (day.moon.waxing ? "waxing" : "waning")}};
+    std::vector<DescribedValue> values{
+        {"Day", LongDate(day.date)},
+        {"Rating", ReasonOfRating(day.date)},
+        {"Moon", std::to_string(day.moon.percent) + " % lit, " + (day.moon.waxing ? "waxing" : "waning")}};
     if (day.times) {
         const auto between = [](const std::string& rise, const std::string& set) {
             return rise == "never" ? rise + ' ' + set : "rises " + rise + ", sets " + set;
@@ -82,13 +82,18 @@ fCalendar::fCalendar(const Program& program, QWidget* parent)
 {
     m_ui->setupUi(this);
     MakeReadable(*m_ui->txtDay);
-    m_ui->lvwTrips->SetHeadings({QStringLiteral("From"), QStringLiteral("Location"), QStringLiteral("Action")});
+    m_ui->lvwTrips->SetHeadings(
+        {QStringLiteral("From"), QStringLiteral("Location"), QStringLiteral("Action")});
     m_ui->lvwTrips->FitColumns({QStringLiteral("2008-08-08"), {}, QStringLiteral("Good")}, 1);
     m_ui->lvwTrips->SetHint(QStringLiteral("No trip was logged on this day."));
     m_ui->lvwSimilar->SetHeadings({QStringLiteral("From"), QStringLiteral("Location"),
-                                   QStringLiteral("Action"), QStringLiteral("Caught"), QStringLiteral("Why")});
-    m_ui->lvwSimilar->FitColumns({QStringLiteral("2008-08-08"), QStringLiteral("Pittwater"),
-                                  QStringLiteral("Good"), QStringLiteral("Flathead 41"), {}},
+                                   QStringLiteral("Action"), QStringLiteral("Caught"),
+                                   QStringLiteral("Why")});
+    m_ui->lvwSimilar->FitColumns({QStringLiteral("2008-08-08"),
+                                  QStringLiteral("Pittwater"),
+                                  QStringLiteral("Good"),
+                                  QStringLiteral("Flathead 41"),
+                                  {}},
                                  4);
     m_ui->lvwSimilar->SetHint(QStringLiteral("There are no trips in your log yet."));
     m_ui->monthGrid->SetToday(program.clock.Today());
@@ -254,9 +259,10 @@ void fCalendar::ShowTripsOfDay()
     for (const TripDays::Trip& logged : m_tripDays.On(m_ui->monthGrid->Date())) {
         for (const RecordView& trip : trips) {
             if (trip.Text(EntryField::TarnoNo) == logged.key) {
-                rows.push_back({RowKey(logged.key),
-                                {FromUtf8(trip.Text(EntryField::StartDate)), FromUtf8(m_places.Of(logged.place)),
-                                 FromUtf8(ReadableText(trip, EntryField::FishAction, m_places))}});
+                rows.push_back(
+                    {RowKey(logged.key),
+                     {FromUtf8(trip.Text(EntryField::StartDate)), FromUtf8(m_places.Of(logged.place)),
+                      FromUtf8(ReadableText(trip, EntryField::FishAction, m_places))}});
                 break;
             }
         }
@@ -283,17 +289,18 @@ void fCalendar::ShowSimilarTrips()
 {
     const RecordList trips = Trips();
     std::vector<TextTableModel::Row> rows;
-    for (const SimilarTrip& similar : RankSimilar(WantedConditions(), m_conditions, m_positions, mostSimilar)) {
+    for (const SimilarTrip& similar :
+         RankSimilar(WantedConditions(), m_conditions, m_positions, mostSimilar)) {
         if (similar.index >= trips.size()) {
             continue;
         }
         const RecordView& trip = trips[similar.index];
-        rows.push_back({RowKey(trip.Text(EntryField::TarnoNo)),
-                        {FromUtf8(trip.Text(EntryField::StartDate)),
-                         FromUtf8(m_places.Of(trip.Text(EntryField::LocNo))),
-                         FromUtf8(ReadableText(trip, EntryField::FishAction, m_places)),
-                         InShort(ReadableText(trip, EntryField::FishCaught, m_places)),
-                         FromUtf8(Joined(similar.reasons, ", "))}});
+        rows.push_back(
+            {RowKey(trip.Text(EntryField::TarnoNo)),
+             {FromUtf8(trip.Text(EntryField::StartDate)), FromUtf8(m_places.Of(trip.Text(EntryField::LocNo))),
+              FromUtf8(ReadableText(trip, EntryField::FishAction, m_places)),
+              InShort(ReadableText(trip, EntryField::FishCaught, m_places)),
+              FromUtf8(Joined(similar.reasons, ", "))}});
     }
     const std::size_t count = m_conditions.size();
     m_ui->lblFew->setText(count >= mostSimilar || count == 0
@@ -351,8 +358,8 @@ void fCalendar::ShowMonthSheet()
         }
     }
     arMonthSheet sheet(m_program.printers.DefaultPage(),
-                       m_ui->lblMonth->text() + QStringLiteral(", ") + m_ui->cboPlace->currentText(), weekdays,
-                       std::move(weeks));
+                       m_ui->lblMonth->text() + QStringLiteral(", ") + m_ui->cboPlace->currentText(),
+                       weekdays, std::move(weeks));
     sheet.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(m_program.clock);
     fPreview(m_program, sheet, this).ShowReport();
 }

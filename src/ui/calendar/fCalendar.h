@@ -27,7 +27,8 @@ namespace Ui
 class fCalendar;
 }
 
-/// The calendar: forecasts for a place by month and day, the trips logged on a day, and trips on days like it.
+/// The calendar: forecasts for a place by month and day, the trips logged on a day, and trips on days like
+/// it.
 class fCalendar : public QDialog
 {
     Q_OBJECT

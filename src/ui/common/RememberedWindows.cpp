@@ -179,8 +179,9 @@ void RememberedWindows::SetDetailsShown(bool shown) const
 QString RememberedWindows::SelectedRow(const QString& folder) const
 {
     QString key;
-    WithSettings(m_file,
-                 [&](const QSettings& settings) { key = settings.value(LogKey(selected, folder)).toString(); });
+    WithSettings(m_file, [&](const QSettings& settings) {
+        key = settings.value(LogKey(selected, folder)).toString();
+    });
     return key;
 }
 
