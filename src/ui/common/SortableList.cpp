@@ -135,6 +135,12 @@ void SortableList::currentChanged(const QModelIndex& current, const QModelIndex&
     }
 }
 
+void SortableList::focusInEvent(QFocusEvent* event)
+{
+    QTreeView::focusInEvent(event);
+    m_hiddenSelection.reset();
+}
+
 void SortableList::SetHint(const QString& hint)
 {
     m_hint = hint;
