@@ -196,6 +196,11 @@ std::vector<std::string> FrequentLines(const RecordList& trips, EntryField::Posi
 {
     Counts counts;
     CountLines(trips, field, {}, counts);
+    Counts subjects;
+    CountLines(trips, field, {}, subjects, SubjectOf);
+    for (const auto& [subject, count] : subjects) {
+        counts[subject] = count;
+    }
     return MostFrequentFirst(counts);
 }
 

@@ -77,10 +77,14 @@ void fEntry::RepeatTrip(const Record& entry)
     });
 }
 
-/// Continues with a new entry one day after this one, at the same place and times.
+/// Saves the entry, a new one even if it is unchanged, and continues with a new entry one day after this one,
+/// at the same place and times.
 void fEntry::SaveAndAddNext()
 {
     Trap(entryModule, "SaveAndAddNext", [this] {
+        if (Edited().Text(EntryField::TarnoNo) == "0") {
+            Edited().SetChanged(true);
+        }
         if (!SaveData()) {
             return;
         }

@@ -80,7 +80,10 @@ void fTarno::ConnectHandlers()
     connect(m_ui->lvwEntry, &SortableList::OpenRequested, this, &fTarno::lvwEntry_DblClick);
     connect(m_ui->lvwEntry, &SortableList::Pressed, this, &fTarno::lvwEntry_MouseDown);
     connect(m_ui->lvwEntry, &SortableList::SelectionChanged, this, &fTarno::ShowSelectedTrip);
-    connect(m_log, &LogView::QueryChanged, this, &fTarno::ShowChanges);
+    connect(m_log, &LogView::QueryChanged, this, [this] {
+        EnableCommands();
+        ShowSelectedTrip();
+    });
     connect(m_ui->queryBar, &QueryBar::HelpRequested, this,
             [this] { ShowManual(this, QStringLiteral("find"), m_program.windows); });
     connect(m_undo, &UndoMenu::Started, m_ui->barDeleted, &QWidget::hide);
@@ -140,6 +143,7 @@ void fTarno::ShowChanges()
     m_log->ForgetRecords();
     m_undo->Update();
     EnableCommands();
+    m_detailed.reset();
     ShowSelectedTrip();
 }
 
@@ -259,11 +263,14 @@ void fTarno::ShowDetails()
     ShowSelectedTrip();
 }
 
+/// Shows the details of the selected trip, if they are not shown already.
 void fTarno::ShowSelectedTrip()
 {
-    if (m_ui->tripDetails->isHidden()) {
+    const auto selected = m_log->SelectedKey();
+    if (m_ui->tripDetails->isHidden() || (m_detailed && m_detailed == selected)) {
         return;
     }
+    m_detailed = selected;
     Trap(module, "ShowSelectedTrip", [this] {
         if (const auto trip = m_log->SelectedTrip()) {
             m_ui->tripDetails->ShowTrip(DescribeTrip(*trip, m_log->Places()),
