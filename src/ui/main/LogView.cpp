@@ -41,7 +41,6 @@ void LogView::LoadEntryList()
 {
     std::vector<TextTableModel::Row> rows;
     m_keys.clear();
-    m_searched.clear();
     ForgetRecords();
     Trap("fTarno", "LoadEntryList", [&] {
         const RecordList trips = Trips();
@@ -104,6 +103,7 @@ void LogView::KeepShown(const std::vector<std::string>& keys)
 
 void LogView::ForgetRecords()
 {
+    m_searched.clear(); // contains the names of the locations
     m_bar.ForgetTrips();
 }
 

@@ -80,7 +80,10 @@ void fTarno::ConnectHandlers()
     connect(m_ui->lvwEntry, &SortableList::OpenRequested, this, &fTarno::lvwEntry_DblClick);
     connect(m_ui->lvwEntry, &SortableList::Pressed, this, &fTarno::lvwEntry_MouseDown);
     connect(m_ui->lvwEntry, &SortableList::SelectionChanged, this, &fTarno::ShowSelectedTrip);
-    connect(m_log, &LogView::QueryChanged, this, &fTarno::ShowChanges);
+    connect(m_log, &LogView::QueryChanged, this, [this] {
+        EnableCommands();
+        ShowSelectedTrip();
+    });
     connect(m_ui->queryBar, &QueryBar::HelpRequested, this,
             [this] { ShowManual(this, QStringLiteral("find"), m_program.windows); });
     connect(m_undo, &UndoMenu::Started, m_ui->barDeleted, &QWidget::hide);
