@@ -96,9 +96,13 @@ void LogView::FoldTrips()
     }
 }
 
-void LogView::KeepShown(const std::vector<std::string>& keys)
+void LogView::ShowSaved(const std::vector<std::string>& keys)
 {
     m_kept.insert(keys.begin(), keys.end());
+    LoadEntryList();
+    if (!keys.empty()) {
+        m_list.SelectKey(EntryRowKey(keys.back()));
+    }
 }
 
 void LogView::ForgetRecords()
@@ -127,11 +131,6 @@ QString LogView::Hint(bool anyLocation) const
     return anyLocation ? QStringLiteral("No trips yet. Click \"Add\" or press Ctrl+N to log the first one.")
                        : QStringLiteral("Your log is empty. Every trip needs a location. Click \"Locations\" "
                                         "to add one first.");
-}
-
-void LogView::Select(const std::string& key)
-{
-    m_list.SelectKey(EntryRowKey(key));
 }
 
 bool LogView::IsRestricted() const

@@ -88,9 +88,7 @@ void fTarno::ConnectHandlers()
             [this] { ShowManual(this, QStringLiteral("find"), m_program.windows); });
     connect(m_undo, &UndoMenu::Started, m_ui->barDeleted, &QWidget::hide);
     connect(m_undo, &UndoMenu::Finished, this, [this](const std::string& trip) {
-        m_log->KeepShown({trip});
-        m_log->LoadEntryList();
-        m_log->Select(trip);
+        m_log->ShowSaved({trip});
         ShowChanges();
     });
 }
@@ -173,25 +171,19 @@ void fTarno::EditSelected(const char* routine, bool deleteMode)
     WithListGreyed(routine, [&] {
         fEntry editor(m_program, this);
         editor.SetData(ToInt16(*selected), deleteMode);
-        m_log->KeepShown(editor.SavedKeys());
-        m_log->LoadEntryList();
+        m_log->ShowSaved(editor.SavedKeys());
         const auto change = m_program.sql.NextUndo();
         m_ui->barDeleted->setVisible(deleteMode && change && change->kind == ChangeKind::Delete &&
                                      change->record.key == *selected);
     });
 }
 
-/// Shows the list with the trips that `edit` adds in the editor, and selects the last one.
 void fTarno::EditNewTrip(const char* routine, const std::function<void(fEntry& editor)>& edit)
 {
     WithListGreyed(routine, [&] {
         fEntry editor(m_program, this);
         edit(editor);
-        m_log->KeepShown(editor.SavedKeys());
-        m_log->LoadEntryList();
-        if (!editor.SavedKeys().empty()) {
-            m_log->Select(editor.SavedKeys().back());
-        }
+        m_log->ShowSaved(editor.SavedKeys());
     });
 }
 
