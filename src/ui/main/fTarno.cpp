@@ -90,6 +90,7 @@ void fTarno::ConnectHandlers()
     connect(m_undo, &UndoMenu::Finished, this, [this](const std::string& trip) {
         m_log->ShowSaved({trip});
         ShowChanges();
+        m_ui->lvwEntry->setFocus(); // otherwise "Exit" would get the focus of the hidden button
     });
 }
 
