@@ -1,9 +1,9 @@
 #pragma once
 
 #include "CommandTest.h"
+#include "support/Proposals.h"
 
 #include <QLabel>
-#include <QListWidget>
 
 #include <string>
 #include <vector>
@@ -54,36 +54,6 @@ inline QLineEdit& FindBox(const QWidget& window)
 inline bool IsBarOpen(const QWidget& window)
 {
     return Find<QWidget>(window, "queryBar").isVisible();
-}
-
-/// Returns the open list of proposals of `window`, or null.
-inline QListWidget* Proposals(const QWidget& window)
-{
-    for (auto* list : window.findChildren<QListWidget*>(QStringLiteral("lstProposals"))) {
-        if (list->isVisible()) {
-            return list;
-        }
-    }
-    return nullptr;
-}
-
-/// Returns the proposals that are shown, from top to bottom.
-inline Texts ProposedTexts(const QWidget& window)
-{
-    Texts texts;
-    if (const QListWidget* list = Proposals(window); list != nullptr) {
-        for (int row = 0; row < list->count(); ++row) {
-            texts.push_back(list->item(row)->text().toStdString());
-        }
-    }
-    return texts;
-}
-
-inline void CloseProposals(const QWidget& window)
-{
-    if (Proposals(window) != nullptr) {
-        Press(window, Qt::Key_Escape);
-    }
 }
 
 /// Opens the find bar by key and replaces its query by typing. No proposals stay open.
