@@ -4,6 +4,7 @@
 #include "store/EntryFields.h"
 
 #include <string_view>
+#include <utility>
 
 namespace Tarno
 {
@@ -91,8 +92,11 @@ std::string TabSeparated(const RecordList& trips, const PlaceNames& places)
     for (const RecordView& trip : trips) {
         std::vector<std::string> values;
         for (const FieldInfo& field : entryFields) {
-            const std::string text = ReadableText(trip, field.position, places);
-            values.push_back(ReplaceAll(ReplaceAll(text, "\n", "; "), "\t", "; "));
+            std::string text = ReadableText(trip, field.position, places);
+            for (const char* separator : {"\r\n", "\n", "\r", "\t"}) {
+                text = ReplaceAll(text, separator, "; ");
+            }
+            values.push_back(std::move(text));
         }
         addLine(values);
     }
