@@ -240,7 +240,7 @@ void fTarno::TripSheet()
 void fTarno::ReportFound()
 {
     WithListGreyed("ReportFound", [this] {
-        TripsFound found{.keys = {}, .query = m_ui->queryBar->Text()};
+        TripsFound found{.keys = {}, .query = m_log->IsRestricted() ? m_ui->queryBar->Text() : QString()};
         for (const RecordView& trip : m_log->FoundTrips()) {
             found.keys.insert(trip.Text(EntryField::TarnoNo));
         }
