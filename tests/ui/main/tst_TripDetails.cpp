@@ -91,6 +91,20 @@ private Q_SLOTS:
         QVERIFY(!AreDetailsShown(window));
     }
 
+    void hiddenWithTheFocus_theListGetsIt()
+    {
+        FourTrips program;
+        ShownLog window(program);
+        ShowDetails(window);
+        Details(window).setFocus();
+        ShowDetails(window);
+        QCOMPARE(window.focusWidget(), &List(window));
+        FindTrips(window, "squid");
+        ShowDetails(window);
+        ShowDetails(window);
+        QCOMPARE(window.focusWidget(), &FindBox(window));
+    }
+
     void details_areRemembered()
     {
         FourTrips program;

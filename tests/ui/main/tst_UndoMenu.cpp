@@ -248,6 +248,17 @@ private Q_SLOTS:
         QCOMPARE(window.focusWidget(), &List(window));
     }
 
+    void barDeleted_hiddenWithTheFocus_theListGetsIt()
+    {
+        LoadedTrips program;
+        ShownLog window(program);
+        DeleteSelected(program, window);
+        Find<QWidget>(window, "cmdUndoDelete").setFocus();
+        Press(window, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(!IsBarShown(window));
+        QCOMPARE(window.focusWidget(), &List(window));
+    }
+
     void barDeleted_answeredNo_isNotShown()
     {
         LoadedTrips program;
