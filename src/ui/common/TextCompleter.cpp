@@ -31,6 +31,9 @@ TextCompleter::TextCompleter(QWidget* box, Propose propose)
     : QObject(box), m_box(box), m_propose(std::move(propose))
 {
     box->installEventFilter(this);
+    if (const auto* area = qobject_cast<QAbstractScrollArea*>(box); area != nullptr) {
+        area->viewport()->installEventFilter(this); // receives the mouse events
+    }
 }
 
 // A QLineEdit and a QPlainTextEdit have no common base class for texts, but both answer the questions of an
@@ -172,6 +175,7 @@ bool TextCompleter::eventFilter(QObject* watched, QEvent* event)
             QMetaObject::invokeMethod(this, &TextCompleter::ShowProposals, Qt::QueuedConnection);
         }
         break;
+    case QEvent::MouseButtonPress: // may move the cursor to another line
     case QEvent::FocusOut:
     case QEvent::Hide:
         Close();

@@ -7,6 +7,7 @@
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
 #include "store/EntryFields.h"
+#include "ui/common/LeaveGuard.h"
 #include "ui/common/RecordBinder.h"
 #include "ui_fEntry.h"
 
@@ -94,8 +95,12 @@ void fEntry::SaveAndAddNext()
                                  .location = Edited().Text(EntryField::LocNo),
                                  .startTime = Edited().Text(EntryField::StartTime),
                                  .endTime = Edited().Text(EntryField::EndTime)};
-        if (LoadEntry(0) && LoadTheForm(0, next)) {
+        bool isLoaded = false;
+        Guard().WhileShowing([&] { isLoaded = LoadEntry(0) && LoadTheForm(0, next); });
+        if (isLoaded) {
             Begin(false);
+        } else {
+            done(Rejected); // the boxes no longer show the saved entry
         }
     });
 }

@@ -64,6 +64,7 @@ private:
     void EnableCommands();
     void ShowChanges();
     void ShowSelectedTrip();
+    void HidePane(QWidget* pane);
     void lvwEntry_DblClick();
     void lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position);
     void cmdExit_Click();
