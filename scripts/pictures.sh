@@ -17,6 +17,7 @@ while IFS=: read -r name state; do
     convert "build/gallery/100/$state (light).png" -resize '640x>' -colors 128 "data/manual/pictures/$name.png"
 done <<STATES
 log:log
+find:log, found
 general:trip, general
 weather:trip, weather
 comments:trip, comments
