@@ -4,6 +4,7 @@
 #include "qt/Strings.h"
 #include "ui/entry/PictureFile.h"
 
+#include <QScrollBar>
 #include <QTextDocument>
 #include <QTextEdit>
 #include <QTextTable>
@@ -89,7 +90,8 @@ void TripDetails::Render()
     }
     if (!m_picture.isNull()) {
         document.addResource(QTextDocument::ImageResource, QUrl(pictureName), m_picture);
-        const QSize room(m_text->viewport()->width() - 2 * margin, m_picture.height());
+        const int bar = m_text->verticalScrollBar()->sizeHint().width(); // if it is needed, then only later
+        const QSize room(m_text->width() - 2 * m_text->frameWidth() - bar - 2 * margin, m_picture.height());
         const QSize shown = m_picture.size().scaled(room, Qt::KeepAspectRatio).boundedTo(m_picture.size());
         QTextImageFormat image;
         image.setName(pictureName);
