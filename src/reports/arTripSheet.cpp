@@ -17,7 +17,7 @@ constexpr int headerHeight = 1140;
 constexpr int captionWidth = 2000;
 constexpr int rowHeight = 330;
 constexpr int textTop = 30;
-constexpr int textHeight = 285;
+constexpr int textHeight = 255;
 constexpr int spaceAbovePicture = 240;
 constexpr int fontSize = 10; // points
 
