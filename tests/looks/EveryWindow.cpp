@@ -359,7 +359,7 @@ const std::vector<WindowState>& EveryWindow()
         {"trip, pick list of species", Entry(PlainTrip, PickList("lblDDTarget")), 2, false},
         {"trip, pick list of caught", Entry(PlainTrip, PickList("lblDDCaught")), 2, false},
         {"trip, pick list of methods", Entry(PlainTrip, PickList("lblDDMethods")), 2, false},
-        {"trip, proposed lines", Entry(PlainTrip, ProposeBait), 2, false},
+        {"trip, proposed lines", Entry(PlainTrip, ProposeBait), 0, false},
         {"trip, picture", Entry(TripWithPicture, Page(3))},
         {"trip, no picture", Entry(PlainTrip, Page(3))},
         {"trip, refused date", Entry(PlainTrip, Entered("txtStart", "2026-13-45")), 0, false},
