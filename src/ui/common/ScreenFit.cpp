@@ -89,15 +89,17 @@ QSize ScreenFit::Room(const QWidget& window) const
 void ScreenFit::Fit(QWidget& window) const
 {
     constexpr int passes = 2; // a vertical scroll bar takes width
+    const QSize before = window.size();
     for (int pass = 0; pass < passes; ++pass) {
         const QSize excess = window.minimumSizeHint() - Room(window);
         if (excess.width() <= 0 && excess.height() <= 0) {
-            return;
+            break;
         }
         for (QAbstractScrollArea* area : OuterScrollAreas(window)) {
             Shrink(*area, excess);
         }
     }
+    window.resize(window.size().boundedTo(before)); // it may have grown before all areas were smaller
 }
 
 void ScreenFit::FitNewWindow(QWidget& window) const
