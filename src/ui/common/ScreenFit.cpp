@@ -76,7 +76,12 @@ bool ScreenFit::eventFilter(QObject* watched, QEvent* event)
         FitNewWindow(*static_cast<QWidget*>(watched));
     } else if (event->type() == QEvent::LayoutRequest && IsWindow(watched) &&
                static_cast<QWidget*>(watched)->isVisible()) {
-        Fit(*static_cast<QWidget*>(watched));
+        auto& window = *static_cast<QWidget*>(watched);
+        const QSize before = window.size();
+        Fit(window);
+        if (window.size() != before) { // it grew before all of its areas were smaller
+            window.resize(before);
+        }
     }
     return false;
 }
@@ -89,17 +94,15 @@ QSize ScreenFit::Room(const QWidget& window) const
 void ScreenFit::Fit(QWidget& window) const
 {
     constexpr int passes = 2; // a vertical scroll bar takes width
-    const QSize before = window.size();
     for (int pass = 0; pass < passes; ++pass) {
         const QSize excess = window.minimumSizeHint() - Room(window);
         if (excess.width() <= 0 && excess.height() <= 0) {
-            break;
+            return;
         }
         for (QAbstractScrollArea* area : OuterScrollAreas(window)) {
             Shrink(*area, excess);
         }
     }
-    window.resize(window.size().boundedTo(before)); // it may have grown before all areas were smaller
 }
 
 void ScreenFit::FitNewWindow(QWidget& window) const
