@@ -8,7 +8,7 @@ need "${build_packages[@]}" "${run_packages[@]}" "${display_packages[@]}"
 cmake --preset release >/dev/null
 cmake --build --preset release --target tarno
 scripts/tour.sh build/release/src/app/tarno
-for name in log general log-report; do
+for name in log details general log-report; do
     cp build/tour/??-"$name".png "docs/pictures/$name.png"
 done
 
