@@ -341,7 +341,7 @@ const std::vector<WindowState>& EveryWindow()
         {"log, empty", Log<EmptyProgram>(), 0},
         {"log, find bar", Log<SampleProgram>(Searched("")), 0},
         {"log, proposed fields", Log<SampleProgram>(Searched("p")), 0, false},
-        {"log, found", Log<SampleProgram>(Found("caught:kingfish date:2024")), 0},
+        {"log, found", Log<SampleProgram>(Found("caught:bream place:pittwater")), 0},
         {"log, found and proposed", Log<SampleProgram>(Searched("date:2024 caught:b")), 0, false},
         {"log, fault in the query", Log<SampleProgram>(Found("fish:bream caught:bream")), 0},
         {"log, faults in the query", Log<SampleProgram>(Found("fish:bream water:>warm place:<3 \"run in")),

@@ -21,6 +21,8 @@ namespace
 
 constexpr int largestPicture = 1600; // pixels
 constexpr int margin = 8;
+constexpr int letters = 44; // in a line
+constexpr int fewestLetters = 24;
 constexpr QLatin1String pictureName("picture");
 
 } // namespace
@@ -34,6 +36,7 @@ TripDetails::TripDetails(QWidget* parent) : QWidget(parent), m_text(new QTextEdi
     m_text->setTabChangesFocus(true);
     m_text->document()->setDocumentMargin(margin);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_text->setMinimumWidth(fewestLetters * fontMetrics().averageCharWidth());
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_text);
@@ -46,7 +49,6 @@ TripDetails::TripDetails(QWidget* parent) : QWidget(parent), m_text(new QTextEdi
 
 QSize TripDetails::sizeHint() const
 {
-    constexpr int letters = 44;
     return {letters * fontMetrics().averageCharWidth(), 0};
 }
 
