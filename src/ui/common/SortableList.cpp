@@ -153,6 +153,16 @@ void SortableList::DescribeHint()
     setAccessibleDescription(RowCount() == 0 ? m_hint : QString());
 }
 
+/// Keeps the selected row visible, for example if a bar is opened below the list.
+void SortableList::resizeEvent(QResizeEvent* event)
+{
+    const bool wasVisible = QRect(QPoint(), event->oldSize()).intersects(visualRect(currentIndex()));
+    QTreeView::resizeEvent(event);
+    if (wasVisible) {
+        scrollTo(currentIndex());
+    }
+}
+
 void SortableList::paintEvent(QPaintEvent* event)
 {
     QTreeView::paintEvent(event);

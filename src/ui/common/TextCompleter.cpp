@@ -39,6 +39,20 @@ TextCompleter::TextCompleter(QWidget* box, Propose propose)
 // A QLineEdit and a QPlainTextEdit have no common base class for texts, but both answer the questions of an
 // input method and accept its changes.
 
+/// Shows the proposals when the box contains what the user has just typed.
+void TextCompleter::ShowProposalsLater()
+{
+    m_areDue = true;
+    QMetaObject::invokeMethod(this, &TextCompleter::ShowDueProposals, Qt::QueuedConnection);
+}
+
+void TextCompleter::ShowDueProposals()
+{
+    if (std::exchange(m_areDue, false)) {
+        ShowProposals();
+    }
+}
+
 void TextCompleter::ShowProposals()
 {
     Trap(ToUtf8(m_box->window()->objectName()), ToUtf8(m_box->objectName()) + "_Complete", [this] {
@@ -142,6 +156,7 @@ void TextCompleter::Take()
 
 void TextCompleter::Close()
 {
+    m_areDue = false;
     if (IsOpen()) {
         m_list->hide();
     }
@@ -154,6 +169,9 @@ bool TextCompleter::eventFilter(QObject* watched, QEvent* event)
     case QEvent::KeyPress: {
         const auto* press = static_cast<QKeyEvent*>(event);
         const bool isPlain = (press->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
+        if (isPlain && (press->key() == Qt::Key_Down || press->key() == Qt::Key_Up)) {
+            ShowDueProposals(); // the user types faster than the program works
+        }
         if (IsOpen() && isPlain && HandlesKey(press->key())) {
             if (event->type() == QEvent::KeyPress) {
                 HandleKey(press->key());
@@ -165,14 +183,14 @@ bool TextCompleter::eventFilter(QObject* watched, QEvent* event)
             Close();
             const bool edits = !press->text().isEmpty() && press->text().front().isPrint();
             if (isPlain && (edits || press->key() == Qt::Key_Backspace)) {
-                QMetaObject::invokeMethod(this, &TextCompleter::ShowProposals, Qt::QueuedConnection);
+                ShowProposalsLater();
             }
         }
         break;
     }
     case QEvent::InputMethod:
         if (!static_cast<QInputMethodEvent*>(event)->commitString().isEmpty()) {
-            QMetaObject::invokeMethod(this, &TextCompleter::ShowProposals, Qt::QueuedConnection);
+            ShowProposalsLater();
         }
         break;
     case QEvent::MouseButtonPress: // may move the cursor to another line
