@@ -196,11 +196,13 @@ std::vector<std::string> FrequentLines(const RecordList& trips, EntryField::Posi
 {
     Counts counts;
     CountLines(trips, field, {}, counts);
-    Counts subjects;
-    CountLines(trips, field, {}, subjects, SubjectOf);
-    for (const auto& [subject, count] : subjects) {
-        counts[subject] = count;
-    }
+    return MostFrequentFirst(counts);
+}
+
+std::vector<std::string> FrequentSubjects(const RecordList& trips, EntryField::Position field)
+{
+    Counts counts;
+    CountLines(trips, field, {}, counts, SubjectOf);
     return MostFrequentFirst(counts);
 }
 

@@ -41,9 +41,12 @@ private:
     mutable std::map<std::string_view, std::vector<std::string>> m_values; ///< by field name
 };
 
-/// Returns the distinct lines of a text field over all trips, and the parts of them before the first number,
-/// comma or bracket, most frequent first, equally frequent ones in alphabetical order. Blank lines are left
-/// out and surrounding blanks removed.
+/// Returns the distinct lines of a text field over all trips, most frequent first, equally frequent ones in
+/// alphabetical order. Blank lines are left out and surrounding blanks removed.
 std::vector<std::string> FrequentLines(const RecordList& trips, EntryField::Position field);
+
+/// Like FrequentLines, but of each line only the part before the first number, comma or bracket: "Flathead"
+/// of "Flathead 41 and 52 cm (kept)".
+std::vector<std::string> FrequentSubjects(const RecordList& trips, EntryField::Position field);
 
 } // namespace Tarno
