@@ -167,6 +167,21 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key + 1, EntryField::LowTideHt), "2");
     }
 
+    void unchangedTrip_isSkipped()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::string log = program.folder.Read("tarno.xml");
+        Edit(program, key, [&](QDialog& editor) {
+            SaveAndAddNext(editor);
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-06");
+            SaveAndAddNext(editor);
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-07");
+            Close(editor);
+        });
+        QCOMPARE(program.folder.Read("tarno.xml"), log);
+    }
+
     void refusedBox_nothingIsSaved()
     {
         ProgramWithPlace program;
