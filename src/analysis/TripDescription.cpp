@@ -80,6 +80,7 @@ std::vector<DescribedValue> DescribeTrip(const RecordView& trip, const PlaceName
 std::string TabSeparated(const RecordList& trips, const PlaceNames& places)
 {
     std::vector<std::string> names;
+    names.reserve(entryFields.size());
     for (const FieldInfo& field : entryFields) {
         names.emplace_back(field.name);
     }

@@ -291,7 +291,5 @@ private Q_SLOTS:
     }
 };
 
-Q_DECLARE_METATYPE(Texts)
-
 TEST_CLASS(tst_LineProposals)
 #include "tst_LineProposals.moc"

@@ -443,7 +443,5 @@ private Q_SLOTS:
     }
 };
 
-Q_DECLARE_METATYPE(Texts)
-
 TEST_CLASS(tst_Menus)
 #include "tst_Menus.moc"
