@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QLineEdit>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
@@ -71,6 +72,22 @@ void SortMainListLimit(benchmark::State& state)
     }
 }
 
+/// Types a letter of a query into the find bar and shows what it finds.
+void TypeQuery(benchmark::State& state)
+{
+    const LoadedProgram loaded(static_cast<int>(state.range(0)));
+    fTarno window(loaded.program);
+    window.show();
+    auto* box = window.findChild<QLineEdit*>(QStringLiteral("txtFind"));
+    box->setText(QStringLiteral("fla")); // prepares the trips
+    bool longer = false;
+    for ([[maybe_unused]] auto _ : state) {
+        longer = !longer;
+        box->setText(longer ? QStringLiteral("flat") : QStringLiteral("fla"));
+        benchmark::DoNotOptimize(window.grab());
+    }
+}
+
 /// A JPEG file of 50 megapixels. It is removed with the object.
 class LargeJpeg
 {
@@ -128,6 +145,7 @@ void Thousands(benchmark::internal::Benchmark* bench)
 BENCHMARK(ShowMainWindow)->Name("main window, filled and shown")->Apply(Thousands);
 BENCHMARK(SortMainList)->Name("main list, by each column")->Apply(Thousands);
 BENCHMARK(SortMainListLimit)->Name("main list, by each column, limit")->Apply(Thousands);
+BENCHMARK(TypeQuery)->Name("find bar, a letter typed")->Apply(Thousands);
 BENCHMARK(ReadLargePicture)->Name("picture of 50 megapixels, read")->Unit(benchmark::kMillisecond);
 BENCHMARK(ZoomLargePicture)->Name("picture of 50 megapixels, a zoom step")->Unit(benchmark::kMillisecond);
 

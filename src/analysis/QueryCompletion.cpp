@@ -43,11 +43,24 @@ std::vector<std::string> MostFrequentFirst(const Counts& counts)
     return texts;
 }
 
-void CountLines(const RecordList& trips, EntryField::Position field, const PlaceNames& places, Counts& counts)
+/// Returns the beginning of a line that other trips are likely to share: "Flathead" of "Flathead 41 and 52 cm
+/// (kept)" and of "Flathead x 3".
+std::string_view SubjectOf(std::string_view line)
+{
+    const std::size_t end = line.find_first_of("0123456789,;(");
+    std::string_view subject = Trimmed(line.substr(0, end));
+    if (end != std::string_view::npos && subject.ends_with(" x")) {
+        subject = Trimmed(subject.substr(0, subject.size() - 2));
+    }
+    return subject.empty() ? line : subject;
+}
+
+void CountLines(const RecordList& trips, EntryField::Position field, const PlaceNames& places, Counts& counts,
+                std::string_view (*part)(std::string_view line) = Trimmed)
 {
     for (const RecordView& trip : trips) {
         for (const std::string& line : Split(ReadableText(trip, field, places), '\n')) {
-            if (const auto text = Trimmed(line); !text.empty()) {
+            if (const auto text = part(Trimmed(line)); !text.empty()) {
                 ++counts[std::string(text)];
             }
         }
@@ -86,8 +99,10 @@ std::vector<std::string> ProposedValues(const QueryField& field, const RecordLis
         case FieldKind::Date:
             CountYears(trips, position, counts);
             break;
-        case FieldKind::Place:
         case FieldKind::Lines:
+            CountLines(trips, position, places, counts, SubjectOf);
+            break;
+        case FieldKind::Place:
         case FieldKind::Picture:
             CountLines(trips, position, places, counts);
             break;
@@ -181,6 +196,11 @@ std::vector<std::string> FrequentLines(const RecordList& trips, EntryField::Posi
 {
     Counts counts;
     CountLines(trips, field, {}, counts);
+    Counts subjects;
+    CountLines(trips, field, {}, subjects, SubjectOf);
+    for (const auto& [subject, count] : subjects) {
+        counts[subject] = count;
+    }
     return MostFrequentFirst(counts);
 }
 

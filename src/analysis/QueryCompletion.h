@@ -21,8 +21,9 @@ struct Completion {
 };
 
 /// Proposes field names ("cau" becomes "caught:") and, after a field name, values that occur in the trips,
-/// most frequent first. Reads the trips when a field is completed for the first time, so the records must not
-/// change during its life.
+/// most frequent first. Of the lines of a text, proposes the part before the first number, comma or bracket.
+/// Reads the trips when a field is completed for the first time, so the records must not change during its
+/// life.
 class QueryCompletion
 {
 public:
@@ -40,8 +41,9 @@ private:
     mutable std::map<std::string_view, std::vector<std::string>> m_values; ///< by field name
 };
 
-/// Returns the distinct lines of a text field over all trips, most frequent first, equally frequent ones in
-/// alphabetical order. Blank lines are left out and surrounding blanks removed.
+/// Returns the distinct lines of a text field over all trips, and the parts of them before the first number,
+/// comma or bracket, most frequent first, equally frequent ones in alphabetical order. Blank lines are left
+/// out and surrounding blanks removed.
 std::vector<std::string> FrequentLines(const RecordList& trips, EntryField::Position field);
 
 } // namespace Tarno

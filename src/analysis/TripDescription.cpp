@@ -3,8 +3,9 @@
 #include "core/Text.h"
 #include "store/EntryFields.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
-#include <utility>
 
 namespace Tarno
 {
@@ -79,27 +80,21 @@ std::vector<DescribedValue> DescribeTrip(const RecordView& trip, const PlaceName
 
 std::string TabSeparated(const RecordList& trips, const PlaceNames& places)
 {
-    std::vector<std::string> names;
-    names.reserve(entryFields.size());
-    for (const FieldInfo& field : entryFields) {
-        names.emplace_back(field.name);
-    }
     std::vector<std::string> lines;
-    const auto addLine = [&lines](std::vector<std::string> values) {
-        values.erase(values.begin() + EntryField::TarnoNo);
+    const auto addLine = [&lines](const auto& value) { // without the key, which is first
+        std::vector<std::string> values;
+        std::transform(entryFields.begin() + 1, entryFields.end(), std::back_inserter(values), value);
         lines.push_back(Join(values, '\t'));
     };
-    addLine(names);
+    addLine([](const FieldInfo& field) { return std::string(field.name); });
     for (const RecordView& trip : trips) {
-        std::vector<std::string> values;
-        for (const FieldInfo& field : entryFields) {
+        addLine([&](const FieldInfo& field) {
             std::string text = ReadableText(trip, field.position, places);
             for (const char* separator : {"\r\n", "\n", "\r", "\t"}) {
                 text = ReplaceAll(text, separator, "; ");
             }
-            values.push_back(std::move(text));
-        }
-        addLine(values);
+            return text;
+        });
     }
     return Join(lines, '\n');
 }

@@ -16,8 +16,8 @@ constexpr Heading heading{"Tarno Fishing Log - Trip", "txtPage", "txtPages"};
 constexpr int headerHeight = 1140;
 constexpr int captionWidth = 2000;
 constexpr int rowHeight = 330;
-constexpr int textTop = 30;
-constexpr int textHeight = 285;
+constexpr int textTop = 45;
+constexpr int textHeight = 240;
 constexpr int spaceAbovePicture = 240;
 constexpr int fontSize = 10; // points
 

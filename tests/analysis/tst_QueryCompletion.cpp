@@ -67,13 +67,22 @@ private Q_SLOTS:
     void proposals_areAtMostTwenty()
     {
         std::string lines;
-        for (int number = 10; number < 60; ++number) {
-            lines += "Fish" + std::to_string(number) + "~CL~";
+        for (char letter = 'a'; letter <= 'z'; ++letter) {
+            lines += std::string("Fish ") + letter + "~CL~";
         }
         const SmallLog log({{{FishCaught, lines}}}, {});
         const Completion completion = QueryCompletion(log.Trips(), {}).At("caught:", 7);
         QCOMPARE(completion.texts.size(), std::size_t(20));
-        QCOMPARE(completion.texts.front(), "Fish10"s);
+        QCOMPARE(completion.texts.front(), "\"Fish a\""s);
+    }
+
+    void lines_areProposedUpToTheirDetails()
+    {
+        const SmallLog log({{{FishCaught, "Flathead 41 and 52 cm (kept)~CL~Flathead x 3~CL~Bream, small~CL~"
+                                          "Tailor (lost)~CL~3 whiting"}}},
+                           {});
+        QCOMPARE(QueryCompletion(log.Trips(), {}).At("caught:", 7).texts,
+                 (Texts{"Flathead", "\"3 whiting\"", "Bream", "Tailor"}));
     }
 
     void proposedValues_findTheirTrips()

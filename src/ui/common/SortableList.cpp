@@ -1,5 +1,6 @@
 #include "SortableList.h"
 
+#include "IconAtEndHeader.h"
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
 
@@ -11,7 +12,6 @@
 #include <QPainter>
 #include <QScreen>
 #include <QScrollBar>
-#include <QStyleOptionHeader>
 #include <QToolTip>
 
 #include <algorithm>
@@ -20,55 +20,6 @@
 
 namespace Tarno
 {
-
-namespace
-{
-
-/// Paints the icons of its headings at the end instead of before the text. Every heading leaves the room
-/// free, so an icon moves no text.
-class IconAtEndHeader final : public QHeaderView
-{
-public:
-    explicit IconAtEndHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
-
-protected:
-    void initStyleOptionForIndex(QStyleOptionHeader* option, int column) const override
-    {
-        QHeaderView::initStyleOptionForIndex(option, column);
-        option->icon = {};
-        option->text = fontMetrics().elidedText(option->text, Qt::ElideRight,
-                                                sectionSize(column) - 3 * Margin() - IconSize());
-    }
-
-    void paintSection(QPainter* painter, const QRect& section, int column) const override
-    {
-        painter->save(); // the style leaves its clipping behind
-        QHeaderView::paintSection(painter, section, column);
-        painter->restore();
-        const QSize size(IconSize(), IconSize());
-        QPixmap icon = model()
-                           ->headerData(column, orientation(), Qt::DecorationRole)
-                           .value<QIcon>()
-                           .pixmap(size, devicePixelRatioF());
-        if (!icon.isNull()) {
-            // in the colour of the heading, to be as visible in dark colours
-            QPainter colour(&icon);
-            colour.setCompositionMode(QPainter::CompositionMode_SourceIn);
-            colour.fillRect(icon.rect(), palette().color(QPalette::ButtonText));
-            colour.end();
-            painter->drawPixmap(QStyle::alignedRect(layoutDirection(), Qt::AlignRight | Qt::AlignVCenter,
-                                                    size, section.marginsRemoved({Margin(), 0, Margin(), 0})),
-                                icon);
-        }
-    }
-
-private:
-    int Margin() const { return style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this); }
-
-    int IconSize() const { return style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this); }
-};
-
-} // namespace
 
 SortableList::SortableList(QWidget* parent) : QTreeView(parent)
 {
@@ -184,6 +135,12 @@ void SortableList::currentChanged(const QModelIndex& current, const QModelIndex&
     }
 }
 
+void SortableList::focusInEvent(QFocusEvent* event)
+{
+    QTreeView::focusInEvent(event);
+    m_hiddenSelection.reset();
+}
+
 void SortableList::SetHint(const QString& hint)
 {
     m_hint = hint;
@@ -194,6 +151,16 @@ void SortableList::SetHint(const QString& hint)
 void SortableList::DescribeHint()
 {
     setAccessibleDescription(RowCount() == 0 ? m_hint : QString());
+}
+
+/// Keeps the selected row visible, for example if a bar is opened below the list.
+void SortableList::resizeEvent(QResizeEvent* event)
+{
+    const bool wasVisible = QRect(QPoint(), event->oldSize()).intersects(visualRect(currentIndex()));
+    QTreeView::resizeEvent(event);
+    if (wasVisible) {
+        scrollTo(currentIndex());
+    }
 }
 
 void SortableList::paintEvent(QPaintEvent* event)

@@ -16,6 +16,17 @@
 namespace Tarno
 {
 
+namespace
+{
+
+bool IsModifier(int key)
+{
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr ||
+           key == Qt::Key_Meta;
+}
+
+} // namespace
+
 TextCompleter::TextCompleter(QWidget* box, Propose propose)
     : QObject(box), m_box(box), m_propose(std::move(propose))
 {
@@ -27,6 +38,20 @@ TextCompleter::TextCompleter(QWidget* box, Propose propose)
 
 // A QLineEdit and a QPlainTextEdit have no common base class for texts, but both answer the questions of an
 // input method and accept its changes.
+
+/// Shows the proposals when the box contains what the user has just typed.
+void TextCompleter::ShowProposalsLater()
+{
+    m_areDue = true;
+    QMetaObject::invokeMethod(this, &TextCompleter::ShowDueProposals, Qt::QueuedConnection);
+}
+
+void TextCompleter::ShowDueProposals()
+{
+    if (std::exchange(m_areDue, false)) {
+        ShowProposals();
+    }
+}
 
 void TextCompleter::ShowProposals()
 {
@@ -131,6 +156,7 @@ void TextCompleter::Take()
 
 void TextCompleter::Close()
 {
+    m_areDue = false;
     if (IsOpen()) {
         m_list->hide();
     }
@@ -143,6 +169,9 @@ bool TextCompleter::eventFilter(QObject* watched, QEvent* event)
     case QEvent::KeyPress: {
         const auto* press = static_cast<QKeyEvent*>(event);
         const bool isPlain = (press->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
+        if (isPlain && (press->key() == Qt::Key_Down || press->key() == Qt::Key_Up)) {
+            ShowDueProposals(); // the user types faster than the program works
+        }
         if (IsOpen() && isPlain && HandlesKey(press->key())) {
             if (event->type() == QEvent::KeyPress) {
                 HandleKey(press->key());
@@ -150,18 +179,18 @@ bool TextCompleter::eventFilter(QObject* watched, QEvent* event)
             event->accept(); // the key is for the list, not for a shortcut
             return true;
         }
-        if (event->type() == QEvent::KeyPress) {
+        if (event->type() == QEvent::KeyPress && !IsModifier(press->key())) {
             Close();
             const bool edits = !press->text().isEmpty() && press->text().front().isPrint();
             if (isPlain && (edits || press->key() == Qt::Key_Backspace)) {
-                QMetaObject::invokeMethod(this, &TextCompleter::ShowProposals, Qt::QueuedConnection);
+                ShowProposalsLater();
             }
         }
         break;
     }
     case QEvent::InputMethod:
-        if (!static_cast<QInputMethodEvent*>(event)->commitString().isEmpty() && event->spontaneous()) {
-            QMetaObject::invokeMethod(this, &TextCompleter::ShowProposals, Qt::QueuedConnection);
+        if (!static_cast<QInputMethodEvent*>(event)->commitString().isEmpty()) {
+            ShowProposalsLater();
         }
         break;
     case QEvent::MouseButtonPress: // may move the cursor to another line

@@ -57,6 +57,8 @@ public:
     /// Shows and stores the date, times and location of a new entry, and calculates the others. The controls
     /// must be empty.
     void ShowNewEntry(const NewTripValues& trip);
+    /// Focuses the start date and selects it.
+    void StartEditing();
     /// Stores the selected location, if any.
     void StoreLocation();
 

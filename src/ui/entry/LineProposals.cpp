@@ -50,10 +50,12 @@ TextCompleter::Proposals LineProposals::For(const QString& line, int cursor)
     QStringList starting;
     QStringList containing;
     for (const Line& known : Lines()) {
-        if (known.folded.starts_with(typed) && known.folded != typed) {
-            starting << known.text;
-        } else if (known.folded.find(typed) != std::string::npos && known.folded != typed) {
-            containing << known.text;
+        const std::size_t found = known.folded.find(typed);
+        if (known.folded == typed) {
+            return {};
+        }
+        if (found != std::string::npos) {
+            (found == 0 ? starting : containing) << known.text;
         }
     }
     return {.position = 0,

@@ -21,7 +21,8 @@ public:
     LineProposals(const Program& program, EntryField::Position field, const char* pickList);
 
     /// Returns the lines that contain what is typed in `line`, first those that start with it. Case and
-    /// accents do not matter. Proposes nothing if the cursor is not at the end of the line.
+    /// accents do not matter. Proposes nothing if the line is one of them, or if the cursor is not at its
+    /// end.
     TextCompleter::Proposals For(const QString& line, int cursor);
 
     /// Reads trips and pick list again before the next proposal.

@@ -78,10 +78,14 @@ void fEntry::RepeatTrip(const Record& entry)
     });
 }
 
-/// Continues with a new entry one day after this one, at the same place and times.
+/// Saves the entry, a new one even if it is unchanged, and continues with a new entry one day after this one,
+/// at the same place and times.
 void fEntry::SaveAndAddNext()
 {
     Trap(entryModule, "SaveAndAddNext", [this] {
+        if (Edited().Text(EntryField::TarnoNo) == "0") {
+            Edited().SetChanged(true);
+        }
         if (!SaveData()) {
             return;
         }
@@ -126,7 +130,7 @@ void fEntry::Begin(bool changed)
     Edited().SetChanged(changed);
     m_ui->sstEntry->setCurrentIndex(0);
     m_ui->cmdOK->setEnabled(true);
-    m_ui->pageGeneral->setFocus();
+    m_ui->pageGeneral->StartEditing();
 }
 
 void fEntry::DeleteAfterQuestion(std::int16_t iTarnoNo)

@@ -24,13 +24,14 @@ void LogCommands::Connect(QAction* action, const std::string& routine, const Run
     });
 }
 
-void LogCommands::Add(QAction* action, Needs needs, Run run)
+void LogCommands::Add(QAction* action, Needs needs, const Run& run)
 {
     Connect(action, ToUtf8(action->objectName()) + "_Click", run);
     m_commands.push_back({{action}, needs});
 }
 
-void LogCommands::AddButton(QAction* button, const char* icon, const char* popUpCaption, Needs needs, Run run)
+void LogCommands::AddButton(QAction* button, const char* icon, const char* popUpCaption, Needs needs,
+                            const Run& run)
 {
     button->setIcon(DrawnIcon(QLatin1String(icon)));
     const auto index = m_popUp->actions().size();

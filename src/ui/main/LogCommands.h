@@ -44,9 +44,9 @@ public:
     explicit LogCommands(QWidget* window);
 
     /// Runs `run` whenever `action` is triggered. Errors are reported.
-    void Add(QAction* action, Needs needs, Run run);
+    void Add(QAction* action, Needs needs, const Run& run);
     /// Also gives the action an icon and appends an item to the pop-up menu.
-    void AddButton(QAction* button, const char* icon, const char* popUpCaption, Needs needs, Run run);
+    void AddButton(QAction* button, const char* icon, const char* popUpCaption, Needs needs, const Run& run);
     /// Appends a separator to the pop-up menu.
     void AddSeparator();
 

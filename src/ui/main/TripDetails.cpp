@@ -23,6 +23,8 @@ namespace
 
 constexpr int largestPicture = 1600; // pixels
 constexpr int margin = 8;
+constexpr int letters = 44; // in a line
+constexpr int fewestLetters = 24;
 constexpr QLatin1String pictureName("picture");
 
 } // namespace
@@ -37,6 +39,7 @@ TripDetails::TripDetails(QWidget* parent) : QWidget(parent), m_text(new QTextEdi
     m_text->document()->setDocumentMargin(margin);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_text->installEventFilter(this);
+    m_text->setMinimumWidth(fewestLetters * fontMetrics().averageCharWidth());
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_text);
@@ -49,7 +52,6 @@ TripDetails::TripDetails(QWidget* parent) : QWidget(parent), m_text(new QTextEdi
 
 QSize TripDetails::sizeHint() const
 {
-    constexpr int letters = 44;
     return {letters * fontMetrics().averageCharWidth(), 0};
 }
 

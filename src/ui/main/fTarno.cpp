@@ -150,6 +150,7 @@ void fTarno::ShowChanges()
     m_log->ForgetRecords();
     m_undo->Update();
     EnableCommands();
+    m_detailed.reset();
     ShowSelectedTrip();
 }
 
@@ -267,11 +268,14 @@ void fTarno::ShowDetails()
     ShowSelectedTrip();
 }
 
+/// Shows the details of the selected trip, if they are not shown already.
 void fTarno::ShowSelectedTrip()
 {
-    if (m_ui->tripDetails->isHidden()) {
+    const auto selected = m_log->SelectedKey();
+    if (m_ui->tripDetails->isHidden() || (m_detailed && m_detailed == selected)) {
         return;
     }
+    m_detailed = selected;
     Trap(module, "ShowSelectedTrip", [this] {
         if (const auto trip = m_log->SelectedTrip()) {
             m_ui->tripDetails->ShowTrip(DescribeTrip(*trip, m_log->Places()),

@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace Tarno
 {
@@ -77,6 +79,7 @@ private:
     LogCommands* m_commands;
     LogView* m_log;
     UndoMenu* m_undo;
+    std::optional<std::string> m_detailed; ///< key of the trip that the details show
     bool m_exitConfirmed = false;
 };
 
