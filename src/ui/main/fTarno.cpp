@@ -259,11 +259,7 @@ void fTarno::ReportFound()
 
 void fTarno::ShowDetails()
 {
-    if (m_ui->miDetails->isChecked()) {
-        m_ui->tripDetails->show();
-    } else {
-        HidePane(m_ui->tripDetails);
-    }
+    m_ui->miDetails->isChecked() ? m_ui->tripDetails->show() : HidePane(m_ui->tripDetails);
     m_program.windows.SetDetailsShown(m_ui->miDetails->isChecked());
     ShowSelectedTrip();
 }

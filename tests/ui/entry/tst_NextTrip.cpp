@@ -167,6 +167,24 @@ private Q_SLOTS:
         QCOMPARE(program.StoredEntry(key + 1, EntryField::LowTideHt), "2");
     }
 
+    void unchangedTrip_isSavedIfItIsNew()
+    {
+        ProgramWithPlace program;
+        const int key = program.AddCompleteEntry();
+        const std::string log = program.folder.Read("tarno.xml");
+        Edit(program, key, [&](QDialog& editor) {
+            SaveAndAddNext(editor);
+            QCOMPARE(program.folder.Read("tarno.xml"), log);
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-06");
+            SaveAndAddNext(editor);
+            QCOMPARE(program.StoredEntry(key + 1, EntryField::StartDate), "2003-02-06");
+            QCOMPARE(program.StoredEntry(key + 1, EntryField::StartTime), "06:30");
+            QCOMPARE(BoxText(editor, "txtStart"), "2003-02-07");
+            Close(editor); // asks nothing
+        });
+        QCOMPARE(program.Stored("tarno.xml").size(), std::size_t{2});
+    }
+
     void refusedBox_nothingIsSaved()
     {
         ProgramWithPlace program;

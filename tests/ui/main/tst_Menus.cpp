@@ -314,6 +314,59 @@ private Q_SLOTS:
         help->close();
     }
 
+    /// What the window had before it had a menu bar.
+    void describedTexts_areTheSame()
+    {
+        FourTrips program;
+        ShownLog window(program);
+        EnableAll(program, window);
+        Texts texts{ToUtf8(window.windowTitle()), ToUtf8(List(window).toolTip()), LabelText(window, "Label1"),
+                    ToUtf8(WithoutMnemonic(Find<QPushButton>(window, "cmdExit").text()))};
+        for (const QAction* button : Find<QToolBar>(window, "tlbTarno").actions()) {
+            texts.push_back(button->isSeparator()
+                                ? "-"
+                                : ToUtf8(button->objectName() + QLatin1Char('|') + button->iconText() +
+                                         QLatin1Char('|') + button->toolTip()));
+        }
+        for (const QAction* item : Find<QMenu>(window, "popPopup").actions()) {
+            texts.push_back(
+                item->isSeparator() ? "-" : ToUtf8(item->objectName() + QLatin1Char('|') + item->text()));
+        }
+        for (int column = 0; column < List(window).model()->columnCount(); ++column) {
+            texts.push_back(ToUtf8(List(window).model()->headerData(column, Qt::Horizontal).toString()));
+        }
+        QCOMPARE(texts, (Texts{"Tarno Fishing Log",
+                               "Right-click in the list area for options",
+                               "(right click list for options, click on a column header to sort the data)",
+                               "Exit",
+                               "icoAdd|Add|Add Log Entry",
+                               "icoEdit|Edit|Edit Log Entry",
+                               "icoDelete|Delete|Delete Log Entry",
+                               "-",
+                               "Earth|Locations|Locations",
+                               "icoReports|Reporting|Reporting",
+                               "icoTides|Tides|Tides",
+                               "-",
+                               "icoAbout|About|About Tarno",
+                               "miPopUp_0|Add",
+                               "miPopUp_1|Edit",
+                               "miPopUp_2|Delete",
+                               "miPopUp_3|Locations",
+                               "miPopUp_4|Reports",
+                               "miPopUp_5|About...",
+                               "-",
+                               "miPopUp_7|Tides",
+                               "From",
+                               "To",
+                               "Location",
+                               "Start",
+                               "End",
+                               "Tide-Start",
+                               "Tide-End",
+                               "Rating",
+                               "Action"}));
+    }
+
     void enabled_dependsOnTheLog_data()
     {
         QTest::addColumn<int>("locations");
@@ -389,8 +442,6 @@ private Q_SLOTS:
         QCOMPARE(Enabled(window), enabled);
     }
 };
-
-Q_DECLARE_METATYPE(Texts)
 
 TEST_CLASS(tst_Menus)
 #include "tst_Menus.moc"
