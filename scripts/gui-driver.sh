@@ -93,7 +93,7 @@ keys() {
 }
 
 type_text() {
-    xdotool type --delay 10 "$1"
+    xdotool type --delay 10 -- "$1"
 }
 
 # click <x> <y> [button]: clicks in the active window, relative to its upper left corner
@@ -199,7 +199,7 @@ activate() {
 
 # first_trip: adds the first location and the first trip to an empty log, starting from the main window
 first_trip() {
-    click 172 30
+    keys ctrl+l
     window "Location Listing"
     keys alt+a
     window "Location Maintenance"

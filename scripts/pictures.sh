@@ -8,7 +8,7 @@ need "${build_packages[@]}" "${run_packages[@]}" "${display_packages[@]}"
 cmake --preset release >/dev/null
 cmake --build --preset release --target tarno
 scripts/tour.sh build/release/src/app/tarno
-for name in log general log-report; do
+for name in log details general log-report; do
     cp build/tour/??-"$name".png "docs/pictures/$name.png"
 done
 
@@ -17,6 +17,7 @@ while IFS=: read -r name state; do
     convert "build/gallery/100/$state (light).png" -resize '640x>' -colors 128 "data/manual/pictures/$name.png"
 done <<STATES
 log:log
+find:log, found
 general:trip, general
 weather:trip, weather
 comments:trip, comments

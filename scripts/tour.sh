@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Drives the real program by keyboard and mouse on a virtual display: adds a trip to a copy of the sample log and
-# exports the reports of the locations and of the log to PDF and RTF. Fails if the data files or the reports lack something.
+# Drives the real program by keyboard and mouse on a virtual display: adds trips to a copy of the sample log, finds,
+# repeats, deletes and restores some, and exports reports to PDF and RTF. Fails if the data files or the reports lack
+# something.
 # Writes screenshots, the reports and report.txt to build/tour/ or to the folder TARNO_TOUR.
 #   scripts/tour.sh PROGRAM
 set -euo pipefail
@@ -23,7 +24,7 @@ tell "trips in the sample log: $before"
 
 splash 01-splash "the splash screen over the log"
 picture 02-log "the log"
-click 60 80
+click 60 100
 picture 03-sorted "a click on a heading sorts"
 pop_up click 300 220 3
 picture 04-menu "the pop-up menu"
@@ -52,7 +53,7 @@ keys Tab Down Down space
 picture 06-general "page General, filled by keyboard"
 
 keys ctrl+Tab
-keys Down Down Down space
+keys Down Down space
 keys Tab Down space Tab Down space Tab space Tab
 type_text "18.5"
 keys Tab
@@ -108,7 +109,7 @@ picture 13-zoomed "the picture zoomed and scrolled"
 keys Escape
 window "Tarno Fishing Log"
 
-click 172 30
+click 172 50
 window "Location Listing"
 picture 14-locations "the list of locations"
 keys Return
@@ -127,7 +128,7 @@ window "Location Listing"
 keys Escape
 window "Tarno Fishing Log"
 
-click 243 30
+click 243 50
 window "Log Reporting"
 picture 18-builder "the report builder with the default report"
 keys alt+p
@@ -146,6 +147,87 @@ keys Escape
 window "Log Reporting"
 keys alt+c
 window "Tarno Fishing Log"
+
+pop_up keys alt+t
+picture 21-trip-menu "the menu Trip with the keys of its commands"
+keys Escape Escape
+
+# search <query> <picture> <what it shows>: types the query in the find bar and goes to what is found
+search() {
+    keys ctrl+f
+    type_text "$1"
+    keys Return
+    picture "$2" "$3"
+}
+search "-caught:" 22-no-catch "trips without a catch"
+search "target:bream caught:tailor" 23-tailor "trips for bream on which tailor were caught"
+search "weather:rainy|showery wind:ne" 24-rain "trips with rain and a north-easter"
+search "moon:full place:pittwater" 25-full-moon "trips at full moon to one place"
+search "caught:kingfish date:2024" 26-kingfish "the big kingfish two years ago"
+keys ctrl+shift+r
+window "Log Reporting"
+keys alt+p
+window "Tarno Fish Log Entry Listing"
+picture 27-found-report "the preview of the trips that were found"
+export_report PDF found
+expect "the query in the PDF" "Trips found by: caught:kingfish date:2024" \
+    "$(pdftotext "$out/found.pdf" - | grep "Trips found by")"
+expect "found trips in the PDF" \
+    "$(pdftotext -layout "$out/found.pdf" - | grep -cE '^ *20[0-9]{2}-[0-9]{2}-[0-9]{2} ')" 1
+keys Escape
+window "Log Reporting"
+keys Escape
+window "Tarno Fishing Log"
+
+search "caught:snapper picture:" 28-snapper "trips with a snapper and a picture"
+keys ctrl+i
+picture 29-details "the details of a trip with its picture"
+keys ctrl+shift+p
+window "Tarno Trip Sheet"
+picture 30-trip-sheet "the preview of the trip sheet"
+export_report PDF trip-sheet
+keys Escape
+window "Tarno Fishing Log"
+keys ctrl+i Escape
+
+keys End ctrl+d
+window "Tarno Log Entry"
+picture 31-repeat "a trip like the last one, for today"
+keys alt+s
+await_value "trips after Repeat" $((before + 2)) records tarno.xml tarno
+await_value "target species, repeated" "Snapper~CL~Bream" value tarno.xml tarno 24
+keys Escape
+window "Tarno Fishing Log"
+keys Delete
+window "Delete Record?"
+keys alt+y
+await_value "trips after Delete" $((before + 1)) records tarno.xml tarno
+window "Tarno Fishing Log"
+picture 32-deleted "the bar that offers to undo the deletion"
+keys alt+u
+await_value "trips after Undo" $((before + 2)) records tarno.xml tarno
+picture 33-undone "the trip is back"
+
+keys ctrl+n
+window "Tarno Log Entry"
+keys ctrl+a
+type_text "2026-11-20"
+keys Tab
+type_text "0600"
+keys Tab ctrl+a
+type_text "2026-11-20"
+keys ctrl+Return
+await_value "trips after Ctrl+Enter" $((before + 3)) records tarno.xml tarno
+picture 34-next-day "the next day at the same place and time"
+keys Tab
+type_text "0615"
+keys ctrl+Return
+await_value "trips after Ctrl+Enter" $((before + 4)) records tarno.xml tarno
+await_value "start date, one day later" 2026-11-21 value tarno.xml tarno 1
+await_value "start time" 06:15 value tarno.xml tarno 3
+keys Escape
+window "Tarno Fishing Log"
+picture 35-series "the new trips in the list"
 
 leave
 tell "The tour succeeded; the pictures are in $out."

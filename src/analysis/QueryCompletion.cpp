@@ -199,4 +199,11 @@ std::vector<std::string> FrequentLines(const RecordList& trips, EntryField::Posi
     return MostFrequentFirst(counts);
 }
 
+std::vector<std::string> FrequentSubjects(const RecordList& trips, EntryField::Position field)
+{
+    Counts counts;
+    CountLines(trips, field, {}, counts, SubjectOf);
+    return MostFrequentFirst(counts);
+}
+
 } // namespace Tarno

@@ -45,4 +45,8 @@ private:
 /// alphabetical order. Blank lines are left out and surrounding blanks removed.
 std::vector<std::string> FrequentLines(const RecordList& trips, EntryField::Position field);
 
+/// Like FrequentLines, but of each line only the part before the first number, comma or bracket: "Flathead"
+/// of "Flathead 41 and 52 cm (kept)".
+std::vector<std::string> FrequentSubjects(const RecordList& trips, EntryField::Position field);
+
 } // namespace Tarno

@@ -89,8 +89,11 @@ std::string TabSeparated(const RecordList& trips, const PlaceNames& places)
     addLine([](const FieldInfo& field) { return std::string(field.name); });
     for (const RecordView& trip : trips) {
         addLine([&](const FieldInfo& field) {
-            const std::string text = ReadableText(trip, field.position, places);
-            return ReplaceAll(ReplaceAll(text, "\n", "; "), "\t", "; ");
+            std::string text = ReadableText(trip, field.position, places);
+            for (const char* separator : {"\r\n", "\n", "\r", "\t"}) {
+                text = ReplaceAll(text, separator, "; ");
+            }
+            return text;
         });
     }
     return Join(lines, '\n');

@@ -18,7 +18,7 @@ scripts/make-data-folder.sh --sample "$out/log"
 
 start "$out/log"
 splash
-click 243 30
+keys ctrl+r
 window "Log Reporting"
 
 # date and location only, then the location first

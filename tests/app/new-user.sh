@@ -27,7 +27,7 @@ splash
 keys ctrl+n
 picture 01-empty "an empty log"
 
-click 172 30
+keys ctrl+l
 window "Location Listing" # not the editor: Ctrl+N does nothing without a location
 keys alt+a
 window "Location Maintenance"

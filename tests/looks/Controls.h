@@ -5,6 +5,8 @@
 #include <QAbstractSpinBox>
 #include <QAction>
 #include <QComboBox>
+#include <QLineEdit>
+#include <QMenuBar>
 #include <QScrollArea>
 #include <QStringList>
 #include <QTabBar>
@@ -23,6 +25,8 @@ inline bool IsComposite(const QWidget& widget)
             qobject_cast<const QScrollArea*>(&widget) == nullptr) ||
            qobject_cast<const QAbstractSpinBox*>(&widget) != nullptr ||
            qobject_cast<const QComboBox*>(&widget) != nullptr ||
+           qobject_cast<const QLineEdit*>(&widget) != nullptr ||
+           qobject_cast<const QMenuBar*>(&widget) != nullptr ||
            qobject_cast<const QTabBar*>(&widget) != nullptr;
 }
 

@@ -6,15 +6,15 @@
 #include "ui/help/fHelp.h"
 #include "ui/locations/dlgLocMaint.h"
 #include "ui/locations/fLocs.h"
+#include "ui/main/MainTest.h"
 #include "ui/main/fSplash.h"
-#include "ui/main/fTarno.h"
 #include "ui/reports/BuilderTest.h"
 #include "ui/reports/ExportedFile.h"
 #include "ui/reports/fCustom.h"
 
-#include <QHeaderView>
 #include <QTabWidget>
-#include <QToolBar>
+#include <QTextDocument>
+#include <QTextEdit>
 
 namespace Tarno
 {
@@ -97,6 +97,69 @@ std::function<void(const Visit&)> Log(Step prepare = asOpened)
     };
 }
 
+/// Types a query in the find bar of the log.
+Step Searched(const char* query)
+{
+    return [query](QWidget& window) {
+        Press(window, Qt::Key_F, Qt::ControlModifier);
+        Type(window, query);
+        Await([&] { return Find<QLineEdit>(window, "txtFind").text() == QLatin1String(query); }, "no query");
+    };
+}
+
+/// Like Searched, but closes the list of proposals.
+Step Found(const char* query)
+{
+    return [query](QWidget& window) {
+        Searched(query)(window);
+        Settle();
+        if (const auto* list = window.findChild<QWidget*>(QStringLiteral("lstProposals"));
+            list != nullptr && list->isVisible()) {
+            Press(window, Qt::Key_Escape);
+        }
+    };
+}
+
+/// Shows the details of a trip beside the log, and waits for its picture.
+Step Details(Trip trip)
+{
+    return [trip](QWidget& window) {
+        Command(window, "miDetails").trigger();
+        List(window).SelectKey(QLatin1Char('K') + QString::number(trip));
+        const QTextDocument* text = Find<QTextEdit>(window, "txtDetails").document();
+        Await(
+            [&] {
+                return trip != TripWithPicture ||
+                       text->toRawText().contains(QChar::ObjectReplacementCharacter);
+            },
+            "the details show no picture");
+    };
+}
+
+/// The log after the first trip was deleted.
+std::function<void(const Visit&)> LogAfterDeletion(Step prepare)
+{
+    return [prepare = std::move(prepare)](const Visit& visit) {
+        SampleProgram world;
+        fTarno window(world.program);
+        const Step deleteFirst = [&](QWidget& log) {
+            world.messages.Expect(deleteQuestion, Button::Yes);
+            List(log).SelectKey(QStringLiteral("K1"));
+            Command(log, "icoDelete").trigger();
+            AwaitActive(log);
+            prepare(log);
+        };
+        ShowModeless(window, deleteFirst, visit);
+    };
+}
+
+/// Restores the deleted trip, which the query does not find.
+void RestoreOneNotFound(QWidget& log)
+{
+    Found("caught:kingfish")(log);
+    Command(log, "miUndo").trigger();
+}
+
 std::function<void(const Visit&)> Splash(void (fSplash::*show)())
 {
     return [show](const Visit& visit) {
@@ -169,6 +232,27 @@ std::function<void(const Visit&)> PreviewBy(const char* name, const Step& step =
     };
 }
 
+/// The sheet of a trip with a picture.
+void TripSheet(const Visit& visit)
+{
+    SampleProgram world;
+    fTarno window(world.program);
+    window.show();
+    List(window).SelectKey(QLatin1Char('K') + QString::number(TripWithPicture));
+    ShowModally(
+        "fPreview", [&] { Command(window, "miTripSheet").trigger(); }, asOpened, visit);
+}
+
+/// The preview of the log report with two trips that a query has found.
+void FoundTripsReport(const Visit& visit)
+{
+    SampleProgram world;
+    fRptLog window(world.program, nullptr,
+                   TripsFound{.keys = {"6", "12"}, .query = QStringLiteral("caught:kingfish")});
+    ShowModally(
+        "fPreview", [&] { Find<QAbstractButton>(window, "cmdPreview").click(); }, asOpened, visit);
+}
+
 void ShowExportedFile(QWidget& window)
 {
     window.findChild<ExportedFile*>()->ShowFile(QStringLiteral("/home/angler/Documents/Trips of 2026.pdf"));
@@ -194,6 +278,16 @@ Step PickList(const char* name)
         Page(2)(window);
         Click(window, name);
     };
+}
+
+/// Types "s" in the box for bait, so that lines are proposed.
+void ProposeBait(QWidget& window)
+{
+    Page(2)(window);
+    Find<QWidget>(window, "txtBait").setFocus();
+    Press(window, Qt::Key_End, Qt::ControlModifier);
+    Press(window, Qt::Key_Return);
+    Type(window, "s");
 }
 
 /// Enters `text` in the box `name` of the first page.
@@ -245,6 +339,18 @@ const std::vector<WindowState>& EveryWindow()
         {"log", Log<SampleProgram>(), 0},
         {"log, sorted", Log<SampleProgram>(Sorted(7)), 0},
         {"log, empty", Log<EmptyProgram>(), 0},
+        {"log, find bar", Log<SampleProgram>(Searched("")), 0},
+        {"log, proposed fields", Log<SampleProgram>(Searched("p")), 0, false},
+        {"log, found", Log<SampleProgram>(Found("caught:bream place:pittwater")), 0},
+        {"log, found and proposed", Log<SampleProgram>(Searched("date:2024 caught:b")), 0, false},
+        {"log, fault in the query", Log<SampleProgram>(Found("fish:bream caught:bream")), 0},
+        {"log, faults in the query", Log<SampleProgram>(Found("fish:bream water:>warm place:<3 \"run in")),
+         0},
+        {"log, nothing found", Log<SampleProgram>(Found("caught:unicorn")), 0},
+        {"log, details", Log<SampleProgram>(Details(PlainTrip)), 0},
+        {"log, details with a picture", Log<SampleProgram>(Details(TripWithPicture)), 0},
+        {"log, trip deleted", LogAfterDeletion(asOpened), 0},
+        {"log, saved trip not found", LogAfterDeletion(RestoreOneNotFound), 0},
         {"splash", Splash(&fSplash::ShowSplash)},
         {"about", Splash(&fSplash::ShowAbout)},
         {"trip, general", Entry(PlainTrip, asOpened)},
@@ -253,6 +359,7 @@ const std::vector<WindowState>& EveryWindow()
         {"trip, pick list of species", Entry(PlainTrip, PickList("lblDDTarget")), 2, false},
         {"trip, pick list of caught", Entry(PlainTrip, PickList("lblDDCaught")), 2, false},
         {"trip, pick list of methods", Entry(PlainTrip, PickList("lblDDMethods")), 2, false},
+        {"trip, proposed lines", Entry(PlainTrip, ProposeBait), 0, false},
         {"trip, picture", Entry(TripWithPicture, Page(3))},
         {"trip, no picture", Entry(PlainTrip, Page(3))},
         {"trip, refused date", Entry(PlainTrip, Entered("txtStart", "2026-13-45")), 0, false},
@@ -280,6 +387,8 @@ const std::vector<WindowState>& EveryWindow()
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
         {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},
+        {"preview of found trips", FoundTripsReport},
+        {"preview of a trip", TripSheet},
         {"preview of the log, exported", PreviewBy<fRptLog>("cmdPreview", ShowExportedFile)},
     };
     return states;

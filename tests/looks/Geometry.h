@@ -127,11 +127,12 @@ inline QStringList Elided(const QWidget& window)
     return faults;
 }
 
-/// Whether `control` covers other controls on purpose: the open pick list, the frame for saving, the note at
-/// a refused box.
+/// Whether `control` covers other controls on purpose: the open pick list, proposals, the frame for saving,
+/// the note at a refused box.
 inline bool IsOverlay(const QWidget& control)
 {
     return control.objectName() == QLatin1String("lstList") ||
+           control.objectName() == QLatin1String("lstProposals") ||
            control.objectName() == QLatin1String("lblRefusal") ||
            control.objectName() == QLatin1String("frSaved");
 }

@@ -152,13 +152,17 @@ inline bool HasItem(const QMenu& menu, const QString& text)
     });
 }
 
-/// Returns the tools without a shortcut and without an item in the window's menu.
+/// Returns the tools without a shortcut and without an item in the window's menu that Tab does not reach
+/// either.
 inline QStringList UnreachableTools(const QWidget& window)
 {
     const auto* menu = window.findChild<QMenu*>(QStringLiteral("popPopup"));
     QStringList unreachable;
     for (const QToolButton* tool : ControlsOfKind<QToolButton>(window)) {
         const QAction* action = tool->defaultAction();
+        if ((tool->focusPolicy() & Qt::TabFocus) != 0) {
+            continue;
+        }
         if (action == nullptr) {
             unreachable << NameOf(*tool) + QStringLiteral(" has no action");
         } else if (action->shortcut().isEmpty() && (menu == nullptr || !HasItem(*menu, action->text()))) {
@@ -172,8 +176,9 @@ inline QStringList UnreachableTools(const QWidget& window)
 inline QList<QAbstractItemView*> SearchableLists(const QWidget& window)
 {
     QList<QAbstractItemView*> lists = ControlsOfKind<QAbstractItemView>(window);
-    lists.removeIf(
-        [](const QAbstractItemView* list) { return !list->isEnabled() || list->model()->rowCount() == 0; });
+    lists.removeIf([](const QAbstractItemView* list) {
+        return !list->isEnabled() || list->focusPolicy() == Qt::NoFocus || list->model()->rowCount() == 0;
+    });
     return lists;
 }
 

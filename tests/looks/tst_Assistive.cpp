@@ -41,10 +41,11 @@ bool NeedsName(const QWidget& widget)
            qobject_cast<const QGroupBox*>(&widget) != nullptr || widget.focusPolicy() != Qt::NoFocus;
 }
 
-/// Whether each part of `widget` has a name of its own, as tabs do.
+/// Whether each part of `widget` has a name of its own, as tabs and menus do.
 bool IsNamedByItsParts(const QWidget& widget)
 {
     return qobject_cast<const QTabBar*>(&widget) != nullptr ||
+           qobject_cast<const QMenuBar*>(&widget) != nullptr ||
            qobject_cast<const QTabWidget*>(&widget) != nullptr;
 }
 

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QWheelEvent>
@@ -89,7 +90,7 @@ void LeaveGuard::SetSaveButton(QAbstractButton* button)
 
 void LeaveGuard::Edited(QWidget* box)
 {
-    if (!m_window->isVisible()) {
+    if (!m_window->isVisible() || m_isShowing) {
         return;
     }
     m_unchecked.insert(box);
@@ -97,6 +98,13 @@ void LeaveGuard::Edited(QWidget* box)
     if (FocusedBox() != box) {
         RunCheck(box);
     }
+}
+
+void LeaveGuard::WhileShowing(const std::function<void()>& show)
+{
+    const QScopedValueRollback showing(m_isShowing, true);
+    show();
+    m_unchecked.clear();
 }
 
 bool LeaveGuard::RunCheck(QWidget* box)

@@ -42,6 +42,10 @@ public:
     /// Reports that the user or an assistive tool has changed `box`. Without the focus it is checked now.
     void Edited(QWidget* box);
 
+    /// Runs `show`, which shows another record in the boxes. That does not count as editing, and what was
+    /// edited before is forgotten.
+    void WhileShowing(const std::function<void()>& show);
+
     /// Runs the check of `box` and returns whether it accepted.
     bool RunCheck(QWidget* box);
 
@@ -78,6 +82,7 @@ private:
     RefusalNote* m_note;
     QPointer<QWidget> m_lastInput; ///< the last focused control that is no button
     QAbstractButton* m_save = nullptr;
+    bool m_isShowing = false;
 };
 
 } // namespace Tarno

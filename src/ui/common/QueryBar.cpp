@@ -92,14 +92,16 @@ void QueryBar::ReadQuery()
 
 void QueryBar::ShowCount(std::size_t found, std::size_t all, std::size_t kept)
 {
-    QString text = QStringLiteral("%1 of %2 %3")
-                       .arg(found)
-                       .arg(all)
-                       .arg(all == 1 ? QLatin1String("trip") : QLatin1String("trips"));
-    if (kept > 0) {
-        text += QStringLiteral(", and %1 just saved").arg(kept);
-    }
-    m_ui->lblFound->setText(text);
+    const auto counted = [all](std::size_t count) {
+        return QStringLiteral("%1 of %2 %3")
+            .arg(count)
+            .arg(all)
+            .arg(all == 1 ? QLatin1String("trip") : QLatin1String("trips"));
+    };
+    // the box does not change its width while the user types
+    m_ui->lblFound->setMinimumWidth(m_ui->lblFound->fontMetrics().horizontalAdvance(counted(all)));
+    m_ui->lblFound->setText(counted(found) +
+                            (kept > 0 ? QStringLiteral(", and %1 just saved").arg(kept) : QString()));
 }
 
 /// Keeps keys that edit the text from being shortcuts of the window, and handles Enter and Down.

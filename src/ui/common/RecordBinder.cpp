@@ -182,10 +182,11 @@ bool RecordBinder::ValidateBox(std::size_t position, const LineBox& line)
 
 bool RecordBinder::WriteBack()
 {
+    const bool mayLeave = m_guard.LeaveAll(); // first, because an open pick list adds its lines
     for (const auto& [position, lines] : m_lines) {
         ValidateLines(position, lines);
     }
-    return m_guard.LeaveAll();
+    return mayLeave;
 }
 
 void RecordBinder::ValidateLines(std::size_t position, const QPlainTextEdit* lines)

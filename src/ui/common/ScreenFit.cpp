@@ -76,7 +76,12 @@ bool ScreenFit::eventFilter(QObject* watched, QEvent* event)
         FitNewWindow(*static_cast<QWidget*>(watched));
     } else if (event->type() == QEvent::LayoutRequest && IsWindow(watched) &&
                static_cast<QWidget*>(watched)->isVisible()) {
-        Fit(*static_cast<QWidget*>(watched));
+        auto& window = *static_cast<QWidget*>(watched);
+        const QSize before = window.size();
+        Fit(window);
+        if (window.size() != before) { // it grew before all of its areas were smaller
+            window.resize(before);
+        }
     }
     return false;
 }

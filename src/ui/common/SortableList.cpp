@@ -135,6 +135,12 @@ void SortableList::currentChanged(const QModelIndex& current, const QModelIndex&
     }
 }
 
+void SortableList::focusInEvent(QFocusEvent* event)
+{
+    QTreeView::focusInEvent(event);
+    m_hiddenSelection.reset();
+}
+
 void SortableList::SetHint(const QString& hint)
 {
     m_hint = hint;
@@ -145,6 +151,16 @@ void SortableList::SetHint(const QString& hint)
 void SortableList::DescribeHint()
 {
     setAccessibleDescription(RowCount() == 0 ? m_hint : QString());
+}
+
+/// Keeps the selected row visible, for example if a bar is opened below the list.
+void SortableList::resizeEvent(QResizeEvent* event)
+{
+    const bool wasVisible = QRect(QPoint(), event->oldSize()).intersects(visualRect(currentIndex()));
+    QTreeView::resizeEvent(event);
+    if (wasVisible) {
+        scrollTo(currentIndex());
+    }
 }
 
 void SortableList::paintEvent(QPaintEvent* event)

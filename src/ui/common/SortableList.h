@@ -38,7 +38,7 @@ public:
     void SetRows(std::vector<TextTableModel::Row> rows, std::vector<TextTableModel::RowState> states = {});
 
     /// Hides and marks rows, see TextTableModel. If the selected row is hidden, selects the first row until
-    /// the hidden one is shown again, unless the user selects another one.
+    /// the hidden one is shown again, unless the user selects another one or goes to the list.
     void SetStates(std::vector<TextTableModel::RowState> states);
     /// Sets the remark on marked rows.
     void SetRemark(const QString& remark);
@@ -72,7 +72,9 @@ Q_SIGNALS:
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void focusInEvent(QFocusEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;

@@ -31,10 +31,27 @@ TextCompleter::TextCompleter(QWidget* box, Propose propose)
     : QObject(box), m_box(box), m_propose(std::move(propose))
 {
     box->installEventFilter(this);
+    if (const auto* area = qobject_cast<QAbstractScrollArea*>(box); area != nullptr) {
+        area->viewport()->installEventFilter(this); // receives the mouse events
+    }
 }
 
 // A QLineEdit and a QPlainTextEdit have no common base class for texts, but both answer the questions of an
 // input method and accept its changes.
+
+/// Shows the proposals when the box contains what the user has just typed.
+void TextCompleter::ShowProposalsLater()
+{
+    m_areDue = true;
+    QMetaObject::invokeMethod(this, &TextCompleter::ShowDueProposals, Qt::QueuedConnection);
+}
+
+void TextCompleter::ShowDueProposals()
+{
+    if (std::exchange(m_areDue, false)) {
+        ShowProposals();
+    }
+}
 
 void TextCompleter::ShowProposals()
 {
@@ -139,6 +156,7 @@ void TextCompleter::Take()
 
 void TextCompleter::Close()
 {
+    m_areDue = false;
     if (IsOpen()) {
         m_list->hide();
     }
@@ -151,6 +169,9 @@ bool TextCompleter::eventFilter(QObject* watched, QEvent* event)
     case QEvent::KeyPress: {
         const auto* press = static_cast<QKeyEvent*>(event);
         const bool isPlain = (press->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
+        if (isPlain && (press->key() == Qt::Key_Down || press->key() == Qt::Key_Up)) {
+            ShowDueProposals(); // the user types faster than the program works
+        }
         if (IsOpen() && isPlain && HandlesKey(press->key())) {
             if (event->type() == QEvent::KeyPress) {
                 HandleKey(press->key());
@@ -162,16 +183,17 @@ bool TextCompleter::eventFilter(QObject* watched, QEvent* event)
             Close();
             const bool edits = !press->text().isEmpty() && press->text().front().isPrint();
             if (isPlain && (edits || press->key() == Qt::Key_Backspace)) {
-                QMetaObject::invokeMethod(this, &TextCompleter::ShowProposals, Qt::QueuedConnection);
+                ShowProposalsLater();
             }
         }
         break;
     }
     case QEvent::InputMethod:
         if (!static_cast<QInputMethodEvent*>(event)->commitString().isEmpty()) {
-            QMetaObject::invokeMethod(this, &TextCompleter::ShowProposals, Qt::QueuedConnection);
+            ShowProposalsLater();
         }
         break;
+    case QEvent::MouseButtonPress: // may move the cursor to another line
     case QEvent::FocusOut:
     case QEvent::Hide:
         Close();

@@ -35,6 +35,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void ShowProposalsLater();
+    void ShowDueProposals();
     void ShowProposals();
     void MakeList();
     void Place();
@@ -47,6 +49,7 @@ private:
     QWidget* m_box;
     Propose m_propose;
     Proposals m_proposals;
+    bool m_areDue = false;         ///< whether the text has changed since proposals were shown
     QListWidget* m_list = nullptr; ///< created with the first proposals
 };
 

@@ -31,7 +31,9 @@ const std::vector<LineProposals::Line>& LineProposals::Lines()
     };
     RecordList trips;
     m_program.sql.EntryList(trips);
-    for (const std::string& text : FrequentLines(trips, m_field)) {
+    // sizes and numbers of fish differ from trip to trip
+    for (const std::string& text : m_field == EntryField::FishCaught ? FrequentSubjects(trips, m_field)
+                                                                     : FrequentLines(trips, m_field)) {
         add(text);
     }
     for (const QString& text : ReadPickList(m_program.folder, m_pickList)) {

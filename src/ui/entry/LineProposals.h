@@ -13,7 +13,7 @@ namespace Tarno
 {
 
 /// The lines that are proposed for a multi-line box: those of earlier trips, most frequent first, then those
-/// of the pick list.
+/// of the pick list. Of the catch, only what was caught is proposed, without sizes and numbers.
 class LineProposals
 {
 public:

@@ -7,6 +7,7 @@
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
 #include "store/EntryFields.h"
+#include "ui/common/LeaveGuard.h"
 #include "ui/common/RecordBinder.h"
 #include "ui_fEntry.h"
 
@@ -82,10 +83,14 @@ void fEntry::AddTrip(const NewTripValues& trip)
     });
 }
 
-/// Continues with a new entry one day after this one, at the same place and times.
+/// Saves the entry, a new one even if it is unchanged, and continues with a new entry one day after this one,
+/// at the same place and times.
 void fEntry::SaveAndAddNext()
 {
     Trap(entryModule, "SaveAndAddNext", [this] {
+        if (Edited().Text(EntryField::TarnoNo) == "0") {
+            Edited().SetChanged(true);
+        }
         if (!SaveData()) {
             return;
         }
@@ -95,8 +100,12 @@ void fEntry::SaveAndAddNext()
                                  .location = Edited().Text(EntryField::LocNo),
                                  .startTime = Edited().Text(EntryField::StartTime),
                                  .endTime = Edited().Text(EntryField::EndTime)};
-        if (LoadEntry(0) && LoadTheForm(0, next)) {
+        bool isLoaded = false;
+        Guard().WhileShowing([&] { isLoaded = LoadEntry(0) && LoadTheForm(0, next); });
+        if (isLoaded) {
             Begin(false);
+        } else {
+            done(Rejected); // the boxes no longer show the saved entry
         }
     });
 }

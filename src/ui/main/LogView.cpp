@@ -41,7 +41,6 @@ void LogView::LoadEntryList()
 {
     std::vector<TextTableModel::Row> rows;
     m_keys.clear();
-    m_searched.clear();
     ForgetRecords();
     Trap("fTarno", "LoadEntryList", [&] {
         const RecordList trips = Trips();
@@ -97,13 +96,18 @@ void LogView::FoldTrips()
     }
 }
 
-void LogView::KeepShown(const std::vector<std::string>& keys)
+void LogView::ShowSaved(const std::vector<std::string>& keys)
 {
     m_kept.insert(keys.begin(), keys.end());
+    LoadEntryList();
+    if (!keys.empty()) {
+        m_list.SelectKey(EntryRowKey(keys.back()));
+    }
 }
 
 void LogView::ForgetRecords()
 {
+    m_searched.clear(); // contains the names of the locations
     m_bar.ForgetTrips();
 }
 
@@ -127,11 +131,6 @@ QString LogView::Hint(bool anyLocation) const
     return anyLocation ? QStringLiteral("No trips yet. Click \"Add\" or press Ctrl+N to log the first one.")
                        : QStringLiteral("Your log is empty. Every trip needs a location. Click \"Locations\" "
                                         "to add one first.");
-}
-
-void LogView::Select(const std::string& key)
-{
-    m_list.SelectKey(EntryRowKey(key));
 }
 
 bool LogView::IsRestricted() const

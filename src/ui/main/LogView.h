@@ -31,17 +31,15 @@ public:
     /// Shows the trips of the log. Errors are reported through ErrorLog, and the list is then empty.
     void LoadEntryList();
 
-    /// Shows these trips, marked, even if the query does not find them, until the query changes.
-    void KeepShown(const std::vector<std::string>& keys);
+    /// Loads the list after these trips were saved, and selects the last one. Until the query changes, they
+    /// are shown even if it does not find them, but marked.
+    void ShowSaved(const std::vector<std::string>& keys);
 
     /// Forgets everything that refers to the records. Call this after every command that may change them.
     void ForgetRecords();
 
     /// Shows in an empty list why it is empty.
     void ShowHint(bool anyLocation);
-
-    /// Selects the trip if it is shown.
-    void Select(const std::string& key);
 
     /// Returns the number of trips in the log, found or not.
     std::size_t TripCount() const { return m_keys.size(); }

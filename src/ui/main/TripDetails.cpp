@@ -4,11 +4,14 @@
 #include "qt/Strings.h"
 #include "ui/entry/PictureFile.h"
 
+#include <QKeyEvent>
+#include <QScrollBar>
 #include <QTextDocument>
 #include <QTextEdit>
 #include <QTextTable>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -20,6 +23,8 @@ namespace
 
 constexpr int largestPicture = 1600; // pixels
 constexpr int margin = 8;
+constexpr int letters = 44; // in a line
+constexpr int fewestLetters = 24;
 constexpr QLatin1String pictureName("picture");
 
 } // namespace
@@ -33,6 +38,8 @@ TripDetails::TripDetails(QWidget* parent) : QWidget(parent), m_text(new QTextEdi
     m_text->setTabChangesFocus(true);
     m_text->document()->setDocumentMargin(margin);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_text->installEventFilter(this);
+    m_text->setMinimumWidth(fewestLetters * fontMetrics().averageCharWidth());
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_text);
@@ -45,12 +52,12 @@ TripDetails::TripDetails(QWidget* parent) : QWidget(parent), m_text(new QTextEdi
 
 QSize TripDetails::sizeHint() const
 {
-    constexpr int letters = 44;
     return {letters * fontMetrics().averageCharWidth(), 0};
 }
 
 void TripDetails::ShowTrip(std::vector<DescribedValue> values, const QString& picture)
 {
+    m_hasTrip = true;
     m_values = std::move(values);
     m_picturePath = picture;
     m_picture = {};
@@ -65,16 +72,18 @@ void TripDetails::ShowTrip(std::vector<DescribedValue> values, const QString& pi
 void TripDetails::ShowNothing()
 {
     ShowTrip({}, {});
+    m_hasTrip = false;
+    Render();
 }
 
 void TripDetails::LoadPicture()
 {
     auto [picture, problem] = TryReadPicture(m_picturePath);
     m_problem = problem;
-    if (!picture.isNull()) {
-        m_picture =
-            picture.scaled(largestPicture, largestPicture, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    }
+    m_picture =
+        std::max(picture.width(), picture.height()) <= largestPicture
+            ? picture
+            : picture.scaled(largestPicture, largestPicture, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     Render();
 }
 
@@ -83,13 +92,16 @@ void TripDetails::Render()
     QTextDocument& document = *m_text->document();
     document.clear();
     QTextCursor cursor(&document);
-    if (m_values.empty()) {
+    if (!m_hasTrip) {
         cursor.insertText(QStringLiteral("Select a trip to see its details."));
         return;
     }
     if (!m_picture.isNull()) {
         document.addResource(QTextDocument::ImageResource, QUrl(pictureName), m_picture);
-        const QSize room(m_text->viewport()->width() - 2 * margin, m_picture.height());
+        // with the scroll bar, because the text below the picture may need it
+        const int width = m_text->maximumViewportSize().width() -
+                          m_text->verticalScrollBar()->sizeHint().width() - 2 * margin;
+        const QSize room(std::max(1, width), m_picture.height());
         const QSize shown = m_picture.size().scaled(room, Qt::KeepAspectRatio).boundedTo(m_picture.size());
         QTextImageFormat image;
         image.setName(pictureName);
@@ -98,6 +110,9 @@ void TripDetails::Render()
         cursor.insertImage(image);
     } else if (!m_problem.isEmpty()) {
         cursor.insertText(m_problem);
+    }
+    if (m_values.empty()) {
+        return;
     }
     QTextTableFormat format;
     format.setBorderStyle(QTextFrameFormat::BorderStyle_None);
@@ -113,6 +128,17 @@ void TripDetails::Render()
         ++row;
     }
     m_text->moveCursor(QTextCursor::Start);
+}
+
+/// Lets Ctrl+C copy the selected text. A text that cannot be edited would leave the key to the window.
+bool TripDetails::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && m_text->textCursor().hasSelection() &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->accept();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 /// Fits the picture to the new width.

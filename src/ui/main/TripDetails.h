@@ -32,12 +32,14 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void LoadPicture();
     void Render();
 
+    bool m_hasTrip = false;
     std::vector<DescribedValue> m_values;
     QString m_picturePath;
     QImage m_picture;

@@ -76,27 +76,37 @@ void fTarno::AddCommands()
 
 void fTarno::ConnectHandlers()
 {
-    connect(m_commands, &LogCommands::Started, m_ui->barDeleted, &QWidget::hide);
+    connect(m_commands, &LogCommands::Started, this, [this] { HidePane(m_ui->barDeleted); });
     connect(m_ui->cmdExit, &QPushButton::clicked, this, &fTarno::cmdExit_Click);
     connect(m_ui->cmdUndoDelete, &QPushButton::clicked, m_undo, &UndoMenu::Undo);
     connect(m_ui->lvwEntry, &SortableList::OpenRequested, this, &fTarno::lvwEntry_DblClick);
     connect(m_ui->lvwEntry, &SortableList::Pressed, this, &fTarno::lvwEntry_MouseDown);
     connect(m_ui->lvwEntry, &SortableList::SelectionChanged, this, &fTarno::ShowSelectedTrip);
-    connect(m_log, &LogView::QueryChanged, this, &fTarno::ShowChanges);
+    connect(m_log, &LogView::QueryChanged, this, [this] {
+        EnableCommands();
+        ShowSelectedTrip();
+    });
     connect(m_ui->queryBar, &QueryBar::HelpRequested, this,
             [this] { ShowManual(this, QStringLiteral("find"), m_program.windows); });
-    connect(m_undo, &UndoMenu::Started, m_ui->barDeleted, &QWidget::hide);
+    connect(m_undo, &UndoMenu::Started, this, [this] { HidePane(m_ui->barDeleted); });
     connect(m_undo, &UndoMenu::Finished, this, [this](const std::string& trip) {
-        m_log->KeepShown({trip});
-        m_log->LoadEntryList();
-        m_log->Select(trip);
+        m_log->ShowSaved({trip});
         ShowChanges();
     });
 }
 
+/// Hides a part of the window. If the focus is in it, the list gets the focus, otherwise "Exit" would.
+void fTarno::HidePane(QWidget* pane)
+{
+    if (pane->isAncestorOf(focusWidget())) {
+        m_ui->lvwEntry->setFocus();
+    }
+    pane->hide();
+}
+
 void fTarno::lvwEntry_DblClick()
 {
-    m_ui->barDeleted->hide();
+    HidePane(m_ui->barDeleted);
     Trap(module, "lvwEntry_DblClick", [this] { Edit(); });
 }
 
@@ -142,6 +152,7 @@ void fTarno::ShowChanges()
     m_log->ForgetRecords();
     m_undo->Update();
     EnableCommands();
+    m_detailed.reset();
     ShowSelectedTrip();
 }
 
@@ -172,25 +183,19 @@ void fTarno::EditSelected(const char* routine, bool deleteMode)
     WithListGreyed(routine, [&] {
         fEntry editor(m_program, this);
         editor.SetData(ToInt16(*selected), deleteMode);
-        m_log->KeepShown(editor.SavedKeys());
-        m_log->LoadEntryList();
+        m_log->ShowSaved(editor.SavedKeys());
         const auto change = m_program.sql.NextUndo();
         m_ui->barDeleted->setVisible(deleteMode && change && change->kind == ChangeKind::Delete &&
                                      change->record.key == *selected);
     });
 }
 
-/// Shows the list with the trips that `edit` adds in the editor, and selects the last one.
 void fTarno::EditNewTrip(const char* routine, const std::function<void(fEntry& editor)>& edit)
 {
     WithListGreyed(routine, [&] {
         fEntry editor(m_program, this);
         edit(editor);
-        m_log->KeepShown(editor.SavedKeys());
-        m_log->LoadEntryList();
-        if (!editor.SavedKeys().empty()) {
-            m_log->Select(editor.SavedKeys().back());
-        }
+        m_log->ShowSaved(editor.SavedKeys());
     });
 }
 
@@ -266,16 +271,19 @@ void fTarno::ReportFound()
 
 void fTarno::ShowDetails()
 {
-    m_ui->tripDetails->setVisible(m_ui->miDetails->isChecked());
+    m_ui->miDetails->isChecked() ? m_ui->tripDetails->show() : HidePane(m_ui->tripDetails);
     m_program.windows.SetDetailsShown(m_ui->miDetails->isChecked());
     ShowSelectedTrip();
 }
 
+/// Shows the details of the selected trip, if they are not shown already.
 void fTarno::ShowSelectedTrip()
 {
-    if (m_ui->tripDetails->isHidden()) {
+    const auto selected = m_log->SelectedKey();
+    if (m_ui->tripDetails->isHidden() || (m_detailed && m_detailed == selected)) {
         return;
     }
+    m_detailed = selected;
     Trap(module, "ShowSelectedTrip", [this] {
         if (const auto trip = m_log->SelectedTrip()) {
             m_ui->tripDetails->ShowTrip(DescribeTrip(*trip, m_log->Places()),

@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace Tarno
 {
@@ -63,6 +65,7 @@ private:
     void EnableCommands();
     void ShowChanges();
     void ShowSelectedTrip();
+    void HidePane(QWidget* pane);
     void lvwEntry_DblClick();
     void lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position);
     void cmdExit_Click();
@@ -77,6 +80,7 @@ private:
     LogCommands* m_commands;
     LogView* m_log;
     UndoMenu* m_undo;
+    std::optional<std::string> m_detailed; ///< key of the trip that the details show
     bool m_exitConfirmed = false;
 };
 

@@ -415,6 +415,37 @@ private Q_SLOTS:
         list.keyboardSearch(QStringLiteral("1"));
         QCOMPARE(list.SelectedKey(), std::optional(QStringLiteral("a")));
     }
+
+    void hiddenSelection_returnsWithItsRow()
+    {
+        using State = TextTableModel::RowState;
+        ShownList list;
+        list.Show({"one", "two", "three"});
+        list.SelectKey(QStringLiteral("three"));
+        QSignalSpy changes(&list, &SortableList::SelectionChanged);
+        list.SetStates({State::Shown, State::Shown, State::Hidden});
+        QCOMPARE(list.Selected(), "one");
+        QCOMPARE(changes.size(), 1);
+        list.SetStates({State::Hidden, State::Shown, State::Hidden});
+        QCOMPARE(list.Selected(), "two");
+        list.SetStates({State::Hidden, State::Hidden, State::Hidden});
+        QCOMPARE(list.Selected(), "(none)");
+        list.SetStates({});
+        QCOMPARE(list.Selected(), "three");
+        QCOMPARE(list.RowCount(), 3);
+    }
+
+    void hiddenSelection_isForgottenWithAnotherSelection()
+    {
+        using State = TextTableModel::RowState;
+        ShownList list;
+        list.Show({"one", "two", "three"});
+        list.SelectKey(QStringLiteral("three"));
+        list.SetStates({State::Shown, State::Shown, State::Hidden});
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.PointIn(1));
+        list.SetStates({});
+        QCOMPARE(list.Selected(), "two");
+    }
 };
 
 TEST_CLASS(tst_SortableList)

@@ -2,6 +2,7 @@
 #include "ui/common/TextTableModel.h"
 
 #include <QAbstractItemModelTester>
+#include <QFont>
 #include <QIcon>
 #include <QSignalSpy>
 
@@ -183,6 +184,43 @@ private Q_SLOTS:
         model.sort(0, Qt::DescendingOrder);
         QCOMPARE(first.row(), 0);
         QCOMPARE(first.data(TextTableModel::keyRole).toString(), QStringLiteral("1"));
+    }
+
+    void states_hideAndMarkRows()
+    {
+        using State = TextTableModel::RowState;
+        TextTableModel model(headings, nullptr);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.SetRemark(QStringLiteral("just saved"));
+        model.SetRows({Row("K1", "b", "1"), Row("K2", "a", "2"), Row("K3", "c", "3")},
+                      {State::Marked, State::Hidden, State::Shown});
+        QCOMPARE(Texts(model), List("b c"));
+        const QModelIndex marked = model.index(0, 1);
+        QVERIFY(marked.data(Qt::FontRole).value<QFont>().italic());
+        QCOMPARE(marked.data(Qt::ToolTipRole).toString(), QStringLiteral("just saved"));
+        QCOMPARE(marked.data(Qt::AccessibleDescriptionRole).toString(), QStringLiteral("just saved"));
+        QVERIFY(!model.index(1, 0).data(Qt::FontRole).isValid());
+        model.SetStates({State::Hidden, State::Hidden, State::Hidden});
+        QCOMPARE(model.rowCount(), 0);
+        model.SetStates({});
+        QCOMPARE(Texts(model), List("b a c"));
+    }
+
+    void states_keepTheOrder()
+    {
+        using State = TextTableModel::RowState;
+        TextTableModel model(headings, nullptr);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.SetRows({Row("K1", "b", "1"), Row("K2", "a", "2"), Row("K3", "c", "3")});
+        model.sort(0, Qt::DescendingOrder);
+        model.SetStates({State::Shown, State::Hidden, State::Shown});
+        QCOMPARE(Texts(model), List("c b"));
+        const QPersistentModelIndex kept = model.index(0, 0);
+        model.sort(0, Qt::AscendingOrder);
+        QCOMPARE(Texts(model), List("b c"));
+        QCOMPARE(kept.row(), 1);
+        model.SetStates({});
+        QCOMPARE(Texts(model), List("a b c"));
     }
 };
 

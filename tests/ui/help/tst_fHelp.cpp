@@ -192,6 +192,21 @@ private Q_SLOTS:
         }
     }
 
+    void showManual_showsThePageInTheManualThatIsOpen()
+    {
+        ActiveWindow window("fLocs");
+        ShowManual(&window, QStringLiteral("fEntry"), m_windows);
+        QCOMPARE(window.ShownPage(), QStringLiteral("fEntry.html"));
+        const fHelp* help = window.Help();
+        QVERIFY(help->isVisible());
+        ShowManual(&window, QStringLiteral("fRptLog"), m_windows);
+        QCOMPARE(window.Help(), help);
+        QCOMPARE(window.ShownPage(), QStringLiteral("fRptLog.html"));
+        ShowManual(&window, QStringLiteral("no page"), m_windows);
+        QCOMPARE(window.ShownPage(), QStringLiteral("index.html"));
+        QCOMPARE(window.findChildren<fHelp*>().size(), 1);
+    }
+
 private:
     TemporaryFolder m_folder;
     RememberedWindows m_windows{FromUtf8(m_folder.PathOf("windows.ini"))};
