@@ -309,6 +309,7 @@ void fCalendar::ShowSimilarTrips()
                                     .arg(count)
                                     .arg(count == 1 ? QLatin1String("trip") : QLatin1String("trips")));
     m_ui->lvwSimilar->SetRows(std::move(rows));
+    m_ui->lvwSimilar->setCurrentIndex(m_ui->lvwSimilar->model()->index(0, 0));
 }
 
 /// Opens the only trip of the day, or goes to the list of several ones.

@@ -12,10 +12,9 @@ namespace Tarno
 
 void MakeReadable(QTextEdit& box)
 {
-    constexpr int margin = 8;
     box.setReadOnly(true);
     box.setTabChangesFocus(true);
-    box.document()->setDocumentMargin(margin);
+    box.document()->setDocumentMargin(readableMargin);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 }
 

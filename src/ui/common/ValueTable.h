@@ -10,6 +10,9 @@ class QTextEdit;
 namespace Tarno
 {
 
+/// The margin of a text box for reading, in device-independent pixels.
+constexpr int readableMargin = 8;
+
 /// Prepares a text box for reading: it can be scrolled, selected and copied, but not edited.
 void MakeReadable(QTextEdit& box);
 
