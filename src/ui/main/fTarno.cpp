@@ -236,8 +236,7 @@ void fTarno::Calendar()
     WithListGreyed("Calendar", [this] {
         fCalendar calendar(m_program, this);
         calendar.exec();
-        m_log->KeepShown(calendar.SavedKeys());
-        m_log->LoadEntryList();
+        m_log->ShowSaved(calendar.SavedKeys());
     });
 }
 
