@@ -60,7 +60,8 @@ void fTarno::AddCommands()
     m_commands->AddSeparator();
     m_commands->AddButton(m_ui->icoTides, "tides", "Tides", Needs::Nothing, run(&fTarno::Tides));
 
-    m_commands->Add(m_ui->miOpenFolder, Needs::Nothing, run(&fTarno::OpenLogFolder));
+    m_commands->Add(m_ui->miOpenFolder, Needs::Nothing,
+                    [this] { m_program.programs.OpenFolder(FromUtf8(m_program.folder.GetAppPath())); });
     m_commands->Add(m_ui->miExit, Needs::Nothing, run(&fTarno::cmdExit_Click));
     m_commands->Add(m_ui->miRepeat, Needs::RowAndNewTrip, run(&fTarno::Repeat));
     m_commands->Add(m_ui->miFind, Needs::AnyTrip, [this] { m_ui->queryBar->Open(); });
@@ -259,13 +260,7 @@ void fTarno::TripSheet()
 
 void fTarno::ReportFound()
 {
-    WithListGreyed("ReportFound", [this] {
-        TripsFound found{.keys = {}, .query = m_log->IsRestricted() ? m_ui->queryBar->Text() : QString()};
-        for (const RecordView& trip : m_log->FoundTrips()) {
-            found.keys.insert(trip.Text(EntryField::TarnoNo));
-        }
-        fRptLog(m_program, this, found).exec();
-    });
+    WithListGreyed("ReportFound", [this] { fRptLog(m_program, this, m_log->Found()).exec(); });
 }
 
 void fTarno::ShowDetails()
@@ -291,11 +286,6 @@ void fTarno::ShowSelectedTrip()
             m_ui->tripDetails->ShowNothing();
         }
     });
-}
-
-void fTarno::OpenLogFolder()
-{
-    m_program.programs.OpenFolder(FromUtf8(m_program.folder.GetAppPath()));
 }
 
 void fTarno::cmdExit_Click()

@@ -47,7 +47,6 @@ public:
     void TripSheet();
     void ReportFound();
     void ShowDetails();
-    void OpenLogFolder();
     void Calendar();
 
 Q_SIGNALS:
