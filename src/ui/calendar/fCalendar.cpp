@@ -289,9 +289,12 @@ void fCalendar::ShowSimilarTrips()
 {
     const RecordList trips = Trips();
     std::vector<TextTableModel::Row> rows;
+    const Conditions wanted = WantedConditions();
+    const std::size_t ofThisDay = m_tripDays.On(*wanted.date).size(); // they are listed already
     for (const SimilarTrip& similar :
-         RankSimilar(WantedConditions(), m_conditions, m_positions, mostSimilar)) {
-        if (similar.index >= trips.size()) {
+         RankSimilar(wanted, m_conditions, m_positions, mostSimilar + ofThisDay)) {
+        const bool isOfThisDay = m_conditions[similar.index].date == wanted.date;
+        if (similar.index >= trips.size() || isOfThisDay || rows.size() == mostSimilar) {
             continue;
         }
         const RecordView& trip = trips[similar.index];
