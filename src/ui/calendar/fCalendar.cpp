@@ -90,7 +90,7 @@ fCalendar::fCalendar(const Program& program, QWidget* parent)
                                    QStringLiteral("Action"), QStringLiteral("Caught"),
                                    QStringLiteral("Why")});
     m_ui->lvwSimilar->FitColumns({QStringLiteral("2008-08-08"),
-                                  QStringLiteral("Pittwater"),
+                                  QStringLiteral("Pittwater, B"),
                                   QStringLiteral("Good"),
                                   QStringLiteral("Flathead 41"),
                                   {}},
@@ -308,6 +308,7 @@ void fCalendar::ShowSimilarTrips()
                               : QStringLiteral("Your log has only %1 %2.")
                                     .arg(count)
                                     .arg(count == 1 ? QLatin1String("trip") : QLatin1String("trips")));
+    m_ui->lblFew->setVisible(!m_ui->lblFew->text().isEmpty());
     m_ui->lvwSimilar->SetRows(std::move(rows));
     m_ui->lvwSimilar->setCurrentIndex(m_ui->lvwSimilar->model()->index(0, 0));
 }
