@@ -122,8 +122,9 @@ void DayDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
         QColor tint = colours.color(QPalette::Highlight);
         tint.setAlphaF(0.15F);
         painter->fillRect(frame, tint);
-        painter->setPen(QPen(colours.color(QPalette::Highlight), 2));
-        painter->drawRect(frame.adjusted(1, 1, 0, 0));
+        const bool isFocused = option.state.testFlag(QStyle::State_HasFocus);
+        painter->setPen(QPen(colours.color(QPalette::Highlight), isFocused ? 2 : 1));
+        painter->drawRect(isFocused ? frame.adjusted(1, 1, 0, 0) : frame);
     }
     const int line = option.fontMetrics.height();
     const QColor text = Faded(colours.color(QPalette::Text), isFaded);

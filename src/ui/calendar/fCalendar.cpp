@@ -59,7 +59,16 @@ std::vector<DescribedValue> ValuesOf(const CalendarDay& day)
         {"Moon", std::to_string(day.moon.percent) + " % lit, " + (day.moon.waxing ? "waxing" : "waning")}};
     if (day.times) {
         const auto between = [](const std::string& rise, const std::string& set) {
-            return rise == "never" ? rise + ' ' + set : "rises " + rise + ", sets " + set;
+            if (rise == "never") {
+                return rise + ' ' + set;
+            }
+            std::vector<std::string> times; // one of them may be missing on a day
+            for (const auto& [verb, time] : {std::pair("rises ", &rise), std::pair("sets ", &set)}) {
+                if (MinutesOf(*time)) {
+                    times.push_back(verb + *time);
+                }
+            }
+            return Joined(times, ", ");
         };
         const auto listed = [](const std::string& first, const std::string& second) {
             return MinutesOf(second) ? first + ", " + second : MinutesOf(first) ? first : std::string("none");
