@@ -33,7 +33,7 @@ const QColor major(0xd8, 0x3a, 0x2a);
 QColor Faded(const QColor& colour, bool isFaded)
 {
     QColor faded = colour;
-    faded.setAlphaF(isFaded ? 0.4F : 1.0F);
+    faded.setAlphaF(isFaded ? 0.5F : 1.0F);
     return faded;
 }
 
@@ -122,8 +122,9 @@ void DayDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
         QColor tint = colours.color(QPalette::Highlight);
         tint.setAlphaF(0.15F);
         painter->fillRect(frame, tint);
-        painter->setPen(QPen(colours.color(QPalette::Highlight), 2));
-        painter->drawRect(frame.adjusted(1, 1, 0, 0));
+        const bool isFocused = option.state.testFlag(QStyle::State_HasFocus);
+        painter->setPen(QPen(colours.color(QPalette::Highlight), isFocused ? 2 : 1));
+        painter->drawRect(isFocused ? frame.adjusted(1, 1, 0, 0) : frame);
     }
     const int line = option.fontMetrics.height();
     const QColor text = Faded(colours.color(QPalette::Text), isFaded);
@@ -135,7 +136,7 @@ void DayDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     painter->setPen(text);
     painter->drawText(inside, Qt::AlignLeft | Qt::AlignTop, index.data().toString());
     const QRectF disc(inside.right() - line + 2, inside.top() + 2, line - 3, line - 3);
-    painter->setOpacity(isFaded ? 0.4 : 1.0);
+    painter->setOpacity(isFaded ? 0.5 : 1.0);
     PaintMoon(*painter, disc, day.moon.percent, day.moon.waxing != m_isSouthern);
     painter->setOpacity(1.0);
 
@@ -147,11 +148,10 @@ void DayDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     painter->setPen(text);
     painter->drawText(second.adjusted(8, 0, 0, 0), Qt::AlignLeft | Qt::AlignTop,
                       FromUtf8(FieldWords::prediction.at(rating)));
-    if (cell->trips > 0) { // stronger if a trip was here
+    if (cell->trips > 0) { // bold if a trip was here
         QFont trips = option.font;
         trips.setBold(cell->tripsHere > 0);
         painter->setFont(trips);
-        painter->setPen(cell->tripsHere > 0 ? text : Faded(text, true));
         painter->drawText(second, Qt::AlignRight | Qt::AlignTop,
                           QChar(0x2022) + QString::number(cell->trips));
     }

@@ -59,6 +59,7 @@ void dlgPeaks::CheckRange()
                             : days > mostDays ? QStringLiteral("Choose at most ten years.")
                                               : QString();
     m_ui->lblProblem->setText(problem);
+    m_ui->lblProblem->setVisible(!problem.isEmpty());
     m_ui->cmdExport->setEnabled(problem.isEmpty());
 }
 

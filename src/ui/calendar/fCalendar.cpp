@@ -59,7 +59,16 @@ std::vector<DescribedValue> ValuesOf(const CalendarDay& day)
         {"Moon", std::to_string(day.moon.percent) + " % lit, " + (day.moon.waxing ? "waxing" : "waning")}};
     if (day.times) {
         const auto between = [](const std::string& rise, const std::string& set) {
-            return rise == "never" ? rise + ' ' + set : "rises " + rise + ", sets " + set;
+            if (rise == "never") {
+                return rise + ' ' + set;
+            }
+            std::vector<std::string> times; // one of them may be missing on a day
+            for (const auto& [verb, time] : {std::pair("rises ", &rise), std::pair("sets ", &set)}) {
+                if (MinutesOf(*time)) {
+                    times.push_back(verb + *time);
+                }
+            }
+            return Joined(times, ", ");
         };
         const auto listed = [](const std::string& first, const std::string& second) {
             return MinutesOf(second) ? first + ", " + second : MinutesOf(first) ? first : std::string("none");
@@ -90,7 +99,7 @@ fCalendar::fCalendar(const Program& program, QWidget* parent)
                                    QStringLiteral("Action"), QStringLiteral("Caught"),
                                    QStringLiteral("Why")});
     m_ui->lvwSimilar->FitColumns({QStringLiteral("2008-08-08"),
-                                  QStringLiteral("Pittwater"),
+                                  QStringLiteral("Pittwater, B"),
                                   QStringLiteral("Good"),
                                   QStringLiteral("Flathead 41"),
                                   {}},
@@ -311,6 +320,7 @@ void fCalendar::ShowSimilarTrips()
                               : QStringLiteral("Your log has only %1 %2.")
                                     .arg(count)
                                     .arg(count == 1 ? QLatin1String("trip") : QLatin1String("trips")));
+    m_ui->lblFew->setVisible(!m_ui->lblFew->text().isEmpty());
     m_ui->lvwSimilar->SetRows(std::move(rows));
     m_ui->lvwSimilar->setCurrentIndex(m_ui->lvwSimilar->model()->index(0, 0));
 }
