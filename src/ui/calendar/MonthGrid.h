@@ -44,6 +44,7 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
@@ -54,6 +55,7 @@ private:
     MonthModel* m_model;
     std::chrono::year_month_day m_date{};
     std::chrono::year_month_day m_today{};
+    int m_turned = 0; ///< part of a notch by which the wheel was turned, in eighths of a degree
 };
 
 } // namespace Tarno
