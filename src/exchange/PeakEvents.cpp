@@ -32,6 +32,13 @@ minutes ClocksAhead(const LocationTexts& location, year_month_day date, int minu
     return minutes(isStandardTime ? ahead - hour : ahead);
 }
 
+/// Whether the time can be written as UTC.
+bool HasYearOfFourDigits(std::chrono::sys_seconds time)
+{
+    using std::chrono::year;
+    return time >= sys_days(year(1) / 1 / 1) && time < sys_days(year(10000) / 1 / 1);
+}
+
 std::string Compact(year_month_day date)
 {
     return ReplaceAll(FromDate(date), "-", "");
@@ -59,15 +66,20 @@ std::vector<CalendarEvent> PeakEvents(const PeakEventsRequest& request)
             if (!minutesOfDay) {
                 continue;
             }
+            const std::chrono::sys_seconds start =
+                day + minutes(*minutesOfDay) - ClocksAhead(request.location, date, *minutesOfDay);
+            if (!HasYearOfFourDigits(start)) {
+                continue;
+            }
             const std::string kind = std::string(name).starts_with("major") ? "Major" : "Minor";
-            events.push_back(
-                {.uid = Compact(date) + '-' + name + "-place-" + request.number + "@tarno",
-                 .start = day + minutes(*minutesOfDay) - ClocksAhead(request.location, date, *minutesOfDay),
-                 .summary = kind + " time, day rated " + rating,
-                 .description = kind + " time " + *time + " at " + request.name + ". Moon " +
-                                std::to_string(forecast.moon.percent) + " % lit, " +
-                                (forecast.moon.waxing ? "waxing" : "waning") + ", day rated " + rating + ".",
-                 .location = request.name});
+            events.push_back({.uid = Compact(date) + '-' + name + "-place-" + request.number + "@tarno",
+                              .start = start,
+                              .summary = kind + " time, day rated " + rating,
+                              .description = kind + " time " + *time + " at " + request.name + ". Moon " +
+                                             std::to_string(forecast.moon.percent) + " % lit, " +
+                                             (forecast.moon.waxing ? "waxing" : "waning") + ", day rated " +
+                                             rating + ".",
+                              .location = request.name});
         }
     }
     return events;
