@@ -444,6 +444,33 @@ private Q_SLOTS:
         ShownLog window(program);
         QCOMPARE(Enabled(window), enabled);
     }
+
+    void calendar_unreadableFile_isNotReportedAgain_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("log") << "tarno.xml";
+        QTest::newRow("locations") << "location.xml";
+    }
+
+    void calendar_unreadableFile_isNotReportedAgain()
+    {
+        QFETCH(QString, file);
+        FourTrips program;
+        program.folder.Write(file.toStdString(), "<data>");
+        program.Start();
+        if (file == QLatin1String("tarno.xml")) {
+            program.reports.Expect("cSQL", "EntryList", ErrorNumber::ObjectNotSet);
+        } else {
+            program.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
+            program.reports.Expect("cSQL", "LocationList", ErrorNumber::ObjectNotSet);
+        }
+        ShownLog window(program);
+        ErrorReporter::Instance().AllowRepetition(); // as after a while
+        WhileOpen(
+            "fCalendar", [&] { Press(window, Qt::Key_K, Qt::ControlModifier); },
+            [](QDialog& calendar) { Click(calendar, "cmdClose"); });
+        QVERIFY(List(window).isEnabled());
+    }
 };
 
 TEST_CLASS(tst_Menus)
