@@ -164,6 +164,22 @@ private Q_SLOTS:
         QCOMPARE(Grid(window).Selected().trips, 1);
     }
 
+    void tripWithAKeyBeyond16Bits_isReported()
+    {
+        ProgramWithTrips program;
+        std::string bytes = program.folder.Read("tarno.xml");
+        bytes.replace(bytes.find("<TarnoNo>3<"), 11, "<TarnoNo>32768<");
+        program.folder.Write("tarno.xml", bytes);
+        program.Start();
+        ShownCalendar window(program);
+        Q_EMIT Grid(window).DateWanted(Date(2026, 11, 10));
+        program.reports.Expect("fCalendar", "ActivateDay", ErrorNumber::Overflow);
+        WithoutWindow([&] { Press(window, Qt::Key_Return); });
+        program.reports.Expect("fCalendar", "lvwTrips_DblClick", ErrorNumber::Overflow);
+        WithoutWindow([&] { DoubleClickRow(window, "lvwTrips", 0); });
+        QVERIFY(window.SavedKeys().empty());
+    }
+
     void newTrip_hasTheDayAndThePlace()
     {
         ProgramWithTrips program;

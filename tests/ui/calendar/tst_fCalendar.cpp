@@ -235,6 +235,35 @@ private Q_SLOTS:
         QCOMPARE(ShownDate(window), "2026-11-22");
     }
 
+    void mnemonics_areUniqueOnEachPage()
+    {
+        ProgramWithPlaces program;
+        const ShownCalendar window(program);
+        for (const int page : {0, 1}) {
+            auto& tabs = Find<QTabWidget>(window, "tabDay");
+            tabs.setCurrentIndex(page);
+            QStringList captions{tabs.tabText(0), tabs.tabText(1)};
+            for (const auto* label : window.findChildren<QLabel*>()) {
+                if (label->isVisible() && label->buddy() != nullptr) {
+                    captions << label->text();
+                }
+            }
+            for (const auto* button : window.findChildren<QPushButton*>()) {
+                captions << button->text();
+            }
+            QMap<QString, QString> captionOf;
+            for (const QString& caption : captions) {
+                const QString key = QKeySequence::mnemonic(caption).toString();
+                QVERIFY2(!captionOf.contains(key),
+                         qPrintable(caption + QLatin1String(" / ") + captionOf.value(key)));
+                if (!key.isEmpty()) {
+                    captionOf.insert(key, caption);
+                }
+            }
+            QCOMPARE(captionOf.size(), page == 0 ? 9 : 13);
+        }
+    }
+
     void closing_data()
     {
         QTest::addColumn<bool>("byKey");
@@ -251,7 +280,7 @@ private Q_SLOTS:
         QVERIFY(!window.isVisible());
     }
 
-    void f1_showsThePageOfTheCalendar()
+    void objectName_isThePageOfTheManual()
     {
         ProgramWithPlaces program;
         QCOMPARE(ShownCalendar(program).objectName(), QStringLiteral("fCalendar"));
