@@ -50,7 +50,7 @@ protected:
 
 private:
     void Want(std::chrono::sys_days day);
-    void WantMonths(int months);
+    void WantMonths(int count);
 
     MonthModel* m_model;
     std::chrono::year_month_day m_date{};

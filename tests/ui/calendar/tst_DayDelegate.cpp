@@ -13,8 +13,6 @@
 
 using namespace Tarno;
 
-using std::chrono::year_month_day;
-
 namespace
 {
 
