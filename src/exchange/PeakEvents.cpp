@@ -6,6 +6,8 @@
 #include "store/EntryFields.h"
 
 #include <cmath>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 namespace Tarno
@@ -32,9 +34,42 @@ minutes ClocksAhead(const LocationTexts& location, year_month_day date, int minu
     return minutes(isStandardTime ? ahead - hour : ahead);
 }
 
+/// Whether the time can be written as UTC.
+bool HasYearOfFourDigits(std::chrono::sys_seconds time)
+{
+    using std::chrono::year;
+    return time >= sys_days(year(1) / 1 / 1) && time < sys_days(year(10000) / 1 / 1);
+}
+
 std::string Compact(year_month_day date)
 {
     return ReplaceAll(FromDate(date), "-", "");
+}
+
+/// Returns the event for the time `text` of a day, or nullopt if it cannot be written. `name` is for example
+/// "major-1".
+std::optional<CalendarEvent> EventAt(const PeakEventsRequest& request, year_month_day date,
+                                     const MoonForecast& moon, std::string_view name, const std::string& text)
+{
+    const auto minutesOfDay = MinutesOf(text);
+    if (!minutesOfDay) {
+        return std::nullopt;
+    }
+    const std::chrono::sys_seconds start =
+        sys_days(date) + minutes(*minutesOfDay) - ClocksAhead(request.location, date, *minutesOfDay);
+    if (!HasYearOfFourDigits(start)) {
+        return std::nullopt;
+    }
+    const std::string kind = name.starts_with("major") ? "Major time" : "Minor time";
+    const std::string rated =
+        "day rated " + std::string(FieldWords::prediction.at(static_cast<std::size_t>(moon.prediction)));
+    return CalendarEvent{
+        .uid = Compact(date) + '-' + std::string(name) + "-place-" + request.number + "@tarno",
+        .start = start,
+        .summary = kind + ", " + rated,
+        .description = kind + ' ' + text + " at " + request.name + ". Moon " + std::to_string(moon.percent) +
+                       " % lit, " + (moon.waxing ? "waxing" : "waning") + ", " + rated + ".",
+        .location = request.name};
 }
 
 } // namespace
@@ -44,30 +79,16 @@ std::vector<CalendarEvent> PeakEvents(const PeakEventsRequest& request)
     constexpr int good = 2;
     std::vector<CalendarEvent> events;
     for (sys_days day(request.first); day <= sys_days(request.last); day += std::chrono::days(1)) {
-        const year_month_day date(day);
-        const DayForecast forecast = Forecast(request.location, date);
-        if (request.onlyGoodDays && forecast.moon.prediction < good) {
+        const auto& [moon, times] = Forecast(request.location, day);
+        if (request.onlyGoodDays && moon.prediction < good) {
             continue;
         }
-        const std::string rating(
-            FieldWords::prediction.at(static_cast<std::size_t>(forecast.moon.prediction)));
-        for (const auto& [name, time] :
-             {std::pair("major-1", &forecast.riseSet.major1), std::pair("major-2", &forecast.riseSet.major2),
-              std::pair("minor-1", &forecast.riseSet.minor1),
-              std::pair("minor-2", &forecast.riseSet.minor2)}) {
-            const auto minutesOfDay = MinutesOf(*time);
-            if (!minutesOfDay) {
-                continue;
+        for (const auto& [name, text] :
+             {std::pair("major-1", &times.major1), std::pair("major-2", &times.major2),
+              std::pair("minor-1", &times.minor1), std::pair("minor-2", &times.minor2)}) {
+            if (auto event = EventAt(request, day, moon, name, *text)) {
+                events.push_back(std::move(*event));
             }
-            const std::string kind = std::string(name).starts_with("major") ? "Major" : "Minor";
-            events.push_back(
-                {.uid = Compact(date) + '-' + name + "-place-" + request.number + "@tarno",
-                 .start = day + minutes(*minutesOfDay) - ClocksAhead(request.location, date, *minutesOfDay),
-                 .summary = kind + " time, day rated " + rating,
-                 .description = kind + " time " + *time + " at " + request.name + ". Moon " +
-                                std::to_string(forecast.moon.percent) + " % lit, " +
-                                (forecast.moon.waxing ? "waxing" : "waning") + ", day rated " + rating + ".",
-                 .location = request.name});
         }
     }
     return events;

@@ -21,7 +21,8 @@ struct PeakEventsRequest {
 
 /// Returns an event for each major and minor time of each day, in order of the days. Local times are
 /// converted with the offset of the forecast of their day, including its correction on the days on which the
-/// clocks change. Throws like ForecastRiseSet.
+/// clocks change. Leaves out times that are before the year 1 or after 9999 in UTC. Throws like
+/// ForecastRiseSet.
 std::vector<CalendarEvent> PeakEvents(const PeakEventsRequest& request);
 
 } // namespace Tarno

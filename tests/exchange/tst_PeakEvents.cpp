@@ -139,6 +139,31 @@ private Q_SLOTS:
         }
     }
 
+    /// Their UTC times would have no year of four digits.
+    void timesOutsideTheYears_areLeftOut()
+    {
+        const auto isInside = [](const CalendarEvent& event) {
+            return event.start >= sys_days(year(1) / 1 / 1) && event.start < sys_days(year(10000) / 1 / 1);
+        };
+        int all = 0;
+        int left = 0;
+        for (const char* gmt : {"14", "-12"}) {
+            for (const year_month_day date :
+                 {year_month_day(year(1) / 1 / 1), year_month_day(year(9999) / 12 / 31)}) {
+                const LocationTexts place{"-33.59", "151.32", gmt, "0"};
+                const auto events = PeakEvents(Request(date, date, place));
+                QVERIFY(std::all_of(events.begin(), events.end(), isInside));
+                left += static_cast<int>(events.size());
+                const RiseSetForecast times = ForecastRiseSet(place, date);
+                for (const std::string* text : {&times.major1, &times.major2, &times.minor1, &times.minor2}) {
+                    all += MinutesOf(*text) ? 1 : 0;
+                }
+            }
+        }
+        QVERIFY(left > 0);
+        QVERIFY(left < all);
+    }
+
     void badLocation_raises()
     {
         const LocationTexts bad{"north", "151", "10", "0"};

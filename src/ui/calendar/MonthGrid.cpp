@@ -98,7 +98,7 @@ void MonthGrid::keyPressEvent(QKeyEvent* event)
         Q_EMIT Activated();
         return;
     default:
-        QTableView::keyPressEvent(event);
+        event->ignore(); // the table would select another cell than the day
     }
 }
 
@@ -107,6 +107,11 @@ void MonthGrid::mousePressEvent(QMouseEvent* event)
     if (const MonthCell* cell = m_model->CellAt(indexAt(event->position().toPoint()))) {
         Want(cell->day.date);
     }
+}
+
+void MonthGrid::mouseMoveEvent(QMouseEvent* /*event*/)
+{
+    // dragging does not select another day
 }
 
 void MonthGrid::mouseDoubleClickEvent(QMouseEvent* event)
@@ -119,7 +124,9 @@ void MonthGrid::mouseDoubleClickEvent(QMouseEvent* event)
 void MonthGrid::wheelEvent(QWheelEvent* event)
 {
     constexpr int notch = 120;
-    if (const int notches = event->angleDelta().y() / notch; notches != 0) {
+    m_turned += event->angleDelta().y(); // touch pads send parts of a notch
+    if (const int notches = m_turned / notch; notches != 0) {
+        m_turned %= notch;
         WantMonths(-notches);
     }
     event->accept();

@@ -44,16 +44,18 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     void Want(std::chrono::sys_days day);
-    void WantMonths(int months);
+    void WantMonths(int count);
 
     MonthModel* m_model;
     std::chrono::year_month_day m_date{};
     std::chrono::year_month_day m_today{};
+    int m_turned = 0; ///< part of a notch by which the wheel was turned, in eighths of a degree
 };
 
 } // namespace Tarno

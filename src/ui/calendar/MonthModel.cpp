@@ -45,8 +45,12 @@ void MonthModel::SetMonth(std::chrono::year_month month, const LocationTexts& lo
 
 const MonthCell* MonthModel::CellAt(const QModelIndex& index) const
 {
-    const auto cell = static_cast<std::size_t>(index.row() * daysOfWeek + index.column());
-    return index.isValid() && cell < m_cells.size() && m_cells[cell] ? &*m_cells[cell] : nullptr;
+    if (!index.isValid()) {
+        return nullptr;
+    }
+    const auto row = static_cast<std::size_t>(index.row());
+    const std::size_t cell = row * daysOfWeek + static_cast<std::size_t>(index.column());
+    return cell < m_cells.size() && m_cells[cell] ? &*m_cells[cell] : nullptr;
 }
 
 QModelIndex MonthModel::IndexOf(year_month_day date) const

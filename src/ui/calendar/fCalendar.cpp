@@ -62,13 +62,14 @@ std::vector<DescribedValue> ValuesOf(const CalendarDay& day)
             if (rise == "never") {
                 return rise + ' ' + set;
             }
-            std::vector<std::string> times; // one of them may be missing on a day
-            for (const auto& [verb, time] : {std::pair("rises ", &rise), std::pair("sets ", &set)}) {
-                if (MinutesOf(*time)) {
-                    times.push_back(verb + *time);
-                }
+            std::vector<std::string> events;
+            if (MinutesOf(rise)) {
+                events.push_back("rises " + rise);
             }
-            return Joined(times, ", ");
+            if (MinutesOf(set)) {
+                events.push_back("sets " + set);
+            }
+            return Joined(events, ", "); // a note says what is missing
         };
         const auto listed = [](const std::string& first, const std::string& second) {
             return MinutesOf(second) ? first + ", " + second : MinutesOf(first) ? first : std::string("none");
@@ -168,6 +169,7 @@ void fCalendar::Connect()
     click(m_ui->cmdClose, [this] { reject(); });
     Handle(m_ui->cboPlace, &QComboBox::currentIndexChanged, "Click", this, [this] {
         ChoosePlace();
+        m_program.windows.SetPlace(FromUtf8(m_program.folder.GetAppPath()), FromUtf8(m_place));
         ShowDate(m_ui->monthGrid->Date());
     });
     connect(m_ui->monthGrid, &MonthGrid::DateWanted, this,
@@ -238,8 +240,6 @@ void fCalendar::ChoosePlace()
             break;
         }
     }
-    m_ui->cmdExport->setEnabled(m_location.IsComplete());
-    m_program.windows.SetPlace(FromUtf8(m_program.folder.GetAppPath()), FromUtf8(m_place));
     const auto position = m_positions.find(m_place);
     m_ui->monthGrid->SetSouthern(position != m_positions.end() && position->second.latitude < 0);
 }
@@ -253,9 +253,11 @@ void fCalendar::ShowDate(std::chrono::year_month_day date)
 
 void fCalendar::ShowDay()
 {
+    const CalendarDay& day = m_ui->monthGrid->Selected().day;
+    m_ui->cmdExport->setEnabled(day.times.has_value());
     m_ui->txtDay->clear();
     QTextCursor cursor(m_ui->txtDay->document());
-    InsertValues(cursor, ValuesOf(m_ui->monthGrid->Selected().day));
+    InsertValues(cursor, ValuesOf(day));
     m_ui->txtDay->moveCursor(QTextCursor::Start);
     ShowTripsOfDay();
     ShowSimilarTrips();

@@ -237,7 +237,10 @@ void fTarno::Calendar()
     WithListGreyed("Calendar", [this] {
         fCalendar calendar(m_program, this);
         calendar.exec();
-        m_log->ShowSaved(calendar.SavedKeys());
+        // an unreadable file, for which nothing can be saved, would be reported again
+        if (m_program.sql.CanAddEntries() && m_program.sql.CanAddLocations()) {
+            m_log->ShowSaved(calendar.SavedKeys());
+        }
     });
 }
 
