@@ -154,7 +154,7 @@ void AppendFieldNames(const std::string& typed, std::vector<std::string>& propos
 
 } // namespace
 
-QueryCompletion::QueryCompletion(RecordList trips, PlaceNames places)
+QueryCompletion::QueryCompletion(std::function<RecordList()> trips, PlaceNames places)
     : m_trips(std::move(trips)), m_places(std::move(places))
 {
 }
@@ -189,7 +189,7 @@ const std::vector<std::string>& QueryCompletion::ValuesOf(const QueryField& fiel
     const auto known = m_values.find(field.name);
     return known != m_values.end()
                ? known->second
-               : m_values.emplace(field.name, ProposedValues(field, m_trips, m_places)).first->second;
+               : m_values.emplace(field.name, ProposedValues(field, m_trips(), m_places)).first->second;
 }
 
 std::vector<std::string> FrequentLines(const RecordList& trips, EntryField::Position field)

@@ -3,6 +3,7 @@
 #include "analysis/TripText.h"
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -22,12 +23,12 @@ struct Completion {
 
 /// Proposes field names ("cau" becomes "caught:") and, after a field name, values that occur in the trips,
 /// most frequent first. Of the lines of a text, proposes the part before the first number, comma or bracket.
-/// Reads the trips when a field is completed for the first time, so the records must not change during its
-/// life.
+/// Reads the trips when a field is completed for the first time, and keeps only its values.
 class QueryCompletion
 {
 public:
-    QueryCompletion(RecordList trips, PlaceNames places);
+    /// `trips` returns the trips of the log.
+    QueryCompletion(std::function<RecordList()> trips, PlaceNames places);
 
     /// Returns at most 20 proposals for the word that ends at `cursor`, a position in bytes. Returns none if
     /// the cursor is inside a word, or if the only proposal is what the query already contains.
@@ -36,7 +37,7 @@ public:
 private:
     const std::vector<std::string>& ValuesOf(const QueryField& field) const;
 
-    RecordList m_trips;
+    std::function<RecordList()> m_trips;
     PlaceNames m_places;
     mutable std::map<std::string_view, std::vector<std::string>> m_values; ///< by field name
 };

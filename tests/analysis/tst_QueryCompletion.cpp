@@ -40,7 +40,8 @@ Texts Completed(std::string marked)
 {
     const std::size_t cursor = marked.find('^');
     marked.erase(cursor, 1);
-    const Completion completion = QueryCompletion(Log().Trips(), Log().Places()).At(marked, cursor);
+    const Completion completion =
+        QueryCompletion([] { return Log().Trips(); }, Log().Places()).At(marked, cursor);
     Texts texts;
     for (const std::string& text : completion.texts) {
         texts.push_back(std::string(marked).replace(completion.position, completion.length, text));
@@ -71,7 +72,7 @@ private Q_SLOTS:
             lines += std::string("Fish ") + letter + "~CL~";
         }
         const SmallLog log({{{FishCaught, lines}}}, {});
-        const Completion completion = QueryCompletion(log.Trips(), {}).At("caught:", 7);
+        const Completion completion = QueryCompletion([&] { return log.Trips(); }, {}).At("caught:", 7);
         QCOMPARE(completion.texts.size(), std::size_t(20));
         QCOMPARE(completion.texts.front(), "\"Fish a\""s);
     }
@@ -81,7 +82,7 @@ private Q_SLOTS:
         const SmallLog log({{{FishCaught, "Flathead 41 and 52 cm (kept)~CL~Flathead x 3~CL~Bream, small~CL~"
                                           "Tailor (lost)~CL~3 whiting"}}},
                            {});
-        QCOMPARE(QueryCompletion(log.Trips(), {}).At("caught:", 7).texts,
+        QCOMPARE(QueryCompletion([&] { return log.Trips(); }, {}).At("caught:", 7).texts,
                  (Texts{"Flathead", "\"3 whiting\"", "Bream", "Tailor"}));
     }
 
@@ -89,7 +90,7 @@ private Q_SLOTS:
     {
         const SmallLog log({{{BaitUsed, "a|b~CL~>big~CL~x..y~CL~a:b~CL~=~CL~-x~CL~a b~CL~\tc\td~CL~<~CL~|"}}},
                            {});
-        const Completion completion = QueryCompletion(log.Trips(), {}).At("bait:", 5);
+        const Completion completion = QueryCompletion([&] { return log.Trips(); }, {}).At("bait:", 5);
         QCOMPARE(completion.texts.size(), std::size_t(10));
         for (const std::string& text : completion.texts) {
             for (const std::string& query : {"bait:" + text, "bait:zzz|" + text}) {
@@ -101,7 +102,7 @@ private Q_SLOTS:
 
     void anyCursor_isAccepted()
     {
-        const QueryCompletion completion(Log().Trips(), Log().Places());
+        const QueryCompletion completion([] { return Log().Trips(); }, Log().Places());
         const std::string query = "caught:\"br|tide:\xC3\xA9 \"-bait:a|\xFF";
         for (std::size_t cursor = 0; cursor <= query.size() + 2; ++cursor) {
             const Completion found = completion.At(query, cursor);

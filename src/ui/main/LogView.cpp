@@ -30,7 +30,7 @@ LogView::LogView(const Program& program, SortableList& list, QueryBar& bar, QObj
     m_list.SetHeadings(LogHeadings());
     m_list.FitColumns(LogSamples(), StretchedLogColumn());
     m_list.SetRemark(QStringLiteral("You have just saved this trip. The search does not find it."));
-    m_bar.SetCompletion([this] { return QueryCompletion(Trips(), Places()); });
+    m_bar.SetCompletion([this] { return QueryCompletion([this] { return Trips(); }, Places()); });
     connect(&m_bar, &QueryBar::QueryChanged, this,
             [this] { Trap("fTarno", "ApplyQuery", [this] { ApplyQuery(); }); });
     connect(&m_bar, &QueryBar::Entered, &m_list, [this] { m_list.setFocus(); });

@@ -67,8 +67,10 @@ void UndoMenu::Run(const char* routine, UndoResult (cSQL::*run)(), const QString
 {
     Q_EMIT Started();
     std::string trip;
+    cSQL& sql =
+        m_program.sql; // outside of the lambda, where the sanitizer of GCC 12 takes its object for `this`
     Trap("fTarno", routine, [&] {
-        const UndoResult result = (m_program.sql.*run)();
+        const UndoResult result = (sql.*run)();
         if (result.change.record.kind == RecordTitle::Kind::Trip) {
             trip = result.key;
         }

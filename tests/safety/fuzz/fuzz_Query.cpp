@@ -37,7 +37,7 @@ void CheckQuery(std::string_view text)
 
 void CheckCompletion(std::string_view text)
 {
-    static const QueryCompletion completion({Trip()}, {});
+    static const QueryCompletion completion([] { return RecordList{Trip()}; }, {});
     for (std::size_t cursor = 0; cursor <= text.size(); ++cursor) {
         const Completion found = completion.At(text, cursor);
         Require(found.position + found.length <= text.size(), "the replaced bytes are inside the query");
