@@ -260,7 +260,7 @@ private Q_SLOTS:
                     captionOf.insert(key, caption);
                 }
             }
-            QCOMPARE(captionOf.size(), page == 0 ? 9 : 13);
+            QCOMPARE(captionOf.size(), page == 0 ? 7 : 11);
         }
     }
 
