@@ -1,5 +1,6 @@
 #include "fCalendar.h"
 
+#include "analysis/DayDescription.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/ErrorLog.h"
@@ -41,48 +42,13 @@ QString InShort(const std::string& lines)
            (more > 0 ? QStringLiteral(" (+%1)").arg(more) : QString());
 }
 
-std::string Joined(const std::vector<std::string>& texts, const char* separator)
+QString InOneLine(const std::vector<std::string>& texts)
 {
-    std::string joined;
+    QStringList parts;
     for (const std::string& text : texts) {
-        joined += (joined.empty() ? "" : separator) + text;
+        parts << FromUtf8(text);
     }
-    return joined;
-}
-
-/// Returns the text for the panel about a day.
-std::vector<DescribedValue> ValuesOf(const CalendarDay& day)
-{
-    std::vector<DescribedValue> values{
-        {"Day", LongDate(day.date)},
-        {"Rating", ReasonOfRating(day.date)},
-        {"Moon", std::to_string(day.moon.percent) + " % lit, " + (day.moon.waxing ? "waxing" : "waning")}};
-    if (day.times) {
-        const auto between = [](const std::string& rise, const std::string& set) {
-            if (rise == "never") {
-                return rise + ' ' + set;
-            }
-            std::vector<std::string> events;
-            if (MinutesOf(rise)) {
-                events.push_back("rises " + rise);
-            }
-            if (MinutesOf(set)) {
-                events.push_back("sets " + set);
-            }
-            return Joined(events, ", "); // a note says what is missing
-        };
-        const auto listed = [](const std::string& first, const std::string& second) {
-            return MinutesOf(second) ? first + ", " + second : MinutesOf(first) ? first : std::string("none");
-        };
-        values.push_back({"Sun", between(day.times->sunRise, day.times->sunSet)});
-        values.push_back({"Moon up", between(day.times->moonRise, day.times->moonSet)});
-        values.push_back({"Major times", listed(day.times->major1, day.times->major2)});
-        values.push_back({"Minor times", listed(day.times->minor1, day.times->minor2)});
-    }
-    if (const auto warnings = WarningsFor(day); !warnings.empty()) {
-        values.push_back({"Note", Joined(warnings, "\n")});
-    }
-    return values;
+    return parts.join(QLatin1String(", "));
 }
 
 } // namespace
@@ -313,8 +279,7 @@ void fCalendar::ShowSimilarTrips()
             {RowKey(trip.Text(EntryField::TarnoNo)),
              {FromUtf8(trip.Text(EntryField::StartDate)), FromUtf8(m_places.Of(trip.Text(EntryField::LocNo))),
               FromUtf8(ReadableText(trip, EntryField::FishAction, m_places)),
-              InShort(ReadableText(trip, EntryField::FishCaught, m_places)),
-              FromUtf8(Joined(similar.reasons, ", "))}});
+              InShort(ReadableText(trip, EntryField::FishCaught, m_places)), InOneLine(similar.reasons)}});
     }
     const std::size_t count = m_conditions.size();
     m_ui->lblFew->setText(count >= mostSimilar || count == 0
