@@ -223,7 +223,7 @@ void fCalendar::ShowDay()
     m_ui->cmdExport->setEnabled(day.times.has_value());
     m_ui->txtDay->clear();
     QTextCursor cursor(m_ui->txtDay->document());
-    InsertValues(cursor, ValuesOf(day));
+    InsertValues(cursor, DescribeForecast(day));
     m_ui->txtDay->moveCursor(QTextCursor::Start);
     ShowTripsOfDay();
     ShowSimilarTrips();
