@@ -71,12 +71,6 @@ QString QueryBar::Text() const
     return m_ui->txtFind->text();
 }
 
-void QueryBar::SetText(const QString& text)
-{
-    Open();
-    m_ui->txtFind->setText(text);
-}
-
 void QueryBar::ReadQuery()
 {
     m_query = Query(ToUtf8(m_ui->txtFind->text()));

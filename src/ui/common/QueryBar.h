@@ -40,8 +40,6 @@ public:
     const Query& CurrentQuery() const { return m_query; }
 
     QString Text() const;
-    /// Opens the bar with `text` as the query, as if the user had typed it.
-    void SetText(const QString& text);
 
     /// Shows how many of `all` trips are found. `kept` more trips are shown although they are not found.
     void ShowCount(std::size_t found, std::size_t all, std::size_t kept);

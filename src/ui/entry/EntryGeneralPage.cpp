@@ -188,7 +188,6 @@ bool EntryGeneralPage::LoadLocations()
         if (m_program->sql.LocationList(locations) != succeeded) {
             return;
         }
-        const QSignalBlocker unchecked(m_ui->cboLocation); // the entry is not shown completely yet
         m_ui->cboLocation->clear();
         for (const RecordView& location : locations) {
             m_ui->cboLocation->addItem(ShownInOneLine(location.Text(LocationField::LocName)), location.Key());
@@ -222,7 +221,6 @@ void EntryGeneralPage::ShowNewEntry(const NewTripValues& trip)
 {
     SelectLocation(trip.location);
     if (!SelectedLocation()) {
-        const QSignalBlocker unchecked(m_ui->cboLocation);
         m_ui->cboLocation->setCurrentIndex(0);
     }
     const std::string date = trip.date.empty() ? FromDate(m_program->clock.Today()) : trip.date;
@@ -246,7 +244,6 @@ void EntryGeneralPage::ShowNewEntry(const NewTripValues& trip)
 /// Selects the location, or none if it does not exist.
 void EntryGeneralPage::SelectLocation(const std::string& number)
 {
-    const QSignalBlocker unchecked(m_ui->cboLocation); // the entry is not shown completely yet
     try {
         m_ui->cboLocation->setCurrentIndex(m_ui->cboLocation->findData(ToInt32(number)));
     } catch (const Error&) {
