@@ -73,6 +73,27 @@ std::string Percentage(float value)
     return shortened.ends_with('.') ? shortened.substr(0, shortened.size() - 1) : shortened;
 }
 
+/// Returns a line such as "Sun 05:40 19:42", or "Moonset 03:27" if the body only sets on that day.
+std::string RiseAndSet(const std::string& body, const std::string& rise, const std::string& set)
+{
+    const bool hasRise = MinutesOf(rise).has_value();
+    const bool hasSet = MinutesOf(set).has_value();
+    if (hasRise != hasSet) {
+        return '\n' + body + (hasRise ? "rise " + rise : "set " + set);
+    }
+    return '\n' + body + ' ' + rise + ' ' + set;
+}
+
+/// Returns a line such as "Major 09:50, 22:16", or nothing if there are no such times.
+std::string PeakTimes(const std::string& name, const std::string& first, const std::string& second)
+{
+    const bool hasFirst = MinutesOf(first).has_value();
+    const bool hasSecond = MinutesOf(second).has_value();
+    return !hasFirst && !hasSecond ? std::string()
+                                   : '\n' + name + ' ' + (hasFirst ? first : "") +
+                                         (hasFirst && hasSecond ? ", " : "") + (hasSecond ? second : "");
+}
+
 } // namespace
 
 CalendarDay DayAt(const LocationTexts& location, std::chrono::year_month_day date)
@@ -129,22 +150,11 @@ std::string SheetText(const CalendarDay& day, int trips)
                        std::string(FieldWords::prediction.at(static_cast<std::size_t>(day.moon.prediction))) +
                        "\nMoon " + std::to_string(day.moon.percent) + " % " +
                        (day.moon.waxing ? "waxing" : "waning");
-    const auto addTimes = [&text](const char* name, const std::string& first, const std::string& second,
-                                  const char* separator) {
-        const bool areBoth = MinutesOf(first) && MinutesOf(second);
-        const bool isWord = first == "never";
-        text += std::string("\n") + name + ' ' +
-                (areBoth || isWord  ? first + separator + second
-                 : MinutesOf(first) ? first
-                                    : second);
-    };
     if (day.times) {
-        addTimes("Sun", day.times->sunRise, day.times->sunSet, " ");
-        addTimes("Moon", day.times->moonRise, day.times->moonSet, " ");
-        if (!day.majors.empty()) {
-            addTimes("Major", day.times->major1, day.times->major2, ", ");
-            addTimes("Minor", day.times->minor1, day.times->minor2, ", ");
-        }
+        text += RiseAndSet("Sun", day.times->sunRise, day.times->sunSet) +
+                RiseAndSet("Moon", day.times->moonRise, day.times->moonSet) +
+                PeakTimes("Major", day.times->major1, day.times->major2) +
+                PeakTimes("Minor", day.times->minor1, day.times->minor2);
     }
     if (trips > 0) {
         text += '\n' + std::to_string(trips) + (trips == 1 ? " trip" : " trips");

@@ -127,10 +127,12 @@ private Q_SLOTS:
                 ++withoutRise;
                 QCOMPARE(warnings, Texts{"The moon does not rise on this day."});
                 QCOMPARE(Parts(day.moonUp), "0-" + std::to_string(MinutesOf(day.times->moonSet).value()));
+                QVERIFY(SheetText(day, 0).find("\nMoonset " + day.times->moonSet) != std::string::npos);
             } else if (day.times->moonSet == ":") {
                 ++withoutSet;
                 QCOMPARE(warnings, Texts{"The moon does not set on this day."});
                 QCOMPARE(Parts(day.moonUp), std::to_string(MinutesOf(day.times->moonRise).value()) + "-1440");
+                QVERIFY(SheetText(day, 0).find("\nMoonrise " + day.times->moonRise) != std::string::npos);
             } else {
                 QCOMPARE(warnings, Texts());
             }

@@ -1,18 +1,16 @@
 #include "fCalendar.h"
 
+#include "MonthSheet.h"
 #include "analysis/DayDescription.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/ErrorLog.h"
 #include "dlgPeaks.h"
 #include "qt/Strings.h"
-#include "reports/ReportDesign.h"
-#include "reports/arMonthSheet.h"
 #include "store/RecordLayouts.h"
 #include "ui/common/Handle.h"
 #include "ui/common/ValueTable.h"
 #include "ui/entry/fEntry.h"
-#include "ui/reports/fPreview.h"
 #include "ui_fCalendar.h"
 
 #include <QKeyEvent>
@@ -121,7 +119,10 @@ void fCalendar::Connect()
     click(m_ui->cmdNext, [press] { press(Qt::Key_PageDown); });
     click(m_ui->cmdToday, [press] { press(Qt::Key_Home); });
     click(m_ui->cmdNewTrip, [this] { AddTrip(); });
-    click(m_ui->cmdMonthSheet, [this] { ShowMonthSheet(); });
+    click(m_ui->cmdMonthSheet, [this] {
+        ShowMonthSheet(m_program, m_ui->monthGrid->Month(),
+                       m_ui->lblMonth->text() + QStringLiteral(", ") + m_ui->cboPlace->currentText(), this);
+    });
     click(m_ui->cmdExport, [this] {
         dlgPeaks(m_program,
                  {.location = m_location,
@@ -315,34 +316,6 @@ void fCalendar::AddTrip()
 {
     const std::string date = FromDate(m_ui->monthGrid->Date());
     Edit([&](fEntry& editor) { editor.AddTrip({.date = date, .location = m_place}); });
-}
-
-void fCalendar::ShowMonthSheet()
-{
-    const MonthModel& month = m_ui->monthGrid->Month();
-    QStringList weekdays;
-    std::vector<QStringList> weeks;
-    for (int week = 0; week < MonthModel::weeks; ++week) {
-        QStringList texts;
-        bool isInMonth = false;
-        for (int day = 0; day < MonthModel::daysOfWeek; ++day) {
-            const MonthCell* cell = month.CellAt(month.index(week, day));
-            const bool isShown = cell != nullptr && cell->isInMonth;
-            isInMonth = isInMonth || isShown;
-            texts << (isShown ? FromUtf8(SheetText(cell->day, cell->trips)) : QString());
-            if (week == 0) {
-                weekdays << month.headerData(day, Qt::Horizontal, Qt::AccessibleTextRole).toString();
-            }
-        }
-        if (isInMonth) {
-            weeks.push_back(texts);
-        }
-    }
-    arMonthSheet sheet(m_program.printers.DefaultPage(),
-                       m_ui->lblMonth->text() + QStringLiteral(", ") + m_ui->cboPlace->currentText(),
-                       weekdays, std::move(weeks));
-    sheet.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(m_program.clock);
-    fPreview(m_program, sheet, this).ShowReport();
 }
 
 /// Lets the user edit a trip, then shows the log again.

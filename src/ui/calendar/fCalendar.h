@@ -60,7 +60,6 @@ private:
     void ActivateDay();
     void OpenTrip(const SortableList& list);
     void AddTrip();
-    void ShowMonthSheet();
     void Edit(const std::function<void(fEntry& editor)>& edit);
 
     const Program& m_program;
