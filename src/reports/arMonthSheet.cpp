@@ -28,9 +28,9 @@ QString DayName(int day)
 
 } // namespace
 
-arMonthSheet::arMonthSheet(const QPageLayout& page, const QString& title, const QStringList& weekdays,
+arMonthSheet::arMonthSheet(const QPageLayout& page, const QString& title, QStringList weekdays,
                            std::vector<QStringList> weeks)
-    : m_weeks(std::move(weeks)), m_weekdays(weekdays)
+    : m_weeks(std::move(weeks)), m_weekdays(std::move(weekdays))
 {
     Caption = QStringLiteral("Tarno Fishing Calendar");
     Page = page;

@@ -18,7 +18,7 @@ class arMonthSheet : public Report
 public:
     /// `weekdays` are the seven headings. `weeks` contains the texts of seven days each, empty for days of
     /// other months.
-    arMonthSheet(const QPageLayout& page, const QString& title, const QStringList& weekdays,
+    arMonthSheet(const QPageLayout& page, const QString& title, QStringList weekdays,
                  std::vector<QStringList> weeks);
 
     void ReportStart() override;
