@@ -74,6 +74,16 @@ std::vector<WrittenTerm> SplitQuery(std::string_view query)
     }
 }
 
+std::string BothQueries(std::string_view first, std::string_view second)
+{
+    const std::vector<WrittenTerm> terms = SplitQuery(first);
+    if (terms.empty()) {
+        return std::string(second);
+    }
+    // an open quotation would swallow the second query
+    return std::string(first) + (terms.back().isClosed ? " " : "\" ") + std::string(second);
+}
+
 std::string Unquoted(std::string_view written)
 {
     std::string text;

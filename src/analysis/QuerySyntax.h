@@ -30,6 +30,9 @@ struct WrittenTerm {
 
 std::vector<WrittenTerm> SplitQuery(std::string_view query);
 
+/// Returns a query that finds the trips that both queries find.
+std::string BothQueries(std::string_view first, std::string_view second);
+
 /// Returns `written` without quotation marks and with line breaks as blanks.
 std::string Unquoted(std::string_view written);
 
