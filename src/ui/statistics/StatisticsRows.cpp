@@ -71,9 +71,9 @@ QStringList GroupHeadings()
             QStringLiteral("Last trip")};
 }
 
-Rows GroupRows(const std::vector<TripGroup>& groups)
+std::vector<TextTableModel::Row> GroupRows(const std::vector<TripGroup>& groups)
 {
-    Rows rows;
+    std::vector<TextTableModel::Row> rows;
     for (std::size_t position = 0; position < groups.size(); ++position) {
         const TripGroup& group = groups[position];
         rows.push_back(
@@ -116,9 +116,9 @@ QStringList CheckHeadings()
     return headings << QStringLiteral("All");
 }
 
-Rows CheckRows(const ForecastCheck& check)
+std::vector<TextTableModel::Row> CheckRows(const ForecastCheck& check)
 {
-    Rows rows;
+    std::vector<TextTableModel::Row> rows;
     for (const ForecastCheck::Row& row : check.rows) {
         const int all = std::accumulate(row.actions.begin(), row.actions.end(), 0);
         QStringList cells{FromUtf8(row.name)};
@@ -142,9 +142,9 @@ QString CorrelationText(const ForecastCheck& check)
                              : QString();
 }
 
-Rows YearRows(const YearSummary& summary)
+std::vector<TextTableModel::Row> YearRows(const YearSummary& summary)
 {
-    Rows rows;
+    std::vector<TextTableModel::Row> rows;
     for (const ComparedFigure& figure : CompareYears(summary)) {
         rows.push_back({QString::number(rows.size()),
                         {FromUtf8(figure.caption), FromUtf8(figure.year), FromUtf8(figure.before)}});
@@ -157,7 +157,7 @@ QStringList LineHeadings()
     return {QStringLiteral("Line"), QStringLiteral("Box"), QStringLiteral("Trips")};
 }
 
-Rows LineRows(const std::vector<UnmatchedLine>& lines)
+std::vector<TextTableModel::Row> LineRows(const std::vector<UnmatchedLine>& lines)
 {
     const auto box = [](EntryField::Position field) {
         switch (field) {
@@ -171,7 +171,7 @@ Rows LineRows(const std::vector<UnmatchedLine>& lines)
             return QStringLiteral("Methods");
         }
     };
-    Rows rows;
+    std::vector<TextTableModel::Row> rows;
     for (const UnmatchedLine& line : lines) {
         rows.push_back({QString::number(rows.size()),
                         {FromUtf8(line.line), box(line.field), QString::number(line.trips)}});

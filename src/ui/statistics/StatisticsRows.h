@@ -24,15 +24,13 @@ enum Position : int { Group, Trips, Hours, NoCatch, Actions, Share, LastTrip };
 
 } // namespace GroupColumn
 
-using Rows = std::vector<TextTableModel::Row>;
-
 /// Returns the part of the trips with the action Good or Hot!, from 0 to 1, or -1 if no action is set.
 double Share(const TripFigures& figures);
 
 QStringList GroupHeadings();
 
 /// Returns a row for each group. Its key is the position of the group.
-Rows GroupRows(const std::vector<TripGroup>& groups);
+std::vector<TextTableModel::Row> GroupRows(const std::vector<TripGroup>& groups);
 
 /// Returns the position in `groups` of the row with that key.
 std::size_t GroupOfRow(const QString& key);
@@ -41,16 +39,16 @@ std::size_t GroupOfRow(const QString& key);
 QString LeftOutOfHours(const TripFigures& figures);
 
 QStringList CheckHeadings();
-Rows CheckRows(const ForecastCheck& check);
+std::vector<TextTableModel::Row> CheckRows(const ForecastCheck& check);
 
 /// Returns the correlation and its probability in numbers, or an empty text.
 QString CorrelationText(const ForecastCheck& check);
 
 /// Returns the figures of a year and of the year before.
-Rows YearRows(const YearSummary& summary);
+std::vector<TextTableModel::Row> YearRows(const YearSummary& summary);
 
 QStringList LineHeadings();
 /// Returns a row for each line. Its key is the position of the line.
-Rows LineRows(const std::vector<UnmatchedLine>& lines);
+std::vector<TextTableModel::Row> LineRows(const std::vector<UnmatchedLine>& lines);
 
 } // namespace Tarno

@@ -277,7 +277,8 @@ void fStatistics::ShowYear()
     const bool isAny = m_ui->cboYear->count() > 0;
     m_ui->cmdYearSheet->setEnabled(isAny);
     const int year = m_ui->cboYear->currentData().toInt();
-    m_ui->lvwYear->SetRows(isAny ? YearRows(SummarizeYear(FoundTrips(), year, m_context)) : Rows());
+    m_ui->lvwYear->SetRows(isAny ? YearRows(SummarizeYear(FoundTrips(), year, m_context))
+                                 : std::vector<TextTableModel::Row>());
 }
 
 void fStatistics::PreviewYear()
