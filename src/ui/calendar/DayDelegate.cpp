@@ -17,8 +17,8 @@ namespace Tarno
 namespace
 {
 
-constexpr int margin = 4;
-constexpr int stripHeight = 12;
+constexpr int margin = 3;
+constexpr int stripHeight = 10;
 constexpr double minutesOfDay = 24 * 60;
 
 // one per rating; each is readable on light and dark backgrounds and comes with its word
