@@ -178,9 +178,7 @@ std::vector<std::string> WarningsFor(const CalendarDay& day)
 {
     std::vector<std::string> warnings;
     if (!day.times) {
-        warnings.emplace_back(
-            "The location has no coordinates or no time zone, so the times of sun and moon cannot "
-            "be calculated.");
+        warnings.emplace_back("The times of sun and moon need a location with coordinates and a time zone.");
         return warnings;
     }
     WarnAbout("sun", day.times->sunRise, day.times->sunSet, warnings);

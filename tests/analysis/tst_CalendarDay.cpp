@@ -149,8 +149,7 @@ private Q_SLOTS:
             QVERIFY(!day.times);
             QCOMPARE(int(day.moon.percent), 85);
             QCOMPARE(WarningsFor(day),
-                     Texts{"The location has no coordinates or no time zone, so the times of sun and "
-                           "moon cannot be calculated."});
+                     Texts{"The times of sun and moon need a location with coordinates and a time zone."});
             QCOMPARE(SheetText(day, 0), "22   Fair\nMoon 85 % waxing"s);
         }
     }

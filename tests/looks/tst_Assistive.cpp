@@ -180,7 +180,7 @@ QStringList MisreadTabs(const QWidget& window)
     for (QTabBar* tabs : ControlsOfKind<QTabBar>(window)) {
         const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(tabs);
         for (int tab = 0; tab < tabs->count(); ++tab) {
-            const QString shown = tabs->tabText(tab);
+            const QString shown = tabs->tabText(tab).remove(QLatin1Char('&')); // of the mnemonic
             const QString spoken = accessible->child(tab)->text(QAccessible::Name);
             if (shown.isEmpty() || spoken != shown) {
                 misread << Misread(*tabs, shown, spoken);

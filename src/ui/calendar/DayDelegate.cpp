@@ -17,8 +17,9 @@ namespace Tarno
 namespace
 {
 
-constexpr int margin = 4;
-constexpr int stripHeight = 12;
+constexpr int margin = 3;
+constexpr int stripHeight = 10;
+constexpr int ratingMark = 8; // with the space beside it
 constexpr double minutesOfDay = 24 * 60;
 
 const QColor night(0x2b, 0x3a, 0x55);
@@ -95,7 +96,7 @@ DayDelegate::DayDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
 QSize DayDelegate::SmallestCell(const QFont& font)
 {
     const QFontMetrics metrics(font);
-    return {metrics.horizontalAdvance(QStringLiteral("Good +10")) + metrics.height() + 2 * margin,
+    return {metrics.horizontalAdvance(QStringLiteral("Good +9")) + ratingMark + 2 * margin,
             2 * metrics.height() + stripHeight + 3 * margin};
 }
 
@@ -138,11 +139,11 @@ void DayDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
 
     const auto rating = static_cast<std::size_t>(day.moon.prediction);
     const QRect second = inside.adjusted(0, line, 0, 0);
-    painter->fillRect(QRect(second.left(), second.top() + 2, 4, line - 3),
+    painter->fillRect(QRect(second.left(), second.top() + 2, ratingMark / 2, line - 3),
                       Faded(gradeColours.at(rating), isFaded));
     painter->setFont(option.font);
     painter->setPen(text);
-    painter->drawText(second.adjusted(8, 0, 0, 0), Qt::AlignLeft | Qt::AlignTop,
+    painter->drawText(second.adjusted(ratingMark, 0, 0, 0), Qt::AlignLeft | Qt::AlignTop,
                       FromUtf8(FieldWords::prediction.at(rating)));
     if (cell->trips > 0) { // bold if a trip was here
         QFont trips = option.font;

@@ -116,7 +116,9 @@ void MonthGrid::mouseMoveEvent(QMouseEvent* /*event*/)
 
 void MonthGrid::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()) == currentIndex()) {
+    // the first click has selected the day, and may have shown its month with another day at this place
+    if (event->button() == Qt::LeftButton &&
+        m_model->CellAt(indexAt(event->position().toPoint())) != nullptr) {
         Q_EMIT Activated();
     }
 }

@@ -29,7 +29,10 @@ void ShowMonthSheet(const Program& program, const MonthModel& month, const QStri
             weeks.push_back(texts);
         }
     }
-    arMonthSheet sheet(program.printers.DefaultPage(), title, weekdays, std::move(weeks));
+    constexpr qsizetype longestTitle = 90; // fits on a line of A4 and Letter
+    const QString shownTitle =
+        title.size() > longestTitle ? title.left(longestTitle - 1) + QChar(0x2026) : title;
+    arMonthSheet sheet(program.printers.DefaultPage(), shownTitle, weekdays, std::move(weeks));
     sheet.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(program.clock);
     fPreview(program, sheet, parent).ShowReport();
 }

@@ -1,11 +1,14 @@
 #include "dlgPeaks.h"
 
+#include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/SafeWriter.h"
 #include "qt/Strings.h"
 #include "ui/common/Handle.h"
 #include "ui_dlgPeaks.h"
 
+#include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace Tarno
@@ -14,15 +17,14 @@ namespace Tarno
 namespace
 {
 
-QDate ToQDate(std::chrono::year_month_day date)
+/// Returns the date in a box, or nullopt if it is not a date.
+std::optional<std::chrono::sys_days> DateIn(const QLineEdit& box)
 {
-    return {static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
-            static_cast<int>(static_cast<unsigned>(date.day()))};
-}
-
-std::chrono::year_month_day FromQDate(const QDate& date)
-{
-    return std::chrono::year(date.year()) / date.month() / date.day();
+    try {
+        return ToDate(ToUtf8(box.text()));
+    } catch (const Error&) {
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -33,15 +35,16 @@ dlgPeaks::dlgPeaks(const Program& program, PeakEventsRequest request, QWidget* p
       m_request(std::move(request)),
       m_ui(std::make_unique<Ui::dlgPeaks>())
 {
-    constexpr int daysProposed = 30;
+    constexpr std::chrono::days proposed(30);
+    constexpr std::chrono::sys_days lastDay(std::chrono::year(9999) / 12 / 31);
     m_ui->setupUi(this);
     m_ui->lblPlaceName->setText(FromUtf8(m_request.name));
-    for (QDateEdit* box : {m_ui->dtFrom, m_ui->dtTo}) {
-        box->setDateRange(QDate(1, 1, 1), QDate(9999, 12, 31));
-        Handle(box, &QDateEdit::dateChanged, "Change", this, [this] { CheckRange(); });
+    m_ui->txtFrom->setText(FromUtf8(FromDate(m_request.first)));
+    const auto last = std::min(std::chrono::sys_days(m_request.last) + proposed, lastDay);
+    m_ui->txtTo->setText(FromUtf8(FromDate(last)));
+    for (const QLineEdit* box : {m_ui->txtFrom, m_ui->txtTo}) {
+        Handle(box, &QLineEdit::textChanged, "Change", this, [this] { CheckRange(); });
     }
-    m_ui->dtFrom->setDate(ToQDate(m_request.first));
-    m_ui->dtTo->setDate(std::min(ToQDate(m_request.last).addDays(daysProposed), m_ui->dtTo->maximumDate()));
     Handle(m_ui->cmdExport, &QAbstractButton::clicked, "Click", this, [this] { Export(); });
     Handle(m_ui->cmdClose, &QAbstractButton::clicked, "Click", this, [this] { reject(); });
     CheckRange();
@@ -50,14 +53,21 @@ dlgPeaks::dlgPeaks(const Program& program, PeakEventsRequest request, QWidget* p
 
 dlgPeaks::~dlgPeaks() = default;
 
-/// Explains why a range cannot be exported.
+/// Takes over the range, or explains why it cannot be exported.
 void dlgPeaks::CheckRange()
 {
-    constexpr int mostDays = 3660;
-    const auto days = m_ui->dtFrom->date().daysTo(m_ui->dtTo->date()) + 1;
-    const QString problem = days < 1          ? QStringLiteral("The last day is before the first one.")
-                            : days > mostDays ? QStringLiteral("Choose at most ten years.")
-                                              : QString();
+    constexpr std::chrono::days most(3660);
+    const auto first = DateIn(*m_ui->txtFrom);
+    const auto last = DateIn(*m_ui->txtTo);
+    const QString problem =
+        !first || !last  ? QStringLiteral("Enter both dates as year-month-day, for example 2026-03-31.")
+        : *last < *first ? QStringLiteral("The last day is before the first one.")
+        : *last - *first >= most ? QStringLiteral("Choose at most ten years.")
+                                 : QString();
+    if (problem.isEmpty()) {
+        m_request.first = *first;
+        m_request.last = *last;
+    }
     m_ui->lblProblem->setText(problem);
     m_ui->lblProblem->setVisible(!problem.isEmpty());
     m_ui->cmdExport->setEnabled(problem.isEmpty());
@@ -65,8 +75,6 @@ void dlgPeaks::CheckRange()
 
 void dlgPeaks::Export()
 {
-    m_request.first = FromQDate(m_ui->dtFrom->date());
-    m_request.last = FromQDate(m_ui->dtTo->date());
     m_request.onlyGoodDays = m_ui->chkGoodDays->isChecked();
     const auto file = m_program.files.Save(this, {.title = QStringLiteral("Export Major and Minor Times"),
                                                   .filter = QStringLiteral("iCalendar (*.ics)"),

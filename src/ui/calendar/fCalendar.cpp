@@ -70,6 +70,9 @@ fCalendar::fCalendar(const Program& program, QWidget* parent)
                                   {}},
                                  4);
     m_ui->lvwSimilar->SetHint(QStringLiteral("There are no trips in your log yet."));
+    for (SortableList* list : {m_ui->lvwTrips, m_ui->lvwSimilar}) {
+        list->setMinimumWidth(0); // on a small screen, the lists scroll instead of the window
+    }
     m_ui->monthGrid->SetToday(program.clock.Today());
     FillConditions();
     Connect();
@@ -326,6 +329,7 @@ void fCalendar::Edit(const std::function<void(fEntry& editor)>& edit)
     m_savedKeys.insert(m_savedKeys.end(), editor.SavedKeys().begin(), editor.SavedKeys().end());
     LoadLog();
     ShowDate(m_ui->monthGrid->Date());
+    activateWindow(); // some window managers activate no window when two close at once
 }
 
 } // namespace Tarno

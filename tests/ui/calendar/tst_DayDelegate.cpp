@@ -81,7 +81,7 @@ QImage PaintedDay(const QModelIndex& index, bool southern = false)
 }
 
 /// The strip of hours at the bottom of the cell.
-constexpr int stripLeft = 5;
+constexpr int stripLeft = 4;
 constexpr int stripWidth = cellWidth - 2 * stripLeft - 1;
 
 int ColumnAt(int minutes)
@@ -161,12 +161,12 @@ private Q_SLOTS:
         const QModelIndex index = month.IndexOf(Date(2026, 11, 22));
         const CalendarDay& day = month.CellAt(index)->day;
         const QImage picture = PaintedDay(index);
-        const int bottom = cellHeight - 1 - 2 - 4; // the lowest row of the strip
+        const int bottom = cellHeight - 1 - 2 - 3; // the lowest row of the strip
         const auto at = [&](int minutes, int above) {
             return picture.pixelColor(ColumnAt(minutes), bottom - above);
         };
-        constexpr int inHours = 10; // rows above the bottom: high, low and the line of the moon
-        constexpr int inLowHours = 5;
+        constexpr int inHours = 8; // rows above the bottom: high, low and the line of the moon
+        constexpr int inLowHours = 4;
         QVERIFY(IsAlike(at(120, inHours), nightColour));
         QVERIFY(IsAlike(at(day.daylight.front().from - 20, inHours), nightColour));
         QVERIFY(IsAlike(at(day.daylight.front().from + 20, inHours), dayColour));
@@ -198,7 +198,7 @@ private Q_SLOTS:
         month.SetMonth(std::chrono::year(2026) / 11, {}, "1", {}, Date(2026, 11, 30));
         const QImage picture = PaintedDay(month.IndexOf(Date(2026, 11, 22)));
         for (int x = stripLeft; x < stripLeft + stripWidth; ++x) {
-            QVERIFY(IsAlike(picture.pixelColor(x, cellHeight - 12), Qt::white));
+            QVERIFY(IsAlike(picture.pixelColor(x, cellHeight - 11), Qt::white));
         }
     }
 
@@ -208,7 +208,7 @@ private Q_SLOTS:
         month.SetMonth(std::chrono::year(2026) / 11, pittwater, "1", {}, Date(2026, 11, 30));
         const QModelIndex index = month.IndexOf(Date(2026, 12, 2));
         QVERIFY(!month.CellAt(index)->isInMonth);
-        const QColor faded = PaintedDay(index).pixelColor(ColumnAt(60), cellHeight - 17);
+        const QColor faded = PaintedDay(index).pixelColor(ColumnAt(60), cellHeight - 14);
         QVERIFY2(faded.lightness() > nightColour.lightness() + 40, qPrintable(faded.name()));
         QVERIFY(faded.lightness() < 250);
     }

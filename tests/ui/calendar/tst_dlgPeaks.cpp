@@ -5,7 +5,8 @@
 #include "ui/calendar/dlgPeaks.h"
 
 #include <QCheckBox>
-#include <QDateEdit>
+#include <QDate>
+#include <QLineEdit>
 #include <QPushButton>
 
 using namespace Tarno;
@@ -63,20 +64,15 @@ public:
     }
 };
 
-QDateEdit& Box(const QWidget& window, const char* name)
-{
-    return Find<QDateEdit>(window, name);
-}
-
 std::string BoxDate(const QWidget& window, const char* name)
 {
-    return ToUtf8(Box(window, name).text());
+    return ToUtf8(Find<QLineEdit>(window, name).text());
 }
 
 void SetRange(const QWidget& window, const QDate& from, const QDate& to)
 {
-    Box(window, "dtFrom").setDate(from);
-    Box(window, "dtTo").setDate(to);
+    Find<QLineEdit>(window, "txtFrom").setText(from.toString(Qt::ISODate));
+    Find<QLineEdit>(window, "txtTo").setText(to.toString(Qt::ISODate));
 }
 
 } // namespace
@@ -91,8 +87,8 @@ private Q_SLOTS:
     {
         PeaksProgram program;
         const ShownPeaks window(program);
-        QCOMPARE(BoxDate(window, "dtFrom"), "2026-11-22");
-        QCOMPARE(BoxDate(window, "dtTo"), "2026-12-22");
+        QCOMPARE(BoxDate(window, "txtFrom"), "2026-11-22");
+        QCOMPARE(BoxDate(window, "txtTo"), "2026-12-22");
         QCOMPARE(LabelText(window, "lblPlaceName"), "Pittwater & Bay");
         QVERIFY(!Find<QCheckBox>(window, "chkGoodDays").isChecked());
         QVERIFY(Find<QPushButton>(window, "cmdExport").isEnabled());
@@ -102,11 +98,11 @@ private Q_SLOTS:
     {
         PeaksProgram program;
         const ShownPeaks last(program, Date(9999, 12, 20));
-        QCOMPARE(BoxDate(last, "dtFrom"), "9999-12-20");
-        QCOMPARE(BoxDate(last, "dtTo"), "9999-12-31");
+        QCOMPARE(BoxDate(last, "txtFrom"), "9999-12-20");
+        QCOMPARE(BoxDate(last, "txtTo"), "9999-12-31");
         const ShownPeaks first(program, Date(1, 1, 1));
-        QCOMPARE(BoxDate(first, "dtFrom"), "0001-01-01");
-        QCOMPARE(BoxDate(first, "dtTo"), "0001-01-31");
+        QCOMPARE(BoxDate(first, "txtFrom"), "0001-01-01");
+        QCOMPARE(BoxDate(first, "txtTo"), "0001-01-31");
     }
 
     void range_isChecked_data()
@@ -133,6 +129,35 @@ private Q_SLOTS:
         SetRange(window, QDate(2026, 11, 22), QDate(2026, 11, 23));
         QCOMPARE(LabelText(window, "lblProblem"), "");
         QVERIFY(Find<QPushButton>(window, "cmdExport").isEnabled());
+    }
+
+    void dates_areTyped_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<bool>("isDate");
+        QTest::newRow("date") << "2026-12-01" << true;
+        QTest::newRow("short") << "2026-12-1" << true;
+        QTest::newRow("no date") << "2026-02-30" << false;
+        QTest::newRow("words") << "tomorrow" << false;
+        QTest::newRow("empty") << "" << false;
+        QTest::newRow("year 10000") << "10000-01-01" << false;
+    }
+
+    void dates_areTyped()
+    {
+        QFETCH(QString, from);
+        QFETCH(bool, isDate);
+        PeaksProgram program;
+        const ShownPeaks window(program);
+        auto& box = Find<QLineEdit>(window, "txtFrom");
+        box.selectAll();
+        QTest::keyClicks(&box, from);
+        if (from.isEmpty()) {
+            box.clear();
+        }
+        QCOMPARE(LabelText(window, "lblProblem"),
+                 isDate ? "" : "Enter both dates as year-month-day, for example 2026-03-31.");
+        QCOMPARE(Find<QPushButton>(window, "cmdExport").isEnabled(), isDate);
     }
 
     void export_writesTheEvents_data()
