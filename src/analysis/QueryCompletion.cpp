@@ -43,18 +43,6 @@ std::vector<std::string> MostFrequentFirst(const Counts& counts)
     return texts;
 }
 
-/// Returns the beginning of a line that other trips are likely to share: "Flathead" of "Flathead 41 and 52 cm
-/// (kept)" and of "Flathead x 3".
-std::string_view SubjectOf(std::string_view line)
-{
-    const std::size_t end = line.find_first_of("0123456789,;(");
-    std::string_view subject = Trimmed(line.substr(0, end));
-    if (end != std::string_view::npos && subject.ends_with(" x")) {
-        subject = Trimmed(subject.substr(0, subject.size() - 2));
-    }
-    return subject.empty() ? line : subject;
-}
-
 void CountLines(const RecordList& trips, EntryField::Position field, const PlaceNames& places, Counts& counts,
                 std::string_view (*part)(std::string_view line) = Trimmed)
 {

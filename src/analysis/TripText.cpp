@@ -93,4 +93,14 @@ std::string Fold(std::string_view text)
     return letters.toCaseFolded().replace(QChar(0xDF), QLatin1String("ss")).toStdString();
 }
 
+std::string_view SubjectOf(std::string_view line)
+{
+    const std::size_t end = line.find_first_of("0123456789,;(");
+    std::string_view subject = Trimmed(line.substr(0, end));
+    if (end != std::string_view::npos && (subject.ends_with(" x") || subject.ends_with(" X"))) {
+        subject = Trimmed(subject.substr(0, subject.size() - 2));
+    }
+    return subject.empty() ? line : subject;
+}
+
 } // namespace Tarno

@@ -37,4 +37,9 @@ std::string ReadableValue(std::string_view value, EntryField::Position field, co
 /// compatibility characters replaced (U+00DF becomes "ss"). Bytes that are not UTF-8 become U+FFFD.
 std::string Fold(std::string_view text);
 
+/// Returns the beginning of a line that other trips are likely to share, the part before the first number,
+/// comma, semicolon or bracket: "Flathead" of "Flathead 41 and 52 cm (kept)" and of "Flathead x 3". Returns
+/// the whole line if that part is empty. The line has no surrounding blanks.
+std::string_view SubjectOf(std::string_view line);
+
 } // namespace Tarno
