@@ -74,6 +74,12 @@ std::optional<Interval> DaysOf(std::string_view period)
     return Interval{DayNumber(*first), DayNumber(last)};
 }
 
+unsigned MonthOf(const Interval& days)
+{
+    const std::chrono::sys_days first{std::chrono::days(static_cast<int>(days.first))};
+    return static_cast<unsigned>(std::chrono::year_month_day(first).month());
+}
+
 std::optional<double> TimeOf(std::string_view text)
 {
     text = Trimmed(text);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -8,6 +9,10 @@ namespace Tarno
 {
 
 // The values that queries compare, read from texts of trips and of queries.
+
+inline constexpr std::array<std::string_view, 12> monthNames{"January",   "February", "March",    "April",
+                                                             "May",       "June",     "July",     "August",
+                                                             "September", "October",  "November", "December"};
 
 /// A range of comparable values, both ends included: days since 1970, minutes since midnight, numbers, or
 /// positions of words.
@@ -22,6 +27,9 @@ std::optional<Interval> DaysBetween(std::string_view start, std::string_view end
 
 /// Returns the days of a year, a month or a day: "2024", "2024-11", "2024-11-05".
 std::optional<Interval> DaysOf(std::string_view period);
+
+/// Returns the month, from 1, of the first of these days.
+unsigned MonthOf(const Interval& days);
 
 /// Returns the minutes since midnight for "hh:mm" or "h:mm".
 std::optional<double> TimeOf(std::string_view text);

@@ -72,6 +72,9 @@ std::vector<std::string> ProposedValues(const QueryField& field, const RecordLis
 {
     std::vector<std::string> values;
     Counts counts;
+    if (field.order == Order::Months) {
+        return {field.words.begin(), field.words.end()};
+    }
     for (const EntryField::Position position : field.searched) {
         switch (entryFields.at(position).kind) {
         case FieldKind::Code:
@@ -104,17 +107,6 @@ std::vector<std::string> ProposedValues(const QueryField& field, const RecordLis
     return values;
 }
 
-/// Returns the value as it must be written in a query, or an empty text if it cannot be written.
-std::string Written(const std::string& value)
-{
-    if (value.find('"') != std::string::npos) {
-        return {};
-    }
-    const bool isPlain = value.find_first_of(" \t\r\v\f|:") == std::string::npos &&
-                         value.find_first_of("<>=") != 0 && value.find("..") == std::string::npos;
-    return isPlain ? value : '"' + value + '"';
-}
-
 /// Appends those of `texts` that contain `typed`, both folded; first those that start with it.
 void AppendMatches(const std::vector<std::string>& texts, const std::string& typed,
                    std::vector<std::string>& proposals)
@@ -122,7 +114,7 @@ void AppendMatches(const std::vector<std::string>& texts, const std::string& typ
     std::vector<std::string> inside;
     for (const std::string& text : texts) {
         const std::size_t found = Fold(text).find(typed);
-        std::string written = found == std::string::npos ? std::string() : Written(text);
+        std::string written = found == std::string::npos ? std::string() : Quoted(text);
         if (!written.empty()) {
             (found == 0 ? proposals : inside).push_back(std::move(written));
         }

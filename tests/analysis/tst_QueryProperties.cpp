@@ -47,6 +47,8 @@ const QList<Field>& Fields()
         {QStringLiteral("end"), {EndTime}, Field::Times},
         {QStringLiteral("place"), {LocNo}, Field::None},
         {QStringLiteral("tide"), {TideStart, TideEnd}, Field::None},
+        {QStringLiteral("tidestart"), {TideStart}, Field::None},
+        {QStringLiteral("tideend"), {TideEnd}, Field::None},
         {QStringLiteral("high"), {HighTide, HighTideHt}, Field::Numbers},
         {QStringLiteral("low"), {LowTide, LowTideHt}, Field::Numbers},
         {QStringLiteral("sunrise"), {SunRise}, Field::Times},
@@ -58,9 +60,11 @@ const QList<Field>& Fields()
         {QStringLiteral("action"), {FishAction}, Field::Words, FishAction},
         {QStringLiteral("air"), {AirTemp}, Field::Numbers},
         {QStringLiteral("water"), {WaterTemp, WaterClarity}, Field::Numbers},
+        {QStringLiteral("clarity"), {WaterClarity}, Field::None},
         {QStringLiteral("wind"), {WindDir, WindStrength}, Field::Words, WindStrength},
         {QStringLiteral("weather"), {Weather}, Field::None},
         {QStringLiteral("pressure"), {AirPressure, PressureReading}, Field::Numbers},
+        {QStringLiteral("trend"), {AirPressure}, Field::None},
         {QStringLiteral("target"), {TargetSpecies}, Field::Numbers},
         {QStringLiteral("bait"), {BaitUsed}, Field::Numbers},
         {QStringLiteral("method"), {Method}, Field::Numbers},
@@ -203,9 +207,9 @@ std::vector<Values> RandomTrips(Random& random)
 struct Alternative {
     int field = -1; ///< an index of Fields, or -1 for none
 
-    enum { Text, Any, Compares, Range } form = Text;
+    enum { Text, Any, Compares, Range, Equals } form = Text;
 
-    QString sign; ///< for comparisons; empty for a period or a name of a moon phase
+    QString sign; ///< for comparisons and equality; empty for a period or a name of a moon phase
     QString value;
     QString upper; ///< for ranges
 };
@@ -261,6 +265,12 @@ std::pair<double, double> Bounds(const Field& field, const QString& operand)
     return {value, value};
 }
 
+bool HasTexts(const Field& field)
+{
+    return field.compares == Field::None ||
+           entryFields.at(static_cast<std::size_t>(field.positions[0])).kind == FieldKind::Lines;
+}
+
 Alternative RandomAlternative(int field, Random& random)
 {
     Alternative made;
@@ -272,6 +282,16 @@ Alternative RandomAlternative(int field, Random& random)
     const Field& in = Fields()[field];
     if (Chance(15, random)) {
         made.form = Alternative::Any;
+    } else if (HasTexts(in) && Chance(30, random)) {
+        made.form = Alternative::Equals;
+        made.sign = Chance(50, random) ? QStringLiteral("=") : QStringLiteral("==");
+        if (Chance(30, random)) {
+            made.value = OneOf(places, random).section(QLatin1Char(','), 0, 0);
+        }
+        static const QRegularExpression ordered(QStringLiteral("^[-0-9:.]+$"));
+        if (in.compares == Field::Numbers && ordered.match(made.value).hasMatch()) {
+            made.sign = QStringLiteral("=="); // the other one compares
+        }
     } else if (in.compares != Field::None) {
         made.form = Chance(60, random) ? Alternative::Compares : Alternative::Range;
         made.value = RandomOperand(in, random);
@@ -354,6 +374,8 @@ QString Printed(const Alternative& part, Random& random)
                                 : QLatin1Char('"') + part.value + QLatin1Char('"'));
     case Alternative::Range:
         return part.value + QStringLiteral("..") + part.upper;
+    case Alternative::Equals:
+        return part.sign + QLatin1Char('"') + Varied(part.value, random) + QLatin1Char('"');
     default:
         return PrintedText(part, random);
     }
@@ -469,8 +491,26 @@ bool HasText(const Alternative& part, const Values& trip)
     return false;
 }
 
+bool HasLine(const Alternative& part, const Values& trip)
+{
+    static const QRegularExpression details(QStringLiteral("( x)? *[0-9,;(].*$"));
+    for (const int position : Fields()[part.field].positions) {
+        for (const QString& line : LinesOf(trip, position)) {
+            const QString subject = QString(line.trimmed()).remove(details);
+            const bool orSubject = part.sign.size() == 1 && !subject.isEmpty();
+            if (line.trimmed() == Folded(part.value) || (orSubject && subject == Folded(part.value))) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 bool Matches(const Alternative& part, const Values& trip)
 {
+    if (part.form == Alternative::Equals) {
+        return HasLine(part, trip);
+    }
     if (part.form == Alternative::Text) {
         return HasText(part, trip);
     }
