@@ -170,7 +170,7 @@ bool Comparison::Matches(const SearchedTrip& trip) const
         return trip.Days() && Holds(*trip.Days());
     }
     if (m_order == Order::Months) {
-        return trip.Days() && HoldsForMonth(MonthOf(*trip.Days()));
+        return trip.Days() && HoldsForMonth(static_cast<unsigned>(FirstDay(*trip.Days()).month()));
     }
     for (const EntryField::Position position : m_field->searched) {
         std::string_view rest = trip.Of(position);

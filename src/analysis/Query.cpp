@@ -72,10 +72,7 @@ std::optional<Condition> ReadEquality(const WrittenAlternative& written)
     }
     const bool isExact = written.value.starts_with("==");
     const std::string text(Trimmed(Unquoted(written.value.substr(isExact ? 2 : 1))));
-    const auto number = FirstNumber(text);
-    const bool isOrdered =
-        written.field->order == Order::Numbers && ((number && number->written == text) || TimeOf(text));
-    if (isOrdered && !isExact) {
+    if (!isExact && written.field->order == Order::Numbers && IsNumberOrTime(text)) {
         return std::nullopt;
     }
     std::string folded(Trimmed(Fold(text)));

@@ -47,10 +47,8 @@ void CountLines(const RecordList& trips, EntryField::Position field, const Place
                 std::string_view (*part)(std::string_view line) = Trimmed)
 {
     for (const RecordView& trip : trips) {
-        for (const std::string& line : Split(ReadableText(trip, field, places), '\n')) {
-            if (const auto text = part(Trimmed(line)); !text.empty()) {
-                ++counts[std::string(text)];
-            }
+        for (const std::string& line : LinesOf(trip, field, places)) {
+            ++counts[std::string(part(line))];
         }
     }
 }
