@@ -6,3 +6,4 @@ source scripts/packages.sh
 
 need python3-scipy
 /usr/bin/python3 scripts/statistics-oracle.py tests/analysis/data
+/usr/bin/python3 scripts/sample-oracle.py data tests/analysis/data
