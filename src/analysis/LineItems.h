@@ -37,7 +37,10 @@ private:
         std::size_t length; ///< of the folded name, in characters
     };
 
+    void Add(std::string_view name);
+    const Item* Find(std::string_view folded) const;
     const Item* LongestIn(std::string_view foldedLine) const;
+    const std::vector<Item>& ItemsLike(std::string_view folded) const;
 
     /// By the first byte of the folded name, longest first.
     std::array<std::vector<Item>, 256> m_items;

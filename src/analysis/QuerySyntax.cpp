@@ -84,6 +84,16 @@ std::string BothQueries(std::string_view first, std::string_view second)
     return std::string(first) + (terms.back().isClosed ? " " : "\" ") + std::string(second);
 }
 
+std::string Quoted(std::string_view value)
+{
+    if (value.find('"') != std::string_view::npos) {
+        return {};
+    }
+    const bool isPlain = value.find_first_of(" \t\r\v\f|:") == std::string_view::npos &&
+                         value.find_first_of("<>=") != 0 && value.find("..") == std::string_view::npos;
+    return isPlain ? std::string(value) : '"' + std::string(value) + '"';
+}
+
 std::string Unquoted(std::string_view written)
 {
     std::string text;

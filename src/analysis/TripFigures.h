@@ -44,6 +44,8 @@ struct TripFigures {
     bool IsFew() const { return trips < 5; }
 
     void Add(const TripFigures& other);
+
+    bool operator==(const TripFigures&) const = default;
 };
 
 /// Returns the figures of one trip. Its duration is from the start date and time to the end date and time; an
