@@ -39,8 +39,8 @@ private Q_SLOTS:
                            {});
         const LogContext context{.species = LineItems({"Squid"})};
         QCOMPARE(Described(log, context),
-                 (std::vector<std::string>{"FishCaught boots 2", "BaitUsed Squid 1", "Method charm 1",
-                                           "Method luck 1", "TargetSpecies boots 1"}));
+                 (std::vector<std::string>{"FishCaught boots 2", "BaitUsed Squid 1", "TargetSpecies boots 1",
+                                           "Method charm 1", "Method luck 1"}));
     }
 
     void log_withoutLines_hasNone()

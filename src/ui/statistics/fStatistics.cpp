@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -109,6 +110,8 @@ void fStatistics::Connect()
         Handle(box, &QComboBox::currentIndexChanged, "Click", this, std::move(body));
     };
     click(m_ui->cmdFind, [this] { m_ui->queryBar->Open(); });
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, m_ui->cmdFind,
+            &QPushButton::click);
     click(m_ui->cmdShowTrips, [this] { ShowTripsOfGroup(); });
     click(m_ui->cmdYearSheet, [this] { PreviewYear(); });
     click(m_ui->cmdCopyLine, [this] { CopyLine(); });

@@ -8,6 +8,7 @@
 #include <QtTest>
 
 using namespace Tarno;
+using namespace std::string_literals;
 
 namespace
 {
