@@ -47,6 +47,12 @@ std::vector<ComparedFigure> CompareYears(const YearSummary& summary)
         figures.push_back(Compared("Trips with the action " + std::string(FieldWords::action.at(action)),
                                    year.actions.at(action), before.actions.at(action)));
     }
+    return figures;
+}
+
+std::vector<ComparedFigure> CompareSpecies(const YearSummary& summary)
+{
+    std::vector<ComparedFigure> figures;
     for (const CountedName& species : summary.figures.species) {
         figures.push_back(Compared("Trips with " + species.name, species.trips,
                                    TripsWith(species.name, summary.before.species)));

@@ -15,9 +15,11 @@ struct ComparedFigure {
     std::string before;
 };
 
-/// Returns the figures of a year: trips, hours, days, places, trips without a catch, by action, and with each
-/// species that was caught in the year or in the year before.
+/// Returns the figures of a year: trips, hours, days, places, trips without a catch, and trips by action.
 std::vector<ComparedFigure> CompareYears(const YearSummary& summary);
+
+/// Returns the number of trips with each species that was caught in the year or in the year before.
+std::vector<ComparedFigure> CompareSpecies(const YearSummary& summary);
 
 /// Returns hours with one decimal.
 std::string HoursText(double hours);

@@ -1,7 +1,6 @@
 #include "arYearSheet.h"
 
 #include "ReportDesign.h"
-#include "analysis/YearComparison.h"
 #include "qt/Strings.h"
 #include "store/EntryFields.h"
 
@@ -56,16 +55,18 @@ arYearSheet::arYearSheet(const QPageLayout& page, const YearSummary& summary)
         AddField(Detail, QLatin1String("fld") + ValueName(column), ValueName(column),
                  {captionWidth, textTop, 0, textHeight}, Tahoma(fontSize), false);
     }
-    AddFigures(summary);
+    AddFigures("Figures", CompareYears(summary), summary.year);
     AddBestTrips(summary.figures);
     AddMonths(summary.figures);
+    m_rows.push_back({});
+    AddFigures("Species", CompareSpecies(summary), summary.year);
 }
 
-void arYearSheet::AddFigures(const YearSummary& summary)
+void arYearSheet::AddFigures(const char* title, const std::vector<ComparedFigure>& figures, int year)
 {
-    m_rows.push_back({.heading = QStringLiteral("Figures"),
-                      .values = {QString::number(summary.year), QString::number(summary.year - 1)}});
-    for (const ComparedFigure& figure : CompareYears(summary)) {
+    m_rows.push_back(
+        {.heading = QLatin1String(title), .values = {QString::number(year), QString::number(year - 1)}});
+    for (const ComparedFigure& figure : figures) {
         m_rows.push_back({.caption = FromUtf8(figure.caption),
                           .values = {FromUtf8(figure.year), FromUtf8(figure.before)}});
     }

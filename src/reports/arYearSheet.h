@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/YearSummary.h"
+#include "analysis/YearComparison.h"
 #include "reports/engine/Report.h"
 
 #include <QPageLayout>
@@ -12,7 +12,8 @@
 namespace Tarno
 {
 
-/// The sheet of a year: its figures beside those of the year before, its best trips, and its action by month.
+/// The sheet of a year: its figures and species beside those of the year before, its best trips, and its
+/// action by month.
 class arYearSheet : public Report
 {
 public:
@@ -37,7 +38,7 @@ private:
         QStringList values = {};
     };
 
-    void AddFigures(const YearSummary& summary);
+    void AddFigures(const char* title, const std::vector<ComparedFigure>& figures, int year);
     void AddBestTrips(const YearFigures& figures);
     void AddMonths(const YearFigures& figures);
 

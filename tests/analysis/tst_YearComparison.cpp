@@ -28,8 +28,10 @@ private Q_SLOTS:
         summary.before.actions = {0, 0, 0, 1};
         summary.before.species = {{"Bream", 1}, {"Squid", 1}};
         std::vector<std::string> lines;
-        for (const ComparedFigure& figure : CompareYears(summary)) {
-            lines.push_back(figure.caption + ": " + figure.year + ", " + figure.before);
+        for (const auto& figures : {CompareYears(summary), CompareSpecies(summary)}) {
+            for (const ComparedFigure& figure : figures) {
+                lines.push_back(figure.caption + ": " + figure.year + ", " + figure.before);
+            }
         }
         QCOMPARE(lines, (std::vector<std::string>{
                             "Trips: 12, 1", "Hours: 10.1, 0.0", "Days on the water: 13, 0", "Places: 3, 0",

@@ -16,8 +16,20 @@ namespace
 {
 
 constexpr int margin = 4;
-constexpr int scaleWidth = 100; // of the interval, one pixel for each percent
+constexpr double fewOpacity = 0.5;
 const QColor figureColour(0x10, 0x14, 0x1a);
+
+/// Returns the width of the scale of the interval.
+int ScaleWidth(const QFontMetrics& metrics)
+{
+    return 6 * metrics.height();
+}
+
+QColor Faded(QColor colour)
+{
+    colour.setAlphaF(fewOpacity);
+    return colour;
+}
 
 /// Paints the trips by action as parts of the bar. A figure that has no room is left out; the tool tip and
 /// assistive tools have it.
@@ -47,8 +59,9 @@ void PaintShare(QPainter& painter, const QRectF& cell, const TripGroup& group, c
         return;
     }
     constexpr double dot = 3;
+    const int width = ScaleWidth(painter.fontMetrics());
     const double middle = cell.center().y();
-    const auto at = [&cell](double part) { return cell.left() + dot + part * (scaleWidth - 2 * dot); };
+    const auto at = [&](double part) { return cell.left() + dot + part * (width - 2 * dot); };
     QColor faint = colour;
     faint.setAlphaF(0.3F);
     painter.setPen(QPen(faint, 1));
@@ -59,7 +72,7 @@ void PaintShare(QPainter& painter, const QRectF& cell, const TripGroup& group, c
     painter.setBrush(colour);
     painter.drawEllipse(QPointF(at(Share(group)), middle), dot, dot);
     painter.setPen(colour);
-    painter.drawText(cell.adjusted(scaleWidth + 2 * margin, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text);
+    painter.drawText(cell.adjusted(width + 2 * margin, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, text);
 }
 
 } // namespace
@@ -80,8 +93,9 @@ void GroupDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         item.text.clear();
     }
     const bool isSelected = item.state.testFlag(QStyle::State_Selected);
-    if (group.IsFew() && !isSelected) {
-        item.palette.setBrush(QPalette::Text, item.palette.brush(QPalette::Disabled, QPalette::Text));
+    const bool isFaded = group.IsFew() && !isSelected;
+    if (isFaded) {
+        item.palette.setColor(QPalette::Text, Faded(item.palette.color(QPalette::Text)));
     }
     const QStyle* style = item.widget != nullptr ? item.widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
@@ -93,8 +107,12 @@ void GroupDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->setFont(item.font);
     const QRectF cell = QRectF(item.rect).adjusted(margin, 0, -margin, 0);
     if (index.column() == GroupColumn::Actions) {
-        painter->setOpacity(group.IsFew() ? 0.5 : 1);
-        PaintActions(*painter, cell.adjusted(0, margin, 0, -margin), group);
+        const QRectF bar = cell.adjusted(0, margin, 0, -margin);
+        if (isSelected && group.RatedTrips() > 0) { // its colours could be that of the selection
+            painter->fillRect(bar.adjusted(-1, -1, 1, 1), item.palette.color(QPalette::HighlightedText));
+        }
+        painter->setOpacity(isFaded ? fewOpacity : 1);
+        PaintActions(*painter, bar, group);
     } else {
         const auto role = isSelected ? QPalette::HighlightedText : QPalette::Text;
         PaintShare(*painter, cell, group, index.data().toString(), item.palette.color(role));
@@ -106,7 +124,7 @@ QSize GroupDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIn
 {
     QSize size = QStyledItemDelegate::sizeHint(option, index);
     if (index.column() == GroupColumn::Share) {
-        size.rwidth() += scaleWidth + 2 * margin;
+        size.rwidth() += ScaleWidth(option.fontMetrics) + 2 * margin;
     }
     size.setHeight(std::max(size.height(), option.fontMetrics.height() + 3 * margin));
     return size;

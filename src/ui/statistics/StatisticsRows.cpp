@@ -145,9 +145,11 @@ QString CorrelationText(const ForecastCheck& check)
 std::vector<TextTableModel::Row> YearRows(const YearSummary& summary)
 {
     std::vector<TextTableModel::Row> rows;
-    for (const ComparedFigure& figure : CompareYears(summary)) {
-        rows.push_back({QString::number(rows.size()),
-                        {FromUtf8(figure.caption), FromUtf8(figure.year), FromUtf8(figure.before)}});
+    for (const auto& figures : {CompareYears(summary), CompareSpecies(summary)}) {
+        for (const ComparedFigure& figure : figures) {
+            rows.push_back({QString::number(rows.size()),
+                            {FromUtf8(figure.caption), FromUtf8(figure.year), FromUtf8(figure.before)}});
+        }
     }
     return rows;
 }

@@ -84,12 +84,12 @@ void fStatistics::SetUpLists()
 {
     m_ui->lvwGroups->SetHeadings(GroupHeadings());
     m_ui->lvwGroups->setItemDelegate(new GroupDelegate(m_groups, m_ui->lvwGroups));
-    m_ui->lvwGroups->FitColumns({QStringLiteral("Yellowfin bream and"),
+    m_ui->lvwGroups->FitColumns({QStringLiteral("A place with a long name, a bay"),
                                  QStringLiteral("10 (few)"),
                                  QStringLiteral("1000.5"),
                                  {},
                                  {},
-                                 QStringLiteral("100 % (100 to 100 %), and the scale"),
+                                 QStringLiteral("100 % (100 to 100 %), a scale of this"),
                                  QStringLiteral("2008-08-08")},
                                 GroupColumn::Actions);
     m_ui->lvwCheck->SetHeadings(CheckHeadings());

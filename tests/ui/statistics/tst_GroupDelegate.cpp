@@ -108,11 +108,12 @@ private Q_SLOTS:
     }
 
     /// The interval of 5 of 10 is from 24 to 76 percent.
-    void share_isALineOnAScaleOfAHundredPixels()
+    void share_isALineOnAScale()
     {
+        const int width = 6 * QStyleOptionViewItem().fontMetrics.height();
         const auto [first, last] =
-            DarkColumns(Painted(OneGroup({5, 0, 5, 0}), GroupColumn::Share), barLeft + 100);
-        const auto at = [](double part) { return barLeft + 3 + part * 94; };
+            DarkColumns(Painted(OneGroup({5, 0, 5, 0}), GroupColumn::Share), barLeft + width);
+        const auto at = [width](double part) { return barLeft + 3 + part * (width - 6); };
         QVERIFY2(std::abs(first - at(0.2366)) <= 2, std::to_string(first).c_str());
         QVERIFY2(std::abs(last - at(0.7634)) <= 2, std::to_string(last).c_str());
     }
