@@ -6,10 +6,13 @@
 #include "core/Text.h"
 
 #include <algorithm>
+#include <deque>
 #include <limits>
-#include <set>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace Tarno
@@ -22,14 +25,11 @@ namespace
 struct Line {
     std::string text;
     std::string folded;
-    NamedItem subject; ///< the beginning that an equality searches
     std::size_t group;
-};
 
-std::string FoldedLine(std::string_view line)
-{
-    return std::string(Trimmed(Fold(line)));
-}
+    /// The beginning for which "=" searches.
+    std::string_view Subject() const { return SubjectOf(folded); }
+};
 
 /// Collects the groups of the lines and the different lines of each.
 class LineGroups
@@ -44,28 +44,31 @@ public:
 private:
     std::size_t GroupOf(const std::string& line);
     std::size_t AddLine(const std::string& line);
-    std::string ConditionFor(const Line& line) const;
+    void AddCondition(const Line& line);
+    std::string Condition(const Line& line, bool isSubjectEnough) const;
 
     static constexpr std::size_t several = std::numeric_limits<std::size_t>::max();
 
     const GroupedLines& m_grouped;
     std::vector<TripGroup> m_groups;
     std::unordered_map<std::string, std::size_t> m_groupByName; ///< by folded name
-    std::vector<Line> m_lines;
-    std::unordered_map<std::string, std::size_t> m_groupByLine;
-    /// The group whose lines "=text" finds, by folded text, or `several`.
-    std::unordered_map<std::string, std::size_t> m_groupByEquality;
+    std::deque<Line> m_lines; ///< does not move the texts to which the members below refer
+    std::unordered_map<std::string_view, std::size_t> m_groupByLine;
+    /// The group whose lines have a subject, or `several`. A line that equals a subject has that subject.
+    std::unordered_map<std::string_view, std::size_t> m_groupBySubject;
+    std::vector<std::unordered_set<std::string_view>> m_searched; ///< by the query of each group, folded
 };
 
 void LineGroups::Add(const RecordView& trip, TripGroup& rest)
 {
     const TripFigures figures = FiguresOf(trip);
-    std::set<std::size_t> named;
+    std::vector<std::size_t> named;
     for (const std::string& line : LinesOf(trip, m_grouped.field, m_grouped.places)) {
-        named.insert(GroupOf(line));
-    }
-    for (const std::size_t group : named) {
-        m_groups[group].Add(figures);
+        const std::size_t group = GroupOf(line);
+        if (std::find(named.begin(), named.end(), group) == named.end()) {
+            named.push_back(group);
+            m_groups[group].Add(figures);
+        }
     }
     if (named.empty()) {
         rest.Add(figures);
@@ -75,39 +78,46 @@ void LineGroups::Add(const RecordView& trip, TripGroup& rest)
 std::size_t LineGroups::GroupOf(const std::string& line)
 {
     const auto known = m_groupByLine.find(line);
-    return known != m_groupByLine.end() ? known->second
-                                        : m_groupByLine.emplace(line, AddLine(line)).first->second;
+    return known != m_groupByLine.end() ? known->second : AddLine(line);
 }
 
 std::size_t LineGroups::AddLine(const std::string& line)
 {
-    static const LineItems noItems;
-    std::string folded = FoldedLine(line);
-    const NamedItem item =
-        m_grouped.items == nullptr ? NamedItem{line, folded, false} : m_grouped.items->Of(line);
-    const auto [found, isNew] = m_groupByName.try_emplace(item.folded, m_groups.size());
+    std::string folded(Trimmed(Fold(line)));
+    NamedItem item = m_grouped.items == nullptr ? NamedItem{line, folded, false} : m_grouped.items->Of(line);
+    const auto [found, isNew] = m_groupByName.try_emplace(std::move(item.folded), m_groups.size());
     const std::size_t group = found->second;
     if (isNew) {
-        m_groups.emplace_back().name = item.name;
+        m_groups.emplace_back().name = std::move(item.name);
     }
-    NamedItem subject = noItems.Of(line);
-    for (const std::string& text : {folded, subject.folded}) {
-        std::size_t& owner = m_groupByEquality.try_emplace(text, group).first->second;
-        owner = owner == group ? group : several;
-    }
-    m_lines.push_back({line, std::move(folded), std::move(subject), group});
+    const Line& added = m_lines.emplace_back(Line{line, std::move(folded), group});
+    m_groupByLine.emplace(added.text, group);
+    std::size_t& owner = m_groupBySubject.try_emplace(added.Subject(), group).first->second;
+    owner = owner == group ? group : several;
     return group;
 }
 
-/// Returns an alternative of a query that finds the line, and no line of another group.
-std::string LineGroups::ConditionFor(const Line& line) const
+/// Adds an alternative to the query of the group that finds the line, and no line of another group.
+void LineGroups::AddCondition(const Line& line)
 {
+    const std::string_view subject = line.Subject();
     const bool isSubjectEnough =
-        m_grouped.items != nullptr && m_groupByEquality.at(line.subject.folded) == line.group;
-    const std::string& searched = isSubjectEnough ? line.subject.name : line.text;
-    const std::string sign = isSubjectEnough && !IsNumberOrTime(line.subject.folded) ? "=" : "==";
+        m_grouped.items != nullptr && m_groupBySubject.at(subject) == line.group && !IsNumberOrTime(subject);
+    const std::string_view searched = isSubjectEnough ? subject : std::string_view(line.folded);
+    if (!m_searched[line.group].insert(searched).second) {
+        return;
+    }
+    std::string& query = m_groups[line.group].query;
+    query += query.empty() ? std::string(m_grouped.queryField) + ':' : "|";
+    query += Condition(line, isSubjectEnough);
+}
+
+std::string LineGroups::Condition(const Line& line, bool isSubjectEnough) const
+{
+    static const LineItems noItems;
+    const std::string searched = isSubjectEnough ? noItems.Of(line.text).name : line.text;
     if (const std::string quoted = Quoted(searched); !quoted.empty()) {
-        return sign + quoted;
+        return (isSubjectEnough ? "=" : "==") + quoted;
     }
     std::string longest;
     for (const std::string& part : Split(searched, '"')) {
@@ -119,13 +129,9 @@ std::string LineGroups::ConditionFor(const Line& line) const
 /// Completes the groups and returns them in their order.
 std::vector<TripGroup> LineGroups::Take()
 {
-    std::vector<std::set<std::string>> conditions(m_groups.size());
+    m_searched.resize(m_groups.size());
     for (const Line& line : m_lines) {
-        std::string& query = m_groups[line.group].query;
-        const std::string condition = ConditionFor(line);
-        if (conditions[line.group].insert(Fold(condition)).second) {
-            query += (query.empty() ? std::string(m_grouped.queryField) + ':' : "|") + condition;
-        }
+        AddCondition(line);
     }
     std::vector<std::pair<std::string, TripGroup>> byName;
     for (TripGroup& group : m_groups) {
@@ -135,6 +141,7 @@ std::vector<TripGroup> LineGroups::Take()
         return std::tie(right.second.trips, left.first) < std::tie(left.second.trips, right.first);
     });
     std::vector<TripGroup> sorted;
+    sorted.reserve(byName.size());
     for (auto& [folded, group] : byName) {
         sorted.push_back(std::move(group));
     }

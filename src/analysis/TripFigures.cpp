@@ -4,7 +4,10 @@
 #include "core/Conversions.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <optional>
+#include <utility>
 
 namespace Tarno
 {
@@ -12,17 +15,42 @@ namespace Tarno
 namespace
 {
 
-constexpr std::int64_t minutesPerDay = 24 * 60;
+constexpr std::int64_t minutesPerDay = 1440;
 constexpr std::int64_t longest = 2 * minutesPerDay;
 
-std::optional<std::int64_t> DurationOf(const RecordView& trip)
+struct Texts {
+    std::string startDate, endDate, startTime, endTime, action, caught;
+};
+
+/// Reads the values in one pass: RecordView::Text counts from the first value each time.
+Texts TextsOf(const RecordView& trip)
 {
-    const std::string startDate = trip.Text(EntryField::StartDate);
-    const std::string endDate = trip.Text(EntryField::EndDate);
-    const auto start = DaysBetween(startDate, startDate);
-    const auto end = endDate == startDate ? start : DaysBetween(endDate, endDate);
-    const auto startTime = TimeOf(trip.Text(EntryField::StartTime));
-    const auto endTime = TimeOf(trip.Text(EntryField::EndTime));
+    Texts texts;
+    const std::array<std::pair<EntryField::Position, std::string*>, 6> wanted{{
+        {EntryField::StartDate, &texts.startDate},
+        {EntryField::EndDate, &texts.endDate},
+        {EntryField::StartTime, &texts.startTime},
+        {EntryField::EndTime, &texts.endTime},
+        {EntryField::FishAction, &texts.action},
+        {EntryField::FishCaught, &texts.caught},
+    }};
+    const auto* next = wanted.begin();
+    std::size_t position = 0;
+    for (pugi::xml_node child = trip.Node().first_child(); child && next != wanted.end();
+         child = child.next_sibling()) {
+        if (child.type() == pugi::node_element && position++ == next->first) {
+            *next->second = TextOf(child);
+            ++next;
+        }
+    }
+    return texts;
+}
+
+std::optional<std::int64_t> DurationOf(const Texts& trip, const std::optional<Interval>& start)
+{
+    const auto end = trip.endDate == trip.startDate ? start : DaysBetween(trip.endDate, trip.endDate);
+    const auto startTime = TimeOf(trip.startTime);
+    const auto endTime = TimeOf(trip.endTime);
     if (!start || !startTime || !endTime) {
         return std::nullopt;
     }
@@ -55,21 +83,19 @@ TripFigures FiguresOf(const RecordView& trip)
 {
     TripFigures figures;
     figures.trips = 1;
-    const auto duration = DurationOf(trip);
+    const Texts texts = TextsOf(trip);
+    const auto start = DaysBetween(texts.startDate, texts.startDate);
+    const auto duration = DurationOf(texts, start);
     figures.untimedTrips = duration ? 0 : 1;
     figures.longTrips = duration && *duration > longest ? 1 : 0;
     figures.minutes = duration && *duration <= longest ? *duration : 0;
-    figures.tripsWithoutCatch =
-        IsBlank(ReadableValue(trip.Text(EntryField::FishCaught), EntryField::FishCaught, {})) ? 1 : 0;
-    if (const auto action = CodeOf(trip, EntryField::FishAction)) {
+    figures.tripsWithoutCatch = IsBlank(ReadableValue(texts.caught, EntryField::FishCaught, {})) ? 1 : 0;
+    if (const auto action = CodeOf(texts.action, EntryField::FishAction)) {
         figures.actions.at(static_cast<std::size_t>(*action)) = 1;
     } else {
         figures.withoutAction = 1;
     }
-    const std::string start = trip.Text(EntryField::StartDate);
-    if (const auto days = DaysBetween(start, start)) {
-        figures.lastDate = FromDate(FirstDay(*days));
-    }
+    figures.lastDate = start ? FromDate(FirstDay(*start)) : std::string();
     return figures;
 }
 

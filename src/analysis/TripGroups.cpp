@@ -4,9 +4,12 @@
 #include "analysis/LineGroups.h"
 #include "analysis/QuerySyntax.h"
 #include "core/Conversions.h"
+#include "core/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <utility>
@@ -49,6 +52,7 @@ std::vector<TripGroup> GroupByRanks(const RecordList& trips, const RankedGroups&
         (rank ? byRank.at(*rank) : rest).Add(FiguresOf(trip));
     }
     std::vector<TripGroup> groups;
+    groups.reserve(byRank.size() + 1);
     for (auto& [rank, group] : byRank) {
         groups.push_back(std::move(group));
     }
@@ -138,17 +142,16 @@ RankedGroups Seasons(Hemisphere hemisphere)
 RankedGroups Codes(EntryField::Position field, const std::string& queryField)
 {
     const auto written = [](std::string_view word) { return Quoted(Fold(word)); };
-    std::string anyWord;
-    for (const std::string_view word : entryFields.at(field).words) {
-        anyWord += (anyWord.empty() ? "" : "|") + written(word);
-    }
-    const auto labelOf = [field, queryField, written](int code) {
-        const std::string_view word = entryFields.at(field).words[static_cast<std::size_t>(code)];
+    const auto words = entryFields.at(field).words;
+    std::vector<std::string> all;
+    std::transform(words.begin(), words.end(), std::back_inserter(all), written);
+    const auto labelOf = [words, queryField, written](int code) {
+        const std::string_view word = words[static_cast<std::size_t>(code)];
         return Label{std::string(word), queryField + ':' + written(word)};
     };
     return {.rankOf = [field](const RecordView& trip) { return CodeOf(trip, field); },
             .labelOf = labelOf,
-            .rest = {"Not set", '-' + queryField + ':' + anyWord}};
+            .rest = {"Not set", '-' + queryField + ':' + Join(all, '|')}};
 }
 
 /// The conditions of the queries are those of this function, also for percentages that are not whole numbers.

@@ -58,8 +58,12 @@ std::string ReadableText(const RecordView& trip, EntryField::Position field, con
 
 std::optional<int> CodeOf(const RecordView& trip, EntryField::Position field)
 {
-    const std::string text = trip.Text(field);
-    return CodeWord(field, text) == FieldWords::notSet ? std::nullopt : std::optional(text[0] - '0');
+    return CodeOf(trip.Text(field), field);
+}
+
+std::optional<int> CodeOf(std::string_view stored, EntryField::Position field)
+{
+    return CodeWord(field, stored) == FieldWords::notSet ? std::nullopt : std::optional(stored[0] - '0');
 }
 
 std::vector<std::string> LinesOf(const RecordView& trip, EntryField::Position field, const PlaceNames& places)

@@ -34,6 +34,7 @@ std::string ReadableText(const RecordView& trip, EntryField::Position field, con
 
 /// Returns the code of a field of kind Code, or nullopt if it is not set.
 std::optional<int> CodeOf(const RecordView& trip, EntryField::Position field);
+std::optional<int> CodeOf(std::string_view stored, EntryField::Position field);
 
 /// Returns the lines of a field without surrounding blanks. Blank lines are left out.
 std::vector<std::string> LinesOf(const RecordView& trip, EntryField::Position field,
