@@ -89,7 +89,7 @@ void fStatistics::SetUpLists()
                                  QStringLiteral("1000.5"),
                                  {},
                                  {},
-                                 QStringLiteral("100 % (100 to 100 %), a scale of this"),
+                                 QStringLiteral("100 % (100 to 100 %), and a scale of this"),
                                  QStringLiteral("2008-08-08")},
                                 GroupColumn::Actions);
     m_ui->lvwCheck->SetHeadings(CheckHeadings());

@@ -458,7 +458,7 @@ private Q_SLOTS:
                 QCOMPARE(Find<QLineEdit>(statistics, "txtFind").text(), QStringLiteral("date:2000.."));
                 auto& box = Find<QComboBox>(statistics, "cboGrouping");
                 box.setCurrentIndex(box.findText(QStringLiteral("Year")));
-                Press(Find<QWidget>(statistics, "lvwGroups"), Qt::Key_Return);
+                Press(statistics, Qt::Key_Return);
             });
         QVERIFY(Find<QWidget>(window, "queryBar").isVisible());
         QVERIFY(ToUtf8(Find<QLineEdit>(window, "txtFind").text()).starts_with("date:2000.. date:>="));

@@ -174,7 +174,7 @@ private Q_SLOTS:
     {
         const ProgramWithTrips program;
         ShownStatistics window(program);
-        Press(Find<QWidget>(window, "lvwGroups"), Qt::Key_Down);
+        Press(window, Qt::Key_Down);
         Click(window, "cmdShowTrips");
         QVERIFY(!window.isVisible());
         QCOMPARE(ToUtf8(window.WantedQuery().value_or(QString())), "month:november"s);
