@@ -28,8 +28,8 @@ CODES = {
     "Weather": ("Weather", ["Stormy", "Rainy", "Showery", "Overcast", "Cloudy", "Few Clouds", "Clear"]),
     "Wind direction": ("WindDir", ["N", "NE", "E", "SE", "S", "SW", "W", "NW"]),
     "Wind strength": ("WindStrength", ["Calm", "Light", "Moderate", "Strong"]),
-    "Clarity of the water": ("WaterClarity", ["Clear", "Cloudy", "Muddy"]),
-    "Trend of the air pressure": ("AirPressure", ["Rising", "Falling"]),
+    "Water clarity": ("WaterClarity", ["Clear", "Cloudy", "Muddy"]),
+    "Pressure trend": ("AirPressure", ["Rising", "Falling"]),
 }
 
 
@@ -152,7 +152,7 @@ def groupings(trips, places):
     yield "Month", by_rank(trips, month, lambda m: MONTHS[m - 1], "No date")
     yield "Year", by_rank(trips, lambda t: date(t["StartDate"]) and date(t["StartDate"]).year, str, "No date")
     yield "Season", by_rank(trips, lambda t: month(t) and month(t) % 12 // 3, lambda s: SEASONS[s], "No date")
-    yield "Hour of the start", by_rank(trips, hour, lambda h: f"{h:02}:00 to {h:02}:59", "No time")
+    yield "Start hour", by_rank(trips, hour, lambda h: f"{h:02}:00 to {h:02}:59", "No time")
     yield "Place", by_names(trips, lambda t: [places[t["LocNo"]]] if t["LocNo"] in places else [], "Unknown place")
     yield "Moon", by_rank(trips, moon, lambda p: phases[p], "Not set")
     for title, (field, words) in CODES.items():
