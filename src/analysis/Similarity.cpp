@@ -42,7 +42,7 @@ double CircularDistance(double left, double right, double length)
 double DayOfYear(const year_month_day& date)
 {
     const std::chrono::sys_days newYear(date.year() / std::chrono::January / 1);
-    return (std::chrono::sys_days(date) - newYear).count();
+    return static_cast<double>((std::chrono::sys_days(date) - newYear).count());
 }
 
 template <typename Read>

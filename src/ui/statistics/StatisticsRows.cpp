@@ -174,6 +174,7 @@ std::vector<TextTableModel::Row> LineRows(const std::vector<UnmatchedLine>& line
         }
     };
     std::vector<TextTableModel::Row> rows;
+    rows.reserve(lines.size());
     for (const UnmatchedLine& line : lines) {
         rows.push_back({QString::number(rows.size()),
                         {FromUtf8(line.line), box(line.field), QString::number(line.trips)}});
