@@ -500,7 +500,7 @@ const std::vector<WindowState>& EveryWindow()
         {"statistics, no trips", Statistics<EmptyProgram>()},
         {"statistics, forecast", Statistics(Page(1))},
         {"statistics, year", Statistics(Page(2))},
-        {"statistics, unmatched lines", Statistics(Page(3))},
+        {"statistics, unmatched lines", Statistics(Page(3), "place:pittwater"), 2},
         {"year sheet", YearSheet},
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
