@@ -37,11 +37,9 @@ QString ValueName(int column)
 } // namespace
 
 arYearSheet::arYearSheet(const QPageLayout& page, const YearSummary& summary)
+    : HeadedReport(page, QPageLayout::Portrait, QStringLiteral("Tarno Year Sheet"), heading)
 {
-    Caption = QStringLiteral("Tarno Year Sheet");
-    Page = page;
     PageHeader.Height = headerHeight;
-    AddHeading(PageHeader, heading);
     AddLabel(PageHeader, QStringLiteral("lblYear"), QString::number(summary.year), {0, titleTop, 0, 300},
              Tahoma(12, true));
     Detail.Height = rowHeight;
@@ -108,28 +106,11 @@ void arYearSheet::AddMonths(const YearFigures& figures)
     }
 }
 
-void arYearSheet::AddFooter(const QString& text)
-{
-    PageFooter.Height = rowHeight;
-    AddLabel(PageFooter, QStringLiteral("lblFooter"), text, {0, 0, 0, rowHeight}, Tahoma());
-}
-
-void arYearSheet::ReportStart()
-{
-    m_orientation = Page.orientation();
-    Page.setOrientation(QPageLayout::Portrait);
-    Tools = ExportTools();
-    m_row = 0;
-}
-
 void arYearSheet::DataInitialize()
 {
-    const int width = PaperSize().width() - PaperMargins().left() - PaperMargins().right();
-    PlacePageNumber(PageHeader, heading, width);
+    HeadedReport::DataInitialize();
+    const int width = PrintableWidth();
     PageHeader.Controls[QStringLiteral("lblYear")].Width = width;
-    for (ReportControl& footer : PageFooter.Controls) {
-        footer.Width = width;
-    }
     for (const char* name : {"Heading", "Caption", "Text"}) {
         Fields.Add(QLatin1String(name));
     }
@@ -157,16 +138,6 @@ void arYearSheet::FetchData(bool& endOfData)
         Fields.SetValue(FirstValue + column, row.values.value(column));
     }
     ++m_row;
-}
-
-void arYearSheet::ReportEnd()
-{
-    Page.setOrientation(m_orientation);
-}
-
-void arYearSheet::ToolbarClick(const QString& caption, ReportViewer& viewer)
-{
-    RunExportTool(caption, viewer);
 }
 
 } // namespace Tarno

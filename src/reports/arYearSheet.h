@@ -1,12 +1,11 @@
 #pragma once
 
 #include "analysis/YearComparison.h"
-#include "reports/engine/Report.h"
+#include "reports/HeadedReport.h"
 
 #include <QPageLayout>
 #include <QStringList>
 
-#include <cstddef>
 #include <vector>
 
 namespace Tarno
@@ -14,20 +13,14 @@ namespace Tarno
 
 /// The sheet of a year: its figures and species beside those of the year before, its best trips, and its
 /// action by month.
-class arYearSheet : public Report
+class arYearSheet : public HeadedReport
 {
 public:
     /// Prints on `page`, which is turned to portrait during a run.
     arYearSheet(const QPageLayout& page, const YearSummary& summary);
 
-    /// Prints `text` at the bottom of every page.
-    void AddFooter(const QString& text);
-
-    void ReportStart() override;
     void DataInitialize() override;
     void FetchData(bool& endOfData) override;
-    void ReportEnd() override;
-    void ToolbarClick(const QString& caption, ReportViewer& viewer) override;
 
 private:
     /// A heading, or a caption with a text or with values in columns.
@@ -43,8 +36,6 @@ private:
     void AddMonths(const YearFigures& figures);
 
     std::vector<Row> m_rows;
-    std::size_t m_row = 0;
-    QPageLayout::Orientation m_orientation = QPageLayout::Portrait; ///< of the page before the run
 };
 
 } // namespace Tarno
