@@ -141,7 +141,7 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(topFolders,
-                 (Texts{"app", "ui", "reports", "analysis", "exchange", "qt", "store", "astro", "core"}));
+                 (Texts{"app", "ui", "reports", "exchange", "analysis", "qt", "store", "astro", "core"}));
     }
 };
 

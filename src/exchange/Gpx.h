@@ -1,0 +1,62 @@
+#pragma once
+
+#include "analysis/Similarity.h"
+#include "store/Record.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Tarno
+{
+
+/// A named position, in UTF-8. Line breaks are "\n".
+struct WayPoint {
+    std::string name = {};
+    EarthPosition position = {};
+    std::string description = {};
+    std::string comment = {};
+};
+
+/// Returns the locations that have readable coordinates within range, as way points: the description as
+/// `description`, the directions as `comment`.
+std::vector<WayPoint> WayPointsOf(const RecordList& locations);
+
+/// Returns the way points as a GPX 1.1 file in UTF-8.
+std::string WriteGpx(const std::vector<WayPoint>& points);
+
+namespace GpxLimits
+{
+inline constexpr std::size_t bytes = 100'000'000;
+inline constexpr std::size_t points = 100'000;
+} // namespace GpxLimits
+
+struct GpxFile {
+    std::vector<WayPoint> points;
+    std::string problem = {};              ///< a sentence for the user; if set, there are no points
+    std::size_t routes = 0;                ///< ignored
+    std::size_t tracks = 0;                ///< ignored
+    std::size_t pointsWithoutPosition = 0; ///< ignored: the position is missing or out of range
+
+    /// Returns what was ignored for the user, for example "2 tracks, 1 way point without a valid position",
+    /// or an empty text.
+    std::string Ignored() const;
+};
+
+/// Reads the way points of a GPX file, version 1.0 or 1.1, with any prefix of its name space. Names lose
+/// surrounding blanks and line breaks; extensions, times, symbols and everything else is ignored. Document
+/// types are not evaluated, and references to their entities are a problem.
+GpxFile ReadGpx(std::string_view bytes);
+
+/// Returns the number of the location for each way point that the log already has: within 50 m, or with the
+/// same name, compared like the words of a query. The nearest location comes before one of the same name. The
+/// text is empty for others.
+std::vector<std::string> MarkKnown(const std::vector<WayPoint>& points, const RecordList& locations);
+
+/// Returns the hours from GMT that a location of this longitude probably has, in the form that locations
+/// store: the whole hour nearest to a fifteenth of the longitude, "-4" for -71.07.
+std::string ProposedOffset(double longitude);
+
+} // namespace Tarno
