@@ -30,6 +30,7 @@ constexpr std::array layers{
     Layer{"ui/locations", 9, Qt::All},
     Layer{"ui/calendar", 9, Qt::All},
     Layer{"ui/statistics", 9, Qt::All},
+    Layer{"ui/transfer", 9, Qt::All},
     Layer{"ui/entry", 8, Qt::All},
     Layer{"ui/reports", 8, Qt::All},
     Layer{"ui/help", 7, Qt::All},

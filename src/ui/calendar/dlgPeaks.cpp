@@ -2,8 +2,8 @@
 
 #include "core/Conversions.h"
 #include "core/Error.h"
-#include "core/SafeWriter.h"
 #include "qt/Strings.h"
+#include "ui/common/FileExport.h"
 #include "ui/common/Handle.h"
 #include "ui_dlgPeaks.h"
 
@@ -76,23 +76,16 @@ void dlgPeaks::CheckRange()
 void dlgPeaks::Export()
 {
     m_request.onlyGoodDays = m_ui->chkGoodDays->isChecked();
-    const auto file = m_program.files.Save(this, {.title = QStringLiteral("Export Major and Minor Times"),
-                                                  .filter = QStringLiteral("iCalendar (*.ics)"),
-                                                  .folder = FromUtf8(m_program.folder.GetAppPath() + '/'),
-                                                  .fileName = QStringLiteral("peaks.ics"),
-                                                  .suffix = QStringLiteral(".ics")});
-    if (!file) {
-        return;
-    }
     const std::vector<CalendarEvent> events = PeakEvents(m_request);
     const std::chrono::sys_days today(m_program.clock.Today());
-    try {
-        SafeWriter(m_program.operations).Write(ToUtf8(*file), ICalendar(events, today));
-    } catch (const Error& error) {
-        m_program.messages.Ask(this, {.text = QStringLiteral("The file could not be written: ") + *file +
-                                              QStringLiteral("\r\n") + FromUtf8(error.Description()),
-                                      .title = QStringLiteral("Export Error"),
-                                      .icon = Icon::Exclamation});
+    const auto file = WriteExport(m_program, this,
+                                  {.title = QStringLiteral("Export Major and Minor Times"),
+                                   .filter = QStringLiteral("iCalendar (*.ics)"),
+                                   .folder = FromUtf8(m_program.folder.GetAppPath() + '/'),
+                                   .fileName = QStringLiteral("peaks.ics"),
+                                   .suffix = QStringLiteral(".ics")},
+                                  ICalendar(events, today));
+    if (!file) {
         return;
     }
     m_program.messages.ShowInformation(
