@@ -1,0 +1,262 @@
+#include "fImport.h"
+
+#include "core/ErrorLog.h"
+#include "qt/Strings.h"
+#include "ui/common/Handle.h"
+#include "ui_fImport.h"
+
+#include <QFileInfo>
+#include <QLocale>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace Tarno
+{
+
+namespace
+{
+
+using DateOrder = TableForms::DateOrder;
+
+QString Counted(std::size_t count, const char* one, const char* several)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
+}
+
+QString Trips(std::size_t count)
+{
+    return Counted(count, "trip", "trips");
+}
+
+QString InWords(RowStatus status)
+{
+    switch (status) {
+    case RowStatus::New:
+        return QStringLiteral("New");
+    case RowStatus::AlreadyThere:
+        return QStringLiteral("Already there");
+    case RowStatus::Refused:
+        break;
+    }
+    return QStringLiteral("Refused");
+}
+
+QString InWords(TextEncoding encoding)
+{
+    switch (encoding) {
+    case TextEncoding::Utf8:
+        return QStringLiteral("UTF-8");
+    case TextEncoding::Utf16:
+        return QStringLiteral("UTF-16");
+    case TextEncoding::Ansi:
+        break;
+    }
+    return QStringLiteral("Windows-1252");
+}
+
+/// Describes how a file was read, for example "trips.csv: 12 rows, separated by commas, in UTF-8".
+QString Described(const CsvFile& file, const QString& path)
+{
+    const QString separator = file.separator == ','   ? QStringLiteral("commas")
+                              : file.separator == ';' ? QStringLiteral("semicolons")
+                                                      : QStringLiteral("tabs");
+    const std::size_t rows = file.rows.empty() ? 0 : file.rows.size() - 1;
+    return QFileInfo(path).fileName() + QStringLiteral(": ") + Counted(rows, "row", "rows") +
+           QStringLiteral(" below the headings, separated by ") + separator + QStringLiteral(", in ") +
+           InWords(file.encoding);
+}
+
+std::string CellAt(const CsvRows& rows, std::size_t row, std::size_t column)
+{
+    return row < rows.size() && column < rows[row].size() ? rows[row][column] : std::string();
+}
+
+} // namespace
+
+fImport::fImport(const Program& program, CsvFile file, const QString& path, QWidget* parent)
+    : QDialog(parent),
+      m_program(program),
+      m_ui(std::make_unique<Ui::fImport>()),
+      m_file(std::move(file))
+{
+    m_ui->setupUi(this);
+    m_ui->lblFile->setText(Described(m_file, path));
+    m_ui->lvwTrips->SetHeadings({QStringLiteral("Row"), QStringLiteral("Result"), QStringLiteral("From"),
+                                 QStringLiteral("Location"), QStringLiteral("Why")});
+    m_ui->lvwTrips->FitColumns({QStringLiteral("10000"),
+                                QStringLiteral("Already there"),
+                                QStringLiteral("2008-08-08"),
+                                QStringLiteral("Pittwater, Barrenjoey"),
+                                {}},
+                               4);
+    m_ui->lvwTrips->SetHint(QStringLiteral("The file has no rows below the headings."));
+    m_ui->lvwColumns->SetHeadings(
+        {QStringLiteral("Column"), QStringLiteral("First value"), QStringLiteral("Becomes")});
+    m_ui->lvwColumns->FitColumns(
+        {QStringLiteral("Pressure reading"), {}, QStringLiteral("Species encountered")}, 1);
+    m_ui->lvwColumns->SetHint(QStringLiteral("The file has no headings."));
+    FillBoxes();
+    Trap("fImport", "Form_Load", [this] {
+        RecordList fields;
+        m_program.sql.FieldList(fields);
+        m_mapping = ProposeMapping(m_file.rows.empty() ? CsvRow() : m_file.rows.front(), fields);
+        ShowColumns();
+        Plan();
+    });
+    Connect();
+    m_ui->lvwTrips->setFocus();
+    program.windows.Remember(*this);
+}
+
+fImport::~fImport() = default;
+
+void fImport::FillBoxes()
+{
+    m_ui->cboField->addItem(QStringLiteral("(ignored)"));
+    for (const TableColumn& column : TableColumns()) {
+        m_ui->cboField->addItem(FromUtf8(column.caption));
+    }
+    m_ui->cboDates->addItem(QStringLiteral("day, month, year"), int(DateOrder::DayMonthYear));
+    m_ui->cboDates->addItem(QStringLiteral("month, day, year"), int(DateOrder::MonthDayYear));
+    m_ui->cboDates->addItem(QStringLiteral("year, month, day"), int(DateOrder::YearMonthDay));
+    m_ui->cboDates->setCurrentIndex(m_ui->cboDates->findData(int(TableForms::Of(QLocale()).dates)));
+}
+
+void fImport::Connect()
+{
+    Handle(m_ui->cboField, &QComboBox::activated, "Click", this, [this] { ChooseField(); });
+    Handle(m_ui->cboDates, &QComboBox::currentIndexChanged, "Click", this, [this] { Plan(); });
+    Handle(m_ui->lvwColumns, &SortableList::SelectionChanged, "Click", this, [this] { ShowColumn(); });
+    Handle(m_ui->cmdImport, &QAbstractButton::clicked, "Click", this, [this] { Import(); });
+    Handle(m_ui->cmdClose, &QAbstractButton::clicked, "Click", this, [this] { reject(); });
+}
+
+/// Finds out what the rows would become, and shows it.
+void fImport::Plan()
+{
+    RecordList trips;
+    RecordList locations;
+    m_program.sql.EntryList(trips);
+    m_program.sql.LocationList(locations);
+    TableForms forms = TableForms::Of(QLocale());
+    forms.dates = static_cast<DateOrder>(m_ui->cboDates->currentData().toInt());
+    m_candidates = ReadTrips(m_file.rows, m_mapping, forms);
+    m_plan = PlanImport(m_candidates, trips, locations);
+    ShowRows();
+}
+
+void fImport::ShowRows()
+{
+    const PlaceNames names;
+    std::vector<TextTableModel::Row> rows;
+    rows.reserve(m_plan.rows.size());
+    for (std::size_t number = 0; number < m_plan.rows.size(); ++number) {
+        const PlannedRow& planned = m_plan.rows[number];
+        const TripCandidate& candidate = m_candidates.at(number);
+        const auto line = static_cast<double>(m_file.lines.at(planned.row));
+        rows.push_back({QString::number(number),
+                        {QString::number(planned.row), InWords(planned.status),
+                         FromUtf8(candidate.trip.at(EntryField::StartDate)),
+                         ShownInOneLine(candidate.place.at(LocationField::LocName)), FromUtf8(planned.reason)},
+                        {line}});
+    }
+    m_ui->lvwTrips->SetRows(std::move(rows));
+    const std::size_t count = m_plan.Count(RowStatus::New);
+    m_ui->lblSummary->setText(QStringLiteral("%1 new, %2 already there, %3 refused")
+                                  .arg(Trips(count))
+                                  .arg(m_plan.Count(RowStatus::AlreadyThere))
+                                  .arg(m_plan.Count(RowStatus::Refused)));
+    QStringList places;
+    for (const PlannedPlace& place : m_plan.places) {
+        places << ShownInOneLine(place.name);
+    }
+    m_ui->lblPlaces->setText(QStringLiteral("New locations: ") + places.join(QLatin1String(", ")));
+    m_ui->lblPlaces->setVisible(!places.isEmpty());
+    m_ui->cmdImport->setEnabled(count > 0);
+    m_ui->cmdImport->setText(QStringLiteral("&Import %1").arg(Trips(count)));
+}
+
+void fImport::ShowColumns()
+{
+    std::vector<TextTableModel::Row> rows;
+    for (std::size_t column = 0; column < m_mapping.size(); ++column) {
+        const auto& mapped = m_mapping[column];
+        rows.push_back({QString::number(column),
+                        {FromUtf8(CellAt(m_file.rows, 0, column)), FromUtf8(CellAt(m_file.rows, 1, column)),
+                         mapped ? FromUtf8(TableColumns().at(*mapped).caption) : QStringLiteral("(ignored)")},
+                        {}});
+    }
+    m_ui->lvwColumns->SetRows(std::move(rows));
+    ShowColumn();
+}
+
+/// Shows what the selected column becomes.
+void fImport::ShowColumn()
+{
+    const auto key = m_ui->lvwColumns->SelectedKey();
+    m_ui->cboField->setEnabled(key.has_value());
+    if (key) {
+        const auto& mapped = m_mapping.at(key->toULongLong());
+        m_ui->cboField->setCurrentIndex(mapped ? static_cast<int>(*mapped) + 1 : 0);
+    }
+}
+
+/// Takes over what the selected column becomes. No other column becomes the same.
+void fImport::ChooseField()
+{
+    const auto key = m_ui->lvwColumns->SelectedKey();
+    if (!key) {
+        return;
+    }
+    const int chosen = m_ui->cboField->currentIndex();
+    const auto field = chosen > 0 ? std::optional(static_cast<std::size_t>(chosen) - 1) : std::nullopt;
+    if (field) {
+        std::replace(m_mapping.begin(), m_mapping.end(), field, std::optional<std::size_t>());
+    }
+    m_mapping.at(key->toULongLong()) = field;
+    ShowColumns();
+    Plan();
+}
+
+/// Asks whether to add locations for which the table has no coordinates.
+bool fImport::ConfirmPlaces()
+{
+    QStringList places;
+    for (const PlannedPlace& place : m_plan.places) {
+        if (place.latitude.empty() || place.longitude.empty()) {
+            places << ShownInOneLine(place.name);
+        }
+    }
+    return places.isEmpty() ||
+           m_program.messages.Ask(
+               this, {.text = QStringLiteral("The table has no coordinates for these locations:\r\n\r\n") +
+                              places.join(QLatin1String("\r\n")) +
+                              QStringLiteral("\r\n\r\nAdd them without coordinates? Sun and moon times need "
+                                             "coordinates. You can enter them later."),
+                      .title = QStringLiteral("New Locations"),
+                      .icon = Icon::Question,
+                      .buttons = Buttons::YesNo,
+                      .byDefault = Button::Yes}) == Button::Yes;
+}
+
+void fImport::Import()
+{
+    if (!ConfirmPlaces()) {
+        return;
+    }
+    const std::size_t count = m_plan.batch.trips.size();
+    const Status status = m_program.sql.Import(m_plan.batch);
+    for (const ImportedTrip& trip : m_plan.batch.trips) {
+        m_savedKeys.push_back(trip.values.front());
+    }
+    if (status == succeeded) {
+        m_program.messages.ShowInformation(
+            this, Trips(count) + QStringLiteral(" imported. Edit > Undo takes them back."),
+            QStringLiteral("Tarno"));
+    }
+    accept();
+}
+
+} // namespace Tarno
