@@ -18,11 +18,10 @@ CsvRows TripRows(const RecordList& trips, const RecordList& locations);
 
 /// A row of a table that can become a trip.
 struct TripCandidate {
-    std::size_t row; ///< in the table, counted from 0
-    RecordValues
-        trip; ///< stored texts by EntryField; the number of the trip and of the location as in the row
-    RecordValues place;  ///< stored texts by LocationField, of what the table has
-    std::string refusal; ///< a sentence for the user; empty if the row was read
+    std::size_t row;          ///< in the table, counted from 0
+    RecordValues trip;        ///< stored texts by EntryField; the numbers are those of the row
+    RecordValues place;       ///< stored texts by LocationField, those that the table has
+    std::string refusal = {}; ///< a sentence for the user; empty if the row was read
 };
 
 /// Reads the rows below the headings. Columns that are not mapped are empty in the candidates. Rows without
@@ -39,7 +38,7 @@ enum class RowStatus {
 struct PlannedRow {
     std::size_t row; ///< in the table, counted from 0
     RowStatus status;
-    std::string reason; ///< why the row is refused, or the number of the trip that is already there
+    std::string reason; ///< why the row is refused, or the number of the trip that the log already has
 };
 
 /// A location that the log does not have.

@@ -26,9 +26,10 @@ void RecordChange::SetKey(const std::string& newKey)
 
 ChangeKind History::Step::Kind() const
 {
-    return change.before.empty()  ? ChangeKind::Add
-           : change.after.empty() ? ChangeKind::Delete
-                                  : ChangeKind::Edit;
+    return import != 0             ? ChangeKind::Import
+           : change.before.empty() ? ChangeKind::Add
+           : change.after.empty()  ? ChangeKind::Delete
+                                   : ChangeKind::Edit;
 }
 
 RecordChange History::Step::Towards(Direction direction) const
@@ -51,6 +52,26 @@ const History::Step* History::Next(Direction direction) const
     return exists ? &m_steps[IndexOf(direction)] : nullptr;
 }
 
+std::span<const History::Step> History::NextTogether(Direction direction) const
+{
+    const Step* next = Next(direction);
+    if (next == nullptr) {
+        return {};
+    }
+    std::size_t first = IndexOf(direction);
+    std::size_t end = first + 1;
+    if (next->import != 0 && direction == Direction::Undo) {
+        while (first > 0 && m_steps[first - 1].import == next->import) {
+            --first;
+        }
+    } else if (next->import != 0) {
+        while (end < m_steps.size() && m_steps[end].import == next->import) {
+            ++end;
+        }
+    }
+    return std::span(m_steps).subspan(first, end - first);
+}
+
 void History::Move(Direction direction, const RecordChange& applied)
 {
     Step& step = m_steps.at(IndexOf(direction));
@@ -63,9 +84,10 @@ void History::Move(Direction direction, const RecordChange& applied)
 
 void History::Drop(Direction direction)
 {
-    const std::size_t index = IndexOf(direction);
-    m_steps.erase(Position(index));
-    m_done = std::min(m_done, index);
+    const std::span<const Step> dropped = NextTogether(direction);
+    const auto first = static_cast<std::size_t>(dropped.data() - m_steps.data());
+    m_steps.erase(Position(first), Position(first + dropped.size()));
+    m_done = std::min(m_done, first);
 }
 
 void History::Clear()

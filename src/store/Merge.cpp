@@ -2,12 +2,17 @@
 
 #include "core/Xml.h"
 
+#include <set>
+#include <utility>
+
 namespace Tarno
 {
 
 MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
 {
     MergeResult result;
+    std::set<std::string> restored;
+    std::vector<Record> taken; // appended after the others, which keep their keys
     for (const auto& [key, before] : ours.Changed()) {
         const pugi::xml_node found = ours.Find(key);
         const pugi::xml_node our =
@@ -20,8 +25,7 @@ MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
         }
         Record record{RecordView(our)};
         if (before.empty() && their) { // a record that was restored here is like a new one
-            theirs.Append(record);
-            result.newKeys.emplace(key, record.Text(0));
+            taken.push_back(std::move(record));
             continue;
         }
         if (theirText != before) {
@@ -32,8 +36,14 @@ MergeResult MergeChanges(const RecordTable& ours, RecordTable& theirs)
         } else if (their) {
             theirs.Replace(record);
         } else {
-            theirs.Restore(record, ours.PlaceOf(our, theirs));
+            restored.insert(key);
         }
+    }
+    theirs.RestoreAll(restored, ours);
+    for (Record& record : taken) {
+        const std::string key = record.Text(0);
+        theirs.Append(record);
+        result.newKeys.emplace(key, record.Text(0));
     }
     for (const pugi::xml_node& our : ours.Appended()) {
         Record record{RecordView(our)};

@@ -20,6 +20,13 @@ struct Conflict {
 /// Maps replaced keys to new ones.
 using KeyMap = std::map<std::string, std::string>;
 
+/// Returns the new key for `key`, or `key` itself if it was not replaced.
+inline std::string KeyIn(const KeyMap& newKeys, const std::string& key)
+{
+    const auto found = newKeys.find(key);
+    return found == newKeys.end() ? key : found->second;
+}
+
 struct MergeResult {
     std::vector<Conflict> conflicts;
     KeyMap newKeys; ///< of records added here

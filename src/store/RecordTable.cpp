@@ -14,37 +14,6 @@
 namespace Tarno
 {
 
-namespace
-{
-
-pugi::xml_node LastRecord(const pugi::xml_node& container)
-{
-    pugi::xml_node last = container.last_child();
-    while (last && last.type() != pugi::node_element) {
-        last = last.previous_sibling();
-    }
-    return last;
-}
-
-std::int32_t KeyAfter(const pugi::xml_node& lastRecord)
-{
-    const std::int32_t key = ToInt32(Record(RecordView(lastRecord)).Text(0));
-    if (key == std::numeric_limits<std::int32_t>::max()) {
-        throw Error(ErrorNumber::Overflow);
-    }
-    return key + 1;
-}
-
-pugi::xml_node RequireNode(const pugi::xml_node& node)
-{
-    if (!node) {
-        throw Error(ErrorNumber::ObjectNotSet);
-    }
-    return node;
-}
-
-} // namespace
-
 void RecordTable::Rebuild()
 {
     ForgetChanges();
@@ -54,6 +23,7 @@ void RecordTable::Rebuild()
 void RecordTable::Index()
 {
     m_byKey.clear();
+    m_hasDuplicates = false;
     for (const pugi::xml_node& record : m_document.child("data").children(m_names.record)) {
         Index(record);
     }
@@ -62,7 +32,7 @@ void RecordTable::Index()
 void RecordTable::Index(const pugi::xml_node& record)
 {
     if (const pugi::xml_node key = record.child(m_names.key); key) {
-        m_byKey.emplace(TextOf(key), record);
+        m_hasDuplicates = !m_byKey.emplace(TextOf(key), record).second || m_hasDuplicates;
     }
 }
 
@@ -97,25 +67,6 @@ RecordView RecordTable::First() const
     return records.front();
 }
 
-RecordChange RecordTable::Append(Record& record)
-{
-    pugi::xml_node container = Container();
-    const pugi::xml_node last = LastRecord(container);
-    Record keyed = record;
-    keyed.SetText(0, last ? std::to_string(KeyAfter(last)) : "1");
-    const std::string key = keyed.Text(0);
-    std::string duplicate = SerializeXml(Find(key));
-    m_appended.push_back(RequireNode(container.append_copy(keyed.View().Node())));
-    const pugi::xml_node stored = m_appended.back();
-    Index(stored);
-    record = std::move(keyed);
-    return {.key = key,
-            .before = {},
-            .after = SerializeXml(stored),
-            .place = PlaceOf(stored, *this),
-            .duplicate = std::move(duplicate)};
-}
-
 RecordChange RecordTable::Replace(const Record& record)
 {
     return Replace(Get(record.Text(0)).Node(), record);
@@ -124,7 +75,7 @@ RecordChange RecordTable::Replace(const Record& record)
 RecordChange RecordTable::Replace(const pugi::xml_node& old, const Record& record)
 {
     const std::string key = KeyOf(old);
-    RecordChange change{.key = key, .before = SerializeXml(old), .after = {}, .place = PlaceOf(old, *this)};
+    RecordChange change{.key = key, .before = SerializeXml(old), .after = {}, .place = PlaceOf(old)};
     pugi::xml_node data = Data();
     const pugi::xml_node stored = RequireNode(data.insert_copy_after(record.View().Node(), old));
     change.after = SerializeXml(stored);
@@ -158,14 +109,19 @@ RecordChange RecordTable::Remove(const pugi::xml_node& record)
     const pugi::xml_node previous = record.previous_sibling();
     const pugi::xml_node next = record.next_sibling();
     const bool isAppended = IsAppended(record);
+    const bool isFound = IsFound(record);
     std::erase(m_appended, record);
     Data().remove_child(record);
-    Index(); // a duplicate of the key may now be the first one
+    if (m_hasDuplicates) {
+        Index(); // a duplicate of the key may now be the first one
+    } else if (isFound) {
+        m_byKey.erase(change.key);
+    }
     if (!isAppended) {
         NoteChange(change.key, change.before);
     }
     change.duplicate = SerializeXml(Find(change.key));
-    change.place = PlaceBetween(previous, next, *this);
+    change.place = PlaceBetween(previous, next);
     return change;
 }
 
@@ -178,16 +134,62 @@ void RecordTable::Restore(const Record& record, const RecordPlace& place)
     const pugi::xml_node node = record.View().Node();
     const pugi::xml_node previous = place.previous ? Find(*place.previous) : pugi::xml_node();
     const bool isUnchanged =
-        place.previous.has_value() == !previous.empty() && NextKey(after(previous), *this) == place.next;
-    pugi::xml_node before = isUnchanged ? previous : LastBefore(KeyOf(node), previous);
+        place.previous.has_value() == !previous.empty() && NextKey(after(previous)) == place.next;
+    pugi::xml_node before = isUnchanged ? previous : LastBefore(KeyOf(node), previous, data.last_child());
     if (before == previous) {
         for (auto others = place.others; others > 0 && after(before) && !IsFound(after(before)); --others) {
             before = after(before);
         }
     }
-    RequireNode(before ? data.insert_copy_after(node, before) : data.prepend_copy(node));
-    Index(); // a duplicate of the key may follow
-    NoteChange(KeyOf(node), {});
+    InsertAfter(before, record);
+}
+
+pugi::xml_node RecordTable::InsertAfter(const pugi::xml_node& before, const Record& record)
+{
+    pugi::xml_node data = Data();
+    const pugi::xml_node node = record.View().Node();
+    const pugi::xml_node stored =
+        RequireNode(before ? data.insert_copy_after(node, before) : data.prepend_copy(node));
+    const std::string key = KeyOf(stored);
+    if (m_hasDuplicates || Find(key)) {
+        Index(); // a duplicate of the key may follow
+    } else {
+        Index(stored);
+    }
+    NoteChange(key, {});
+    return stored;
+}
+
+void RecordTable::RestoreAll(const std::set<std::string>& keys, const RecordTable& ours)
+{
+    std::vector<std::optional<std::string>> next; // of each restored record, in reverse order
+    std::optional<std::string> known;
+    for (pugi::xml_node node = ours.Data().last_child(); node; node = node.previous_sibling()) {
+        if (!ours.IsFound(node)) {
+            continue;
+        }
+        if (std::string key = ours.KeyOf(node); keys.contains(key)) {
+            next.push_back(known);
+        } else if (Find(key)) {
+            known = std::move(key);
+        }
+    }
+    RecordPlace place{.previous = {}, .others = 0, .next = {}};
+    for (pugi::xml_node node = ours.Data().first_child(); node; node = node.next_sibling()) {
+        if (!ours.IsFound(node)) {
+            ++place.others;
+            continue;
+        }
+        const std::string key = ours.KeyOf(node);
+        if (keys.contains(key)) {
+            place.next = std::move(next.back());
+            next.pop_back();
+            Restore(Record(RecordView(node)), place);
+        }
+        if (Find(key)) {
+            place = {.previous = key, .others = 0, .next = {}};
+        }
+    }
 }
 
 bool RecordTable::Apply(RecordChange& change)
@@ -212,28 +214,27 @@ bool RecordTable::Apply(RecordChange& change)
     return true;
 }
 
-RecordPlace RecordTable::PlaceOf(const pugi::xml_node& record, const RecordTable& in) const
+RecordPlace RecordTable::PlaceOf(const pugi::xml_node& record) const
 {
-    return PlaceBetween(record.previous_sibling(), record.next_sibling(), in);
+    return PlaceBetween(record.previous_sibling(), record.next_sibling());
 }
 
-RecordPlace RecordTable::PlaceBetween(pugi::xml_node before, const pugi::xml_node& after,
-                                      const RecordTable& in) const
+RecordPlace RecordTable::PlaceBetween(pugi::xml_node before, const pugi::xml_node& after) const
 {
-    RecordPlace place{.previous = {}, .others = 0, .next = NextKey(after, in)};
+    RecordPlace place{.previous = {}, .others = 0, .next = NextKey(after)};
     for (; before && !place.previous; before = before.previous_sibling()) {
-        if (!IsFound(before)) {
+        if (IsFound(before)) {
+            place.previous = KeyOf(before);
+        } else {
             ++place.others;
-        } else if (std::string key = KeyOf(before); in.Find(key)) {
-            place.previous = std::move(key);
         }
     }
     return place;
 }
 
-std::optional<std::string> RecordTable::NextKey(pugi::xml_node node, const RecordTable& in) const
+std::optional<std::string> RecordTable::NextKey(pugi::xml_node node) const
 {
-    while (node && !(IsFound(node) && in.Find(KeyOf(node)))) {
+    while (node && !IsFound(node)) {
         node = node.next_sibling();
     }
     return node ? std::optional(KeyOf(node)) : std::nullopt;
@@ -249,18 +250,18 @@ bool RecordTable::IsFound(const pugi::xml_node& node) const
     return node.type() == pugi::node_element && Find(KeyOf(node)) == node;
 }
 
-pugi::xml_node RecordTable::LastBefore(const std::string& key, const pugi::xml_node& start) const
+pugi::xml_node RecordTable::LastBefore(const std::string& key, const pugi::xml_node& start,
+                                       pugi::xml_node from) const
 {
     const auto numberOf = [](std::string_view text) {
         std::int32_t number = std::numeric_limits<std::int32_t>::max();
         std::from_chars(text.data(), text.data() + text.size(), number);
         return number;
     };
-    pugi::xml_node record = Data().last_child();
-    while (record != start && (!IsFound(record) || numberOf(KeyOf(record)) >= numberOf(key))) {
-        record = record.previous_sibling();
+    while (from != start && (!IsFound(from) || numberOf(KeyOf(from)) >= numberOf(key))) {
+        from = from.previous_sibling();
     }
-    return record;
+    return from;
 }
 
 pugi::xml_node RecordTable::FindUnchanged(const RecordChange& change) const
@@ -286,6 +287,14 @@ void RecordTable::NoteChange(const std::string& key, const std::string& before)
     if (!isFirst && noted->second == SerializeXml(IsAppended(record) ? pugi::xml_node() : record)) {
         m_changed.erase(noted); // the change has been reverted
     }
+}
+
+pugi::xml_node RecordTable::RequireNode(const pugi::xml_node& node)
+{
+    if (!node) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    return node;
 }
 
 pugi::xml_node RecordTable::Container() const

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "store/ImportBatch.h"
 #include "store/Record.h"
 #include "store/RecordChange.h"
 
 #include <pugixml.hpp>
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -54,6 +58,24 @@ public:
     /// the new key exceeds 32 bits, ObjectNotSet if the document is empty.
     RecordChange Append(Record& record);
 
+    /// Adds a copy of `blank` with each of `records` as its values, and stores the keys in them. Inserts a
+    /// record before those with greater keys if its own key is a number from 1 to `lastKey` that no record
+    /// has. Appends the others under the next keys above all others. Throws Error without changing anything:
+    /// Overflow if a new key would exceed `lastKey`, ObjectNotSet if `blank` has fewer values or the document
+    /// is empty.
+    std::vector<RecordChange> AddAll(const Record& blank, const std::vector<RecordValues*>& records);
+
+    /// Throws what AddAll would throw.
+    void CheckAddAll(const Record& blank, const std::vector<RecordValues*>& records) const
+    {
+        PlanKeys(blank, records);
+    }
+
+    static constexpr std::int32_t lastKey = 32767; ///< the last one that windows can ask for
+
+    /// Whether Apply would apply the change. Unlike Apply, does not give a record another key.
+    bool CanApply(const RecordChange& change) const;
+
     /// Replaces the stored record with the same key by a copy of `record`. Throws like Get.
     RecordChange Replace(const Record& record);
 
@@ -65,6 +87,10 @@ public:
     /// empty.
     void Restore(const Record& record, const RecordPlace& place);
 
+    /// Reinserts copies of records of `ours` that this table does not have, at the same places among those
+    /// that both have.
+    void RestoreAll(const std::set<std::string>& keys, const RecordTable& ours);
+
     /// Applies a change to a record that has the text `change.before`, and updates the key and the place in
     /// `change`. A record whose key another one has taken is appended under the next key instead. Returns
     /// false without changing anything if the record is different or already exists again. Throws like
@@ -74,8 +100,8 @@ public:
     /// Returns the record that Apply would replace or remove, or a null node.
     pugi::xml_node FindUnchanged(const RecordChange& change) const;
 
-    /// Returns the place of `record` among the records that `in` has too.
-    RecordPlace PlaceOf(const pugi::xml_node& record, const RecordTable& in) const;
+    /// Returns the place of `record`, a node of this table.
+    RecordPlace PlaceOf(const pugi::xml_node& record) const;
 
     /// The records that were replaced, removed or restored since the last ForgetChanges, and those appended.
     const Changes& Changed() const { return m_changed; }
@@ -99,10 +125,22 @@ private:
     /// Whether `node` is a record that Find returns for its key.
     bool IsFound(const pugi::xml_node& node) const;
     /// Returns the key of the first record at or after `node`.
-    std::optional<std::string> NextKey(pugi::xml_node node, const RecordTable& in) const;
-    RecordPlace PlaceBetween(pugi::xml_node before, const pugi::xml_node& after, const RecordTable& in) const;
-    /// Returns the last record after `start` with a smaller key, or `start`.
-    pugi::xml_node LastBefore(const std::string& key, const pugi::xml_node& start) const;
+    std::optional<std::string> NextKey(pugi::xml_node node) const;
+    RecordPlace PlaceBetween(pugi::xml_node before, const pugi::xml_node& after) const;
+    /// Returns the last record between `start` and `from` with a smaller key, or `start`.
+    pugi::xml_node LastBefore(const std::string& key, const pugi::xml_node& start, pugi::xml_node from) const;
+
+    struct KeyPlan {
+        std::map<std::int32_t, std::size_t> kept; ///< positions of the records that keep their numbers
+        std::int32_t highest;                     ///< the highest key afterwards, without the new ones
+    };
+
+    KeyPlan PlanKeys(const Record& blank, const std::vector<RecordValues*>& records) const;
+    /// Returns `node`. Throws Error ObjectNotSet if it is null.
+    static pugi::xml_node RequireNode(const pugi::xml_node& node);
+    RecordChange AppendKeyed(const Record& record);
+    /// Inserts a copy of `record` after `before`, or as the first node, and notes the change.
+    pugi::xml_node InsertAfter(const pugi::xml_node& before, const Record& record);
 
     RecordChange Replace(const pugi::xml_node& old, const Record& record);
     RecordChange Remove(const pugi::xml_node& record);
@@ -111,6 +149,7 @@ private:
     pugi::xml_document& m_document;
     Names m_names;
     std::unordered_map<std::string, pugi::xml_node> m_byKey; ///< the first record of each key
+    bool m_hasDuplicates = false;                            ///< whether two records have the same key
     Changes m_changed;
     std::vector<pugi::xml_node> m_appended;
 };

@@ -200,7 +200,12 @@ template <typename TableChange>
 Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs, const TableChange& change,
                     Record* updated)
 {
-    return WithMerging(routine, in, updated, [&](MergeResult& merged) {
+    const auto updateKey = [&](const KeyMap& newKeys) {
+        if (updated != nullptr) {
+            updated->SetText(0, KeyIn(newKeys, updated->Text(0)));
+        }
+    };
+    return WithMerging(routine, in, updateKey, [&](MergeResult& merged) {
         RecordChange made = change(in.Records());
         if (&in == &m_entries || &in == &m_locations) {
             NoteTrip(in, made);
@@ -210,13 +215,18 @@ Status cSQL::Change(std::string_view routine, DataFile& in, const char* savedAs,
     });
 }
 
-Status cSQL::WithMerging(std::string_view routine, const DataFile& in, Record* updated,
+Status cSQL::WithMerging(std::string_view routine, const DataFile& in, const UpdateKeys& updateKeys,
                          const std::function<void(MergeResult&)>& body)
 {
     MergeResult merged;
     const Status status = Trapped(routine, [&] { body(merged); });
     if (!merged.newKeys.empty()) {
-        Trap(module, routine, [&] { UpdateReferences(routine, in, merged.newKeys, updated); });
+        Trap(module, routine, [&] {
+            if (updateKeys) {
+                updateKeys(merged.newKeys);
+            }
+            UpdateReferences(routine, in, merged.newKeys);
+        });
     }
     for (const Conflict& conflict : merged.conflicts) {
         if (m_showConflict) {
@@ -242,16 +252,9 @@ void cSQL::NoteTrip(const DataFile& in, const RecordChange& change)
     }
 }
 
-void cSQL::UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys,
-                            Record* updated)
+void cSQL::UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys)
 {
-    const auto keyOf = [&](const std::string& key) {
-        const auto found = newKeys.find(key);
-        return found == newKeys.end() ? key : found->second;
-    };
-    if (updated != nullptr) {
-        updated->SetText(0, keyOf(updated->Text(0)));
-    }
+    const auto keyOf = [&](const std::string& key) { return KeyIn(newKeys, key); };
     std::vector<History::NewKey> moved;
     for (const auto& [from, to] : newKeys) {
         moved.push_back({from, to, SerializeXml(in.Records().Find(to))});

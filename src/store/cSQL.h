@@ -5,14 +5,18 @@
 #include "core/ShellSort.h"
 #include "store/DataFile.h"
 #include "store/History.h"
+#include "store/ImportBatch.h"
+#include "store/Merge.h"
 #include "store/Record.h"
 #include "store/RecordTable.h"
 #include "store/RecordTitle.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -50,21 +54,24 @@ struct UnsavedChange {
 /// A change that can be undone or redone, for a menu.
 struct ChangeTitle {
     ChangeKind kind;
-    RecordTitle record; ///< as it is now, or as it was before it was deleted
+    RecordTitle record;        ///< as it is now, or as it was before it was deleted; one of those imported
+    std::size_t trips = 0;     ///< the number of trips of an import
+    std::size_t locations = 0; ///< the number of new locations of an import
 };
 
 enum class UndoStatus {
     Done,
     Nothing,        ///< there is nothing to undo or redo
     ChangedByOther, ///< another program has changed the record; the step has been dropped
-    InUse,          ///< the location would be deleted, but trips refer to it
+    InUse,          ///< the location would be deleted, but other trips refer to it
     Failed          ///< the error has been reported through ErrorLog
 };
 
 struct UndoResult {
     UndoStatus status;
     ChangeTitle change; ///< what was to be undone or redone; undefined if there was nothing
-    std::string key;    ///< of the record that is there again or was changed; empty if it is not there
+    std::string key;    ///< of the record that is there again or was changed; empty if it is not there. Of an
+                        ///< import, the first trip
 };
 
 /// The only class that accesses the data files. It keeps the documents in memory and saves each change
@@ -113,6 +120,14 @@ public:
     /// Replaces only; the set of field definitions is fixed.
     Status FieldUpdate(const Record& xFld);
 
+    /// Adds locations and trips as one step of the history, and stores their keys in `batch`. A free number
+    /// is kept, see RecordTable::AddAll; trips refer to the keys that their locations get. Each file is
+    /// merged and saved once, the locations first. All records are in memory even if a save fails; like any
+    /// change they are then among UnsavedChanges and written by the next save of their file. If the locations
+    /// cannot be saved, the trips are not saved either, so that the log on disk never refers to locations
+    /// that are not there. Fails without any change if the records cannot be added to both files.
+    Status Import(ImportBatch& batch);
+
     // Deletions: the file is saved even if the record does not exist.
 
     Status EntryDelete(std::int16_t iTarnoNo);
@@ -120,6 +135,8 @@ public:
     Status ReportDelete(std::int16_t iRptNo);
 
     // Undo: the changes of trips and locations that this object has made since Init, in any number of steps.
+    // An import is one step. It is undone or redone completely, or not at all if another program has changed
+    // one of its records; the result then names that record.
     // A new change drops the steps that could be redone.
 
     /// Returns the change that Undo would revert, or that Redo would repeat, if any.
@@ -177,27 +194,47 @@ private:
     Status Change(std::string_view routine, DataFile& in, const char* savedAs, const TableChange& change,
                   Record* updated = nullptr);
 
+    /// Stores new keys of records of the caller.
+    using UpdateKeys = std::function<void(const KeyMap& newKeys)>;
+
     /// Runs `body`, which may merge changes of other programs to `in`. Then applies the new keys and shows
     /// the conflicts.
-    Status WithMerging(std::string_view routine, const DataFile& in, Record* updated,
+    Status WithMerging(std::string_view routine, const DataFile& in, const UpdateKeys& updateKeys,
                        const std::function<void(MergeResult&)>& body);
+
+    /// Adds records of an import and saves the file if `saves`. Stores their keys in `records`.
+    Status AddAll(DataFile& in, const DataFile& blank, const std::vector<RecordValues*>& records,
+                  std::size_t import, bool saves);
 
     Status MergeChangesOfOthers(std::string_view routine, DataFile& in);
 
     std::optional<ChangeTitle> TitleOfNext(History::Direction direction) const;
     UndoResult Step(std::string_view routine, History::Direction direction);
+    UndoResult StepImport(std::string_view routine, History::Direction direction, const ChangeTitle& title);
+    /// Undoes or redoes the changes of an import in one of its files, which is saved if `saves`. Trips that
+    /// are added refer to the new keys of their locations.
+    Status ApplyImport(std::string_view routine, History::Direction direction, RecordTitle::Kind kind,
+                       const KeyMap& newLocations, bool saves);
+    /// Returns the new location that undoing an import would remove although other trips refer to it.
+    const History::Step* FindUsedLocation(std::span<const History::Step> import) const;
+
+    DataFile& FileOf(RecordTitle::Kind kind)
+    {
+        return kind == RecordTitle::Kind::Trip ? m_entries : m_locations;
+    }
+
     /// Whether a trip refers to the location with the key `location`.
     bool IsUsed(const std::string& location) const;
     /// Updates `m_ownTrips` after a change of a record of `in`.
     void NoteTrip(const DataFile& in, const RecordChange& change);
 
-    /// Applies the new keys that merging gave to records of `in`. Updates the caller's record `updated`,
-    /// `m_ownTrips`, the history, and the trips of this run whose location has a new key.
-    void UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys,
-                          Record* updated);
+    /// Applies the new keys that merging gave to records of `in` to `m_ownTrips`, the history, and the trips
+    /// of this run whose location has a new key.
+    void UpdateReferences(std::string_view routine, const DataFile& in, const KeyMap& newKeys);
 
     RecordTitle::Kind KindOf(const DataFile& in) const;
     RecordTitle TitleOf(const DataFile& in, const RecordView& record) const;
+    RecordTitle TitleOf(const History::Step& step, History::Direction direction) const;
 
     const ProgramFolder& m_folder;
     FileOperations& m_operations;

@@ -2,6 +2,7 @@
 #include "store/EntryFields.h"
 
 #include <algorithm>
+#include <span>
 
 namespace Tarno
 {
@@ -12,10 +13,23 @@ std::optional<ChangeTitle> cSQL::TitleOfNext(History::Direction direction) const
     if (step == nullptr) {
         return std::nullopt;
     }
-    const RecordChange change = step->Towards(direction);
+    ChangeTitle title{step->Kind(), TitleOf(*step, direction)};
+    if (title.kind == ChangeKind::Import) {
+        const std::span<const History::Step> together = m_history.NextTogether(direction);
+        title.trips = static_cast<std::size_t>(
+            std::count_if(together.begin(), together.end(), [](const History::Step& change) {
+                return change.record == RecordTitle::Kind::Trip;
+            }));
+        title.locations = together.size() - title.trips;
+    }
+    return title;
+}
+
+RecordTitle cSQL::TitleOf(const History::Step& step, History::Direction direction) const
+{
+    const RecordChange change = step.Towards(direction);
     const Record record = Record::FromXml(change.before.empty() ? change.after : change.before);
-    const DataFile& in = step->record == RecordTitle::Kind::Trip ? m_entries : m_locations;
-    return ChangeTitle{step->Kind(), TitleOf(in, record.View())};
+    return TitleOf(step.record == RecordTitle::Kind::Trip ? m_entries : m_locations, record.View());
 }
 
 UndoResult cSQL::Step(std::string_view routine, History::Direction direction)
@@ -24,8 +38,11 @@ UndoResult cSQL::Step(std::string_view routine, History::Direction direction)
     if (!title) {
         return {UndoStatus::Nothing, {}, {}};
     }
+    if (title->kind == ChangeKind::Import) {
+        return StepImport(routine, direction, *title);
+    }
     UndoResult result{UndoStatus::Failed, *title, {}};
-    DataFile& in = title->record.kind == RecordTitle::Kind::Trip ? m_entries : m_locations;
+    DataFile& in = FileOf(title->record.kind);
     if (MergeChangesOfOthers(routine, in) != succeeded) {
         return result;
     }

@@ -146,6 +146,43 @@ private Q_SLOTS:
         QVERIFY(history.Next(Redo) == nullptr);
     }
 
+    void changesOfAnImport_belongTogether()
+    {
+        History history;
+        const auto count = [&](History::Direction direction) {
+            return history.NextTogether(direction).size();
+        };
+        QCOMPARE(count(Undo), 0U);
+        Add(history, Change("1", "a", "b"));
+        const std::size_t first = history.StartImport();
+        const std::size_t second = history.StartImport();
+        for (const auto& [import, key] :
+             {std::pair(first, "2"), std::pair(first, "3"), std::pair(second, "4")}) {
+            history.Add({Kind::Trip, Change(key, "", "a"), import});
+        }
+        Add(history, Change("1", "b", "c"));
+        QCOMPARE(count(Undo), 1U);
+        Move(history, Undo);
+        QVERIFY(history.Next(Undo)->Kind() == ChangeKind::Import);
+        QCOMPARE(count(Undo), 1U);
+        Move(history, Undo);
+        QCOMPARE(count(Undo), 2U);
+        QCOMPARE(history.NextTogether(Undo).front().change.key, "2"s);
+        QCOMPARE(count(Redo), 1U);
+        Move(history, Undo);
+        QCOMPARE(count(Undo), 1U); // half of the import is undone
+        QCOMPARE(count(Redo), 1U);
+        Move(history, Undo);
+        QCOMPARE(count(Redo), 2U);
+        History dropped = history;
+        dropped.Drop(Redo);
+        QCOMPARE(Keys(dropped), "1 4 1 "s);
+        Move(history, Redo);
+        Move(history, Redo);
+        history.Drop(Undo);
+        QCOMPARE(Keys(history), "1 4 1 "s);
+    }
+
     void move_withANewKey_updatesTheOtherStepsOfThatRecord()
     {
         History history;

@@ -413,17 +413,76 @@ private Q_SLOTS:
         const Table test(Data("<!-- top -->" + Location("1", "a") + "<!-- c --><?mine it?>" +
                               Location("1", "second") + "<other/>" + Location("2", "b") +
                               Location("3", "c")));
-        const auto placeOf = [&](const char* key, const RecordTable& in) {
-            const RecordPlace place = test.table.PlaceOf(test.table.Find(key), in);
+        const auto placeOf = [&](const char* key) {
+            const RecordPlace place = test.table.PlaceOf(test.table.Find(key));
             return place.previous.value_or("none") + " " + std::to_string(place.others) + " " +
                    place.next.value_or("none");
         };
-        QCOMPARE(placeOf("1", test.table), "none 1 2"s);
-        QCOMPARE(placeOf("2", test.table), "1 4 3"s);
-        QCOMPARE(placeOf("3", test.table), "2 0 none"s);
-        const Table other(Data(Location("1", "a")));
-        QCOMPARE(placeOf("3", other.table), "1 4 none"s);
-        QCOMPARE(placeOf("1", other.table), "none 1 none"s);
+        QCOMPARE(placeOf("1"), "none 1 2"s);
+        QCOMPARE(placeOf("2"), "1 4 3"s);
+        QCOMPARE(placeOf("3"), "2 0 none"s);
+    }
+
+    void restoreAll_keepsThePlacesAmongCommonRecords()
+    {
+        const std::string nodes =
+            "<!-- top -->" + Location("9", "a") + "<!-- c --><?mine it?>" + Location("2", "b");
+        const Table ours(
+            Data(nodes + Location("9", "second") + Location("4", "c") + "<!-- end -->" + Location("5", "d")));
+        Table theirs(Data("<!-- top -->" + Location("2", "b") + Location("9", "second") + "<!-- end -->" +
+                          Location("7", "e")));
+        theirs.table.Remove("9");
+        theirs.table.RestoreAll({"4", "5", "9"}, ours.table);
+        QCOMPARE(theirs.Keys(), (Texts{"9", "2", "4", "5", "7"}));
+        QCOMPARE(theirs.table.Get("9").Text(1), "a"s);
+        theirs.table.Remove("9");
+        theirs.table.RestoreAll({"9"}, ours.table);
+        QCOMPARE(theirs.Keys(), (Texts{"9", "2", "4", "5", "7"}));
+    }
+
+    void addAll_keepsFreeNumbersInOrder()
+    {
+        Table test(
+            Data("<!-- top -->" + Location("2", "a") + "<!-- c -->" + Location("6", "b") + "<!-- end -->"));
+        std::vector<RecordValues> values;
+        for (const char* key : {"9", "1", "2", "4", "", "3", "4", "0"}) {
+            values.push_back({key, std::string("was ") + key});
+        }
+        std::vector<RecordValues*> records;
+        for (RecordValues& value : values) {
+            records.push_back(&value);
+        }
+        const auto changes = test.table.AddAll(MakeRecord("0", ""), records);
+        QCOMPARE(test.Keys(), (Texts{"1", "2", "3", "4", "6", "9", "10", "11", "12", "13"}));
+        QCOMPARE(test.table.Get("10").Text(1), "was 2"s);
+        QCOMPARE(test.table.Get("13").Text(1), "was 0"s);
+        QCOMPARE(test.table.Changed(), (RecordTable::Changes{{"1", ""}, {"3", ""}, {"4", ""}, {"9", ""}}));
+        QCOMPARE(test.table.Appended().size(), std::size_t{4});
+        for (std::size_t index = changes.size(); index-- > 0;) {
+            QCOMPARE(changes[index].key, values[index][0]);
+            RecordChange undo = changes[index].Reversed();
+            QVERIFY(test.table.CanApply(undo));
+            QVERIFY(test.table.Apply(undo));
+        }
+        QCOMPARE(test.Keys(), (Texts{"2", "6"}));
+        QCOMPARE(test.table.Changed(), RecordTable::Changes());
+        QVERIFY(test.table.Appended().empty());
+    }
+
+    void addAll_thatIsImpossible_changesNothing()
+    {
+        Table test(Data(Location("32766", "a")));
+        const std::string before = test.Bytes();
+        RecordValues first{"32767", "b"};
+        RecordValues second{"", "c"};
+        QCOMPARE(RaisedNumber([&] { test.table.AddAll(MakeRecord("0", ""), {&first, &second}); }), 6);
+        first.push_back("too many");
+        QCOMPARE(RaisedNumber([&] { test.table.AddAll(MakeRecord("0", ""), {&first}); }), 91);
+        RecordValues empty;
+        QCOMPARE(RaisedNumber([&] { test.table.AddAll(MakeRecord("0", ""), {&empty}); }), 91);
+        QCOMPARE(test.Bytes(), before);
+        test.table.AddAll(MakeRecord("0", ""), {&second});
+        QCOMPARE(second[0], "32767"s);
     }
 
     void emptyDocument_everyOperationIsObjectNotSet()

@@ -1,0 +1,372 @@
+#include "TableColumns.h"
+#include "core/Conversions.h"
+#include "core/Error.h"
+#include "core/Text.h"
+#include "exchange/TextEncoding.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+
+namespace Tarno
+{
+
+namespace
+{
+
+using MaybeText = std::optional<std::string>;
+
+constexpr std::string_view exactMark = "~=";
+
+bool IsDigit(char letter)
+{
+    return letter >= '0' && letter <= '9';
+}
+
+/// Takes a text apart from its start.
+class Scanner
+{
+public:
+    explicit Scanner(std::string_view text) : m_rest(text) {}
+
+    bool AtEnd() const { return m_rest.empty(); }
+
+    /// Takes one of the letters. Returns it, or 0 if none of them is next.
+    char Take(std::string_view letters)
+    {
+        if (m_rest.empty() || letters.find(m_rest.front()) == std::string_view::npos) {
+            return 0;
+        }
+        const char taken = m_rest.front();
+        m_rest.remove_prefix(1);
+        return taken;
+    }
+
+    /// Takes a word, without regard to the case of ASCII letters.
+    bool TakeWord(std::string_view word)
+    {
+        const bool isNext = EqualIgnoringCase(m_rest.substr(0, word.size()), word);
+        m_rest.remove_prefix(isNext ? word.size() : 0);
+        return isNext;
+    }
+
+    void SkipBlanks()
+    {
+        while (Take(" \t") != 0) {
+        }
+    }
+
+    /// Takes all digits that are next. Returns an empty text if there are fewer or more than allowed.
+    std::string_view TakeDigits(std::size_t atLeast, std::size_t atMost)
+    {
+        const auto end = std::find_if_not(m_rest.begin(), m_rest.end(), IsDigit);
+        const auto count = static_cast<std::size_t>(end - m_rest.begin());
+        const std::string_view digits = m_rest.substr(0, count);
+        m_rest.remove_prefix(count);
+        return count >= atLeast && count <= atMost ? digits : std::string_view();
+    }
+
+private:
+    std::string_view m_rest;
+};
+
+/// Returns the value of at most nine digits; -1 for an empty text.
+int ValueOf(std::string_view digits)
+{
+    int value = -1;
+    std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    return value;
+}
+
+bool IsAnyOf(std::string_view text, std::initializer_list<std::string_view> words)
+{
+    return std::any_of(words.begin(), words.end(),
+                       [&](std::string_view word) { return EqualIgnoringCase(text, word); });
+}
+
+int YearOf(std::string_view digits, int firstYear)
+{
+    const int year = ValueOf(digits);
+    if (digits.size() != 2) {
+        return year;
+    }
+    const int inCentury = firstYear - firstYear % 100 + year;
+    return inCentury < firstYear ? inCentury + 100 : inCentury;
+}
+
+MaybeText ShortDate(std::string_view text, const TableForms& forms)
+{
+    using Order = TableForms::DateOrder;
+    Scanner scanner(text);
+    std::array<std::string_view, 3> parts;
+    char separator = 0;
+    for (std::string_view& part : parts) {
+        if (&part != parts.data()) {
+            const char found = scanner.Take("/.-");
+            if (found == 0 || (separator != 0 && found != separator)) {
+                return {};
+            }
+            separator = found;
+            scanner.SkipBlanks();
+        }
+        part = scanner.TakeDigits(1, 4);
+    }
+    scanner.Take("."); // as in "31. 12. 2025."
+    if (!scanner.AtEnd()) {
+        return {};
+    }
+    const std::string_view year = forms.dates == Order::YearMonthDay ? parts[0] : parts[2];
+    const std::string_view month = forms.dates == Order::MonthDayYear ? parts[0] : parts[1];
+    const std::string_view day = forms.dates == Order::DayMonthYear   ? parts[0]
+                                 : forms.dates == Order::MonthDayYear ? parts[1]
+                                                                      : parts[2];
+    if ((year.size() != 2 && year.size() != 4) || month.empty() || month.size() > 2 || day.empty() ||
+        day.size() > 2) {
+        return {};
+    }
+    const std::chrono::year_month_day date(std::chrono::year(YearOf(year, forms.firstYear)),
+                                           std::chrono::month(static_cast<unsigned>(ValueOf(month))),
+                                           std::chrono::day(static_cast<unsigned>(ValueOf(day))));
+    return date.ok() && date.year() >= std::chrono::year(1) ? MaybeText(FromDate(date)) : std::nullopt;
+}
+
+MaybeText ReadDate(std::string_view text, const TableForms& forms)
+{
+    if (text.empty()) {
+        return std::string();
+    }
+    try {
+        return FromDate(ToDate(text));
+    } catch (const Error&) {
+        return ShortDate(text, forms);
+    }
+}
+
+/// Reads "6:00", "06:00", "06:00:00" and "6:00 AM". Seconds are dropped.
+MaybeText ReadTime(std::string_view text)
+{
+    if (text.empty()) {
+        return std::string();
+    }
+    constexpr int noon = 12;
+    Scanner scanner(text);
+    int hours = ValueOf(scanner.TakeDigits(1, 2));
+    const bool isSeparated = scanner.Take(":") != 0;
+    const int minutes = ValueOf(scanner.TakeDigits(2, 2));
+    const int seconds = scanner.Take(":") != 0 ? ValueOf(scanner.TakeDigits(2, 2)) : 0;
+    scanner.SkipBlanks();
+    const bool isMorning = scanner.TakeWord("am");
+    const bool isAfternoon = !isMorning && scanner.TakeWord("pm");
+    if (isMorning || isAfternoon) {
+        if (hours < 1 || hours > noon) {
+            return {};
+        }
+        hours = hours % noon + (isAfternoon ? noon : 0);
+    }
+    const bool isTime = isSeparated && scanner.AtEnd() && hours >= 0 && hours <= 23 && minutes >= 0 &&
+                        minutes <= 59 && seconds >= 0 && seconds <= 59;
+    return isTime ? MaybeText(ZeroPadded(hours, 2) + ':' + ZeroPadded(minutes, 2)) : std::nullopt;
+}
+
+MaybeText ReadRiseOrSet(std::string_view text)
+{
+    const bool isCalculated = IsAnyOf(text, {"never", "rises", "sets", ":", "24:00"}); // see Forecast.h
+    return isCalculated && std::none_of(text.begin(), text.end(), [](char l) { return l >= 'A' && l <= 'Z'; })
+               ? MaybeText(text)
+               : ReadTime(text);
+}
+
+/// Reads words of the field without regard to case, their codes, and other numbers as they are.
+MaybeText ReadCode(const TableColumn& column, std::string_view text)
+{
+    if (text.empty() || EqualIgnoringCase(text, FieldWords::notSet)) {
+        return std::string();
+    }
+    for (std::size_t code = 0; code < column.words.size(); ++code) {
+        if (EqualIgnoringCase(text, column.words[code])) {
+            return std::to_string(code);
+        }
+    }
+    constexpr std::size_t mostDigits = 9;
+    Scanner scanner(text);
+    const bool isNegative = scanner.Take("-") != 0;
+    const std::string_view digits = scanner.TakeDigits(1, mostDigits);
+    if (digits.empty() || !scanner.AtEnd()) {
+        return {};
+    }
+    const int value = ValueOf(digits);
+    if (!isNegative && static_cast<std::size_t>(value) < column.words.size()) {
+        return std::to_string(value);
+    }
+    return text == std::to_string(isNegative ? -value : value) ? MaybeText(text) : std::nullopt;
+}
+
+/// Reads "Waning, 5%" and the stored form, "-5". A moon that is not lit has a direction too: "-0".
+MaybeText ReadMoonPhase(std::string_view text)
+{
+    if (text.empty() || EqualIgnoringCase(text, FieldWords::notSet)) {
+        return std::string();
+    }
+    Scanner scanner(text);
+    const bool isWaning = scanner.TakeWord("waning");
+    if (isWaning || scanner.TakeWord("waxing")) {
+        scanner.Take(",");
+        scanner.SkipBlanks();
+    }
+    const bool isNegative = isWaning || scanner.Take("-") != 0;
+    const int percent = ValueOf(scanner.TakeDigits(1, 3));
+    scanner.SkipBlanks();
+    scanner.Take("%");
+    const bool isPhase = scanner.AtEnd() && percent >= 0 && percent <= 100;
+    return isPhase ? MaybeText((isNegative ? "-" : "") + std::to_string(percent)) : std::nullopt;
+}
+
+/// Reads a number from -limit to limit. Keeps its digits and replaces a decimal comma.
+MaybeText ReadNumber(std::string_view text, double limit)
+{
+    if (text.empty()) {
+        return std::string();
+    }
+    std::string number(text);
+    if (std::count(number.begin(), number.end(), ',') == 1) {
+        std::replace(number.begin(), number.end(), ',', '.');
+    }
+    try {
+        return std::abs(ToDouble(number)) <= limit ? MaybeText(number) : std::nullopt;
+    } catch (const Error&) {
+        return {};
+    }
+}
+
+MaybeText ReadYesOrNo(std::string_view text)
+{
+    return text.empty()                          ? MaybeText(std::string())
+           : IsAnyOf(text, {"1", "yes", "true"}) ? MaybeText("1")
+           : IsAnyOf(text, {"0", "no", "false"}) ? MaybeText("0")
+                                                 : std::nullopt;
+}
+
+std::string ReadLines(std::string_view text)
+{
+    std::string lines = ReplaceAll(text, "\r\n", "\n");
+    std::replace(lines.begin(), lines.end(), '\r', '\n');
+    return mMain::EncodeLineBreaks(ReplaceAll(lines, "\n", "\r\n"));
+}
+
+/// Returns the stored text, or nothing if the cell is refused.
+MaybeText Read(const TableColumn& column, std::string_view cell, const TableForms& forms)
+{
+    constexpr double mostHours = 14;
+    const std::string_view text = Trimmed(cell);
+    switch (column.kind) {
+    case CellKind::Text:
+        return std::string(cell);
+    case CellKind::Lines:
+        return ReadLines(cell);
+    case CellKind::Date:
+        return ReadDate(text, forms);
+    case CellKind::Time:
+        return ReadTime(text);
+    case CellKind::RiseOrSet:
+        return ReadRiseOrSet(text);
+    case CellKind::Code:
+        return ReadCode(column, text);
+    case CellKind::MoonPhase:
+        return ReadMoonPhase(text);
+    case CellKind::Latitude:
+        return ReadNumber(text, 90);
+    case CellKind::Longitude:
+        return ReadNumber(text, 180);
+    case CellKind::Hours:
+        return ReadNumber(text, mostHours);
+    case CellKind::YesOrNo:
+        return ReadYesOrNo(text);
+    }
+    return {};
+}
+
+/// Returns what a cell of the column must be, for example "a date".
+std::string Expected(const TableColumn& column)
+{
+    switch (column.kind) {
+    case CellKind::Date:
+        return "a date";
+    case CellKind::Time:
+    case CellKind::RiseOrSet:
+        return "a time";
+    case CellKind::MoonPhase:
+        return "a phase like \"Waning, 45%\", or a number from -100 to 100";
+    case CellKind::Latitude:
+        return "a number from -90 to 90";
+    case CellKind::Longitude:
+        return "a number from -180 to 180";
+    case CellKind::Hours:
+        return "a number of hours from -14 to 14";
+    case CellKind::YesOrNo:
+        return "\"yes\" or \"no\"";
+    default:
+        break;
+    }
+    std::string words;
+    for (std::size_t index = 0; index < column.words.size(); ++index) {
+        words += index == 0 ? "" : index + 1 == column.words.size() ? " or " : ", ";
+        words += column.words[index];
+    }
+    return words;
+}
+
+/// Returns a sentence like: The start date "31/02/2025" is not a date.
+std::string Refusal(const TableColumn& column, std::string_view cell)
+{
+    constexpr std::size_t mostBytes = 60;
+    const std::string_view start = cell.substr(0, mostBytes);
+    std::string shown(start.substr(0, XmlTextLength(start))); // without a part of a character
+    for (const char* lineBreak : {"\r", "\n"}) {
+        shown = ReplaceAll(shown, lineBreak, " ");
+    }
+    std::string caption(column.caption);
+    caption.front() = static_cast<char>(caption.front() - 'A' + 'a');
+    return "The " + caption + " \"" + shown + (cell.size() > mostBytes ? "..." : "") + "\" is not " +
+           Expected(column) + ".";
+}
+
+/// Returns the stored text as users read it.
+std::string ReadableCell(const TableColumn& column, std::string_view stored)
+{
+    if (column.kind == CellKind::Code && stored.size() == 1 && IsDigit(stored[0]) &&
+        static_cast<std::size_t>(stored[0] - '0') < column.words.size()) {
+        return std::string(column.words[static_cast<std::size_t>(stored[0] - '0')]);
+    }
+    if (column.kind == CellKind::Lines) {
+        return ReplaceAll(mMain::DecodeLineBreaks(stored), "\r\n", "\n");
+    }
+    if (column.kind == CellKind::MoonPhase && !stored.empty() && ReadMoonPhase(stored) == stored) {
+        const bool isWaning = stored.front() == '-';
+        return (isWaning ? "Waning, " : "Waxing, ") +
+               ZeroPadded(ValueOf(stored.substr(isWaning ? 1 : 0)), 2) + '%';
+    }
+    return std::string(stored);
+}
+
+} // namespace
+
+CellReading ReadCell(const TableColumn& column, std::string_view cell, const TableForms& forms)
+{
+    if (cell.starts_with(exactMark)) {
+        return {.stored = std::string(cell.substr(exactMark.size()))};
+    }
+    MaybeText stored = Read(column, cell, forms);
+    return stored ? CellReading{.stored = std::move(*stored)} : CellReading{.refusal = Refusal(column, cell)};
+}
+
+std::string CellOf(const TableColumn& column, std::string_view stored)
+{
+    std::string cell = ReadableCell(column, stored);
+    const CellReading reading = ReadCell(column, cell, {});
+    return reading.refusal.empty() && reading.stored == stored ? cell
+                                                               : std::string(exactMark) + std::string(stored);
+}
+
+} // namespace Tarno
