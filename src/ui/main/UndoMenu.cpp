@@ -16,9 +16,14 @@ namespace Tarno
 namespace
 {
 
-/// Returns for example "Delete of 2024-10-05 Pittwater".
+/// Returns for example "Delete of 2024-10-05 Pittwater" or "Import of 12 trips".
 QString DescribeChange(const ChangeTitle& change)
 {
+    if (change.kind == ChangeKind::Import) {
+        return QStringLiteral("Import of %1 %2")
+            .arg(change.trips)
+            .arg(change.trips == 1 ? QLatin1String("trip") : QLatin1String("trips"));
+    }
     const QString kind = change.kind == ChangeKind::Add    ? QStringLiteral("Add")
                          : change.kind == ChangeKind::Edit ? QStringLiteral("Edit")
                                                            : QStringLiteral("Delete");

@@ -18,6 +18,8 @@
 #include "ui/locations/fLocs.h"
 #include "ui/reports/fRptLog.h"
 #include "ui/statistics/fStatistics.h"
+#include "ui/transfer/TripImport.h"
+#include "ui/transfer/dlgExport.h"
 #include "ui_fTarno.h"
 
 #include <QCloseEvent>
@@ -61,6 +63,8 @@ void fTarno::AddCommands()
     m_commands->AddSeparator();
     m_commands->AddButton(m_ui->icoTides, "tides", "Tides", Needs::Nothing, run(&fTarno::Tides));
 
+    m_commands->Add(m_ui->miExportTrips, Needs::AnyTrip, run(&fTarno::ExportTrips));
+    m_commands->Add(m_ui->miImportTrips, Needs::Nothing, run(&fTarno::ImportTrips));
     m_commands->Add(m_ui->miOpenFolder, Needs::Nothing,
                     [this] { m_program.programs.OpenFolder(FromUtf8(m_program.folder.GetAppPath())); });
     m_commands->Add(m_ui->miExit, Needs::Nothing, run(&fTarno::cmdExit_Click));
@@ -253,6 +257,20 @@ void fTarno::Statistics()
         statistics.exec();
         if (const auto& query = statistics.WantedQuery()) {
             m_ui->queryBar->Search(*query);
+        }
+    });
+}
+
+void fTarno::ExportTrips()
+{
+    WithListGreyed("ExportTrips", [this] { dlgExport(m_program, m_log->Found(), this).exec(); });
+}
+
+void fTarno::ImportTrips()
+{
+    WithListGreyed("ImportTrips", [this] {
+        if (const auto keys = Tarno::ImportTrips(m_program, this); !keys.empty()) {
+            m_log->ShowSaved(keys);
         }
     });
 }

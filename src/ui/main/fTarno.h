@@ -49,6 +49,8 @@ public:
     void ShowDetails();
     void Calendar();
     void Statistics();
+    void ExportTrips();
+    void ImportTrips();
 
 Q_SIGNALS:
     /// The user confirmed the exit and the data access was released.

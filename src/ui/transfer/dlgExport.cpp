@@ -30,10 +30,7 @@ QString Trips(std::size_t count)
 } // namespace
 
 dlgExport::dlgExport(const Program& program, TripsFound found, QWidget* parent)
-    : QDialog(parent),
-      m_program(program),
-      m_found(std::move(found)),
-      m_ui(std::make_unique<Ui::dlgExport>())
+    : QDialog(parent), m_program(program), m_found(std::move(found)), m_ui(std::make_unique<Ui::dlgExport>())
 {
     m_ui->setupUi(this);
     const bool isRestricted = !m_found.query.isEmpty();
@@ -72,8 +69,9 @@ void dlgExport::Export()
                                    .suffix = QStringLiteral(".csv")},
                                   WriteCsv(TripRows(trips, locations), separators.at(separator)));
     if (file) {
-        m_program.messages.ShowInformation(
-            this, QStringLiteral("Exported %1 to ").arg(Trips(trips.size())) + *file, QStringLiteral("Tarno"));
+        m_program.messages.ShowInformation(this,
+                                           QStringLiteral("Exported %1 to ").arg(Trips(trips.size())) + *file,
+                                           QStringLiteral("Tarno"));
         accept();
     }
 }

@@ -47,10 +47,11 @@ QString InWords(TextEncoding encoding)
 {
     switch (encoding) {
     case TextEncoding::Utf8:
+    case TextEncoding::Utf8WithMark:
         return QStringLiteral("UTF-8");
     case TextEncoding::Utf16:
         return QStringLiteral("UTF-16");
-    case TextEncoding::Ansi:
+    case TextEncoding::Windows1252:
         break;
     }
     return QStringLiteral("Windows-1252");
@@ -76,10 +77,7 @@ std::string CellAt(const CsvRows& rows, std::size_t row, std::size_t column)
 } // namespace
 
 fImport::fImport(const Program& program, CsvFile file, const QString& path, QWidget* parent)
-    : QDialog(parent),
-      m_program(program),
-      m_ui(std::make_unique<Ui::fImport>()),
-      m_file(std::move(file))
+    : QDialog(parent), m_program(program), m_ui(std::make_unique<Ui::fImport>()), m_file(std::move(file))
 {
     m_ui->setupUi(this);
     m_ui->lblFile->setText(Described(m_file, path));
@@ -149,18 +147,18 @@ void fImport::Plan()
 
 void fImport::ShowRows()
 {
-    const PlaceNames names;
     std::vector<TextTableModel::Row> rows;
     rows.reserve(m_plan.rows.size());
     for (std::size_t number = 0; number < m_plan.rows.size(); ++number) {
         const PlannedRow& planned = m_plan.rows[number];
         const TripCandidate& candidate = m_candidates.at(number);
         const auto line = static_cast<double>(m_file.lines.at(planned.row));
-        rows.push_back({QString::number(number),
-                        {QString::number(planned.row), InWords(planned.status),
-                         FromUtf8(candidate.trip.at(EntryField::StartDate)),
-                         ShownInOneLine(candidate.place.at(LocationField::LocName)), FromUtf8(planned.reason)},
-                        {line}});
+        rows.push_back(
+            {QString::number(number),
+             {QString::number(planned.row), InWords(planned.status),
+              FromUtf8(candidate.trip.at(EntryField::StartDate)),
+              ShownInOneLine(candidate.place.at(LocationField::LocName)), FromUtf8(planned.reason)},
+             {line}});
     }
     m_ui->lvwTrips->SetRows(std::move(rows));
     const std::size_t count = m_plan.Count(RowStatus::New);
