@@ -13,6 +13,8 @@
 #include "ui/reports/ExportedFile.h"
 #include "ui/reports/fCustom.h"
 #include "ui/statistics/fStatistics.h"
+#include "ui/transfer/dlgExport.h"
+#include "ui/transfer/fImport.h"
 
 #include <QTabWidget>
 #include <QTextDocument>
@@ -343,6 +345,31 @@ public:
     }
 };
 
+/// The import of a table with new, known and refused rows.
+std::function<void(const Visit&)> Import(Step prepare = asOpened)
+{
+    return [prepare = std::move(prepare)](const Visit& visit) {
+        SampleProgram world;
+        fImport window(world.program,
+                       ReadCsv("StartDate,StartTime,EndTime,Location,FishCaught,Crew\n"
+                               "2026-11-14,05:45,10:15,\"Pittwater, Barrenjoey\",Kingfish 66 cm,Ana\n"
+                               "2024-10-05,05:30,10:30,\"Pittwater, Barrenjoey\",Flathead,\n"
+                               "last week,06:00,09:00,\"Pittwater, Barrenjoey\",Tailor,Ben\n"
+                               "2026-11-15,16:30,19:00,Palm Beach,Whiting,Ana\n"),
+                       QStringLiteral("/home/angler/club.csv"), nullptr);
+        ShowModeless(window, prepare, visit);
+    };
+}
+
+/// The export of the trips that a query has found.
+void Export(const Visit& visit)
+{
+    SampleProgram world;
+    dlgExport window(world.program, TripsFound{.keys = {"6", "12"}, .query = QStringLiteral("caught:kingfish")},
+                     nullptr);
+    ShowModeless(window, asOpened, visit);
+}
+
 /// The preview of the year sheet.
 void YearSheet(const Visit& visit)
 {
@@ -502,6 +529,9 @@ const std::vector<WindowState>& EveryWindow()
         {"statistics, year", Statistics(Page(2))},
         {"statistics, unmatched lines", Statistics(Page(3), "place:pittwater"), 2},
         {"year sheet", YearSheet},
+        {"export of trips", Export},
+        {"import of trips", Import()},
+        {"import of trips, columns", Import(Page(1))},
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
         {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},
