@@ -365,8 +365,8 @@ std::function<void(const Visit&)> Import(Step prepare = asOpened)
 void Export(const Visit& visit)
 {
     SampleProgram world;
-    dlgExport window(world.program, TripsFound{.keys = {"6", "12"}, .query = QStringLiteral("caught:kingfish")},
-                     nullptr);
+    dlgExport window(world.program,
+                     TripsFound{.keys = {"6", "12"}, .query = QStringLiteral("caught:kingfish")}, nullptr);
     ShowModeless(window, asOpened, visit);
 }
 

@@ -54,10 +54,11 @@ Texts Described(const QMenu& menu)
 /// Returns the object names of the items of the menu bar that are enabled, without those that always are.
 std::string Enabled(const QWidget& window)
 {
-    const std::set<QString> always{
-        QStringLiteral("miOpenFolder"), QStringLiteral("miExit"),    QStringLiteral("miCalendar"),
-        QStringLiteral("miStatistics"), QStringLiteral("miDetails"), QStringLiteral("Earth"),
-        QStringLiteral("icoTides"),     QStringLiteral("miManual"),  QStringLiteral("icoAbout")};
+    const std::set<QString> always{QStringLiteral("miImportTrips"), QStringLiteral("miOpenFolder"),
+                                   QStringLiteral("miExit"),        QStringLiteral("miCalendar"),
+                                   QStringLiteral("miStatistics"),  QStringLiteral("miDetails"),
+                                   QStringLiteral("Earth"),         QStringLiteral("icoTides"),
+                                   QStringLiteral("miManual"),      QStringLiteral("icoAbout")};
     QStringList names;
     for (const QMenu* menu : Menus(window)) {
         for (const QAction* item : menu->actions()) {
@@ -98,7 +99,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addColumn<Texts>("items");
         QTest::newRow("mnuFile") << "&File"
-                                 << Texts{"miOpenFolder: Open Log Folder (Ctrl+Shift+O)", "-",
+                                 << Texts{"miExportTrips: Export Trips... (Ctrl+E)",
+                                          "miImportTrips: Import Trips... (Ctrl+Shift+E)",
+                                          "-",
+                                          "miOpenFolder: Open Log Folder (Ctrl+Shift+O)",
+                                          "-",
                                           "miExit: Exit (Ctrl+Q)"};
         QTest::newRow("mnuTrip") << "&Trip"
                                  << Texts{"icoAdd: Add (Ctrl+N)",
@@ -231,7 +236,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QCOMPARE(keys, 23);
+        QCOMPARE(keys, 25);
     }
 
     void key_opensItsWindow_data()
@@ -244,6 +249,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+Shift+R") << "fRptLog";
         QTest::newRow("Ctrl+K") << "fCalendar";
         QTest::newRow("Ctrl+T") << "fStatistics";
+        QTest::newRow("Ctrl+E") << "dlgExport";
         QTest::newRow("Ctrl+L") << "fLocs";
         QTest::newRow("Ctrl+R") << "fRptLog";
         QTest::newRow("Ctrl+P") << "fRptLog";
@@ -445,6 +451,28 @@ private Q_SLOTS:
         }
         ShownLog window(program);
         QCOMPARE(Enabled(window), enabled);
+    }
+
+    void import_showsAndSelectsTheTrips_andIsUndoneAsOne()
+    {
+        FourTrips program;
+        program.folder.Write("two.csv", "StartDate,Location\n2026-11-20,Pittwater\n2026-11-21,Pittwater\n");
+        ShownLog window(program);
+        program.files.ExpectOpen({.title = QStringLiteral("Import Trips"),
+                                  .filter = QStringLiteral("Tables (*.csv *.txt *.tsv);;All files (*)"),
+                                  .folder = FromUtf8(program.programFolder.GetAppPath() + '/'),
+                                  .fileName = {}},
+                                 FromUtf8(program.folder.PathOf("two.csv")));
+        program.messages.ExpectInformation(QStringLiteral("2 trips imported. Edit > Undo takes them back."),
+                                           QStringLiteral("Tarno"));
+        WhileOpen(
+            "fImport", [&] { Press(window, Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier); },
+            [](QDialog& import) { Click(import, "cmdImport"); });
+        QCOMPARE(List(window).RowCount(), 6);
+        QCOMPARE(ToUtf8(Command(window, "miUndo").text()), "&Undo Import of 2 trips");
+        Press(window, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(List(window).RowCount(), 4);
+        QCOMPARE(ToUtf8(Command(window, "miRedo").text()), "&Redo Import of 2 trips");
     }
 
     void statistics_narrowTheLogToAGroup()
