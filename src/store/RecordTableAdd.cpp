@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <limits>
 #include <map>
+#include <ranges>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -114,11 +115,11 @@ std::vector<RecordChange> RecordTable::AddAll(const Record& blank, const std::ve
     std::vector<pugi::xml_node> stored(records.size());
     Record record = blank;
     pugi::xml_node before = Data().last_child();
-    for (auto next = kept.rbegin(); next != kept.rend(); ++next) {
-        const RecordValues& values = *records[next->second];
+    for (const auto& [number, index] : std::views::reverse(kept)) {
+        const RecordValues& values = *records[index];
         SetTexts(record, values);
         before = LastBefore(values.front(), {}, before);
-        stored[next->second] = InsertAfter(before, record);
+        stored[index] = InsertAfter(before, record);
     }
     for (std::size_t index = 0; index < records.size(); ++index) {
         RecordValues& values = *records[index];

@@ -125,7 +125,7 @@ UndoResult cSQL::StepImport(std::string_view routine, History::Direction directi
         result.change.record = TitleOf(*used, direction);
         return result;
     }
-    // at no moment do trips in the file refer to locations that are not there
+    // in this order, the trips in the file never refer to locations that are not there
     const std::vector<std::string> oldLocations = KeysOf(import, Kind::Location);
     const auto apply = [&](Kind kind, const KeyMap& newLocations, bool saves) {
         const bool hasChanges = (kind == Kind::Trip ? title.trips : title.locations) > 0;
@@ -136,7 +136,9 @@ UndoResult cSQL::StepImport(std::string_view routine, History::Direction directi
     if (!oldLocations.empty() && !isUndo) {
         const auto locations = KeysOf(m_history.NextTogether(History::Direction::Undo), Kind::Location);
         for (std::size_t index = 0; index < oldLocations.size(); ++index) {
-            newLocations.emplace(oldLocations[index], locations.at(index));
+            if (locations.at(index) != oldLocations[index]) {
+                newLocations.emplace(oldLocations[index], locations[index]);
+            }
         }
     }
     const Status second = apply(isUndo ? Kind::Location : Kind::Trip, newLocations, first == succeeded);

@@ -183,6 +183,7 @@ private Q_SLOTS:
         row("StartTime", "never", "The start time \"never\" is not a time.");
         row("MoonRise", "never", "[never]");
         row("MoonSet", "24:00", "[24:00]");
+        row("MoonSet", "Sets", "[sets]");
         row("SunSet", ":", "[:]");
         row("TideStart", "RUN in", "[3]");
         row("TideStart", "3", "[3]");
