@@ -261,9 +261,9 @@ std::string ProposedOffset(double longitude)
     return std::to_string(std::lround(longitude / degreesAnHour));
 }
 
-RecordValues LocationOf(const WayPoint& point)
+StoredTexts LocationOf(const WayPoint& point)
 {
-    RecordValues location(LocationField::Count);
+    StoredTexts location(LocationField::Count);
     location[LocationField::LocName] = point.name;
     location[LocationField::LocDirections] = ToStored(point.comment);
     location[LocationField::LocDescription] = ToStored(point.description);

@@ -61,6 +61,6 @@ std::string ProposedOffset(double longitude);
 
 /// Returns the stored texts of a new location by LocationField, for cSQL::Import, with the proposed offset
 /// from GMT. WayPointsOf returns the same way point for it.
-RecordValues LocationOf(const WayPoint& point);
+StoredTexts LocationOf(const WayPoint& point);
 
 } // namespace Tarno

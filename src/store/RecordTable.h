@@ -63,10 +63,10 @@ public:
     /// has. Appends the others under the next keys above all others. Throws Error without changing anything:
     /// Overflow if a new key would exceed `lastKey`, ObjectNotSet if `blank` has fewer values or the document
     /// is empty.
-    std::vector<RecordChange> AddAll(const Record& blank, const std::vector<RecordValues*>& records);
+    std::vector<RecordChange> AddAll(const Record& blank, const std::vector<StoredTexts*>& records);
 
     /// Throws what AddAll would throw.
-    void CheckAddAll(const Record& blank, const std::vector<RecordValues*>& records) const
+    void CheckAddAll(const Record& blank, const std::vector<StoredTexts*>& records) const
     {
         PlanKeys(blank, records);
     }
@@ -135,7 +135,7 @@ private:
         std::int32_t highest;                     ///< the highest key afterwards, without the new ones
     };
 
-    KeyPlan PlanKeys(const Record& blank, const std::vector<RecordValues*>& records) const;
+    KeyPlan PlanKeys(const Record& blank, const std::vector<StoredTexts*>& records) const;
     /// Returns `node`. Throws Error ObjectNotSet if it is null.
     static pugi::xml_node RequireNode(const pugi::xml_node& node);
     RecordChange AppendKeyed(const Record& record);

@@ -48,7 +48,7 @@ std::int32_t KeyAfter(const pugi::xml_node& lastRecord)
     return key + 1;
 }
 
-void SetTexts(Record& record, const RecordValues& values)
+void SetTexts(Record& record, const StoredTexts& values)
 {
     for (std::size_t position = 0; position < values.size(); ++position) {
         record.SetText(position, values[position]);
@@ -82,13 +82,13 @@ RecordChange RecordTable::AppendKeyed(const Record& record)
 }
 
 RecordTable::KeyPlan RecordTable::PlanKeys(const Record& blank,
-                                           const std::vector<RecordValues*>& records) const
+                                           const std::vector<StoredTexts*>& records) const
 {
     constexpr std::int32_t anyKey = std::numeric_limits<std::int32_t>::max();
     const std::size_t count = blank.Count();
     KeyPlan plan{{}, 0};
     for (std::size_t index = 0; index < records.size(); ++index) {
-        const RecordValues& values = *records[index];
+        const StoredTexts& values = *records[index];
         if (values.empty() || values.size() > count) {
             throw Error(ErrorNumber::ObjectNotSet);
         }
@@ -108,7 +108,7 @@ RecordTable::KeyPlan RecordTable::PlanKeys(const Record& blank,
     return plan;
 }
 
-std::vector<RecordChange> RecordTable::AddAll(const Record& blank, const std::vector<RecordValues*>& records)
+std::vector<RecordChange> RecordTable::AddAll(const Record& blank, const std::vector<StoredTexts*>& records)
 {
     auto [kept, highest] = PlanKeys(blank, records);
     std::vector<RecordChange> changes(records.size());
@@ -116,13 +116,13 @@ std::vector<RecordChange> RecordTable::AddAll(const Record& blank, const std::ve
     Record record = blank;
     pugi::xml_node before = Data().last_child();
     for (const auto& [number, index] : std::views::reverse(kept)) {
-        const RecordValues& values = *records[index];
+        const StoredTexts& values = *records[index];
         SetTexts(record, values);
         before = LastBefore(values.front(), {}, before);
         stored[index] = InsertAfter(before, record);
     }
     for (std::size_t index = 0; index < records.size(); ++index) {
-        RecordValues& values = *records[index];
+        StoredTexts& values = *records[index];
         if (stored[index]) {
             changes[index] = {.key = values.front(),
                               .before = {},

@@ -46,10 +46,10 @@ std::vector<std::string> KeysOf(std::span<const History::Step> import, RecordTit
 
 Status cSQL::Import(ImportBatch& batch)
 {
-    std::vector<RecordValues*> locations;
-    std::vector<RecordValues*> trips;
+    std::vector<StoredTexts*> locations;
+    std::vector<StoredTexts*> trips;
     const bool canImport = Trap("cSQL", importRoutine, [&] {
-        for (RecordValues& location : batch.locations) {
+        for (StoredTexts& location : batch.locations) {
             locations.push_back(&location);
         }
         for (ImportedTrip& trip : batch.trips) {
@@ -76,14 +76,14 @@ Status cSQL::Import(ImportBatch& batch)
     return ofLocations == succeeded ? ofTrips : ofLocations;
 }
 
-Status cSQL::AddAll(DataFile& in, const DataFile& blank, const std::vector<RecordValues*>& records,
+Status cSQL::AddAll(DataFile& in, const DataFile& blank, const std::vector<StoredTexts*>& records,
                     std::size_t import, bool saves)
 {
     if (records.empty()) {
         return succeeded;
     }
     const auto updateKeys = [&](const KeyMap& newKeys) {
-        for (RecordValues* values : records) {
+        for (StoredTexts* values : records) {
             values->front() = KeyIn(newKeys, values->front());
         }
     };

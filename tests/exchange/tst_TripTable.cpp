@@ -43,10 +43,10 @@ struct Log : TestStore {
         sql.Init();
         ImportBatch batch;
         for (const char* name : {"Pier", "R\xC3\xADo", "Pier"}) {
-            RecordValues& place = batch.locations.emplace_back(LocationField::Count);
+            StoredTexts& place = batch.locations.emplace_back(LocationField::Count);
             place[LocationField::LocName] = name;
         }
-        RecordValues trip(EntryField::Count);
+        StoredTexts trip(EntryField::Count);
         trip[EntryField::StartDate] = "2024-10-05";
         trip[EntryField::StartTime] = "06:00";
         trip[EntryField::EndTime] = "09:00";

@@ -13,9 +13,9 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-RecordValues Location(const std::string& number, const std::string& name)
+StoredTexts Location(const std::string& number, const std::string& name)
 {
-    RecordValues values(LocationField::Count);
+    StoredTexts values(LocationField::Count);
     values[LocationField::LocNo] = number;
     values[LocationField::LocName] = name;
     return values;
@@ -23,7 +23,7 @@ RecordValues Location(const std::string& number, const std::string& name)
 
 ImportedTrip Trip(const std::string& number, const std::string& date, const std::string& location)
 {
-    RecordValues values(EntryField::Count);
+    StoredTexts values(EntryField::Count);
     values[EntryField::TarnoNo] = number;
     values[EntryField::StartDate] = date;
     values[EntryField::LocNo] = location;
