@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -131,8 +132,9 @@ private:
     pugi::xml_node LastBefore(const std::string& key, const pugi::xml_node& start, pugi::xml_node from) const;
 
     struct KeyPlan {
-        std::map<std::int32_t, std::size_t> kept; ///< positions of the records that keep their numbers
-        std::int32_t highest;                     ///< the highest key afterwards, without the new ones
+        /// The positions of the records that keep their numbers, from the highest number down.
+        std::map<std::int32_t, std::size_t, std::greater<>> kept;
+        std::int32_t highest; ///< the highest key afterwards, without the new ones
     };
 
     KeyPlan PlanKeys(const Record& blank, const std::vector<StoredTexts*>& records) const;

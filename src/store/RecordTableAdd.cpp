@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <limits>
 #include <map>
-#include <ranges>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -97,7 +96,7 @@ RecordTable::KeyPlan RecordTable::PlanKeys(const Record& blank,
             plan.kept.emplace(number, index);
         }
     }
-    plan.highest = plan.kept.empty() ? 0 : plan.kept.rbegin()->first;
+    plan.highest = plan.kept.empty() ? 0 : plan.kept.begin()->first;
     for (const RecordView& record : List()) {
         plan.highest = std::max(plan.highest, NumberOf(record.Text(0), anyKey));
     }
@@ -115,7 +114,7 @@ std::vector<RecordChange> RecordTable::AddAll(const Record& blank, const std::ve
     std::vector<pugi::xml_node> stored(records.size());
     Record record = blank;
     pugi::xml_node before = Data().last_child();
-    for (const auto& [number, index] : std::views::reverse(kept)) {
+    for (const auto& [number, index] : kept) {
         const StoredTexts& values = *records[index];
         SetTexts(record, values);
         before = LastBefore(values.front(), {}, before);

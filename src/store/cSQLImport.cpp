@@ -54,7 +54,7 @@ Status cSQL::Import(ImportBatch& batch)
         }
         for (ImportedTrip& trip : batch.trips) {
             if (trip.values.size() <= EntryField::LocNo ||
-                trip.newLocation.value_or(0) >= std::max<std::size_t>(1, locations.size())) {
+                (trip.newLocation && *trip.newLocation >= locations.size())) {
                 throw Error(ErrorNumber::SubscriptOutOfRange);
             }
             trips.push_back(&trip.values);
