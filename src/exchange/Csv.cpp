@@ -30,25 +30,6 @@ std::size_t CountLineEnds(std::string_view text)
     return count;
 }
 
-char SeparatorOf(std::string_view text)
-{
-    std::array<std::size_t, separators.size()> counts{};
-    bool isQuoted = false;
-    bool isEmpty = true;
-    for (const char letter : text) {
-        isQuoted = isQuoted != (letter == quote);
-        if (!isQuoted && IsLineEnd(letter) && !isEmpty) {
-            break;
-        }
-        isEmpty = isEmpty && IsLineEnd(letter);
-        for (std::size_t index = 0; index < separators.size(); ++index) {
-            counts.at(index) += !isQuoted && letter == separators.at(index) ? 1 : 0;
-        }
-    }
-    const auto* most = std::max_element(counts.begin(), counts.end());
-    return separators.at(static_cast<std::size_t>(most - counts.begin()));
-}
-
 /// Reads the rows of a text once, from its start to its end.
 class CsvReader
 {
@@ -64,11 +45,21 @@ public:
             if (IsLineEnd(m_text[m_at])) {
                 TakeLineEnd();
             } else if (m_file.rows.size() == CsvLimits::rows) {
-                Refuse(m_at, "More than " + std::to_string(CsvLimits::rows) + " rows");
+                RefuseMoreThan(CsvLimits::rows, " rows");
             } else {
                 ReadRow();
             }
         }
+    }
+
+    /// Reads the first row only, up to a problem in it. Returns the number of its texts.
+    std::size_t CountFirstColumns()
+    {
+        while (m_at < m_text.size() && IsLineEnd(m_text[m_at])) {
+            TakeLineEnd();
+        }
+        ReadRow();
+        return m_file.rows.front().size();
     }
 
 private:
@@ -83,7 +74,7 @@ private:
         }
         for (bool hasNext = true; hasNext && !m_file.problem;) {
             if (row.size() == CsvLimits::columns) {
-                Refuse(m_at, "More than " + std::to_string(CsvLimits::columns) + " columns");
+                RefuseMoreThan(CsvLimits::columns, " columns");
                 return;
             }
             row.push_back(m_at < m_text.size() && m_text[m_at] == quote ? ReadQuoted() : ReadPlain());
@@ -138,6 +129,11 @@ private:
         m_at += isPair ? 2 : 1;
     }
 
+    void RefuseMoreThan(std::size_t limit, std::string_view what)
+    {
+        Refuse(m_at, std::string("More than ").append(std::to_string(limit)).append(what));
+    }
+
     void Refuse(std::size_t at, std::string reason)
     {
         const std::string_view before = m_text.substr(0, at);
@@ -153,6 +149,18 @@ private:
     std::size_t m_line = 1;    ///< the line of m_counted
     std::size_t m_counted = 0; ///< the start of a row
 };
+
+char SeparatorOf(std::string_view text)
+{
+    std::array<std::size_t, separators.size()> counts{};
+    std::transform(separators.begin(), separators.end(), counts.begin(), [&](char separator) {
+        CsvFile trial;
+        trial.separator = separator;
+        return CsvReader(text, trial).CountFirstColumns();
+    });
+    const auto* most = std::max_element(counts.begin(), counts.end());
+    return separators.at(static_cast<std::size_t>(most - counts.begin()));
+}
 
 } // namespace
 

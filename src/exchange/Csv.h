@@ -51,7 +51,7 @@ struct CsvFile {
 };
 
 /// Reads a CSV file. Never alters a text: blanks, leading zeros and line breaks inside quotation marks stay.
-/// - The separator is the one of comma, semicolon and tab that occurs most often in the first row.
+/// - The separator is the one of comma, semicolon and tab with which the first row has most texts.
 /// - Quotation marks count only at the start of a text. Within it, two of them mean one.
 /// - Lines end with CR LF, LF or CR. Empty lines are left out.
 /// The rows may have different lengths. See DecodeText for the encodings.

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "analysis/Similarity.h"
+#include "store/ImportBatch.h"
 #include "store/Record.h"
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,9 +12,9 @@
 namespace Tarno
 {
 
-/// A named position, in UTF-8. Line breaks are "\n".
+/// A named position. The texts are UTF-8, with "\n" as line break.
 struct WayPoint {
-    std::string name = {};
+    std::string name = {}; ///< one line
     EarthPosition position = {};
     std::string description = {};
     std::string comment = {};
@@ -56,7 +56,11 @@ GpxFile ReadGpx(std::string_view bytes);
 std::vector<std::string> MarkKnown(const std::vector<WayPoint>& points, const RecordList& locations);
 
 /// Returns the hours from GMT that a location of this longitude probably has, in the form that locations
-/// store: the whole hour nearest to a fifteenth of the longitude, "-4" for -71.07.
+/// store: the whole hour nearest to a fifteenth of the longitude, "-5" for -71.07.
 std::string ProposedOffset(double longitude);
+
+/// Returns the stored texts of a new location by LocationField, for cSQL::Import, with the proposed offset
+/// from GMT. WayPointsOf returns the same way point for it.
+StoredTexts LocationOf(const WayPoint& point);
 
 } // namespace Tarno

@@ -31,7 +31,7 @@ public:
         std::optional<std::size_t> isNew = {}; ///< its position in the batch
     };
 
-    Place Find(const RecordValues& place)
+    Place Find(const StoredTexts& place)
     {
         const std::string& number = place[LocationField::LocNo];
         const std::string name = Fold(place[LocationField::LocName]);
@@ -49,7 +49,7 @@ public:
 
 private:
     /// Returns the position of the new location, which is added at its first row. Other rows complete it.
-    std::size_t FindNew(const std::string& number, const std::string& name, const RecordValues& place)
+    std::size_t FindNew(const std::string& number, const std::string& name, const StoredTexts& place)
     {
         auto& locations = m_plan.batch.locations;
         std::map<std::string, std::size_t>& known = m_new[name];
@@ -59,7 +59,7 @@ private:
             locations.push_back(place);
             return locations.size() - 1;
         }
-        RecordValues& location = locations[found->second];
+        StoredTexts& location = locations[found->second];
         for (std::size_t position = 0; position < location.size(); ++position) {
             if (location[position].empty()) {
                 location[position] = place[position];
@@ -127,7 +127,7 @@ ImportPlan PlanImport(const std::vector<TripCandidate>& candidates, const Record
         }
     }
     for (std::size_t index = 0; index < tripsAt.size(); ++index) {
-        const RecordValues& place = plan.batch.locations[index];
+        const StoredTexts& place = plan.batch.locations[index];
         plan.places.push_back({place[LocationField::LocName], place[LocationField::LocLatt],
                                place[LocationField::LocLong], tripsAt[index]});
     }

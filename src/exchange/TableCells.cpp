@@ -2,12 +2,10 @@
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/Text.h"
-#include "exchange/TextEncoding.h"
+#include "exchange/DateTimeCells.h"
+#include "exchange/TextScanner.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <chrono>
 #include <cmath>
 
 namespace Tarno
@@ -20,162 +18,20 @@ using MaybeText = std::optional<std::string>;
 
 constexpr std::string_view exactMark = "~=";
 
-bool IsDigit(char letter)
-{
-    return letter >= '0' && letter <= '9';
-}
-
-/// Takes a text apart from its start.
-class Scanner
-{
-public:
-    explicit Scanner(std::string_view text) : m_rest(text) {}
-
-    bool AtEnd() const { return m_rest.empty(); }
-
-    /// Takes one of the letters. Returns it, or 0 if none of them is next.
-    char Take(std::string_view letters)
-    {
-        if (m_rest.empty() || letters.find(m_rest.front()) == std::string_view::npos) {
-            return 0;
-        }
-        const char taken = m_rest.front();
-        m_rest.remove_prefix(1);
-        return taken;
-    }
-
-    /// Takes a word, without regard to the case of ASCII letters.
-    bool TakeWord(std::string_view word)
-    {
-        const bool isNext = EqualIgnoringCase(m_rest.substr(0, word.size()), word);
-        m_rest.remove_prefix(isNext ? word.size() : 0);
-        return isNext;
-    }
-
-    void SkipBlanks()
-    {
-        while (Take(" \t") != 0) {
-        }
-    }
-
-    /// Takes all digits that are next. Returns an empty text if there are fewer or more than allowed.
-    std::string_view TakeDigits(std::size_t atLeast, std::size_t atMost)
-    {
-        const auto end = std::find_if_not(m_rest.begin(), m_rest.end(), IsDigit);
-        const auto count = static_cast<std::size_t>(end - m_rest.begin());
-        const std::string_view digits = m_rest.substr(0, count);
-        m_rest.remove_prefix(count);
-        return count >= atLeast && count <= atMost ? digits : std::string_view();
-    }
-
-private:
-    std::string_view m_rest;
-};
-
-/// Returns the value of at most nine digits; -1 for an empty text.
-int ValueOf(std::string_view digits)
-{
-    int value = -1;
-    std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    return value;
-}
-
 bool IsAnyOf(std::string_view text, std::initializer_list<std::string_view> words)
 {
     return std::any_of(words.begin(), words.end(),
                        [&](std::string_view word) { return EqualIgnoringCase(text, word); });
 }
 
-int YearOf(std::string_view digits, int firstYear)
-{
-    const int year = ValueOf(digits);
-    if (digits.size() != 2) {
-        return year;
-    }
-    const int inCentury = firstYear - firstYear % 100 + year;
-    return inCentury < firstYear ? inCentury + 100 : inCentury;
-}
-
-MaybeText ShortDate(std::string_view text, const TableForms& forms)
-{
-    using Order = TableForms::DateOrder;
-    Scanner scanner(text);
-    std::array<std::string_view, 3> parts;
-    char separator = 0;
-    for (std::string_view& part : parts) {
-        if (&part != parts.data()) {
-            const char found = scanner.Take("/.-");
-            if (found == 0 || (separator != 0 && found != separator)) {
-                return {};
-            }
-            separator = found;
-            scanner.SkipBlanks();
-        }
-        part = scanner.TakeDigits(1, 4);
-    }
-    scanner.Take("."); // as in "31. 12. 2025."
-    if (!scanner.AtEnd()) {
-        return {};
-    }
-    const std::string_view year = forms.dates == Order::YearMonthDay ? parts[0] : parts[2];
-    const std::string_view month = forms.dates == Order::MonthDayYear ? parts[0] : parts[1];
-    const std::string_view day = forms.dates == Order::DayMonthYear   ? parts[0]
-                                 : forms.dates == Order::MonthDayYear ? parts[1]
-                                                                      : parts[2];
-    if ((year.size() != 2 && year.size() != 4) || month.empty() || month.size() > 2 || day.empty() ||
-        day.size() > 2) {
-        return {};
-    }
-    const std::chrono::year_month_day date(std::chrono::year(YearOf(year, forms.firstYear)),
-                                           std::chrono::month(static_cast<unsigned>(ValueOf(month))),
-                                           std::chrono::day(static_cast<unsigned>(ValueOf(day))));
-    return date.ok() && date.year() >= std::chrono::year(1) ? MaybeText(FromDate(date)) : std::nullopt;
-}
-
-MaybeText ReadDate(std::string_view text, const TableForms& forms)
-{
-    if (text.empty()) {
-        return std::string();
-    }
-    try {
-        return FromDate(ToDate(text));
-    } catch (const Error&) {
-        return ShortDate(text, forms);
-    }
-}
-
-/// Reads "6:00", "06:00", "06:00:00" and "6:00 AM". Seconds are dropped.
-MaybeText ReadTime(std::string_view text)
-{
-    if (text.empty()) {
-        return std::string();
-    }
-    constexpr int noon = 12;
-    Scanner scanner(text);
-    int hours = ValueOf(scanner.TakeDigits(1, 2));
-    const bool isSeparated = scanner.Take(":") != 0;
-    const int minutes = ValueOf(scanner.TakeDigits(2, 2));
-    const int seconds = scanner.Take(":") != 0 ? ValueOf(scanner.TakeDigits(2, 2)) : 0;
-    scanner.SkipBlanks();
-    const bool isMorning = scanner.TakeWord("am");
-    const bool isAfternoon = !isMorning && scanner.TakeWord("pm");
-    if (isMorning || isAfternoon) {
-        if (hours < 1 || hours > noon) {
-            return {};
-        }
-        hours = hours % noon + (isAfternoon ? noon : 0);
-    }
-    const bool isTime = isSeparated && scanner.AtEnd() && hours >= 0 && hours <= 23 && minutes >= 0 &&
-                        minutes <= 59 && seconds >= 0 && seconds <= 59;
-    return isTime ? MaybeText(ZeroPadded(hours, 2) + ':' + ZeroPadded(minutes, 2)) : std::nullopt;
-}
-
 MaybeText ReadRiseOrSet(std::string_view text)
 {
-    const bool isCalculated = IsAnyOf(text, {"never", "rises", "sets", ":", "24:00"}); // see Forecast.h
-    return isCalculated && std::none_of(text.begin(), text.end(), [](char l) { return l >= 'A' && l <= 'Z'; })
-               ? MaybeText(text)
-               : ReadTime(text);
+    for (const char* calculated : {"never", "rises", "sets", ":", "24:00"}) { // see Forecast.h
+        if (EqualIgnoringCase(text, calculated)) {
+            return calculated;
+        }
+    }
+    return ReadTime(text);
 }
 
 /// Reads words of the field without regard to case, their codes, and other numbers as they are.
@@ -219,8 +75,12 @@ MaybeText ReadMoonPhase(std::string_view text)
     const int percent = ValueOf(scanner.TakeDigits(1, 3));
     scanner.SkipBlanks();
     scanner.Take("%");
-    const bool isPhase = scanner.AtEnd() && percent >= 0 && percent <= 100;
-    return isPhase ? MaybeText((isNegative ? "-" : "") + std::to_string(percent)) : std::nullopt;
+    if (!scanner.AtEnd() || percent < 0 || percent > 100) {
+        return {};
+    }
+    std::string phase(isNegative ? "-" : "");
+    phase += std::to_string(percent);
+    return phase;
 }
 
 /// Reads a number from -limit to limit. Keeps its digits and replaces a decimal comma.

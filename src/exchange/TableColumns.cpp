@@ -22,7 +22,7 @@ struct FieldCaption {
 
 /// In the order of EntryField.
 constexpr std::array<FieldCaption, EntryField::Count> tripCaptions{{
-    {"Number", "Trip"},
+    {"Number of the trip"},
     {"Start date", "From|Date"},
     {"End date", "To"},
     {"Start time", "Start|Started"},
@@ -60,6 +60,8 @@ constexpr std::array<FieldCaption, EntryField::Count> tripCaptions{{
     {"Second minor peak period"},
     {"Picture"},
 }};
+
+static_assert(!tripCaptions.back().caption.empty(), "every field has a caption");
 
 struct PlaceColumn {
     LocationField::Position position;

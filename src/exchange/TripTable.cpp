@@ -21,7 +21,7 @@ bool IsWithoutText(const CsvRow& row, std::size_t from = 0)
 TripCandidate ReadTrip(const CsvRow& row, const ColumnMapping& mapping, const TableForms& forms)
 {
     TripCandidate candidate{
-        .row = 0, .trip = RecordValues(EntryField::Count), .place = RecordValues(LocationField::Count)};
+        .row = 0, .trip = StoredTexts(EntryField::Count), .place = StoredTexts(LocationField::Count)};
     if (!IsWithoutText(row, mapping.size())) {
         candidate.refusal = "The row has more values than there are headings.";
     }
@@ -31,7 +31,7 @@ TripCandidate ReadTrip(const CsvRow& row, const ColumnMapping& mapping, const Ta
         }
         const TableColumn& column = TableColumns().at(*mapping[index]);
         CellReading reading = ReadCell(column, row[index], forms);
-        RecordValues& values = column.owner == Owner::Trip ? candidate.trip : candidate.place;
+        StoredTexts& values = column.owner == Owner::Trip ? candidate.trip : candidate.place;
         values[column.position] = std::move(reading.stored);
         candidate.refusal = std::move(reading.refusal);
     }

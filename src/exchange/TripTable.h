@@ -19,8 +19,8 @@ CsvRows TripRows(const RecordList& trips, const RecordList& locations);
 /// A row of a table that can become a trip.
 struct TripCandidate {
     std::size_t row;          ///< in the table, counted from 0
-    RecordValues trip;        ///< stored texts by EntryField; the numbers are those of the row
-    RecordValues place;       ///< stored texts by LocationField, those that the table has
+    StoredTexts trip;         ///< stored texts by EntryField; the numbers are those of the row
+    StoredTexts place;        ///< stored texts by LocationField, those that the table has
     std::string refusal = {}; ///< a sentence for the user; empty if the row was read
 };
 

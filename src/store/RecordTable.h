@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -63,10 +64,10 @@ public:
     /// has. Appends the others under the next keys above all others. Throws Error without changing anything:
     /// Overflow if a new key would exceed `lastKey`, ObjectNotSet if `blank` has fewer values or the document
     /// is empty.
-    std::vector<RecordChange> AddAll(const Record& blank, const std::vector<RecordValues*>& records);
+    std::vector<RecordChange> AddAll(const Record& blank, const std::vector<StoredTexts*>& records);
 
     /// Throws what AddAll would throw.
-    void CheckAddAll(const Record& blank, const std::vector<RecordValues*>& records) const
+    void CheckAddAll(const Record& blank, const std::vector<StoredTexts*>& records) const
     {
         PlanKeys(blank, records);
     }
@@ -131,11 +132,12 @@ private:
     pugi::xml_node LastBefore(const std::string& key, const pugi::xml_node& start, pugi::xml_node from) const;
 
     struct KeyPlan {
-        std::map<std::int32_t, std::size_t> kept; ///< positions of the records that keep their numbers
-        std::int32_t highest;                     ///< the highest key afterwards, without the new ones
+        /// The positions of the records that keep their numbers, from the highest number down.
+        std::map<std::int32_t, std::size_t, std::greater<>> kept;
+        std::int32_t highest; ///< the highest key afterwards, without the new ones
     };
 
-    KeyPlan PlanKeys(const Record& blank, const std::vector<RecordValues*>& records) const;
+    KeyPlan PlanKeys(const Record& blank, const std::vector<StoredTexts*>& records) const;
     /// Returns `node`. Throws Error ObjectNotSet if it is null.
     static pugi::xml_node RequireNode(const pugi::xml_node& node);
     RecordChange AppendKeyed(const Record& record);

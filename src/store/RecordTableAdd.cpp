@@ -47,7 +47,7 @@ std::int32_t KeyAfter(const pugi::xml_node& lastRecord)
     return key + 1;
 }
 
-void SetTexts(Record& record, const RecordValues& values)
+void SetTexts(Record& record, const StoredTexts& values)
 {
     for (std::size_t position = 0; position < values.size(); ++position) {
         record.SetText(position, values[position]);
@@ -81,13 +81,13 @@ RecordChange RecordTable::AppendKeyed(const Record& record)
 }
 
 RecordTable::KeyPlan RecordTable::PlanKeys(const Record& blank,
-                                           const std::vector<RecordValues*>& records) const
+                                           const std::vector<StoredTexts*>& records) const
 {
     constexpr std::int32_t anyKey = std::numeric_limits<std::int32_t>::max();
     const std::size_t count = blank.Count();
     KeyPlan plan{{}, 0};
     for (std::size_t index = 0; index < records.size(); ++index) {
-        const RecordValues& values = *records[index];
+        const StoredTexts& values = *records[index];
         if (values.empty() || values.size() > count) {
             throw Error(ErrorNumber::ObjectNotSet);
         }
@@ -96,7 +96,7 @@ RecordTable::KeyPlan RecordTable::PlanKeys(const Record& blank,
             plan.kept.emplace(number, index);
         }
     }
-    plan.highest = plan.kept.empty() ? 0 : plan.kept.rbegin()->first;
+    plan.highest = plan.kept.empty() ? 0 : plan.kept.begin()->first;
     for (const RecordView& record : List()) {
         plan.highest = std::max(plan.highest, NumberOf(record.Text(0), anyKey));
     }
@@ -107,21 +107,21 @@ RecordTable::KeyPlan RecordTable::PlanKeys(const Record& blank,
     return plan;
 }
 
-std::vector<RecordChange> RecordTable::AddAll(const Record& blank, const std::vector<RecordValues*>& records)
+std::vector<RecordChange> RecordTable::AddAll(const Record& blank, const std::vector<StoredTexts*>& records)
 {
     auto [kept, highest] = PlanKeys(blank, records);
     std::vector<RecordChange> changes(records.size());
     std::vector<pugi::xml_node> stored(records.size());
     Record record = blank;
     pugi::xml_node before = Data().last_child();
-    for (auto next = kept.rbegin(); next != kept.rend(); ++next) {
-        const RecordValues& values = *records[next->second];
+    for (const auto& [number, index] : kept) {
+        const StoredTexts& values = *records[index];
         SetTexts(record, values);
         before = LastBefore(values.front(), {}, before);
-        stored[next->second] = InsertAfter(before, record);
+        stored[index] = InsertAfter(before, record);
     }
     for (std::size_t index = 0; index < records.size(); ++index) {
-        RecordValues& values = *records[index];
+        StoredTexts& values = *records[index];
         if (stored[index]) {
             changes[index] = {.key = values.front(),
                               .before = {},

@@ -203,7 +203,7 @@ private:
                        const std::function<void(MergeResult&)>& body);
 
     /// Adds records of an import and saves the file if `saves`. Stores their keys in `records`.
-    Status AddAll(DataFile& in, const DataFile& blank, const std::vector<RecordValues*>& records,
+    Status AddAll(DataFile& in, const DataFile& blank, const std::vector<StoredTexts*>& records,
                   std::size_t import, bool saves);
 
     Status MergeChangesOfOthers(std::string_view routine, DataFile& in);

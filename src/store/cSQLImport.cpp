@@ -46,15 +46,15 @@ std::vector<std::string> KeysOf(std::span<const History::Step> import, RecordTit
 
 Status cSQL::Import(ImportBatch& batch)
 {
-    std::vector<RecordValues*> locations;
-    std::vector<RecordValues*> trips;
+    std::vector<StoredTexts*> locations;
+    std::vector<StoredTexts*> trips;
     const bool canImport = Trap("cSQL", importRoutine, [&] {
-        for (RecordValues& location : batch.locations) {
+        for (StoredTexts& location : batch.locations) {
             locations.push_back(&location);
         }
         for (ImportedTrip& trip : batch.trips) {
             if (trip.values.size() <= EntryField::LocNo ||
-                trip.newLocation.value_or(0) >= std::max<std::size_t>(1, locations.size())) {
+                (trip.newLocation && *trip.newLocation >= locations.size())) {
                 throw Error(ErrorNumber::SubscriptOutOfRange);
             }
             trips.push_back(&trip.values);
@@ -76,14 +76,14 @@ Status cSQL::Import(ImportBatch& batch)
     return ofLocations == succeeded ? ofTrips : ofLocations;
 }
 
-Status cSQL::AddAll(DataFile& in, const DataFile& blank, const std::vector<RecordValues*>& records,
+Status cSQL::AddAll(DataFile& in, const DataFile& blank, const std::vector<StoredTexts*>& records,
                     std::size_t import, bool saves)
 {
     if (records.empty()) {
         return succeeded;
     }
     const auto updateKeys = [&](const KeyMap& newKeys) {
-        for (RecordValues* values : records) {
+        for (StoredTexts* values : records) {
             values->front() = KeyIn(newKeys, values->front());
         }
     };
@@ -125,7 +125,7 @@ UndoResult cSQL::StepImport(std::string_view routine, History::Direction directi
         result.change.record = TitleOf(*used, direction);
         return result;
     }
-    // at no moment do trips in the file refer to locations that are not there
+    // in this order, the trips in the file never refer to locations that are not there
     const std::vector<std::string> oldLocations = KeysOf(import, Kind::Location);
     const auto apply = [&](Kind kind, const KeyMap& newLocations, bool saves) {
         const bool hasChanges = (kind == Kind::Trip ? title.trips : title.locations) > 0;
@@ -136,7 +136,9 @@ UndoResult cSQL::StepImport(std::string_view routine, History::Direction directi
     if (!oldLocations.empty() && !isUndo) {
         const auto locations = KeysOf(m_history.NextTogether(History::Direction::Undo), Kind::Location);
         for (std::size_t index = 0; index < oldLocations.size(); ++index) {
-            newLocations.emplace(oldLocations[index], locations.at(index));
+            if (locations.at(index) != oldLocations[index]) {
+                newLocations.emplace(oldLocations[index], locations[index]);
+            }
         }
     }
     const Status second = apply(isUndo ? Kind::Location : Kind::Trip, newLocations, first == succeeded);

@@ -145,6 +145,7 @@ private Q_SLOTS:
         row("tabs", "a\tb\n1,5\t2;3\n", "a|b/1,5|2;3");
         row("most frequent separator", "a;b;c,d\n", "a|b|c,d");
         row("separators in quotes", "\"a,b,c\";d\n", "a,b,c|d");
+        row("odd quotes in the first row", "4\" lure\n;;;\n", "4\" lure/;;;");
         row("first row decides", "\n\na;b\n1,2,3,4\n", "a|b/1,2,3,4");
         row("no end of the last line", "a,b\n1,2", "a|b/1|2");
         row("carriage returns", "a,b\r1,2\r", "a|b/1|2");

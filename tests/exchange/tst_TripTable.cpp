@@ -43,10 +43,10 @@ struct Log : TestStore {
         sql.Init();
         ImportBatch batch;
         for (const char* name : {"Pier", "R\xC3\xADo", "Pier"}) {
-            RecordValues& place = batch.locations.emplace_back(LocationField::Count);
+            StoredTexts& place = batch.locations.emplace_back(LocationField::Count);
             place[LocationField::LocName] = name;
         }
-        RecordValues trip(EntryField::Count);
+        StoredTexts trip(EntryField::Count);
         trip[EntryField::StartDate] = "2024-10-05";
         trip[EntryField::StartTime] = "06:00";
         trip[EntryField::EndTime] = "09:00";
@@ -183,6 +183,7 @@ private Q_SLOTS:
         row("StartTime", "never", "The start time \"never\" is not a time.");
         row("MoonRise", "never", "[never]");
         row("MoonSet", "24:00", "[24:00]");
+        row("MoonSet", "Sets", "[sets]");
         row("SunSet", ":", "[:]");
         row("TideStart", "RUN in", "[3]");
         row("TideStart", "3", "[3]");

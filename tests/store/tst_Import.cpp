@@ -13,9 +13,9 @@ namespace
 
 using Texts = std::vector<std::string>;
 
-RecordValues Location(const std::string& number, const std::string& name)
+StoredTexts Location(const std::string& number, const std::string& name)
 {
-    RecordValues values(LocationField::Count);
+    StoredTexts values(LocationField::Count);
     values[LocationField::LocNo] = number;
     values[LocationField::LocName] = name;
     return values;
@@ -23,7 +23,7 @@ RecordValues Location(const std::string& number, const std::string& name)
 
 ImportedTrip Trip(const std::string& number, const std::string& date, const std::string& location)
 {
-    RecordValues values(EntryField::Count);
+    StoredTexts values(EntryField::Count);
     values[EntryField::TarnoNo] = number;
     values[EntryField::StartDate] = date;
     values[EntryField::LocNo] = location;
@@ -233,6 +233,9 @@ private Q_SLOTS:
         QTest::addColumn<int>("error");
         QTest::newRow("no such new location")
             << "location"s << static_cast<int>(ErrorNumber::SubscriptOutOfRange);
+        QTest::newRow("no new location at all")
+            << "none"s << static_cast<int>(ErrorNumber::SubscriptOutOfRange);
+        QTest::newRow("too few values") << "few"s << static_cast<int>(ErrorNumber::SubscriptOutOfRange);
         QTest::newRow("too many values") << "values"s << static_cast<int>(ErrorNumber::ObjectNotSet);
         QTest::newRow("no key left") << "key"s << static_cast<int>(ErrorNumber::Overflow);
         QTest::newRow("damaged trips") << "damage"s << static_cast<int>(ErrorNumber::ObjectNotSet);
@@ -246,6 +249,12 @@ private Q_SLOTS:
         ImportBatch batch = SmallBatch();
         if (fault == "location") {
             batch.trips[0].newLocation = 2;
+        } else if (fault == "none") {
+            batch.locations.clear();
+            batch.trips.resize(1);
+            batch.trips[0].newLocation = 0;
+        } else if (fault == "few") {
+            batch.trips[1].values.resize(EntryField::LocNo);
         } else if (fault == "values") {
             batch.trips[2].values.resize(EntryField::Count + 1);
         } else if (fault == "key") {

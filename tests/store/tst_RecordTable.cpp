@@ -444,12 +444,12 @@ private Q_SLOTS:
     {
         Table test(
             Data("<!-- top -->" + Location("2", "a") + "<!-- c -->" + Location("6", "b") + "<!-- end -->"));
-        std::vector<RecordValues> values;
+        std::vector<StoredTexts> values;
         for (const char* key : {"9", "1", "2", "4", "", "3", "4", "0"}) {
             values.push_back({key, std::string("was ") + key});
         }
-        std::vector<RecordValues*> records;
-        for (RecordValues& value : values) {
+        std::vector<StoredTexts*> records;
+        for (StoredTexts& value : values) {
             records.push_back(&value);
         }
         const auto changes = test.table.AddAll(MakeRecord("0", ""), records);
@@ -473,12 +473,12 @@ private Q_SLOTS:
     {
         Table test(Data(Location("32766", "a")));
         const std::string before = test.Bytes();
-        RecordValues first{"32767", "b"};
-        RecordValues second{"", "c"};
+        StoredTexts first{"32767", "b"};
+        StoredTexts second{"", "c"};
         QCOMPARE(RaisedNumber([&] { test.table.AddAll(MakeRecord("0", ""), {&first, &second}); }), 6);
         first.push_back("too many");
         QCOMPARE(RaisedNumber([&] { test.table.AddAll(MakeRecord("0", ""), {&first}); }), 91);
-        RecordValues empty;
+        StoredTexts empty;
         QCOMPARE(RaisedNumber([&] { test.table.AddAll(MakeRecord("0", ""), {&empty}); }), 91);
         QCOMPARE(test.Bytes(), before);
         test.table.AddAll(MakeRecord("0", ""), {&second});
