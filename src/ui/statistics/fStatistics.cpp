@@ -123,7 +123,8 @@ void fStatistics::Connect()
     connect(m_ui->queryBar, &QueryBar::HelpRequested, this,
             [this] { ShowManual(this, QStringLiteral("find"), m_program.windows); });
     for (const auto leave : {&QueryBar::Entered, &QueryBar::Closed}) {
-        connect(m_ui->queryBar, leave, this, [this] { m_ui->tabStatistics->currentWidget()->setFocus(); });
+        connect(m_ui->queryBar, leave, this,
+                [this] { m_ui->tabStatistics->currentWidget()->findChild<SortableList*>()->setFocus(); });
     }
 }
 
