@@ -53,6 +53,8 @@ std::string InOneLine(std::string_view text);
 std::string Counted(std::size_t count, const std::string& noun);
 
 ExitStatus RunList(const CommandLine& line, const CommandContext& context);
+ExitStatus RunExport(const CommandLine& line, const CommandContext& context);
+ExitStatus RunImport(const CommandLine& line, const CommandContext& context);
 ExitStatus RunForecast(const CommandLine& line, const CommandContext& context);
 
 } // namespace Tarno

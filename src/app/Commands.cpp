@@ -22,6 +22,10 @@ ExitStatus Run(const CommandLine& line, const CommandContext& context)
     switch (line.action) {
     case Action::List:
         return RunList(line, context);
+    case Action::Export:
+        return RunExport(line, context);
+    case Action::Import:
+        return RunImport(line, context);
     case Action::Forecast:
         return RunForecast(line, context);
     default:
