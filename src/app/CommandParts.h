@@ -55,6 +55,7 @@ std::string Counted(std::size_t count, const std::string& noun);
 ExitStatus RunList(const CommandLine& line, const CommandContext& context);
 ExitStatus RunExport(const CommandLine& line, const CommandContext& context);
 ExitStatus RunImport(const CommandLine& line, const CommandContext& context);
+ExitStatus RunCheck(const CommandContext& context);
 ExitStatus RunForecast(const CommandLine& line, const CommandContext& context);
 
 } // namespace Tarno

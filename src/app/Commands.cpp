@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "CommandParts.h"
+#include "DataCheck.h"
 #include "analysis/DayDescription.h"
 #include "analysis/Query.h"
 #include "core/ErrorLog.h"
@@ -26,6 +27,8 @@ ExitStatus Run(const CommandLine& line, const CommandContext& context)
         return RunExport(line, context);
     case Action::Import:
         return RunImport(line, context);
+    case Action::Check:
+        return RunCheck(context);
     case Action::Forecast:
         return RunForecast(line, context);
     default:
@@ -182,6 +185,23 @@ ExitStatus RunList(const CommandLine& line, const CommandContext& context)
         context.out << Join(texts, '\t') << '\n';
     }
     return Done;
+}
+
+ExitStatus RunCheck(const CommandContext& context)
+{
+    const DataCheck check = CheckData(context.folder, context.operations);
+    for (const DataFault& fault : check.faults) {
+        context.out << fault.file << ": " << fault.text << '\n';
+    }
+    context.out << "Checked " << Counted(check.trips, "trip") << " and "
+                << Counted(check.locations, "location") << ": "
+                << (check.faults.empty() ? "no problems" : Counted(check.faults.size(), "problem")) << '\n';
+    if (check.faults.empty()) {
+        return Done;
+    }
+    context.err << "There are problems in " << context.folder.GetAppPath()
+                << "\nNothing was changed. Restore the files from a copy or correct them in a text editor.\n";
+    return NotDone;
 }
 
 ExitStatus RunForecast(const CommandLine& line, const CommandContext& context)
