@@ -57,5 +57,7 @@ ExitStatus RunExport(const CommandLine& line, const CommandContext& context);
 ExitStatus RunImport(const CommandLine& line, const CommandContext& context);
 ExitStatus RunCheck(const CommandContext& context);
 ExitStatus RunForecast(const CommandLine& line, const CommandContext& context);
+ExitStatus RunReport(const CommandLine& line, const CommandContext& context);
+ExitStatus RunCalendar(const CommandLine& line, const CommandContext& context);
 
 } // namespace Tarno

@@ -31,6 +31,10 @@ ExitStatus Run(const CommandLine& line, const CommandContext& context)
         return RunCheck(context);
     case Action::Forecast:
         return RunForecast(line, context);
+    case Action::Report:
+        return RunReport(line, context);
+    case Action::Calendar:
+        return RunCalendar(line, context);
     default:
         throw Error(ErrorNumber::InvalidProcedureCall);
     }
