@@ -181,17 +181,20 @@ private:
 const Command* FindCommand(const Given& given)
 {
     std::vector<std::string> names;
-    const Command* found = nullptr;
+    const Command* first = nullptr;
     for (const Command& command : commands) {
         if (given.Has(command.option.name)) {
+            if (command.action == Action::ShowHelp) {
+                return &command;
+            }
             names.emplace_back(command.option.name);
-            found = found == nullptr ? &command : found;
+            first = first == nullptr ? &command : first;
         }
     }
-    if (names.size() > 1 && found->action != Action::ShowHelp) {
+    if (names.size() > 1) {
         throw UsageError(Enumerated(names, " and ") + " cannot be used together.");
     }
-    return found;
+    return first;
 }
 
 /// Throws unless every option belongs to the action.

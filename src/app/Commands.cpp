@@ -92,7 +92,8 @@ void LoadLog(const CommandContext& context, std::initializer_list<std::string_vi
         }
     }
     if (!problems.empty()) {
-        throw CommandFailure(problems + "Nothing was changed. Restore the file from a copy or correct it.");
+        throw CommandFailure(
+            problems + "Nothing was changed. Restore each file from a copy, or correct it in a text editor.");
     }
 }
 

@@ -53,7 +53,7 @@ void CreateUserFolder(const QString& userFolder, const QDir& shipped)
 
 QDir SharedFolder(const QDir& programFolder)
 {
-    return QDir(programFolder.filePath(QStringLiteral("../share/tarno")));
+    return {programFolder.filePath(QStringLiteral("../share/tarno"))};
 }
 
 bool IsInProgramFolder(const QString& programFolder)

@@ -50,7 +50,7 @@ static QString UserFolder()
 }
 
 /// Tells the user why nothing is done.
-static void ShowProblem([[maybe_unused]] int argc, [[maybe_unused]] char* argv[], const std::string& text)
+static void ShowProblem([[maybe_unused]] int argc, [[maybe_unused]] char** argv, const std::string& text)
 {
 #ifdef Q_OS_WIN
     const QApplication application(argc, argv); // the program has no console
@@ -79,7 +79,7 @@ static void PrintMessageOfQt(QtMsgType type, const QMessageLogContext& /*context
 }
 
 /// Carries out a command and returns the exit status of the program.
-static int RunWithoutDisplay(const CommandLine& line, char* argv[])
+static int RunWithoutDisplay(const CommandLine& line, char** argv)
 {
     qInstallMessageHandler(PrintMessageOfQt);
     int onlyName = 1; // the options of Qt do not matter without a window
@@ -113,7 +113,7 @@ static int RunWithoutDisplay(const CommandLine& line, char* argv[])
 }
 
 /// Opens the window and returns the exit status of the program.
-static int OpenWindow(int argc, char* argv[], const std::optional<std::string>& folder)
+static int OpenWindow(int argc, char** argv, const std::optional<std::string>& folder)
 {
 #ifdef Q_OS_WIN
     constexpr const char* platform = "QT_QPA_PLATFORM";

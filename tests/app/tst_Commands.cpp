@@ -51,9 +51,10 @@ private Q_SLOTS:
         test.program.folder.Write("tarno.xml", "<data>\n<tarno>");
         QCOMPARE(test.Run({"--list"}), NotDone);
         QCOMPARE(test.Out(), std::string());
-        QCOMPARE(test.Err(), test.PathOf("tarno.xml") +
-                                 " cannot be read: Line 2, column 7: Start-end tags mismatch.\n"
-                                 "Nothing was changed. Restore the file from a copy or correct it.\n");
+        QCOMPARE(test.Err(),
+                 test.PathOf("tarno.xml") +
+                     " cannot be read: Line 2, column 7: Start-end tags mismatch.\n"
+                     "Nothing was changed. Restore each file from a copy, or correct it in a text editor.\n");
         QCOMPARE(test.program.folder.Read("tarno.xml"), std::string("<data>\n<tarno>"));
     }
 
