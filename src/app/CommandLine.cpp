@@ -37,7 +37,7 @@ constexpr std::array options{
     Option{"--add-places", "", Takes::Nothing, Bit(Action::Import)},
     Option{"--from", "DATE", Takes::Value, Bit(Action::Forecast)},
     Option{"--days", "N", Takes::Value, Bit(Action::Forecast)},
-    Option{"--location", "NAME", Takes::Value, Bit(Action::Report)},
+    Option{"--location", "PLACE", Takes::Value, Bit(Action::Report)},
     Option{"--month", "YYYY-MM", Takes::Value, Bit(Action::Calendar)},
     Option{"--output", "FILE", Takes::Value, Bit(Action::Report) | Bit(Action::Calendar)},
 };

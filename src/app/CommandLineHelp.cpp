@@ -22,7 +22,7 @@ Commands, which need no display:
       --days N                  the number of days; 7
   --report NAME --output FILE   print a saved report, or "default", to a PDF or
                                 RTF file
-      --location NAME           only the trips to this location
+      --location PLACE          only the trips to this location
       --find QUERY              only the trips found
   --calendar PLACE --month YYYY-MM --output FILE
                                 write a month to a PDF or iCalendar (.ics) file

@@ -121,8 +121,11 @@ RecordList FoundTrips(const CommandContext& context, const std::string& query)
     if (!reasons.empty()) {
         throw CommandFailure(Join(reasons, '\n'), WrongUsage);
     }
-    const PlaceNames places(LocationsOf(context));
     RecordList trips = TripsOf(context);
+    if (!parsed.HasTerms()) {
+        return trips;
+    }
+    const PlaceNames places(LocationsOf(context));
     std::erase_if(trips, [&](const RecordView& trip) { return !parsed.Matches(SearchedTrip(trip, places)); });
     return trips;
 }

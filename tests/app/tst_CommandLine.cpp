@@ -165,7 +165,7 @@ private Q_SLOTS:
         }
         for (const char* option :
              {"--folder DIR", "--find QUERY", "--dry-run", "--add-places", "--from DATE", "--days N",
-              "--location NAME", "--month YYYY-MM", "--output FILE", "--help", "--version", "--list [QUERY]",
+              "--location PLACE", "--month YYYY-MM", "--output FILE", "--help", "--version", "--list [QUERY]",
               "--export FILE.csv", "--import FILE.csv", "--check", "--forecast PLACE", "--report NAME",
               "--calendar PLACE"}) {
             QVERIFY2(all.find(option) != std::string::npos, option);
