@@ -51,21 +51,38 @@ void CreateUserFolder(const QString& userFolder, const QDir& shipped)
     temporary.setAutoRemove(false);
 }
 
+QDir SharedFolder(const QDir& programFolder)
+{
+    return {programFolder.filePath(QStringLiteral("../share/tarno"))};
+}
+
+bool IsInProgramFolder(const QString& programFolder)
+{
+    const QDir own(programFolder);
+    return HasDataFiles(own) ? IsWritable(programFolder) : !HasDataFiles(SharedFolder(own));
+}
+
 } // namespace
 
 DataFolder FindDataFolder(const QString& programFolder, const QString& userFolder)
 {
-    const QDir own(programFolder);
-    const QDir shared(own.filePath(QStringLiteral("../share/tarno")));
-    const bool hasOwnFiles = HasDataFiles(own);
-    if ((hasOwnFiles && IsWritable(programFolder)) || (!hasOwnFiles && !HasDataFiles(shared))) {
+    if (IsInProgramFolder(programFolder)) {
         return {programFolder};
     }
     const bool isNew = !QFileInfo::exists(userFolder);
     if (isNew) {
-        CreateUserFolder(userFolder, hasOwnFiles ? own : shared);
+        const QDir own(programFolder);
+        CreateUserFolder(userFolder, HasDataFiles(own) ? own : SharedFolder(own));
     }
     return {userFolder, isNew};
+}
+
+QString ExistingDataFolder(const QString& programFolder, const QString& userFolder)
+{
+    if (IsInProgramFolder(programFolder)) {
+        return programFolder;
+    }
+    return QFileInfo::exists(userFolder) ? userFolder : QString();
 }
 
 } // namespace Tarno

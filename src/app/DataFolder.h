@@ -18,4 +18,7 @@ struct DataFolder {
 /// PathFileAccess if that fails.
 DataFolder FindDataFolder(const QString& programFolder, const QString& userFolder);
 
+/// Returns the same folder, but without creating it: an empty text if it does not exist yet.
+QString ExistingDataFolder(const QString& programFolder, const QString& userFolder);
+
 } // namespace Tarno

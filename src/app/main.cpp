@@ -1,21 +1,36 @@
+#include "CommandLine.h"
+#include "Commands.h"
 #include "core/Error.h"
+#include "core/ErrorLog.h"
+#include "core/Text.h"
 #include "mStart.h"
 #include "qt/Icons.h"
+#include "qt/Strings.h"
 #include "ui/common/CrispFrames.h"
 #include "ui/common/DarkColours.h"
 #include "ui/common/DesktopPrompts.h"
+#include "ui/common/SystemClock.h"
+#include "ui/reports/DesktopPrinters.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDir>
 #include <QStandardPaths>
 #include <QStyle>
 
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+#include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #ifdef Q_OS_WIN
 #include <QPalette>
 #include <QSettings>
+
+#include <fcntl.h>
+#include <io.h>
 
 static bool UserWantsDarkPrograms()
 {
@@ -29,24 +44,76 @@ static bool UserWantsDarkPrograms()
 
 using namespace Tarno;
 
-/// Returns the absolute path given with --folder, or nothing without that option. Exits the program for
-/// --help, --version and unknown options.
-static std::optional<QString> FolderOption(const QApplication& application)
+static QString UserFolder()
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A fishing log for one angler."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption folder(
-        QStringLiteral("folder"),
-        QStringLiteral("Store the data in <dir> instead of the program folder or your own data folder."),
-        QStringLiteral("dir"));
-    parser.addOption(folder);
-    parser.process(application);
-    return parser.isSet(folder) ? std::optional(QDir(parser.value(folder)).absolutePath()) : std::nullopt;
+    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
 }
 
-int main(int argc, char* argv[])
+/// Tells the user why nothing is done.
+static void ShowProblem([[maybe_unused]] int argc, [[maybe_unused]] char** argv, const std::string& text)
+{
+#ifdef Q_OS_WIN
+    const QApplication application(argc, argv); // the program has no console
+    DesktopMessageBoxes().ShowInformation(nullptr, FromUtf8(text), QStringLiteral("Tarno"));
+#else
+    std::cerr << text << '\n';
+#endif
+}
+
+/// Prints the cause of an error that a routine has reported.
+static void PrintCause(const std::string& report, const std::string& /*title*/)
+{
+    constexpr std::string_view end = "error raised\r\n";
+    const auto at = report.rfind(end);
+    std::cerr << ReplaceAll(at == std::string::npos ? report : report.substr(at + end.size()), "\r\n", "\n")
+              << '\n';
+}
+
+/// Prints only messages of Qt about errors. Its warnings are for developers and would look like messages of
+/// the command.
+static void PrintMessageOfQt(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg) {
+        std::cerr << ToUtf8(text) << '\n';
+    }
+}
+
+/// Carries out a command and returns the exit status of the program.
+static int RunWithoutDisplay(const CommandLine& line, char** argv)
+{
+    qInstallMessageHandler(PrintMessageOfQt);
+    int onlyName = 1; // the options of Qt do not matter without a window
+    std::unique_ptr<QCoreApplication> application;
+    if (PrintsPages(line)) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        application = std::make_unique<QGuiApplication>(onlyName, argv);
+    } else {
+        application = std::make_unique<QCoreApplication>(onlyName, argv);
+    }
+#ifdef Q_OS_WIN
+    _setmode(_fileno(stdout), _O_BINARY);
+#endif
+    const QString path = line.folder
+                             ? FromUtf8(*line.folder)
+                             : ExistingDataFolder(QCoreApplication::applicationDirPath(), UserFolder());
+    if (path.isEmpty()) {
+        std::cerr << "There is no log yet. Start Tarno once to create it, or use --folder.\n";
+        return NotDone;
+    }
+    const ProgramFolder folder(ToUtf8(QDir::toNativeSeparators(path)));
+    const auto operations = SystemFileOperations();
+    const SystemClock clock;
+    DesktopPrinters printers;
+    cSQL sql(folder, *operations);
+    ErrorReporter::Instance().SetShowMessage(PrintCause);
+    const ExitStatus status =
+        RunCommand(line, {folder, *operations, sql, clock, printers, std::cout, std::cerr});
+    ErrorReporter::Instance().Reset();
+    return status;
+}
+
+/// Opens the window and returns the exit status of the program.
+static int OpenWindow(int argc, char** argv, const std::optional<std::string>& folder)
 {
 #ifdef Q_OS_WIN
     constexpr const char* platform = "QT_QPA_PLATFORM";
@@ -56,7 +123,7 @@ int main(int argc, char* argv[])
         QApplication::setStyle(QStringLiteral("fusion"));
     }
 #endif
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
 #ifdef Q_OS_WIN
     if (isDark) {
         qunsetenv(platform); // programs started by this one must not inherit it
@@ -73,17 +140,15 @@ int main(int argc, char* argv[])
         QApplication::setPalette(DarkColours());
     }
 #endif
-    QApplication::setApplicationName(QStringLiteral("Tarno"));
     QApplication::setApplicationDisplayName(QString());
-    QApplication::setApplicationVersion(QStringLiteral(TARNO_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(DrawnIcon(QLatin1String("tarno")));
 
-    if (const auto folder = FolderOption(application)) {
-        return mStart::Main({*folder});
+    if (folder) {
+        return mStart::Main({FromUtf8(*folder)});
     }
     const QString programFolder = QApplication::applicationDirPath();
-    const QString userFolder = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    const QString userFolder = UserFolder();
     try {
         return mStart::Main(FindDataFolder(programFolder, userFolder));
     } catch (const Error&) {
@@ -96,4 +161,36 @@ int main(int argc, char* argv[])
             QStringLiteral("Tarno Error"));
         return 1;
     }
+}
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Tarno"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TARNO_VERSION));
+    std::vector<std::string> arguments;
+    std::transform(argv + std::min(argc, 1), argv + argc, std::back_inserter(arguments),
+                   [](const char* argument) { return ToUtf8(QString::fromLocal8Bit(argument)); });
+    CommandLine line = ParseCommandLine(arguments);
+    if (!line.problem.empty()) {
+        ShowProblem(argc, argv, line.problem + "\n\"tarno --help\" shows all options.");
+        return WrongUsage;
+    }
+    if (line.action == Action::ShowHelp) {
+        std::cout << HelpText();
+        return Done;
+    }
+    if (line.action == Action::ShowVersion) {
+        std::cout << "Tarno " TARNO_VERSION "\n";
+        return Done;
+    }
+    if (line.folder) {
+        const QDir folder(FromUtf8(*line.folder));
+        if (!folder.exists()) {
+            ShowProblem(argc, argv, "The folder does not exist: " + *line.folder + "\nNo log was opened.");
+            return NotDone;
+        }
+        line.folder = ToUtf8(folder.absolutePath());
+    }
+    return line.action == Action::OpenWindow ? OpenWindow(argc, argv, line.folder)
+                                             : RunWithoutDisplay(line, argv);
 }

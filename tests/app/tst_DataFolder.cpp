@@ -96,6 +96,22 @@ private Q_SLOTS:
         QCOMPARE(QDir(machine.At("home/data")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
     }
 
+    void existingFolder_isTheSameButNeverCreated()
+    {
+        const Machine machine;
+        const auto existing = [&] {
+            return ExistingDataFolder(machine.At("bin"), machine.At("home/data/Tarno"));
+        };
+        QCOMPARE(existing(), machine.At("bin"));
+        machine.WriteShippedFiles("share/tarno");
+        QCOMPARE(existing(), QString());
+        QVERIFY(!QFile::exists(machine.At("home/data")));
+        machine.Find();
+        QCOMPARE(existing(), machine.At("home/data/Tarno"));
+        machine.WriteShippedFiles("bin");
+        QCOMPARE(existing(), machine.At("bin"));
+    }
+
     void installedReadOnly_copiesAreWritable()
     {
         const Machine machine;

@@ -3,13 +3,12 @@
 #include "MonthModel.h"
 #include "qt/Strings.h"
 #include "reports/ReportDesign.h"
-#include "reports/arMonthSheet.h"
 #include "ui/reports/fPreview.h"
 
 namespace Tarno
 {
 
-void ShowMonthSheet(const Program& program, const MonthModel& month, const QString& title, QWidget* parent)
+arMonthSheet MonthSheetOf(const MonthModel& month, const QString& title, const QPageLayout& page)
 {
     QStringList weekdays;
     for (int day = 0; day < MonthModel::daysOfWeek; ++day) {
@@ -32,7 +31,12 @@ void ShowMonthSheet(const Program& program, const MonthModel& month, const QStri
     constexpr qsizetype longestTitle = 90; // fits on a line of A4 and Letter
     const QString shownTitle =
         title.size() > longestTitle ? title.left(longestTitle - 1) + QChar(0x2026) : title;
-    arMonthSheet sheet(program.printers.DefaultPage(), shownTitle, weekdays, std::move(weeks));
+    return {page, shownTitle, weekdays, std::move(weeks)};
+}
+
+void ShowMonthSheet(const Program& program, const MonthModel& month, const QString& title, QWidget* parent)
+{
+    arMonthSheet sheet = MonthSheetOf(month, title, program.printers.DefaultPage());
     sheet.PageHeader.Controls[QStringLiteral("lblPrinted")].Text = PrintedOn(program.clock);
     fPreview(program, sheet, parent).ShowReport();
 }

@@ -3,9 +3,11 @@
 #include "store/ReportSelection.h"
 #include "ui/common/Program.h"
 
+#include <QPageLayout>
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -14,6 +16,8 @@ class QWidget;
 
 namespace Tarno
 {
+
+class arLogList;
 
 /// The trips that a query has found.
 struct TripsFound {
@@ -30,9 +34,14 @@ struct LogReportRequest {
     std::optional<TripsFound> found = {}; ///< restricts the report to these trips
 };
 
-/// Fills the report grid and shows the report in a preview over `parent` until the preview is closed. Shows
-/// nothing if the selection has no names or no numbers, or if the data access has reported an error.
-/// Throws the same errors as a run of arLogList.
+/// Fills the report grid of `sql`, to which the report refers, and returns the report with this page and text
+/// about the time of printing. Returns null if the selection has no names or no numbers, or if the data
+/// access has reported an error.
+std::unique_ptr<arLogList> MakeLogReport(cSQL& sql, const LogReportRequest& request, const QPageLayout& page,
+                                         const QString& printedOn);
+
+/// Makes the report and shows it in a preview over `parent` until the preview is closed. Shows nothing if it
+/// cannot be made. Throws the same errors as a run of arLogList.
 void ShowLogReport(const Program& program, const LogReportRequest& request, QWidget* parent);
 
 } // namespace Tarno

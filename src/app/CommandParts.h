@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Commands.h"
+#include "store/Record.h"
+
+#include <initializer_list>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace Tarno
+{
+
+// What the commands have in common, and the commands themselves. They throw CommandFailure if they cannot be
+// carried out.
+
+/// Why a command cannot be carried out: sentences for the user.
+class CommandFailure : public std::runtime_error
+{
+public:
+    explicit CommandFailure(const std::string& text, ExitStatus status = NotDone)
+        : std::runtime_error(text), m_status(status)
+    {
+    }
+
+    ExitStatus Status() const { return m_status; }
+
+private:
+    ExitStatus m_status;
+};
+
+/// Loads the data files. Throws CommandFailure if one of `needed` cannot be read.
+void LoadLog(const CommandContext& context, std::initializer_list<std::string_view> needed);
+
+RecordList TripsOf(const CommandContext& context);
+RecordList LocationsOf(const CommandContext& context);
+
+/// Returns the trips that the query finds, in the order of the log. Throws CommandFailure if a part of the
+/// query cannot be understood.
+RecordList FoundTrips(const CommandContext& context, const std::string& query);
+
+/// Returns the only location with this name, compared like the words of a query, or the only one whose name
+/// contains it.
+RecordView PlaceNamed(const CommandContext& context, const std::string& name);
+
+/// Replaces or creates a file.
+void WriteOutput(const CommandContext& context, const std::string& path, std::string_view bytes);
+
+/// Returns the text on one line and without tabs.
+std::string InOneLine(std::string_view text);
+
+/// Returns for example "1 trip" or "2 trips".
+std::string Counted(std::size_t count, const std::string& noun);
+
+ExitStatus RunList(const CommandLine& line, const CommandContext& context);
+ExitStatus RunExport(const CommandLine& line, const CommandContext& context);
+ExitStatus RunImport(const CommandLine& line, const CommandContext& context);
+ExitStatus RunCheck(const CommandContext& context);
+ExitStatus RunForecast(const CommandLine& line, const CommandContext& context);
+ExitStatus RunReport(const CommandLine& line, const CommandContext& context);
+ExitStatus RunCalendar(const CommandLine& line, const CommandContext& context);
+
+} // namespace Tarno

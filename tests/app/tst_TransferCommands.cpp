@@ -1,0 +1,209 @@
+// Export and import of trips on the command line.
+
+#include "CommandTest.h"
+#include "exchange/TripTable.h"
+#include "support/TestClass.h"
+
+using namespace Tarno;
+
+namespace
+{
+
+const std::string headings = "StartDate,StartTime,EndTime,Location,Latitude,Longitude,FishCaught,Boat\n";
+const std::string known = "2003-02-05,06:00,10:00,\"Pittwater, Barrenjoey\",,,Bream,\n";
+const std::string atPittwater = "2003-04-01,06:00,10:00,\"PITTWATER, Barrenjoey\",,,Tailor,Dinghy\n";
+const std::string refused = "tomorrow,06:00,10:00,Reef,,,,\n";
+const std::string atReef = "2003-04-02,06:00,10:00,Reef,-33.7,151.3,Snapper,\n";
+const std::string atUnknownPlace = "2003-04-03,06:00,10:00,Somewhere,,,,\n";
+
+/// The small log and a table beside it.
+struct ImportTest : CommandTest {
+    explicit ImportTest(const std::string& rows)
+    {
+        UseSmallLog();
+        program.folder.Write("trips.csv", headings + rows);
+        before = Stored();
+    }
+
+    ExitStatus Import(std::vector<std::string> options = {})
+    {
+        options.insert(options.end(), {"--import", PathOf("trips.csv")});
+        return Run(options);
+    }
+
+    std::string Stored() const
+    {
+        return program.folder.Read("tarno.xml") + program.folder.Read("location.xml");
+    }
+
+    std::string before;
+};
+
+} // namespace
+
+class tst_TransferCommands : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void export_writesTheTableOfTheWindow()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        QCOMPARE(test.Run({"--export", test.PathOf("t.csv")}), Done);
+        QCOMPARE(test.Out(), "Exported 3 trips to " + test.PathOf("t.csv") + '\n');
+        RecordList trips;
+        RecordList locations;
+        test.program.sql.EntryList(trips);
+        test.program.sql.LocationList(locations);
+        QCOMPARE(test.program.folder.Read("t.csv"), WriteCsv(TripRows(trips, locations)));
+    }
+
+    void export_query_writesTheTripsFoundToTheOutput()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        QCOMPARE(test.Run({"--export", "-", "--find", "flathead"}), Done);
+        const CsvFile file = ReadCsv(test.Out());
+        QCOMPARE(static_cast<int>(file.rows.size()), 2);
+        QCOMPARE(file.rows.at(1).at(0), std::string("3"));
+        QCOMPARE(test.Run({"--export", "-", "--find", "fish:flathead"}), WrongUsage);
+        QCOMPARE(test.Out(), std::string());
+    }
+
+    void export_toAFileOfTheLog_isRefused()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        const std::string before = test.program.folder.Read("tarno.xml");
+        QCOMPARE(test.Run({"--export", test.PathOf("tarno.xml")}), NotDone);
+        QCOMPARE(test.Err(), "This file may belong to the log: " + test.PathOf("tarno.xml") +
+                                 "\nNothing was written. Choose a name that ends with .csv.\n");
+        QCOMPARE(test.program.folder.Read("tarno.xml"), before);
+    }
+
+    void export_toAMissingFolder_isReported()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        const std::string path = test.PathOf("missing/t.csv");
+        QCOMPARE(test.Run({"--export", path}), NotDone);
+        QCOMPARE(test.Out(), std::string());
+        QCOMPARE(test.Err(),
+                 "The file could not be written: " + path + "\nPath not found. Your log is unchanged.\n");
+    }
+
+    void import_addsTheNewTrips()
+    {
+        ImportTest test(known + atPittwater + atReef);
+        QCOMPARE(test.Import(), Done);
+        QCOMPARE(test.Out(), std::string("2 new trips, 1 already there, 0 refused\n"
+                                         "Ignored columns: Boat\n"
+                                         "New location: Reef, 1 trip\n"
+                                         "Imported 2 trips and 1 location.\n"));
+        QCOMPARE(test.Err(), std::string());
+        QCOMPARE(static_cast<int>(test.program.Stored("tarno.xml").size()), 5);
+        QCOMPARE(test.program.StoredEntry(4, EntryField::LocNo), std::string("1"));
+        QCOMPARE(test.program.StoredEntry(5, EntryField::LocNo), std::string("3"));
+        QCOMPARE(test.program.StoredEntry(5, EntryField::FishCaught), std::string("Snapper"));
+        QCOMPARE(test.Import(), Done); // once more
+        QCOMPARE(test.Out(), std::string("0 new trips, 3 already there, 0 refused\n"
+                                         "Ignored columns: Boat\nNothing was imported.\n"));
+    }
+
+    void import_savesEachFileOnce()
+    {
+        ImportTest test(atPittwater + atReef);
+        const int saved = test.program.operations.Count("create");
+        QCOMPARE(test.Import(), Done);
+        QCOMPARE(test.program.operations.Count("create"), saved + 2);
+    }
+
+    void import_refusedRows_areNamedAndTheOthersImported()
+    {
+        ImportTest test(atPittwater + refused);
+        QCOMPARE(test.Import(), NotDone);
+        QCOMPARE(test.Out(), std::string("1 new trip, 0 already there, 1 refused\n"
+                                         "Ignored columns: Boat\nImported 1 trip.\n"));
+        QCOMPARE(test.Err(), std::string("Line 3 is refused: The start date \"tomorrow\" is not a date.\n"));
+        QCOMPARE(static_cast<int>(test.program.Stored("tarno.xml").size()), 4);
+    }
+
+    void import_dryRun_changesNothing()
+    {
+        ImportTest test(known + atPittwater + atReef);
+        QCOMPARE(test.Import({"--dry-run"}), Done);
+        QCOMPARE(test.Out(), std::string("2 new trips, 1 already there, 0 refused\n"
+                                         "Ignored columns: Boat\n"
+                                         "New location: Reef, 1 trip\n"
+                                         "Dry run: nothing was changed.\n"));
+        QCOMPARE(test.Stored(), test.before);
+    }
+
+    void import_placeWithoutCoordinates_needsAnOption()
+    {
+        ImportTest test(atPittwater + atUnknownPlace);
+        for (const std::vector<std::string>& options : {std::vector<std::string>(), {"--dry-run"}}) {
+            QCOMPARE(test.Import(options), NotDone);
+            QCOMPARE(test.Err(), std::string("The table has no coordinates for these locations:\n"
+                                             "  Somewhere\n"
+                                             "Nothing was changed. Use --add-places to add them without "
+                                             "coordinates.\n"));
+            QCOMPARE(test.Stored(), test.before);
+        }
+        QCOMPARE(test.Import({"--add-places"}), Done);
+        QCOMPARE(static_cast<int>(test.program.Stored("location.xml").size()), 3);
+    }
+
+    void import_unusableFile_isReported_data()
+    {
+        QTest::addColumn<std::string>("bytes");
+        QTest::addColumn<std::string>("message");
+        QTest::newRow("open quotation") << std::string("StartDate\n\"2003")
+                                        << std::string("This file cannot be imported: PATH\nLine 2, column "
+                                                       "1: This quotation mark is not closed.\n"
+                                                       "Nothing was changed.\n");
+        QTest::newRow("unknown headings")
+            << std::string("a,b\n1,2\n")
+            << std::string("No column of this file is known: PATH\nIts first row must have headings such as "
+                           "StartDate and Location. Nothing was changed.\n");
+        QTest::newRow("empty") << std::string()
+                               << std::string("No column of this file is known: PATH\nIts first row must "
+                                              "have headings such as StartDate and Location. Nothing was "
+                                              "changed.\n");
+    }
+
+    void import_unusableFile_isReported()
+    {
+        QFETCH(std::string, bytes);
+        QFETCH(std::string, message);
+        CommandTest test;
+        test.UseSmallLog();
+        test.program.folder.Write("bad.csv", bytes);
+        QCOMPARE(test.Run({"--import", test.PathOf("bad.csv")}), NotDone);
+        QCOMPARE(test.Err(), message.replace(message.find("PATH"), 4, test.PathOf("bad.csv")));
+    }
+
+    void import_missingFile_isReported()
+    {
+        CommandTest test;
+        QCOMPARE(test.Run({"--import", test.PathOf("none.csv")}), NotDone);
+        QCOMPARE(test.Err(), "This file cannot be imported: " + test.PathOf("none.csv") +
+                                 "\nFile not found.\nNothing was changed.\n");
+    }
+
+    void import_failedSave_isReported()
+    {
+        ImportTest test(atPittwater);
+        test.program.operations.Fail("create", ErrorNumber::DiskFull);
+        test.program.reports.Expect("cSQL", "Import", ErrorNumber::DiskFull);
+        QCOMPARE(test.Import(), NotDone);
+        QCOMPARE(test.Err(), std::string("The trips could not be saved. Remove the cause, then import the "
+                                         "table again. What the log already has is not imported twice.\n"));
+        QCOMPARE(test.Stored(), test.before);
+    }
+};
+
+TEST_CLASS(tst_TransferCommands)
+#include "tst_TransferCommands.moc"
