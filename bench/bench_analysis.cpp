@@ -1,14 +1,19 @@
 // Preparing trips for queries, filtering by queries, and completing them.
 
 #include "LogFolder.h"
+#include "analysis/CalendarDay.h"
 #include "analysis/Query.h"
 #include "analysis/QueryCompletion.h"
+#include "analysis/Similarity.h"
 
 #include <benchmark/benchmark.h>
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstring>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -120,6 +125,32 @@ void CompleteFirst(benchmark::State& state)
     }
 }
 
+/// Calculates the six weeks that the calendar shows of a month.
+void CalendarMonth(benchmark::State& state)
+{
+    const LocationTexts place{"-33.59", "151.32", "10", "1"};
+    constexpr int days = 42;
+    const std::chrono::sys_days first(std::chrono::year(2026) / 11 / 1);
+    for ([[maybe_unused]] auto _ : state) {
+        for (int day = 0; day < days; ++day) {
+            benchmark::DoNotOptimize(DayAt(place, first + std::chrono::days(day)));
+        }
+    }
+}
+
+/// Ranks the trips on days like one.
+void Similar(benchmark::State& state)
+{
+    const LoadedLog log(state);
+    std::vector<Conditions> trips;
+    std::transform(log.trips.begin(), log.trips.end(), std::back_inserter(trips), ConditionsOf);
+    const Conditions wanted{
+        .date = std::chrono::year(2026) / 11 / 22, .moonAge = 0.4, .rating = 1, .place = "1"};
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(RankSimilar(wanted, trips, {}, 10));
+    }
+}
+
 void Thousands(benchmark::internal::Benchmark* bench)
 {
     bench->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
@@ -161,6 +192,8 @@ const bool isRegistered = [] {
     benchmark::RegisterBenchmark("completion of a value", Complete, "caught:fl")
         ->Apply(Thousands)
         ->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark("month of the calendar", CalendarMonth)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("similar days", Similar)->Apply(Thousands);
     return true;
 }();
 

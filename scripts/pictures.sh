@@ -23,6 +23,7 @@ weather:trip, weather
 comments:trip, comments
 picture:trip, picture
 locations:locations
+calendar:calendar
 location:location, data
 builder:log report
 customise:report fields

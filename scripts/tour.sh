@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Drives the real program by keyboard and mouse on a virtual display: adds trips to a copy of the sample log, finds,
-# repeats, deletes and restores some, and exports reports to PDF and RTF. Fails if the data files or the reports lack
-# something.
+# repeats, deletes and restores some, uses the calendar, and exports reports to PDF and RTF and times to an iCalendar
+# file. Fails if the data files or what is exported lack something.
 # Writes screenshots, the reports and report.txt to build/tour/ or to the folder TARNO_TOUR.
 #   scripts/tour.sh PROGRAM
 set -euo pipefail
@@ -228,6 +228,36 @@ await_value "start time" 06:15 value tarno.xml tarno 3
 keys Escape
 window "Tarno Fishing Log"
 picture 35-series "the new trips in the list"
+
+keys ctrl+k
+window "Fishing Calendar"
+picture 36-calendar "the calendar"
+keys Page_Up Right Down
+picture 37-day "another day of the month before"
+keys Home Tab Right
+picture 38-days-like-this "the trips on days like today"
+keys alt+m
+window "Tarno Fishing Calendar"
+picture 39-month-sheet "the preview of the month sheet"
+export_report PDF month-sheet
+expect "weekdays on the month sheet" 7 \
+    "$(pdftotext -layout "$out/month-sheet.pdf" - | grep -oE '\b(Mon|Tues|Wednes|Thurs|Fri|Satur|Sun)day\b' | wc -l)"
+keys Escape
+window "Fishing Calendar"
+keys alt+e
+window "Export Major and Minor Times"
+picture 40-export-times "the export of major and minor times"
+pop_up keys alt+e
+keys ctrl+a
+type_text "$(typed_path "$PWD/$out/peaks")"
+keys Return
+window "Tarno"
+keys Return
+await "the calendar" activate "Fishing Calendar" # two windows close at once, and the manager may focus neither
+await_value "first line of the events" BEGIN:VCALENDAR sed -n '1s/\r//p' "$out/peaks.ics"
+expect "events, each with a start" "$(grep -c '^BEGIN:VEVENT' "$out/peaks.ics")" "$(grep -c '^DTSTART:' "$out/peaks.ics")"
+keys Escape
+window "Tarno Fishing Log"
 
 leave
 tell "The tour succeeded; the pictures are in $out."

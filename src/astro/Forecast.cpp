@@ -2,10 +2,10 @@
 
 #include "DaylightSaving.h"
 #include "core/Conversions.h"
-#include "mMoonPhase.h"
 #include "mPeakTimes.h"
 #include "mRiseSet.h"
 
+#include <charconv>
 #include <cmath>
 
 namespace Tarno
@@ -65,15 +65,31 @@ RiseSetTexts BoxTexts(const RiseSetTexts& times)
 
 } // namespace
 
+std::optional<int> MinutesOf(std::string_view time)
+{
+    if (time.size() != 5 || time[2] != ':') {
+        return std::nullopt;
+    }
+    int hours = 0;
+    int minutes = 0;
+    const bool isTime = std::from_chars(time.data(), time.data() + 2, hours).ptr == time.data() + 2 &&
+                        std::from_chars(time.data() + 3, time.data() + 5, minutes).ptr == time.data() + 5;
+    return isTime ? std::optional(hours * 60 + minutes) : std::nullopt;
+}
+
 std::string MoonForecast::SignedPhase() const
 {
     return std::string(waxing ? "" : "-").append(std::to_string(percent));
 }
 
+mMoonPhase::Light LightOn(year_month_day date)
+{
+    return mMoonPhase::LitPercent(static_cast<float>(mMoonPhase::JulianDay(date) - 0.5));
+}
+
 MoonForecast ForecastMoon(year_month_day date)
 {
-    const auto jd = static_cast<float>(mMoonPhase::JulianDay(date) - 0.5);
-    const mMoonPhase::Light light = mMoonPhase::LitPercent(jd);
+    const mMoonPhase::Light light = LightOn(date);
     const auto stars = mMoonPhase::Rating(light.percent, light.waxing).stars.size();
     return {RoundToInt16(light.percent), light.waxing, static_cast<std::int16_t>(stars - 1)};
 }

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "mMoonPhase.h"
+
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace Tarno
 {
@@ -48,8 +52,15 @@ struct DayForecast {
     RiseSetForecast riseSet;
 };
 
+/// Returns the minutes since midnight of a calculated time, "hh:mm" up to "24:00", or nullopt for other
+/// texts.
+std::optional<int> MinutesOf(std::string_view time);
+
 /// Returns the moon's values on `date`. Never fails.
 MoonForecast ForecastMoon(std::chrono::year_month_day date);
+
+/// Returns the illumination from which ForecastMoon follows.
+mMoonPhase::Light LightOn(std::chrono::year_month_day date);
 
 /// Returns the times on `date` at `location`, which must be complete. Throws Error TypeMismatch or Overflow
 /// if a text is not a number.

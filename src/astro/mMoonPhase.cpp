@@ -31,24 +31,31 @@ constexpr mMoonPhase::DayRating good{"Good", "***"};
 constexpr mMoonPhase::DayRating best{"Best", "****"};
 
 struct Band {
-    float first; ///< illuminated percentages, both inclusive
-    float last;
+    mMoonPhase::RatingBand range;
     mMoonPhase::DayRating waxing;
     mMoonPhase::DayRating waning;
 };
 
 // The edges are 2, 6, 8, 10, 12, 22, 26 and 28 days of a month of 29.5.
 constexpr std::array<Band, 9> bands{{
-    {0.0F, 6.78F, good, fair},
-    {6.79F, 20.34F, best, fair},
-    {20.35F, 27.12F, best, good},
-    {27.13F, 33.9F, good, good},
-    {33.91F, 40.68F, fair, fair},
-    {40.69F, 74.58F, poor, poor},
-    {74.59F, 88.14F, fair, fair},
-    {88.15F, 94.92F, best, best},
-    {94.93F, 100.0F, good, good},
+    {{0.0F, 6.78F}, good, fair},
+    {{6.79F, 20.34F}, best, fair},
+    {{20.35F, 27.12F}, best, good},
+    {{27.13F, 33.9F}, good, good},
+    {{33.91F, 40.68F}, fair, fair},
+    {{40.69F, 74.58F}, poor, poor},
+    {{74.59F, 88.14F}, fair, fair},
+    {{88.15F, 94.92F}, best, best},
+    {{94.93F, 100.0F}, good, good},
 }};
+
+const Band* FindBand(float percent)
+{
+    const auto* const band = std::find_if(bands.begin(), bands.end(), [percent](const Band& candidate) {
+        return candidate.range.first <= percent && percent <= candidate.range.last;
+    });
+    return band == bands.end() ? nullptr : band;
+}
 
 } // namespace
 
@@ -78,13 +85,17 @@ mMoonPhase::Light mMoonPhase::LitPercent(float jd)
 
 mMoonPhase::DayRating mMoonPhase::Rating(float percent, bool waxing)
 {
-    const auto* const band = std::find_if(bands.begin(), bands.end(), [percent](const Band& candidate) {
-        return candidate.first <= percent && percent <= candidate.last;
-    });
-    if (band == bands.end()) {
+    const Band* band = FindBand(percent);
+    if (band == nullptr) {
         return {};
     }
     return waxing ? band->waxing : band->waning;
+}
+
+std::optional<mMoonPhase::RatingBand> mMoonPhase::BandOf(float percent)
+{
+    const Band* band = FindBand(percent);
+    return band == nullptr ? std::nullopt : std::optional(band->range);
 }
 
 } // namespace Tarno

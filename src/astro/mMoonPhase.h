@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string_view>
 
 // The illumination of the moon and the fishing rating of a day that follows from it.
@@ -29,5 +30,14 @@ struct DayRating {
 };
 
 DayRating Rating(float percent, bool waxing);
+
+/// The illuminated percentages, both inclusive, that give the same rating.
+struct RatingBand {
+    float first;
+    float last;
+};
+
+/// Returns the band of `percent` in the rule of the rating, or nullopt outside all bands.
+std::optional<RatingBand> BandOf(float percent);
 
 } // namespace Tarno::mMoonPhase

@@ -71,13 +71,13 @@ void arTripSheet::FetchData(bool& endOfData)
     ++m_row;
 }
 
-/// Turns the row after the values into the one of the picture, which takes at most half of the page.
+/// Turns the row after the values into the one of the picture, which takes at most a third of the page.
 void arTripSheet::Detail_Format()
 {
     if (m_row <= m_values.size()) {
         return;
     }
-    const QSize room(PrintableWidth(), PaperSize().height() / 2);
+    const QSize room(PrintableWidth(), PaperSize().height() / 3);
     const QSize shown = m_picture.size().scaled(room, Qt::KeepAspectRatio);
     ReportControl& picture = Detail.Controls[QStringLiteral("picTrip")];
     picture.Visible = true;

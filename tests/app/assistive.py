@@ -3,12 +3,14 @@
 
     assistive.py DATE COMMENT
 
-Expects the program to be just started with the sample log. Adds a trip with that date and comment, and reads it in
-the list. Exits with an error if a control is missing or does not work.
+Expects the program to be just started with the sample log. Adds a trip with that date and comment, reads it in
+the list, then reads today in the calendar. Exits with an error if a control is missing or does not work.
 """
 
+import re
 import sys
 import time
+from datetime import date
 
 import gi
 
@@ -187,13 +189,13 @@ def await_splash():
     gone(splash)
 
 
-def add_trip(date, comment):
+def add_trip(day, comment):
     """Adds a trip and returns its location. "Save" also stores the date from the focused box."""
     log, entry = "Tarno Fishing Log", "Tarno Log Entry"
     window(log)
     press(log, "Add")
     window(entry)
-    write(entry, "Start date", date)
+    write(entry, "Start date", day)
     save(entry)
     place = labelled(entry, Atspi.Role.COMBO_BOX, "Location:").get_name()
     tell(f"the location is '{place}'")
@@ -205,14 +207,41 @@ def add_trip(date, comment):
     return place
 
 
-def read_trip(date, place):
-    row = row_of("Tarno Fishing Log", "Log entries", date)
+def read_trip(day, place):
+    row = row_of("Tarno Fishing Log", "Log entries", day)
     for heading, text in row.items():
         tell(f"{heading}: {text}")
-    wanted = {"From": date, "Location": place}
+    wanted = {"From": day, "Location": place}
     wrong = {heading: row.get(heading) for heading, text in wanted.items() if row.get(heading) != text}
     if wrong:
         sys.exit(f"FAILED: the list shows {wrong} instead of {wanted}")
+
+
+def open_from_menu(menu, item):
+    """Chooses an item of the log's menu bar."""
+    log = "Tarno Fishing Log"
+    act(control(log, Atspi.Role.MENU_ITEM, menu), "ShowMenu", "Press")
+    act(control(log, Atspi.Role.MENU_ITEM, item), "Press")
+
+
+def read_calendar():
+    """Opens the calendar and reads the selected day, which is today."""
+    calendar = "Fishing Calendar"
+    days_before = {date.today()}
+    open_from_menu("View", "Calendar")
+    window(calendar)
+    days = until("the days", lambda: next(part for part in parts(open_window(calendar))
+                                          if part.get_role() == Atspi.Role.TABLE and shows(part)))
+    cells = (days.get_accessible_at(week, day) for week in range(days.get_n_rows())
+             for day in range(days.get_n_columns()))
+    text = next(cell.get_name() for cell in cells if cell.get_state_set().contains(Atspi.StateType.SELECTED))
+    tell(text)
+    possible = [re.escape(f"{day:%A} {day.day} {day:%B %Y}") for day in days_before | {date.today()}]
+    if not re.fullmatch(f"({'|'.join(possible)}), rating (Poor|Fair|Good|Best), "
+                        r"moon \d+ % (waxing|waning)(, majors? \d\d:\d\d( and \d\d:\d\d)?)?(, \d+ trips?)?", text):
+        sys.exit(f"FAILED: the selected day is read as '{text}'")
+    press(calendar, "Close")
+    gone(calendar)
 
 
 def leave():
@@ -222,13 +251,14 @@ def leave():
     until("the end of the program", lambda: program() is None)
 
 
-def main(date, comment):
+def main(trip_date, comment):
     Atspi.init()
     Atspi.set_timeout(2000, 15000)  # reply timeouts in ms: usual, and while a program starts
     until("the program on the bus", program)
     await_splash()
-    place = add_trip(date, comment)
-    read_trip(date, place)
+    place = add_trip(trip_date, comment)
+    read_trip(trip_date, place)
+    read_calendar()
     leave()
 
 

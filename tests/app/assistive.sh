@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Uses the real program through the accessibility bus only, like a screen reader or a switch: adds a trip to the
-# sample log, saves it, and reads it in the list.
+# sample log, saves it, reads it in the list, and reads a day of the calendar.
 #   tests/app/assistive.sh PROGRAM OUT
 set -euo pipefail
 cd "$(dirname "$0")/../.."

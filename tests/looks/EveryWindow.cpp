@@ -1,5 +1,6 @@
 #include "EveryWindow.h"
 
+#include "ui/calendar/fCalendar.h"
 #include "ui/common/ScreenFit.h"
 #include "ui/common/SortableList.h"
 #include "ui/entry/fEntry.h"
@@ -25,6 +26,10 @@ namespace
 enum Trip { NewTrip = 0, PlainTrip = 1, TripWithPicture = 22 };
 
 enum Place { NewPlace = 0, PlaceWithPicture = 1 };
+
+/// Days of the sample log.
+constexpr std::chrono::year_month_day dayWithTrip = std::chrono::year(2025) / 10 / 4;
+constexpr std::chrono::year_month_day dayInSummer = std::chrono::year(2025) / 6 / 29;
 
 using Step = std::function<void(QWidget& window)>;
 
@@ -258,17 +263,65 @@ void ShowExportedFile(QWidget& window)
     window.findChild<ExportedFile*>()->ShowFile(QStringLiteral("/home/angler/Documents/Trips of 2026.pdf"));
 }
 
+Step Page(int index)
+{
+    return [index](QWidget& window) { window.findChild<QTabWidget*>()->setCurrentIndex(index); };
+}
+
+/// The calendar on a day.
+template <typename World = SampleProgram>
+std::function<void(const Visit&)> Calendar(std::chrono::year_month_day today, Step prepare = asOpened)
+{
+    return [today, prepare = std::move(prepare)](const Visit& visit) {
+        World world;
+        world.clock.today = today;
+        fCalendar window(world.program, nullptr);
+        ShowModeless(window, prepare, visit);
+    };
+}
+
+/// The sample log with one more place, which has a name only.
+class ProgramWithBarePlace : public SampleProgram
+{
+public:
+    ProgramWithBarePlace()
+    {
+        AddLocation(
+            "Somewhere on the river",
+            {{LocationField::LocLatt, ""}, {LocationField::LocLong, ""}, {LocationField::LocGMT, ""}});
+    }
+};
+
+Step ChosenPlace(int index)
+{
+    return [index](QWidget& window) { Choose(window, "cboPlace", index); };
+}
+
+/// Moves the selection away from today and shows the similar days.
+void ShowSimilarDays(QWidget& calendar)
+{
+    Press(calendar, Qt::Key_Down);
+    Page(1)(calendar);
+}
+
+/// The window `name` that a button of the calendar opens.
+std::function<void(const Visit&)> ByCalendar(const char* name, const char* button)
+{
+    return [name, button](const Visit& visit) {
+        SampleProgram world;
+        world.clock.today = dayWithTrip;
+        fCalendar window(world.program, nullptr);
+        ShowModally(
+            name, [&] { Find<QAbstractButton>(window, button).click(); }, asOpened, visit);
+    };
+}
+
 void Manual(const Visit& visit)
 {
     fHelp window(nullptr);
     window.setAttribute(Qt::WA_DeleteOnClose, false);
     window.ShowPage({});
     ShowModeless(window, asOpened, visit);
-}
-
-Step Page(int index)
-{
-    return [index](QWidget& window) { window.findChild<QTabWidget*>()->setCurrentIndex(index); };
 }
 
 /// Opens the pick list of the label `name` on the page "Comments".
@@ -384,6 +437,13 @@ const std::vector<WindowState>& EveryWindow()
         {"log report, saving", Plain<fRptLog>(OpenSaveFrame), 2},
         {"log report, none saved", Plain<fRptLog, EmptyProgram>()},
         {"report fields", Plain<fCustom>()},
+        {"calendar", Calendar(dayWithTrip)},
+        {"calendar, days like this", Calendar(dayWithTrip, ShowSimilarDays)},
+        {"calendar, place without coordinates", Calendar<ProgramWithBarePlace>(dayWithTrip, ChosenPlace(6))},
+        {"calendar, polar day", Calendar(dayInSummer, ChosenPlace(5))},
+        {"calendar, no places", Calendar<EmptyProgram>(dayWithTrip)},
+        {"export of peak times", ByCalendar("dlgPeaks", "cmdExport"), 1, false},
+        {"month sheet", ByCalendar("fPreview", "cmdMonthSheet")},
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
         {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},

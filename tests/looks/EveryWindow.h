@@ -22,8 +22,8 @@ struct WindowState {
     std::function<void(const Visit& visit)> show;
     /// The number of Esc presses that close the window, or 0 if Esc does not close it.
     int escapes = 1;
-    /// Whether Tab cycles through the controls. It does not if it closes a list or moves between links, or if
-    /// a refused box keeps the focus.
+    /// Whether Tab cycles through the controls. It does not if it closes a list, moves between links or
+    /// between the parts of a date, or if a refused box keeps the focus.
     bool tabCycles = true;
 };
 

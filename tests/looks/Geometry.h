@@ -76,6 +76,12 @@ inline int TextWidth(const QComboBox& box)
         .width();
 }
 
+/// Whether the list elides texts of trips on purpose. It shows the whole text in a tool tip.
+inline bool ElidesCells(const QTreeView& list)
+{
+    return list.objectName() == QLatin1String("lvwSimilar");
+}
+
 /// Returns the texts in boxes, tabs and lists that do not fit.
 inline QStringList Elided(const QWidget& window)
 {
@@ -113,7 +119,7 @@ inline QStringList Elided(const QWidget& window)
                                            .arg(header->sectionSize(column))
                                            .arg(header->sectionSizeHint(column)));
             }
-            for (int row = 0; row < list->model()->rowCount(); ++row) {
+            for (int row = 0; row < list->model()->rowCount() && !ElidesCells(*list); ++row) {
                 const QString cell = list->model()->index(row, column).data().toString();
                 const int margins =
                     2 * (list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1);

@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QShortcut>
+#include <QTableView>
 
 #include <algorithm>
 
@@ -177,7 +178,8 @@ inline QList<QAbstractItemView*> SearchableLists(const QWidget& window)
 {
     QList<QAbstractItemView*> lists = ControlsOfKind<QAbstractItemView>(window);
     lists.removeIf([](const QAbstractItemView* list) {
-        return !list->isEnabled() || list->focusPolicy() == Qt::NoFocus || list->model()->rowCount() == 0;
+        return !list->isEnabled() || list->focusPolicy() == Qt::NoFocus || list->model()->rowCount() == 0 ||
+               qobject_cast<const QTableView*>(list) != nullptr; // the days of a month are no list
     });
     return lists;
 }

@@ -49,12 +49,18 @@ bool IsNamedByItsParts(const QWidget& widget)
            qobject_cast<const QTabWidget*>(&widget) != nullptr;
 }
 
-bool IsLabelled(const QWidget& window, const QWidget& box)
+/// Returns the text of the label of `box`, or an empty string.
+QString LabelOf(const QWidget& window, const QWidget& box)
 {
     const QList<QLabel*> labels = ControlsOfKind<QLabel>(window);
-    return !box.accessibleName().isEmpty() ||
-           std::any_of(labels.begin(), labels.end(),
-                       [&](const QLabel* label) { return label->buddy() == &box; });
+    const auto label = std::find_if(labels.begin(), labels.end(),
+                                    [&](const QLabel* candidate) { return candidate->buddy() == &box; });
+    return label != labels.end() ? (*label)->text() : QString();
+}
+
+bool IsLabelled(const QWidget& window, const QWidget& box)
+{
+    return !box.accessibleName().isEmpty() || !LabelOf(window, box).isEmpty();
 }
 
 /// Describes a text of `control` that is read out differently from what is shown.
@@ -88,7 +94,8 @@ QStringList UnreadableNames(const QWidget& window)
     return odd;
 }
 
-/// Returns the controls in the tab order that have the name of an earlier one.
+/// Returns the controls in the tab order that have the name of an earlier one. The name of a combo box is its
+/// value, and tools read its label as well.
 QStringList RepeatedNames(const QWidget& window)
 {
     QStringList repeated;
@@ -99,7 +106,8 @@ QStringList RepeatedNames(const QWidget& window)
             IsNamedByItsParts(*control)) {
             continue;
         }
-        const QString name = AccessibleName(*control);
+        const bool isChoice = qobject_cast<const QComboBox*>(control) != nullptr;
+        const QString name = (isChoice ? LabelOf(window, *control) : QString()) + AccessibleName(*control);
         if (names.contains(name)) {
             repeated << NameOf(*control) + QStringLiteral(": ") + name;
         }
@@ -124,7 +132,8 @@ QStringList UnlabelledBoxes(const QWidget& window)
     return unlabelled;
 }
 
-/// Returns the cells of `list` that are read out differently from what is shown.
+/// Returns the cells of `list` that are read out differently from what is shown. A painted cell has a
+/// sentence that contains its text.
 QStringList MisreadCells(QAbstractItemView& list)
 {
     QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&list)->tableInterface();
@@ -143,9 +152,11 @@ QStringList MisreadCells(QAbstractItemView& list)
     QStringList misread;
     for (int row = 0; row < model.rowCount(); ++row) {
         for (int column = 0; column < model.columnCount(); ++column) {
-            const QString shown = model.index(row, column).data().toString();
+            const QModelIndex cell = model.index(row, column);
+            const QString shown = cell.data().toString();
+            const QString sentence = cell.data(Qt::AccessibleTextRole).toString();
             const QString spoken = table->cellAt(row, column)->text(QAccessible::Name);
-            if (spoken != shown) {
+            if (spoken != (sentence.isEmpty() ? shown : sentence) || !spoken.contains(shown)) {
                 misread << Misread(list, shown, spoken);
             }
         }
@@ -169,7 +180,7 @@ QStringList MisreadTabs(const QWidget& window)
     for (QTabBar* tabs : ControlsOfKind<QTabBar>(window)) {
         const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(tabs);
         for (int tab = 0; tab < tabs->count(); ++tab) {
-            const QString shown = tabs->tabText(tab);
+            const QString shown = tabs->tabText(tab).remove(QLatin1Char('&')); // of the mnemonic
             const QString spoken = accessible->child(tab)->text(QAccessible::Name);
             if (shown.isEmpty() || spoken != shown) {
                 misread << Misread(*tabs, shown, spoken);

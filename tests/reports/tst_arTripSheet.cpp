@@ -47,7 +47,7 @@ Document Run(const std::vector<DescribedValue>& values, const QImage& picture = 
 QSize Room(const Document& document)
 {
     return {document.paper.width() - document.margins.left() - document.margins.right(),
-            document.paper.height() / 2};
+            document.paper.height() / 3};
 }
 
 } // namespace
@@ -160,7 +160,7 @@ private Q_SLOTS:
     void picture_withoutRoom_movesToTheNextPageWhole()
     {
         std::string text;
-        for (int line = 0; line < 30; ++line) {
+        for (int line = 0; line < 45; ++line) {
             text += "line\n";
         }
         const Document document = Run({{"Observations", text}}, Pictures::Drawn(100, 400));

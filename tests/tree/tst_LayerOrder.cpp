@@ -140,7 +140,8 @@ private Q_SLOTS:
                 topFolders.push_back(top);
             }
         }
-        QCOMPARE(topFolders, (Texts{"app", "ui", "reports", "analysis", "qt", "store", "astro", "core"}));
+        QCOMPARE(topFolders,
+                 (Texts{"app", "ui", "reports", "analysis", "exchange", "qt", "store", "astro", "core"}));
     }
 };
 

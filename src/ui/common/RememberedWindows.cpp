@@ -23,6 +23,8 @@ namespace
 constexpr QLatin1String geometry("geometry"); ///< when the window is not maximised
 constexpr QLatin1String maximised("maximised");
 constexpr QLatin1String details("fTarno/details");
+constexpr QLatin1String selected("selected"); // groups of values by log
+constexpr QLatin1String place("place");
 
 /// Calls `use` with the settings in `file`. Does nothing if another kind of file has that name, because
 /// opening a pipe could block forever.
@@ -42,10 +44,10 @@ QString KeyOf(const QWidget& window, const QString& value)
 }
 
 /// Identifies the log by its folder. The keys of settings are case-insensitive, paths may not be.
-QString SelectionKey(const QString& folder)
+QString LogKey(QLatin1String group, const QString& folder)
 {
     const QByteArray path = QFileInfo(folder).canonicalFilePath().toUtf8();
-    return QLatin1String("selected/") +
+    return group + QLatin1Char('/') +
            QString::fromLatin1(QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex());
 }
 
@@ -177,14 +179,29 @@ void RememberedWindows::SetDetailsShown(bool shown) const
 QString RememberedWindows::SelectedRow(const QString& folder) const
 {
     QString key;
-    WithSettings(m_file,
-                 [&](const QSettings& settings) { key = settings.value(SelectionKey(folder)).toString(); });
+    WithSettings(m_file, [&](const QSettings& settings) {
+        key = settings.value(LogKey(selected, folder)).toString();
+    });
     return key;
 }
 
 void RememberedWindows::SetSelectedRow(const QString& folder, const QString& key) const
 {
-    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(SelectionKey(folder), key); });
+    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(LogKey(selected, folder), key); });
+}
+
+QString RememberedWindows::Place(const QString& folder) const
+{
+    QString number;
+    WithSettings(m_file, [&](const QSettings& settings) {
+        number = settings.value(LogKey(place, folder)).toString();
+    });
+    return number;
+}
+
+void RememberedWindows::SetPlace(const QString& folder, const QString& number) const
+{
+    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(LogKey(place, folder), number); });
 }
 
 } // namespace Tarno

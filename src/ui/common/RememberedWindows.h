@@ -31,6 +31,11 @@ public:
     QString SelectedRow(const QString& folder) const;
     void SetSelectedRow(const QString& folder, const QString& key) const;
 
+    /// Returns the number of the place that was chosen last in the calendar of the log in `folder`, or an
+    /// empty string.
+    QString Place(const QString& folder) const;
+    void SetPlace(const QString& folder, const QString& number) const;
+
 private:
     QString m_file;
 };

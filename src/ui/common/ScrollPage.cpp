@@ -121,10 +121,12 @@ bool ScrollPage::eventFilter(QObject* watched, QEvent* event)
 void ScrollPage::ShowFocus(QWidget* focus)
 {
     if (focus != nullptr && widget() != nullptr && widget()->isAncestorOf(focus)) {
-        // ensureWidgetVisible would show only the cursor of a text box
-        const QPoint centre = focus->mapTo(widget(), focus->rect().center());
-        const QSize halves = (focus->size() + QSize(1, 1)).boundedTo(viewport()->size()) / 2;
-        ensureVisible(centre.x(), centre.y(), halves.width(), halves.height());
+        // ensureWidgetVisible would show only the cursor of a text box; of a control that is larger than the
+        // page, the upper left part is shown
+        const QSize shown = (focus->size() + QSize(1, 1)).boundedTo(viewport()->size());
+        const QPoint centre =
+            focus->mapTo(widget(), QPoint()) + QPoint(shown.width() / 2, shown.height() / 2);
+        ensureVisible(centre.x(), centre.y(), shown.width() / 2, shown.height() / 2);
     }
 }
 

@@ -2,11 +2,10 @@
 
 #include "EntryModule.h"
 #include "MoonPhaseEditor.h"
-#include "astro/Forecast.h"
+#include "analysis/CalendarDay.h"
 #include "core/Conversions.h"
 #include "core/ErrorLog.h"
 #include "store/EntryFields.h"
-#include "store/RecordLayouts.h"
 #include "ui/common/RecordBinder.h"
 
 #include <utility>
@@ -48,9 +47,7 @@ bool EntryCalculator::DoRiseSet(const std::string& date, std::optional<std::int3
             m_program.sql.LocationGet(ToInt16(std::to_string(*locationNumber)), location) != succeeded) {
             return;
         }
-        const RecordView stored = location.View();
-        const LocationTexts texts{stored.Text(LocationField::LocLatt), stored.Text(LocationField::LocLong),
-                                  stored.Text(LocationField::LocGMT), stored.Text(LocationField::LocDST)};
+        const LocationTexts texts = TextsOf(location.View());
         if (!texts.IsComplete()) {
             m_program.messages.ShowInformation(
                 m_window,

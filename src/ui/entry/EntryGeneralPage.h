@@ -1,5 +1,6 @@
 #pragma once
 
+#include "NewTripValues.h"
 #include "ui/common/EditedRecord.h"
 #include "ui/common/Program.h"
 
@@ -12,17 +13,6 @@
 
 namespace Tarno
 {
-
-/// The values with which a new trip starts, in stored form. The others are calculated or empty.
-struct NewTripValues {
-    std::string date = {};     ///< today if empty
-    std::string location = {}; ///< the first location if empty or unknown
-    std::string startTime = "06:00";
-    std::string endTime = "12:00";
-    std::string target = {};
-    std::string bait = {};
-    std::string method = {};
-};
 
 class EntryCalculator;
 class LeaveGuard;

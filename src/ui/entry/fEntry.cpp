@@ -63,15 +63,20 @@ void fEntry::SetData(std::int16_t iTarnoNo, bool bDelete)
 
 void fEntry::RepeatTrip(const Record& entry)
 {
-    Trap(entryModule, "RepeatTrip", [&] {
-        const RecordView like = entry.View();
-        if (LoadEntry(0) && LoadTheForm(0, {.date = {},
-                                            .location = like.Text(EntryField::LocNo),
-                                            .startTime = like.Text(EntryField::StartTime),
-                                            .endTime = like.Text(EntryField::EndTime),
-                                            .target = like.Text(EntryField::TargetSpecies),
-                                            .bait = like.Text(EntryField::BaitUsed),
-                                            .method = like.Text(EntryField::Method)})) {
+    const RecordView like = entry.View();
+    AddTrip({.date = {},
+             .location = like.Text(EntryField::LocNo),
+             .startTime = like.Text(EntryField::StartTime),
+             .endTime = like.Text(EntryField::EndTime),
+             .target = like.Text(EntryField::TargetSpecies),
+             .bait = like.Text(EntryField::BaitUsed),
+             .method = like.Text(EntryField::Method)});
+}
+
+void fEntry::AddTrip(const NewTripValues& trip)
+{
+    Trap(entryModule, "AddTrip", [&] {
+        if (LoadEntry(0) && LoadTheForm(0, trip)) {
             Begin(true);
             exec();
         }

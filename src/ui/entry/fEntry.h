@@ -1,5 +1,6 @@
 #pragma once
 
+#include "NewTripValues.h"
 #include "ui/common/EditingDialog.h"
 
 #include <cstdint>
@@ -7,8 +8,6 @@
 
 namespace Tarno
 {
-
-struct NewTripValues;
 
 namespace Ui
 {
@@ -36,6 +35,9 @@ public:
     /// Edits a new entry with the place, times, target species, bait and methods of `entry`, and returns when
     /// the window is closed. It counts as changed, so it can be saved as it is.
     void RepeatTrip(const Record& entry);
+
+    /// Like RepeatTrip, with the given values.
+    void AddTrip(const NewTripValues& trip);
 
 private:
     bool LoadEntry(std::int16_t iTarnoNo);

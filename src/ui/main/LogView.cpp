@@ -154,6 +154,15 @@ std::optional<RecordView> LogView::SelectedTrip() const
     return found == trips.end() ? std::nullopt : std::optional(*found);
 }
 
+TripsFound LogView::Found()
+{
+    TripsFound found{.keys = {}, .query = IsRestricted() ? m_bar.Text() : QString()};
+    for (const RecordView& trip : FoundTrips()) {
+        found.keys.insert(trip.Text(EntryField::TarnoNo));
+    }
+    return found;
+}
+
 RecordList LogView::FoundTrips()
 {
     const std::vector<RowState> states = States();

@@ -4,6 +4,7 @@
 #include "analysis/TripText.h"
 #include "ui/common/Program.h"
 #include "ui/common/TextTableModel.h"
+#include "ui/reports/LogReport.h"
 
 #include <QObject>
 
@@ -52,8 +53,8 @@ public:
     /// Returns the record of the selected trip, valid until the next change of the log.
     std::optional<RecordView> SelectedTrip() const;
 
-    /// Returns the records of the trips that the query finds, valid until the next change of the log.
-    RecordList FoundTrips();
+    /// Returns the trips that the query finds, for a report.
+    TripsFound Found();
 
     /// Copies the selected trip, or those that the query finds, to the clipboard as text separated by tabs.
     void Copy() const;
@@ -73,6 +74,7 @@ private:
     QString Hint(bool anyLocation) const;
     void CopyTrips(const RecordList& trips) const;
     RecordList Trips() const;
+    RecordList FoundTrips();
 
     const Program& m_program;
     SortableList& m_list;

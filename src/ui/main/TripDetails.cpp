@@ -2,6 +2,7 @@
 
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
+#include "ui/common/ValueTable.h"
 #include "ui/entry/PictureFile.h"
 
 #include <QKeyEvent>
@@ -22,8 +23,7 @@ namespace
 {
 
 constexpr int largestPicture = 1600; // pixels
-constexpr int margin = 8;
-constexpr int letters = 44; // in a line
+constexpr int letters = 44;          // in a line
 constexpr int fewestLetters = 24;
 constexpr QLatin1String pictureName("picture");
 
@@ -34,10 +34,7 @@ TripDetails::TripDetails(QWidget* parent) : QWidget(parent), m_text(new QTextEdi
     using namespace std::chrono_literals;
     m_text->setObjectName(QStringLiteral("txtDetails"));
     m_text->setAccessibleName(QStringLiteral("Details of the selected trip"));
-    m_text->setReadOnly(true);
-    m_text->setTabChangesFocus(true);
-    m_text->document()->setDocumentMargin(margin);
-    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    MakeReadable(*m_text);
     m_text->installEventFilter(this);
     m_text->setMinimumWidth(fewestLetters * fontMetrics().averageCharWidth());
     auto* layout = new QVBoxLayout(this);
@@ -100,7 +97,7 @@ void TripDetails::Render()
         document.addResource(QTextDocument::ImageResource, QUrl(pictureName), m_picture);
         // with the scroll bar, because the text below the picture may need it
         const int width = m_text->maximumViewportSize().width() -
-                          m_text->verticalScrollBar()->sizeHint().width() - 2 * margin;
+                          m_text->verticalScrollBar()->sizeHint().width() - 2 * readableMargin;
         const QSize room(std::max(1, width), m_picture.height());
         const QSize shown = m_picture.size().scaled(room, Qt::KeepAspectRatio).boundedTo(m_picture.size());
         QTextImageFormat image;
@@ -114,19 +111,7 @@ void TripDetails::Render()
     if (m_values.empty()) {
         return;
     }
-    QTextTableFormat format;
-    format.setBorderStyle(QTextFrameFormat::BorderStyle_None);
-    format.setCellPadding(2);
-    format.setCellSpacing(0);
-    QTextTable* table = cursor.insertTable(static_cast<int>(m_values.size()), 2, format);
-    QTextCharFormat caption;
-    caption.setFontWeight(QFont::Bold);
-    int row = 0;
-    for (const DescribedValue& value : m_values) {
-        table->cellAt(row, 0).firstCursorPosition().insertText(FromUtf8(value.caption), caption);
-        table->cellAt(row, 1).firstCursorPosition().insertText(FromUtf8(value.text));
-        ++row;
-    }
+    InsertValues(cursor, m_values);
     m_text->moveCursor(QTextCursor::Start);
 }
 

@@ -10,6 +10,7 @@
 #include "core/ErrorLog.h"
 #include "fSplash.h"
 #include "qt/Strings.h"
+#include "ui/calendar/fCalendar.h"
 #include "ui/common/Notices.h"
 #include "ui/entry/PictureFile.h"
 #include "ui/entry/fEntry.h"
@@ -59,7 +60,8 @@ void fTarno::AddCommands()
     m_commands->AddSeparator();
     m_commands->AddButton(m_ui->icoTides, "tides", "Tides", Needs::Nothing, run(&fTarno::Tides));
 
-    m_commands->Add(m_ui->miOpenFolder, Needs::Nothing, run(&fTarno::OpenLogFolder));
+    m_commands->Add(m_ui->miOpenFolder, Needs::Nothing,
+                    [this] { m_program.programs.OpenFolder(FromUtf8(m_program.folder.GetAppPath())); });
     m_commands->Add(m_ui->miExit, Needs::Nothing, run(&fTarno::cmdExit_Click));
     m_commands->Add(m_ui->miRepeat, Needs::RowAndNewTrip, run(&fTarno::Repeat));
     m_commands->Add(m_ui->miFind, Needs::AnyTrip, [this] { m_ui->queryBar->Open(); });
@@ -67,6 +69,7 @@ void fTarno::AddCommands()
     m_commands->Add(m_ui->miReportFound, Needs::Row, run(&fTarno::ReportFound));
     m_commands->Add(m_ui->miCopy, Needs::Row, [this] { m_log->Copy(); });
     m_commands->Add(m_ui->miCopyFound, Needs::FoundRow, [this] { m_log->CopyFound(); });
+    m_commands->Add(m_ui->miCalendar, Needs::Nothing, run(&fTarno::Calendar));
     m_commands->Add(m_ui->miDetails, Needs::Nothing, run(&fTarno::ShowDetails));
     m_commands->Add(m_ui->miManual, Needs::Nothing,
                     [this] { ShowManual(this, objectName(), m_program.windows); });
@@ -229,6 +232,18 @@ void fTarno::Reports()
     WithListGreyed("Reports", [this] { fRptLog(m_program, this).exec(); });
 }
 
+void fTarno::Calendar()
+{
+    WithListGreyed("Calendar", [this] {
+        fCalendar calendar(m_program, this);
+        calendar.exec();
+        // an unreadable file, for which nothing can be saved, would be reported again
+        if (m_program.sql.CanAddEntries() && m_program.sql.CanAddLocations()) {
+            m_log->ShowSaved(calendar.SavedKeys());
+        }
+    });
+}
+
 void fTarno::About()
 {
     WithListGreyed("About", [this] { fSplash(FromUtf8(m_program.folder.GetAppPath()), this).ShowAbout(); });
@@ -248,13 +263,7 @@ void fTarno::TripSheet()
 
 void fTarno::ReportFound()
 {
-    WithListGreyed("ReportFound", [this] {
-        TripsFound found{.keys = {}, .query = m_log->IsRestricted() ? m_ui->queryBar->Text() : QString()};
-        for (const RecordView& trip : m_log->FoundTrips()) {
-            found.keys.insert(trip.Text(EntryField::TarnoNo));
-        }
-        fRptLog(m_program, this, found).exec();
-    });
+    WithListGreyed("ReportFound", [this] { fRptLog(m_program, this, m_log->Found()).exec(); });
 }
 
 void fTarno::ShowDetails()
@@ -280,11 +289,6 @@ void fTarno::ShowSelectedTrip()
             m_ui->tripDetails->ShowNothing();
         }
     });
-}
-
-void fTarno::OpenLogFolder()
-{
-    m_program.programs.OpenFolder(FromUtf8(m_program.folder.GetAppPath()));
 }
 
 void fTarno::cmdExit_Click()

@@ -47,7 +47,7 @@ public:
     void TripSheet();
     void ReportFound();
     void ShowDetails();
-    void OpenLogFolder();
+    void Calendar();
 
 Q_SIGNALS:
     /// The user confirmed the exit and the data access was released.

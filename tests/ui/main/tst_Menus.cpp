@@ -55,9 +55,9 @@ Texts Described(const QMenu& menu)
 std::string Enabled(const QWidget& window)
 {
     const std::set<QString> always{QStringLiteral("miOpenFolder"), QStringLiteral("miExit"),
-                                   QStringLiteral("miDetails"),    QStringLiteral("Earth"),
-                                   QStringLiteral("icoTides"),     QStringLiteral("miManual"),
-                                   QStringLiteral("icoAbout")};
+                                   QStringLiteral("miCalendar"),   QStringLiteral("miDetails"),
+                                   QStringLiteral("Earth"),        QStringLiteral("icoTides"),
+                                   QStringLiteral("miManual"),     QStringLiteral("icoAbout")};
     QStringList names;
     for (const QMenu* menu : Menus(window)) {
         for (const QAction* item : menu->actions()) {
@@ -114,10 +114,12 @@ private Q_SLOTS:
                                  << Texts{"miUndo: Undo (Ctrl+Z)", "miRedo: Redo (Ctrl+Y, Ctrl+Shift+Z)", "-",
                                           "miCopy: Copy (Ctrl+C)",
                                           "miCopyFound: Copy All Found (Ctrl+Shift+C)"};
-        QTest::newRow("mnuView") << "&View"
-                                 << Texts{"miDetails: Details (Ctrl+I)", "-", "Earth: Locations (Ctrl+L)",
-                                          "icoReports: Reports (Ctrl+R, Ctrl+P)",
-                                          "icoTides: Tides (Ctrl+Shift+T)"};
+        QTest::newRow("mnuView") << "&View" << Texts{"miDetails: Details (Ctrl+I)",
+                                                     "-",
+                                                     "miCalendar: Calendar (Ctrl+K)",
+                                                     "Earth: Locations (Ctrl+L)",
+                                                     "icoReports: Reports (Ctrl+R, Ctrl+P)",
+                                                     "icoTides: Tides (Ctrl+Shift+T)"};
         QTest::newRow("mnuHelp") << "&Help"
                                  << Texts{"miManual: Manual (F1)", "-", "icoAbout: About (Shift+F1)"};
     }
@@ -228,7 +230,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QCOMPARE(keys, 21);
+        QCOMPARE(keys, 22);
     }
 
     void key_opensItsWindow_data()
@@ -239,6 +241,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+D") << "fEntry";
         QTest::newRow("Ctrl+Shift+P") << "fPreview";
         QTest::newRow("Ctrl+Shift+R") << "fRptLog";
+        QTest::newRow("Ctrl+K") << "fCalendar";
         QTest::newRow("Ctrl+L") << "fLocs";
         QTest::newRow("Ctrl+R") << "fRptLog";
         QTest::newRow("Ctrl+P") << "fRptLog";
@@ -440,6 +443,33 @@ private Q_SLOTS:
         }
         ShownLog window(program);
         QCOMPARE(Enabled(window), enabled);
+    }
+
+    void calendar_unreadableFile_isNotReportedAgain_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("log") << "tarno.xml";
+        QTest::newRow("locations") << "location.xml";
+    }
+
+    void calendar_unreadableFile_isNotReportedAgain()
+    {
+        QFETCH(QString, file);
+        FourTrips program;
+        program.folder.Write(file.toStdString(), "<data>");
+        program.Start();
+        if (file == QLatin1String("tarno.xml")) {
+            program.reports.Expect("cSQL", "EntryList", ErrorNumber::ObjectNotSet);
+        } else {
+            program.reports.Expect("cSQL", "LocationNameGet", ErrorNumber::ObjectNotSet);
+            program.reports.Expect("cSQL", "LocationList", ErrorNumber::ObjectNotSet);
+        }
+        ShownLog window(program);
+        ErrorReporter::Instance().AllowRepetition(); // as after a while
+        WhileOpen(
+            "fCalendar", [&] { Press(window, Qt::Key_K, Qt::ControlModifier); },
+            [](QDialog& calendar) { Click(calendar, "cmdClose"); });
+        QVERIFY(List(window).isEnabled());
     }
 };
 

@@ -70,6 +70,28 @@ private Q_SLOTS:
         QCOMPARE(Count(window), "2 of 4 trips");
     }
 
+    /// The calendar is closed after a trip was saved there that the query does not find.
+    void tripSavedInTheCalendar_staysShown()
+    {
+        FourTrips program;
+        ShownLog window(program);
+        FindTrips(window, "squid");
+        WhileOpen(
+            "fCalendar", [&] { Press(window, Qt::Key_K, Qt::ControlModifier); },
+            [](QDialog& calendar) {
+                WhileOpen(
+                    "fEntry", [&] { Click(calendar, "cmdNewTrip"); },
+                    [](QDialog& editor) {
+                        Click(editor, "cmdOK");
+                        Click(editor, "cmdCancel");
+                    });
+                Click(calendar, "cmdClose");
+            });
+        QCOMPARE(Keys(window), (Texts{"K1", "K3", "K5"}));
+        QCOMPARE(MarkedKeys(window), Texts{"K5"});
+        QCOMPARE(Selected(window), "K5");
+    }
+
     void savedTrip_isHiddenWhenTheQueryChanges()
     {
         FourTrips program;

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "MonthTest.h"
+#include "support/Windows.h"
+#include "ui/calendar/MonthGrid.h"
+#include "ui/calendar/fCalendar.h"
+#include "ui/common/SortableList.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTextEdit>
+#include <QtTest>
+
+#include <string>
+#include <vector>
+
+namespace Tarno
+{
+
+// Helpers to operate the calendar as its user does.
+
+using Texts = std::vector<std::string>;
+
+/// A log with three places, the last of them without coordinates, and the clock at 22 November 2026.
+class ProgramWithPlaces : public TestProgram
+{
+public:
+    ProgramWithPlaces()
+    {
+        Start();
+        clock.today = Date(2026, 11, 22);
+        AddLocation("Pittwater", {{LocationField::LocLatt, pittwater.latitude},
+                                  {LocationField::LocLong, pittwater.longitude},
+                                  {LocationField::LocDST, "1"}});
+        AddLocation("Lake Eucumbene", {{LocationField::LocLatt, "-36.1"}, {LocationField::LocLong, "148.7"}});
+        AddLocation("Somewhere", {{LocationField::LocLatt, ""}, {LocationField::LocLong, ""}});
+    }
+
+    /// Stores a trip of one day and returns its key.
+    int AddTrip(const char* date, const char* place, const Values& values = {})
+    {
+        Values all{{EntryField::StartDate, date},    {EntryField::EndDate, date},
+                   {EntryField::StartTime, "06:00"}, {EntryField::EndTime, "12:00"},
+                   {EntryField::LocNo, place},       {EntryField::MoonPhase, "45"},
+                   {EntryField::FishAction, "2"}};
+        for (const auto& [position, text] : values) {
+            all[position] = text;
+        }
+        return AddEntry(all);
+    }
+};
+
+/// The calendar on the screen.
+class ShownCalendar : public fCalendar
+{
+public:
+    explicit ShownCalendar(const TestProgram& program) : fCalendar(program.program, nullptr)
+    {
+        show();
+        AwaitActive(*this);
+    }
+};
+
+inline MonthGrid& Grid(const QWidget& window)
+{
+    return Find<MonthGrid>(window, "monthGrid");
+}
+
+inline QComboBox& Places(const QWidget& window)
+{
+    return Find<QComboBox>(window, "cboPlace");
+}
+
+inline std::string LabelText(const QWidget& window, const char* name)
+{
+    return ToUtf8(Find<QLabel>(window, name).text());
+}
+
+inline std::string ShownDate(const QWidget& window)
+{
+    return Text(Grid(window).Date());
+}
+
+/// Returns the panel about the day, with a line for each cell.
+inline std::string DayText(const QWidget& window)
+{
+    return ToUtf8(Find<QTextEdit>(window, "txtDay").toPlainText());
+}
+
+/// Returns the rows of a list, with their cells separated by " | ".
+inline Texts Rows(const QWidget& window, const char* list)
+{
+    const QAbstractItemModel* model = Find<SortableList>(window, list).model();
+    Texts rows;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < model->columnCount(); ++column) {
+            cells << model->index(row, column).data().toString();
+        }
+        rows.push_back(ToUtf8(cells.join(QLatin1String(" | "))));
+    }
+    return rows;
+}
+
+inline void DoubleClickRow(const QWidget& window, const char* list, int row)
+{
+    const auto& rows = Find<SortableList>(window, list);
+    QTest::mouseDClick(rows.viewport(), Qt::LeftButton, {},
+                       rows.visualRect(rows.model()->index(row, 0)).center());
+}
+
+/// Shows the page of the calendar with trips on similar days.
+inline void ShowSimilar(const QWidget& window)
+{
+    Find<QTabWidget>(window, "tabDay").setCurrentIndex(1);
+}
+
+} // namespace Tarno
