@@ -1,10 +1,13 @@
-// Preparing trips for queries, filtering by queries, and completing them.
+// Preparing trips for queries, filtering by queries, completing them, and the statistics.
 
 #include "LogFolder.h"
 #include "analysis/CalendarDay.h"
+#include "analysis/ForecastCheck.h"
 #include "analysis/Query.h"
 #include "analysis/QueryCompletion.h"
 #include "analysis/Similarity.h"
+#include "analysis/TripGroups.h"
+#include "analysis/YearSummary.h"
 
 #include <benchmark/benchmark.h>
 #include <pugixml.hpp>
@@ -13,6 +16,7 @@
 #include <array>
 #include <chrono>
 #include <cstring>
+#include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -43,7 +47,44 @@ public:
         return searched;
     }
 
+    /// Makes every line of the catch different, as in a log with sizes and numbers. `between` are the words
+    /// before the number in the second line of each trip.
+    void NumberCatches(const std::string& between)
+    {
+        int number = 0;
+        for (const RecordView& trip : trips) {
+            pugi::xml_node caught = trip.Node().first_child();
+            for (std::size_t field = 0; field < EntryField::FishCaught; ++field) {
+                caught = caught.next_sibling();
+            }
+            const std::string count = std::to_string(++number);
+            std::string lines = "Flathead ";
+            lines.append(count).append(" cm~CL~").append(between).append(count).append(" g");
+            caught.text().set(lines.c_str());
+        }
+    }
+
+    LogContext Context() const
+    {
+        LogContext context;
+        context.places = places;
+        context.species = PickList("Species.txt");
+        context.baits = PickList("Bait.txt");
+        context.methods = PickList("Methods.txt");
+        return context;
+    }
+
 private:
+    static LineItems PickList(const std::string& name)
+    {
+        std::ifstream file(TARNO_SHIPPED_DATA "/" + name);
+        std::vector<std::string> items;
+        for (std::string line; std::getline(file, line);) {
+            items.push_back(line);
+        }
+        return LineItems(items);
+    }
+
     static RecordList RecordsOf(pugi::xml_document& document, const std::string& path)
     {
         document.load_file(path.c_str());
@@ -151,6 +192,54 @@ void Similar(benchmark::State& state)
     }
 }
 
+void Group(benchmark::State& state, Grouping grouping)
+{
+    const LoadedLog log(state);
+    const LogContext context = log.Context();
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(GroupTrips(log.trips, grouping, context));
+    }
+}
+
+void GroupDifferentLines(benchmark::State& state, const std::string& between)
+{
+    LoadedLog log(state);
+    log.NumberCatches(between);
+    const LogContext context = log.Context();
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(GroupTrips(log.trips, Grouping::Caught, context));
+    }
+}
+
+void Check(benchmark::State& state)
+{
+    const LoadedLog log(state);
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(CheckForecasts(log.trips));
+    }
+}
+
+/// Rows of equal size need the most random numbers.
+void Correlate(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0)) / 16;
+    const std::vector<int> row(4, count);
+    const std::vector<RankedRow> table{{0, row}, {1, row}, {2, row}, {3, row}};
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(KendallTauB(table));
+    }
+}
+
+void Summarize(benchmark::State& state)
+{
+    const LoadedLog log(state);
+    const LogContext context = log.Context();
+    const int year = YearsOf(log.trips).front();
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(SummarizeYear(log.trips, year, context));
+    }
+}
+
 void Thousands(benchmark::internal::Benchmark* bench)
 {
     bench->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
@@ -194,6 +283,21 @@ const bool isRegistered = [] {
         ->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("month of the calendar", CalendarMonth)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("similar days", Similar)->Apply(Thousands);
+    for (const auto& [grouping, title] : Groupings()) {
+        benchmark::RegisterBenchmark(("group by: " + std::string(title)).c_str(), Group, grouping)
+            ->Arg(10000)
+            ->Unit(benchmark::kMillisecond);
+    }
+    benchmark::RegisterBenchmark("group by: Species caught, all lines different", GroupDifferentLines,
+                                 "Breams x 3, ")
+        ->Apply(Thousands);
+    // the query of the group then contains each of these lines as a whole
+    benchmark::RegisterBenchmark("group by: Species caught, half of them by number", GroupDifferentLines,
+                                 "3 breams, ")
+        ->Apply(Thousands);
+    benchmark::RegisterBenchmark("forecast check, all four", Check)->Apply(Thousands);
+    benchmark::RegisterBenchmark("rank correlation, 4 by 4", Correlate)->Apply(Thousands);
+    benchmark::RegisterBenchmark("summary of a year", Summarize)->Apply(Thousands);
     return true;
 }();
 

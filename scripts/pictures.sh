@@ -24,6 +24,7 @@ comments:trip, comments
 picture:trip, picture
 locations:locations
 calendar:calendar
+statistics:statistics
 location:location, data
 builder:log report
 customise:report fields

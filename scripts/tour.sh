@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Drives the real program by keyboard and mouse on a virtual display: adds trips to a copy of the sample log, finds,
-# repeats, deletes and restores some, uses the calendar, and exports reports to PDF and RTF and times to an iCalendar
-# file. Fails if the data files or what is exported lack something.
+# repeats, deletes and restores some, uses the calendar and the statistics, and exports reports to PDF and RTF and
+# times to an iCalendar file. Fails if the data files or what is exported lack something.
 # Writes screenshots, the reports and report.txt to build/tour/ or to the folder TARNO_TOUR.
 #   scripts/tour.sh PROGRAM
 set -euo pipefail
@@ -258,6 +258,28 @@ await_value "first line of the events" BEGIN:VCALENDAR sed -n '1s/\r//p' "$out/p
 expect "events, each with a start" "$(grep -c '^BEGIN:VEVENT' "$out/peaks.ics")" "$(grep -c '^DTSTART:' "$out/peaks.ics")"
 keys Escape
 window "Tarno Fishing Log"
+
+keys ctrl+t
+window "Fishing Statistics"
+picture 41-statistics "the trips by month"
+keys alt+g Down Down Down Down
+picture 42-places "the trips by place"
+keys alt+r
+picture 43-forecast "whether the forecast held"
+keys alt+e
+picture 44-year "the figures of the year"
+keys alt+h
+window "Tarno Year Sheet"
+picture 45-year-sheet "the preview of the year sheet"
+export_report PDF year-sheet
+expect "months on the year sheet" 12 \
+    "$(pdftotext -layout "$out/year-sheet.pdf" - | grep -cE '^ *(January|February|March|April|May|June|July|August|September|October|November|December) ')"
+keys Escape
+window "Fishing Statistics"
+keys alt+u alt+s
+window "Tarno Fishing Log"
+picture 46-group "the trips of a group in the log"
+keys Escape
 
 leave
 tell "The tour succeeded; the pictures are in $out."

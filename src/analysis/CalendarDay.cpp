@@ -1,5 +1,6 @@
 #include "CalendarDay.h"
 
+#include "analysis/ComparableValues.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "store/EntryFields.h"
@@ -118,12 +119,10 @@ std::string LongDate(std::chrono::year_month_day date)
 {
     constexpr std::array weekdays{"Sunday",   "Monday", "Tuesday", "Wednesday",
                                   "Thursday", "Friday", "Saturday"};
-    constexpr std::array months{"January", "February", "March",     "April",   "May",      "June",
-                                "July",    "August",   "September", "October", "November", "December"};
     const std::chrono::weekday weekday{std::chrono::sys_days(date)};
     return std::string(weekdays.at(weekday.c_encoding())) + ' ' +
            std::to_string(static_cast<unsigned>(date.day())) + ' ' +
-           months.at(static_cast<unsigned>(date.month()) - 1) + ' ' +
+           std::string(monthNames.at(static_cast<unsigned>(date.month()) - 1)) + ' ' +
            std::to_string(static_cast<int>(date.year()));
 }
 

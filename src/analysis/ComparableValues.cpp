@@ -74,6 +74,11 @@ std::optional<Interval> DaysOf(std::string_view period)
     return Interval{DayNumber(*first), DayNumber(last)};
 }
 
+std::chrono::year_month_day FirstDay(const Interval& days)
+{
+    return std::chrono::sys_days{std::chrono::days(static_cast<int>(days.first))};
+}
+
 std::optional<double> TimeOf(std::string_view text)
 {
     text = Trimmed(text);
@@ -104,6 +109,12 @@ std::optional<FoundNumber> FirstNumber(std::string_view text)
         return parsed.ec == std::errc() ? std::optional(found) : std::nullopt; // it may be too large
     }
     return std::nullopt;
+}
+
+bool IsNumberOrTime(std::string_view text)
+{
+    const auto number = FirstNumber(text);
+    return (number && number->written == text) || TimeOf(text);
 }
 
 std::optional<double> PositionOf(std::string_view text, std::span<const std::string_view> words)

@@ -2,6 +2,7 @@
 
 #include "analysis/QuerySyntax.h"
 #include "analysis/SearchedTrip.h"
+#include "core/Conversions.h"
 #include "core/Text.h"
 
 #include <algorithm>
@@ -33,11 +34,25 @@ std::optional<Interval> IntervalOf(std::optional<double> value)
     return value ? std::optional(Interval{*value, *value}) : std::nullopt;
 }
 
+/// Returns the month with a number from 1 to 12, or with a name or the beginning of only one name.
+std::optional<Interval> MonthsNamed(std::string_view text, std::span<const std::string_view> names)
+{
+    for (int month = 1; month <= static_cast<int>(names.size()); ++month) {
+        if (text == std::to_string(month) || text == ZeroPadded(month, 2)) {
+            return Interval{static_cast<double>(month), static_cast<double>(month)};
+        }
+    }
+    const auto named = PositionOfBeginning(Fold(text), names);
+    return IntervalOf(named ? std::optional(*named + 1) : std::nullopt);
+}
+
 std::optional<Interval> OperandOf(const QueryField& field, Order order, std::string_view text)
 {
     switch (order) {
     case Order::Days:
         return DaysOf(text);
+    case Order::Months:
+        return MonthsNamed(text, field.words);
     case Order::Times:
         return IntervalOf(TimeOf(text));
     case Order::Words:
@@ -67,6 +82,8 @@ std::string ExpectedValue(const QueryField& field, Order order)
     switch (order) {
     case Order::Days:
         return "a date, for example 2024, 2024-11 or 2024-11-05.";
+    case Order::Months:
+        return "a month, for example 11 or November.";
     case Order::Times:
         return "a time, for example 06:30.";
     case Order::Words: {
@@ -98,7 +115,7 @@ Interval ReadRange(const QueryField& field, Order order, std::string_view value,
     const double first =
         isOpen && from.empty() ? -infinity : RequiredOperand(field, order, from, written).first;
     const double last = to.empty() ? infinity : RequiredOperand(field, order, to, written).last;
-    if (last < first) {
+    if (last < first && order != Order::Months) { // "november..february" is a part of two years
         throw MalformedValue(Cited(written) + " ends before it begins. Write the smaller value first.");
     }
     return {first, last};
@@ -134,7 +151,8 @@ std::optional<Comparison> Comparison::Read(const QueryField& field, std::string_
     if (isRange) {
         return Comparison(field, order, Operator::Overlaps, ReadRange(field, order, value, written));
     }
-    if (field.order == Order::Days && !isQuoted && !value.empty()) {
+    const bool isPeriod = field.order == Order::Days || field.order == Order::Months;
+    if (isPeriod && !isQuoted && !value.empty()) {
         return Comparison(field, order, Operator::Overlaps, RequiredOperand(field, order, value, written));
     }
     if (field.searched.front() == EntryField::MoonPhase && EqualIgnoringCase(value, "full")) {
@@ -151,6 +169,9 @@ bool Comparison::Matches(const SearchedTrip& trip) const
     if (m_order == Order::Days) {
         return trip.Days() && Holds(*trip.Days());
     }
+    if (m_order == Order::Months) {
+        return trip.Days() && HoldsForMonth(static_cast<unsigned>(FirstDay(*trip.Days()).month()));
+    }
     for (const EntryField::Position position : m_field->searched) {
         std::string_view rest = trip.Of(position);
         while (!rest.empty()) {
@@ -163,6 +184,13 @@ bool Comparison::Matches(const SearchedTrip& trip) const
         }
     }
     return false;
+}
+
+bool Comparison::HoldsForMonth(unsigned month) const
+{
+    const bool spansNewYear = m_operand.last < m_operand.first;
+    return spansNewYear ? month >= m_operand.first || month <= m_operand.last
+                        : Holds({static_cast<double>(month), static_cast<double>(month)});
 }
 
 bool Comparison::Holds(const Interval& value) const

@@ -39,6 +39,7 @@ private:
     {
     }
 
+    bool HoldsForMonth(unsigned month) const;
     bool Holds(const Interval& value) const;
 
     const QueryField* m_field;

@@ -2,8 +2,10 @@
 
 #include "analysis/Comparison.h"
 #include "analysis/QuerySyntax.h"
+#include "core/Conversions.h"
 
 #include <algorithm>
+#include <optional>
 #include <stdexcept>
 
 namespace Tarno
@@ -40,6 +42,46 @@ Condition HasText(const QueryField& field, const std::string& folded)
     };
 }
 
+/// Matches trips with a line that equals `folded`; also with one whose subject equals it, if `orSubject`.
+Condition HasLine(const QueryField& field, std::string folded, bool orSubject)
+{
+    const auto isLine = [folded = std::move(folded), orSubject](std::string_view line) {
+        return line == folded || (orSubject && SubjectOf(line) == folded);
+    };
+    return [&field, isLine](const SearchedTrip& trip) {
+        return std::any_of(field.searched.begin(), field.searched.end(), [&](EntryField::Position position) {
+            std::string_view rest = trip.Of(position);
+            while (!rest.empty()) {
+                const std::size_t length = std::min(rest.find('\n'), rest.size());
+                if (isLine(Trimmed(rest.substr(0, length)))) {
+                    return true;
+                }
+                rest.remove_prefix(std::min(length + 1, rest.size()));
+            }
+            return false;
+        });
+    };
+}
+
+/// Reads "=text" and "==text". Returns nullopt for other values, and for "=" with a number or a time, which
+/// compares. Throws MalformedValue.
+std::optional<Condition> ReadEquality(const WrittenAlternative& written)
+{
+    if (!HasTexts(*written.field) || !written.value.starts_with('=')) {
+        return std::nullopt;
+    }
+    const bool isExact = written.value.starts_with("==");
+    const std::string text(Trimmed(Unquoted(written.value.substr(isExact ? 2 : 1))));
+    if (!isExact && written.field->order == Order::Numbers && IsNumberOrTime(text)) {
+        return std::nullopt;
+    }
+    std::string folded(Trimmed(Fold(text)));
+    if (folded.empty()) {
+        throw MalformedValue(Cited(written.text) + " needs a text after the equals sign.");
+    }
+    return HasLine(*written.field, std::move(folded), !isExact);
+}
+
 /// Throws MalformedValue.
 Condition ConditionOf(const WrittenAlternative& written)
 {
@@ -51,6 +93,9 @@ Condition ConditionOf(const WrittenAlternative& written)
     if (written.field == nullptr) {
         return
             [folded = std::move(folded)](const SearchedTrip& trip) { return Contains(trip.All(), folded); };
+    }
+    if (auto equality = ReadEquality(written)) {
+        return *std::move(equality);
     }
     if (const auto comparison = Comparison::Read(*written.field, written.value, written.text)) {
         return [comparison = *comparison](const SearchedTrip& trip) { return comparison.Matches(trip); };

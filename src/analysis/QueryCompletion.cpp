@@ -43,26 +43,12 @@ std::vector<std::string> MostFrequentFirst(const Counts& counts)
     return texts;
 }
 
-/// Returns the beginning of a line that other trips are likely to share: "Flathead" of "Flathead 41 and 52 cm
-/// (kept)" and of "Flathead x 3".
-std::string_view SubjectOf(std::string_view line)
-{
-    const std::size_t end = line.find_first_of("0123456789,;(");
-    std::string_view subject = Trimmed(line.substr(0, end));
-    if (end != std::string_view::npos && subject.ends_with(" x")) {
-        subject = Trimmed(subject.substr(0, subject.size() - 2));
-    }
-    return subject.empty() ? line : subject;
-}
-
 void CountLines(const RecordList& trips, EntryField::Position field, const PlaceNames& places, Counts& counts,
                 std::string_view (*part)(std::string_view line) = Trimmed)
 {
     for (const RecordView& trip : trips) {
-        for (const std::string& line : Split(ReadableText(trip, field, places), '\n')) {
-            if (const auto text = part(Trimmed(line)); !text.empty()) {
-                ++counts[std::string(text)];
-            }
+        for (const std::string& line : LinesOf(trip, field, places)) {
+            ++counts[std::string(part(line))];
         }
     }
 }
@@ -84,6 +70,9 @@ std::vector<std::string> ProposedValues(const QueryField& field, const RecordLis
 {
     std::vector<std::string> values;
     Counts counts;
+    if (field.order == Order::Months) {
+        return {field.words.begin(), field.words.end()};
+    }
     for (const EntryField::Position position : field.searched) {
         switch (entryFields.at(position).kind) {
         case FieldKind::Code:
@@ -116,17 +105,6 @@ std::vector<std::string> ProposedValues(const QueryField& field, const RecordLis
     return values;
 }
 
-/// Returns the value as it must be written in a query, or an empty text if it cannot be written.
-std::string Written(const std::string& value)
-{
-    if (value.find('"') != std::string::npos) {
-        return {};
-    }
-    const bool isPlain = value.find_first_of(" \t\r\v\f|:") == std::string::npos &&
-                         value.find_first_of("<>=") != 0 && value.find("..") == std::string::npos;
-    return isPlain ? value : '"' + value + '"';
-}
-
 /// Appends those of `texts` that contain `typed`, both folded; first those that start with it.
 void AppendMatches(const std::vector<std::string>& texts, const std::string& typed,
                    std::vector<std::string>& proposals)
@@ -134,7 +112,7 @@ void AppendMatches(const std::vector<std::string>& texts, const std::string& typ
     std::vector<std::string> inside;
     for (const std::string& text : texts) {
         const std::size_t found = Fold(text).find(typed);
-        std::string written = found == std::string::npos ? std::string() : Written(text);
+        std::string written = found == std::string::npos ? std::string() : Quoted(text);
         if (!written.empty()) {
             (found == 0 ? proposals : inside).push_back(std::move(written));
         }

@@ -1,5 +1,6 @@
 #include "QueryFields.h"
 
+#include "analysis/ComparableValues.h"
 #include "analysis/TripText.h"
 
 #include <algorithm>
@@ -12,10 +13,13 @@ const std::vector<QueryField>& QueryFields()
     using namespace EntryField;
     static const std::vector<QueryField> fields{
         {"date", {StartDate, EndDate}, Order::Days},
+        {"month", {StartDate}, Order::Months, monthNames},
         {"start", {StartTime}, Order::Times},
         {"end", {EndTime}, Order::Times},
         {"place", {LocNo}, Order::None},
         {"tide", {TideStart, TideEnd}, Order::None},
+        {"tidestart", {TideStart}, Order::None},
+        {"tideend", {TideEnd}, Order::None},
         {"high", {HighTide, HighTideHt}, Order::Numbers},
         {"low", {LowTide, LowTideHt}, Order::Numbers},
         {"sunrise", {SunRise}, Order::Times},
@@ -27,9 +31,11 @@ const std::vector<QueryField>& QueryFields()
         {"action", {FishAction}, Order::Words, FieldWords::action},
         {"air", {AirTemp}, Order::Numbers},
         {"water", {WaterTemp, WaterClarity}, Order::Numbers},
+        {"clarity", {WaterClarity}, Order::None},
         {"wind", {WindDir, WindStrength}, Order::Words, FieldWords::windStrength},
         {"weather", {Weather}, Order::None},
         {"pressure", {AirPressure, PressureReading}, Order::Numbers},
+        {"trend", {AirPressure}, Order::None},
         {"target", {TargetSpecies}, Order::Numbers},
         {"bait", {BaitUsed}, Order::Numbers},
         {"method", {Method}, Order::Numbers},
@@ -48,6 +54,11 @@ const QueryField* FindQueryField(std::string_view name)
     const auto found = std::find_if(fields.begin(), fields.end(),
                                     [&](const QueryField& field) { return field.name == folded; });
     return found == fields.end() ? nullptr : &*found;
+}
+
+bool HasTexts(const QueryField& field)
+{
+    return field.order == Order::None || entryFields.at(field.searched.front()).kind == FieldKind::Lines;
 }
 
 bool IsCodeWord(const QueryField& field, std::string_view folded)

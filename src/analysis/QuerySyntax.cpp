@@ -74,6 +74,26 @@ std::vector<WrittenTerm> SplitQuery(std::string_view query)
     }
 }
 
+std::string BothQueries(std::string_view first, std::string_view second)
+{
+    const std::vector<WrittenTerm> terms = SplitQuery(first);
+    if (terms.empty()) {
+        return std::string(second);
+    }
+    // an open quotation would swallow the second query
+    return std::string(first) + (terms.back().isClosed ? " " : "\" ") + std::string(second);
+}
+
+std::string Quoted(std::string_view value)
+{
+    if (value.find('"') != std::string_view::npos) {
+        return {};
+    }
+    const bool isPlain = value.find_first_of(" \t\r\v\f|:") == std::string_view::npos &&
+                         value.find_first_of("<>=") != 0 && value.find("..") == std::string_view::npos;
+    return isPlain ? std::string(value) : '"' + std::string(value) + '"';
+}
+
 std::string Unquoted(std::string_view written)
 {
     std::string text;

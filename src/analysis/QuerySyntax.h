@@ -30,6 +30,13 @@ struct WrittenTerm {
 
 std::vector<WrittenTerm> SplitQuery(std::string_view query);
 
+/// Returns a query that finds the trips that both queries find.
+std::string BothQueries(std::string_view first, std::string_view second);
+
+/// Returns a value as it must be written in a query, with quotation marks if it needs them, or an empty text
+/// if it contains one and cannot be written.
+std::string Quoted(std::string_view value);
+
 /// Returns `written` without quotation marks and with line breaks as blanks.
 std::string Unquoted(std::string_view written);
 

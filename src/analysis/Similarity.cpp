@@ -1,5 +1,6 @@
 #include "Similarity.h"
 
+#include "analysis/TripText.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "store/RecordLayouts.h"
@@ -41,7 +42,7 @@ double CircularDistance(double left, double right, double length)
 double DayOfYear(const year_month_day& date)
 {
     const std::chrono::sys_days newYear(date.year() / std::chrono::January / 1);
-    return (std::chrono::sys_days(date) - newYear).count();
+    return static_cast<double>((std::chrono::sys_days(date) - newYear).count());
 }
 
 template <typename Read>
@@ -52,12 +53,6 @@ auto IfReadable(Read&& read) -> std::optional<decltype(read())>
     } catch (const Error&) {
         return std::nullopt;
     }
-}
-
-std::optional<int> CodeOf(const RecordView& trip, EntryField::Position field)
-{
-    const std::string text = trip.Text(field);
-    return CodeWord(field, text) == FieldWords::notSet ? std::nullopt : std::optional(text[0] - '0');
 }
 
 /// The parts of the distance between wanted conditions and a trip.

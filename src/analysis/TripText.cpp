@@ -56,6 +56,26 @@ std::string ReadableText(const RecordView& trip, EntryField::Position field, con
     return ReadableValue(trip.Text(field), field, places);
 }
 
+std::optional<int> CodeOf(const RecordView& trip, EntryField::Position field)
+{
+    return CodeOf(trip.Text(field), field);
+}
+
+std::optional<int> CodeOf(std::string_view stored, EntryField::Position field)
+{
+    return CodeWord(field, stored) == FieldWords::notSet ? std::nullopt : std::optional(stored[0] - '0');
+}
+
+std::vector<std::string> LinesOf(const RecordView& trip, EntryField::Position field, const PlaceNames& places)
+{
+    std::vector<std::string> lines = Split(ReadableText(trip, field, places), '\n');
+    std::erase_if(lines, IsBlank);
+    for (std::string& line : lines) {
+        line = std::string(Trimmed(line));
+    }
+    return lines;
+}
+
 std::string ReadableValue(std::string_view value, EntryField::Position field, const PlaceNames& places)
 {
     switch (entryFields.at(field).kind) {
@@ -91,6 +111,25 @@ std::string Fold(std::string_view text)
     // Qt folds letters one to one; apart from U+00DF, no letter that is left after the normalization needs
     // more
     return letters.toCaseFolded().replace(QChar(0xDF), QLatin1String("ss")).toStdString();
+}
+
+bool IsBlank(std::string_view text)
+{
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(blanks);
+    const bool isAscii = first == std::string_view::npos || static_cast<unsigned char>(text[first]) < 0x80;
+    return isAscii ? first == std::string_view::npos
+                   : Fold(text).find_first_not_of(blanks) == std::string::npos;
+}
+
+std::string_view SubjectOf(std::string_view line)
+{
+    const std::size_t end = line.find_first_of("0123456789,;(");
+    std::string_view subject = Trimmed(line.substr(0, end));
+    if (end != std::string_view::npos && (subject.ends_with(" x") || subject.ends_with(" X"))) {
+        subject = Trimmed(subject.substr(0, subject.size() - 2));
+    }
+    return subject.empty() ? line : subject;
 }
 
 } // namespace Tarno

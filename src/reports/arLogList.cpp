@@ -53,41 +53,21 @@ double FontSize(const RecordView& column)
 } // namespace
 
 arLogList::arLogList(const QPageLayout& page, RecordList columns, const ReportTable& grid)
-    : m_columns(std::move(columns)), m_grid(grid)
+    : HeadedReport(page, QPageLayout::Landscape, QStringLiteral("Tarno Fish Log Entry Listing"), heading),
+      m_columns(std::move(columns)),
+      m_grid(grid)
 {
-    Caption = QStringLiteral("Tarno Fish Log Entry Listing");
-    Page = page;
     PageHeader.Height = headingTop * twipsPerColumnMillimetre + headingHeight;
-    AddHeading(PageHeader, heading);
     Detail.Height = detailHeight;
     AddControl(Detail, "Line", QStringLiteral("lineDetail"), {0, detailHeight - ruleAboveEnd, 0, 0}).Weight =
         8;
 }
 
-void arLogList::AddFooter(const QString& text)
-{
-    PageFooter.Height = fieldHeight;
-    AddLabel(PageFooter, QStringLiteral("lblFooter"), text, {0, 0, 0, fieldHeight}, Tahoma())
-        .VerticalAlignment = VerticalTextAlignment::Bottom;
-}
-
-void arLogList::ReportStart()
-{
-    m_orientation = Page.orientation();
-    Page.setOrientation(QPageLayout::Landscape);
-    Tools = ExportTools();
-    m_row = 0;
-}
-
 void arLogList::DataInitialize()
 {
-    const int printableWidth = PaperSize().width() - PaperMargins().left() - PaperMargins().right();
-    PlacePageNumber(PageHeader, heading, printableWidth);
-    Detail.Controls[QStringLiteral("lineDetail")].Width = printableWidth;
-    for (ReportControl& footer : PageFooter.Controls) {
-        footer.Width = printableWidth;
-    }
-    LayOutColumns(printableWidth);
+    HeadedReport::DataInitialize();
+    Detail.Controls[QStringLiteral("lineDetail")].Width = PrintableWidth();
+    LayOutColumns(PrintableWidth());
 }
 
 /// Places the columns side by side without a gap. A column that does not fit starts a new line.
@@ -144,16 +124,6 @@ void arLogList::FetchData(bool& endOfData)
 void arLogList::Detail_BeforePrint()
 {
     Detail.Controls[QStringLiteral("lineDetail")].Top = Detail.Height - ruleAboveEnd;
-}
-
-void arLogList::ReportEnd()
-{
-    Page.setOrientation(m_orientation);
-}
-
-void arLogList::ToolbarClick(const QString& caption, ReportViewer& viewer)
-{
-    RunExportTool(caption, viewer);
 }
 
 } // namespace Tarno

@@ -30,28 +30,19 @@ QString DayName(int day)
 
 arMonthSheet::arMonthSheet(const QPageLayout& page, const QString& title, QStringList weekdays,
                            std::vector<QStringList> weeks)
-    : m_weeks(std::move(weeks)), m_weekdays(std::move(weekdays))
+    : HeadedReport(page, QPageLayout::Landscape, QStringLiteral("Tarno Fishing Calendar"), heading),
+      m_weeks(std::move(weeks)),
+      m_weekdays(std::move(weekdays))
 {
-    Caption = QStringLiteral("Tarno Fishing Calendar");
-    Page = page;
     PageHeader.Height = headerHeight;
-    AddHeading(PageHeader, heading);
     AddLabel(PageHeader, QStringLiteral("lblMonth"), title, {0, titleTop, 0, lineHeight}, Tahoma(11, true));
     Detail.Height = weekHeight;
 }
 
-void arMonthSheet::ReportStart()
-{
-    m_orientation = Page.orientation();
-    Page.setOrientation(QPageLayout::Landscape);
-    Tools = ExportTools();
-    m_row = 0;
-}
-
 void arMonthSheet::DataInitialize()
 {
-    const int width = PaperSize().width() - PaperMargins().left() - PaperMargins().right();
-    PlacePageNumber(PageHeader, heading, width);
+    HeadedReport::DataInitialize();
+    const int width = PrintableWidth();
     PageHeader.Controls[QStringLiteral("lblMonth")].Width = width;
     for (int day = 0; day < daysOfWeek; ++day) {
         const int left = width * day / daysOfWeek;
@@ -76,16 +67,6 @@ void arMonthSheet::FetchData(bool& endOfData)
         Fields.SetValue(day, m_weeks[m_row].value(day));
     }
     ++m_row;
-}
-
-void arMonthSheet::ReportEnd()
-{
-    Page.setOrientation(m_orientation);
-}
-
-void arMonthSheet::ToolbarClick(const QString& caption, ReportViewer& viewer)
-{
-    RunExportTool(caption, viewer);
 }
 
 } // namespace Tarno

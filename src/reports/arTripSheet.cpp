@@ -24,12 +24,11 @@ constexpr int fontSize = 10; // points
 } // namespace
 
 arTripSheet::arTripSheet(const QPageLayout& page, std::vector<DescribedValue> values, QImage picture)
-    : m_values(std::move(values)), m_picture(std::move(picture))
+    : HeadedReport(page, QPageLayout::Portrait, QStringLiteral("Tarno Trip Sheet"), heading),
+      m_values(std::move(values)),
+      m_picture(std::move(picture))
 {
-    Caption = QStringLiteral("Tarno Trip Sheet");
-    Page = page;
     PageHeader.Height = headerHeight;
-    AddHeading(PageHeader, heading);
     Detail.Height = rowHeight;
     AddField(Detail, QStringLiteral("fldCaption"), QStringLiteral("Caption"),
              {0, textTop, captionWidth, textHeight}, Tahoma(fontSize, true), false);
@@ -38,23 +37,11 @@ arTripSheet::arTripSheet(const QPageLayout& page, std::vector<DescribedValue> va
     AddControl(Detail, "Image", QStringLiteral("picTrip"), {0, 0, 0, 0}).Visible = false;
 }
 
-void arTripSheet::ReportStart()
-{
-    Page.setOrientation(QPageLayout::Portrait);
-    Tools = ExportTools();
-    m_row = 0;
-}
-
-int arTripSheet::PrintableWidth() const
-{
-    return PaperSize().width() - PaperMargins().left() - PaperMargins().right();
-}
-
 void arTripSheet::DataInitialize()
 {
+    HeadedReport::DataInitialize();
     Fields.Add(QStringLiteral("Caption"));
     Fields.Add(QStringLiteral("Text"));
-    PlacePageNumber(PageHeader, heading, PrintableWidth());
     Detail.Controls[QStringLiteral("fldText")].Width = PrintableWidth() - captionWidth;
 }
 
@@ -86,11 +73,6 @@ void arTripSheet::Detail_Format()
     picture.Width = shown.width();
     picture.Height = shown.height();
     Detail.Height = picture.Top + picture.Height;
-}
-
-void arTripSheet::ToolbarClick(const QString& caption, ReportViewer& viewer)
-{
-    RunExportTool(caption, viewer);
 }
 
 } // namespace Tarno

@@ -330,6 +330,76 @@ private Q_SLOTS:
 
     void orderedWords_compare() { CheckRow(); }
 
+    void month_isThatOfTheStart_data()
+    {
+        AddRows({{"month:october", "1 2"},
+                 {"month:oct", "1 2"},
+                 {"month:OCT", "1 2"},
+                 {"month:10", "1 2"},
+                 {"month:=10", "1 2"},
+                 {"month:=\"Feb\"", "3"},
+                 {"month:02", "3"},
+                 {"month:11", ""}, // the second trip starts in October
+                 {"month:>=10", "1 2 6"},
+                 {"month:>oct", "6"},
+                 {"month:<oct", "3"},
+                 {"month:<=october", "1 2 3"},
+                 {"month:2..10", "1 2 3"},
+                 {"month:11..", "6"},
+                 {"month:..2", "3"},
+                 {"month:november..february", "3 6"},
+                 {"month:dec|feb", "3 6"},
+                 {"-month:1..12", "4 5"},
+                 {"month:", "1 2 3 4 6"}});
+    }
+
+    void month_isThatOfTheStart() { CheckRow(); }
+
+    void fieldsOfOneCode_searchNothingElse_data()
+    {
+        AddRows({{"tidestart:\"run in\"", "1"},
+                 {"tidestart:\"run out\"", ""},
+                 {"tideend:\"run out\"", "1"},
+                 {"clarity:clear", "1"},
+                 {"clarity:18", ""},
+                 {"trend:rising", "1"},
+                 {"trend:1019", ""},
+                 {"-trend:rising|falling", "2 3 4 5 6"}});
+    }
+
+    void fieldsOfOneCode_searchNothingElse() { CheckRow(); }
+
+    void equalText_isALineOrItsSubject_data()
+    {
+        AddRows({{"place:=pittwater", "1 3"},
+                 {"place:=\"Pittwater, Barrenjoey\"", "1 3"},
+                 {"place:==pittwater", ""},
+                 {"place:==\"pittwater, barrenjoey\"", "1 3"},
+                 {"place:=pitt", ""},
+                 {"place:=\"rio chimehuin\"", "2"},
+                 {"caught:=flathead", "1"},
+                 {"caught:=FLATH\u00C9AD", "1"},
+                 {"caught:=flat", ""},
+                 {"caught:==flathead", ""},
+                 {"caught:==\"flathead 41 and 52 cm\"", "1"},
+                 {"caught:=squid|=tailor", "1 3"},
+                 {"caught:=squid|==\"tailor x 4\"", "1 3"},
+                 {"caught:=strasse", "2"},
+                 {"-caught:=tailor", "1 2 4 5 6"},
+                 {"bait:=\"soft plastic\"", "1"},
+                 {"bait:=\" soft plastic \"", "1"},
+                 {"bait:=soft", ""},
+                 {"notes:=\"kind:new\"", "1"},
+                 {"notes:=\"first of a|b.\"", "1"},
+                 {"weather:=cloud", ""},
+                 {"weather:=cloudy", "2"},
+                 {"tide:=\"run out\"", "1"},
+                 {"caught:==3", ""}, // a line that is only a number
+                 {"picture:=\"pictures/squid.png\"", "5"}});
+    }
+
+    void equalText_isALineOrItsSubject() { CheckRow(); }
+
     void everyField_hasAName()
     {
         for (const FieldInfo& field : entryFields) {
@@ -337,7 +407,8 @@ private Q_SLOTS:
             const auto searches = [&](const QueryField& each) {
                 return std::count(each.searched.begin(), each.searched.end(), field.position) == 1;
             };
-            QCOMPARE(std::count_if(names.begin(), names.end(), searches), field.position == TarnoNo ? 0 : 1);
+            const auto count = std::count_if(names.begin(), names.end(), searches);
+            QVERIFY(field.position == TarnoNo ? count == 0 : count >= 1);
         }
     }
 
@@ -395,6 +466,14 @@ void tst_Query::fault_isExplained_data()
     row("tide:top..bottom", 0, 16,
         "\u201Ctide:top..bottom\u201D cannot be compared, because the values of \u201Ctide\u201D have no "
         "order.");
+    row("month:13", 0, 8, "\u201Cmonth:13\u201D needs a month, for example 11 or November.");
+    row("month:ju", 0, 8, "\u201Cmonth:ju\u201D needs a month, for example 11 or November.");
+    row("month:1.5..3", 0, 12, "\u201Cmonth:1.5..3\u201D needs a month, for example 11 or November.");
+    row("place:=", 0, 7, "\u201Cplace:=\u201D needs a text after the equals sign.");
+    row("caught:==\"\"", 0, 11, "\u201Ccaught:==\"\"\u201D needs a text after the equals sign.");
+    row("wind:=ne", 0, 8,
+        "\u201Cwind:=ne\u201D needs a value. The values are, in this order: Calm, Light, Moderate, Strong.");
+    row("air:==5", 0, 7, "\u201Cair:==5\u201D needs a number, for example 18.5.");
     row("air:20..10", 0, 10, "\u201Cair:20..10\u201D ends before it begins. Write the smaller value first.");
 }
 

@@ -167,6 +167,9 @@ void tst_QueryCompletion::proposals_data()
     row("date:^", {"date:2024", "date:2025"});
     row("moon:^", {"moon:full", "moon:new", "moon:waxing", "moon:waning"});
     row("moon:wa^", {"moon:waxing", "moon:waning"});
+    row("month:j^", {"month:January", "month:June", "month:July"});
+    row("tidestart:t^", {"tidestart:Top", "tidestart:\"Run Out\"", "tidestart:Bottom"});
+    row("clarity:^", {"clarity:Clear", "clarity:Cloudy", "clarity:Muddy"});
     row("air:^", {});
     row("start:^", {});
     row("high:^", {});

@@ -1,6 +1,7 @@
 // Random queries on random logs, compared with a slow evaluation that follows the description of the
 // language.
 
+#include "RandomLog.h"
 #include "SmallLog.h"
 #include "support/TestClass.h"
 
@@ -9,26 +10,12 @@
 #include <QStringList>
 
 #include <cmath>
-#include <random>
 
 using namespace Tarno;
 using namespace EntryField;
 
 namespace
 {
-
-using Random = std::mt19937;
-
-template <typename List>
-const auto& OneOf(const List& list, Random& random)
-{
-    return list[static_cast<decltype(list.size())>(random()) % list.size()];
-}
-
-bool Chance(int percent, Random& random)
-{
-    return static_cast<int>(random() % 100) < percent;
-}
 
 struct Field {
     QString name;
@@ -47,6 +34,8 @@ const QList<Field>& Fields()
         {QStringLiteral("end"), {EndTime}, Field::Times},
         {QStringLiteral("place"), {LocNo}, Field::None},
         {QStringLiteral("tide"), {TideStart, TideEnd}, Field::None},
+        {QStringLiteral("tidestart"), {TideStart}, Field::None},
+        {QStringLiteral("tideend"), {TideEnd}, Field::None},
         {QStringLiteral("high"), {HighTide, HighTideHt}, Field::Numbers},
         {QStringLiteral("low"), {LowTide, LowTideHt}, Field::Numbers},
         {QStringLiteral("sunrise"), {SunRise}, Field::Times},
@@ -58,9 +47,11 @@ const QList<Field>& Fields()
         {QStringLiteral("action"), {FishAction}, Field::Words, FishAction},
         {QStringLiteral("air"), {AirTemp}, Field::Numbers},
         {QStringLiteral("water"), {WaterTemp, WaterClarity}, Field::Numbers},
+        {QStringLiteral("clarity"), {WaterClarity}, Field::None},
         {QStringLiteral("wind"), {WindDir, WindStrength}, Field::Words, WindStrength},
         {QStringLiteral("weather"), {Weather}, Field::None},
         {QStringLiteral("pressure"), {AirPressure, PressureReading}, Field::Numbers},
+        {QStringLiteral("trend"), {AirPressure}, Field::None},
         {QStringLiteral("target"), {TargetSpecies}, Field::Numbers},
         {QStringLiteral("bait"), {BaitUsed}, Field::Numbers},
         {QStringLiteral("method"), {Method}, Field::Numbers},
@@ -100,112 +91,15 @@ QStringList WordsOf(int position)
     return words;
 }
 
-// ---- the log
-
-const QStringList vocabulary{
-    QStringLiteral("Bream"),        QStringLiteral("tailor"),     QStringLiteral("Squid jig"),
-    QStringLiteral("run in"),       QStringLiteral("R\u00EDo"),   QStringLiteral("Stra\u00DFe"),
-    QStringLiteral("clear"),        QStringLiteral("n"),          QStringLiteral("NE"),
-    QStringLiteral("cloud"),        QStringLiteral("2024"),       QStringLiteral("a|b"),
-    QStringLiteral("x 7"),          QStringLiteral("4, best 38"), QStringLiteral("06:30"),
-    QStringLiteral("kind:new"),     QStringLiteral("Waning"),     QStringLiteral("-2"),
-    QStringLiteral("\u30BA\u30AD"), QStringLiteral("18.5"),       QStringLiteral("1..2"),
-    QStringLiteral(">5"),           QStringLiteral("hot!"),       QStringLiteral("Not Set")};
-const QStringList places{QStringLiteral("Reef, clear"), QStringLiteral("R\u00EDo n\u00BA 7"),
-                         QStringLiteral("Strand 2024")};
-
-QString RandomDate(Random& random)
-{
-    const QDate date = QDate(2023, 12, 1).addDays(static_cast<int>(random() % 800));
-    return Chance(8, random)
-               ? OneOf(QStringList{{}, QStringLiteral("5.3.2024"), QStringLiteral("2024-02-30")}, random)
-               : date.toString(QStringLiteral("yyyy-MM-dd"));
-}
-
-QString RandomTime(Random& random)
-{
-    return Chance(20, random)
-               ? OneOf(
-                     QStringList{
-                         {}, QStringLiteral("never"), QStringLiteral("25:00"), QStringLiteral("9:05")},
-                     random)
-               : QStringLiteral("%1:%2")
-                     .arg(random() % 24, 2, 10, QLatin1Char('0'))
-                     .arg(random() % 60, 2, 10, QLatin1Char('0'));
-}
-
-QString RandomNumber(Random& random)
-{
-    return OneOf(QStringList{{},
-                             QStringLiteral("18.5"),
-                             QStringLiteral("18,5 C"),
-                             QStringLiteral("0.4 m"),
-                             QStringLiteral("-2"),
-                             QStringLiteral("-2.25 at dawn"),
-                             QStringLiteral("warm"),
-                             QStringLiteral("about 20"),
-                             QStringLiteral("20"),
-                             QStringLiteral("06:30"),
-                             QStringLiteral("x-7"),
-                             QStringLiteral(".5")},
-                 random);
-}
-
-QString RandomLines(Random& random)
-{
-    QStringList lines;
-    for (unsigned count = random() % 4; count > 0; --count) {
-        lines += OneOf(vocabulary, random);
-    }
-    return lines.join(QStringLiteral("~CL~"));
-}
-
-QString RandomValue(const FieldInfo& field, Random& random)
-{
-    switch (field.kind) {
-    case FieldKind::Date:
-        return RandomDate(random);
-    case FieldKind::Time:
-        return RandomTime(random);
-    case FieldKind::Number:
-        return RandomNumber(random);
-    case FieldKind::Code:
-        return Chance(15, random) ? QString() : QString::number(random() % 9);
-    case FieldKind::MoonPhase:
-        return Chance(10, random) ? QString() : QString::number(static_cast<int>(random() % 201) - 100);
-    case FieldKind::Place:
-        return QString::number(random() % 4 + 1);
-    case FieldKind::Lines:
-        return RandomLines(random);
-    case FieldKind::Text:
-        return RandomTime(random);
-    default:
-        return Chance(50, random) ? OneOf(vocabulary, random) : QString();
-    }
-}
-
-std::vector<Values> RandomTrips(Random& random)
-{
-    std::vector<Values> trips(25);
-    for (Values& trip : trips) {
-        for (const FieldInfo& field : entryFields) {
-            if (!Chance(10, random)) {
-                trip[field.position] = RandomValue(field, random).toStdString();
-            }
-        }
-    }
-    return trips;
-}
-
 // ---- queries
 
 /// A part of a term.
 struct Alternative {
     int field = -1; ///< an index of Fields, or -1 for none
 
-    enum { Text, Any, Compares, Range } form = Text;
+    enum { Text, Any, Compares, Range, Equals } form = Text;
 
-    QString sign; ///< for comparisons; empty for a period or a name of a moon phase
+    QString sign; ///< for comparisons and equality; empty for a period or a name of a moon phase
     QString value;
     QString upper; ///< for ranges
 };
@@ -261,6 +155,12 @@ std::pair<double, double> Bounds(const Field& field, const QString& operand)
     return {value, value};
 }
 
+bool HasTexts(const Field& field)
+{
+    return field.compares == Field::None ||
+           entryFields.at(static_cast<std::size_t>(field.positions[0])).kind == FieldKind::Lines;
+}
+
 Alternative RandomAlternative(int field, Random& random)
 {
     Alternative made;
@@ -272,6 +172,16 @@ Alternative RandomAlternative(int field, Random& random)
     const Field& in = Fields()[field];
     if (Chance(15, random)) {
         made.form = Alternative::Any;
+    } else if (HasTexts(in) && Chance(30, random)) {
+        made.form = Alternative::Equals;
+        made.sign = Chance(50, random) ? QStringLiteral("=") : QStringLiteral("==");
+        if (Chance(30, random)) {
+            made.value = OneOf(places, random).section(QLatin1Char(','), 0, 0);
+        }
+        static const QRegularExpression ordered(QStringLiteral("^[-0-9:.]+$"));
+        if (in.compares == Field::Numbers && ordered.match(made.value).hasMatch()) {
+            made.sign = QStringLiteral("=="); // the other one compares
+        }
     } else if (in.compares != Field::None) {
         made.form = Chance(60, random) ? Alternative::Compares : Alternative::Range;
         made.value = RandomOperand(in, random);
@@ -354,6 +264,8 @@ QString Printed(const Alternative& part, Random& random)
                                 : QLatin1Char('"') + part.value + QLatin1Char('"'));
     case Alternative::Range:
         return part.value + QStringLiteral("..") + part.upper;
+    case Alternative::Equals:
+        return part.sign + QLatin1Char('"') + Varied(part.value, random) + QLatin1Char('"');
     default:
         return PrintedText(part, random);
     }
@@ -469,8 +381,26 @@ bool HasText(const Alternative& part, const Values& trip)
     return false;
 }
 
+bool HasLine(const Alternative& part, const Values& trip)
+{
+    static const QRegularExpression details(QStringLiteral("( x)? *[0-9,;(].*$"));
+    for (const int position : Fields()[part.field].positions) {
+        for (const QString& line : LinesOf(trip, position)) {
+            const QString subject = QString(line.trimmed()).remove(details);
+            const bool orSubject = part.sign.size() == 1 && !subject.isEmpty();
+            if (line.trimmed() == Folded(part.value) || (orSubject && subject == Folded(part.value))) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 bool Matches(const Alternative& part, const Values& trip)
 {
+    if (part.form == Alternative::Equals) {
+        return HasLine(part, trip);
+    }
     if (part.form == Alternative::Text) {
         return HasText(part, trip);
     }

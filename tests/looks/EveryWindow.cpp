@@ -12,6 +12,7 @@
 #include "ui/reports/BuilderTest.h"
 #include "ui/reports/ExportedFile.h"
 #include "ui/reports/fCustom.h"
+#include "ui/statistics/fStatistics.h"
 
 #include <QTabWidget>
 #include <QTextDocument>
@@ -304,6 +305,54 @@ void ShowSimilarDays(QWidget& calendar)
     Page(1)(calendar);
 }
 
+/// The statistics with a query.
+template <typename World = SampleProgram>
+std::function<void(const Visit&)> Statistics(Step prepare = asOpened, const char* query = "")
+{
+    return [prepare = std::move(prepare), query](const Visit& visit) {
+        World world;
+        fStatistics window(world.program, QLatin1String(query), nullptr);
+        ShowModeless(window, prepare, visit);
+    };
+}
+
+/// Shows the groups of that grouping.
+Step GroupedBy(const char* title)
+{
+    return [title](QWidget& window) {
+        auto& box = Find<QComboBox>(window, "cboGrouping");
+        box.setCurrentIndex(box.findText(QLatin1String(title)));
+    };
+}
+
+/// A log with three trips, one of which is too long for the hours.
+class ProgramWithThreeTrips : public TestProgram
+{
+public:
+    ProgramWithThreeTrips()
+    {
+        Start();
+        AddLocation("Pittwater");
+        for (const char* day : {"2026-11-01", "2026-11-02", "2026-11-20"}) {
+            AddEntry({{EntryField::StartDate, "2026-11-01"},
+                      {EntryField::EndDate, day},
+                      {EntryField::StartTime, "06:00"},
+                      {EntryField::EndTime, "07:00"},
+                      {EntryField::FishAction, "2"}});
+        }
+    }
+};
+
+/// The preview of the year sheet.
+void YearSheet(const Visit& visit)
+{
+    SampleProgram world;
+    fStatistics window(world.program, {}, nullptr);
+    Page(2)(window);
+    ShowModally(
+        "fPreview", [&] { Find<QAbstractButton>(window, "cmdYearSheet").click(); }, asOpened, visit);
+}
+
 /// The window `name` that a button of the calendar opens.
 std::function<void(const Visit&)> ByCalendar(const char* name, const char* button)
 {
@@ -444,6 +493,15 @@ const std::vector<WindowState>& EveryWindow()
         {"calendar, no places", Calendar<EmptyProgram>(dayWithTrip)},
         {"export of peak times", ByCalendar("dlgPeaks", "cmdExport"), 1, false},
         {"month sheet", ByCalendar("fPreview", "cmdMonthSheet")},
+        {"statistics", Statistics(GroupedBy("Place"))},
+        {"statistics, caught", Statistics(GroupedBy("Species caught"))},
+        {"statistics, found", Statistics(GroupedBy("Moon"), "date:2026"), 2},
+        {"statistics, three trips", Statistics<ProgramWithThreeTrips>()},
+        {"statistics, no trips", Statistics<EmptyProgram>()},
+        {"statistics, forecast", Statistics(Page(1))},
+        {"statistics, year", Statistics(Page(2))},
+        {"statistics, unmatched lines", Statistics(Page(3), "place:pittwater"), 2},
+        {"year sheet", YearSheet},
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
         {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},

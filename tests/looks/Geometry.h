@@ -76,10 +76,11 @@ inline int TextWidth(const QComboBox& box)
         .width();
 }
 
-/// Whether the list elides texts of trips on purpose. It shows the whole text in a tool tip.
+/// Whether the list elides texts of trips or places on purpose. It shows the whole text in a tool tip.
 inline bool ElidesCells(const QTreeView& list)
 {
-    return list.objectName() == QLatin1String("lvwSimilar");
+    return list.objectName() == QLatin1String("lvwSimilar") ||
+           list.objectName() == QLatin1String("lvwGroups");
 }
 
 /// Returns the texts in boxes, tabs and lists that do not fit.

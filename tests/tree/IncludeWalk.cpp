@@ -25,14 +25,23 @@ struct Layer {
 
 /// From the top down.
 constexpr std::array layers{
-    Layer{"app", 11, Qt::All},           Layer{"ui/main", 10, Qt::All},
-    Layer{"ui/locations", 9, Qt::All},   Layer{"ui/calendar", 9, Qt::All},
-    Layer{"ui/entry", 8, Qt::All},       Layer{"ui/reports", 8, Qt::All},
-    Layer{"ui/help", 7, Qt::All},        Layer{"ui/common", 6, Qt::All},
-    Layer{"reports", 5, Qt::CoreAndGui}, Layer{"reports/engine", 4, Qt::CoreAndGui},
-    Layer{"analysis", 3, Qt::Core},      Layer{"exchange", 3, Qt::Core},
-    Layer{"qt", 2, Qt::CoreAndGui},      Layer{"store", 2, Qt::None},
-    Layer{"astro", 2, Qt::None},         Layer{"core", 1, Qt::None},
+    Layer{"app", 11, Qt::All},
+    Layer{"ui/main", 10, Qt::All},
+    Layer{"ui/locations", 9, Qt::All},
+    Layer{"ui/calendar", 9, Qt::All},
+    Layer{"ui/statistics", 9, Qt::All},
+    Layer{"ui/entry", 8, Qt::All},
+    Layer{"ui/reports", 8, Qt::All},
+    Layer{"ui/help", 7, Qt::All},
+    Layer{"ui/common", 6, Qt::All},
+    Layer{"reports", 5, Qt::CoreAndGui},
+    Layer{"reports/engine", 4, Qt::CoreAndGui},
+    Layer{"analysis", 3, Qt::Core},
+    Layer{"exchange", 3, Qt::Core},
+    Layer{"qt", 2, Qt::CoreAndGui},
+    Layer{"store", 2, Qt::None},
+    Layer{"astro", 2, Qt::None},
+    Layer{"core", 1, Qt::None},
 };
 
 const Layer* LayerOf(std::string_view folder)

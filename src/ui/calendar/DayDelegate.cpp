@@ -3,12 +3,12 @@
 #include "MonthModel.h"
 #include "qt/Strings.h"
 #include "store/EntryFields.h"
+#include "ui/common/GradeColours.h"
 
 #include <QPainter>
 #include <QPainterPath>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace Tarno
@@ -21,10 +21,6 @@ constexpr int margin = 3;
 constexpr int stripHeight = 10;
 constexpr int ratingMark = 8; // with the space beside it
 constexpr double minutesOfDay = 24 * 60;
-
-// one per rating; each is readable on light and dark backgrounds and comes with its word
-const std::array ratingColours{QColor(0x8a, 0x8f, 0x98), QColor(0xc9, 0x8a, 0x1b), QColor(0x2f, 0x8f, 0xb8),
-                               QColor(0x3a, 0x9d, 0x4f)};
 
 const QColor night(0x2b, 0x3a, 0x55);
 const QColor daylight(0xff, 0xe0, 0x82);
@@ -144,7 +140,7 @@ void DayDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     const auto rating = static_cast<std::size_t>(day.moon.prediction);
     const QRect second = inside.adjusted(0, line, 0, 0);
     painter->fillRect(QRect(second.left(), second.top() + 2, ratingMark / 2, line - 3),
-                      Faded(ratingColours.at(rating), isFaded));
+                      Faded(gradeColours.at(rating), isFaded));
     painter->setFont(option.font);
     painter->setPen(text);
     painter->drawText(second.adjusted(ratingMark, 0, 0, 0), Qt::AlignLeft | Qt::AlignTop,

@@ -59,6 +59,12 @@ void QueryBar::Open()
     m_ui->txtFind->selectAll();
 }
 
+void QueryBar::Search(const QString& query)
+{
+    show();
+    m_ui->txtFind->setText(query);
+}
+
 void QueryBar::Close()
 {
     m_ui->txtFind->clear();

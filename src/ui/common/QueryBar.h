@@ -33,6 +33,8 @@ public:
 
     /// Shows the bar, focuses the box and selects its text.
     void Open();
+    /// Shows the bar with that query.
+    void Search(const QString& query);
     /// Hides the bar and clears the query.
     void Close();
 

@@ -7,11 +7,35 @@
 #include <QHash>
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <utility>
 
 namespace Tarno
 {
+
+namespace
+{
+
+/// Returns the rank of each key, equal for equal keys.
+template <typename Key>
+std::vector<int> RanksOf(const std::vector<Key>& keys)
+{
+    std::vector<std::size_t> sorted(keys.size());
+    std::iota(sorted.begin(), sorted.end(), 0);
+    std::sort(sorted.begin(), sorted.end(),
+              [&](std::size_t left, std::size_t right) { return keys[left] < keys[right]; });
+    std::vector<int> ranks(keys.size());
+    int rank = 0;
+    for (std::size_t place = 0; place < sorted.size(); ++place) {
+        const bool higher = place > 0 && keys[sorted[place - 1]] < keys[sorted[place]];
+        rank += higher ? 1 : 0;
+        ranks[sorted[place]] = rank;
+    }
+    return ranks;
+}
+
+} // namespace
 
 TextTableModel::TextTableModel(QStringList headings, QObject* parent)
     : QAbstractTableModel(parent), m_headings(std::move(headings))
@@ -140,15 +164,27 @@ void TextTableModel::Arrange()
     }
 }
 
-/// Returns the rank of each row in the order of `column`. Locale-aware comparison is slow, so the ranks are
-/// calculated once per column and cached.
+/// Returns the rank of each row in the order of `column`. They are calculated once per column and cached.
 const std::vector<int>& TextTableModel::Ranks(int column)
 {
     std::vector<int>& ranks = m_ranks[static_cast<std::size_t>(column)];
-    if (!ranks.empty()) {
-        return ranks;
+    if (ranks.empty() && !m_rows.empty()) {
+        const auto position = static_cast<std::size_t>(column);
+        if (position < m_rows.front().order.size()) {
+            std::vector<double> numbers;
+            std::transform(m_rows.begin(), m_rows.end(), std::back_inserter(numbers),
+                           [position](const Row& row) { return row.order.at(position); });
+            ranks = RanksOf(numbers);
+        } else {
+            ranks = RanksOfTexts(column);
+        }
     }
-    const QCollator collator;
+    return ranks;
+}
+
+std::vector<int> TextTableModel::RanksOfTexts(int column) const
+{
+    const QCollator collator;          // its comparison is slow, so each text gets its key once
     QHash<QString, std::size_t> known; // many rows have the same text
     std::vector<QCollatorSortKey> keys;
     std::vector<std::size_t> keyOf;
@@ -164,17 +200,8 @@ const std::vector<int>& TextTableModel::Ranks(int column)
             keys.push_back(collator.sortKey(text));
         }
     }
-    std::vector<std::size_t> sorted(keys.size());
-    std::iota(sorted.begin(), sorted.end(), 0);
-    std::sort(sorted.begin(), sorted.end(),
-              [&](std::size_t left, std::size_t right) { return keys[left] < keys[right]; });
-    std::vector<int> rankOf(keys.size());
-    int rank = 0;
-    for (std::size_t place = 0; place < sorted.size(); ++place) {
-        const bool higher = place > 0 && keys[sorted[place - 1]] < keys[sorted[place]];
-        rank += higher ? 1 : 0;
-        rankOf[sorted[place]] = rank;
-    }
+    const std::vector<int> rankOf = RanksOf(keys);
+    std::vector<int> ranks;
     ranks.reserve(keyOf.size());
     for (const std::size_t key : keyOf) {
         ranks.push_back(rankOf[key]);

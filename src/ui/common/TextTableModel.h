@@ -10,8 +10,9 @@
 namespace Tarno
 {
 
-/// A model of rows of plain texts, each identified by a key. Sorting by a column is locale-aware,
-/// case-insensitive and stable. Rows can be hidden, for example because a search does not find them.
+/// A model of rows of plain texts, each identified by a key. Sorting by a column is stable. Texts are
+/// compared locale-aware and case-insensitively; a column for which the rows have numbers is sorted by them.
+/// Rows can be hidden, for example because a search does not find them.
 class TextTableModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -20,6 +21,8 @@ public:
     struct Row {
         QString key;
         QStringList cells;
+        std::vector<double> order =
+            {}; ///< numbers by which the first columns are sorted, in all rows or in none
     };
 
     /// Marked rows are in italics and have a remark as their tool tip and accessible description.
@@ -58,6 +61,7 @@ private:
 
     void Arrange();
     const std::vector<int>& Ranks(int column);
+    std::vector<int> RanksOfTexts(int column) const;
 
     QStringList m_headings;
     std::vector<Row> m_rows;          ///< in the given order

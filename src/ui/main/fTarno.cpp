@@ -17,6 +17,7 @@
 #include "ui/help/fHelp.h"
 #include "ui/locations/fLocs.h"
 #include "ui/reports/fRptLog.h"
+#include "ui/statistics/fStatistics.h"
 #include "ui_fTarno.h"
 
 #include <QCloseEvent>
@@ -70,6 +71,7 @@ void fTarno::AddCommands()
     m_commands->Add(m_ui->miCopy, Needs::Row, [this] { m_log->Copy(); });
     m_commands->Add(m_ui->miCopyFound, Needs::FoundRow, [this] { m_log->CopyFound(); });
     m_commands->Add(m_ui->miCalendar, Needs::Nothing, run(&fTarno::Calendar));
+    m_commands->Add(m_ui->miStatistics, Needs::Nothing, run(&fTarno::Statistics));
     m_commands->Add(m_ui->miDetails, Needs::Nothing, run(&fTarno::ShowDetails));
     m_commands->Add(m_ui->miManual, Needs::Nothing,
                     [this] { ShowManual(this, objectName(), m_program.windows); });
@@ -240,6 +242,17 @@ void fTarno::Calendar()
         // an unreadable file, for which nothing can be saved, would be reported again
         if (m_program.sql.CanAddEntries() && m_program.sql.CanAddLocations()) {
             m_log->ShowSaved(calendar.SavedKeys());
+        }
+    });
+}
+
+void fTarno::Statistics()
+{
+    WithListGreyed("Statistics", [this] {
+        fStatistics statistics(m_program, m_ui->queryBar->Text(), this);
+        statistics.exec();
+        if (const auto& query = statistics.WantedQuery()) {
+            m_ui->queryBar->Search(*query);
         }
     });
 }

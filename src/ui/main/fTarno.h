@@ -48,6 +48,7 @@ public:
     void ReportFound();
     void ShowDetails();
     void Calendar();
+    void Statistics();
 
 Q_SIGNALS:
     /// The user confirmed the exit and the data access was released.

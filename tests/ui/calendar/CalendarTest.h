@@ -1,10 +1,10 @@
 #pragma once
 
 #include "MonthTest.h"
+#include "support/Lists.h"
 #include "support/Windows.h"
 #include "ui/calendar/MonthGrid.h"
 #include "ui/calendar/fCalendar.h"
-#include "ui/common/SortableList.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -14,14 +14,11 @@
 #include <QtTest>
 
 #include <string>
-#include <vector>
 
 namespace Tarno
 {
 
 // Helpers to operate the calendar as its user does.
-
-using Texts = std::vector<std::string>;
 
 /// A log with three places, the last of them without coordinates, and the clock at 22 November 2026.
 class ProgramWithPlaces : public TestProgram
@@ -73,11 +70,6 @@ inline QComboBox& Places(const QWidget& window)
     return Find<QComboBox>(window, "cboPlace");
 }
 
-inline std::string LabelText(const QWidget& window, const char* name)
-{
-    return ToUtf8(Find<QLabel>(window, name).text());
-}
-
 inline std::string ShownDate(const QWidget& window)
 {
     return Text(Grid(window).Date());
@@ -87,28 +79,6 @@ inline std::string ShownDate(const QWidget& window)
 inline std::string DayText(const QWidget& window)
 {
     return ToUtf8(Find<QTextEdit>(window, "txtDay").toPlainText());
-}
-
-/// Returns the rows of a list, with their cells separated by " | ".
-inline Texts Rows(const QWidget& window, const char* list)
-{
-    const QAbstractItemModel* model = Find<SortableList>(window, list).model();
-    Texts rows;
-    for (int row = 0; row < model->rowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < model->columnCount(); ++column) {
-            cells << model->index(row, column).data().toString();
-        }
-        rows.push_back(ToUtf8(cells.join(QLatin1String(" | "))));
-    }
-    return rows;
-}
-
-inline void DoubleClickRow(const QWidget& window, const char* list, int row)
-{
-    const auto& rows = Find<SortableList>(window, list);
-    QTest::mouseDClick(rows.viewport(), Qt::LeftButton, {},
-                       rows.visualRect(rows.model()->index(row, 0)).center());
 }
 
 /// Shows the page of the calendar with trips on similar days.

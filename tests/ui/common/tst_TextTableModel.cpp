@@ -148,6 +148,28 @@ private Q_SLOTS:
         QCOMPARE(model.index(1, 0).data(TextTableModel::keyRole).toString(), QStringLiteral("2"));
     }
 
+    void sort_usesNumbersIfThereAreSome()
+    {
+        TextTableModel model({QStringLiteral("Trips"), QStringLiteral("Name")}, nullptr);
+        model.SetRows({{QStringLiteral("a"), {QStringLiteral("9 (few)"), QStringLiteral("x")}, {9}},
+                       {QStringLiteral("b"), {QStringLiteral("100"), QStringLiteral("w")}, {100}},
+                       {QStringLiteral("c"), {QStringLiteral("20"), QStringLiteral("y")}, {20}},
+                       {QStringLiteral("d"), {QStringLiteral("9 (few)"), QStringLiteral("v")}, {9}}});
+        const auto keys = [&model] {
+            QString texts;
+            for (int row = 0; row < model.rowCount(); ++row) {
+                texts += model.index(row, 0).data(TextTableModel::keyRole).toString();
+            }
+            return texts;
+        };
+        model.sort(0);
+        QCOMPARE(keys(), QStringLiteral("adcb"));
+        model.sort(0, Qt::DescendingOrder);
+        QCOMPARE(keys(), QStringLiteral("bcad"));
+        model.sort(1);
+        QCOMPARE(keys(), QStringLiteral("dbac")); // without numbers
+    }
+
     void sort_followsTheUsersLanguage()
     {
         const auto sorted = [](QLocale::Language language) {

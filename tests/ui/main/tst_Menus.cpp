@@ -54,10 +54,10 @@ Texts Described(const QMenu& menu)
 /// Returns the object names of the items of the menu bar that are enabled, without those that always are.
 std::string Enabled(const QWidget& window)
 {
-    const std::set<QString> always{QStringLiteral("miOpenFolder"), QStringLiteral("miExit"),
-                                   QStringLiteral("miCalendar"),   QStringLiteral("miDetails"),
-                                   QStringLiteral("Earth"),        QStringLiteral("icoTides"),
-                                   QStringLiteral("miManual"),     QStringLiteral("icoAbout")};
+    const std::set<QString> always{
+        QStringLiteral("miOpenFolder"), QStringLiteral("miExit"),    QStringLiteral("miCalendar"),
+        QStringLiteral("miStatistics"), QStringLiteral("miDetails"), QStringLiteral("Earth"),
+        QStringLiteral("icoTides"),     QStringLiteral("miManual"),  QStringLiteral("icoAbout")};
     QStringList names;
     for (const QMenu* menu : Menus(window)) {
         for (const QAction* item : menu->actions()) {
@@ -117,6 +117,7 @@ private Q_SLOTS:
         QTest::newRow("mnuView") << "&View" << Texts{"miDetails: Details (Ctrl+I)",
                                                      "-",
                                                      "miCalendar: Calendar (Ctrl+K)",
+                                                     "miStatistics: Statistics (Ctrl+T)",
                                                      "Earth: Locations (Ctrl+L)",
                                                      "icoReports: Reports (Ctrl+R, Ctrl+P)",
                                                      "icoTides: Tides (Ctrl+Shift+T)"};
@@ -230,7 +231,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QCOMPARE(keys, 22);
+        QCOMPARE(keys, 23);
     }
 
     void key_opensItsWindow_data()
@@ -242,6 +243,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+Shift+P") << "fPreview";
         QTest::newRow("Ctrl+Shift+R") << "fRptLog";
         QTest::newRow("Ctrl+K") << "fCalendar";
+        QTest::newRow("Ctrl+T") << "fStatistics";
         QTest::newRow("Ctrl+L") << "fLocs";
         QTest::newRow("Ctrl+R") << "fRptLog";
         QTest::newRow("Ctrl+P") << "fRptLog";
@@ -443,6 +445,35 @@ private Q_SLOTS:
         }
         ShownLog window(program);
         QCOMPARE(Enabled(window), enabled);
+    }
+
+    void statistics_narrowTheLogToAGroup()
+    {
+        FourTrips program;
+        ShownLog window(program);
+        Find<QLineEdit>(window, "txtFind").setText(QStringLiteral("date:2000.."));
+        WhileOpen(
+            "fStatistics", [&] { Press(window, Qt::Key_T, Qt::ControlModifier); },
+            [](QDialog& statistics) {
+                QCOMPARE(Find<QLineEdit>(statistics, "txtFind").text(), QStringLiteral("date:2000.."));
+                auto& box = Find<QComboBox>(statistics, "cboGrouping");
+                box.setCurrentIndex(box.findText(QStringLiteral("Year")));
+                Press(statistics, Qt::Key_Return);
+            });
+        QVERIFY(Find<QWidget>(window, "queryBar").isVisible());
+        QVERIFY(ToUtf8(Find<QLineEdit>(window, "txtFind").text()).starts_with("date:2000.. date:>="));
+        QVERIFY(List(window).RowCount() > 0);
+        QCOMPARE(window.focusWidget(), &List(window));
+    }
+
+    void statistics_closed_keepTheQueryOfTheLog()
+    {
+        FourTrips program;
+        ShownLog window(program);
+        WhileOpen(
+            "fStatistics", [&] { Press(window, Qt::Key_T, Qt::ControlModifier); },
+            [](QDialog& statistics) { Press(statistics, Qt::Key_Escape); });
+        QVERIFY(!Find<QWidget>(window, "queryBar").isVisible());
     }
 
     void calendar_unreadableFile_isNotReportedAgain_data()
