@@ -73,7 +73,7 @@ std::vector<Relation> Relations()
          .rowOf = Code(EntryField::TideStart),
          .value = "a tide at the start",
          .equal = "the same kind of tide at the start, slack or running",
-         .higher = "running water",
+         .higher = "running water (Run Out or Run In)",
          .subject = "the tide at the start"},
         {.title = "Air pressure and action",
          .rows = {{"Falling", 0}, {"Rising", 1}},

@@ -76,12 +76,13 @@ std::vector<WrittenTerm> SplitQuery(std::string_view query)
 
 std::string BothQueries(std::string_view first, std::string_view second)
 {
-    const std::vector<WrittenTerm> terms = SplitQuery(first);
-    if (terms.empty()) {
-        return std::string(second);
+    std::string both;
+    for (const WrittenTerm& term : SplitQuery(first)) {
+        if (term.isClosed) { // an open quotation finds nothing and would swallow the second query
+            both.append(term.text) += ' ';
+        }
     }
-    // an open quotation would swallow the second query
-    return std::string(first) + (terms.back().isClosed ? " " : "\" ") + std::string(second);
+    return both.append(second);
 }
 
 std::string Quoted(std::string_view value)

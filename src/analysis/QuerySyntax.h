@@ -30,7 +30,8 @@ struct WrittenTerm {
 
 std::vector<WrittenTerm> SplitQuery(std::string_view query);
 
-/// Returns a query that finds the trips that both queries find.
+/// Returns a query that finds the trips that both queries find. Leaves out a quotation without an end, which
+/// filters nothing.
 std::string BothQueries(std::string_view first, std::string_view second);
 
 /// Returns a value as it must be written in a query, with quotation marks if it needs them, or an empty text

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 namespace Tarno
@@ -29,7 +30,8 @@ int TripsWith(const std::string& name, const std::vector<CountedName>& names)
 std::string HoursText(double hours)
 {
     std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.1f", hours);
+    constexpr double tenths = 10;
+    std::snprintf(text.data(), text.size(), "%.1f", std::floor(hours * tenths + 0.5) / tenths);
     return text.data();
 }
 
@@ -47,6 +49,7 @@ std::vector<ComparedFigure> CompareYears(const YearSummary& summary)
         figures.push_back(Compared("Trips with the action " + std::string(FieldWords::action.at(action)),
                                    year.actions.at(action), before.actions.at(action)));
     }
+    figures.push_back(Compared("Trips without an action", year.withoutAction, before.withoutAction));
     return figures;
 }
 

@@ -29,6 +29,14 @@ enum Field : int { HeadingField, CaptionField, TextField, FirstValue };
 constexpr std::array months{"January", "February", "March",     "April",   "May",      "June",
                             "July",    "August",   "September", "October", "November", "December"};
 
+/// Returns a text of the log in at most a few lines of the sheet.
+QString Shortened(const std::string& text)
+{
+    constexpr qsizetype longest = 120;
+    const QString shown = FromUtf8(text);
+    return shown.size() > longest ? shown.left(longest - 1) + QChar(0x2026) : shown;
+}
+
 QString ValueName(int column)
 {
     return QStringLiteral("Value%1").arg(column);
@@ -65,7 +73,7 @@ void arYearSheet::AddFigures(const char* title, const std::vector<ComparedFigure
     m_rows.push_back(
         {.heading = QLatin1String(title), .values = {QString::number(year), QString::number(year - 1)}});
     for (const ComparedFigure& figure : figures) {
-        m_rows.push_back({.caption = FromUtf8(figure.caption),
+        m_rows.push_back({.caption = Shortened(figure.caption),
                           .values = {FromUtf8(figure.year), FromUtf8(figure.before)}});
     }
 }
@@ -81,7 +89,7 @@ void arYearSheet::AddBestTrips(const YearFigures& figures)
         QStringList parts;
         for (const std::string* part : {&trip.action, &trip.place, &trip.caught}) {
             if (!part->empty()) {
-                parts << FromUtf8(*part);
+                parts << Shortened(*part);
             }
         }
         m_rows.push_back({.caption = FromUtf8(trip.date), .text = parts.join(QLatin1String(", "))});

@@ -171,8 +171,8 @@ private Q_SLOTS:
         const ForecastCheck check = Checked(TideStart, Tide, Repeated(running, 20));
         QCOMPARE(check.rows.size(), std::size_t(4));
         QCOMPARE(check.correlation->tau, 1.0);
-        QCOMPARE(check.sentence, "With 20 trips, running water went with better action; chance alone would "
-                                 "do this in fewer than 1 of 100 logs."s);
+        QCOMPARE(check.sentence, "With 20 trips, running water (Run Out or Run In) went with better action; "
+                                 "chance alone would do this in fewer than 1 of 100 logs."s);
     }
 
     void checks_areNamed()

@@ -18,11 +18,12 @@ private Q_SLOTS:
     {
         YearSummary summary{.year = 2026, .figures = {}, .before = {}};
         summary.figures.trips = 12;
-        summary.figures.minutes = 605;
+        summary.figures.minutes = 15 * 41;
         summary.figures.days = 13;
         summary.figures.places = 3;
         summary.figures.tripsWithoutCatch = 2;
         summary.figures.actions = {1, 2, 3, 4};
+        summary.figures.withoutAction = 2;
         summary.figures.species = {{"Squid", 5}, {"Tailor", 1}};
         summary.before.trips = 1;
         summary.before.actions = {0, 0, 0, 1};
@@ -34,11 +35,11 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(lines, (std::vector<std::string>{
-                            "Trips: 12, 1", "Hours: 10.1, 0.0", "Days on the water: 13, 0", "Places: 3, 0",
+                            "Trips: 12, 1", "Hours: 10.3, 0.0", "Days on the water: 13, 0", "Places: 3, 0",
                             "Trips without a catch: 2, 0", "Trips with the action Hot!: 4, 1",
                             "Trips with the action Good: 3, 0", "Trips with the action Fair: 2, 0",
-                            "Trips with the action Slow: 1, 0", "Trips with Squid: 5, 1",
-                            "Trips with Tailor: 1, 0", "Trips with Bream: 0, 1"}));
+                            "Trips with the action Slow: 1, 0", "Trips without an action: 2, 0",
+                            "Trips with Squid: 5, 1", "Trips with Tailor: 1, 0", "Trips with Bream: 0, 1"}));
     }
 };
 

@@ -79,6 +79,15 @@ private Q_SLOTS:
         }
     }
 
+    void longNames_areShortened()
+    {
+        YearSummary summary = Year(1);
+        summary.figures.species[0].name = std::string(3000, 'x');
+        summary.figures.best[0].caught = std::string(3000, 'y');
+        arYearSheet sheet(Paper(QPageSize::A4), summary);
+        QCOMPARE(LayOut(sheet).value().pages.size(), std::size_t{1});
+    }
+
     void yearWithoutBestTrips_saysSo()
     {
         arYearSheet sheet(Paper(QPageSize::A4), {.year = 2026, .figures = {}, .before = {}});

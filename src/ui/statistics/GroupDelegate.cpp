@@ -4,8 +4,11 @@
 #include "analysis/Proportion.h"
 #include "ui/common/GradeColours.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -128,6 +131,16 @@ QSize GroupDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIn
     }
     size.setHeight(std::max(size.height(), option.fontMetrics.height() + 3 * margin));
     return size;
+}
+
+bool GroupDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                              const QModelIndex& index)
+{
+    if (event->type() != QEvent::ToolTip || index.column() != GroupColumn::Actions) {
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    QToolTip::showText(event->globalPos(), index.data().toString(), view->viewport(), option.rect);
+    return true;
 }
 
 } // namespace Tarno

@@ -1,14 +1,16 @@
 #include "fStatistics.h"
 
 #include "GroupDelegate.h"
+#include "LogContext.h"
 #include "StatisticsRows.h"
 #include "analysis/QuerySyntax.h"
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
 #include "reports/ReportDesign.h"
 #include "reports/arYearSheet.h"
+#include "ui/common/GradeColours.h"
 #include "ui/common/Handle.h"
-#include "ui/entry/PickLists.h"
+#include "ui/common/Notices.h"
 #include "ui/help/fHelp.h"
 #include "ui/reports/fPreview.h"
 #include "ui_fStatistics.h"
@@ -27,32 +29,26 @@ namespace
 {
 
 constexpr const char* storedRatingNote =
-    "The rating is the one that is stored with the trip. You may have changed it by hand.";
+    "The rating is the one that is stored with the trip. You may have changed it by hand. ";
+constexpr const char* comparisonsNote =
+    "There are four comparisons. One of them can look like a connection by chance alone.";
 
-/// Returns the items of a pick list, or none if its file cannot be read. Reports the error.
-LineItems ItemsOf(const ProgramFolder& folder, const char* file)
+/// Returns the words of the actions with their colours, as rich text.
+QString Legend()
 {
-    LineItems items;
-    Trap("fStatistics", "ReadPickList", [&] {
-        std::vector<std::string> lines;
-        for (const QString& line : ReadPickList(folder, file)) {
-            lines.push_back(ToUtf8(line));
-        }
-        items = LineItems(lines);
-    });
-    return items;
+    QStringList parts;
+    for (std::size_t action = 0; action < gradeColours.size(); ++action) {
+        parts << QStringLiteral("<span style=\"color:%1\">\u25A0</span> %2")
+                     .arg(gradeColours.at(action).name(), FromUtf8(FieldWords::action.at(action)));
+    }
+    return parts.join(QStringLiteral("&nbsp;&nbsp; "));
 }
 
-const char* PickListOf(EntryField::Position field)
+/// Shows a note, or hides its label if there is nothing to say.
+void ShowNote(QLabel& label, const QString& text)
 {
-    switch (field) {
-    case EntryField::BaitUsed:
-        return "Bait.txt";
-    case EntryField::Method:
-        return "Methods.txt";
-    default:
-        return "Species.txt";
-    }
+    label.setText(text);
+    label.setVisible(!text.isEmpty());
 }
 
 } // namespace
@@ -65,7 +61,7 @@ fStatistics::fStatistics(const Program& program, const QString& query, QWidget* 
     for (const GroupingTitle& title : Groupings()) {
         m_ui->cboGrouping->addItem(FromUtf8(title.title));
     }
-    Trap("fStatistics", "Form_Load", [this] { ReadContext(); });
+    Trap("fStatistics", "Form_Load", [this] { m_context = ReadLogContext(m_program); });
     m_ui->queryBar->SetCompletion(
         [this] { return QueryCompletion([this] { return Trips(); }, m_context.places); });
     Connect();
@@ -82,6 +78,7 @@ fStatistics::~fStatistics() = default;
 
 void fStatistics::SetUpLists()
 {
+    m_ui->lblLegend->setText(Legend());
     m_ui->lvwGroups->SetHeadings(GroupHeadings());
     m_ui->lvwGroups->setItemDelegate(new GroupDelegate(m_groups, m_ui->lvwGroups));
     m_ui->lvwGroups->FitColumns({QStringLiteral("A place with a long name, a bay"),
@@ -93,7 +90,7 @@ void fStatistics::SetUpLists()
                                  QStringLiteral("2008-08-08")},
                                 GroupColumn::Actions);
     m_ui->lvwCheck->SetHeadings(CheckHeadings());
-    m_ui->lvwCheck->FitColumns({{}, {}, {}, {}, {}, {}}, 0);
+    m_ui->lvwCheck->FitColumns({QStringLiteral("75 to 100 % lit"), {}, {}, {}, {}, {}}, 5);
     m_ui->lvwYear->SetHeadings(
         {QStringLiteral("Figure"), QStringLiteral("This year"), QStringLiteral("Year before")});
     m_ui->lvwYear->FitColumns({{}, QStringLiteral("1000.5"), QStringLiteral("1000.5")}, 0);
@@ -128,19 +125,6 @@ void fStatistics::Connect()
     for (const auto leave : {&QueryBar::Entered, &QueryBar::Closed}) {
         connect(m_ui->queryBar, leave, this, [this] { m_ui->tabStatistics->currentWidget()->setFocus(); });
     }
-}
-
-void fStatistics::ReadContext()
-{
-    RecordList locations;
-    if (m_program.sql.CanAddLocations()) { // otherwise, the unreadable file was reported at the start
-        m_program.sql.LocationList(locations);
-    }
-    m_context = {.places = PlaceNames(locations),
-                 .positions = PositionsOf(locations),
-                 .species = ItemsOf(m_program.folder, "Species.txt"),
-                 .baits = ItemsOf(m_program.folder, "Bait.txt"),
-                 .methods = ItemsOf(m_program.folder, "Methods.txt")};
 }
 
 RecordList fStatistics::Trips() const
@@ -180,7 +164,9 @@ void fStatistics::ApplyQuery()
     }
     const auto left = std::count(m_isFound.begin(), m_isFound.end(), false);
     m_ui->queryBar->ShowCount(trips.size() - static_cast<std::size_t>(left), trips.size(), 0);
-    const QString hint = trips.empty()
+    const QString hint = !m_program.sql.CanAddEntries()
+                             ? UnreadableHint(QStringLiteral("Your log"), QStringLiteral("tarno.xml"))
+                         : trips.empty()
                              ? QStringLiteral("There are no trips in your log yet.")
                              : QStringLiteral("No trip is found. Press Esc to show all trips again.");
     for (SortableList* list : {m_ui->lvwGroups, m_ui->lvwYear}) {
@@ -220,8 +206,7 @@ void fStatistics::ShowGroups(const RecordList& trips)
     for (const RecordView& trip : trips) {
         all.Add(FiguresOf(trip));
     }
-    m_ui->lblLeftOut->setText(LeftOutOfHours(all));
-    m_ui->lblLeftOut->setVisible(!m_ui->lblLeftOut->text().isEmpty());
+    ShowNote(*m_ui->lblLeftOut, LeftOutOfHours(all));
 }
 
 /// Closes the window with the query of the selected group.
@@ -255,10 +240,9 @@ void fStatistics::ShowCheck()
     const ForecastCheck& check = m_checks.at(static_cast<std::size_t>(selected));
     m_ui->lvwCheck->SetRows(CheckRows(check));
     m_ui->lblVerdict->setText(FromUtf8(check.sentence));
-    m_ui->lblTau->setText(CorrelationText(check));
-    m_ui->lblTau->setVisible(check.correlation.has_value());
-    m_ui->lblCheckNote->setText(QLatin1String(storedRatingNote));
-    m_ui->lblCheckNote->setVisible(selected == 0);
+    ShowNote(*m_ui->lblTau, CorrelationText(check));
+    m_ui->lblCheckNote->setText(QLatin1String(selected == 0 ? storedRatingNote : "") +
+                                QLatin1String(comparisonsNote));
 }
 
 void fStatistics::ShowYears(const RecordList& trips)
@@ -280,8 +264,9 @@ void fStatistics::ShowYear()
     const bool isAny = m_ui->cboYear->count() > 0;
     m_ui->cmdYearSheet->setEnabled(isAny);
     const int year = m_ui->cboYear->currentData().toInt();
-    m_ui->lvwYear->SetRows(isAny ? YearRows(SummarizeYear(FoundTrips(), year, m_context))
-                                 : std::vector<TextTableModel::Row>());
+    const YearSummary summary = SummarizeYear(FoundTrips(), year, m_context);
+    m_ui->lvwYear->SetRows(isAny ? YearRows(summary) : std::vector<TextTableModel::Row>());
+    ShowNote(*m_ui->lblYearLeftOut, isAny ? LeftOutOfHours(summary.figures) : QString());
 }
 
 void fStatistics::PreviewYear()

@@ -42,7 +42,6 @@ protected:
 private:
     void SetUpLists();
     void Connect();
-    void ReadContext();
     void ApplyQuery();
     RecordList Trips() const;
     RecordList FoundTrips() const;

@@ -152,8 +152,8 @@ private Q_SLOTS:
                                   << "caught:=";
         QTest::newRow("query") << "date:2026"
                                << "date:2026 caught:=";
-        QTest::newRow("open quotation") << "\"lake eu"
-                                        << "\"lake eu\" caught:=";
+        QTest::newRow("open quotation") << "date:2026  \"lake eu"
+                                        << "date:2026 caught:=";
     }
 
     void row_narrowsTheLog()
@@ -211,13 +211,16 @@ private Q_SLOTS:
                                                   "Good | 1 | 1 | 2 | 1 | 5", "Best | 0 | 0 | 0 | 0 | 0"}));
         QVERIFY(LabelText(window, "lblVerdict").starts_with("Too few trips to tell"));
         QVERIFY(!Find<QWidget>(window, "lblTau").isVisible());
+        const std::string ofAll =
+            "There are four comparisons. One of them can look like a connection by chance alone.";
         QCOMPARE(LabelText(window, "lblCheckNote"),
-                 "The rating is the one that is stored with the trip. You may have changed it by hand."s);
+                 "The rating is the one that is stored with the trip. You may have changed it by hand. " +
+                     ofAll);
         auto& box = Find<QComboBox>(window, "cboCheck");
         QCOMPARE(box.count(), 4);
         box.setCurrentIndex(3);
         QCOMPARE(Rows(window, "lvwCheck").size(), std::size_t{2});
-        QVERIFY(!Find<QWidget>(window, "lblCheckNote").isVisible());
+        QCOMPARE(LabelText(window, "lblCheckNote"), ofAll);
     }
 
     void year_isBesideTheYearBefore()
@@ -280,6 +283,16 @@ private Q_SLOTS:
         GoTo(window, Lines);
         program.programs.ExpectEditText(FromUtf8(program.folder.PathOf("Species.txt")));
         Click(window, "cmdOpenList");
+    }
+
+    void unreadableLog_saysSo()
+    {
+        ProgramWithTrips program(1);
+        program.folder.Write("tarno.xml", "<data>");
+        program.Start();
+        const ShownStatistics window(program);
+        QVERIFY(ToUtf8(Find<QWidget>(window, "lvwGroups").accessibleDescription()).find("tarno.xml") !=
+                std::string::npos);
     }
 
     void emptyLog_saysSo()
