@@ -84,7 +84,8 @@ std::size_t LineGroups::GroupOf(const std::string& line)
 std::size_t LineGroups::AddLine(const std::string& line)
 {
     std::string folded(Trimmed(Fold(line)));
-    NamedItem item = m_grouped.items == nullptr ? NamedItem{line, folded, false} : m_grouped.items->Of(line);
+    NamedItem item =
+        m_grouped.items == nullptr ? NamedItem{line, folded, false} : m_grouped.items->Of(line, folded);
     const auto [found, isNew] = m_groupByName.try_emplace(std::move(item.folded), m_groups.size());
     const std::size_t group = found->second;
     if (isNew) {
@@ -114,8 +115,7 @@ void LineGroups::AddCondition(const Line& line)
 
 std::string LineGroups::Condition(const Line& line, bool isSubjectEnough) const
 {
-    static const LineItems noItems;
-    const std::string searched = isSubjectEnough ? noItems.Of(line.text).name : line.text;
+    const std::string searched = isSubjectEnough ? ShownSubject(line.text, line.Subject()) : line.text;
     if (const std::string quoted = Quoted(searched); !quoted.empty()) {
         return (isSubjectEnough ? "=" : "==") + quoted;
     }

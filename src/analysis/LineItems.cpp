@@ -69,8 +69,9 @@ bool HasItem(std::string_view text, std::size_t at, std::string_view item)
     return rest.starts_with(item) && (hasWord("") || hasWord("s") || hasWord("es"));
 }
 
-/// Returns the beginning of `line` that is `subject` when it is folded.
-std::string ShownSubject(std::string_view line, const std::string& subject)
+} // namespace
+
+std::string ShownSubject(std::string_view line, std::string_view subject)
 {
     if (const std::string_view shown = SubjectOf(line); Fold(shown) == subject) {
         return std::string(shown);
@@ -83,10 +84,8 @@ std::string ShownSubject(std::string_view line, const std::string& subject)
             return std::string(shown);
         }
     }
-    return subject;
+    return std::string(subject);
 }
-
-} // namespace
 
 LineItems::LineItems(const std::vector<std::string>& items)
 {
@@ -147,13 +146,16 @@ const std::vector<LineItems::Item>& LineItems::ItemsLike(std::string_view folded
 
 NamedItem LineItems::Of(std::string_view line) const
 {
-    const std::string_view trimmed = Trimmed(line);
-    const std::string folded(Trimmed(Fold(trimmed)));
-    const std::string subject(SubjectOf(folded));
+    return Of(line, std::string(Trimmed(Fold(line))));
+}
+
+NamedItem LineItems::Of(std::string_view line, const std::string& folded) const
+{
+    const std::string_view subject = SubjectOf(folded);
     const Item* longest = LongestIn(folded);
     const Item* item = longest != nullptr ? longest : Find(subject);
     return item != nullptr ? NamedItem{item->name, item->folded, true}
-                           : NamedItem{ShownSubject(trimmed, subject), subject, false};
+                           : NamedItem{ShownSubject(Trimmed(line), subject), std::string(subject), false};
 }
 
 } // namespace Tarno

@@ -16,6 +16,9 @@ struct NamedItem {
     bool isMatched;     ///< whether it is an item of the pick list
 };
 
+/// Returns the beginning of `line` that is `subject`, the subject of the folded line, when it is folded.
+std::string ShownSubject(std::string_view line, std::string_view subject);
+
 /// Tells which item of a pick list a line of a text names.
 class LineItems
 {
@@ -29,6 +32,9 @@ public:
     /// no item, returns the part before the first number, comma, semicolon or bracket, as it is written, or
     /// else the whole line. Lines that are equal apart from case and accents name the same item.
     NamedItem Of(std::string_view line) const;
+
+    /// Does the same for a line whose form `folded`, without surrounding blanks, is known.
+    NamedItem Of(std::string_view line, const std::string& folded) const;
 
 private:
     struct Item {

@@ -2,6 +2,8 @@
 #include "support/TestClass.h"
 #include "ui/help/fHelp.h"
 
+#include <QComboBox>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSignalSpy>
