@@ -96,6 +96,9 @@ void fStatistics::SetUpLists()
     m_ui->lvwYear->FitColumns({{}, QStringLiteral("1000.5"), QStringLiteral("1000.5")}, 0);
     m_ui->lvwLines->SetHeadings(LineHeadings());
     m_ui->lvwLines->FitColumns({{}, QStringLiteral("Targeted"), QStringLiteral("1000")}, 0);
+    for (QWidget* list : {m_ui->lvwGroups, m_ui->lvwCheck, m_ui->lvwYear, m_ui->lvwLines}) {
+        list->parentWidget()->setFocusProxy(list);
+    }
 }
 
 void fStatistics::Connect()

@@ -144,6 +144,29 @@ private Q_SLOTS:
                  "No trip is found. Press Esc to show all trips again."s);
     }
 
+    void find_leadsToTheListOfThePage_data()
+    {
+        QTest::addColumn<int>("page");
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("Groups, Enter") << int(Groups) << "lvwGroups" << Qt::Key_Return;
+        QTest::newRow("Year, Down") << int(Year) << "lvwYear" << Qt::Key_Down;
+        QTest::newRow("Lines, Esc") << int(Lines) << "lvwLines" << Qt::Key_Escape;
+    }
+
+    void find_leadsToTheListOfThePage()
+    {
+        QFETCH(int, page);
+        QFETCH(QString, list);
+        QFETCH(Qt::Key, key);
+        const ProgramWithTrips program;
+        const ShownStatistics window(program);
+        GoTo(window, static_cast<Page>(page));
+        Press(window, Qt::Key_F, Qt::ControlModifier);
+        Press(window, key);
+        QCOMPARE(window.focusWidget()->objectName(), list);
+    }
+
     void row_narrowsTheLog_data()
     {
         QTest::addColumn<QString>("query");
