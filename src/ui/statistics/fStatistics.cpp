@@ -96,9 +96,6 @@ void fStatistics::SetUpLists()
     m_ui->lvwYear->FitColumns({{}, QStringLiteral("1000.5"), QStringLiteral("1000.5")}, 0);
     m_ui->lvwLines->SetHeadings(LineHeadings());
     m_ui->lvwLines->FitColumns({{}, QStringLiteral("Targeted"), QStringLiteral("1000")}, 0);
-    for (QWidget* list : {m_ui->lvwGroups, m_ui->lvwCheck, m_ui->lvwYear, m_ui->lvwLines}) {
-        list->parentWidget()->setFocusProxy(list);
-    }
 }
 
 void fStatistics::Connect()
@@ -126,7 +123,8 @@ void fStatistics::Connect()
     connect(m_ui->queryBar, &QueryBar::HelpRequested, this,
             [this] { ShowManual(this, QStringLiteral("find"), m_program.windows); });
     for (const auto leave : {&QueryBar::Entered, &QueryBar::Closed}) {
-        connect(m_ui->queryBar, leave, this, [this] { m_ui->tabStatistics->currentWidget()->setFocus(); });
+        connect(m_ui->queryBar, leave, this,
+                [this] { m_ui->tabStatistics->currentWidget()->findChild<SortableList*>()->setFocus(); });
     }
 }
 
