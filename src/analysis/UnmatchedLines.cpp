@@ -9,28 +9,6 @@
 namespace Tarno
 {
 
-namespace
-{
-
-/// Returns the lines of a text without surrounding blanks, each once.
-std::set<std::string> DistinctLines(const std::string& text)
-{
-    std::set<std::string> lines;
-    constexpr std::string_view blanks = " \t\r";
-    for (std::size_t start = 0; start <= text.size();) {
-        const std::size_t end = std::min(text.find('\n', start), text.size());
-        const std::string line = text.substr(start, end - start);
-        const std::size_t first = line.find_first_not_of(blanks);
-        if (first != std::string::npos) {
-            lines.insert(line.substr(first, line.find_last_not_of(blanks) - first + 1));
-        }
-        start = end + 1;
-    }
-    return lines;
-}
-
-} // namespace
-
 std::vector<UnmatchedLine> UnmatchedLines(const RecordList& trips, const LogContext& context)
 {
     const std::array<std::pair<EntryField::Position, const LineItems*>, 4> fields{
@@ -42,7 +20,8 @@ std::vector<UnmatchedLine> UnmatchedLines(const RecordList& trips, const LogCont
     for (const auto& [field, items] : fields) {
         std::map<std::string, int> counts;
         for (const RecordView& trip : trips) {
-            for (const std::string& line : DistinctLines(ReadableText(trip, field, context.places))) {
+            const std::vector<std::string> lines = LinesOf(trip, field);
+            for (const std::string& line : std::set<std::string>(lines.begin(), lines.end())) {
                 ++counts[line];
             }
         }

@@ -1,5 +1,6 @@
 #include "YearComparison.h"
 
+#include "analysis/TripText.h"
 #include "store/EntryFields.h"
 
 #include <algorithm>
@@ -18,10 +19,12 @@ ComparedFigure Compared(const std::string& caption, int year, int before)
     return {caption, std::to_string(year), std::to_string(before)};
 }
 
+/// Returns the trips with a name, which may be written differently in another year.
 int TripsWith(const std::string& name, const std::vector<CountedName>& names)
 {
+    const std::string folded = Fold(name);
     const auto found = std::find_if(names.begin(), names.end(),
-                                    [&](const CountedName& counted) { return counted.name == name; });
+                                    [&](const CountedName& counted) { return Fold(counted.name) == folded; });
     return found == names.end() ? 0 : found->trips;
 }
 

@@ -1,10 +1,9 @@
 #include "arYearSheet.h"
 
 #include "ReportDesign.h"
+#include "analysis/ComparableValues.h"
 #include "qt/Strings.h"
 #include "store/EntryFields.h"
-
-#include <array>
 
 namespace Tarno
 {
@@ -25,9 +24,6 @@ constexpr int fontSize = 9; // points
 
 /// The fields of a row, in the order of its values.
 enum Field : int { HeadingField, CaptionField, TextField, FirstValue };
-
-constexpr std::array months{"January", "February", "March",     "April",   "May",      "June",
-                            "July",    "August",   "September", "October", "November", "December"};
 
 /// Returns a text of the log in at most a few lines of the sheet.
 QString Shortened(const std::string& text)
@@ -110,7 +106,7 @@ void arYearSheet::AddMonths(const YearFigures& figures)
         for (const int count : figures.months.at(month)) {
             counts << (count == 0 ? QStringLiteral("-") : QString::number(count));
         }
-        m_rows.push_back({.caption = QLatin1String(months.at(month)), .values = counts});
+        m_rows.push_back({.caption = FromUtf8(monthNames.at(month)), .values = counts});
     }
 }
 

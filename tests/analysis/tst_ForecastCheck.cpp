@@ -1,4 +1,4 @@
-// Whether forecast and conditions went with the action, and what is said about it.
+// The comparison of forecast and conditions with the action, and its result in words.
 
 #include "SmallLog.h"
 #include "analysis/ForecastCheck.h"

@@ -1,26 +1,10 @@
 // Questions of an angler about the sample log. The expected trips were looked up in its file.
 
+#include "SampleRecords.h"
 #include "SmallLog.h"
 #include "support/TestClass.h"
 
 using namespace Tarno;
-
-namespace
-{
-
-RecordList RecordsOf(pugi::xml_document& document, const char* file)
-{
-    RecordList records;
-    if (!document.load_file((std::string(TARNO_SHIPPED_DATA "/sample/") + file).c_str())) {
-        qFatal("cannot read %s", file);
-    }
-    for (const pugi::xml_node& node : document.first_child().children()) {
-        records.emplace_back(node);
-    }
-    return records;
-}
-
-} // namespace
 
 class tst_SampleQueries : public QObject
 {
@@ -55,9 +39,9 @@ private Q_SLOTS:
         QFETCH(std::string, query);
         pugi::xml_document trips;
         pugi::xml_document places;
-        const PlaceNames names(RecordsOf(places, "location.xml"));
+        const PlaceNames names(SampleRecords(places, "location.xml"));
         std::string found;
-        for (const RecordView& trip : RecordsOf(trips, "tarno.xml")) {
+        for (const RecordView& trip : SampleRecords(trips, "tarno.xml")) {
             if (Query(query).Matches(SearchedTrip(trip, names))) {
                 found += (found.empty() ? "" : " ") + trip.Text(0);
             }

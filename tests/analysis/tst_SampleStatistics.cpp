@@ -1,5 +1,6 @@
 // Every figure of the statistics of the sample log, compared with scripts/sample-oracle.py.
 
+#include "SampleRecords.h"
 #include "TestTable.h"
 #include "analysis/ForecastCheck.h"
 #include "analysis/Query.h"
@@ -64,8 +65,8 @@ private Q_SLOTS:
 
     void initTestCase()
     {
-        m_trips = Records(m_tripFile, "tarno.xml");
-        const RecordList places = Records(m_placeFile, "location.xml");
+        m_trips = SampleRecords(m_tripFile, "tarno.xml");
+        const RecordList places = SampleRecords(m_placeFile, "location.xml");
         m_context = {PlaceNames(places), PositionsOf(places), PickList("Species.txt"), PickList("Bait.txt"),
                      PickList("Methods.txt")};
     }
@@ -154,18 +155,6 @@ private Q_SLOTS:
     }
 
 private:
-    static RecordList Records(pugi::xml_document& document, const char* file)
-    {
-        RecordList records;
-        if (!document.load_file((std::string(TARNO_SHIPPED_DATA "/sample/") + file).c_str())) {
-            qFatal("cannot read %s", file);
-        }
-        for (const pugi::xml_node& node : document.first_child().children()) {
-            records.emplace_back(node);
-        }
-        return records;
-    }
-
     pugi::xml_document m_tripFile;
     pugi::xml_document m_placeFile;
     RecordList m_trips;

@@ -27,7 +27,7 @@ private Q_SLOTS:
         summary.figures.species = {{"Squid", 5}, {"Tailor", 1}};
         summary.before.trips = 1;
         summary.before.actions = {0, 0, 0, 1};
-        summary.before.species = {{"Bream", 1}, {"Squid", 1}};
+        summary.before.species = {{"Bream", 1}, {"squid", 1}};
         std::vector<std::string> lines;
         for (const auto& figures : {CompareYears(summary), CompareSpecies(summary)}) {
             for (const ComparedFigure& figure : figures) {
