@@ -6,6 +6,7 @@ build_packages=(
     g++
     ninja-build
     libpugixml-dev
+    libzip-dev
     mold
     qt6-base-dev
     qt6-svg-dev

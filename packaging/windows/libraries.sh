@@ -34,6 +34,27 @@ qt_options=(
     -DINPUT_opengl=no
 )
 
+# Archives need zlib and the deflate method only.
+zlib_options=(
+    -DCMAKE_BUILD_TYPE=Release
+    -DBUILD_SHARED_LIBS=OFF
+)
+libzip_options=(
+    -DCMAKE_BUILD_TYPE=Release
+    -DBUILD_SHARED_LIBS=OFF
+    -DBUILD_DOC=OFF
+    -DBUILD_EXAMPLES=OFF
+    -DBUILD_REGRESS=OFF
+    -DBUILD_TOOLS=OFF
+    -DENABLE_BZIP2=OFF
+    -DENABLE_COMMONCRYPTO=OFF
+    -DENABLE_GNUTLS=OFF
+    -DENABLE_LZMA=OFF
+    -DENABLE_MBEDTLS=OFF
+    -DENABLE_OPENSSL=OFF
+    -DENABLE_WINDOWS_CRYPTO=OFF
+)
+
 # libraries_folder: prints the folder of the libraries, in the user's cache; a hash of everything that they depend on
 # is part of its name
 libraries_folder() {
@@ -41,7 +62,7 @@ libraries_folder() {
     key=$(
         {
             dpkg-query --show --showformat '${Version}\n' qt6-base-dev g++-mingw-w64-x86-64-posix 2>/dev/null
-            printf '%s\n' "${qt_options[@]}"
+            printf '%s\n' "${qt_options[@]}" "${zlib_options[@]}" "${libzip_options[@]}"
             cat cmake/mingw-w64.cmake
         } | sha256sum | cut -c1-12
     )
@@ -60,14 +81,19 @@ build_libraries() {
     folder=$(libraries_folder)
     scratch=$(mktemp -d) # not local, because the trap uses it
     trap 'rm -rf "$scratch"' EXIT
-    say "downloading the sources of Qt and pugixml"
-    get_sources "$scratch" qt6-base qt6-imageformats pugixml >"$scratch/log" 2>&1 || {
+    say "downloading the sources of Qt, pugixml, zlib and libzip"
+    get_sources "$scratch" qt6-base qt6-imageformats pugixml zlib libzip >"$scratch/log" 2>&1 || {
         tail -n 20 "$scratch/log" >&2
         fail "the sources could not be downloaded"
     }
     rm -rf "$folder"
     mkdir -p "$folder"
     build_library pugixml "$scratch"/pugixml-* -DCMAKE_BUILD_TYPE=Release
+    build_library zlib "$scratch"/zlib-* "${zlib_options[@]}"
+    # the import library of the DLL, which zlib always builds, would be preferred to the static library
+    rm -f "$folder"/lib/libzlib.dll.a "$folder"/bin/libzlib*.dll
+    [ -e "$folder/lib/libz.a" ] || mv "$folder/lib/libzlibstatic.a" "$folder/lib/libz.a"
+    build_library libzip "$scratch"/libzip-* "${libzip_options[@]}"
     build_library qtbase "$scratch"/qt6-base-* "${qt_options[@]}"
     build_library qtimageformats "$scratch"/qt6-imageformats-* -DCMAKE_BUILD_TYPE=Release
     touch "$folder/complete"

@@ -6,6 +6,7 @@
 #include "core/Xml.h"
 #include "store/DataFile.h"
 #include "store/EntryFields.h"
+#include "store/LogFiles.h"
 #include "store/RecordLayouts.h"
 #include "store/ReportSelection.h"
 
@@ -66,9 +67,8 @@ class CheckedFile
 {
 public:
     /// `kind` is what the user calls a record with `count` values.
-    CheckedFile(const char* name, RecordTable::Names names, std::string kind, std::size_t count,
-                DataCheck& check)
-        : m_file(name, names), m_kind(std::move(kind)), m_count(count), m_check(check)
+    CheckedFile(const LogFile& file, std::string kind, std::size_t count, DataCheck& check)
+        : m_file(file), m_kind(std::move(kind)), m_count(count), m_check(check)
     {
     }
 
@@ -236,14 +236,13 @@ void CheckPickList(const ProgramFolder& folder, const char* name, DataCheck& che
 DataCheck CheckData(const ProgramFolder& folder, FileOperations& operations)
 {
     DataCheck check;
-    CheckedFile trips("tarno.xml", {"tarno", "TarnoNo"}, "trip", EntryField::Count, check);
-    CheckedFile locations("location.xml", {"location", "LocNo"}, "location", LocationField::Count, check);
-    CheckedFile columns("field.xml", {"field", "FieldNo"}, "column", FieldField::Count, check);
-    CheckedFile reports("Rpt.xml", {"report", "RptNo"}, "report", ReportField::Count, check);
-    CheckedFile blankTrip("tarnoblank.xml", {"tarno", "TarnoNo"}, "blank trip", EntryField::Count, check);
-    CheckedFile blankLocation("locationblank.xml", {"location", "LocNo"}, "blank location",
-                              LocationField::Count, check);
-    CheckedFile blankReport("RptBlank.xml", {"report", "RptNo"}, "blank report", ReportField::Count, check);
+    CheckedFile trips(LogFiles::trips, "trip", EntryField::Count, check);
+    CheckedFile locations(LogFiles::locations, "location", LocationField::Count, check);
+    CheckedFile columns(LogFiles::fields, "column", FieldField::Count, check);
+    CheckedFile reports(LogFiles::reports, "report", ReportField::Count, check);
+    CheckedFile blankTrip(LogFiles::blankTrip, "blank trip", EntryField::Count, check);
+    CheckedFile blankLocation(LogFiles::blankLocation, "blank location", LocationField::Count, check);
+    CheckedFile blankReport(LogFiles::blankReport, "blank report", ReportField::Count, check);
     for (CheckedFile* file :
          {&trips, &locations, &columns, &reports, &blankTrip, &blankLocation, &blankReport}) {
         file->Load(folder, operations);
@@ -258,7 +257,7 @@ DataCheck CheckData(const ProgramFolder& folder, FileOperations& operations)
     CheckLocations(locations);
     CheckColumns(columns);
     CheckReports(reports, columns);
-    for (const char* list : {"Species.txt", "Bait.txt", "Methods.txt"}) {
+    for (const char* list : LogFiles::pickLists) {
         CheckPickList(folder, list, check);
     }
     check.trips = trips.Records().size();

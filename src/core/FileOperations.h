@@ -48,9 +48,15 @@ public:
     /// Atomically renames `from` to `to`, replacing it. Throws PermissionDenied if another program holds one
     /// of the files.
     virtual void Replace(const std::string& from, const std::string& to) = 0;
+    /// Flushes the contents of the file to disk.
+    virtual void SyncFile(const std::string& path) = 0;
     /// Flushes the names in `folder` to disk.
     virtual void SyncFolder(const std::string& folder) = 0;
     virtual void Remove(const std::string& path) = 0;
+    /// Creates the folder, whose parent must exist. Throws FileAlreadyExists if `path` exists.
+    virtual void MakeFolder(const std::string& path) = 0;
+    /// Removes the folder, which must be empty.
+    virtual void RemoveFolder(const std::string& path) = 0;
     /// Takes the advisory lock of `folder` without waiting. Returns null if the file system does not support
     /// locks. Throws PermissionDenied if another process holds the lock.
     virtual FolderLock Lock(const std::string& folder) = 0;

@@ -138,6 +138,13 @@ public:
         Check(::rename(from.c_str(), to.c_str()) == 0);
     }
 
+    void SyncFile(const std::string& path) override
+    {
+        Descriptor opened(path, O_WRONLY);
+        opened.Sync();
+        opened.Close();
+    }
+
     void SyncFolder(const std::string& folder) override
     {
         Descriptor opened(folder, O_RDONLY | O_DIRECTORY);
@@ -146,6 +153,10 @@ public:
     }
 
     void Remove(const std::string& path) override { Check(::unlink(path.c_str()) == 0); }
+
+    void MakeFolder(const std::string& path) override { Check(::mkdir(path.c_str(), 0777) == 0); }
+
+    void RemoveFolder(const std::string& path) override { Check(::rmdir(path.c_str()) == 0); }
 
     FolderLock Lock(const std::string& folder) override
     {

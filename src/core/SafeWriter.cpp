@@ -61,8 +61,7 @@ std::optional<FileState> SafeWriter::Replace(const std::string& target, std::str
     if (!(expected ? *expected : m_operations.GetState(target)).isReplaceable) {
         throw Error(ErrorNumber::PathFileAccess);
     }
-    const std::string temporary =
-        target + '.' + std::to_string(std::random_device()()) + std::string(temporarySuffix);
+    const std::string temporary = TemporaryOf(target);
     try {
         const FileState made = m_operations.Create(temporary, bytes, target);
         if (made.size != bytes.size()) {
@@ -72,12 +71,22 @@ std::optional<FileState> SafeWriter::Replace(const std::string& target, std::str
             TryRemove(temporary);
             return std::nullopt;
         }
-        RetryWhileHeld(m_operations, attemptsInOneSecond, [&] { m_operations.Replace(temporary, target); });
+        PutInPlace(temporary, target);
         return made;
     } catch (...) {
         TryRemove(temporary);
         throw;
     }
+}
+
+std::string SafeWriter::TemporaryOf(const std::string& target)
+{
+    return target + '.' + std::to_string(std::random_device()()) + std::string(temporarySuffix);
+}
+
+void SafeWriter::PutInPlace(const std::string& from, const std::string& to)
+{
+    RetryWhileHeld(m_operations, attemptsInOneSecond, [&] { m_operations.Replace(from, to); });
 }
 
 FolderLock SafeWriter::LockFolder(const std::string& folder)

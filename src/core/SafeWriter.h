@@ -28,6 +28,10 @@ public:
     std::optional<FileState> Replace(const std::string& target, std::string_view bytes,
                                      const std::optional<FileState>& expected);
 
+    /// Renames `from` to `to`, replacing it. Waits for up to one second if another program holds one of the
+    /// files, then throws Error PermissionDenied.
+    void PutInPlace(const std::string& from, const std::string& to);
+
     /// Locks `folder` so that no other instance of Tarno saves or cleans up there. Returns null if the file
     /// system does not support locks. Waits for up to ten seconds, then throws Error PermissionDenied.
     FolderLock LockFolder(const std::string& folder);
@@ -37,12 +41,16 @@ public:
     /// older than an hour. Never fails.
     void RemoveStaleTemporaries(const std::string& path);
 
+    /// Returns a name for a temporary of `target`, different at each call.
+    static std::string TemporaryOf(const std::string& target);
+
+    /// Removes the file if possible. Never fails.
+    void TryRemove(const std::string& path);
+
     /// The suffix of every temporary's name.
     static constexpr std::string_view temporarySuffix = ".tarno-tmp";
 
 private:
-    void TryRemove(const std::string& path);
-
     FileOperations& m_operations;
 };
 

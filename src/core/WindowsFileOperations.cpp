@@ -73,10 +73,27 @@ public:
         Check(isReplaced);
     }
 
+    void SyncFile(const std::string& path) override
+    {
+        Handle file = Open(path, GENERIC_WRITE, shareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL);
+        Check(file && ::FlushFileBuffers(file.get()) != 0);
+        Check(::CloseHandle(file.release()) != 0);
+    }
+
     /// Does nothing: the file system journals names.
     void SyncFolder(const std::string& /*folder*/) override {}
 
     void Remove(const std::string& path) override { Check(::DeleteFileW(ToPath(path).c_str()) != 0); }
+
+    void MakeFolder(const std::string& path) override
+    {
+        Check(::CreateDirectoryW(ToPath(path).c_str(), nullptr) != 0);
+    }
+
+    void RemoveFolder(const std::string& path) override
+    {
+        Check(::RemoveDirectoryW(ToPath(path).c_str()) != 0);
+    }
 
     /// The lock is a file that the system deletes when it is released, even if the process is killed.
     FolderLock Lock(const std::string& folder) override

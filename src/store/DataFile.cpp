@@ -42,6 +42,11 @@ void AddNewKeys(KeyMap& newKeys, KeyMap later)
     newKeys.merge(later);
 }
 
+std::string Describe(const std::string& bytes, const XmlFault& fault)
+{
+    return DescribeXmlPosition(bytes, fault.offset) + ": " + std::string(fault.reason);
+}
+
 /// Writes `record` to a separate file in the folder of `path` without synchronising the folder. Returns the
 /// path of that file.
 std::string WriteKeptFile(const Record& record, const std::string& path, FileOperations& operations)
@@ -88,17 +93,33 @@ void DataFile::LoadContents(FileOperations& operations)
         m_problem = m_folder.exists ? "The file does not exist" : "The folder does not exist";
         return;
     }
+    if (const auto fault = ParseContents(ReadWholeFile(path))) {
+        m_problem = Describe(ReadWholeFile(path), *fault);
+    }
+}
+
+void DataFile::LoadBytes(const std::string& bytes)
+{
+    Release();
+    m_path.clear();
+    m_folder = {};
+    m_problem.clear();
+    if (const auto fault = ParseContents(bytes)) {
+        m_problem = Describe(bytes, *fault);
+    }
+}
+
+std::optional<XmlFault> DataFile::ParseContents(std::string bytes)
+{
     auto contents = std::make_unique<Contents>(m_names);
-    if (const auto fault = contents->Parse(ReadWholeFile(path))) {
-        contents.reset();
-        m_problem =
-            DescribeXmlPosition(ReadWholeFile(path), fault->offset) + ": " + std::string(fault->reason);
-        return;
+    if (auto fault = contents->Parse(std::move(bytes))) {
+        return fault;
     }
     m_contents = std::move(contents);
     if (m_contents->document.first_child() != m_contents->document.child("data")) {
         m_problem = "Something precedes the element \"data\", for example a declaration or a comment";
     }
+    return std::nullopt;
 }
 
 void DataFile::Release()

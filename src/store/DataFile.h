@@ -4,6 +4,7 @@
 #include "core/ProgramFolder.h"
 #include "core/SafeWriter.h"
 #include "core/Xml.h"
+#include "store/LogFiles.h"
 #include "store/Merge.h"
 #include "store/RecordTable.h"
 
@@ -21,6 +22,8 @@ class DataFile
 public:
     DataFile(std::string name, RecordTable::Names names);
 
+    explicit DataFile(const LogFile& file) : DataFile(file.name, file.elements) {}
+
     const std::string& Name() const { return m_name; }
 
     RecordTable& Records() { return m_contents->records; }
@@ -30,6 +33,10 @@ public:
     /// Reads the file from `folder`. If the file is missing, damaged or not a data file, the document stays
     /// empty and every operation on it fails, so that the file is never overwritten.
     void Load(const ProgramFolder& folder, FileOperations& operations);
+
+    /// Reads `bytes`, the contents of such a file that is stored elsewhere. It can be inspected, but not
+    /// saved.
+    void LoadBytes(const std::string& bytes);
 
     /// Returns why the records of the file cannot be listed, for the user, or an empty text if they can.
     const std::string& Problem() const { return m_problem; }
@@ -64,6 +71,8 @@ private:
     };
 
     void LoadContents(FileOperations& operations);
+    /// Replaces the document, unless `bytes` have a fault.
+    std::optional<XmlFault> ParseContents(std::string bytes);
     /// Calls `finish` with the path and the state of the file while the folder is locked and the document
     /// contains the changes of other programs. Repeats that until `finish` returns true.
     template <typename Finish>

@@ -5,6 +5,7 @@
 #include "core/Text.h"
 #include "core/Xml.h"
 #include "store/EntryFields.h"
+#include "store/LogFiles.h"
 #include "store/LogGrid.h"
 #include "store/RecordLayouts.h"
 
@@ -20,11 +21,6 @@ namespace
 
 constexpr std::string_view module = "cSQL";
 
-constexpr RecordTable::Names entryNames{"tarno", "TarnoNo"};
-constexpr RecordTable::Names locationNames{"location", "LocNo"};
-constexpr RecordTable::Names fieldNames{"field", "FieldNo"};
-constexpr RecordTable::Names reportNames{"report", "RptNo"};
-
 constexpr std::string_view newKey = "0"; ///< the key of a record that is not stored yet
 
 template <typename Body>
@@ -38,13 +34,13 @@ Status Trapped(std::string_view routine, Body&& body)
 cSQL::cSQL(const ProgramFolder& folder, FileOperations& operations)
     : m_folder(folder),
       m_operations(operations),
-      m_entries("tarno.xml", entryNames),
-      m_fields("field.xml", fieldNames),
-      m_locations("location.xml", locationNames),
-      m_entryBlank("tarnoblank.xml", entryNames),
-      m_locationBlank("locationblank.xml", locationNames),
-      m_reports("Rpt.xml", reportNames),
-      m_reportBlank("RptBlank.xml", reportNames)
+      m_entries(LogFiles::trips),
+      m_fields(LogFiles::fields),
+      m_locations(LogFiles::locations),
+      m_entryBlank(LogFiles::blankTrip),
+      m_locationBlank(LogFiles::blankLocation),
+      m_reports(LogFiles::reports),
+      m_reportBlank(LogFiles::blankReport)
 {
 }
 

@@ -31,7 +31,8 @@ public:
     static constexpr int always = -1; ///< fails every time
 
     /// Lets the next `before` calls of `step` succeed and the `times` calls after them throw `number`. The
-    /// steps are "get state", "create", "replace", "sync folder", "remove", "lock" and "append".
+    /// steps are "get state", "create", "replace", "sync file", "sync folder", "remove", "make folder",
+    /// "remove folder", "lock" and "append".
     void Fail(const std::string& step, ErrorNumber number, int times = 1, int before = 0)
     {
         m_failures.push_back({step, number, times, before});
@@ -98,6 +99,24 @@ public:
     {
         Step("replace");
         m_system->Replace(from, to);
+    }
+
+    void SyncFile(const std::string& path) override
+    {
+        Step("sync file");
+        m_system->SyncFile(path);
+    }
+
+    void MakeFolder(const std::string& path) override
+    {
+        Step("make folder");
+        m_system->MakeFolder(path);
+    }
+
+    void RemoveFolder(const std::string& path) override
+    {
+        Step("remove folder");
+        m_system->RemoveFolder(path);
     }
 
     void SyncFolder(const std::string& folder) override

@@ -140,8 +140,8 @@ private Q_SLOTS:
                 topFolders.push_back(top);
             }
         }
-        QCOMPARE(topFolders,
-                 (Texts{"app", "ui", "reports", "exchange", "analysis", "qt", "store", "astro", "core"}));
+        QCOMPARE(topFolders, (Texts{"app", "ui", "reports", "backup", "exchange", "analysis", "qt", "store",
+                                    "astro", "core"}));
     }
 };
 
