@@ -1,0 +1,138 @@
+#include "BackUpNames.h"
+
+#include "core/Conversions.h"
+#include "core/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdio>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+namespace Tarno
+{
+
+namespace
+{
+
+constexpr std::string_view prefix = "tarno-";
+constexpr std::string_view suffix = ".zip";
+constexpr std::string_view automatic = "-automatic";
+
+std::string TwoDigits(std::chrono::minutes::rep number)
+{
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+std::string_view WordOf(BackUpKind kind)
+{
+    return kind == BackUpKind::Automatic       ? automatic
+           : kind == BackUpKind::BeforeRestore ? std::string_view("-before-restore")
+                                               : std::string_view();
+}
+
+/// An automatic back-up by its name.
+struct Automatic {
+    std::string minute; ///< "2026-11-22-1830"
+    unsigned number = 1;
+    std::string name;
+
+    bool operator<(const Automatic& other) const
+    {
+        return std::tie(minute, number, name) < std::tie(other.minute, other.number, other.name);
+    }
+
+    std::string_view Month() const { return std::string_view(minute).substr(0, 7); }
+};
+
+/// Whether `text` has digits where `pattern` has zeros, and otherwise the same letters.
+bool Matches(std::string_view text, std::string_view pattern)
+{
+    return std::equal(text.begin(), text.end(), pattern.begin(), pattern.end(), [](char letter, char wanted) {
+        return wanted == '0' ? letter >= '0' && letter <= '9' : letter == wanted;
+    });
+}
+
+/// Returns the back-up with exactly this name, or nothing if it is not the name of an automatic one.
+std::optional<Automatic> AutomaticOf(const std::string& name)
+{
+    constexpr std::string_view pattern = "0000-00-00-0000";
+    std::string_view rest = name;
+    if (!rest.starts_with(prefix) || !rest.ends_with(suffix)) {
+        return std::nullopt;
+    }
+    rest.remove_prefix(prefix.size());
+    rest.remove_suffix(suffix.size());
+    const std::string_view minute = rest.substr(0, pattern.size());
+    rest.remove_prefix(minute.size());
+    if (!Matches(minute, pattern) || !rest.starts_with(automatic)) {
+        return std::nullopt;
+    }
+    rest.remove_prefix(automatic.size());
+    Automatic found{std::string(minute), 1, name};
+    if (rest.empty()) {
+        return found;
+    }
+    const auto [end, failure] = std::from_chars(rest.data() + 1, rest.data() + rest.size(), found.number);
+    const bool isNumber = rest.front() == '-' && rest.size() > 1 && rest[1] != '0' && failure == std::errc() &&
+                          end == rest.data() + rest.size() && found.number > 1;
+    return isNumber ? std::optional(found) : std::nullopt;
+}
+
+/// Returns the automatic back-ups, the oldest first.
+std::vector<Automatic> AutomaticAmong(const std::vector<std::string>& names)
+{
+    std::vector<Automatic> found;
+    for (const std::string& name : names) {
+        if (const auto one = AutomaticOf(name)) {
+            found.push_back(*one);
+        }
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+} // namespace
+
+std::string ToText(const LocalTime& time)
+{
+    const auto minutes = time.time.count();
+    return FromDate(time.date) + ' ' + TwoDigits(minutes / 60) + ':' + TwoDigits(minutes % 60);
+}
+
+std::string BackUpName(BackUpKind kind, const LocalTime& time, const std::vector<std::string>& taken)
+{
+    const auto minutes = time.time.count();
+    const std::string first = std::string(prefix) + FromDate(time.date) + '-' + TwoDigits(minutes / 60) +
+                              TwoDigits(minutes % 60) + std::string(WordOf(kind));
+    std::string name = first + std::string(suffix);
+    for (int number = 2; std::any_of(taken.begin(), taken.end(),
+                                     [&](const std::string& other) { return EqualIgnoringCase(name, other); });
+         ++number) {
+        name = first + '-' + std::to_string(number) + std::string(suffix);
+    }
+    return name;
+}
+
+std::vector<std::string> ExpiredBackUps(const std::vector<std::string>& names)
+{
+    constexpr std::size_t kept = 10;
+    const std::vector<Automatic> all = AutomaticAmong(names);
+    std::vector<std::string> expired;
+    for (std::size_t index = 0; index + kept < all.size(); ++index) {
+        if (all[index].Month() == all[index + 1].Month()) { // not the last one of its month
+            expired.push_back(all[index].name);
+        }
+    }
+    return expired;
+}
+
+std::optional<std::string> NewestAutomaticBackUp(const std::vector<std::string>& names)
+{
+    const std::vector<Automatic> all = AutomaticAmong(names);
+    return all.empty() ? std::nullopt : std::optional(all.back().name);
+}
+
+} // namespace Tarno

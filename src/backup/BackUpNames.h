@@ -1,0 +1,38 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Tarno
+{
+
+/// A local date and the time of the day.
+struct LocalTime {
+    std::chrono::year_month_day date;
+    std::chrono::minutes time;
+};
+
+/// Returns for example "2026-11-22 18:30".
+std::string ToText(const LocalTime& time);
+
+enum class BackUpKind {
+    ByHand,
+    Automatic,    ///< removed when newer ones have made it dispensable
+    BeforeRestore ///< the files that a restore has replaced
+};
+
+/// Returns the name of a new back-up, for example "tarno-2026-11-22-1830.zip",
+/// "tarno-2026-11-22-1830-automatic.zip" or "tarno-2026-11-22-1830-before-restore.zip". If `taken`, the names
+/// in its folder, has this name in any case of letters, "-2" or a higher number precedes the suffix.
+std::string BackUpName(BackUpKind kind, const LocalTime& time, const std::vector<std::string>& taken);
+
+/// Returns those of `names`, the names in a folder of back-ups, that can be removed: automatic back-ups other
+/// than the last ten and the last one of each month. Never returns another name. The result is sorted.
+std::vector<std::string> ExpiredBackUps(const std::vector<std::string>& names);
+
+/// Returns the newest automatic back-up among `names`, if any.
+std::optional<std::string> NewestAutomaticBackUp(const std::vector<std::string>& names);
+
+} // namespace Tarno
