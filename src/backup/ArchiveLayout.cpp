@@ -1,12 +1,8 @@
 #include "ArchiveLayout.h"
 
-#include "ArchiveNames.h"
-
 #include <QIODevice>
 
 #include <algorithm>
-#include <limits>
-#include <map>
 #include <optional>
 #include <utility>
 
@@ -29,11 +25,6 @@ constexpr std::uint64_t locatorSize = 20;
 constexpr std::uint64_t longestComment = 65535;
 constexpr std::uint16_t more16 = 0xffff;     // the value is in the 64-bit record
 constexpr std::uint32_t more32 = 0xffffffff; // likewise
-
-[[noreturn]] void FailDamaged(const std::string& what)
-{
-    throw ArchiveProblem("The archive is damaged: " + what + '.');
-}
 
 /// Reads little-endian numbers from bytes, one after the other.
 class Numbers
@@ -218,93 +209,6 @@ ListedEntry NextEntry(Numbers& list)
     return entry;
 }
 
-void CheckKind(const ListedEntry& entry)
-{
-    constexpr std::uint16_t encrypted = 0x2041;
-    constexpr std::uint16_t stored = 0;
-    constexpr std::uint16_t deflated = 8;
-    constexpr unsigned unixSystem = 3;
-    constexpr unsigned otherUnixSystem = 19;
-    constexpr std::uint32_t typeMask = 0170000;
-    constexpr std::uint32_t folderType = 0040000;
-    constexpr std::uint32_t fileType = 0100000;
-    const std::string cited = CitedName(entry.name) + " in the archive ";
-    if ((entry.flags & encrypted) != 0) {
-        throw ArchiveProblem(cited + "is encrypted.");
-    }
-    if (entry.method != stored && entry.method != deflated) {
-        throw ArchiveProblem(cited + "is compressed in a way that Tarno cannot read.");
-    }
-    const unsigned system = entry.madeBy >> 8U;
-    const std::uint32_t type =
-        system == unixSystem || system == otherUnixSystem ? (entry.attributes >> 16U) & typeMask : 0;
-    if (type != 0 && type != (IsFolderName(entry.name) ? folderType : fileType)) {
-        throw ArchiveProblem(cited + "is a link or another special file.");
-    }
-}
-
-void CheckName(const ListedEntry& entry)
-{
-    std::string_view name = entry.name;
-    if (IsFolderName(name)) {
-        name.remove_suffix(1);
-    }
-    if (const std::string fault = NameFault(name); !fault.empty()) {
-        throw ArchiveProblem("The name " + CitedName(entry.name) + " in the archive " + fault + '.');
-    }
-    if (IsFolderName(entry.name) && (entry.size != 0 || entry.compressedSize != 0)) {
-        FailDamaged("the folder " + CitedName(entry.name) + " has contents");
-    }
-}
-
-void CheckSizes(const std::vector<ListedEntry>& entries, std::uint64_t archiveSize,
-                const ArchiveLimits& limits)
-{
-    constexpr std::uint64_t bestDeflation = 1032;
-    constexpr std::uint16_t stored = 0;
-    std::uint64_t total = 0;
-    for (const ListedEntry& entry : entries) {
-        const std::string cited = CitedName(entry.name) + " in the archive ";
-        if (entry.size > limits.entryBytes) {
-            throw ArchiveProblem(cited + "is too large.");
-        }
-        const bool isPossible = entry.method == stored ? entry.size == entry.compressedSize
-                                                       : entry.size / bestDeflation <= entry.compressedSize;
-        if (!isPossible) {
-            FailDamaged("the size of " + CitedName(entry.name) + " is wrong");
-        }
-        total += entry.size;
-        if (total > limits.totalBytes || (total > limits.freeBytes && total / limits.ratio > archiveSize)) {
-            throw ArchiveProblem("The files in the archive would need far too much space.");
-        }
-    }
-}
-
-/// Throws unless every name is used once, and not for a file and a folder.
-void CheckUnique(const std::vector<ListedEntry>& entries)
-{
-    std::map<std::string, const ListedEntry*> files;
-    for (const ListedEntry& entry : entries) {
-        std::string key = CaseKey(entry.name);
-        if (IsFolderName(key)) {
-            key.pop_back();
-        }
-        if (const auto [other, isNew] = files.emplace(key, &entry); !isNew) {
-            throw ArchiveProblem("The archive has two files of the same name: " +
-                                 CitedName(other->second->name) + " and " + CitedName(entry.name) + '.');
-        }
-    }
-    for (const auto& [key, entry] : files) {
-        for (auto slash = key.find('/'); slash != std::string::npos; slash = key.find('/', slash + 1)) {
-            const auto parent = files.find(key.substr(0, slash));
-            if (parent != files.end() && !IsFolderName(parent->second->name)) {
-                throw ArchiveProblem("The archive has a file and a folder of the same name: " +
-                                     CitedName(parent->second->name) + '.');
-            }
-        }
-    }
-}
-
 /// Throws unless the data of each entry is where its local header says, and belongs to no other entry.
 void CheckPositions(QIODevice& archive, const std::vector<ListedEntry>& entries, std::uint64_t end)
 {
@@ -338,11 +242,6 @@ void CheckPositions(QIODevice& archive, const std::vector<ListedEntry>& entries,
 
 } // namespace
 
-bool IsFolderName(std::string_view name)
-{
-    return name.ends_with('/');
-}
-
 std::vector<ListedEntry> ReadLayout(QIODevice& archive, const ArchiveLimits& limits)
 {
     const Listing listing = FindListing(archive);
@@ -355,13 +254,12 @@ std::vector<ListedEntry> ReadLayout(QIODevice& archive, const ArchiveLimits& lim
     std::vector<ListedEntry> entries;
     for (std::uint64_t entry = 0; entry < listing.entries; ++entry) {
         entries.push_back(NextEntry(list));
-        CheckName(entries.back());
-        CheckKind(entries.back());
+        CheckEntry(entries.back());
     }
     if (!list.IsAtEnd()) {
         FailDamaged("its list of contents has the wrong size");
     }
-    CheckUnique(entries);
+    CheckNames(entries);
     CheckSizes(entries, static_cast<std::uint64_t>(archive.size()), limits);
     CheckPositions(archive, entries, listing.offset);
     return entries;

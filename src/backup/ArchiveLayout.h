@@ -28,6 +28,20 @@ struct ListedEntry {
 /// positions and sizes of all entries, their names and kinds, and the limits. Throws ArchiveProblem.
 std::vector<ListedEntry> ReadLayout(QIODevice& archive, const ArchiveLimits& limits);
 
+// The checks of ReadLayout.
+
+/// Throws ArchiveProblem: the archive is damaged.
+[[noreturn]] void FailDamaged(const std::string& what);
+
+/// Checks the name and the kind of an entry.
+void CheckEntry(const ListedEntry& entry);
+
+/// Throws unless every name is used once, and not for a file and a folder.
+void CheckNames(const std::vector<ListedEntry>& entries);
+
+void CheckSizes(const std::vector<ListedEntry>& entries, std::uint64_t archiveSize,
+                const ArchiveLimits& limits);
+
 /// Whether the name is that of a folder.
 bool IsFolderName(std::string_view name);
 

@@ -161,7 +161,8 @@ bool PictureNames::Has(std::string_view name) const
     return m_taken.contains(CaseKey(name));
 }
 
-std::string PictureNames::Add(std::string_view wanted)
+std::string PictureNames::Add(std::string_view wanted,
+                              const std::function<bool(const std::string& name)>& isUsable)
 {
     std::vector<std::string> parts = Split(wanted, '/');
     for (std::string& part : parts) {
@@ -173,7 +174,7 @@ std::string PictureNames::Add(std::string_view wanted)
     }
     const std::string first = name;
     const auto [stem, suffix] = SplitSuffix(first);
-    for (int number = 2; !m_taken.insert(CaseKey(name)).second; ++number) {
+    for (int number = 2; !m_taken.insert(CaseKey(name)).second && !(isUsable && isUsable(name)); ++number) {
         name = std::string(stem) + '-' + std::to_string(number) + std::string(suffix);
     }
     return name;

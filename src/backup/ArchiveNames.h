@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -29,8 +30,10 @@ public:
     bool Has(std::string_view name) const;
 
     /// Returns `wanted`, or the first of "a-2.jpg", "a-3.jpg" and so on that is free, and reserves it. Makes
-    /// the name valid first: NameFault returns an empty text for the result.
-    std::string Add(std::string_view wanted);
+    /// the name valid first: NameFault returns an empty text for the result. Stops at the first reserved name
+    /// for which `isUsable`, if given, returns true.
+    std::string Add(std::string_view wanted,
+                    const std::function<bool(const std::string& name)>& isUsable = {});
 
 private:
     std::set<std::string> m_taken; ///< CaseKey of the names

@@ -1,15 +1,11 @@
 #include "Archive.h"
 #include "ArchiveLayout.h"
-#include "ArchiveNames.h"
 #include "DeviceSource.h"
 #include "core/Paths.h"
-#include "core/Text.h"
 
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
 namespace Tarno
@@ -30,16 +26,6 @@ struct CloseEntry {
 }
 
 } // namespace
-
-std::string CitedName(std::string_view name)
-{
-    constexpr std::size_t longest = 80;
-    std::string shown(name.substr(0, longest));
-    std::replace_if(
-        shown.begin(), shown.end(),
-        [](char letter) { return (letter >= 0 && letter < ' ') || letter == '\x7f'; }, '?');
-    return '"' + XmlText(shown) + (name.size() > longest ? "..." : "") + '"';
-}
 
 struct ArchiveReader::Handle {
     Handle() = default;

@@ -76,8 +76,8 @@ std::optional<Automatic> AutomaticOf(const std::string& name)
         return found;
     }
     const auto [end, failure] = std::from_chars(rest.data() + 1, rest.data() + rest.size(), found.number);
-    const bool isNumber = rest.front() == '-' && rest.size() > 1 && rest[1] != '0' && failure == std::errc() &&
-                          end == rest.data() + rest.size() && found.number > 1;
+    const bool isNumber = rest.front() == '-' && rest.size() > 1 && rest[1] != '0' &&
+                          failure == std::errc() && end == rest.data() + rest.size() && found.number > 1;
     return isNumber ? std::optional(found) : std::nullopt;
 }
 
@@ -108,8 +108,9 @@ std::string BackUpName(BackUpKind kind, const LocalTime& time, const std::vector
     const std::string first = std::string(prefix) + FromDate(time.date) + '-' + TwoDigits(minutes / 60) +
                               TwoDigits(minutes % 60) + std::string(WordOf(kind));
     std::string name = first + std::string(suffix);
-    for (int number = 2; std::any_of(taken.begin(), taken.end(),
-                                     [&](const std::string& other) { return EqualIgnoringCase(name, other); });
+    for (int number = 2;
+         std::any_of(taken.begin(), taken.end(),
+                     [&](const std::string& other) { return EqualIgnoringCase(name, other); });
          ++number) {
         name = first + '-' + std::to_string(number) + std::string(suffix);
     }

@@ -52,8 +52,8 @@ LogBytes ReadLogFiles(const ProgramFolder& folder)
             files.emplace(name, ReadWholeFile(folder.FindPath(name)));
         } catch (const Error& error) {
             if (error.Number() != ErrorNumber::FileNotFound) {
-                throw Error(error.Number(),
-                            "The file " + std::string(name) + " cannot be read: " + error.Description() + '.');
+                throw Error(error.Number(), "The file " + std::string(name) +
+                                                " cannot be read: " + error.Description() + '.');
             }
         }
     };

@@ -17,7 +17,8 @@ namespace Tarno
 /// The folder of the collected and restored pictures, in the data folder.
 inline constexpr std::string_view pictureFolder = "pictures";
 
-/// Returns the pictures of the trips and locations as they are stored, each once, in the order of the records.
+/// Returns the pictures of the trips and locations as they are stored, each once, in the order of the
+/// records.
 std::vector<std::string> StoredPictures(const RecordList& trips, const RecordList& locations);
 
 /// Returns the full path of a stored picture.

@@ -60,6 +60,8 @@ struct LogSummary {
     std::string lastTrip; ///< the latest start date, "yyyy-mm-dd"; empty without trips
 };
 
+LogSummary Summarize(const RecordList& trips, const RecordList& locations);
+
 /// What a back-up contains beside what is there.
 struct BackUpInspection {
     std::string problem; ///< why it cannot be restored, sentences for the user; empty if it can
