@@ -26,10 +26,9 @@ void RecordChange::SetKey(const std::string& newKey)
 
 ChangeKind History::Step::Kind() const
 {
-    return import != 0             ? ChangeKind::Import
-           : change.before.empty() ? ChangeKind::Add
-           : change.after.empty()  ? ChangeKind::Delete
-                                   : ChangeKind::Edit;
+    return change.before.empty()  ? import != 0 ? ChangeKind::Import : ChangeKind::Add
+           : change.after.empty() ? ChangeKind::Delete
+                                  : ChangeKind::Edit;
 }
 
 RecordChange History::Step::Towards(Direction direction) const

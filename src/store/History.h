@@ -23,8 +23,8 @@ public:
     struct Step {
         RecordTitle::Kind record;
         RecordChange change; ///< as it was made, also if it is to be undone
-        /// The number of the import that has made the change, from StartImport, or 0. The changes of an
-        /// import follow each other and are undone and redone together.
+        /// The number of the import or of the edit of several records that has made the change, from
+        /// StartImport, or 0. Its changes follow each other and are undone and redone together.
         std::size_t import = 0;
 
         ChangeKind Kind() const;
@@ -35,7 +35,7 @@ public:
     /// Adds a change that has been made and drops the steps that could be redone. Ignores an empty change.
     void Add(Step step);
 
-    /// Returns a number for the changes of one import.
+    /// Returns a number for the changes of one import or of one edit of several records.
     std::size_t StartImport() { return ++m_imports; }
 
     /// Returns the changes that are to be undone or redone together with the next one, in the order in which

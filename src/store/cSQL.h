@@ -55,8 +55,8 @@ struct UnsavedChange {
 struct ChangeTitle {
     ChangeKind kind;
     RecordTitle record;        ///< as it is now, or as it was before it was deleted; one of those imported
-    std::size_t trips = 0;     ///< the number of trips of an import
-    std::size_t locations = 0; ///< the number of new locations of an import
+    std::size_t trips = 0;     ///< the number of trips of an import, or of an edit of several records
+    std::size_t locations = 0; ///< the number of locations likewise
 };
 
 enum class UndoStatus {
@@ -127,6 +127,11 @@ public:
     /// cannot be saved, the trips are not saved either, so that the log on disk never refers to locations
     /// that are not there. Fails without any change if the records cannot be added to both files.
     Status Import(ImportBatch& batch);
+
+    /// Replaces the stored records with the keys of these, as one step of the history. Each file is merged
+    /// and saved once. If a save fails, the changes are in memory like any others. Fails without any change
+    /// if a record does not exist.
+    Status UpdateTogether(const std::vector<Record>& trips, const std::vector<Record>& locations);
 
     // Deletions: the file is saved even if the record does not exist.
 

@@ -98,6 +98,37 @@ Status cSQL::AddAll(DataFile& in, const DataFile& blank, const std::vector<Store
     });
 }
 
+Status cSQL::UpdateTogether(const std::vector<Record>& trips, const std::vector<Record>& locations)
+{
+    constexpr std::string_view routine = "UpdateTogether";
+    const bool canUpdate = Trap("cSQL", routine, [&] {
+        const auto check = [](const DataFile& in, const std::vector<Record>& records) {
+            for (const Record& record : records) {
+                in.Records().Get(record.Text(0));
+            }
+        };
+        check(m_entries, trips);
+        check(m_locations, locations);
+    });
+    if (!canUpdate) {
+        return failed;
+    }
+    const std::size_t together = m_history.StartImport();
+    const auto update = [&](DataFile& in, const std::vector<Record>& records) {
+        return records.empty() ? succeeded : WithMerging(routine, in, {}, [&](MergeResult& merged) {
+            for (const Record& record : records) {
+                RecordChange change = in.Records().Replace(record);
+                NoteTrip(in, change);
+                m_history.Add({KindOf(in), std::move(change), together});
+            }
+            in.Save(m_folder, in.Name(), m_operations, merged);
+        });
+    };
+    const Status ofLocations = update(m_locations, locations);
+    const Status ofTrips = update(m_entries, trips);
+    return ofLocations == succeeded ? ofTrips : ofLocations;
+}
+
 UndoResult cSQL::StepImport(std::string_view routine, History::Direction direction, const ChangeTitle& title)
 {
     using Kind = RecordTitle::Kind;
@@ -179,7 +210,7 @@ const History::Step* cSQL::FindUsedLocation(std::span<const History::Step> impor
     for (const History::Step& step : import) {
         if (step.record == RecordTitle::Kind::Trip) {
             trips.insert(step.change.key);
-        } else if (step.change.duplicate.empty()) {
+        } else if (step.change.before.empty() && step.change.duplicate.empty()) {
             locations.emplace(step.change.key, &step);
         }
     }

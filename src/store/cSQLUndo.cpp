@@ -14,7 +14,7 @@ std::optional<ChangeTitle> cSQL::TitleOfNext(History::Direction direction) const
         return std::nullopt;
     }
     ChangeTitle title{step->Kind(), TitleOf(*step, direction)};
-    if (title.kind == ChangeKind::Import) {
+    if (step->import != 0) {
         const std::span<const History::Step> together = m_history.NextTogether(direction);
         title.trips = static_cast<std::size_t>(
             std::count_if(together.begin(), together.end(), [](const History::Step& change) {
@@ -38,7 +38,7 @@ UndoResult cSQL::Step(std::string_view routine, History::Direction direction)
     if (!title) {
         return {UndoStatus::Nothing, {}, {}};
     }
-    if (title->kind == ChangeKind::Import) {
+    if (m_history.Next(direction)->import != 0) {
         return StepImport(routine, direction, *title);
     }
     UndoResult result{UndoStatus::Failed, *title, {}};
