@@ -1,0 +1,61 @@
+#pragma once
+
+#include "core/FileOperations.h"
+#include "store/ImportBatch.h"
+#include "store/RecordTitle.h"
+#include "store/cSQL.h"
+
+#include <string>
+#include <vector>
+
+namespace Tarno
+{
+
+/// What the user has typed into an editing window and not saved yet.
+struct Draft {
+    RecordTitle::Kind kind = RecordTitle::Kind::Trip;
+    std::string key = "0";  ///< of the record; "0" for a new one
+    std::string dataFolder; ///< of the log to which it belongs
+    std::string written;    ///< when, for the user: "2026-11-22 18:30"
+    StoredTexts values;     ///< as they were typed, by position
+    StoredTexts before;     ///< the stored values when editing began; empty for a new record
+
+    bool operator==(const Draft&) const = default;
+};
+
+enum class DraftState {
+    NewRecord,     ///< the record was never saved
+    Unchanged,     ///< the record has the values from which editing began
+    ChangedSince,  ///< somebody has changed the record since
+    RecordDeleted, ///< the record does not exist any more
+    Saved          ///< the record has the values of the draft
+};
+
+/// The drafts of a user, one file for each record, in a folder outside the data folders.
+class Drafts
+{
+public:
+    Drafts(std::string folder, FileOperations& operations);
+
+    /// Writes the draft, replacing an older one of the same record of the same log. Creates the folder if its
+    /// parent exists. Throws Error if that fails.
+    void Write(const Draft& draft);
+
+    /// Removes the draft of the record, if there is one. Throws Error if it cannot be removed.
+    void Remove(RecordTitle::Kind kind, const std::string& key, const std::string& dataFolder);
+
+    /// Returns the drafts of a log, the oldest first. Renames drafts that cannot be read to names that end
+    /// with ".damaged" and leaves them out. Never fails.
+    std::vector<Draft> List(const std::string& dataFolder);
+
+private:
+    std::string PathOf(RecordTitle::Kind kind, const std::string& key, const std::string& dataFolder) const;
+
+    std::string m_folder;
+    FileOperations& m_operations;
+};
+
+/// Compares the draft with its record in the loaded log.
+DraftState StateOf(const Draft& draft, const cSQL& sql);
+
+} // namespace Tarno
