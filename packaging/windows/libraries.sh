@@ -89,11 +89,13 @@ build_libraries() {
     rm -rf "$folder"
     mkdir -p "$folder"
     build_library pugixml "$scratch"/pugixml-* -DCMAKE_BUILD_TYPE=Release
-    build_library zlib "$scratch"/zlib-* "${zlib_options[@]}"
-    # the import library of the DLL, which zlib always builds, would be preferred to the static library
-    rm -f "$folder"/lib/libzlib.dll.a "$folder"/bin/libzlib*.dll
-    [ -e "$folder/lib/libz.a" ] || mv "$folder/lib/libzlibstatic.a" "$folder/lib/libz.a"
-    build_library libzip "$scratch"/libzip-* "${libzip_options[@]}"
+    # zlib always builds a DLL too. Debian's source package lacks its resources; CMake would prefer its import library.
+    mkdir -p "$(echo "$scratch"/zlib-*/)win32"
+    printf '1 RCDATA { 0 }\n' >"$(echo "$scratch"/zlib-*/)win32/zlib1.rc"
+    build_library zlib "$scratch"/zlib-*/ "${zlib_options[@]}"
+    rm "$folder/lib/libzlib.dll.a" "$folder/bin/libzlib.dll"
+    mv "$folder/lib/libzlibstatic.a" "$folder/lib/libz.a"
+    build_library libzip "$scratch"/libzip-*/ "${libzip_options[@]}"
     build_library qtbase "$scratch"/qt6-base-* "${qt_options[@]}"
     build_library qtimageformats "$scratch"/qt6-imageformats-* -DCMAKE_BUILD_TYPE=Release
     touch "$folder/complete"

@@ -46,7 +46,7 @@ void CheckName(const ListedEntry& entry)
     if (const std::string fault = NameFault(name); !fault.empty()) {
         throw ArchiveProblem("The name " + CitedName(entry.name) + " in the archive " + fault + '.');
     }
-    if (IsFolderName(entry.name) && (entry.size != 0 || entry.compressedSize != 0)) {
+    if (IsFolderName(entry.name) && entry.size != 0) {
         FailDamaged("the folder " + CitedName(entry.name) + " has contents");
     }
 }

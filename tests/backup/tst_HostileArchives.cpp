@@ -95,6 +95,16 @@ private Q_SLOTS:
         QCOMPARE(ProblemOf(bytes), ""s);
     }
 
+    void archivesOfOtherPrograms_areAccepted()
+    {
+        for (const char* name : {"64-bit.zip", "streamed.zip"}) {
+            const ArchiveReader archive(std::string(TARNO_TEST_DATA "/") + name);
+            archive.CheckAll();
+            QCOMPARE(static_cast<int>(archive.Entries().size()), 2);
+            QCOMPARE(archive.ReadBytes(*archive.Find("location.xml")), "<data>\n</data>\n"s);
+        }
+    }
+
     void everyTruncatedArchive_isRefused()
     {
         const std::string bytes = ArchiveOf([](RawZip&) {});
