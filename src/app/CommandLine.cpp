@@ -58,6 +58,8 @@ constexpr std::array commands{
     Command{{"--forecast", "PLACE", Takes::Value, ~0U}, Action::Forecast},
     Command{{"--report", "NAME", Takes::Value, ~0U}, Action::Report},
     Command{{"--calendar", "PLACE", Takes::Value, ~0U}, Action::Calendar},
+    Command{{"--backup", "FILE.zip", Takes::Value, ~0U}, Action::BackUp},
+    Command{{"--restore", "FILE.zip", Takes::Value, ~0U}, Action::Restore},
 };
 
 constexpr std::array qtOptionsWithValue{"display",     "geometry",      "icon",         "platform",
@@ -121,8 +123,6 @@ public:
     bool Has(std::string_view name) const { return m_values.contains(name); }
 
     std::string Value(std::string_view name) const { return Has(name) ? m_values.find(name)->second : ""; }
-
-    const std::map<std::string, std::string, std::less<>>& All() const { return m_values; }
 
 private:
     bool SkipQtOption(std::string_view argument, const std::vector<std::string>& arguments)
@@ -242,8 +242,7 @@ int DaysIn(const std::string& text)
 {
     constexpr int most = 3660;
     try {
-        const bool isNumber = text.find_first_not_of("0123456789") == std::string::npos;
-        const int days = isNumber ? ToInt32(text) : 0;
+        const int days = text.find_first_not_of("0123456789") == std::string::npos ? ToInt32(text) : 0;
         if (days >= 1 && days <= most) {
             return days;
         }
@@ -253,18 +252,19 @@ int DaysIn(const std::string& text)
                      '.');
 }
 
+bool HasSuffix(std::string_view file, std::string_view suffix)
+{
+    return file.size() > suffix.size() && EqualIgnoringCase(file.substr(file.size() - suffix.size()), suffix);
+}
+
 OutputFormat FormatOf(const std::string& file, Action action)
 {
     const std::string_view other = action == Action::Report ? ".rtf" : ".ics";
-    const auto endsWith = [&](std::string_view suffix) {
-        return file.size() > suffix.size() &&
-               EqualIgnoringCase(std::string_view(file).substr(file.size() - suffix.size()), suffix);
-    };
-    if (endsWith(".pdf")) {
-        return OutputFormat::Pdf;
-    }
-    if (endsWith(other)) {
-        return action == Action::Report ? OutputFormat::Rtf : OutputFormat::ICalendar;
+    const bool isPdf = HasSuffix(file, ".pdf");
+    if (isPdf || HasSuffix(file, other)) {
+        return isPdf                      ? OutputFormat::Pdf
+               : action == Action::Report ? OutputFormat::Rtf
+                                          : OutputFormat::ICalendar;
     }
     throw UsageError("--output needs a file name that ends with .pdf or " + std::string(other) + ", not " +
                      Cited(file) + '.');
@@ -288,6 +288,9 @@ CommandLine Parse(const std::vector<std::string>& arguments)
     CheckOptions(given, line.action);
     if (command != nullptr) {
         CheckComplete(given, *command);
+    }
+    if (line.action == Action::BackUp && !HasSuffix(line.subject, ".zip")) {
+        throw UsageError("--backup needs a file name that ends with .zip, not " + Cited(line.subject) + '.');
     }
     line.query = line.action == Action::List ? line.subject : given.Value("--find");
     line.location = given.Value("--location");

@@ -19,7 +19,9 @@ enum class Action {
     Check,
     Forecast,
     Report,
-    Calendar
+    Calendar,
+    BackUp,
+    Restore
 };
 
 enum class OutputFormat { Pdf, Rtf, ICalendar };

@@ -26,6 +26,9 @@ Commands, which need no display:
       --find QUERY              only the trips found
   --calendar PLACE --month YYYY-MM --output FILE
                                 write a month to a PDF or iCalendar (.ics) file
+  --backup FILE.zip             back up the log with its pictures
+  --restore FILE.zip            replace the log by a back-up; creates the folder
+                                if it does not exist
 
 Options:
   --folder DIR                  use the log in DIR

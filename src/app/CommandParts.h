@@ -29,7 +29,11 @@ private:
     ExitStatus m_status;
 };
 
-/// Loads the data files. Throws CommandFailure if one of `needed` cannot be read.
+/// Finishes a restore that was killed, and says so on standard error. Throws CommandFailure if that fails.
+void FinishInterruptedRestore(const CommandContext& context);
+
+/// Loads the data files, after finishing a restore that was killed. Throws CommandFailure if one of `needed`
+/// cannot be read.
 void LoadLog(const CommandContext& context, std::initializer_list<std::string_view> needed);
 
 RecordList TripsOf(const CommandContext& context);
@@ -59,5 +63,7 @@ ExitStatus RunCheck(const CommandContext& context);
 ExitStatus RunForecast(const CommandLine& line, const CommandContext& context);
 ExitStatus RunReport(const CommandLine& line, const CommandContext& context);
 ExitStatus RunCalendar(const CommandLine& line, const CommandContext& context);
+ExitStatus RunBackUp(const CommandLine& line, const CommandContext& context);
+ExitStatus RunRestore(const CommandLine& line, const CommandContext& context);
 
 } // namespace Tarno

@@ -35,6 +35,10 @@ ExitStatus Run(const CommandLine& line, const CommandContext& context)
         return RunReport(line, context);
     case Action::Calendar:
         return RunCalendar(line, context);
+    case Action::BackUp:
+        return RunBackUp(line, context);
+    case Action::Restore:
+        return RunRestore(line, context);
     default:
         throw Error(ErrorNumber::InvalidProcedureCall);
     }
@@ -82,6 +86,7 @@ bool PrintsPages(const CommandLine& line)
 
 void LoadLog(const CommandContext& context, std::initializer_list<std::string_view> needed)
 {
+    FinishInterruptedRestore(context);
     if (context.sql.Init() != succeeded) {
         throw CommandFailure("The log could not be read. Nothing was changed.");
     }

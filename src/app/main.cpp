@@ -93,9 +93,11 @@ static int RunWithoutDisplay(const CommandLine& line, char** argv)
 #ifdef Q_OS_WIN
     _setmode(_fileno(stdout), _O_BINARY);
 #endif
-    const QString path = line.folder
-                             ? FromUtf8(*line.folder)
-                             : ExistingDataFolder(QCoreApplication::applicationDirPath(), UserFolder());
+    QString path = line.folder ? FromUtf8(*line.folder)
+                               : ExistingDataFolder(QCoreApplication::applicationDirPath(), UserFolder());
+    if (path.isEmpty() && line.action == Action::Restore) {
+        path = UserFolder();
+    }
     if (path.isEmpty()) {
         std::cerr << "There is no log yet. Start Tarno once to create it, or use --folder.\n";
         return NotDone;
@@ -185,7 +187,7 @@ int main(int argc, char* argv[])
     }
     if (line.folder) {
         const QDir folder(FromUtf8(*line.folder));
-        if (!folder.exists()) {
+        if (!folder.exists() && line.action != Action::Restore) {
             ShowProblem(argc, argv, "The folder does not exist: " + *line.folder + "\nNo log was opened.");
             return NotDone;
         }

@@ -19,6 +19,8 @@ public:
     /// Today's date and the current time, without seconds, in the short formats of the user's locale, UTF-8.
     virtual std::string ShortDate() const = 0;
     virtual std::string ShortTime() const = 0;
+    /// The time since midnight, without seconds. The default is that of the system.
+    virtual std::chrono::minutes TimeOfDay() const;
     /// Monotonic time for measuring durations.
     virtual std::chrono::steady_clock::time_point Now() const = 0;
 };

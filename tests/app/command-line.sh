@@ -89,6 +89,19 @@ tarno 0 --folder "$out/other" --list
 cmp "$out/stdout" "$out/list" || fail "the lists differ"
 [ -z "$(find "$out/other" -iname '*.log' -o -name '*tarno-tmp' -o -name '*kept*')" ] || fail "files were left"
 
+# a back-up, restored into a folder that does not exist yet, is the same log
+cp -r "$out/log" "$out/original"
+tarno 0 --folder "$out/log" --backup "$out/log.zip"
+says stdout "Backed up the log with 3 pictures to $out/log.zip"
+[ "$(state "$out/log")" = "$before" ] || fail "--backup has changed the log"
+tarno 0 --folder "$out/new/log" --restore "$out/log.zip"
+says stdout "Restored 72 trips, 6 locations and 3 pictures to $PWD/$out/new/log"
+diff -r "$out/original" "$out/new/log" || fail "the restored log differs"
+tarno 1 --folder "$out/new/log" --restore "$out/list"
+says stderr "This is not a zip archive."
+tarno 2 --folder "$out/log" --backup "$out/log.xml"
+rm -r "$out/original"
+
 # a damaged file
 sed -i 's/<TarnoNo>2</<TarnoNo>two</' "$out/other/tarno.xml"
 damaged=$(state "$out/other")

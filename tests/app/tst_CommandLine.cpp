@@ -87,6 +87,8 @@ private Q_SLOTS:
             " subject=a b query=x location=Lake output=r.rtf format=1");
         row("calendar", {"--calendar", "Lake", "--month", "2026-11", "--output", "c.ics"}, Action::Calendar,
             " subject=Lake output=c.ics format=2 month=2026-11-01");
+        row("back-up", {"--backup", "b.ZIP", "--folder", "d"}, Action::BackUp, " folder=d subject=b.ZIP");
+        row("restore", {"--restore", "b"}, Action::Restore, " subject=b");
         row("options of Qt", {"-style", "fusion", "--platform=offscreen", "-reverse", "--folder", "d"},
             Action::OpenWindow, " folder=d");
     }
@@ -145,6 +147,9 @@ private Q_SLOTS:
             "--output needs a file name that ends with .pdf or .rtf, not \"a.ics\".");
         row({"--report", "default", "--output", ".pdf"},
             "--output needs a file name that ends with .pdf or .rtf, not \".pdf\".");
+        row({"--backup", "tarno.xml"}, "--backup needs a file name that ends with .zip, not \"tarno.xml\".");
+        row({"--backup"}, "--backup needs a value: --backup FILE.zip");
+        row({"--restore", "b.zip", "--dry-run"}, "--dry-run can only be used with --import.");
         row({"--calendar", "Lake", "--month", "2026-11", "--output", "a.rtf"},
             "--output needs a file name that ends with .pdf or .ics, not \"a.rtf\".");
     }

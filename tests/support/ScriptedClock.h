@@ -15,11 +15,14 @@ public:
 
     std::string ShortTime() const override { return shortTime; }
 
+    std::chrono::minutes TimeOfDay() const override { return timeOfDay; }
+
     std::chrono::steady_clock::time_point Now() const override { return now; }
 
     std::chrono::year_month_day today{std::chrono::year(2003), std::chrono::month(2), std::chrono::day(5)};
     std::string shortDate = "5/02/2003";
     std::string shortTime = "9:07 PM";
+    std::chrono::minutes timeOfDay{21 * 60 + 7};
     std::chrono::steady_clock::time_point now;
 };
 
