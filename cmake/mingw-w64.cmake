@@ -1,6 +1,6 @@
 # Toolchain file for building 64-bit Windows programs on Debian with mingw-w64, in the variant with POSIX threads, which
 # supports std::thread. The runtime is linked statically, so a program needs only libraries that are part of Windows.
-# CMAKE_PREFIX_PATH is the folder of the static Qt and pugixml; moc, rcc and uic come from the host's Qt.
+# CMAKE_PREFIX_PATH is the folder of the static Qt, pugixml, zlib and libzip; moc, rcc and uic come from the host's Qt.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 

@@ -17,7 +17,7 @@ constexpr std::uint32_t localSignature = 0x04034b50;
 constexpr std::uint32_t endSignature = 0x06054b50;
 constexpr std::uint32_t end64Signature = 0x06064b50;
 constexpr std::uint32_t locatorSignature = 0x07064b50;
-constexpr std::uint64_t entrySize = 46; // without name, extra field and comment
+constexpr std::uint64_t roomForEntry = 1200; // in the list of contents; usually much less is needed
 constexpr std::uint64_t localSize = 30;
 constexpr std::uint64_t endSize = 22;
 constexpr std::uint64_t end64Size = 56;
@@ -246,7 +246,7 @@ std::vector<ListedEntry> ReadLayout(QIODevice& archive, const ArchiveLimits& lim
 {
     const Listing listing = FindListing(archive);
     // checked before the list is read, which needs as much memory
-    if (listing.entries > limits.entries || listing.size / 1200 > limits.entries) {
+    if (listing.entries > limits.entries || listing.size / roomForEntry > limits.entries) {
         throw ArchiveProblem("The archive has too many files.");
     }
     const std::string bytes = BytesAt(archive, listing.offset, listing.size);

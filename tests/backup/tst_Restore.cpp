@@ -5,6 +5,7 @@
 #include "support/Platform.h"
 #include "support/StdStrings.h"
 #include "support/TestClass.h"
+#include "support/UnprivilegedUser.h"
 
 using namespace Tarno;
 
@@ -269,6 +270,26 @@ private Q_SLOTS:
         here.folder.MakeFolder("Bait.txt");
         // unreadable already for the back-up of the present files
         QVERIFY_THROWS_EXCEPTION(Error, here.Restore(backUp.Path()));
+    }
+
+    void readOnlyFolder_isNotChanged()
+    {
+        SampleBackUp backUp;
+        LogFolder here;
+        here.folder.Write("b.zip", backUp.folder.Read("b.zip"));
+        const Contents before = here.State();
+        const UnprivilegedUser user(here.folder);
+        if (!UnprivilegedUser::IsUnprivileged()) {
+            QSKIP(UnprivilegedUser::skipReason);
+        }
+        using std::filesystem::perms;
+        const auto setRights = [&](perms rights) {
+            std::filesystem::permissions(ToPath(here.Path()), rights);
+        };
+        setRights(perms::owner_read | perms::owner_exec);
+        QVERIFY_THROWS_EXCEPTION(Error, here.Restore(here.folder.PathOf("b.zip")));
+        setRights(perms::owner_all);
+        QVERIFY(here.State() == before);
     }
 
     void linkedFile_staysALink()

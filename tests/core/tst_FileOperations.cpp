@@ -123,6 +123,29 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { m_operations->Remove(folder.PathOf("file")); }), 76);
     }
 
+    void makeAndRemoveFolder_oneLevelAndEmptyOnly()
+    {
+        const TemporaryFolder folder;
+        QCOMPARE(RaisedNumber([&] { m_operations->MakeFolder(folder.PathOf("a/b")); }), 76);
+        m_operations->MakeFolder(folder.PathOf("a"));
+        m_operations->MakeFolder(folder.PathOf("a/b"));
+        QCOMPARE(RaisedNumber([&] { m_operations->MakeFolder(folder.PathOf("a")); }), 58);
+        QVERIFY(RaisedNumber([&] { m_operations->RemoveFolder(folder.PathOf("a")); }) != 0);
+        m_operations->RemoveFolder(folder.PathOf("a/b"));
+        m_operations->RemoveFolder(folder.PathOf("a"));
+        QVERIFY(folder.Names().empty());
+        QCOMPARE(RaisedNumber([&] { m_operations->RemoveFolder(folder.PathOf("a")); }), 76);
+    }
+
+    void syncFile_keepsTheFile()
+    {
+        const TemporaryFolder folder;
+        folder.Write("file", "bytes");
+        m_operations->SyncFile(folder.PathOf("file"));
+        QCOMPARE(folder.Read("file"), std::string("bytes"));
+        QCOMPARE(RaisedNumber([&] { m_operations->SyncFile(folder.PathOf("none")); }), 76);
+    }
+
     void lock_folder_isExclusiveAndLeavesNoFile()
     {
         const TemporaryFolder folder;

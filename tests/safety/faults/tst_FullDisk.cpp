@@ -1,6 +1,8 @@
 // Disks that are really full or removed: file systems in memory that only this process sees.
 
+#include "backup/LogFolder.h"
 #include "safety/faults/FaultyLog.h"
+#include "support/RaisedNumber.h"
 #include "support/TestClass.h"
 #include "support/UnsavedFiles.h"
 
@@ -72,6 +74,23 @@ private:
     TemporaryFolder m_disk;
 };
 
+/// A disk of 32 pages.
+struct EmptyDisk {
+    EmptyDisk()
+    {
+        if (::mount("tarno", folder.Path().c_str(), "tmpfs", 0, "size=128k") != 0) {
+            qFatal("the disk cannot be set up");
+        }
+    }
+
+    EmptyDisk(const EmptyDisk&) = delete;
+    EmptyDisk& operator=(const EmptyDisk&) = delete;
+
+    ~EmptyDisk() { ::umount2(folder.Path().c_str(), MNT_DETACH); }
+
+    TemporaryFolder folder;
+};
+
 } // namespace
 
 class tst_FullDisk : public QObject
@@ -135,6 +154,32 @@ private Q_SLOTS:
         QCOMPARE(log.Save(2, "changed later"), succeeded);
         QCOMPARE(log.OnDisk(), log.FileOf(log.values));
         QCOMPARE(UnsavedFiles(log.sql), Texts());
+    }
+
+    void archiveOnAFullDisk_leavesNoFile()
+    {
+        const EmptyDisk disk;
+        const auto operations = SystemFileOperations();
+        ArchiveWriter writer(*operations);
+        writer.AddBytes("pictures/a.jpg", std::string(50 * page, 'x')); // is stored
+        QCOMPARE(RaisedNumber([&] { writer.Write(disk.folder.PathOf("a.zip")); }), 61);
+        QVERIFY(disk.folder.Names().empty());
+    }
+
+    void restoreOnAFullDisk_leavesNoFile()
+    {
+        LogFolder log(LogFolder::Log::Sample);
+        log.folder.Write("pictures/snapper.png", std::string(50 * page, 'x'));
+        const TemporaryFolder target;
+        log.BackUpTo(target.PathOf("b.zip"));
+        const EmptyDisk disk;
+        const ProgramFolder folder(disk.folder.PathOf("log"));
+        QCOMPARE(RaisedNumber([&] {
+                     RestoreBackUp(target.PathOf("b.zip"), folder, log.operations, testTime, "Tarno");
+                 }),
+                 61);
+        QVERIFY(ContentsOfFolder(disk.folder.Path()).empty());
+        QVERIFY(FinishRestore(folder, log.operations) == FinishedRestore::Nothing);
     }
 };
 

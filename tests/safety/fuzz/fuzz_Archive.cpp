@@ -3,7 +3,7 @@
 #include "backup/ArchiveNames.h"
 #include "backup/Restore.h"
 
-#include <QBuffer>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
@@ -19,7 +19,11 @@ constexpr ArchiveLimits limits{.entries = 20, .entryBytes = 100'000, .totalBytes
 
 std::string InputPath()
 {
-    return (QDir::tempPath() + QStringLiteral("/tarno-fuzz-archive.zip")).toStdString();
+    static const std::string path = QStringLiteral("%1/tarno-fuzz-%2.zip")
+                                        .arg(QDir::tempPath())
+                                        .arg(QCoreApplication::applicationPid())
+                                        .toStdString();
+    return path;
 }
 
 void CheckEntries(const ArchiveReader& archive)
@@ -68,5 +72,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     } catch (const ArchiveProblem& problem) {
         Require(!problem.Description().empty(), "a problem is explained");
     }
+    file.remove();
     return 0;
 }
