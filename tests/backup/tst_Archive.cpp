@@ -2,6 +2,7 @@
 
 #include "backup/Archive.h"
 #include "core/SafeWriter.h"
+#include "support/PeakMemory.h"
 #include "support/Platform.h"
 #include "support/ScriptedFileOperations.h"
 #include "support/StdStrings.h"
@@ -87,6 +88,43 @@ private Q_SLOTS:
         writer.AddBytes("a", "b");
         writer.Write(folder.PathOf("a.zip"));
         QCOMPARE(ArchiveReader(folder.PathOf("a.zip")).Entries().size(), std::size_t(1));
+    }
+
+    void largePictures_needNoMemory()
+    {
+        constexpr int megabytes = 40;
+        Archive archive;
+        const std::string megabyte(1 << 20, 'p');
+        for (const char* name : {"large.jpg", "large.bmp"}) {
+            archive.folder.Write(name, "");
+            for (int count = 0; count < megabytes; ++count) {
+                archive.operations.Append(archive.folder.PathOf(name), megabyte);
+            }
+            archive.writer.AddFile(std::string("pictures/") + name, archive.folder.PathOf(name));
+        }
+        const std::size_t before = PeakMegabytes();
+        archive.writer.Write(archive.Path());
+        const ArchiveReader reader(archive.Path());
+        std::uint64_t size = 0;
+        reader.Read(*reader.Find("pictures/large.bmp"),
+                    [&](std::string_view block) { size += block.size(); });
+        QCOMPARE(size, std::uint64_t(megabytes) << 20U);
+        QVERIFY2(PeakMegabytes() - before < megabytes / 2, std::to_string(PeakMegabytes() - before).c_str());
+    }
+
+    void manyEntries_areReadAgain()
+    {
+        constexpr int count = 66'000; // more than 16 bits hold
+        const TemporaryFolder folder;
+        ScriptedFileOperations operations;
+        ArchiveWriter writer(operations);
+        for (int number = 0; number < count; ++number) {
+            writer.AddBytes("pictures/" + std::to_string(number), "");
+        }
+        writer.Write(folder.PathOf("a.zip"));
+        const ArchiveReader reader(folder.PathOf("a.zip"));
+        QCOMPARE(static_cast<int>(reader.Entries().size()), count);
+        QCOMPARE(reader.Entries().back().name, "pictures/" + std::to_string(count - 1));
     }
 
     void cancelledAnywhere_leavesNoFile()
