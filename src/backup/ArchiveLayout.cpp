@@ -213,6 +213,7 @@ ListedEntry NextEntry(Numbers& list)
 void CheckPositions(QIODevice& archive, const std::vector<ListedEntry>& entries, std::uint64_t end)
 {
     std::vector<const ListedEntry*> inOrder;
+    inOrder.reserve(entries.size());
     for (const ListedEntry& entry : entries) {
         inOrder.push_back(&entry);
     }

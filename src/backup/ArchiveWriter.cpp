@@ -154,7 +154,8 @@ void ArchiveWriter::WriteTo(const std::string& path, std::vector<Written>& writt
         std::unique_ptr<QIODevice> device;
         if (entry.path.empty()) {
             auto buffer = std::make_unique<QBuffer>();
-            buffer->setData(entry.bytes.data(), static_cast<qsizetype>(entry.bytes.size()));
+            buffer->setData(
+                QByteArray::fromRawData(entry.bytes.data(), static_cast<qsizetype>(entry.bytes.size())));
             device = std::move(buffer);
         } else {
             device = std::make_unique<QFile>(ToPath(entry.path));

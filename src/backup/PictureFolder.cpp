@@ -6,6 +6,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <filesystem>
 #include <vector>
 
@@ -125,8 +126,9 @@ void MakeFolders(const std::string& folder, const std::string& path, FileOperati
          parent.size() > folder.size() && !operations.GetState(parent).exists; parent = FolderOf(parent)) {
         missing.push_back(parent);
     }
-    for (auto parent = missing.rbegin(); parent != missing.rend(); ++parent) {
-        operations.MakeFolder(*parent);
+    std::reverse(missing.begin(), missing.end());
+    for (const std::string& parent : missing) {
+        operations.MakeFolder(parent);
     }
 }
 
