@@ -102,7 +102,7 @@ std::string BackUpPresent(const ProgramFolder& folder, FileOperations& operation
     for (auto& [name, bytes] : files) {
         writer.AddBytes(name, std::move(bytes));
     }
-    const std::string path =
+    std::string path =
         FromPath(ToPath(backUps) / BackUpName(BackUpKind::BeforeRestore, time, NamesIn(backUps)));
     writer.Write(path);
     return path;

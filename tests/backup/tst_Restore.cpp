@@ -262,14 +262,24 @@ private Q_SLOTS:
         here.operations.ClearFailures();
     }
 
-    void fileThatMayNotBeReplaced_isNamed()
+    void folderInPlaceOfAFile_isNotReplaced()
     {
         SampleBackUp backUp;
         LogFolder here;
         std::filesystem::remove(ToPath(here.folder.PathOf("Bait.txt")));
         here.folder.MakeFolder("Bait.txt");
-        // unreadable already for the back-up of the present files
-        QVERIFY_THROWS_EXCEPTION(Error, here.Restore(backUp.Path()));
+        const Contents before = here.State();
+        const auto restore = [&] {
+            try {
+                here.Restore(backUp.Path());
+                return std::string();
+            } catch (const Error& error) {
+                return error.Description();
+            }
+        };
+        QCOMPARE(restore(), "You may not write to the file " + here.folder.PathOf("Bait.txt") +
+                                ".\nNothing was changed.");
+        QVERIFY(here.State() == before);
     }
 
     void readOnlyFolder_isNotChanged()
