@@ -29,7 +29,7 @@ std::string_view WordOf(RecordTitle::Kind kind)
     return kind == RecordTitle::Kind::Trip ? "trip" : "location";
 }
 
-/// Returns a word that stands for any text in a file name.
+/// Returns a word that identifies the text in a file name.
 std::string Digest(const std::string& text)
 {
     constexpr int length = 16;

@@ -26,7 +26,7 @@ struct Draft {
 enum class DraftState {
     NewRecord,     ///< the record was never saved
     Unchanged,     ///< the record has the values from which editing began
-    ChangedSince,  ///< somebody has changed the record since
+    ChangedSince,  ///< the record has other values than when editing began
     RecordDeleted, ///< the record does not exist any more
     Saved          ///< the record has the values of the draft
 };
