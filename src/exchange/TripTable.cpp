@@ -68,13 +68,16 @@ CsvRows TripRows(const RecordList& trips, const RecordList& locations)
 }
 
 std::vector<TripCandidate> ReadTrips(const CsvRows& rows, const ColumnMapping& mapping,
-                                     const TableForms& forms)
+                                     const TableForms& forms, const std::function<bool()>& advance)
 {
     std::vector<TripCandidate> candidates;
     for (std::size_t index = 1; index < rows.size(); ++index) {
         if (!IsWithoutText(rows[index])) {
             candidates.push_back(ReadTrip(rows[index], mapping, forms));
             candidates.back().row = index;
+        }
+        if (advance && !advance()) {
+            break;
         }
     }
     return candidates;

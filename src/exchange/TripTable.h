@@ -6,6 +6,7 @@
 #include "store/Record.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,9 +26,10 @@ struct TripCandidate {
 };
 
 /// Reads the rows below the headings. Columns that are not mapped are empty in the candidates. Rows without
-/// any text are left out. A row with texts beyond the last heading is refused.
+/// any text are left out. A row with texts beyond the last heading is refused. Calls `advance`, if given,
+/// after each row, and stops reading if it returns false.
 std::vector<TripCandidate> ReadTrips(const CsvRows& rows, const ColumnMapping& mapping,
-                                     const TableForms& forms);
+                                     const TableForms& forms, const std::function<bool()>& advance = {});
 
 enum class RowStatus {
     New,

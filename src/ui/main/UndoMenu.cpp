@@ -16,13 +16,15 @@ namespace Tarno
 namespace
 {
 
-/// Returns for example "Delete of 2024-10-05 Pittwater" or "Import of 12 trips".
+/// Returns for example "Delete of 2024-10-05 Pittwater", "Import of 12 trips" or "Import of 1 location".
 QString DescribeChange(const ChangeTitle& change)
 {
     if (change.kind == ChangeKind::Import) {
-        return QStringLiteral("Import of %1 %2")
-            .arg(change.trips)
-            .arg(change.trips == 1 ? QLatin1String("trip") : QLatin1String("trips"));
+        const std::size_t count = change.trips > 0 ? change.trips : change.locations;
+        return QStringLiteral("Import of %1 %2%3")
+            .arg(count)
+            .arg(change.trips > 0 ? QLatin1String("trip") : QLatin1String("location"),
+                 count == 1 ? QLatin1String() : QLatin1String("s"));
     }
     const QString kind = change.kind == ChangeKind::Add    ? QStringLiteral("Add")
                          : change.kind == ChangeKind::Edit ? QStringLiteral("Edit")

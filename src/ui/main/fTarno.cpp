@@ -18,6 +18,7 @@
 #include "ui/locations/fLocs.h"
 #include "ui/reports/fRptLog.h"
 #include "ui/statistics/fStatistics.h"
+#include "ui/transfer/LocationTransfer.h"
 #include "ui/transfer/TripImport.h"
 #include "ui/transfer/dlgExport.h"
 #include "ui_fTarno.h"
@@ -42,6 +43,7 @@ fTarno::fTarno(const Program& program)
     m_log = new LogView(program, *m_ui->lvwEntry, *m_ui->queryBar, this);
     m_undo = new UndoMenu(program, m_ui->miUndo, m_ui->miRedo, this);
     AddCommands();
+    AddTransferCommands();
     ConnectHandlers();
     Form_Load();
     m_program.windows.Remember(*this);
@@ -63,8 +65,6 @@ void fTarno::AddCommands()
     m_commands->AddSeparator();
     m_commands->AddButton(m_ui->icoTides, "tides", "Tides", Needs::Nothing, run(&fTarno::Tides));
 
-    m_commands->Add(m_ui->miExportTrips, Needs::AnyTrip, run(&fTarno::ExportTrips));
-    m_commands->Add(m_ui->miImportTrips, Needs::Nothing, run(&fTarno::ImportTrips));
     m_commands->Add(m_ui->miOpenFolder, Needs::Nothing,
                     [this] { m_program.programs.OpenFolder(FromUtf8(m_program.folder.GetAppPath())); });
     m_commands->Add(m_ui->miExit, Needs::Nothing, run(&fTarno::cmdExit_Click));
@@ -79,6 +79,27 @@ void fTarno::AddCommands()
     m_commands->Add(m_ui->miDetails, Needs::Nothing, run(&fTarno::ShowDetails));
     m_commands->Add(m_ui->miManual, Needs::Nothing,
                     [this] { ShowManual(this, objectName(), m_program.windows); });
+}
+
+void fTarno::AddTransferCommands()
+{
+    using Needs = LogCommands::Needs;
+    const auto add = [this](QAction* item, Needs needs, const char* routine, std::function<void()> transfer) {
+        m_commands->Add(item, needs, [this, routine, transfer = std::move(transfer)] {
+            WithListGreyed(routine, transfer);
+        });
+    };
+    add(m_ui->miExportTrips, Needs::AnyTrip, "ExportTrips",
+        [this] { dlgExport(m_program, m_log->Found(), this).exec(); });
+    add(m_ui->miImportTrips, Needs::ReadableLog, "ImportTrips", [this] {
+        if (const auto keys = ImportTrips(m_program, this); !keys.empty()) {
+            m_log->ShowSaved(keys);
+        }
+    });
+    add(m_ui->miExportLocations, Needs::ReadableLog, "ExportLocations",
+        [this] { ExportLocations(m_program, this); });
+    add(m_ui->miImportLocations, Needs::ReadableLog, "ImportLocations",
+        [this] { ImportLocations(m_program, this); });
 }
 
 void fTarno::ConnectHandlers()
@@ -147,7 +168,8 @@ void fTarno::EnableCommands()
         return;
     }
     m_log->ShowHint(!locations.empty());
-    m_commands->Enable({.canAddTrip = !locations.empty() && m_program.sql.CanAddEntries(),
+    m_commands->Enable({.isReadable = m_program.sql.CanAddEntries() && m_program.sql.CanAddLocations(),
+                        .canAddTrip = !locations.empty() && m_program.sql.CanAddEntries(),
                         .hasTrips = m_log->TripCount() > 0,
                         .hasRows = m_ui->lvwEntry->RowCount() > 0,
                         .isRestricted = m_log->IsRestricted()});
@@ -257,20 +279,6 @@ void fTarno::Statistics()
         statistics.exec();
         if (const auto& query = statistics.WantedQuery()) {
             m_ui->queryBar->Search(*query);
-        }
-    });
-}
-
-void fTarno::ExportTrips()
-{
-    WithListGreyed("ExportTrips", [this] { dlgExport(m_program, m_log->Found(), this).exec(); });
-}
-
-void fTarno::ImportTrips()
-{
-    WithListGreyed("ImportTrips", [this] {
-        if (const auto keys = Tarno::ImportTrips(m_program, this); !keys.empty()) {
-            m_log->ShowSaved(keys);
         }
     });
 }

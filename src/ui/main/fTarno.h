@@ -49,8 +49,6 @@ public:
     void ShowDetails();
     void Calendar();
     void Statistics();
-    void ExportTrips();
-    void ImportTrips();
 
 Q_SIGNALS:
     /// The user confirmed the exit and the data access was released.
@@ -63,6 +61,7 @@ protected:
 private:
     void Form_Load();
     void AddCommands();
+    void AddTransferCommands();
     void ConnectHandlers();
     void EnableCommands();
     void ShowChanges();

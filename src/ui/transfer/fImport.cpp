@@ -3,6 +3,7 @@
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
 #include "ui/common/Handle.h"
+#include "ui/reports/WaitDialog.h"
 #include "ui_fImport.h"
 
 #include <QFileInfo>
@@ -90,18 +91,19 @@ fImport::fImport(const Program& program, CsvFile file, const QString& path, QWid
                                 {}},
                                4);
     m_ui->lvwTrips->SetHint(QStringLiteral("The file has no rows below the headings."));
-    m_ui->lvwColumns->SetHeadings(
-        {QStringLiteral("Column"), QStringLiteral("First value"), QStringLiteral("Becomes")});
-    m_ui->lvwColumns->FitColumns(
-        {QStringLiteral("Pressure reading"), {}, QStringLiteral("Species encountered")}, 1);
+    m_ui->lvwColumns->SetHeadings({QStringLiteral("Column"), QStringLiteral("Value"),
+                                   QStringLiteral("Becomes"), QStringLiteral("Read as")});
+    m_ui->lvwColumns->FitColumns({QStringLiteral("Pressure reading"),
+                                  QStringLiteral("Pittwater, Barrenjoey"),
+                                  QStringLiteral("Species encountered"),
+                                  {}},
+                                 3);
     m_ui->lvwColumns->SetHint(QStringLiteral("The file has no headings."));
     FillBoxes();
     Trap("fImport", "Form_Load", [this] {
         RecordList fields;
         m_program.sql.FieldList(fields);
         m_mapping = ProposeMapping(m_file.rows.empty() ? CsvRow() : m_file.rows.front(), fields);
-        ShowColumns();
-        Plan();
     });
     Connect();
     m_ui->lvwTrips->setFocus();
@@ -125,24 +127,47 @@ void fImport::FillBoxes()
 void fImport::Connect()
 {
     Handle(m_ui->cboField, &QComboBox::activated, "Click", this, [this] { ChooseField(); });
-    Handle(m_ui->cboDates, &QComboBox::currentIndexChanged, "Click", this, [this] { Plan(); });
+    Handle(m_ui->cboDates, &QComboBox::currentIndexChanged, "Click", this, [this] { PlanOrClose(); });
+    Handle(m_ui->lvwTrips, &SortableList::SelectionChanged, "Click", this, [this] { ShowColumns(); });
     Handle(m_ui->lvwColumns, &SortableList::SelectionChanged, "Click", this, [this] { ShowColumn(); });
     Handle(m_ui->cmdImport, &QAbstractButton::clicked, "Click", this, [this] { Import(); });
     Handle(m_ui->cmdClose, &QAbstractButton::clicked, "Click", this, [this] { reject(); });
 }
 
-/// Finds out what the rows would become, and shows it.
-void fImport::Plan()
+bool fImport::Plan()
 {
     RecordList trips;
     RecordList locations;
     m_program.sql.EntryList(trips);
     m_program.sql.LocationList(locations);
+    WaitDialog wait(m_program.clock, isVisible() ? this : parentWidget(),
+                    QStringLiteral("Reading the trips..."), static_cast<int>(m_file.rows.size()));
+    bool isCancelled = false;
+    m_candidates = ReadTrips(m_file.rows, m_mapping, Forms(), [&] {
+        isCancelled = !wait.Advance();
+        return !isCancelled;
+    });
+    if (!isCancelled) {
+        m_plan = PlanImport(m_candidates, trips, locations);
+        ShowRows();
+        ShowColumns();
+    }
+    return !isCancelled;
+}
+
+/// Plans again after a choice of the user. A user who cancels that does not want to import.
+void fImport::PlanOrClose()
+{
+    if (!Plan()) {
+        reject();
+    }
+}
+
+TableForms fImport::Forms() const
+{
     TableForms forms = TableForms::Of(QLocale());
     forms.dates = static_cast<DateOrder>(m_ui->cboDates->currentData().toInt());
-    m_candidates = ReadTrips(m_file.rows, m_mapping, forms);
-    m_plan = PlanImport(m_candidates, trips, locations);
-    ShowRows();
+    return forms;
 }
 
 void fImport::ShowRows()
@@ -161,11 +186,31 @@ void fImport::ShowRows()
              {line}});
     }
     m_ui->lvwTrips->SetRows(std::move(rows));
+    ShowSummary();
+}
+
+void fImport::ShowSummary()
+{
     const std::size_t count = m_plan.Count(RowStatus::New);
     m_ui->lblSummary->setText(QStringLiteral("%1 new, %2 already there, %3 refused")
                                   .arg(Trips(count))
                                   .arg(m_plan.Count(RowStatus::AlreadyThere))
                                   .arg(m_plan.Count(RowStatus::Refused)));
+    const auto isMapped = [this](std::string_view heading) {
+        return std::any_of(m_mapping.begin(), m_mapping.end(), [&](const auto& column) {
+            return column && TableColumns().at(*column).heading == heading;
+        });
+    };
+    QStringList missing;
+    for (const auto& [heading, word] :
+         {std::pair("StartDate", "start date"), std::pair("Location", "location")}) {
+        if (!isMapped(heading)) {
+            missing << QLatin1String("the ") + QLatin1String(word);
+        }
+    }
+    m_ui->lblMissing->setText(QStringLiteral("No column becomes ") + missing.join(QLatin1String(" or ")) +
+                              QStringLiteral(". Choose it on the page Columns."));
+    m_ui->lblMissing->setVisible(!missing.isEmpty());
     QStringList places;
     for (const PlannedPlace& place : m_plan.places) {
         places << ShownInOneLine(place.name);
@@ -176,17 +221,35 @@ void fImport::ShowRows()
     m_ui->cmdImport->setText(QStringLiteral("&Import %1").arg(Trips(count)));
 }
 
+/// Returns the row of the table whose values are shown on the page Columns: the selected one, otherwise the
+/// first one.
+std::size_t fImport::ShownRow() const
+{
+    const auto key = m_ui->lvwTrips->SelectedKey();
+    return key ? m_plan.rows.at(key->toULongLong()).row : 1;
+}
+
 void fImport::ShowColumns()
 {
+    const std::size_t shown = ShownRow();
     std::vector<TextTableModel::Row> rows;
     for (std::size_t column = 0; column < m_mapping.size(); ++column) {
-        const auto& mapped = m_mapping[column];
-        rows.push_back({QString::number(column),
-                        {FromUtf8(CellAt(m_file.rows, 0, column)), FromUtf8(CellAt(m_file.rows, 1, column)),
-                         mapped ? FromUtf8(TableColumns().at(*mapped).caption) : QStringLiteral("(ignored)")},
-                        {}});
+        const std::string value = CellAt(m_file.rows, shown, column);
+        QStringList cells{FromUtf8(CellAt(m_file.rows, 0, column)), FromUtf8(value)};
+        if (const auto& mapped = m_mapping[column]) {
+            const TableColumn& field = TableColumns().at(*mapped);
+            const CellReading reading = ReadCell(field, value, Forms());
+            cells << FromUtf8(field.caption)
+                  << (reading.refusal.empty() ? ShownInOneLine(reading.stored) : FromUtf8(reading.refusal));
+        } else {
+            cells << QStringLiteral("(ignored)") << QString();
+        }
+        rows.push_back({QString::number(column), cells, {}});
     }
     m_ui->lvwColumns->SetRows(std::move(rows));
+    m_ui->lblRow->setText(
+        QStringLiteral("The values are those of row %1, which is selected on the page Trips.").arg(shown));
+    m_ui->lblRow->setVisible(!m_plan.rows.empty());
     ShowColumn();
 }
 
@@ -214,8 +277,7 @@ void fImport::ChooseField()
         std::replace(m_mapping.begin(), m_mapping.end(), field, std::optional<std::size_t>());
     }
     m_mapping.at(key->toULongLong()) = field;
-    ShowColumns();
-    Plan();
+    PlanOrClose();
 }
 
 /// Asks whether to add locations for which the table has no coordinates.
@@ -251,7 +313,7 @@ void fImport::Import()
     }
     if (status == succeeded) {
         m_program.messages.ShowInformation(
-            this, Trips(count) + QStringLiteral(" imported. Edit > Undo takes them back."),
+            this, Trips(count) + QStringLiteral(" imported. Edit > Undo takes the import back."),
             QStringLiteral("Tarno"));
     }
     accept();
