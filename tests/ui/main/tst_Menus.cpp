@@ -102,8 +102,8 @@ private Q_SLOTS:
         QTest::newRow("mnuFile") << "&File"
                                  << Texts{"miExportTrips: Export Trips... (Ctrl+E)",
                                           "miImportTrips: Import Trips... (Ctrl+Shift+E)",
-                                          "miExportLocations: Export Locations...",
-                                          "miImportLocations: Import Locations...",
+                                          "miExportLocations: Export Locations... (Ctrl+G)",
+                                          "miImportLocations: Import Locations... (Ctrl+Shift+G)",
                                           "-",
                                           "miOpenFolder: Open Log Folder (Ctrl+Shift+O)",
                                           "-",
@@ -239,7 +239,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QCOMPARE(keys, 25);
+        QCOMPARE(keys, 27);
     }
 
     void key_opensItsWindow_data()
@@ -253,6 +253,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+K") << "fCalendar";
         QTest::newRow("Ctrl+T") << "fStatistics";
         QTest::newRow("Ctrl+E") << "dlgExport";
+        QTest::newRow("Ctrl+G") << "fWayPoints";
         QTest::newRow("Ctrl+L") << "fLocs";
         QTest::newRow("Ctrl+R") << "fRptLog";
         QTest::newRow("Ctrl+P") << "fRptLog";
