@@ -102,7 +102,8 @@ std::vector<WayPoint> Chosen(const std::vector<WayPoint>& points, const std::vec
 }
 
 const QStringList headings{QStringLiteral("Name"), QStringLiteral("Latitude"), QStringLiteral("Longitude")};
-const QStringList samples{{}, QStringLiteral("-33.123456"), QStringLiteral("-151.123456")};
+const QStringList samples{QStringLiteral("Pittwater, Barrenjoey"), QStringLiteral("-33.123456"),
+                          QStringLiteral("-151.123456")};
 
 } // namespace
 

@@ -177,13 +177,14 @@ void fImport::ShowRows()
     for (std::size_t number = 0; number < m_plan.rows.size(); ++number) {
         const PlannedRow& planned = m_plan.rows[number];
         const TripCandidate& candidate = m_candidates.at(number);
+        const bool isThere = planned.status == RowStatus::AlreadyThere;
         const auto line = static_cast<double>(m_file.lines.at(planned.row));
-        rows.push_back(
-            {QString::number(number),
-             {QString::number(planned.row), InWords(planned.status),
-              FromUtf8(candidate.trip.at(EntryField::StartDate)),
-              ShownInOneLine(candidate.place.at(LocationField::LocName)), FromUtf8(planned.reason)},
-             {line}});
+        rows.push_back({QString::number(number),
+                        {QString::number(planned.row), InWords(planned.status),
+                         FromUtf8(candidate.trip.at(EntryField::StartDate)),
+                         ShownInOneLine(candidate.place.at(LocationField::LocName)),
+                         (isThere ? QStringLiteral("Trip number ") : QString()) + FromUtf8(planned.reason)},
+                        {line}});
     }
     m_ui->lvwTrips->SetRows(std::move(rows));
     ShowSummary();

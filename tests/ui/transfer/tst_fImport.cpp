@@ -68,7 +68,8 @@ private Q_SLOTS:
         const ShownImport window(program, threeRows);
         const Texts rows = Rows(window, "lvwTrips");
         QCOMPARE(rows.size(), std::size_t{3});
-        QVERIFY2(rows[0].starts_with("1 | Already there | 2026-11-02 | Pittwater | "), rows[0].c_str());
+        QVERIFY2(rows[0].starts_with("1 | Already there | 2026-11-02 | Pittwater | Trip number 1"),
+                 rows[0].c_str());
         QVERIFY2(rows[1].starts_with("2 | New | 2026-11-20 | pittwater | "), rows[1].c_str());
         QVERIFY2(rows[2].starts_with("3 | Refused | "), rows[2].c_str());
         QVERIFY2(rows[2].find("tomorrow") != std::string::npos, rows[2].c_str());
