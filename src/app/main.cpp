@@ -31,6 +31,13 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <windows.h>
+
+/// Whether errors are printed: to the console program, or because they are redirected.
+static bool HasErrorOutput()
+{
+    return ::GetFileType(::GetStdHandle(STD_ERROR_HANDLE)) != FILE_TYPE_UNKNOWN;
+}
 
 static bool UserWantsDarkPrograms()
 {
@@ -53,11 +60,13 @@ static QString UserFolder()
 static void ShowProblem([[maybe_unused]] int argc, [[maybe_unused]] char** argv, const std::string& text)
 {
 #ifdef Q_OS_WIN
-    const QApplication application(argc, argv); // the program has no console
-    DesktopMessageBoxes().ShowInformation(nullptr, FromUtf8(text), QStringLiteral("Tarno"));
-#else
-    std::cerr << text << '\n';
+    if (!HasErrorOutput()) {
+        const QApplication application(argc, argv);
+        DesktopMessageBoxes().ShowInformation(nullptr, FromUtf8(text), QStringLiteral("Tarno"));
+        return;
+    }
 #endif
+    std::cerr << text << '\n';
 }
 
 /// Prints the cause of an error that a routine has reported.
