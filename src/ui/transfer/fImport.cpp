@@ -219,7 +219,9 @@ void fImport::ShowSummary()
     m_ui->lblPlaces->setText(QStringLiteral("New locations: ") + places.join(QLatin1String(", ")));
     m_ui->lblPlaces->setVisible(!places.isEmpty());
     m_ui->cmdImport->setEnabled(count > 0);
-    m_ui->cmdImport->setText(QStringLiteral("&Import %1").arg(Trips(count)));
+    m_ui->cmdImport->setText(QStringLiteral("&Import %1 %2")
+                                 .arg(count)
+                                 .arg(count == 1 ? QLatin1String("Trip") : QLatin1String("Trips")));
 }
 
 /// Returns the row of the table whose values are shown on the page Columns: the selected one, otherwise the

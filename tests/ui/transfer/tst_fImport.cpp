@@ -74,7 +74,7 @@ private Q_SLOTS:
         QVERIFY2(rows[2].starts_with("3 | Refused | "), rows[2].c_str());
         QVERIFY2(rows[2].find("tomorrow") != std::string::npos, rows[2].c_str());
         QCOMPARE(LabelText(window, "lblSummary"), "1 trip new, 1 already there, 1 refused"s);
-        QCOMPARE(ToUtf8(Find<QPushButton>(window, "cmdImport").text()), "&Import 1 trip"s);
+        QCOMPARE(ToUtf8(Find<QPushButton>(window, "cmdImport").text()), "&Import 1 Trip"s);
         QVERIFY(!Find<QWidget>(window, "lblPlaces").isVisible());
     }
 
