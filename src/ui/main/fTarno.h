@@ -73,8 +73,7 @@ private:
     void EditSelected(const char* routine, bool deleteMode);
     void EditNewTrip(const char* routine, const std::function<void(fEntry& editor)>& edit);
     void SetControls(bool usable);
-    template <typename Body>
-    void WithListGreyed(const char* routine, Body&& body);
+    void WithListGreyed(const char* routine, const std::function<void()>& body);
 
     const Program& m_program;
     std::unique_ptr<Ui::fTarno> m_ui;
