@@ -95,6 +95,7 @@ void Import(const Program& program, QWidget* window, const std::vector<WayPoint>
 std::vector<WayPoint> Chosen(const std::vector<WayPoint>& points, const std::vector<std::size_t>& chosen)
 {
     std::vector<WayPoint> found;
+    found.reserve(chosen.size());
     for (const std::size_t index : chosen) {
         found.push_back(points.at(index));
     }
@@ -121,6 +122,7 @@ void ExportLocations(const Program& program, QWidget* parent)
                 QStringLiteral(" without coordinates.");
     }
     std::vector<TextTableModel::Row> rows;
+    rows.reserve(points.size());
     for (const WayPoint& point : points) {
         rows.push_back(RowOf(point, rows.size(), true));
     }
