@@ -79,7 +79,8 @@ void Describe(const ImportPlan& plan, const CsvFile& file, const ColumnMapping& 
     }
     for (const PlannedRow& row : plan.rows) {
         if (row.status == RowStatus::Refused) {
-            context.err << "Line " << file.lines.at(row.row) << " is refused: " << row.reason << '\n';
+            context.err << "Line " << file.lines.at(row.row) << " is refused: " << InOneLine(row.reason)
+                        << '\n';
         }
     }
 }

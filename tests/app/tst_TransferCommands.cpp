@@ -124,6 +124,18 @@ private Q_SLOTS:
                                          "Ignored columns: Boat\nNothing was imported.\n"));
     }
 
+    void import_controlCharacters_doNotReachTheTerminal()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        test.program.folder.Write("t.csv", "Date,\x1B[31mBoat\xC2\x9B\xC2\xA0x\n\xC2\x9B\x1B[2J,\n");
+        QCOMPARE(test.Run({"--import", test.PathOf("t.csv")}), NotDone);
+        QCOMPARE(test.Out(), std::string("0 new trips, 0 already there, 1 refused\n"
+                                         "Ignored columns: \uFFFD[31mBoat\uFFFD\u00A0x\n"
+                                         "Nothing was imported.\n"));
+        QCOMPARE(test.Err(), std::string("Line 2 is refused: The start date \"\uFFFD\" is not a date.\n"));
+    }
+
     void import_savesEachFileOnce()
     {
         ImportTest test(atPittwater + atReef);
