@@ -49,9 +49,6 @@ void WriteOutput(const CommandContext& context, const std::string& path, std::st
 /// Returns the text on one line, without tabs and other control characters, which a terminal would obey.
 std::string InOneLine(std::string_view text);
 
-/// Returns for example "1 trip" or "2 trips".
-std::string Counted(std::size_t count, const std::string& noun);
-
 ExitStatus RunList(const CommandLine& line, const CommandContext& context);
 ExitStatus RunExport(const CommandLine& line, const CommandContext& context);
 ExitStatus RunImport(const CommandLine& line, const CommandContext& context);

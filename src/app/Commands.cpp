@@ -181,11 +181,6 @@ std::string InOneLine(std::string_view text)
     return line;
 }
 
-std::string Counted(std::size_t count, const std::string& noun)
-{
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
-}
-
 ExitStatus RunList(const CommandLine& line, const CommandContext& context)
 {
     LoadLog(context, {"tarno.xml", "location.xml"});
