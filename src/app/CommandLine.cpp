@@ -2,7 +2,7 @@
 
 #include "core/Conversions.h"
 #include "core/Error.h"
-#include "core/Text.h"
+#include "core/Paths.h"
 
 #include <algorithm>
 #include <array>
@@ -255,19 +255,15 @@ int DaysIn(const std::string& text)
 
 OutputFormat FormatOf(const std::string& file, Action action)
 {
-    const std::string_view other = action == Action::Report ? ".rtf" : ".ics";
-    const auto endsWith = [&](std::string_view suffix) {
-        return file.size() > suffix.size() &&
-               EqualIgnoringCase(std::string_view(file).substr(file.size() - suffix.size()), suffix);
-    };
-    if (endsWith(".pdf")) {
+    const std::string other = action == Action::Report ? ".rtf" : ".ics";
+    if (HasSuffix(file, ".pdf")) {
         return OutputFormat::Pdf;
     }
-    if (endsWith(other)) {
+    if (HasSuffix(file, other)) {
         return action == Action::Report ? OutputFormat::Rtf : OutputFormat::ICalendar;
     }
-    throw UsageError("--output needs a file name that ends with .pdf or " + std::string(other) + ", not " +
-                     Cited(file) + '.');
+    throw UsageError("--output needs a file name that ends with .pdf or " + other + ", not " + Cited(file) +
+                     '.');
 }
 
 CommandLine Parse(const std::vector<std::string>& arguments)

@@ -46,11 +46,8 @@ RecordView PlaceNamed(const CommandContext& context, const std::string& name);
 /// Replaces or creates a file.
 void WriteOutput(const CommandContext& context, const std::string& path, std::string_view bytes);
 
-/// Returns the text on one line and without tabs.
+/// Returns the text on one line, without tabs and other control characters, which a terminal would obey.
 std::string InOneLine(std::string_view text);
-
-/// Returns for example "1 trip" or "2 trips".
-std::string Counted(std::size_t count, const std::string& noun);
 
 ExitStatus RunList(const CommandLine& line, const CommandContext& context);
 ExitStatus RunExport(const CommandLine& line, const CommandContext& context);

@@ -77,6 +77,10 @@ private:
                 RefuseMoreThan(CsvLimits::columns, " columns");
                 return;
             }
+            if (m_values++ == CsvLimits::values) {
+                RefuseMoreThan(CsvLimits::values, " values");
+                return;
+            }
             row.push_back(m_at < m_text.size() && m_text[m_at] == quote ? ReadQuoted() : ReadPlain());
             hasNext = m_at < m_text.size() && m_text[m_at] == m_file.separator;
             m_at += hasNext ? 1 : 0;
@@ -146,6 +150,7 @@ private:
     std::string_view m_text;
     CsvFile& m_file;
     std::size_t m_at = 0;
+    std::size_t m_values = 0;
     std::size_t m_line = 1;    ///< the line of m_counted
     std::size_t m_counted = 0; ///< the start of a row
 };

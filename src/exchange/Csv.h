@@ -24,7 +24,8 @@ namespace CsvLimits
 {
 inline constexpr std::size_t bytes = 100'000'000;
 inline constexpr std::size_t columns = 1000;
-inline constexpr std::size_t rows = 1'000'000;
+inline constexpr std::size_t rows = 200'000; // a log has at most 32767 trips
+inline constexpr std::size_t values = 5'000'000;
 } // namespace CsvLimits
 
 /// Why a file cannot be read.

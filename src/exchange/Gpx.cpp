@@ -108,11 +108,6 @@ private:
     GpxFile& m_file;
 };
 
-std::string Counted(std::size_t count, const std::string& one)
-{
-    return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
-}
-
 void AppendText(pugi::xml_node parent, const char* name, const std::string& text)
 {
     if (!text.empty()) {
@@ -233,7 +228,7 @@ GpxFile ReadGpx(std::string_view bytes)
     const std::size_t prefix = name.find(':') + 1; // 0 without one
     if (name.substr(prefix) != "gpx") {
         file.problem =
-            "This is not a GPX file: its first element is \"" + std::string(name.substr(0, 60)) + "\".";
+            "This is not a GPX file: its first element is \"" + XmlText(name.substr(0, 60)) + "\".";
         return file;
     }
     const GpxReader reader(root, std::string(name.substr(0, prefix)), file);

@@ -94,7 +94,9 @@ CellKind KindOf(const FieldInfo& field)
     case FieldKind::MoonPhase:
         return CellKind::MoonPhase;
     default:
-        return CellKind::Text;
+        return field.position >= EntryField::Major1 && field.position <= EntryField::Minor2
+                   ? CellKind::PeakTime
+                   : CellKind::Text;
     }
 }
 

@@ -24,6 +24,7 @@ enum class CellKind {
     Date,      ///< ISO or the short form of TableForms
     Time,      ///< hours and minutes
     RiseOrSet, ///< a time, or what the program calculates for a day without one
+    PeakTime,  ///< a time, or any other text
     Code,      ///< a word of the field, or a number
     MoonPhase, ///< "Waning, 45%", or the stored number
     Latitude,  ///< decimal degrees, with a point or a comma

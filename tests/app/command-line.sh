@@ -70,6 +70,8 @@ tarno 0 --folder "$out/log" --forecast pittwater --from 2026-11-14 --days 30
 tarno 0 --folder "$out/log" --check
 tarno 0 --folder "$out/log" --export - --find "date:2025"
 tarno 0 --folder "$out/log" --export "$out/trips.csv"
+tarno 0 --folder "$out/log" --export "$out/places.gpx"
+tarno 2 --folder "$out/log" --export "$out/places.gpx" --find "date:2025"
 tarno 0 --folder "$out/log" --report default --output "$out/report.pdf"
 contains "$out/report.pdf" "Tarno Fishing Log - Log Reporting"
 tarno 0 --folder "$out/log" --report "what bit on what" --location pittwater --output "$out/report.rtf"
@@ -85,6 +87,8 @@ tarno 0 --folder "$out/other" --import "$out/trips.csv" --dry-run
 tarno 0 --folder "$out/other" --import "$out/trips.csv"
 says stdout "Imported 72 trips and 6 locations."
 cmp "$out/log/tarno.xml" "$out/other/tarno.xml" || fail "the imported trips differ"
+tarno 0 --folder "$out/other" --import "$out/places.gpx"
+says stdout "0 new locations, 6 already there"
 tarno 0 --folder "$out/other" --list
 cmp "$out/stdout" "$out/list" || fail "the lists differ"
 [ -z "$(find "$out/other" -iname '*.log' -o -name '*tarno-tmp' -o -name '*kept*')" ] || fail "files were left"

@@ -163,11 +163,16 @@ private Q_SLOTS:
         for (std::string line; std::getline(help, line); all += line + '\n') {
             QVERIFY2(line.size() <= 80, line.c_str());
         }
-        for (const char* option :
-             {"--folder DIR", "--find QUERY", "--dry-run", "--add-places", "--from DATE", "--days N",
-              "--location PLACE", "--month YYYY-MM", "--output FILE", "--help", "--version", "--list [QUERY]",
-              "--export FILE.csv", "--import FILE.csv", "--check", "--forecast PLACE", "--report NAME",
-              "--calendar PLACE"}) {
+        for (const char* option : {"--folder DIR",      "--find QUERY",
+                                   "--dry-run",         "--add-places",
+                                   "--from DATE",       "--days N",
+                                   "--location PLACE",  "--month YYYY-MM",
+                                   "--output FILE",     "--help",
+                                   "--version",         "--list [QUERY]",
+                                   "--export FILE.csv", "--import FILE.csv",
+                                   "--export FILE.gpx", "--import FILE.gpx",
+                                   "--check",           "--forecast PLACE",
+                                   "--report NAME",     "--calendar PLACE"}) {
             QVERIFY2(all.find(option) != std::string::npos, option);
         }
     }

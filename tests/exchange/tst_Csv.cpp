@@ -214,7 +214,12 @@ private Q_SLOTS:
         row("zero byte", "a,b\n1,x\0y\n"s, "Line 2, column 4: A zero byte: this is not a text file");
         row("too many columns", "a\n" + std::string(1000, ','),
             "Line 2, column 1001: More than 1000 columns");
-        row("too many rows", std::string(2'000'002, 'a'), "");
+        row("too many rows", std::string(400'002, 'a'), "");
+        std::string commas(5'001'000, ',');
+        for (std::size_t at = 999; at < commas.size(); at += 1000) {
+            commas[at] = '\n';
+        }
+        row("too many values", commas, "Line 5001, column 1: More than 5000000 values");
         row("half a unit of UTF-16", "\xFF\xFE\x61\x00\x62"s,
             "Line 1, column 1: The file begins with a Unicode mark, but does not contain such text");
         row("lone surrogate", "\xFF\xFE\x00\xD8\x62\x00"s,
@@ -231,7 +236,7 @@ private Q_SLOTS:
             for (std::size_t at = 1; at < bytes.size(); at += 2) {
                 bytes[at] = '\n';
             }
-            problem = "Line 1000001, column 1: More than 1000000 rows";
+            problem = "Line 200001, column 1: More than 200000 rows";
         }
         const CsvFile file = ReadCsv(bytes);
         QVERIFY(file.problem.has_value());

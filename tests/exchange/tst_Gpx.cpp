@@ -98,6 +98,9 @@ private Q_SLOTS:
         };
         row("nothing", "", "The file cannot be read. Line 1, column 1: No element.");
         row("other root", "<kml/>", "This is not a GPX file: its first element is \"kml\".");
+        row("long root", (("<" + std::string(59, 'k')) + "\xC3\xA9/>").c_str(),
+            ("This is not a GPX file: its first element is \"" + std::string(59, 'k') + "\xEF\xBF\xBD\".")
+                .c_str());
         row("open element", "<gpx>\n<wpt>",
             "The file cannot be read. Line 2, column 5: Start-end tags mismatch.");
         row("control character", "<gpx>\x01</gpx>",

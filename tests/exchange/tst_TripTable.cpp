@@ -183,6 +183,7 @@ private Q_SLOTS:
         row("StartTime", "never", "The start time \"never\" is not a time.");
         row("MoonRise", "never", "[never]");
         row("MoonSet", "24:00", "[24:00]");
+        row("MoonSet", "24:00:00", "[24:00]");
         row("MoonSet", "Sets", "[sets]");
         row("SunSet", ":", "[:]");
         row("TideStart", "RUN in", "[3]");
@@ -204,6 +205,9 @@ private Q_SLOTS:
             "The moon phase \"full\" is not a phase like \"Waning, 45%\", or a number from -100 to 100.");
         row("AirTemp", " 18,5 C", "[ 18,5 C]");
         row("Major1", "=1+1", "[=1+1]");
+        row("Major1", "12:07:00 AM", "[00:07]");
+        row("Minor2", "6:30", "[06:30]");
+        row("Minor2", " 6:30 or later", "[ 6:30 or later]");
         row("Obbos", "one\ntwo\r\nthree\rfour~CL~five", "[one~CL~two~CL~three~CL~four~CL~five]");
         row("Latitude", "-33,59", "[-33.59]");
         row("Latitude", "91", "The latitude \"91\" is not a number from -90 to 90.");
@@ -257,6 +261,9 @@ private Q_SLOTS:
         QCOMPARE(CellOf(Column("Obbos"), "one~CL~two"), "one\ntwo"s);
         QCOMPARE(CellOf(Column("Obbos"), "one\ntwo"), "~=one\ntwo"s);
         QCOMPARE(CellOf(Column("StartDate"), "5/10/2024"), "~=5/10/2024"s);
+        QCOMPARE(CellOf(Column("Major1"), "06:30"), "06:30"s);
+        QCOMPARE(CellOf(Column("Major1"), "6:30 PM"), "~=6:30 PM"s);
+        QCOMPARE(CellOf(Column("Major1"), ":"), ":"s);
     }
 
     void rows_areRead()
