@@ -10,7 +10,7 @@ namespace Tarno
 std::optional<QString> WriteExport(const Program& program, QWidget* parent, const FileQuestion& question,
                                    const std::string& bytes)
 {
-    const auto file = program.files.Save(parent, question);
+    auto file = program.files.Save(parent, question);
     if (!file) {
         return std::nullopt;
     }

@@ -1,6 +1,7 @@
 #include "UndoMenu.h"
 
 #include "core/ErrorLog.h"
+#include "core/Text.h"
 #include "qt/Strings.h"
 #include "ui/common/Notices.h"
 
@@ -20,11 +21,9 @@ namespace
 QString DescribeChange(const ChangeTitle& change)
 {
     if (change.kind == ChangeKind::Import) {
-        const std::size_t count = change.trips > 0 ? change.trips : change.locations;
-        return QStringLiteral("Import of %1 %2%3")
-            .arg(count)
-            .arg(change.trips > 0 ? QLatin1String("trip") : QLatin1String("location"),
-                 count == 1 ? QLatin1String() : QLatin1String("s"));
+        return QStringLiteral("Import of ") + FromUtf8(change.trips > 0
+                                                           ? Counted(change.trips, "trip")
+                                                           : Counted(change.locations, "location"));
     }
     const QString kind = change.kind == ChangeKind::Add    ? QStringLiteral("Add")
                          : change.kind == ChangeKind::Edit ? QStringLiteral("Edit")

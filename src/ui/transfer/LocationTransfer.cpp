@@ -2,6 +2,7 @@
 
 #include "ImportFile.h"
 #include "core/Conversions.h"
+#include "core/Text.h"
 #include "exchange/Gpx.h"
 #include "fWayPoints.h"
 #include "qt/Strings.h"
@@ -18,11 +19,6 @@ namespace Tarno
 namespace
 {
 
-QString Counted(std::size_t count, const char* one)
-{
-    return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(one), QLatin1String(count == 1 ? "" : "s"));
-}
-
 TextTableModel::Row RowOf(const WayPoint& point, std::size_t index, bool isChecked)
 {
     const auto& [latitude, longitude] = point.position;
@@ -36,8 +32,8 @@ TextTableModel::Row RowOf(const WayPoint& point, std::size_t index, bool isCheck
 QString Described(const GpxFile& file, const QString& path)
 {
     const std::string ignored = file.Ignored();
-    return QFileInfo(path).fileName() + QStringLiteral(": ") + Counted(file.points.size(), "way point") +
-           QLatin1Char('.') +
+    return QFileInfo(path).fileName() + QStringLiteral(": ") +
+           FromUtf8(Counted(file.points.size(), "way point")) + QLatin1Char('.') +
            (ignored.empty() ? QString()
                             : QStringLiteral(" Ignored: ") + FromUtf8(ignored) + QLatin1Char('.'));
 }
@@ -72,7 +68,8 @@ bool Export(const Program& program, QWidget* window, const std::vector<WayPoint>
                                   WriteGpx(points));
     if (file) {
         program.messages.ShowInformation(
-            window, QStringLiteral("Exported %1 to ").arg(Counted(points.size(), "location")) + *file,
+            window,
+            QStringLiteral("Exported %1 to ").arg(FromUtf8(Counted(points.size(), "location"))) + *file,
             QStringLiteral("Tarno"));
     }
     return file.has_value();
@@ -86,7 +83,7 @@ void Import(const Program& program, QWidget* window, const std::vector<WayPoint>
     }
     if (program.sql.Import(batch) == succeeded) {
         program.messages.ShowInformation(window,
-                                         Counted(points.size(), "location") +
+                                         FromUtf8(Counted(points.size(), "location")) +
                                              QStringLiteral(" imported. Edit > Undo takes the import back."),
                                          QStringLiteral("Tarno"));
     }
@@ -118,7 +115,7 @@ void ExportLocations(const Program& program, QWidget* parent)
     QString note =
         QStringLiteral("The locations become way points in a GPX file for chart plotters and maps.");
     if (const std::size_t without = locations.size() - points.size(); without > 0) {
-        note += QStringLiteral(" Left out: ") + Counted(without, "location") +
+        note += QStringLiteral(" Left out: ") + FromUtf8(Counted(without, "location")) +
                 QStringLiteral(" without coordinates.");
     }
     std::vector<TextTableModel::Row> rows;

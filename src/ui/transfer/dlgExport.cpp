@@ -1,5 +1,6 @@
 #include "dlgExport.h"
 
+#include "core/Text.h"
 #include "exchange/TripTable.h"
 #include "qt/Strings.h"
 #include "ui/common/FileExport.h"
@@ -20,12 +21,6 @@ namespace
 enum Separator { Comma, Semicolon, Tab };
 
 constexpr std::array separators{',', ';', '\t'};
-
-QString Trips(std::size_t count)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(count == 1 ? QLatin1String("trip")
-                                                             : QLatin1String("trips"));
-}
 
 } // namespace
 
@@ -69,9 +64,9 @@ void dlgExport::Export()
                                    .suffix = QStringLiteral(".csv")},
                                   WriteCsv(TripRows(trips, locations), separators.at(separator)));
     if (file) {
-        m_program.messages.ShowInformation(this,
-                                           QStringLiteral("Exported %1 to ").arg(Trips(trips.size())) + *file,
-                                           QStringLiteral("Tarno"));
+        m_program.messages.ShowInformation(
+            this, QStringLiteral("Exported %1 to ").arg(FromUtf8(Counted(trips.size(), "trip"))) + *file,
+            QStringLiteral("Tarno"));
         accept();
     }
 }

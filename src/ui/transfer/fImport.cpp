@@ -1,6 +1,7 @@
 #include "fImport.h"
 
 #include "core/ErrorLog.h"
+#include "core/Text.h"
 #include "qt/Strings.h"
 #include "ui/common/Handle.h"
 #include "ui/reports/WaitDialog.h"
@@ -20,16 +21,6 @@ namespace
 {
 
 using DateOrder = TableForms::DateOrder;
-
-QString Counted(std::size_t count, const char* one, const char* several)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
-}
-
-QString Trips(std::size_t count)
-{
-    return Counted(count, "trip", "trips");
-}
 
 QString InWords(RowStatus status)
 {
@@ -65,7 +56,7 @@ QString Described(const CsvFile& file, const QString& path)
                               : file.separator == ';' ? QStringLiteral("semicolons")
                                                       : QStringLiteral("tabs");
     const std::size_t rows = file.rows.empty() ? 0 : file.rows.size() - 1;
-    return QFileInfo(path).fileName() + QStringLiteral(": ") + Counted(rows, "row", "rows") +
+    return QFileInfo(path).fileName() + QStringLiteral(": ") + FromUtf8(Counted(rows, "row")) +
            QStringLiteral(" below the headings, separated by ") + separator + QStringLiteral(", in ") +
            InWords(file.encoding);
 }
@@ -194,7 +185,7 @@ void fImport::ShowSummary()
 {
     const std::size_t count = m_plan.Count(RowStatus::New);
     m_ui->lblSummary->setText(QStringLiteral("%1 new, %2 already there, %3 refused")
-                                  .arg(Trips(count))
+                                  .arg(FromUtf8(Counted(count, "trip")))
                                   .arg(m_plan.Count(RowStatus::AlreadyThere))
                                   .arg(m_plan.Count(RowStatus::Refused)));
     const auto isMapped = [this](std::string_view heading) {
@@ -219,9 +210,7 @@ void fImport::ShowSummary()
     m_ui->lblPlaces->setText(QStringLiteral("New locations: ") + places.join(QLatin1String(", ")));
     m_ui->lblPlaces->setVisible(!places.isEmpty());
     m_ui->cmdImport->setEnabled(count > 0);
-    m_ui->cmdImport->setText(QStringLiteral("&Import %1 %2")
-                                 .arg(count)
-                                 .arg(count == 1 ? QLatin1String("Trip") : QLatin1String("Trips")));
+    m_ui->cmdImport->setText(QStringLiteral("&Import ") + FromUtf8(Counted(count, "Trip")));
 }
 
 /// Returns the row of the table whose values are shown on the page Columns: the selected one, otherwise the
@@ -316,7 +305,9 @@ void fImport::Import()
     }
     if (status == succeeded) {
         m_program.messages.ShowInformation(
-            this, Trips(count) + QStringLiteral(" imported. Edit > Undo takes the import back."),
+            this,
+            FromUtf8(Counted(count, "trip")) +
+                QStringLiteral(" imported. Edit > Undo takes the import back."),
             QStringLiteral("Tarno"));
     }
     accept();

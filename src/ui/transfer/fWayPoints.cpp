@@ -1,5 +1,7 @@
 #include "fWayPoints.h"
 
+#include "core/Text.h"
+#include "qt/Strings.h"
 #include "ui/common/Handle.h"
 #include "ui_fWayPoints.h"
 
@@ -8,7 +10,7 @@
 namespace Tarno
 {
 
-fWayPoints::fWayPoints(const Program& program, Contents contents, Transfer transfer, QWidget* parent)
+fWayPoints::fWayPoints(const Program& program, Contents contents, const Transfer& transfer, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::fWayPoints>()), m_verb(std::move(contents.verb))
 {
     m_ui->setupUi(this);
@@ -51,11 +53,7 @@ void fWayPoints::Connect(const Transfer& transfer)
 void fWayPoints::SetControls()
 {
     const std::size_t chosen = m_ui->lvwPoints->CheckedKeys().size();
-    m_ui->cmdTransfer->setText(
-        QStringLiteral("%1 %2 %3")
-            .arg(m_verb)
-            .arg(chosen)
-            .arg(chosen == 1 ? QLatin1String("Location") : QLatin1String("Locations")));
+    m_ui->cmdTransfer->setText(m_verb + QLatin1Char(' ') + FromUtf8(Counted(chosen, "Location")));
     m_ui->cmdTransfer->setEnabled(chosen > 0);
 }
 

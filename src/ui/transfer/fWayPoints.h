@@ -38,7 +38,7 @@ public:
     using Transfer = std::function<bool(QWidget* window, const std::vector<std::size_t>& chosen)>;
 
     /// What `program` refers to must outlive the window.
-    fWayPoints(const Program& program, Contents contents, Transfer transfer, QWidget* parent);
+    fWayPoints(const Program& program, Contents contents, const Transfer& transfer, QWidget* parent);
     fWayPoints(const fWayPoints&) = delete;
     fWayPoints& operator=(const fWayPoints&) = delete;
     ~fWayPoints() override;
