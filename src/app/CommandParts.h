@@ -43,7 +43,7 @@ RecordList FoundTrips(const CommandContext& context, const std::string& query);
 /// contains it.
 RecordView PlaceNamed(const CommandContext& context, const std::string& name);
 
-/// Replaces or creates a file.
+/// Replaces or creates a file. Throws CommandFailure if that fails, or if the file may belong to the log.
 void WriteOutput(const CommandContext& context, const std::string& path, std::string_view bytes);
 
 /// Returns the text on one line, without tabs and other control characters, which a terminal would obey.

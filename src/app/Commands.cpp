@@ -159,6 +159,10 @@ RecordView PlaceNamed(const CommandContext& context, const std::string& name)
 void WriteOutput(const CommandContext& context, const std::string& path, std::string_view bytes)
 {
     try {
+        if (context.folder.MayBelongToLog(path)) {
+            throw CommandFailure("This file may belong to the log: " + path +
+                                 "\nNothing was written. Choose a name that ends with .csv.");
+        }
         SafeWriter(context.operations).Write(path, bytes);
     } catch (const Error& error) {
         throw CommandFailure("The file could not be written: " + path + "\n" + error.Description() +

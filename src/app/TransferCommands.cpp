@@ -32,17 +32,6 @@ bool HasWayPoints(const CommandLine& line)
     return true;
 }
 
-/// Throws CommandFailure if `path` is a file of the log.
-void CheckIsNoDataFile(const std::string& path, const CommandContext& context)
-{
-    const std::string target = Resolved(path);
-    if ((HasSuffix(target, ".xml") || HasSuffix(target, ".txt")) &&
-        FolderOf(target) == Resolved(context.folder.GetAppPath())) {
-        throw CommandFailure("This file may belong to the log: " + path +
-                             "\nNothing was written. Choose a name that ends with .csv.");
-    }
-}
-
 CommandFailure CannotImport(const std::string& path, const std::string& reason)
 {
     return CommandFailure("This file cannot be imported: " + path + "\n" + reason + "\nNothing was changed.");
@@ -226,7 +215,6 @@ ExitStatus RunExport(const CommandLine& line, const CommandContext& context)
         context.out << file.bytes;
         return Done;
     }
-    CheckIsNoDataFile(line.subject, context);
     WriteOutput(context, line.subject, file.bytes);
     context.out << "Exported " << file.contents << " to " << line.subject << '\n';
     return Done;

@@ -88,10 +88,14 @@ private Q_SLOTS:
     {
         CommandTest test;
         test.UseSmallLog();
+        test.program.folder.MakeFolder("pictures");
         const std::string before = test.program.folder.Read("tarno.xml");
-        QCOMPARE(test.Run({"--export", test.PathOf("tarno.xml")}), NotDone);
-        QCOMPARE(test.Err(), "This file may belong to the log: " + test.PathOf("tarno.xml") +
-                                 "\nNothing was written. Choose a name that ends with .csv.\n");
+        for (const char* name : {"tarno.xml", "TARNO.XML", "Tarno.log", "pictures/x.png"}) {
+            QCOMPARE(test.Run({"--export", test.PathOf(name)}), NotDone);
+            QCOMPARE(test.Err(), "This file may belong to the log: " + test.PathOf(name) +
+                                     "\nNothing was written. Choose a name that ends with .csv.\n");
+            QCOMPARE(test.Out(), std::string());
+        }
         QCOMPARE(test.program.folder.Read("tarno.xml"), before);
     }
 
