@@ -13,6 +13,7 @@ rm -rf "$out"
 mkdir -p "$out/home"
 scripts/make-data-folder.sh --sample "$out/log"
 scripts/make-data-folder.sh "$out/other"
+cp -r "$out/log/pictures" "$out/other/" # a table has only the names of pictures
 unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
 export LC_ALL=C.UTF-8 HOME=$PWD/$out/home XDG_CONFIG_HOME=$PWD/$out/home XDG_DATA_HOME=$PWD/$out/home
 
