@@ -1,10 +1,10 @@
 #include "Gpx.h"
 
-#include "analysis/TripText.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/Text.h"
 #include "core/Xml.h"
+#include "exchange/PlaceName.h"
 #include "exchange/TextEncoding.h"
 #include "store/RecordLayouts.h"
 
@@ -14,6 +14,8 @@
 #include <cmath>
 #include <map>
 #include <optional>
+#include <set>
+#include <tuple>
 #include <utility>
 
 namespace Tarno
@@ -98,12 +100,21 @@ private:
             ++m_file.pointsWithoutPosition;
             return;
         }
-        m_file.points.push_back({.name = OnOneLine(Text(node, "name")),
+        std::string name = OnOneLine(Text(node, "name"));
+        if (name.empty()) {
+            name = FromDouble(position->latitude) + ", " + FromDouble(position->longitude);
+        }
+        if (!m_known.emplace(name, position->latitude, position->longitude).second) {
+            ++m_file.repeatedPoints;
+            return;
+        }
+        m_file.points.push_back({.name = std::move(name),
                                  .position = *position,
                                  .description = Text(node, "desc"),
                                  .comment = Text(node, "cmt")});
     }
 
+    std::set<std::tuple<std::string, double, double>> m_known = {}; ///< names and positions of the points
     std::string m_prefix;
     GpxFile& m_file;
 };
@@ -122,7 +133,7 @@ public:
     explicit KnownLocations(const RecordList& locations) : m_positions(PositionsOf(locations))
     {
         for (const RecordView& location : locations) {
-            const std::string name = Fold(OnOneLine(FromStored(location.Text(LocationField::LocName))));
+            const std::string name = ComparedName(location.Text(LocationField::LocName));
             m_byName.emplace(name, location.Text(LocationField::LocNo));
         }
         m_byName.erase("");
@@ -143,7 +154,7 @@ public:
                 found = number;
             }
         }
-        const auto named = m_byName.find(Fold(point.name));
+        const auto named = m_byName.find(ComparedName(point.name));
         return !found.empty() || named == m_byName.end() ? found : named->second;
     }
 
@@ -197,9 +208,11 @@ std::string GpxFile::Ignored() const
             ignored += (ignored.empty() ? "" : ", ") + Counted(count, one);
         }
     }
-    if (pointsWithoutPosition > 0) {
-        ignored += (ignored.empty() ? "" : ", ") + Counted(pointsWithoutPosition, "way point") +
-                   " without a valid position";
+    for (const auto& [count, why] : {std::pair(pointsWithoutPosition, " without a valid position"),
+                                     std::pair(repeatedPoints, " of the same name and position")}) {
+        if (count > 0) {
+            ignored += (ignored.empty() ? "" : ", ") + Counted(count, "way point") + why;
+        }
     }
     return ignored;
 }

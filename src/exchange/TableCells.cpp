@@ -227,8 +227,9 @@ std::string CellOf(const TableColumn& column, std::string_view stored)
 {
     std::string cell = ReadableCell(column, stored);
     const CellReading reading = ReadCell(column, cell, {});
-    return reading.refusal.empty() && reading.stored == stored ? cell
-                                                               : std::string(exactMark) + std::string(stored);
+    const bool isRestored = reading.refusal.empty() && reading.stored == stored;
+    return isRestored && !(cell.empty() && column.isNeeded) ? cell
+                                                            : std::string(exactMark) + std::string(stored);
 }
 
 } // namespace Tarno

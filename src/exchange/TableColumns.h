@@ -43,6 +43,8 @@ struct TableColumn {
     std::string_view caption; ///< for the user, for example "Start date"
     CellKind kind;
     std::span<const std::string_view> words = {}; ///< of a code
+    bool isNeeded =
+        false; ///< without a value, trips are hardly usable: an empty text is not written as an empty cell
 };
 
 /// The columns in the order of the export: the catalogue of fields, with the name, the coordinates and the

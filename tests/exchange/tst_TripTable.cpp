@@ -1,4 +1,5 @@
 #include "TripTableTest.h"
+#include "exchange/PlaceName.h"
 #include "support/StdStrings.h"
 #include "support/TestClass.h"
 
@@ -253,6 +254,8 @@ private Q_SLOTS:
         QCOMPARE(CellOf(Column("TideStart"), "9"), "9"s);
         QCOMPARE(CellOf(Column("TideStart"), "-1"), "-1"s);
         QCOMPARE(CellOf(Column("TideStart"), ""), ""s);
+        QCOMPARE(CellOf(Column("StartDate"), ""), "~="s);
+        QCOMPARE(CellOf(Column("LocNo"), ""), "~="s);
         QCOMPARE(CellOf(Column("TideStart"), "Run In"), "~=Run In"s);
         QCOMPARE(CellOf(Column("MoonPhase"), "-5"), "Waning, 05%"s);
         QCOMPARE(CellOf(Column("MoonPhase"), "0"), "Waxing, 00%"s);
@@ -272,19 +275,50 @@ private Q_SLOTS:
                            {"2024-10-05", "x", "Pier"},
                            {"", "", "", ""},
                            {},
-                           {"", "", "Reef", "squid", ""},
+                           {"~=", "", "Reef", "squid", ""},
                            {"2024-10-06", "", "", "", "too much"},
-                           {"bad", "", "", ""}};
+                           {"bad", "", "", ""},
+                           {"", "", "Reef", "squid"},
+                           {"2024-10-06", "", "", "squid"}};
         const auto candidates = ReadTrips(rows, ProposeMapping(rows.front(), {}), {});
-        QCOMPARE(candidates.size(), 4U);
+        QCOMPARE(candidates.size(), 6U);
         QCOMPARE(candidates[0].row, 1U);
         QCOMPARE(candidates[0].trip[EntryField::StartDate], "2024-10-05"s);
+        QCOMPARE(candidates[0].trip[EntryField::EndDate], "2024-10-05"s); // no column has it
         QCOMPARE(candidates[0].place[LocationField::LocName], "Pier"s);
         QCOMPARE(candidates[1].row, 4U);
+        QCOMPARE(candidates[1].refusal, ""s); // the export of a trip without a date
         QCOMPARE(candidates[1].trip[EntryField::BaitUsed], "squid"s);
         QCOMPARE(candidates[2].refusal, "The row has more values than there are headings."s);
         QCOMPARE(candidates[3].refusal, "The start date \"bad\" is not a date."s);
+        QCOMPARE(candidates[4].refusal, "The start date is missing."s);
+        QCOMPARE(candidates[5].refusal, "The location is missing."s);
         QVERIFY(ReadTrips({}, {}, {}).empty());
+    }
+
+    void endDates_areThoseOfTheirColumn()
+    {
+        const CsvRows rows{
+            {"Date", "To", "Place"}, {"2024-10-05", "2024-10-06", "Pier"}, {"2024-10-05", "", "Pier"}};
+        const auto candidates = ReadTrips(rows, ProposeMapping(rows.front(), {}), {});
+        QCOMPARE(candidates[0].trip[EntryField::EndDate], "2024-10-06"s);
+        QCOMPARE(candidates[1].trip[EntryField::EndDate], ""s);
+    }
+
+    void reading_stopsWhenItIsCancelled()
+    {
+        const CsvRows rows{{"Date", "Place"}, {"2024-10-05", "a"}, {"2024-10-06", "b"}, {"2024-10-07", "c"}};
+        int calls = 0;
+        const auto candidates =
+            ReadTrips(rows, ProposeMapping(rows.front(), {}), {}, [&calls] { return ++calls < 2; });
+        QCOMPARE(candidates.size(), 2U);
+    }
+
+    void placeNames_areComparedWithoutBlanksAndLineBreaks()
+    {
+        QCOMPARE(ComparedName(" Port\t Hacking~CL~Creek "), ComparedName("PORT HACKING creek"));
+        QVERIFY(ComparedName("Pitt water") != ComparedName("Pittwater"));
+        QCOMPARE(ComparedName(" "), ""s);
     }
 
     void plan_findsPlacesByNumberAndName()
@@ -303,9 +337,9 @@ private Q_SLOTS:
                            {"bad", "Jetty", "date"}};
         const ImportPlan plan = PlanOf(rows, log.sql);
         QCOMPARE(Described(plan),
-                 (Texts{"1 new at 3", "2 new at 1", "3 new at 2", "4 new at 1", "5 new at 77", "6 new at ",
-                        "7 new at new 0", "8 new at new 0", "9 new at new 1",
-                        "10 refused: The start date \"date\" is not a date."}));
+                 (Texts{"1 new at 3", "2 new at 1", "3 new at 2", "4 new at 1", "5 new at 77",
+                        "6 refused: The location is missing.", "7 new at new 0", "8 new at new 0",
+                        "9 new at new 1", "10 refused: The start date \"date\" is not a date."}));
         QCOMPARE(plan.places.size(), 2U);
         QCOMPARE(plan.places[0].name, "Reef"s);
         QCOMPARE(plan.places[0].latitude, "-33.5"s);

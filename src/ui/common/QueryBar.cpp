@@ -111,6 +111,10 @@ bool QueryBar::eventFilter(QObject* watched, QEvent* event)
             press->keyCombination() == QKeyCombination(Qt::ControlModifier, Qt::Key_Y)) {
             event->accept();
         }
+        if (press->keyCombination() == QKeyCombination(Qt::ControlModifier, Qt::Key_E)) {
+            event->ignore(); // the box would take it for the key End, elsewhere than on Windows
+            return true;
+        }
     } else if (event->type() == QEvent::KeyPress) {
         const auto* press = static_cast<QKeyEvent*>(event);
         switch (press->key()) {

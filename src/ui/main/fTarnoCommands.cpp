@@ -65,9 +65,7 @@ void fTarno::AddTransferCommands()
     add(m_ui->miExportTrips, Needs::AnyTrip, "ExportTrips",
         [this] { dlgExport(m_program, m_log->Found(), this).exec(); });
     add(m_ui->miImportTrips, Needs::ReadableLog, "ImportTrips", [this] {
-        if (const auto keys = ImportTrips(m_program, this); !keys.empty()) {
-            m_log->ShowSaved(keys);
-        }
+        m_log->ShowSaved(ImportTrips(m_program, this)); // also shows what other programs have changed
     });
     add(m_ui->miExportLocations, Needs::ReadableLog, "ExportLocations",
         [this] { ExportLocations(m_program, this); });

@@ -75,11 +75,18 @@ bool Export(const Program& program, QWidget* window, const std::vector<WayPoint>
     return file.has_value();
 }
 
-void Import(const Program& program, QWidget* window, const std::vector<WayPoint>& points)
+bool Import(const Program& program, QWidget* window, const std::vector<WayPoint>& points)
 {
     ImportBatch batch;
     for (const WayPoint& point : points) {
         batch.locations.push_back(LocationOf(point));
+    }
+    if (!program.sql.HasNumbersFor(batch)) {
+        program.messages.Ask(window, {.text = QStringLiteral("Your log has too few numbers left for so many "
+                                                             "locations. The highest number is 32767."),
+                                      .title = QStringLiteral("Import Error"),
+                                      .icon = Icon::Exclamation});
+        return false;
     }
     if (program.sql.Import(batch) == succeeded) {
         program.messages.ShowInformation(window,
@@ -87,6 +94,7 @@ void Import(const Program& program, QWidget* window, const std::vector<WayPoint>
                                              QStringLiteral(" imported. Edit > Undo takes the import back."),
                                          QStringLiteral("Tarno"));
     }
+    return true;
 }
 
 std::vector<WayPoint> Chosen(const std::vector<WayPoint>& points, const std::vector<std::size_t>& chosen)
@@ -151,6 +159,7 @@ void ImportLocations(const Program& program, QWidget* parent)
         ShowImportProblem(program, parent, chosenFile->path, file.problem);
         return;
     }
+    program.sql.ReadChangesOfOthers();
     RecordList locations;
     program.sql.LocationList(locations);
     fWayPoints(
@@ -165,8 +174,7 @@ void ImportLocations(const Program& program, QWidget* parent)
          .hint = QStringLiteral("The file has no way points with a valid position."),
          .verb = QStringLiteral("&Import")},
         [&](QWidget* window, const std::vector<std::size_t>& chosen) {
-            Import(program, window, Chosen(file.points, chosen));
-            return true;
+            return Import(program, window, Chosen(file.points, chosen));
         },
         parent)
         .exec();

@@ -36,12 +36,19 @@ dlgExport::dlgExport(const Program& program, TripsFound found, QWidget* parent)
     // where the comma is the decimal sign, spreadsheets expect the semicolon
     const bool usesDecimalComma = QLocale().decimalPoint() == QLatin1String(",");
     m_ui->cboSeparator->setCurrentIndex(usesDecimalComma ? Semicolon : Comma);
+    SetControls();
+    Handle(m_ui->optFound, &QAbstractButton::toggled, "Click", this, [this] { SetControls(); });
     Handle(m_ui->cmdExport, &QAbstractButton::clicked, "Click", this, [this] { Export(); });
     Handle(m_ui->cmdClose, &QAbstractButton::clicked, "Click", this, [this] { reject(); });
     program.windows.Remember(*this);
 }
 
 dlgExport::~dlgExport() = default;
+
+void dlgExport::SetControls()
+{
+    m_ui->cmdExport->setEnabled(!m_ui->optFound->isChecked() || !m_found.keys.empty());
+}
 
 void dlgExport::Export()
 {

@@ -127,6 +127,7 @@ void fImport::Connect()
 
 bool fImport::Plan()
 {
+    m_program.sql.ReadChangesOfOthers();
     RecordList trips;
     RecordList locations;
     m_program.sql.EntryList(trips);
@@ -188,28 +189,22 @@ void fImport::ShowSummary()
                                   .arg(FromUtf8(Counted(count, "trip")))
                                   .arg(m_plan.Count(RowStatus::AlreadyThere))
                                   .arg(m_plan.Count(RowStatus::Refused)));
-    const auto isMapped = [this](std::string_view heading) {
-        return std::any_of(m_mapping.begin(), m_mapping.end(), [&](const auto& column) {
-            return column && TableColumns().at(*column).heading == heading;
-        });
-    };
-    QStringList missing;
-    for (const auto& [heading, word] :
-         {std::pair("StartDate", "start date"), std::pair("Location", "location")}) {
-        if (!isMapped(heading)) {
-            missing << QLatin1String("the ") + QLatin1String(word);
-        }
-    }
-    m_ui->lblMissing->setText(QStringLiteral("No column becomes ") + missing.join(QLatin1String(" or ")) +
-                              QStringLiteral(". Choose it on the page Columns."));
-    m_ui->lblMissing->setVisible(!missing.isEmpty());
+    const bool isDateMissing = !IsMapped(m_mapping, "StartDate");
+    const bool isPlaceMissing = !IsMapped(m_mapping, "Location") && !IsMapped(m_mapping, "LocNo");
+    const bool hasNumbers = m_program.sql.HasNumbersFor(m_plan.batch);
+    m_ui->lblMissing->setText(
+        !hasNumbers ? QStringLiteral("Your log has too few numbers left for so many trips or locations. The "
+                                     "highest number is 32767.")
+        : isDateMissing ? QStringLiteral("No column becomes the start date. Choose it on the page Columns.")
+                        : QStringLiteral("No column becomes the location. Choose it on the page Columns."));
+    m_ui->lblMissing->setVisible(!hasNumbers || isDateMissing || isPlaceMissing);
     QStringList places;
     for (const PlannedPlace& place : m_plan.places) {
         places << ShownInOneLine(place.name);
     }
     m_ui->lblPlaces->setText(QStringLiteral("New locations: ") + places.join(QLatin1String(", ")));
     m_ui->lblPlaces->setVisible(!places.isEmpty());
-    m_ui->cmdImport->setEnabled(count > 0);
+    m_ui->cmdImport->setEnabled(count > 0 && hasNumbers);
     m_ui->cmdImport->setText(QStringLiteral("&Import ") + FromUtf8(Counted(count, "Trip")));
 }
 

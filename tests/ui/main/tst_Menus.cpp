@@ -493,6 +493,18 @@ private Q_SLOTS:
         QCOMPARE(ToUtf8(Command(window, "miRedo").text()), "&Redo Import of 2 trips");
     }
 
+    void export_opensFromTheFindBar()
+    {
+        FourTrips program;
+        ShownLog window(program);
+        FindTrips(window, "bream");
+        auto& box = Find<QLineEdit>(window, "txtFind");
+        box.setFocus();
+        WhileOpen(
+            "dlgExport", [&] { QTest::keyClick(&box, Qt::Key_E, Qt::ControlModifier); },
+            [](QDialog& dialog) { Click(dialog, "cmdClose"); });
+    }
+
     void statistics_narrowTheLogToAGroup()
     {
         FourTrips program;
