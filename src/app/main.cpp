@@ -100,6 +100,7 @@ static int RunWithoutDisplay(const CommandLine& line, char** argv)
         application = std::make_unique<QCoreApplication>(onlyName, argv);
     }
 #ifdef Q_OS_WIN
+    _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
 #endif
     const QString path = line.folder
@@ -116,7 +117,7 @@ static int RunWithoutDisplay(const CommandLine& line, char** argv)
     cSQL sql(folder, *operations);
     ErrorReporter::Instance().SetShowMessage(PrintCause);
     const ExitStatus status =
-        RunCommand(line, {folder, *operations, sql, clock, printers, std::cout, std::cerr});
+        RunCommand(line, {folder, *operations, sql, clock, printers, std::cin, std::cout, std::cerr});
     ErrorReporter::Instance().Reset();
     return status;
 }
