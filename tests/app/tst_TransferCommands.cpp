@@ -180,7 +180,8 @@ private Q_SLOTS:
         CommandTest test;
         test.UseSmallLog();
         QCOMPARE(test.Run({"--import", "/dev/zero"}), NotDone);
-        QVERIFY2(test.Err().find("The file is larger than 100 MB") != std::string::npos, test.Err().c_str());
+        QVERIFY2(test.Err().find("\nThe file is larger than 100 MB.\n") != std::string::npos,
+                 test.Err().c_str());
     }
 
     void import_controlCharacters_doNotReachTheTerminal()
@@ -256,9 +257,8 @@ private Q_SLOTS:
             << std::string("No column of this file is known: PATH\nIts first row must have headings such as "
                            "StartDate and Location. Nothing was changed.\n");
         QTest::newRow("empty") << std::string()
-                               << std::string("No column of this file is known: PATH\nIts first row must "
-                                              "have headings such as StartDate and Location. Nothing was "
-                                              "changed.\n");
+                               << std::string("This file cannot be imported: PATH\nThe file is empty.\n"
+                                              "Nothing was changed.\n");
     }
 
     void import_unusableFile_isReported()
