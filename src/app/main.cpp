@@ -23,6 +23,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #ifdef Q_OS_WIN
@@ -67,6 +68,16 @@ static void ShowProblem([[maybe_unused]] int argc, [[maybe_unused]] char** argv,
     }
 #endif
     std::cerr << text << '\n';
+}
+
+/// Prints the text on standard output and returns the exit status of the program.
+static int Print(std::string_view text)
+{
+    if (std::cout << text << std::flush) {
+        return Done;
+    }
+    std::cerr << "The output could not be written completely.\n";
+    return NotDone;
 }
 
 /// Prints the cause of an error that a routine has reported.
@@ -186,12 +197,10 @@ int main(int argc, char* argv[])
         return WrongUsage;
     }
     if (line.action == Action::ShowHelp) {
-        std::cout << HelpText();
-        return Done;
+        return Print(HelpText());
     }
     if (line.action == Action::ShowVersion) {
-        std::cout << "Tarno " TARNO_VERSION "\n";
-        return Done;
+        return Print("Tarno " TARNO_VERSION "\n");
     }
     if (line.folder) {
         const QDir folder(FromUtf8(*line.folder));

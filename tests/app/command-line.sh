@@ -50,6 +50,12 @@ state() {
 tarno 0 --help
 says stdout "Usage: tarno [--folder DIR] [COMMAND]"
 tarno 0 --version
+for option in --help --version; do
+    status=0
+    "$program" "$option" >/dev/full 2>"$out/stderr" || status=$?
+    [ "$status" -eq 1 ] || fail "tarno $option on a full device: exit status $status instead of 1"
+    says stderr "The output could not be written completely."
+done
 tarno 2 trips.csv
 says stderr 'The argument "trips.csv" does not belong to an option.'
 tarno 2 --lst
