@@ -112,7 +112,9 @@ public:
     {
         for (m_next = arguments.begin(); m_next != arguments.end();) {
             const std::string& argument = *m_next++;
-            if (!SkipQtOption(argument, arguments)) {
+            if (argument == "--" && !m_haveEnded) {
+                m_haveEnded = true;
+            } else if (m_haveEnded || !SkipQtOption(argument, arguments)) {
                 Add(argument, arguments);
             }
         }
@@ -147,7 +149,7 @@ private:
 
     void Add(std::string_view argument, const std::vector<std::string>& arguments)
     {
-        if (!argument.starts_with('-')) {
+        if (m_haveEnded || !argument.starts_with('-')) {
             throw UsageError("The argument " + Cited(argument) + " does not belong to an option.");
         }
         const std::string_view written = argument.substr(0, argument.find('='));
@@ -175,6 +177,7 @@ private:
 
     std::map<std::string, std::string, std::less<>> m_values;
     std::vector<std::string>::const_iterator m_next;
+    bool m_haveEnded = false; ///< the options, by "--"
 };
 
 /// Returns the command that was given, or null.

@@ -14,7 +14,8 @@ Commands, which need no display:
   --export FILE.csv             export trips as a table; "-" is standard output
       --find QUERY              only the trips found
   --export FILE.gpx             export locations as way points
-  --import FILE.csv             import the new trips of a table
+  --import FILE.csv             import the new trips of a table; "-" is standard
+                                input
       --dry-run                 only show what would be imported
       --add-places              also add locations without coordinates
   --import FILE.gpx             import the new locations of a GPX file

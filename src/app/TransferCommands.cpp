@@ -10,6 +10,8 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 
 namespace Tarno
 {
@@ -37,9 +39,33 @@ CommandFailure CannotImport(const std::string& path, const std::string& reason)
     return CommandFailure("This file cannot be imported: " + path + "\n" + reason + "\nNothing was changed.");
 }
 
-std::string BytesOf(const std::string& path)
+/// Reads the stream until it ends, or until the limit of the readers is exceeded.
+std::string BytesOf(std::istream& stream)
 {
+    constexpr std::size_t chunk = 65536;
+    std::string bytes;
+    for (std::size_t end = 0; bytes.size() == end && end <= CsvLimits::bytes;) {
+        end += chunk;
+        bytes.resize(end);
+        stream.read(&bytes[end - chunk], chunk);
+        bytes.resize(end - chunk + static_cast<std::size_t>(stream.gcount()));
+    }
+    return bytes;
+}
+
+/// Reads the file to import, which may be a pipe, or standard input.
+std::string BytesOf(const std::string& path, const CommandContext& context)
+{
+    if (path == "-") {
+        return BytesOf(context.in);
+    }
     try {
+        std::error_code failure;
+        const auto type = std::filesystem::status(ToPath(path), failure).type();
+        if (type == std::filesystem::file_type::fifo || type == std::filesystem::file_type::character) {
+            std::ifstream file(ToPath(path), std::ios::binary);
+            return file ? BytesOf(file) : throw Error(ErrorNumber::PathFileAccess);
+        }
         return ReadWholeFile(path);
     } catch (const Error& error) {
         throw CannotImport(path, error.Description() + '.');
@@ -140,7 +166,7 @@ void Import(ImportBatch& batch, const CommandLine& line, const CommandContext& c
 
 ExitStatus ImportTable(const CommandLine& line, const CommandContext& context)
 {
-    const CsvFile file = ReadCsv(BytesOf(line.subject));
+    const CsvFile file = ReadCsv(BytesOf(line.subject, context));
     if (file.problem) {
         throw CannotImport(line.subject, file.problem->Describe() + '.');
     }
@@ -165,7 +191,7 @@ ExitStatus ImportTable(const CommandLine& line, const CommandContext& context)
 
 ExitStatus ImportWayPoints(const CommandLine& line, const CommandContext& context)
 {
-    const GpxFile file = ReadGpx(BytesOf(line.subject));
+    const GpxFile file = ReadGpx(BytesOf(line.subject, context));
     if (!file.problem.empty()) {
         throw CannotImport(line.subject, file.problem);
     }
@@ -192,6 +218,9 @@ ExportedFile ExportTable(const CommandLine& line, const CommandContext& context)
 {
     LoadLog(context, {"tarno.xml", "location.xml"});
     const RecordList trips = FoundTrips(context, line.query);
+    if (!line.query.empty() && trips.empty()) {
+        throw CommandFailure("No trip is found, so there is nothing to export. Nothing was written.");
+    }
     return {WriteCsv(TripRows(trips, LocationsOf(context))), Counted(trips.size(), "trip")};
 }
 

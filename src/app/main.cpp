@@ -23,6 +23,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #ifdef Q_OS_WIN
@@ -69,6 +70,16 @@ static void ShowProblem([[maybe_unused]] int argc, [[maybe_unused]] char** argv,
     std::cerr << text << '\n';
 }
 
+/// Prints the text on standard output and returns the exit status of the program.
+static int Print(std::string_view text)
+{
+    if (std::cout << text << std::flush) {
+        return Done;
+    }
+    std::cerr << "The output could not be written completely.\n";
+    return NotDone;
+}
+
 /// Prints the cause of an error that a routine has reported.
 static void PrintCause(const std::string& report, const std::string& /*title*/)
 {
@@ -100,6 +111,7 @@ static int RunWithoutDisplay(const CommandLine& line, char** argv)
         application = std::make_unique<QCoreApplication>(onlyName, argv);
     }
 #ifdef Q_OS_WIN
+    _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
 #endif
     const QString path = line.folder
@@ -116,7 +128,7 @@ static int RunWithoutDisplay(const CommandLine& line, char** argv)
     cSQL sql(folder, *operations);
     ErrorReporter::Instance().SetShowMessage(PrintCause);
     const ExitStatus status =
-        RunCommand(line, {folder, *operations, sql, clock, printers, std::cout, std::cerr});
+        RunCommand(line, {folder, *operations, sql, clock, printers, std::cin, std::cout, std::cerr});
     ErrorReporter::Instance().Reset();
     return status;
 }
@@ -185,12 +197,10 @@ int main(int argc, char* argv[])
         return WrongUsage;
     }
     if (line.action == Action::ShowHelp) {
-        std::cout << HelpText();
-        return Done;
+        return Print(HelpText());
     }
     if (line.action == Action::ShowVersion) {
-        std::cout << "Tarno " TARNO_VERSION "\n";
-        return Done;
+        return Print("Tarno " TARNO_VERSION "\n");
     }
     if (line.folder) {
         const QDir folder(FromUtf8(*line.folder));

@@ -59,7 +59,7 @@ using ColumnMapping = std::vector<std::optional<std::size_t>>;
 /// regard to case. If several headings mean the same, only the first one is mapped.
 ColumnMapping ProposeMapping(const CsvRow& headings, const RecordList& fields);
 
-/// How dates are written in a table, beside "2025-12-31", which is always accepted.
+/// How dates are written in a table, beside "2025-12-31" and "2025/12/31", which are always accepted.
 struct TableForms {
     enum class DateOrder { DayMonthYear, MonthDayYear, YearMonthDay };
 

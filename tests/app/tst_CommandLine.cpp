@@ -87,6 +87,8 @@ private Q_SLOTS:
             " subject=a b query=x location=Lake output=r.rtf format=1");
         row("calendar", {"--calendar", "Lake", "--month", "2026-11", "--output", "c.ics"}, Action::Calendar,
             " subject=Lake output=c.ics format=2 month=2026-11-01");
+        row("end of the options", {"--"}, Action::OpenWindow, "");
+        row("end of the options after a command", {"--list", "--"}, Action::List, "");
         row("options of Qt", {"-style", "fusion", "--platform=offscreen", "-reverse", "--folder", "d"},
             Action::OpenWindow, " folder=d");
     }
@@ -117,7 +119,9 @@ private Q_SLOTS:
         row({"--lst"}, "The option --lst does not exist.");
         row({"--lst=bream"}, "The option --lst does not exist.");
         row({"-x"}, "The option -x does not exist.");
-        row({"--"}, "The option -- does not exist.");
+        row({"--", "trips.csv"}, "The argument \"trips.csv\" does not belong to an option.");
+        row({"--list", "--", "-style", "fusion"}, "The argument \"-style\" does not belong to an option.");
+        row({"--check", "--", "--"}, "The argument \"--\" does not belong to an option.");
         row({"--folder"}, "--folder needs a value: --folder DIR");
         row({"--folder="}, "--folder needs a value: --folder DIR");
         row({"--export", "--find", "x"}, "--export needs a value: --export FILE.csv");

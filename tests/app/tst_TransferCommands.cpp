@@ -3,7 +3,10 @@
 #include "CommandTest.h"
 #include "exchange/Gpx.h"
 #include "exchange/TripTable.h"
+#include "support/Platform.h"
 #include "support/TestClass.h"
+
+#include <filesystem>
 
 using namespace Tarno;
 
@@ -84,6 +87,26 @@ private Q_SLOTS:
         QCOMPARE(test.Out(), std::string());
     }
 
+    void export_noTripFound_writesNothing()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        for (const std::string& target : {test.PathOf("t.csv"), std::string("-")}) {
+            QCOMPARE(test.Run({"--export", target, "--find", "nosuchfish"}), NotDone);
+            QCOMPARE(test.Out(), std::string());
+            QCOMPARE(test.Err(), std::string("No trip is found, so there is nothing to export. Nothing was "
+                                             "written.\n"));
+        }
+        QVERIFY(!std::filesystem::exists(ToPath(test.PathOf("t.csv"))));
+    }
+
+    void export_emptyLog_writesTheHeadings()
+    {
+        CommandTest test;
+        QCOMPARE(test.Run({"--export", "-"}), Done);
+        QCOMPARE(static_cast<int>(ReadCsv(test.Out()).rows.size()), 1);
+    }
+
     void export_toAFileOfTheLog_isRefused()
     {
         CommandTest test;
@@ -126,6 +149,39 @@ private Q_SLOTS:
         QCOMPARE(test.Import(), Done); // once more
         QCOMPARE(test.Out(), std::string("0 new trips, 3 already there, 0 refused\n"
                                          "Ignored columns: Boat\nNothing was imported.\n"));
+    }
+
+    void import_readsStandardInput()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        test.in.str(headings + known + atPittwater);
+        QCOMPARE(test.Run({"--import", "-"}), Done);
+        QCOMPARE(test.Out(), std::string("1 new trip, 1 already there, 0 refused\n"
+                                         "Ignored columns: Boat\nImported 1 trip.\n"));
+    }
+
+    void import_longStandardInput_isReadCompletely()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        std::string rows;
+        for (int row = 0; row < 2000; ++row) {
+            rows += known;
+        }
+        test.in.str(headings + rows + atPittwater);
+        QCOMPARE(test.Run({"--import", "-", "--dry-run"}), Done);
+        QVERIFY(test.Out().starts_with("1 new trip, 2000 already there, 0 refused\n"));
+    }
+
+    void import_device_isRead()
+    {
+        NOT_ON_WINDOWS("devices");
+        CommandTest test;
+        test.UseSmallLog();
+        QCOMPARE(test.Run({"--import", "/dev/zero"}), NotDone);
+        QVERIFY2(test.Err().find("\nThe file is larger than 100 MB.\n") != std::string::npos,
+                 test.Err().c_str());
     }
 
     void import_controlCharacters_doNotReachTheTerminal()
@@ -201,9 +257,8 @@ private Q_SLOTS:
             << std::string("No column of this file is known: PATH\nIts first row must have headings such as "
                            "StartDate and Location. Nothing was changed.\n");
         QTest::newRow("empty") << std::string()
-                               << std::string("No column of this file is known: PATH\nIts first row must "
-                                              "have headings such as StartDate and Location. Nothing was "
-                                              "changed.\n");
+                               << std::string("This file cannot be imported: PATH\nThe file is empty.\n"
+                                              "Nothing was changed.\n");
     }
 
     void import_unusableFile_isReported()

@@ -242,6 +242,20 @@ private Q_SLOTS:
         QCOMPARE(Read("StartDate", "31/12/25", TableForms{.firstYear = 1900}), "[1925-12-31]"s);
     }
 
+    void dates_withTheYearInFront_areReadInEveryForm()
+    {
+        using Order = TableForms::DateOrder;
+        for (const Order order : {Order::DayMonthYear, Order::MonthDayYear, Order::YearMonthDay}) {
+            const TableForms forms{.dates = order};
+            for (const char* date : {"2025/02/01", "2025.2.1", "2025. 2. 1.", "2025-2-1"}) {
+                QCOMPARE(Read("StartDate", date, forms), "[2025-02-01]"s);
+            }
+            QCOMPARE(Read("StartDate", "1066/10/14", forms), "[1066-10-14]"s); // the editor accepts it too
+            QCOMPARE(Read("StartDate", "2025/13/01", forms), "The start date \"2025/13/01\" is not a date."s);
+            QCOMPARE(Read("StartDate", "2025/2.1", forms), "The start date \"2025/2.1\" is not a date."s);
+        }
+    }
+
     void longText_isShortenedInTheRefusal()
     {
         const std::string refusal = Read("StartDate", "first line\n" + std::string(100, 'x'));
