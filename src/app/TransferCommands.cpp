@@ -125,16 +125,15 @@ void Describe(const GpxFile& file, const std::vector<std::string>& numbers, cons
         context.out << "Ignored: " << ignored << '\n';
     }
     const PlaceNames places(LocationsOf(context));
-    const auto shown = [](const std::string& name) { return name.empty() ? "(no name)" : InOneLine(name); };
     for (std::size_t index = 0; index < numbers.size(); ++index) {
         const WayPoint& point = file.points[index];
         if (numbers[index].empty()) {
-            context.out << "New location: " << shown(point.name) << " at "
+            context.out << "New location: " << InOneLine(point.name) << " at "
                         << FromDouble(point.position.latitude) << ", " << FromDouble(point.position.longitude)
                         << '\n';
         } else {
-            context.out << "Already there: " << shown(point.name) << " is "
-                        << shown(places.Of(numbers[index])) << '\n';
+            context.out << "Already there: " << InOneLine(point.name) << " is "
+                        << InOneLine(places.Of(numbers[index])) << '\n';
         }
     }
 }
@@ -144,6 +143,10 @@ void Import(ImportBatch& batch, const CommandLine& line, const CommandContext& c
 {
     const std::size_t trips = batch.trips.size();
     const std::size_t places = batch.locations.size();
+    if (!context.sql.HasNumbersFor(batch)) {
+        throw CommandFailure("The log has too few numbers left for so many trips or locations. The highest "
+                             "number is 32767. Nothing was changed.");
+    }
     if (line.isDryRun) {
         context.out << "Dry run: nothing was changed.\n";
         return;

@@ -328,9 +328,23 @@ private Q_SLOTS:
         ImportTest test("t.gpx", "<gpx><wpt lat='-0.5' lon='0'/><wpt lat='1' lon='2'/></gpx>");
         QCOMPARE(test.Import(), Done);
         QCOMPARE(test.Out(), std::string("2 new locations, 0 already there\n"
-                                         "New location: (no name) at -0.5, 0\n"
-                                         "New location: (no name) at 1, 2\n"
+                                         "New location: -0.5, 0 at -0.5, 0\n"
+                                         "New location: 1, 2 at 1, 2\n"
                                          "Imported 2 locations.\n"));
+    }
+
+    void import_ofTooManyTrips_isRefused()
+    {
+        std::string table = "StartDate,Location\n";
+        for (int row = 0; row <= 32767; ++row) {
+            table += "2026-11-20,Pittwater\n";
+        }
+        ImportTest test("t.csv", table);
+        QCOMPARE(test.Import({"--dry-run", "--add-places"}), NotDone);
+        QVERIFY(
+            test.Err().find("The log has too few numbers left for so many trips or locations. The highest "
+                            "number is 32767. Nothing was changed.") != std::string::npos);
+        QCOMPARE(test.Stored(), test.before);
     }
 
     void import_failedSaveOfLocations_isReported()

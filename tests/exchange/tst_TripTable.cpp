@@ -360,8 +360,8 @@ private Q_SLOTS:
         QCOMPARE(plan.places[0].trips, 2U);
         QCOMPARE(plan.places[1].trips, 1U);
         QCOMPARE(plan.batch.locations[1][LocationField::LocNo], "8"s);
-        QCOMPARE(plan.Count(RowStatus::New), 9U);
-        QCOMPARE(plan.Count(RowStatus::Refused), 1U);
+        QCOMPARE(plan.Count(RowStatus::New), 8U);
+        QCOMPARE(plan.Count(RowStatus::Refused), 2U);
     }
 
     void plan_findsTripsThatAreThere()

@@ -54,7 +54,9 @@ QString Described(const CsvFile& file, const QString& path)
 {
     const QString separator = file.separator == ','   ? QStringLiteral("commas")
                               : file.separator == ';' ? QStringLiteral("semicolons")
-                                                      : QStringLiteral("tabs");
+                              : file.separator == '\t'
+                                  ? QStringLiteral("tabs")
+                                  : QStringLiteral("\"%1\"").arg(QLatin1Char(file.separator));
     const std::size_t rows = file.rows.empty() ? 0 : file.rows.size() - 1;
     return QFileInfo(path).fileName() + QStringLiteral(": ") + FromUtf8(Counted(rows, "row")) +
            QStringLiteral(" below the headings, separated by ") + separator + QStringLiteral(", in ") +

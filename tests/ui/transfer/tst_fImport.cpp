@@ -182,7 +182,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("headings");
         QTest::addColumn<QString>("missing");
         QTest::newRow("both") << "Bait"
-                              << "the start date or the location";
+                              << "the start date";
         QTest::newRow("date") << "Location"
                               << "the start date";
         QTest::newRow("location") << "StartDate"
@@ -202,6 +202,21 @@ private Q_SLOTS:
             QCOMPARE(LabelText(window, "lblMissing"),
                      "No column becomes " + ToUtf8(missing) + ". Choose it on the page Columns.");
         }
+    }
+
+    void tooManyTrips_areRefusedTogether()
+    {
+        ProgramWithTrips program;
+        std::string table = "StartDate,Location\n";
+        for (int row = 0; row < 32765; ++row) { // the log has three trips
+            table += "2026-11-20,Lake Eucumbene\n";
+        }
+        const ShownImport window(program, table);
+        QCOMPARE(LabelText(window, "lblMissing"),
+                 "Your log has too few numbers left for so many trips or locations. "
+                 "The highest number is 32767."s);
+        QVERIFY(Find<QWidget>(window, "lblMissing").isVisible());
+        QVERIFY(!Find<QPushButton>(window, "cmdImport").isEnabled());
     }
 
     void longTable_showsProgress_andCanBeCancelled()
