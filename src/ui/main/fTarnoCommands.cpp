@@ -58,7 +58,7 @@ void fTarno::AddTransferCommands()
     using Needs = LogCommands::Needs;
     const auto add = [this](QAction* item, Needs needs, const char* routine,
                             const std::function<void()>& transfer) {
-        m_commands->Add(item, needs, [this, routine, transfer = std::move(transfer)] {
+        m_commands->Add(item, needs, [this, routine, transfer] {
             WithListGreyed(routine, transfer);
         });
     };
