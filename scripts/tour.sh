@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Drives the real program by keyboard and mouse on a virtual display: adds trips to a copy of the sample log, finds,
-# repeats, deletes and restores some, uses the calendar and the statistics, and exports reports to PDF and RTF and
-# times to an iCalendar file. Fails if the data files or what is exported lack something.
+# repeats, deletes and restores some, uses the calendar and the statistics, and exports reports to PDF and RTF,
+# times to an iCalendar file, and trips and locations, which it imports again. Fails if the data files or what is exported lack something.
 # Writes screenshots, the reports and report.txt to build/tour/ or to the folder TARNO_TOUR.
 #   scripts/tour.sh PROGRAM
 set -euo pipefail
@@ -13,6 +13,32 @@ out=$(realpath --canonicalize-missing --relative-to=. "${TARNO_TOUR:-build/tour}
 source scripts/gui-driver.sh
 need "${run_packages[@]}" "${tour_packages[@]}"
 on_virtual_display scripts/tour.sh "$program"
+
+# export_file <name>: exports from the active window to $out and returns to the log
+export_file() {
+    pop_up keys alt+e
+    keys ctrl+a
+    type_text "$(typed_path "$PWD/$out/${1%.*}")"
+    keys Return
+    window "Tarno"
+    keys Return
+    await "the log" activate "Tarno Fishing Log" # two windows close at once, and the manager may focus neither
+}
+
+# import_file <key> <title> <name>: opens the window that imports the file in $out; the file dialog has the same title
+import_file() {
+    local dialog
+    keys "$1"
+    window "$2"
+    dialog=$(xdotool getactivewindow)
+    type_text "$(typed_path "$PWD/$out/$3")"
+    keys Return
+    await "the window '$2'" is_another "$2" "$dialog"
+}
+
+is_another() {
+    is_active "$1" && [ "$(xdotool getactivewindow)" != "$2" ]
+}
 
 rm -rf "$out"
 mkdir -p "$out"
@@ -280,6 +306,35 @@ keys alt+u alt+s
 window "Tarno Fishing Log"
 picture 46-group "the trips of a group in the log"
 keys Escape
+
+keys ctrl+e
+window "Export Trips"
+picture 47-export-trips "the export of trips"
+export_file trips.csv
+expect "headings of the exported trips" "$(head -n 1 "$out/trips.csv" | grep -o '"[[:alnum:]]*"' | wc -l)" 42
+keys ctrl+g
+window "Export Locations"
+picture 48-export-locations "the export of locations"
+export_file locations.gpx
+expect "way points" "$(grep -c '<wpt ' "$out/locations.gpx")" "$(records location.xml location)"
+import_file ctrl+shift+e "Import Trips" trips.csv
+keys Down
+picture 49-import-trips "the import of the same trips, which are already there"
+keys alt+m
+picture 50-columns "what the columns of the table become"
+keys Escape
+window "Tarno Fishing Log"
+before=$(records location.xml location)
+sed -i 's/lat="-33.59"/lat="-33.2"/; s/<name>Pittwater/<name>New Pittwater/' "$out/locations.gpx"
+import_file ctrl+shift+g "Import Locations" locations.gpx
+picture 51-import-locations "the import of way points, one of which is new"
+keys alt+i
+window "Tarno"
+keys Return
+await "the log" activate "Tarno Fishing Log"
+await_value "locations after the import" $((before + 1)) records location.xml location
+keys ctrl+z
+await_value "locations after Ctrl+Z" "$before" records location.xml location
 
 leave
 tell "The tour succeeded; the pictures are in $out."

@@ -21,7 +21,9 @@ say "creating $out"
 rm -rf "$out"
 scripts/make-data-folder.sh "$out"
 scripts/make-data-folder.sh --sample "$out/sample"
-x86_64-w64-mingw32-strip -o "$out/Tarno.exe" build/windows/src/app/Tarno.exe
+for program in Tarno.exe Tarno.com; do
+    x86_64-w64-mingw32-strip -o "$out/$program" "build/windows/src/app/$program"
+done
 
 # the libraries that are part of Windows 8 and later
 system_libraries="advapi32 api-ms-win-core-synch-l1-2-0 api-ms-win-core-winrt-l1-1-0 api-ms-win-core-winrt-string-l1-1-0 authz

@@ -43,6 +43,7 @@ Section
     SetOverwrite on
     ClearErrors
     File "${FROM}\Tarno.exe"
+    File "${FROM}\Tarno.com"
     IfErrors 0 +3
         MessageBox MB_OK|MB_ICONSTOP "Tarno could not be installed because it is still open. Close Tarno, then run the installer again." /SD IDOK
         Abort
@@ -71,6 +72,7 @@ SectionEnd
 Section Uninstall
     ClearErrors
     Delete "$INSTDIR\Tarno.exe"
+    Delete "$INSTDIR\Tarno.com"
     IfErrors 0 +3
         MessageBox MB_OK|MB_ICONSTOP "Tarno could not be removed because it is still open. Close Tarno, then try again." /SD IDOK
         Abort

@@ -2,7 +2,7 @@
 
 #include "core/Conversions.h"
 #include "core/Error.h"
-#include "core/Text.h"
+#include "core/Paths.h"
 
 #include <algorithm>
 #include <array>
@@ -114,7 +114,9 @@ public:
     {
         for (m_next = arguments.begin(); m_next != arguments.end();) {
             const std::string& argument = *m_next++;
-            if (!SkipQtOption(argument, arguments)) {
+            if (argument == "--" && !m_haveEnded) {
+                m_haveEnded = true;
+            } else if (m_haveEnded || !SkipQtOption(argument, arguments)) {
                 Add(argument, arguments);
             }
         }
@@ -147,7 +149,7 @@ private:
 
     void Add(std::string_view argument, const std::vector<std::string>& arguments)
     {
-        if (!argument.starts_with('-')) {
+        if (m_haveEnded || !argument.starts_with('-')) {
             throw UsageError("The argument " + Cited(argument) + " does not belong to an option.");
         }
         const std::string_view written = argument.substr(0, argument.find('='));
@@ -175,6 +177,7 @@ private:
 
     std::map<std::string, std::string, std::less<>> m_values;
     std::vector<std::string>::const_iterator m_next;
+    bool m_haveEnded = false; ///< the options, by "--"
 };
 
 /// Returns the command that was given, or null.
@@ -252,22 +255,17 @@ int DaysIn(const std::string& text)
                      '.');
 }
 
-bool HasSuffix(std::string_view file, std::string_view suffix)
-{
-    return file.size() > suffix.size() && EqualIgnoringCase(file.substr(file.size() - suffix.size()), suffix);
-}
-
 OutputFormat FormatOf(const std::string& file, Action action)
 {
-    const std::string_view other = action == Action::Report ? ".rtf" : ".ics";
-    const bool isPdf = HasSuffix(file, ".pdf");
-    if (isPdf || HasSuffix(file, other)) {
-        return isPdf                      ? OutputFormat::Pdf
-               : action == Action::Report ? OutputFormat::Rtf
-                                          : OutputFormat::ICalendar;
+    const std::string other = action == Action::Report ? ".rtf" : ".ics";
+    if (HasSuffix(file, ".pdf")) {
+        return OutputFormat::Pdf;
     }
-    throw UsageError("--output needs a file name that ends with .pdf or " + std::string(other) + ", not " +
-                     Cited(file) + '.');
+    if (HasSuffix(file, other)) {
+        return action == Action::Report ? OutputFormat::Rtf : OutputFormat::ICalendar;
+    }
+    throw UsageError("--output needs a file name that ends with .pdf or " + other + ", not " + Cited(file) +
+                     '.');
 }
 
 CommandLine Parse(const std::vector<std::string>& arguments)

@@ -13,9 +13,13 @@ Commands, which need no display:
                                 catch, separated by tabs
   --export FILE.csv             export trips as a table; "-" is standard output
       --find QUERY              only the trips found
-  --import FILE.csv             import the new trips of a table
+  --export FILE.gpx             export locations as way points
+  --import FILE.csv             import the new trips of a table; "-" is standard
+                                input
       --dry-run                 only show what would be imported
       --add-places              also add locations without coordinates
+  --import FILE.gpx             import the new locations of a GPX file
+      --dry-run                 only show what would be imported
   --check                       check the files of the log; changes nothing
   --forecast PLACE              print a line for each day: rating, moon, times
       --from DATE               the first day, for example 2026-03-31; today

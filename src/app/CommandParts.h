@@ -47,14 +47,11 @@ RecordList FoundTrips(const CommandContext& context, const std::string& query);
 /// contains it.
 RecordView PlaceNamed(const CommandContext& context, const std::string& name);
 
-/// Replaces or creates a file.
+/// Replaces or creates a file. Throws CommandFailure if that fails, or if the file may belong to the log.
 void WriteOutput(const CommandContext& context, const std::string& path, std::string_view bytes);
 
-/// Returns the text on one line and without tabs.
+/// Returns the text on one line, without tabs and other control characters, which a terminal would obey.
 std::string InOneLine(std::string_view text);
-
-/// Returns for example "1 trip" or "2 trips".
-std::string Counted(std::size_t count, const std::string& noun);
 
 ExitStatus RunList(const CommandLine& line, const CommandContext& context);
 ExitStatus RunExport(const CommandLine& line, const CommandContext& context);

@@ -164,6 +164,10 @@ RecordView PlaceNamed(const CommandContext& context, const std::string& name)
 void WriteOutput(const CommandContext& context, const std::string& path, std::string_view bytes)
 {
     try {
+        if (context.folder.MayBelongToLog(path)) {
+            throw CommandFailure("This file may belong to the log: " + path +
+                                 "\nNothing was written. Choose a name that ends with .csv.");
+        }
         SafeWriter(context.operations).Write(path, bytes);
     } catch (const Error& error) {
         throw CommandFailure("The file could not be written: " + path + "\n" + error.Description() +
@@ -173,16 +177,17 @@ void WriteOutput(const CommandContext& context, const std::string& path, std::st
 
 std::string InOneLine(std::string_view text)
 {
-    std::string line(text);
+    constexpr std::string_view replacement = "\xEF\xBF\xBD";
+    std::string line = XmlText(text);
+    for (std::size_t at = 0; (at = line.find('\xC2', at)) != std::string::npos; ++at) {
+        if (static_cast<unsigned char>(line[at + 1]) < 0xA0) { // the control characters that XML allows
+            line.replace(at, 2, replacement);
+        }
+    }
     for (const char* separator : {"\r\n", "\n", "\r", "\t"}) {
         line = ReplaceAll(line, separator, "; ");
     }
     return line;
-}
-
-std::string Counted(std::size_t count, const std::string& noun)
-{
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
 ExitStatus RunList(const CommandLine& line, const CommandContext& context)

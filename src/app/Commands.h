@@ -7,6 +7,7 @@
 #include "store/cSQL.h"
 #include "ui/common/Prompts.h"
 
+#include <istream>
 #include <ostream>
 
 namespace Tarno
@@ -15,13 +16,14 @@ namespace Tarno
 /// How a command ended, as the exit status of the program.
 enum ExitStatus { Done = 0, NotDone = 1, WrongUsage = 2 };
 
-/// What a command works with: the log, what belongs to the machine, and where its output goes (UTF-8).
+/// What a command works with: the log, what belongs to the machine, and its streams (UTF-8).
 struct CommandContext {
     const ProgramFolder& folder;
     FileOperations& operations;
     cSQL& sql; ///< is initialised by commands that need it
     const Clock& clock;
     Printers& printers; ///< for the paper of the default printer
+    std::istream& in;
     std::ostream& out;
     std::ostream& err; ///< why something could not be done, and what that means for the data
 };

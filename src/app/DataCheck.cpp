@@ -4,11 +4,15 @@
 #include "core/Error.h"
 #include "core/Paths.h"
 #include "core/Xml.h"
+#include "exchange/TableColumns.h"
 #include "store/DataFile.h"
 #include "store/EntryFields.h"
 #include "store/LogFiles.h"
 #include "store/RecordLayouts.h"
 #include "store/ReportSelection.h"
+#include "ui/entry/PictureFile.h"
+
+#include <QFileInfo>
 
 #include <cmath>
 #include <cstdint>
@@ -50,6 +54,20 @@ bool IsNumberUpTo(double most, const std::string& text)
     } catch (const Error&) {
         return false;
     }
+}
+
+bool IsWholeNumber(std::string_view text)
+{
+    text.remove_prefix(text.starts_with('-') ? 1 : 0);
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// Whether the editor accepts the text as a time: a time, what is calculated for a day without one, or
+/// nothing.
+bool IsTime(TableColumn column, const std::string& text)
+{
+    column.kind = CellKind::RiseOrSet;
+    return !text.starts_with('~') && ReadCell(column, text, {}).refusal.empty(); // "~=" accepts any text
 }
 
 bool IsKey(const std::string& text)
@@ -136,6 +154,15 @@ public:
         }
     }
 
+    /// Adds a fault unless the value is empty or the path of a file.
+    void CheckPicture(const ProgramFolder& folder, const RecordView& record, std::size_t position)
+    {
+        const std::string stored = record.Text(position);
+        const QFileInfo picture(PicturePath(folder, stored));
+        CheckValue(record, position, stored.empty() || (picture.exists() && !picture.isDir()), "picture",
+                   "an existing file");
+    }
+
     bool IsReadable() const { return m_file.Problem().empty(); }
 
     bool HasKey(const std::string& key) const { return m_keys.contains(key); }
@@ -158,7 +185,32 @@ private:
     std::string m_bytes = {}; ///< to find lines and columns; the parser has changed those of the document
 };
 
-void CheckTrips(CheckedFile& trips, const CheckedFile& locations)
+/// Checks the value of a column if it is a time, a code or a moon phase.
+void CheckColumn(CheckedFile& trips, const RecordView& trip, const TableColumn& column)
+{
+    constexpr double fullMoon = 100;
+    const std::string value = trip.Text(column.position);
+    std::string name(column.caption);
+    name.front() = static_cast<char>(name.front() - 'A' + 'a');
+    switch (column.kind) {
+    case CellKind::Time:
+    case CellKind::RiseOrSet:
+        trips.CheckValue(trip, column.position, IsTime(column, value), name, "a time");
+        break;
+    case CellKind::Code:
+        trips.CheckValue(trip, column.position, value.empty() || IsWholeNumber(value), name,
+                         "a whole number");
+        break;
+    case CellKind::MoonPhase:
+        trips.CheckValue(trip, column.position, IsNumberUpTo(fullMoon, value), name,
+                         "a number from -100 to 100");
+        break;
+    default:
+        break;
+    }
+}
+
+void CheckTrips(const ProgramFolder& folder, CheckedFile& trips, const CheckedFile& locations)
 {
     using namespace EntryField;
     for (const RecordView& trip : trips.Records()) {
@@ -173,10 +225,16 @@ void CheckTrips(CheckedFile& trips, const CheckedFile& locations)
             trips.CheckValue(trip, LocNo, locations.HasKey(trip.Text(LocNo)), "location",
                              "the number of a location in location.xml");
         }
+        for (const TableColumn& column : TableColumns()) {
+            if (column.owner == TableColumn::Owner::Trip) {
+                CheckColumn(trips, trip, column);
+            }
+        }
+        trips.CheckPicture(folder, trip, Picture);
     }
 }
 
-void CheckLocations(CheckedFile& locations)
+void CheckLocations(const ProgramFolder& folder, CheckedFile& locations)
 {
     using namespace LocationField;
     constexpr double pole = 90;
@@ -190,6 +248,7 @@ void CheckLocations(CheckedFile& locations)
         check(LocLatt, pole, "latitude");
         check(LocLong, dateLine, "longitude");
         check(LocGMT, day, "time zone");
+        locations.CheckPicture(folder, location, LocPicture);
     }
 }
 
@@ -253,8 +312,8 @@ DataCheck CheckData(const ProgramFolder& folder, FileOperations& operations)
     for (CheckedFile* file : {&columns, &blankTrip, &blankLocation, &blankReport}) {
         file->RequireRecord();
     }
-    CheckTrips(trips, locations);
-    CheckLocations(locations);
+    CheckTrips(folder, trips, locations);
+    CheckLocations(folder, locations);
     CheckColumns(columns);
     CheckReports(reports, columns);
     for (const char* list : LogFiles::pickLists) {

@@ -2,6 +2,7 @@
 #include "analysis/CalendarDay.h"
 #include "analysis/TripText.h"
 #include "core/Error.h"
+#include "core/Text.h"
 #include "exchange/PeakEvents.h"
 #include "qt/Strings.h"
 #include "reports/ReportDesign.h"

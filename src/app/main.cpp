@@ -23,6 +23,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #ifdef Q_OS_WIN
@@ -31,6 +32,13 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <windows.h>
+
+/// Whether errors are printed: to the console program, or because they are redirected.
+static bool HasErrorOutput()
+{
+    return ::GetFileType(::GetStdHandle(STD_ERROR_HANDLE)) != FILE_TYPE_UNKNOWN;
+}
 
 static bool UserWantsDarkPrograms()
 {
@@ -53,11 +61,23 @@ static QString UserFolder()
 static void ShowProblem([[maybe_unused]] int argc, [[maybe_unused]] char** argv, const std::string& text)
 {
 #ifdef Q_OS_WIN
-    const QApplication application(argc, argv); // the program has no console
-    DesktopMessageBoxes().ShowInformation(nullptr, FromUtf8(text), QStringLiteral("Tarno"));
-#else
-    std::cerr << text << '\n';
+    if (!HasErrorOutput()) {
+        const QApplication application(argc, argv);
+        DesktopMessageBoxes().ShowInformation(nullptr, FromUtf8(text), QStringLiteral("Tarno"));
+        return;
+    }
 #endif
+    std::cerr << text << '\n';
+}
+
+/// Prints the text on standard output and returns the exit status of the program.
+static int Print(std::string_view text)
+{
+    if (std::cout << text << std::flush) {
+        return Done;
+    }
+    std::cerr << "The output could not be written completely.\n";
+    return NotDone;
 }
 
 /// Prints the cause of an error that a routine has reported.
@@ -91,6 +111,7 @@ static int RunWithoutDisplay(const CommandLine& line, char** argv)
         application = std::make_unique<QCoreApplication>(onlyName, argv);
     }
 #ifdef Q_OS_WIN
+    _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
 #endif
     QString path = line.folder ? FromUtf8(*line.folder)
@@ -109,7 +130,7 @@ static int RunWithoutDisplay(const CommandLine& line, char** argv)
     cSQL sql(folder, *operations);
     ErrorReporter::Instance().SetShowMessage(PrintCause);
     const ExitStatus status =
-        RunCommand(line, {folder, *operations, sql, clock, printers, std::cout, std::cerr});
+        RunCommand(line, {folder, *operations, sql, clock, printers, std::cin, std::cout, std::cerr});
     ErrorReporter::Instance().Reset();
     return status;
 }
@@ -178,12 +199,10 @@ int main(int argc, char* argv[])
         return WrongUsage;
     }
     if (line.action == Action::ShowHelp) {
-        std::cout << HelpText();
-        return Done;
+        return Print(HelpText());
     }
     if (line.action == Action::ShowVersion) {
-        std::cout << "Tarno " TARNO_VERSION "\n";
-        return Done;
+        return Print("Tarno " TARNO_VERSION "\n");
     }
     if (line.folder) {
         const QDir folder(FromUtf8(*line.folder));

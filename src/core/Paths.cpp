@@ -1,6 +1,7 @@
 #include "Paths.h"
 
 #include "Conversions.h"
+#include "Text.h"
 
 #include <exception>
 
@@ -24,6 +25,11 @@ std::string FolderOf(const std::string& path)
 {
     const fs::path folder = ToPath(path).parent_path();
     return folder.empty() ? "." : FromPath(folder);
+}
+
+bool HasSuffix(const std::string& path, std::string_view suffix)
+{
+    return EqualIgnoringCase(FromPath(ToPath(path).extension()), suffix);
 }
 
 bool mMain::FileExist(std::string& path)

@@ -19,6 +19,10 @@ std::string Resolved(const std::string& path);
 /// Returns the folder that contains `path`, or "." if `path` is only a name.
 std::string FolderOf(const std::string& path);
 
+/// Whether the name of the file ends with `suffix`, for example ".csv", without regard to the case of ASCII
+/// letters. A name that consists of the suffix does not end with it.
+bool HasSuffix(const std::string& path, std::string_view suffix);
+
 /// Returns the contents of the regular file `path`. Throws Error: FileNotFound if it does not exist,
 /// PathFileAccess if it is not a regular file or not readable, DeviceInputOutput if reading fails.
 std::string ReadWholeFile(const std::string& path);

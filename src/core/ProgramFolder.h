@@ -25,6 +25,11 @@ public:
     /// so that file names are case-insensitive on every platform.
     std::string FindPath(std::string_view name) const;
 
+    /// Whether an export to `path` could replace a file of the log: `path`, or the file to which it is a
+    /// link, is in the folder or below it and does not have the suffix of an export. Ignores the case of
+    /// ASCII letters. Throws Error like Resolved.
+    bool MayBelongToLog(const std::string& path) const;
+
 private:
     std::string m_path;
     char m_separator;

@@ -139,6 +139,11 @@ std::string Join(const std::vector<std::string>& texts, char separator)
     return joined;
 }
 
+std::string Counted(std::size_t count, const std::string& noun)
+{
+    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+}
+
 bool IsXmlCharacter(char32_t value)
 {
     if (value < 0x20) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,9 @@ std::vector<std::string> Split(std::string_view text, char separator);
 /// Joins the texts with `separator`. Split restores them unless one contains the separator or the only one is
 /// empty.
 std::string Join(const std::vector<std::string>& texts, char separator);
+
+/// Returns for example "1 trip" or "2 trips".
+std::string Counted(std::size_t count, const std::string& noun);
 
 /// Whether XML 1.0 allows the character.
 bool IsXmlCharacter(char32_t value);

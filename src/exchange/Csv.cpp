@@ -34,7 +34,11 @@ std::size_t CountLineEnds(std::string_view text)
 class CsvReader
 {
 public:
-    CsvReader(std::string_view text, CsvFile& file) : m_text(text), m_file(file) {}
+    /// Reads from the position `start`.
+    CsvReader(std::string_view text, CsvFile& file, std::size_t start = 0)
+        : m_text(text), m_file(file), m_at(start)
+    {
+    }
 
     void ReadRows()
     {
@@ -75,6 +79,10 @@ private:
         for (bool hasNext = true; hasNext && !m_file.problem;) {
             if (row.size() == CsvLimits::columns) {
                 RefuseMoreThan(CsvLimits::columns, " columns");
+                return;
+            }
+            if (m_values++ == CsvLimits::values) {
+                RefuseMoreThan(CsvLimits::values, " values");
                 return;
             }
             row.push_back(m_at < m_text.size() && m_text[m_at] == quote ? ReadQuoted() : ReadPlain());
@@ -145,10 +153,26 @@ private:
 
     std::string_view m_text;
     CsvFile& m_file;
-    std::size_t m_at = 0;
+    std::size_t m_at;
+    std::size_t m_values = 0;
     std::size_t m_line = 1;    ///< the line of m_counted
     std::size_t m_counted = 0; ///< the start of a row
 };
+
+constexpr std::string_view separatorMark = "sep=";
+
+/// Whether the first line names the separator, for example "sep=;", as some spreadsheets write it.
+bool NamesSeparator(std::string_view text)
+{
+    const std::size_t end = separatorMark.size() + 1;
+    if (text.size() < end || !EqualIgnoringCase(text.substr(0, separatorMark.size()), separatorMark)) {
+        return false;
+    }
+    const char separator = text[separatorMark.size()];
+    const bool isSeparator =
+        separator == '\t' || (separator >= ' ' && separator <= '~' && separator != quote);
+    return isSeparator && (text.size() == end || IsLineEnd(text[end]));
+}
 
 char SeparatorOf(std::string_view text)
 {
@@ -166,7 +190,8 @@ char SeparatorOf(std::string_view text)
 
 std::string CsvProblem::Describe() const
 {
-    return "Line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + reason;
+    return line == 0 ? reason
+                     : "Line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + reason;
 }
 
 std::string WriteCsv(const CsvRows& rows, char separator)
@@ -194,9 +219,7 @@ CsvFile ReadCsv(std::string_view bytes)
 {
     CsvFile file;
     if (bytes.size() > CsvLimits::bytes) {
-        file.problem = {.line = 1,
-                        .column = 1,
-                        .reason = "The file is larger than " + std::to_string(CsvLimits::bytes / 1'000'000) +
+        file.problem = {.reason = "The file is larger than " + std::to_string(CsvLimits::bytes / 1'000'000) +
                                   " MB"};
         return file;
     }
@@ -208,8 +231,13 @@ CsvFile ReadCsv(std::string_view bytes)
         return file;
     }
     file.encoding = decoded->encoding;
-    file.separator = SeparatorOf(decoded->text);
-    CsvReader(decoded->text, file).ReadRows();
+    const std::string& text = decoded->text;
+    const bool isNamed = NamesSeparator(text);
+    file.separator = isNamed ? text[separatorMark.size()] : SeparatorOf(text);
+    CsvReader(text, file, isNamed ? separatorMark.size() + 1 : 0).ReadRows();
+    if (!file.problem && file.rows.empty()) {
+        file.problem = {.reason = "The file is empty"};
+    }
     if (file.problem) {
         file.rows.clear();
         file.lines.clear();

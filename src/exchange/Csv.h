@@ -24,16 +24,17 @@ namespace CsvLimits
 {
 inline constexpr std::size_t bytes = 100'000'000;
 inline constexpr std::size_t columns = 1000;
-inline constexpr std::size_t rows = 1'000'000;
+inline constexpr std::size_t rows = 200'000; // a log has at most 32767 trips
+inline constexpr std::size_t values = 5'000'000;
 } // namespace CsvLimits
 
 /// Why a file cannot be read.
 struct CsvProblem {
-    std::size_t line;   ///< counted from 1
-    std::size_t column; ///< in characters, counted from 1
-    std::string reason; ///< for the user, without a full stop
+    std::size_t line = 0;   ///< counted from 1; 0 if the problem is the whole file
+    std::size_t column = 0; ///< in characters, counted from 1
+    std::string reason;     ///< for the user, without a full stop
 
-    /// Returns for example "Line 2, column 7: This quotation mark is not closed".
+    /// Returns for example "Line 2, column 7: This quotation mark is not closed" or "The file is empty".
     std::string Describe() const;
 };
 
@@ -51,7 +52,8 @@ struct CsvFile {
 };
 
 /// Reads a CSV file. Never alters a text: blanks, leading zeros and line breaks inside quotation marks stay.
-/// - The separator is the one of comma, semicolon and tab with which the first row has most texts.
+/// - If the first line is "sep=" and a character, that is the separator and the line is no row. Otherwise the
+///   separator is the one of comma, semicolon and tab with which the first row has most texts.
 /// - Quotation marks count only at the start of a text. Within it, two of them mean one.
 /// - Lines end with CR LF, LF or CR. Empty lines are left out.
 /// The rows may have different lengths. See DecodeText for the encodings.

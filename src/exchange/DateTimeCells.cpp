@@ -46,11 +46,12 @@ MaybeText ShortDate(std::string_view text, const TableForms& forms)
     if (!scanner.AtEnd()) {
         return {};
     }
-    const std::string_view year = forms.dates == Order::YearMonthDay ? parts[0] : parts[2];
-    const std::string_view month = forms.dates == Order::MonthDayYear ? parts[0] : parts[1];
-    const std::string_view day = forms.dates == Order::DayMonthYear   ? parts[0]
-                                 : forms.dates == Order::MonthDayYear ? parts[1]
-                                                                      : parts[2];
+    const Order order = parts[0].size() == 4 ? Order::YearMonthDay : forms.dates;
+    const std::string_view year = order == Order::YearMonthDay ? parts[0] : parts[2];
+    const std::string_view month = order == Order::MonthDayYear ? parts[0] : parts[1];
+    const std::string_view day = order == Order::DayMonthYear   ? parts[0]
+                                 : order == Order::MonthDayYear ? parts[1]
+                                                                : parts[2];
     if ((year.size() != 2 && year.size() != 4) || month.empty() || month.size() > 2 || day.empty() ||
         day.size() > 2) {
         return {};

@@ -9,6 +9,7 @@
 namespace Tarno
 {
 
+/// Reads ISO dates, the short form, and in every form a year of four digits in front, as in "2025/2/1".
 /// Returns the date as "yyyy-mm-dd", an empty text for an empty one, or nothing if it is not a date.
 std::optional<std::string> ReadDate(std::string_view text, const TableForms& forms);
 

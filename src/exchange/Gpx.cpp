@@ -1,10 +1,10 @@
 #include "Gpx.h"
 
-#include "analysis/TripText.h"
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/Text.h"
 #include "core/Xml.h"
+#include "exchange/PlaceName.h"
 #include "exchange/TextEncoding.h"
 #include "store/RecordLayouts.h"
 
@@ -14,6 +14,8 @@
 #include <cmath>
 #include <map>
 #include <optional>
+#include <set>
+#include <tuple>
 #include <utility>
 
 namespace Tarno
@@ -98,20 +100,24 @@ private:
             ++m_file.pointsWithoutPosition;
             return;
         }
-        m_file.points.push_back({.name = OnOneLine(Text(node, "name")),
+        std::string name = OnOneLine(Text(node, "name"));
+        if (name.empty()) {
+            name = FromDouble(position->latitude) + ", " + FromDouble(position->longitude);
+        }
+        if (!m_known.emplace(name, position->latitude, position->longitude).second) {
+            ++m_file.repeatedPoints;
+            return;
+        }
+        m_file.points.push_back({.name = std::move(name),
                                  .position = *position,
                                  .description = Text(node, "desc"),
                                  .comment = Text(node, "cmt")});
     }
 
+    std::set<std::tuple<std::string, double, double>> m_known = {}; ///< names and positions of the points
     std::string m_prefix;
     GpxFile& m_file;
 };
-
-std::string Counted(std::size_t count, const std::string& one)
-{
-    return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
-}
 
 void AppendText(pugi::xml_node parent, const char* name, const std::string& text)
 {
@@ -127,7 +133,7 @@ public:
     explicit KnownLocations(const RecordList& locations) : m_positions(PositionsOf(locations))
     {
         for (const RecordView& location : locations) {
-            const std::string name = Fold(OnOneLine(FromStored(location.Text(LocationField::LocName))));
+            const std::string name = ComparedName(location.Text(LocationField::LocName));
             m_byName.emplace(name, location.Text(LocationField::LocNo));
         }
         m_byName.erase("");
@@ -148,7 +154,7 @@ public:
                 found = number;
             }
         }
-        const auto named = m_byName.find(Fold(point.name));
+        const auto named = m_byName.find(ComparedName(point.name));
         return !found.empty() || named == m_byName.end() ? found : named->second;
     }
 
@@ -202,9 +208,11 @@ std::string GpxFile::Ignored() const
             ignored += (ignored.empty() ? "" : ", ") + Counted(count, one);
         }
     }
-    if (pointsWithoutPosition > 0) {
-        ignored += (ignored.empty() ? "" : ", ") + Counted(pointsWithoutPosition, "way point") +
-                   " without a valid position";
+    for (const auto& [count, why] : {std::pair(pointsWithoutPosition, " without a valid position"),
+                                     std::pair(repeatedPoints, " of the same name and position")}) {
+        if (count > 0) {
+            ignored += (ignored.empty() ? "" : ", ") + Counted(count, "way point") + why;
+        }
     }
     return ignored;
 }
@@ -233,7 +241,7 @@ GpxFile ReadGpx(std::string_view bytes)
     const std::size_t prefix = name.find(':') + 1; // 0 without one
     if (name.substr(prefix) != "gpx") {
         file.problem =
-            "This is not a GPX file: its first element is \"" + std::string(name.substr(0, 60)) + "\".";
+            "This is not a GPX file: its first element is \"" + XmlText(name.substr(0, 60)) + "\".";
         return file;
     }
     const GpxReader reader(root, std::string(name.substr(0, prefix)), file);

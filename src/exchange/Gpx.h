@@ -30,7 +30,7 @@ std::string WriteGpx(const std::vector<WayPoint>& points);
 namespace GpxLimits
 {
 inline constexpr std::size_t bytes = 100'000'000;
-inline constexpr std::size_t points = 100'000;
+inline constexpr std::size_t points = 32'767; ///< a log cannot have more locations
 } // namespace GpxLimits
 
 struct GpxFile {
@@ -39,6 +39,7 @@ struct GpxFile {
     std::size_t routes = 0;                ///< ignored
     std::size_t tracks = 0;                ///< ignored
     std::size_t pointsWithoutPosition = 0; ///< ignored: the position is missing or out of range
+    std::size_t repeatedPoints = 0;        ///< ignored: name and position are those of an earlier one
 
     /// Returns what was ignored for the user, for example "2 tracks, 1 way point without a valid position",
     /// or an empty text.
@@ -46,8 +47,9 @@ struct GpxFile {
 };
 
 /// Reads the way points of a GPX file, version 1.0 or 1.1, with any prefix of its name space. Names lose
-/// surrounding blanks and line breaks; extensions, times, symbols and everything else is ignored. Document
-/// types are not evaluated, and references to their entities are a problem.
+/// surrounding blanks and line breaks; a missing name becomes "-33.7, 151.3", the position; extensions,
+/// times, symbols and everything else is ignored. Document types are not evaluated, and references to their
+/// entities are a problem.
 GpxFile ReadGpx(std::string_view bytes);
 
 /// Returns the number of the location for each way point that the log already has: within 50 m, or with the

@@ -1,5 +1,5 @@
 #include "TripTable.h"
-#include "analysis/TripText.h"
+#include "exchange/PlaceName.h"
 
 #include <algorithm>
 #include <array>
@@ -20,7 +20,7 @@ public:
     {
         for (const RecordView& location : locations) {
             const std::string number = location.Text(LocationField::LocNo);
-            const std::string name = Fold(location.Text(LocationField::LocName));
+            const std::string name = ComparedName(location.Text(LocationField::LocName));
             m_byNumber.emplace(number, name);
             m_byName.emplace(name, number);
         }
@@ -34,8 +34,8 @@ public:
     Place Find(const StoredTexts& place)
     {
         const std::string& number = place[LocationField::LocNo];
-        const std::string name = Fold(place[LocationField::LocName]);
-        if (name.empty()) {
+        const std::string name = ComparedName(place[LocationField::LocName]);
+        if (place[LocationField::LocName].empty()) {
             return {number};
         }
         if (const auto found = m_byNumber.find(number); found != m_byNumber.end() && found->second == name) {
@@ -69,9 +69,9 @@ private:
     }
 
     ImportPlan& m_plan;
-    std::map<std::string, std::string> m_byNumber;                   ///< folded names
-    std::map<std::string, std::string> m_byName;                     ///< numbers by folded name
-    std::map<std::string, std::map<std::string, std::size_t>> m_new; ///< by folded name and number
+    std::map<std::string, std::string> m_byNumber;                   ///< compared names
+    std::map<std::string, std::string> m_byName;                     ///< numbers by compared name
+    std::map<std::string, std::map<std::string, std::size_t>> m_new; ///< by compared name and number
 };
 
 /// The values by which two trips are taken for the same one.

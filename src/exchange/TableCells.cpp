@@ -31,7 +31,7 @@ MaybeText ReadRiseOrSet(std::string_view text)
             return calculated;
         }
     }
-    return ReadTime(text);
+    return text == "24:00:00" ? MaybeText("24:00") : ReadTime(text); // as spreadsheets may save it
 }
 
 /// Reads words of the field without regard to case, their codes, and other numbers as they are.
@@ -131,6 +131,8 @@ MaybeText Read(const TableColumn& column, std::string_view cell, const TableForm
         return ReadTime(text);
     case CellKind::RiseOrSet:
         return ReadRiseOrSet(text);
+    case CellKind::PeakTime:
+        return ReadTime(text).value_or(std::string(cell));
     case CellKind::Code:
         return ReadCode(column, text);
     case CellKind::MoonPhase:
@@ -225,8 +227,9 @@ std::string CellOf(const TableColumn& column, std::string_view stored)
 {
     std::string cell = ReadableCell(column, stored);
     const CellReading reading = ReadCell(column, cell, {});
-    return reading.refusal.empty() && reading.stored == stored ? cell
-                                                               : std::string(exactMark) + std::string(stored);
+    const bool isRestored = reading.refusal.empty() && reading.stored == stored;
+    return isRestored && !(cell.empty() && column.isNeeded) ? cell
+                                                            : std::string(exactMark) + std::string(stored);
 }
 
 } // namespace Tarno

@@ -94,7 +94,9 @@ CellKind KindOf(const FieldInfo& field)
     case FieldKind::MoonPhase:
         return CellKind::MoonPhase;
     default:
-        return CellKind::Text;
+        return field.position >= EntryField::Major1 && field.position <= EntryField::Minor2
+                   ? CellKind::PeakTime
+                   : CellKind::Text;
     }
 }
 
@@ -149,12 +151,14 @@ const std::vector<TableColumn>& TableColumns()
     static const std::vector<TableColumn> columns = [] {
         std::vector<TableColumn> all;
         for (const FieldInfo& field : entryFields) {
-            all.push_back({.owner = TableColumn::Owner::Trip,
-                           .position = field.position,
-                           .heading = field.name,
-                           .caption = tripCaptions.at(field.position).caption,
-                           .kind = KindOf(field),
-                           .words = field.words});
+            all.push_back(
+                {.owner = TableColumn::Owner::Trip,
+                 .position = field.position,
+                 .heading = field.name,
+                 .caption = tripCaptions.at(field.position).caption,
+                 .kind = KindOf(field),
+                 .words = field.words,
+                 .isNeeded = field.position == EntryField::StartDate || field.position == EntryField::LocNo});
             if (field.position != EntryField::LocNo) {
                 continue;
             }

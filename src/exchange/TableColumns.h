@@ -24,6 +24,7 @@ enum class CellKind {
     Date,      ///< ISO or the short form of TableForms
     Time,      ///< hours and minutes
     RiseOrSet, ///< a time, or what the program calculates for a day without one
+    PeakTime,  ///< a time, or any other text
     Code,      ///< a word of the field, or a number
     MoonPhase, ///< "Waning, 45%", or the stored number
     Latitude,  ///< decimal degrees, with a point or a comma
@@ -42,6 +43,8 @@ struct TableColumn {
     std::string_view caption; ///< for the user, for example "Start date"
     CellKind kind;
     std::span<const std::string_view> words = {}; ///< of a code
+    bool isNeeded =
+        false; ///< without a value, trips are hardly usable: an empty text is not written as an empty cell
 };
 
 /// The columns in the order of the export: the catalogue of fields, with the name, the coordinates and the
@@ -56,7 +59,7 @@ using ColumnMapping = std::vector<std::optional<std::size_t>>;
 /// regard to case. If several headings mean the same, only the first one is mapped.
 ColumnMapping ProposeMapping(const CsvRow& headings, const RecordList& fields);
 
-/// How dates are written in a table, beside "2025-12-31", which is always accepted.
+/// How dates are written in a table, beside "2025-12-31" and "2025/12/31", which are always accepted.
 struct TableForms {
     enum class DateOrder { DayMonthYear, MonthDayYear, YearMonthDay };
 

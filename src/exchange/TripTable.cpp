@@ -25,21 +25,39 @@ TripCandidate ReadTrip(const CsvRow& row, const ColumnMapping& mapping, const Ta
     if (!IsWithoutText(row, mapping.size())) {
         candidate.refusal = "The row has more values than there are headings.";
     }
+    bool hasDate = false;
+    bool hasPlace = false;
     for (std::size_t index = 0; index < std::min(row.size(), mapping.size()); ++index) {
         if (!mapping[index] || !candidate.refusal.empty()) {
             continue;
         }
         const TableColumn& column = TableColumns().at(*mapping[index]);
+        const bool isOfTrip = column.owner == Owner::Trip;
         CellReading reading = ReadCell(column, row[index], forms);
-        StoredTexts& values = column.owner == Owner::Trip ? candidate.trip : candidate.place;
+        StoredTexts& values = isOfTrip ? candidate.trip : candidate.place;
         values[column.position] = std::move(reading.stored);
         candidate.refusal = std::move(reading.refusal);
+        if (!row[index].empty()) {
+            hasDate = hasDate || (isOfTrip && column.position == EntryField::StartDate);
+            hasPlace = hasPlace || (isOfTrip ? column.position == EntryField::LocNo
+                                             : column.position == LocationField::LocName);
+        }
     }
     candidate.place[LocationField::LocNo] = candidate.trip[EntryField::LocNo];
+    if (candidate.refusal.empty() && !(hasDate && hasPlace)) {
+        candidate.refusal = hasDate ? "The location is missing." : "The start date is missing.";
+    }
     return candidate;
 }
 
 } // namespace
+
+bool IsMapped(const ColumnMapping& mapping, std::string_view heading)
+{
+    return std::any_of(mapping.begin(), mapping.end(), [&](const auto& column) {
+        return column && TableColumns().at(*column).heading == heading;
+    });
+}
 
 CsvRows TripRows(const RecordList& trips, const RecordList& locations)
 {
@@ -68,13 +86,20 @@ CsvRows TripRows(const RecordList& trips, const RecordList& locations)
 }
 
 std::vector<TripCandidate> ReadTrips(const CsvRows& rows, const ColumnMapping& mapping,
-                                     const TableForms& forms)
+                                     const TableForms& forms, const std::function<bool()>& advance)
 {
+    const bool hasEndDates = IsMapped(mapping, "EndDate");
     std::vector<TripCandidate> candidates;
     for (std::size_t index = 1; index < rows.size(); ++index) {
         if (!IsWithoutText(rows[index])) {
-            candidates.push_back(ReadTrip(rows[index], mapping, forms));
-            candidates.back().row = index;
+            TripCandidate& candidate = candidates.emplace_back(ReadTrip(rows[index], mapping, forms));
+            candidate.row = index;
+            if (!hasEndDates) {
+                candidate.trip[EntryField::EndDate] = candidate.trip[EntryField::StartDate];
+            }
+        }
+        if (advance && !advance()) {
+            break;
         }
     }
     return candidates;

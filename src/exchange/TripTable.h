@@ -6,15 +6,20 @@
 #include "store/Record.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Tarno
 {
 
 /// Returns the trips as rows, in file order, after a row with the headings of TableColumns. ReadTrips
-/// restores every stored value. Values that a trip lacks are empty.
+/// restores every stored value, also of trips without a date or location. Values that a trip lacks are empty.
 CsvRows TripRows(const RecordList& trips, const RecordList& locations);
+
+/// Whether a column of the table contains the field with this heading of TableColumns.
+bool IsMapped(const ColumnMapping& mapping, std::string_view heading);
 
 /// A row of a table that can become a trip.
 struct TripCandidate {
@@ -25,9 +30,11 @@ struct TripCandidate {
 };
 
 /// Reads the rows below the headings. Columns that are not mapped are empty in the candidates. Rows without
-/// any text are left out. A row with texts beyond the last heading is refused.
+/// any text are left out. A row without a start date or location, or with texts beyond the last heading, is
+/// refused. If no column is the end date, trips end on the day on which they start. Calls `advance`, if
+/// given, after each row, and stops reading if it returns false.
 std::vector<TripCandidate> ReadTrips(const CsvRows& rows, const ColumnMapping& mapping,
-                                     const TableForms& forms);
+                                     const TableForms& forms, const std::function<bool()>& advance = {});
 
 enum class RowStatus {
     New,
@@ -60,8 +67,8 @@ struct ImportPlan {
 
 /// Compares the candidates with the log. The location of a row is the one of the log with its number and
 /// name, otherwise the first one with its name, otherwise a new one. Names are compared like the words of a
-/// query. A row with a number but without a name keeps the number. A row keeps the number of its trip if the
-/// log does not have it (see cSQL::Import).
+/// query, but on one line. A row with a number but without a name keeps the number. A row keeps the number of
+/// its trip if the log does not have it (see cSQL::Import).
 ImportPlan PlanImport(const std::vector<TripCandidate>& candidates, const RecordList& trips,
                       const RecordList& locations);
 

@@ -133,6 +133,13 @@ public:
     /// if a record does not exist.
     Status UpdateTogether(const std::vector<Record>& trips, const std::vector<Record>& locations);
 
+    /// Whether the numbers from 1 to 32767 suffice for the records of `batch`. Import fails otherwise.
+    bool HasNumbersFor(ImportBatch batch) const;
+
+    /// Takes over what other programs have changed in the files of trips and locations since they were read.
+    /// Nothing of this program is saved.
+    Status ReadChangesOfOthers();
+
     // Deletions: the file is saved even if the record does not exist.
 
     Status EntryDelete(std::int16_t iTarnoNo);
@@ -206,6 +213,9 @@ private:
     /// the conflicts.
     Status WithMerging(std::string_view routine, const DataFile& in, const UpdateKeys& updateKeys,
                        const std::function<void(MergeResult&)>& body);
+
+    /// Throws Error if the records cannot be added.
+    void CheckImport(ImportBatch& batch) const;
 
     /// Adds records of an import and saves the file if `saves`. Stores their keys in `records`.
     Status AddAll(DataFile& in, const DataFile& blank, const std::vector<StoredTexts*>& records,

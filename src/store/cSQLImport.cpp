@@ -31,6 +31,24 @@ RecordChange WithLocation(RecordChange change, const KeyMap& newLocations)
     return change;
 }
 
+std::vector<StoredTexts*> LocationsOf(ImportBatch& batch)
+{
+    std::vector<StoredTexts*> locations;
+    for (StoredTexts& location : batch.locations) {
+        locations.push_back(&location);
+    }
+    return locations;
+}
+
+std::vector<StoredTexts*> TripsOf(ImportBatch& batch)
+{
+    std::vector<StoredTexts*> trips;
+    for (ImportedTrip& trip : batch.trips) {
+        trips.push_back(&trip.values);
+    }
+    return trips;
+}
+
 std::vector<std::string> KeysOf(std::span<const History::Step> import, RecordTitle::Kind kind)
 {
     std::vector<std::string> keys;
@@ -44,27 +62,34 @@ std::vector<std::string> KeysOf(std::span<const History::Step> import, RecordTit
 
 } // namespace
 
+void cSQL::CheckImport(ImportBatch& batch) const
+{
+    for (const ImportedTrip& trip : batch.trips) {
+        if (trip.values.size() <= EntryField::LocNo ||
+            (trip.newLocation && *trip.newLocation >= batch.locations.size())) {
+            throw Error(ErrorNumber::SubscriptOutOfRange);
+        }
+    }
+    m_locations.Records().CheckAddAll(Record(m_locationBlank.Records().First()), LocationsOf(batch));
+    m_entries.Records().CheckAddAll(Record(m_entryBlank.Records().First()), TripsOf(batch));
+}
+
+bool cSQL::HasNumbersFor(ImportBatch batch) const
+{
+    try {
+        CheckImport(batch);
+        return true;
+    } catch (const Error& error) {
+        return error.Number() != ErrorNumber::Overflow;
+    }
+}
+
 Status cSQL::Import(ImportBatch& batch)
 {
-    std::vector<StoredTexts*> locations;
-    std::vector<StoredTexts*> trips;
-    const bool canImport = Trap("cSQL", importRoutine, [&] {
-        for (StoredTexts& location : batch.locations) {
-            locations.push_back(&location);
-        }
-        for (ImportedTrip& trip : batch.trips) {
-            if (trip.values.size() <= EntryField::LocNo ||
-                (trip.newLocation && *trip.newLocation >= locations.size())) {
-                throw Error(ErrorNumber::SubscriptOutOfRange);
-            }
-            trips.push_back(&trip.values);
-        }
-        m_locations.Records().CheckAddAll(Record(m_locationBlank.Records().First()), locations);
-        m_entries.Records().CheckAddAll(Record(m_entryBlank.Records().First()), trips);
-    });
-    if (!canImport) {
+    if (!Trap("cSQL", importRoutine, [&] { CheckImport(batch); })) {
         return failed;
     }
+    const std::vector<StoredTexts*> locations = LocationsOf(batch);
     const std::size_t import = m_history.StartImport();
     const Status ofLocations = AddAll(m_locations, m_locationBlank, locations, import, true);
     for (ImportedTrip& trip : batch.trips) {
@@ -72,7 +97,14 @@ Status cSQL::Import(ImportBatch& batch)
             trip.values[EntryField::LocNo] = locations[*trip.newLocation]->front();
         }
     }
-    const Status ofTrips = AddAll(m_entries, m_entryBlank, trips, import, ofLocations == succeeded);
+    const Status ofTrips = AddAll(m_entries, m_entryBlank, TripsOf(batch), import, ofLocations == succeeded);
+    return ofLocations == succeeded ? ofTrips : ofLocations;
+}
+
+Status cSQL::ReadChangesOfOthers()
+{
+    const Status ofLocations = MergeChangesOfOthers("ReadChangesOfOthers", m_locations);
+    const Status ofTrips = MergeChangesOfOthers("ReadChangesOfOthers", m_entries);
     return ofLocations == succeeded ? ofTrips : ofLocations;
 }
 

@@ -23,7 +23,7 @@ struct CommandTest {
             return WrongUsage;
         }
         return RunCommand(line, {program.programFolder, program.operations, program.sql, program.clock,
-                                 program.printers, out, err});
+                                 program.printers, in, out, err});
     }
 
     /// Adds two places and three trips.
@@ -55,6 +55,7 @@ struct CommandTest {
     std::string Err() const { return err.str(); }
 
     TestProgram program;
+    std::istringstream in;
     std::ostringstream out;
     std::ostringstream err;
 };

@@ -13,6 +13,7 @@ rm -rf "$out"
 mkdir -p "$out/home"
 scripts/make-data-folder.sh --sample "$out/log"
 scripts/make-data-folder.sh "$out/other"
+cp -r "$out/log/pictures" "$out/other/" # a table has only the names of pictures
 unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
 export LC_ALL=C.UTF-8 HOME=$PWD/$out/home XDG_CONFIG_HOME=$PWD/$out/home XDG_DATA_HOME=$PWD/$out/home
 
@@ -49,6 +50,12 @@ state() {
 tarno 0 --help
 says stdout "Usage: tarno [--folder DIR] [COMMAND]"
 tarno 0 --version
+for option in --help --version; do
+    status=0
+    "$program" "$option" >/dev/full 2>"$out/stderr" || status=$?
+    [ "$status" -eq 1 ] || fail "tarno $option on a full device: exit status $status instead of 1"
+    says stderr "The output could not be written completely."
+done
 tarno 2 trips.csv
 says stderr 'The argument "trips.csv" does not belong to an option.'
 tarno 2 --lst
@@ -69,7 +76,11 @@ tarno 0 --folder "$out/log" --forecast pittwater --from 2026-11-14 --days 30
 [ "$(wc -l <"$out/stdout")" -eq 30 ] || fail "--forecast does not print 30 days"
 tarno 0 --folder "$out/log" --check
 tarno 0 --folder "$out/log" --export - --find "date:2025"
+tarno 1 --folder "$out/log" --export "$out/none.csv" --find "nosuchfish"
+[ ! -e "$out/none.csv" ] || fail "--export has written a table without trips"
 tarno 0 --folder "$out/log" --export "$out/trips.csv"
+tarno 0 --folder "$out/log" --export "$out/places.gpx"
+tarno 2 --folder "$out/log" --export "$out/places.gpx" --find "date:2025"
 tarno 0 --folder "$out/log" --report default --output "$out/report.pdf"
 contains "$out/report.pdf" "Tarno Fishing Log - Log Reporting"
 tarno 0 --folder "$out/log" --report "what bit on what" --location pittwater --output "$out/report.rtf"
@@ -84,7 +95,13 @@ tarno 0 --folder "$out/other" --import "$out/trips.csv" --dry-run
 [ "$(state "$out/other")" = "$empty" ] || fail "--dry-run has changed the log"
 tarno 0 --folder "$out/other" --import "$out/trips.csv"
 says stdout "Imported 72 trips and 6 locations."
+for input in - /dev/stdin; do
+    tarno 0 --folder "$out/other" --import "$input" < <(cat "$out/trips.csv") # a pipe
+    says stdout "0 new trips, 72 already there, 0 refused"
+done
 cmp "$out/log/tarno.xml" "$out/other/tarno.xml" || fail "the imported trips differ"
+tarno 0 --folder "$out/other" --import "$out/places.gpx"
+says stdout "0 new locations, 6 already there"
 tarno 0 --folder "$out/other" --list
 cmp "$out/stdout" "$out/list" || fail "the lists differ"
 [ -z "$(find "$out/other" -iname '*.log' -o -name '*tarno-tmp' -o -name '*kept*')" ] || fail "files were left"

@@ -89,6 +89,8 @@ private Q_SLOTS:
             " subject=Lake output=c.ics format=2 month=2026-11-01");
         row("back-up", {"--backup", "b.ZIP", "--folder", "d"}, Action::BackUp, " folder=d subject=b.ZIP");
         row("restore", {"--restore", "b"}, Action::Restore, " subject=b");
+        row("end of the options", {"--"}, Action::OpenWindow, "");
+        row("end of the options after a command", {"--list", "--"}, Action::List, "");
         row("options of Qt", {"-style", "fusion", "--platform=offscreen", "-reverse", "--folder", "d"},
             Action::OpenWindow, " folder=d");
     }
@@ -119,7 +121,9 @@ private Q_SLOTS:
         row({"--lst"}, "The option --lst does not exist.");
         row({"--lst=bream"}, "The option --lst does not exist.");
         row({"-x"}, "The option -x does not exist.");
-        row({"--"}, "The option -- does not exist.");
+        row({"--", "trips.csv"}, "The argument \"trips.csv\" does not belong to an option.");
+        row({"--list", "--", "-style", "fusion"}, "The argument \"-style\" does not belong to an option.");
+        row({"--check", "--", "--"}, "The argument \"--\" does not belong to an option.");
         row({"--folder"}, "--folder needs a value: --folder DIR");
         row({"--folder="}, "--folder needs a value: --folder DIR");
         row({"--export", "--find", "x"}, "--export needs a value: --export FILE.csv");
@@ -168,11 +172,16 @@ private Q_SLOTS:
         for (std::string line; std::getline(help, line); all += line + '\n') {
             QVERIFY2(line.size() <= 80, line.c_str());
         }
-        for (const char* option :
-             {"--folder DIR", "--find QUERY", "--dry-run", "--add-places", "--from DATE", "--days N",
-              "--location PLACE", "--month YYYY-MM", "--output FILE", "--help", "--version", "--list [QUERY]",
-              "--export FILE.csv", "--import FILE.csv", "--check", "--forecast PLACE", "--report NAME",
-              "--calendar PLACE"}) {
+        for (const char* option : {"--folder DIR",      "--find QUERY",
+                                   "--dry-run",         "--add-places",
+                                   "--from DATE",       "--days N",
+                                   "--location PLACE",  "--month YYYY-MM",
+                                   "--output FILE",     "--help",
+                                   "--version",         "--list [QUERY]",
+                                   "--export FILE.csv", "--import FILE.csv",
+                                   "--export FILE.gpx", "--import FILE.gpx",
+                                   "--check",           "--forecast PLACE",
+                                   "--report NAME",     "--calendar PLACE"}) {
             QVERIFY2(all.find(option) != std::string::npos, option);
         }
     }

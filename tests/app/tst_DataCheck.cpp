@@ -17,7 +17,14 @@ using Texts = std::vector<std::string>;
 
 /// A sample log with a change in one file.
 struct CheckedLog : CommandTest {
-    CheckedLog() { program.UseSample(); }
+    CheckedLog()
+    {
+        program.UseSample();
+        program.folder.MakeFolder("pictures");
+        for (const char* name : {"pictures/snapper.png", "pictures/trout.png", "pictures/pittwater.png"}) {
+            program.folder.Write(name, "a picture");
+        }
+    }
 
     void Replace(const char* file, std::string_view from, std::string_view to)
     {
@@ -89,6 +96,27 @@ private Q_SLOTS:
         row("unknown location", "tarno.xml", "<LocNo>1<", "<LocNo>99<",
             "Line 8, column 3: The location \"99\" of trip 1 is not the number of a location in "
             "location.xml");
+        row("start time", "tarno.xml", "<StartTime>05:30<", "<StartTime>25:30<",
+            "Line 6, column 3: The start time \"25:30\" of trip 1 is not a time");
+        row("end time", "tarno.xml", "<EndTime>10:30<", "<EndTime>~=noon<",
+            "Line 7, column 3: The end time \"~=noon\" of trip 1 is not a time");
+        row("tide time", "tarno.xml", "<HighTide>09:30<", "<HighTide>high<",
+            "Line 11, column 3: The high tide time \"high\" of trip 1 is not a time");
+        row("sunrise", "tarno.xml", "<SunRise>05:27<", "<SunRise>early<",
+            "Line 15, column 3: The sunrise \"early\" of trip 1 is not a time");
+        row("moon phase in words", "tarno.xml", "<MoonPhase>16<", "<MoonPhase>Waxing, 16%<",
+            "Line 19, column 3: The moon phase \"Waxing, 16%\" of trip 1 is not a number from -100 to 100");
+        row("moon phase too large", "tarno.xml", "<MoonPhase>16<", "<MoonPhase>-101<",
+            "Line 19, column 3: The moon phase \"-101\" of trip 1 is not a number from -100 to 100");
+        row("word instead of a code", "tarno.xml", "<TideStart>3<", "<TideStart>Run In<",
+            "Line 9, column 3: The tide at the start \"Run In\" of trip 1 is not a whole number");
+        row("fraction instead of a code", "tarno.xml", "<FishAction>2<", "<FishAction>2.5<",
+            "Line 30, column 3: The action \"2.5\" of trip 1 is not a whole number");
+        row("missing picture", "tarno.xml", "<Picture />", "<Picture>pictures/gone.png</Picture>",
+            "Line 39, column 3: The picture \"pictures/gone.png\" of trip 1 is not an existing file");
+        row("picture that is a folder", "location.xml", "<LocPicture>pictures/pittwater.png<",
+            "<LocPicture>pictures<",
+            "Line 12, column 3: The picture \"pictures\" of location 1 is not an existing file");
         row("latitude", "location.xml", "<LocLatt>-33.59<", "<LocLatt>33S<",
             "Line 8, column 3: The latitude \"33S\" of location 1 is not a number from -90 to 90");
         row("longitude", "location.xml", "<LocLong>151.32<", "<LocLong>251.32<",
@@ -122,6 +150,45 @@ private Q_SLOTS:
                                 "text editor.\n");
         QCOMPARE(log.program.folder.Read(file), bytes);
         QCOMPARE(log.program.folder.Names(), names);
+    }
+
+    void valuesOfTheProgram_areNoFaults_data()
+    {
+        QTest::addColumn<std::string>("from");
+        QTest::addColumn<std::string>("to");
+        const auto row = [](const char* from, const char* to) {
+            QTest::newRow(to) << std::string(from) << std::string(to);
+        };
+        for (const char* phase : {"<MoonPhase><", "<MoonPhase>-0<", "<MoonPhase>-100<", "<MoonPhase>07<"}) {
+            row("<MoonPhase>16<", phase);
+        }
+        for (const char* rise : {"<SunRise><", "<SunRise>never<", "<SunRise>:<", "<SunRise>24:00<"}) {
+            row("<SunRise>05:27<", rise);
+        }
+        row("<SunSet>18:00<", "<SunSet>sets<");
+        row("<SunSet>18:00<", "<SunSet>rises<");
+        row("<LowTide>03:06<", "<LowTide>never<"); // the editor accepts it
+        row("<Major1>00:53<", "<Major1>00:53 to 02:53<");
+        for (const char* code : {"<TideStart><", "<TideStart>9<", "<TideStart>-1<"}) {
+            row("<TideStart>3<", code);
+        }
+    }
+
+    void valuesOfTheProgram_areNoFaults()
+    {
+        QFETCH(std::string, from);
+        QFETCH(std::string, to);
+        CheckedLog log;
+        log.Replace("tarno.xml", from, to);
+        QCOMPARE(log.Faults(), Texts());
+    }
+
+    void absolutePathOfAPicture_isFound()
+    {
+        CheckedLog log;
+        log.Replace("tarno.xml", "<Picture />",
+                    "<Picture>" + log.PathOf("pictures/trout.png") + "</Picture>");
+        QCOMPARE(log.Faults(), Texts());
     }
 
     void check_onlyLooksAtFiles()

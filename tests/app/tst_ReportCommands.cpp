@@ -3,6 +3,7 @@
 #include "CommandTest.h"
 #include "core/Text.h"
 #include "reports/ReadRtf.h"
+#include "support/Platform.h"
 #include "support/TestClass.h"
 
 #include <algorithm>
@@ -98,6 +99,27 @@ private Q_SLOTS:
         QCOMPARE(test.Run({"--report", "default", "--output", path}), NotDone);
         QCOMPARE(test.Err(),
                  "The file could not be written: " + path + "\nPath not found. Your log is unchanged.\n");
+    }
+
+    void linkToAFileOfTheLog_isRefused()
+    {
+        NOT_ON_WINDOWS("symbolic links");
+        PrintTest test;
+        const std::string before = test.program.folder.Read("tarno.xml");
+        for (const char* name : {"t.pdf", "t.rtf", "t.ics"}) {
+            test.program.folder.MakeLink(name, "tarno.xml");
+        }
+        const auto refuses = [&](std::vector<std::string> arguments, const char* name) {
+            arguments.insert(arguments.end(), {"--output", test.PathOf(name)});
+            return test.Run(arguments) == NotDone &&
+                   test.Err() == "This file may belong to the log: " + test.PathOf(name) +
+                                     "\nNothing was written. Choose a name that ends with .csv.\n";
+        };
+        QVERIFY(refuses({"--report", "default"}, "t.pdf"));
+        QVERIFY(refuses({"--report", "default"}, "t.rtf"));
+        QVERIFY(refuses({"--calendar", "pittwater", "--month", "2026-11"}, "t.pdf"));
+        QVERIFY(refuses({"--calendar", "pittwater", "--month", "2026-11"}, "t.ics"));
+        QCOMPARE(test.program.folder.Read("tarno.xml"), before);
     }
 
     void calendar_isWrittenAsPdf()

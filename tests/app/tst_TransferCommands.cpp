@@ -1,8 +1,12 @@
 // Export and import of trips on the command line.
 
 #include "CommandTest.h"
+#include "exchange/Gpx.h"
 #include "exchange/TripTable.h"
+#include "support/Platform.h"
 #include "support/TestClass.h"
+
+#include <filesystem>
 
 using namespace Tarno;
 
@@ -16,18 +20,28 @@ const std::string refused = "tomorrow,06:00,10:00,Reef,,,,\n";
 const std::string atReef = "2003-04-02,06:00,10:00,Reef,-33.7,151.3,Snapper,\n";
 const std::string atUnknownPlace = "2003-04-03,06:00,10:00,Somewhere,,,,\n";
 
-/// The small log and a table beside it.
+/// Three way points, of which the log has two, and what cannot be imported.
+const std::string wayPoints = "<gpx version='1.1'>"
+                              "<wpt lat='-33.7' lon='151.3'><name>Reef</name><desc>11 m</desc></wpt>"
+                              "<wpt lat='-33.80003' lon='151.25'><name>001</name></wpt>"
+                              "<wpt lat='1' lon='2'><name>lake east BANK</name></wpt>"
+                              "<wpt lat='91' lon='2'><name>Nowhere</name></wpt>"
+                              "<trk><trkseg/></trk></gpx>";
+
+/// The small log and a file beside it.
 struct ImportTest : CommandTest {
-    explicit ImportTest(const std::string& rows)
+    explicit ImportTest(const std::string& rows) : ImportTest("trips.csv", headings + rows) {}
+
+    ImportTest(const char* name, const std::string& bytes) : path(PathOf(name))
     {
         UseSmallLog();
-        program.folder.Write("trips.csv", headings + rows);
+        program.folder.Write(name, bytes);
         before = Stored();
     }
 
     ExitStatus Import(std::vector<std::string> options = {})
     {
-        options.insert(options.end(), {"--import", PathOf("trips.csv")});
+        options.insert(options.end(), {"--import", path});
         return Run(options);
     }
 
@@ -36,6 +50,7 @@ struct ImportTest : CommandTest {
         return program.folder.Read("tarno.xml") + program.folder.Read("location.xml");
     }
 
+    std::string path;
     std::string before;
 };
 
@@ -72,14 +87,38 @@ private Q_SLOTS:
         QCOMPARE(test.Out(), std::string());
     }
 
+    void export_noTripFound_writesNothing()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        for (const std::string& target : {test.PathOf("t.csv"), std::string("-")}) {
+            QCOMPARE(test.Run({"--export", target, "--find", "nosuchfish"}), NotDone);
+            QCOMPARE(test.Out(), std::string());
+            QCOMPARE(test.Err(), std::string("No trip is found, so there is nothing to export. Nothing was "
+                                             "written.\n"));
+        }
+        QVERIFY(!std::filesystem::exists(ToPath(test.PathOf("t.csv"))));
+    }
+
+    void export_emptyLog_writesTheHeadings()
+    {
+        CommandTest test;
+        QCOMPARE(test.Run({"--export", "-"}), Done);
+        QCOMPARE(static_cast<int>(ReadCsv(test.Out()).rows.size()), 1);
+    }
+
     void export_toAFileOfTheLog_isRefused()
     {
         CommandTest test;
         test.UseSmallLog();
+        test.program.folder.MakeFolder("pictures");
         const std::string before = test.program.folder.Read("tarno.xml");
-        QCOMPARE(test.Run({"--export", test.PathOf("tarno.xml")}), NotDone);
-        QCOMPARE(test.Err(), "This file may belong to the log: " + test.PathOf("tarno.xml") +
-                                 "\nNothing was written. Choose a name that ends with .csv.\n");
+        for (const char* name : {"tarno.xml", "TARNO.XML", "Tarno.log", "pictures/x.png"}) {
+            QCOMPARE(test.Run({"--export", test.PathOf(name)}), NotDone);
+            QCOMPARE(test.Err(), "This file may belong to the log: " + test.PathOf(name) +
+                                     "\nNothing was written. Choose a name that ends with .csv.\n");
+            QCOMPARE(test.Out(), std::string());
+        }
         QCOMPARE(test.program.folder.Read("tarno.xml"), before);
     }
 
@@ -110,6 +149,51 @@ private Q_SLOTS:
         QCOMPARE(test.Import(), Done); // once more
         QCOMPARE(test.Out(), std::string("0 new trips, 3 already there, 0 refused\n"
                                          "Ignored columns: Boat\nNothing was imported.\n"));
+    }
+
+    void import_readsStandardInput()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        test.in.str(headings + known + atPittwater);
+        QCOMPARE(test.Run({"--import", "-"}), Done);
+        QCOMPARE(test.Out(), std::string("1 new trip, 1 already there, 0 refused\n"
+                                         "Ignored columns: Boat\nImported 1 trip.\n"));
+    }
+
+    void import_longStandardInput_isReadCompletely()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        std::string rows;
+        for (int row = 0; row < 2000; ++row) {
+            rows += known;
+        }
+        test.in.str(headings + rows + atPittwater);
+        QCOMPARE(test.Run({"--import", "-", "--dry-run"}), Done);
+        QVERIFY(test.Out().starts_with("1 new trip, 2000 already there, 0 refused\n"));
+    }
+
+    void import_device_isRead()
+    {
+        NOT_ON_WINDOWS("devices");
+        CommandTest test;
+        test.UseSmallLog();
+        QCOMPARE(test.Run({"--import", "/dev/zero"}), NotDone);
+        QVERIFY2(test.Err().find("\nThe file is larger than 100 MB.\n") != std::string::npos,
+                 test.Err().c_str());
+    }
+
+    void import_controlCharacters_doNotReachTheTerminal()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        test.program.folder.Write("t.csv", "Date,\x1B[31mBoat\xC2\x9B\xC2\xA0x\n\xC2\x9B\x1B[2J,\n");
+        QCOMPARE(test.Run({"--import", test.PathOf("t.csv")}), NotDone);
+        QCOMPARE(test.Out(), std::string("0 new trips, 0 already there, 1 refused\n"
+                                         "Ignored columns: \uFFFD[31mBoat\uFFFD\u00A0x\n"
+                                         "Nothing was imported.\n"));
+        QCOMPARE(test.Err(), std::string("Line 2 is refused: The start date \"\uFFFD\" is not a date.\n"));
     }
 
     void import_savesEachFileOnce()
@@ -160,6 +244,10 @@ private Q_SLOTS:
     {
         QTest::addColumn<std::string>("bytes");
         QTest::addColumn<std::string>("message");
+        QTest::newRow("no GPX") << std::string("<kml/>")
+                                << std::string("This file cannot be imported: PATH\nThis is not a GPX "
+                                               "file: its first element is \"kml\".\n"
+                                               "Nothing was changed.\n");
         QTest::newRow("open quotation") << std::string("StartDate\n\"2003")
                                         << std::string("This file cannot be imported: PATH\nLine 2, column "
                                                        "1: This quotation mark is not closed.\n"
@@ -169,9 +257,8 @@ private Q_SLOTS:
             << std::string("No column of this file is known: PATH\nIts first row must have headings such as "
                            "StartDate and Location. Nothing was changed.\n");
         QTest::newRow("empty") << std::string()
-                               << std::string("No column of this file is known: PATH\nIts first row must "
-                                              "have headings such as StartDate and Location. Nothing was "
-                                              "changed.\n");
+                               << std::string("This file cannot be imported: PATH\nThe file is empty.\n"
+                                              "Nothing was changed.\n");
     }
 
     void import_unusableFile_isReported()
@@ -180,9 +267,96 @@ private Q_SLOTS:
         QFETCH(std::string, message);
         CommandTest test;
         test.UseSmallLog();
-        test.program.folder.Write("bad.csv", bytes);
-        QCOMPARE(test.Run({"--import", test.PathOf("bad.csv")}), NotDone);
-        QCOMPARE(test.Err(), message.replace(message.find("PATH"), 4, test.PathOf("bad.csv")));
+        const char* name = bytes.starts_with('<') ? "bad.gpx" : "bad.csv";
+        test.program.folder.Write(name, bytes);
+        QCOMPARE(test.Run({"--import", test.PathOf(name)}), NotDone);
+        QCOMPARE(test.Err(), message.replace(message.find("PATH"), 4, test.PathOf(name)));
+    }
+
+    void export_gpx_writesTheLocations()
+    {
+        CommandTest test;
+        test.UseSmallLog();
+        QCOMPARE(test.Run({"--export", test.PathOf("t.GPX")}), Done);
+        QCOMPARE(test.Out(), "Ignored: 1 location without valid coordinates\nExported 1 location to " +
+                                 test.PathOf("t.GPX") + '\n');
+        RecordList locations;
+        test.program.sql.LocationList(locations);
+        QCOMPARE(test.program.folder.Read("t.GPX"), WriteGpx(WayPointsOf(locations)));
+    }
+
+    void gpx_optionsOfTables_areWrongUsage()
+    {
+        ImportTest test("t.gpx", wayPoints);
+        QCOMPARE(test.Run({"--export", test.path, "--find", "bream"}), WrongUsage);
+        QCOMPARE(test.Err(), "--find is only for tables of trips. This file is for locations: " + test.path +
+                                 "\nNothing was changed.\n");
+        QCOMPARE(test.Import({"--add-places"}), WrongUsage);
+        QCOMPARE(test.Err(), "--add-places is only for tables of trips. This file is for locations: " +
+                                 test.path + "\nNothing was changed.\n");
+        QCOMPARE(test.program.folder.Read("t.gpx"), wayPoints);
+        QCOMPARE(test.Stored(), test.before);
+    }
+
+    void import_gpx_addsTheNewLocations()
+    {
+        const std::string shown = "1 new location, 2 already there\n"
+                                  "Ignored: 1 track, 1 way point without a valid position\n"
+                                  "New location: Reef at -33.7, 151.3\n"
+                                  "Already there: 001 is Pittwater, Barrenjoey\n"
+                                  "Already there: lake east BANK is Lake East bank\n";
+        ImportTest test("marks.Gpx", wayPoints);
+        QCOMPARE(test.Import({"--dry-run"}), Done);
+        QCOMPARE(test.Out(), shown + "Dry run: nothing was changed.\n");
+        QCOMPARE(test.Stored(), test.before);
+        const std::string trips = test.program.folder.Read("tarno.xml");
+        QCOMPARE(test.Import(), Done);
+        QCOMPARE(test.Out(), shown + "Imported 1 location.\n");
+        QCOMPARE(test.Err(), std::string());
+        const auto stored = test.program.Stored("location.xml");
+        QCOMPARE(static_cast<int>(stored.size()), 3);
+        QCOMPARE(test.program.sql.LocationNameGet("3"), std::string("Reef"));
+        QCOMPARE(test.program.folder.Read("tarno.xml"), trips);
+        QCOMPARE(test.Import(), Done); // once more
+        QVERIFY(test.Out().ends_with("Already there: lake east BANK is Lake East bank\n"
+                                     "Nothing was imported.\n"));
+        QCOMPARE(static_cast<int>(test.program.Stored("location.xml").size()), 3);
+    }
+
+    void import_gpxWithoutNames_isShownByPosition()
+    {
+        ImportTest test("t.gpx", "<gpx><wpt lat='-0.5' lon='0'/><wpt lat='1' lon='2'/></gpx>");
+        QCOMPARE(test.Import(), Done);
+        QCOMPARE(test.Out(), std::string("2 new locations, 0 already there\n"
+                                         "New location: -0.5, 0 at -0.5, 0\n"
+                                         "New location: 1, 2 at 1, 2\n"
+                                         "Imported 2 locations.\n"));
+    }
+
+    void import_ofTooManyTrips_isRefused()
+    {
+        std::string table = "StartDate,Location\n";
+        for (int row = 0; row <= 32767; ++row) {
+            table += "2026-11-20,Pittwater\n";
+        }
+        ImportTest test("t.csv", table);
+        QCOMPARE(test.Import({"--dry-run", "--add-places"}), NotDone);
+        QVERIFY(
+            test.Err().find("The log has too few numbers left for so many trips or locations. The highest "
+                            "number is 32767. Nothing was changed.") != std::string::npos);
+        QCOMPARE(test.Stored(), test.before);
+    }
+
+    void import_failedSaveOfLocations_isReported()
+    {
+        ImportTest test("t.gpx", wayPoints);
+        test.program.operations.Fail("create", ErrorNumber::DiskFull);
+        test.program.reports.Expect("cSQL", "Import", ErrorNumber::DiskFull);
+        QCOMPARE(test.Import(), NotDone);
+        QCOMPARE(test.Err(),
+                 std::string("The locations could not be saved. Remove the cause, then import "
+                             "the file again. What the log already has is not imported twice.\n"));
+        QCOMPARE(test.Stored(), test.before);
     }
 
     void import_missingFile_isReported()

@@ -23,6 +23,14 @@ private Q_SLOTS:
         QCOMPARE(FromPath(ToPath("")), ""s);
     }
 
+    void suffix_isComparedWithoutCase()
+    {
+        QVERIFY(HasSuffix("/tmp/a.b/p\u0101tiki.GpX", ".gpx"));
+        for (const char* path : {"", ".gpx", "/tmp/.gpx", "gpx", "a.gpx/b", "a.gpx.csv", "a.gpx "}) {
+            QVERIFY2(!HasSuffix(path, ".gpx"), path);
+        }
+    }
+
     void readWholeFile_returnsAllBytes()
     {
         const TemporaryFolder folder;

@@ -4,6 +4,8 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestClass.h"
 
+#include <QScopeGuard>
+
 using namespace Tarno;
 
 using namespace std::string_literals;
@@ -79,6 +81,71 @@ private Q_SLOTS:
         folder.Write("field.xml.bak", "x");
         QCOMPARE(ProgramFolder(folder.Path()).FindPath("Field.xml"), folder.PathOf("Field.xml"));
         QCOMPARE(ProgramFolder(folder.PathOf("gone")).FindPath("Field.xml"), folder.PathOf("gone/Field.xml"));
+    }
+
+    void mayBelongToLog_data()
+    {
+        QTest::addColumn<std::string>("path");
+        QTest::addColumn<bool>("mayBelong");
+        const auto row = [](const char* path, bool mayBelong) {
+            QTest::newRow(path) << std::string(path) << mayBelong;
+        };
+        for (const char* path : {"log/tarno.xml", "log/TARNO.XML", "LOG/Bait.TXT", "log/Tarno.log",
+                                 "log/pictures/x.png", "log/Tarno", "log/.csv", "log/trips.csv.bak",
+                                 "log/../log/new.xml", "elsewhere/../log/tarno.xml", "log/missing/x.jpg"}) {
+            row(path, true);
+        }
+        for (const char* path : {"log/trips.csv", "log/TRIPS.CSV", "log/pictures/t.gpx", "log/t.pdf",
+                                 "log/t.rtf", "log/t.ics", "log/t.zip", "log", "log2/tarno.xml",
+                                 "log.bak/tarno.xml", "lo/tarno.xml", "tarno.xml", "log/../tarno.xml"}) {
+            row(path, false);
+        }
+    }
+
+    void mayBelongToLog()
+    {
+        QFETCH(std::string, path);
+        QFETCH(bool, mayBelong);
+        const TemporaryFolder folder;
+        for (const char* name : {"log/pictures", "log2", "elsewhere"}) {
+            folder.MakeFolder(name);
+        }
+        QCOMPARE(ProgramFolder(folder.PathOf("log")).MayBelongToLog(folder.PathOf(path)), mayBelong);
+        QCOMPARE(ProgramFolder(folder.PathOf("log/")).MayBelongToLog(folder.PathOf(path)), mayBelong);
+    }
+
+    void mayBelongToLog_relativePath_refersToTheCurrentFolder()
+    {
+        const TemporaryFolder folder;
+        const auto goBack = qScopeGuard([current = QDir::currentPath()] { QDir::setCurrent(current); });
+        QVERIFY(QDir::setCurrent(QString::fromStdString(folder.Path())));
+        QVERIFY(ProgramFolder(folder.Path()).MayBelongToLog("new.xml"));
+        QVERIFY(ProgramFolder(".").MayBelongToLog("missing/new.xml"));
+        QVERIFY(!ProgramFolder(folder.PathOf("log")).MayBelongToLog("new.xml"));
+    }
+
+    void mayBelongToLog_followsLinks()
+    {
+        NOT_ON_WINDOWS("symbolic links");
+        const TemporaryFolder folder;
+        folder.MakeFolder("log");
+        folder.Write("log/Tarno.log", "x");
+        folder.Write("disk.xml", "x");
+        folder.MakeLink("linked", folder.PathOf("log"));
+        folder.MakeLink("log/tarno.xml", folder.PathOf("disk.xml"));
+        folder.MakeLink("log/t.pdf", "Tarno.log");
+        folder.MakeLink("toLog.csv", folder.PathOf("log/new.xml"));
+        folder.MakeLink("outside.csv", folder.PathOf("disk.xml"));
+        for (const char* log : {"log", "linked"}) {
+            const ProgramFolder program(folder.PathOf(log));
+            for (const char* name : {"linked/Tarno.log", "linked/tarno.xml", "log/tarno.xml", "log/t.pdf",
+                                     "linked/t.pdf", "toLog.csv"}) {
+                QVERIFY2(program.MayBelongToLog(folder.PathOf(name)), name);
+            }
+            for (const char* name : {"linked/t.csv", "outside.csv", "disk.xml"}) {
+                QVERIFY2(!program.MayBelongToLog(folder.PathOf(name)), name);
+            }
+        }
     }
 };
 

@@ -58,6 +58,13 @@ private Q_SLOTS:
         QCOMPARE(Join(Split(text, ','), ','), text);
     }
 
+    void counted_isSingularForOne()
+    {
+        QCOMPARE(Counted(0, "trip"), std::string("0 trips"));
+        QCOMPARE(Counted(1, "trip"), std::string("1 trip"));
+        QCOMPARE(Counted(2, "trip"), std::string("2 trips"));
+    }
+
     void join_putsTheSeparatorBetweenTheTexts()
     {
         QCOMPARE(Join({"a", "b,c", ""}, ','), "a,b,c,"s);

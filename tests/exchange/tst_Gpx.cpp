@@ -72,7 +72,8 @@ private Q_SLOTS:
                         "R\xC3\xADo & Co|-33.6|151.3||"}));
         QCOMPARE(ReadGpx(Bytes("handheld-1.1.gpx")).Ignored(), "1 route, 2 tracks"s);
         QCOMPARE(Read(Bytes("plotter-1.0.gpx")),
-                 (Texts{"M\xC3\xB6ltenort|54.32|10.14|Mole <b>links</b>\nDorsch & Butt|", "|-54.4|-180||"}));
+                 (Texts{"M\xC3\xB6ltenort|54.32|10.14|Mole <b>links</b>\nDorsch & Butt|",
+                        "-54.4, -180|-54.4|-180||"}));
         QCOMPARE(ReadGpx(Bytes("plotter-1.0.gpx")).Ignored(), "3 way points without a valid position"s);
         QCOMPARE(Read(Bytes("prefixed.gpx")),
                  Texts{"\xE5\xBC\x81\xE5\xA4\xA9\xE5\xB3\xB6|34.69|137.6|two\nlines|"});
@@ -98,6 +99,9 @@ private Q_SLOTS:
         };
         row("nothing", "", "The file cannot be read. Line 1, column 1: No element.");
         row("other root", "<kml/>", "This is not a GPX file: its first element is \"kml\".");
+        row("long root", (("<" + std::string(59, 'k')) + "\xC3\xA9/>").c_str(),
+            ("This is not a GPX file: its first element is \"" + std::string(59, 'k') + "\xEF\xBF\xBD\".")
+                .c_str());
         row("open element", "<gpx>\n<wpt>",
             "The file cannot be read. Line 2, column 5: Start-end tags mismatch.");
         row("control character", "<gpx>\x01</gpx>",
@@ -127,9 +131,9 @@ private Q_SLOTS:
         QCOMPARE(Read(std::string(GpxLimits::bytes + 1, ' ')), Texts{"The file is larger than 100 MB."});
         std::string points;
         for (std::size_t count = 0; count <= GpxLimits::points; ++count) {
-            points += "<wpt lat='1' lon='2'/>";
+            points += "<wpt lat='1' lon='2'><name>" + std::to_string(count) + "</name></wpt>";
         }
-        QCOMPARE(Read(File(points)), Texts{"The file has more than 100000 way points."});
+        QCOMPARE(Read(File(points)), Texts{"The file has more than 32767 way points."});
     }
 
     void positions_outOfRange_areIgnored()
@@ -141,7 +145,24 @@ private Q_SLOTS:
             QCOMPARE(file.points.size(), 0U);
             QCOMPARE(file.Ignored(), "1 way point without a valid position"s);
         }
-        QCOMPARE(Read(File("<wpt lat=' -90 ' lon='+1.80e2'/>")), Texts{"|-90|180||"});
+        QCOMPARE(Read(File("<wpt lat=' -90 ' lon='+1.80e2'/>")), Texts{"-90, 180|-90|180||"});
+    }
+
+    void missingName_becomesThePosition()
+    {
+        QCOMPARE(Read(File("<wpt lat='-33.70' lon='151.3'><name> </name></wpt>")),
+                 Texts{"-33.7, 151.3|-33.7|151.3||"});
+    }
+
+    void repeatedPoints_areIgnored()
+    {
+        const GpxFile file = ReadGpx(File("<wpt lat='1' lon='2'><name>a</name><desc>first</desc></wpt>"
+                                          "<wpt lat='1.0' lon='2'><name>a</name></wpt>"
+                                          "<wpt lat='1' lon='2'><name>b</name></wpt>"
+                                          "<wpt lat='1' lon='3'><name>a</name></wpt>"));
+        QCOMPARE(file.points.size(), 3U);
+        QCOMPARE(file.points.front().description, "first"s);
+        QCOMPARE(file.Ignored(), "1 way point of the same name and position"s);
     }
 
     void utf16_isRead()
@@ -158,7 +179,7 @@ private Q_SLOTS:
     {
         const std::vector<WayPoint> points{{"Pier", {-33.59, 151.32}, "a <b>\n& \"c\"", "]]> first\n\nthird"},
                                            {"\xF0\x9F\x90\x9F =1+1", {0, -0.000001}, "", ""},
-                                           {"", {90, 179.999999}, "~CL", ""}};
+                                           {"Pole", {90, 179.999999}, "~CL", ""}};
         const std::string bytes = WriteGpx(points);
         const GpxFile file = ReadGpx(bytes);
         QCOMPARE(file.points.size(), points.size());

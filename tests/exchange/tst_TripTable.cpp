@@ -1,4 +1,5 @@
 #include "TripTableTest.h"
+#include "exchange/PlaceName.h"
 #include "support/StdStrings.h"
 #include "support/TestClass.h"
 
@@ -183,6 +184,7 @@ private Q_SLOTS:
         row("StartTime", "never", "The start time \"never\" is not a time.");
         row("MoonRise", "never", "[never]");
         row("MoonSet", "24:00", "[24:00]");
+        row("MoonSet", "24:00:00", "[24:00]");
         row("MoonSet", "Sets", "[sets]");
         row("SunSet", ":", "[:]");
         row("TideStart", "RUN in", "[3]");
@@ -204,6 +206,9 @@ private Q_SLOTS:
             "The moon phase \"full\" is not a phase like \"Waning, 45%\", or a number from -100 to 100.");
         row("AirTemp", " 18,5 C", "[ 18,5 C]");
         row("Major1", "=1+1", "[=1+1]");
+        row("Major1", "12:07:00 AM", "[00:07]");
+        row("Minor2", "6:30", "[06:30]");
+        row("Minor2", " 6:30 or later", "[ 6:30 or later]");
         row("Obbos", "one\ntwo\r\nthree\rfour~CL~five", "[one~CL~two~CL~three~CL~four~CL~five]");
         row("Latitude", "-33,59", "[-33.59]");
         row("Latitude", "91", "The latitude \"91\" is not a number from -90 to 90.");
@@ -237,6 +242,20 @@ private Q_SLOTS:
         QCOMPARE(Read("StartDate", "31/12/25", TableForms{.firstYear = 1900}), "[1925-12-31]"s);
     }
 
+    void dates_withTheYearInFront_areReadInEveryForm()
+    {
+        using Order = TableForms::DateOrder;
+        for (const Order order : {Order::DayMonthYear, Order::MonthDayYear, Order::YearMonthDay}) {
+            const TableForms forms{.dates = order};
+            for (const char* date : {"2025/02/01", "2025.2.1", "2025. 2. 1.", "2025-2-1"}) {
+                QCOMPARE(Read("StartDate", date, forms), "[2025-02-01]"s);
+            }
+            QCOMPARE(Read("StartDate", "1066/10/14", forms), "[1066-10-14]"s); // the editor accepts it too
+            QCOMPARE(Read("StartDate", "2025/13/01", forms), "The start date \"2025/13/01\" is not a date."s);
+            QCOMPARE(Read("StartDate", "2025/2.1", forms), "The start date \"2025/2.1\" is not a date."s);
+        }
+    }
+
     void longText_isShortenedInTheRefusal()
     {
         const std::string refusal = Read("StartDate", "first line\n" + std::string(100, 'x'));
@@ -249,6 +268,8 @@ private Q_SLOTS:
         QCOMPARE(CellOf(Column("TideStart"), "9"), "9"s);
         QCOMPARE(CellOf(Column("TideStart"), "-1"), "-1"s);
         QCOMPARE(CellOf(Column("TideStart"), ""), ""s);
+        QCOMPARE(CellOf(Column("StartDate"), ""), "~="s);
+        QCOMPARE(CellOf(Column("LocNo"), ""), "~="s);
         QCOMPARE(CellOf(Column("TideStart"), "Run In"), "~=Run In"s);
         QCOMPARE(CellOf(Column("MoonPhase"), "-5"), "Waning, 05%"s);
         QCOMPARE(CellOf(Column("MoonPhase"), "0"), "Waxing, 00%"s);
@@ -257,6 +278,9 @@ private Q_SLOTS:
         QCOMPARE(CellOf(Column("Obbos"), "one~CL~two"), "one\ntwo"s);
         QCOMPARE(CellOf(Column("Obbos"), "one\ntwo"), "~=one\ntwo"s);
         QCOMPARE(CellOf(Column("StartDate"), "5/10/2024"), "~=5/10/2024"s);
+        QCOMPARE(CellOf(Column("Major1"), "06:30"), "06:30"s);
+        QCOMPARE(CellOf(Column("Major1"), "6:30 PM"), "~=6:30 PM"s);
+        QCOMPARE(CellOf(Column("Major1"), ":"), ":"s);
     }
 
     void rows_areRead()
@@ -265,19 +289,50 @@ private Q_SLOTS:
                            {"2024-10-05", "x", "Pier"},
                            {"", "", "", ""},
                            {},
-                           {"", "", "Reef", "squid", ""},
+                           {"~=", "", "Reef", "squid", ""},
                            {"2024-10-06", "", "", "", "too much"},
-                           {"bad", "", "", ""}};
+                           {"bad", "", "", ""},
+                           {"", "", "Reef", "squid"},
+                           {"2024-10-06", "", "", "squid"}};
         const auto candidates = ReadTrips(rows, ProposeMapping(rows.front(), {}), {});
-        QCOMPARE(candidates.size(), 4U);
+        QCOMPARE(candidates.size(), 6U);
         QCOMPARE(candidates[0].row, 1U);
         QCOMPARE(candidates[0].trip[EntryField::StartDate], "2024-10-05"s);
+        QCOMPARE(candidates[0].trip[EntryField::EndDate], "2024-10-05"s); // no column has it
         QCOMPARE(candidates[0].place[LocationField::LocName], "Pier"s);
         QCOMPARE(candidates[1].row, 4U);
+        QCOMPARE(candidates[1].refusal, ""s); // the export of a trip without a date
         QCOMPARE(candidates[1].trip[EntryField::BaitUsed], "squid"s);
         QCOMPARE(candidates[2].refusal, "The row has more values than there are headings."s);
         QCOMPARE(candidates[3].refusal, "The start date \"bad\" is not a date."s);
+        QCOMPARE(candidates[4].refusal, "The start date is missing."s);
+        QCOMPARE(candidates[5].refusal, "The location is missing."s);
         QVERIFY(ReadTrips({}, {}, {}).empty());
+    }
+
+    void endDates_areThoseOfTheirColumn()
+    {
+        const CsvRows rows{
+            {"Date", "To", "Place"}, {"2024-10-05", "2024-10-06", "Pier"}, {"2024-10-05", "", "Pier"}};
+        const auto candidates = ReadTrips(rows, ProposeMapping(rows.front(), {}), {});
+        QCOMPARE(candidates[0].trip[EntryField::EndDate], "2024-10-06"s);
+        QCOMPARE(candidates[1].trip[EntryField::EndDate], ""s);
+    }
+
+    void reading_stopsWhenItIsCancelled()
+    {
+        const CsvRows rows{{"Date", "Place"}, {"2024-10-05", "a"}, {"2024-10-06", "b"}, {"2024-10-07", "c"}};
+        int calls = 0;
+        const auto candidates =
+            ReadTrips(rows, ProposeMapping(rows.front(), {}), {}, [&calls] { return ++calls < 2; });
+        QCOMPARE(candidates.size(), 2U);
+    }
+
+    void placeNames_areComparedWithoutBlanksAndLineBreaks()
+    {
+        QCOMPARE(ComparedName(" Port\t Hacking~CL~Creek "), ComparedName("PORT HACKING creek"));
+        QVERIFY(ComparedName("Pitt water") != ComparedName("Pittwater"));
+        QCOMPARE(ComparedName(" "), ""s);
     }
 
     void plan_findsPlacesByNumberAndName()
@@ -296,17 +351,17 @@ private Q_SLOTS:
                            {"bad", "Jetty", "date"}};
         const ImportPlan plan = PlanOf(rows, log.sql);
         QCOMPARE(Described(plan),
-                 (Texts{"1 new at 3", "2 new at 1", "3 new at 2", "4 new at 1", "5 new at 77", "6 new at ",
-                        "7 new at new 0", "8 new at new 0", "9 new at new 1",
-                        "10 refused: The start date \"date\" is not a date."}));
+                 (Texts{"1 new at 3", "2 new at 1", "3 new at 2", "4 new at 1", "5 new at 77",
+                        "6 refused: The location is missing.", "7 new at new 0", "8 new at new 0",
+                        "9 new at new 1", "10 refused: The start date \"date\" is not a date."}));
         QCOMPARE(plan.places.size(), 2U);
         QCOMPARE(plan.places[0].name, "Reef"s);
         QCOMPARE(plan.places[0].latitude, "-33.5"s);
         QCOMPARE(plan.places[0].trips, 2U);
         QCOMPARE(plan.places[1].trips, 1U);
         QCOMPARE(plan.batch.locations[1][LocationField::LocNo], "8"s);
-        QCOMPARE(plan.Count(RowStatus::New), 9U);
-        QCOMPARE(plan.Count(RowStatus::Refused), 1U);
+        QCOMPARE(plan.Count(RowStatus::New), 8U);
+        QCOMPARE(plan.Count(RowStatus::Refused), 2U);
     }
 
     void plan_findsTripsThatAreThere()

@@ -13,6 +13,7 @@
 #include "ui/reports/ExportedFile.h"
 #include "ui/reports/fCustom.h"
 #include "ui/statistics/fStatistics.h"
+#include "ui/transfer/LocationTransfer.h"
 #include "ui/transfer/dlgExport.h"
 #include "ui/transfer/fImport.h"
 
@@ -357,8 +358,37 @@ std::function<void(const Visit&)> Import(Step prepare = asOpened)
                                "last week,06:00,09:00,\"Pittwater, Barrenjoey\",Tailor,Ben\n"
                                "2026-11-15,16:30,19:00,Palm Beach,Whiting,Ana\n"),
                        QStringLiteral("/home/angler/club.csv"), nullptr);
+        window.Plan();
         ShowModeless(window, prepare, visit);
     };
+}
+
+/// The export of the locations of a log.
+template <typename World = SampleProgram>
+void LocationExport(const Visit& visit)
+{
+    World world;
+    ShowModally(
+        "fWayPoints", [&] { ExportLocations(world.program, nullptr); }, asOpened, visit);
+}
+
+/// The import of way points, one of which is already a location.
+void LocationImport(const Visit& visit)
+{
+    SampleProgram world;
+    world.folder.Write("plotter.gpx",
+                       "<gpx version='1.1'>"
+                       "<wpt lat='-33.5984' lon='151.3243'><name>Palm Beach</name></wpt>"
+                       "<wpt lat='-33.61' lon='151.30'><name>Pittwater, Barrenjoey</name></wpt>"
+                       "<wpt lat='-34.0' lon='151.5'><name>12 Mile Reef</name></wpt>"
+                       "<rte/><trk/><trk/></gpx>");
+    world.files.ExpectOpen({.title = QStringLiteral("Import Locations"),
+                            .filter = QStringLiteral("GPX (*.gpx);;All files (*)"),
+                            .folder = FromUtf8(world.programFolder.GetAppPath() + '/'),
+                            .fileName = {}},
+                           FromUtf8(world.folder.PathOf("plotter.gpx")));
+    ShowModally(
+        "fWayPoints", [&] { ImportLocations(world.program, nullptr); }, asOpened, visit);
 }
 
 /// The export of the trips that a query has found.
@@ -532,6 +562,9 @@ const std::vector<WindowState>& EveryWindow()
         {"export of trips", Export},
         {"import of trips", Import()},
         {"import of trips, columns", Import(Page(1))},
+        {"export of locations", LocationExport<>},
+        {"export of locations, none", LocationExport<EmptyProgram>},
+        {"import of locations", LocationImport},
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
         {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},

@@ -45,6 +45,16 @@ ImportBatch SmallBatch()
                       Trip("x", "none", "77")}};
 }
 
+/// A batch of trips with the numbers from 1 on.
+ImportBatch TripsUpTo(int number)
+{
+    ImportBatch batch;
+    for (int trip = 1; trip <= number; ++trip) {
+        batch.trips.push_back(Trip(std::to_string(trip), "2026-11-20", "1"));
+    }
+    return batch;
+}
+
 const Texts smallBatchStored{"1 Pier",    "4 Jetty",   "5 Reef",      "1 one @1",   "3 three @4",
                              "5 five @1", "9 nine @5", "10 taken @1", "11 none @77"};
 const Texts nothingStored{"1 Pier", "1 one @1", "5 five @1"};
@@ -127,6 +137,29 @@ class tst_Import : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+
+    void numbers_mustSuffice()
+    {
+        constexpr int last = 32767;
+        Log log; // has the trips 1 and 5
+        ImportBatch batch = TripsUpTo(last - 2);
+        QVERIFY(log.sql.HasNumbersFor(batch));
+        batch.trips.push_back(Trip("", "2026-11-20", "1"));
+        QVERIFY(!log.sql.HasNumbersFor(batch));
+        batch = {.locations = {Location("32767", "Reef"), Location("", "Jetty")}, .trips = {}};
+        QVERIFY(!log.sql.HasNumbersFor(batch));
+    }
+
+    void changesOfOthers_canBeReadBeforeTheImport()
+    {
+        Log log;
+        ImportBatch batch = SmallBatch();
+        log.other.Import(batch);
+        QCOMPARE(RecordsOf(log.sql), nothingStored);
+        QCOMPARE(log.sql.ReadChangesOfOthers(), succeeded);
+        QCOMPARE(RecordsOf(log.sql), smallBatchStored);
+        QVERIFY(!log.sql.NextUndo());
+    }
 
     void freeNumbers_areKept()
     {

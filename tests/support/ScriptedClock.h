@@ -5,7 +5,7 @@
 namespace Tarno
 {
 
-/// A clock that moves only when a test sets it.
+/// A clock that moves only when a test sets it, or by a step whenever it is read.
 class ScriptedClock final : public Clock
 {
 public:
@@ -17,13 +17,14 @@ public:
 
     std::chrono::minutes TimeOfDay() const override { return timeOfDay; }
 
-    std::chrono::steady_clock::time_point Now() const override { return now; }
+    std::chrono::steady_clock::time_point Now() const override { return now += step; }
 
     std::chrono::year_month_day today{std::chrono::year(2003), std::chrono::month(2), std::chrono::day(5)};
     std::string shortDate = "5/02/2003";
     std::string shortTime = "9:07 PM";
     std::chrono::minutes timeOfDay{21 * 60 + 7};
-    std::chrono::steady_clock::time_point now;
+    mutable std::chrono::steady_clock::time_point now;
+    std::chrono::milliseconds step{0};
 };
 
 } // namespace Tarno

@@ -5,6 +5,7 @@
 #include "core/Conversions.h"
 #include "core/Error.h"
 #include "core/ErrorLog.h"
+#include "core/Text.h"
 #include "dlgPeaks.h"
 #include "qt/Strings.h"
 #include "store/RecordLayouts.h"
@@ -286,11 +287,10 @@ void fCalendar::ShowSimilarTrips()
               InShort(ReadableText(trip, EntryField::FishCaught, m_places)), InOneLine(similar.reasons)}});
     }
     const std::size_t count = m_conditions.size();
-    m_ui->lblFew->setText(count >= mostSimilar || count == 0
-                              ? QString()
-                              : QStringLiteral("Your log has only %1 %2.")
-                                    .arg(count)
-                                    .arg(count == 1 ? QLatin1String("trip") : QLatin1String("trips")));
+    m_ui->lblFew->setText(
+        count >= mostSimilar || count == 0
+            ? QString()
+            : QStringLiteral("Your log has only %1.").arg(FromUtf8(Counted(count, "trip"))));
     m_ui->lblFew->setVisible(!m_ui->lblFew->text().isEmpty());
     m_ui->lvwSimilar->SetRows(std::move(rows));
     m_ui->lvwSimilar->setCurrentIndex(m_ui->lvwSimilar->model()->index(0, 0));

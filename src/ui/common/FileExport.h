@@ -10,8 +10,9 @@
 namespace Tarno
 {
 
-/// Asks where to write an exported file, and writes it there in one step. Returns the path, or nullopt if the
-/// user cancels or the file cannot be written, which is shown.
+/// Asks where to write an exported file, and writes it there in one step. Asks before a file is replaced,
+/// and refuses to replace a file that may belong to the log. Returns the path, or nullopt if the user cancels
+/// or the file cannot be written, which is shown.
 std::optional<QString> WriteExport(const Program& program, QWidget* parent, const FileQuestion& question,
                                    const std::string& bytes);
 

@@ -1,6 +1,7 @@
 #include "QueryBar.h"
 
 #include "TextCompleter.h"
+#include "core/Text.h"
 #include "qt/Strings.h"
 #include "ui/common/Handle.h"
 #include "ui_QueryBar.h"
@@ -93,10 +94,7 @@ void QueryBar::ReadQuery()
 void QueryBar::ShowCount(std::size_t found, std::size_t all, std::size_t kept)
 {
     const auto counted = [all](std::size_t count) {
-        return QStringLiteral("%1 of %2 %3")
-            .arg(count)
-            .arg(all)
-            .arg(all == 1 ? QLatin1String("trip") : QLatin1String("trips"));
+        return QStringLiteral("%1 of ").arg(count) + FromUtf8(Counted(all, "trip"));
     };
     // the box does not change its width while the user types
     m_ui->lblFound->setMinimumWidth(m_ui->lblFound->fontMetrics().horizontalAdvance(counted(all)));
@@ -112,6 +110,10 @@ bool QueryBar::eventFilter(QObject* watched, QEvent* event)
         if (press->matches(QKeySequence::Redo) ||
             press->keyCombination() == QKeyCombination(Qt::ControlModifier, Qt::Key_Y)) {
             event->accept();
+        }
+        if (press->keyCombination() == QKeyCombination(Qt::ControlModifier, Qt::Key_E)) {
+            event->ignore(); // the box would take it for the key End, elsewhere than on Windows
+            return true;
         }
     } else if (event->type() == QEvent::KeyPress) {
         const auto* press = static_cast<QKeyEvent*>(event);

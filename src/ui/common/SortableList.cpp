@@ -43,6 +43,7 @@ void SortableList::SetHeadings(const QStringList& headings)
 {
     m_model = new TextTableModel(headings, this);
     setModel(m_model);
+    connect(m_model, &TextTableModel::dataChanged, this, &SortableList::ChecksChanged);
 }
 
 void SortableList::FitColumns(const QStringList& samples, int stretched)
@@ -276,8 +277,13 @@ void SortableList::mouseDoubleClickEvent(QMouseEvent* event)
 
 void SortableList::keyPressEvent(QKeyEvent* event)
 {
+    // QTreeView changes a box only if it is in the current cell, which depends on the last click
+    const QModelIndex box = currentIndex().siblingAtColumn(0);
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && SelectedKey()) {
         Q_EMIT OpenRequested();
+    } else if (event->key() == Qt::Key_Space && box.flags().testFlag(Qt::ItemIsUserCheckable)) {
+        const bool isChecked = box.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        m_model->setData(box, isChecked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
     } else {
         QTreeView::keyPressEvent(event);
     }

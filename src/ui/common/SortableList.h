@@ -58,12 +58,19 @@ public:
     /// the key.
     bool SelectKey(const QString& key);
 
+    /// Checks or clears the boxes of all rows, see TextTableModel::Row.
+    void CheckAll(bool isChecked) { m_model->CheckAll(isChecked); }
+
+    std::vector<QString> CheckedKeys() const { return m_model->CheckedKeys(); }
+
     /// Enables the list, or disables and greys it while another window works on the same records.
     void SetUsable(bool usable);
 
 Q_SIGNALS:
     /// Another row was selected. Not emitted when the list becomes empty.
     void SelectionChanged();
+    /// Boxes of rows were checked or cleared.
+    void ChecksChanged();
     /// The user double-clicked the selected row or pressed Enter.
     void OpenRequested();
     /// The user pressed a mouse button in the list. The row at that position, if any, is already selected.

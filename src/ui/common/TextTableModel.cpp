@@ -81,6 +81,8 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const
         return row.cells.value(index.column());
     case keyRole:
         return row.key;
+    case Qt::CheckStateRole:
+        return HasBox(index) ? QVariant(*row.isChecked ? Qt::Checked : Qt::Unchecked) : QVariant();
     case Qt::FontRole: {
         QFont italic;
         italic.setItalic(true);
@@ -92,6 +94,43 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const
     default:
         return {};
     }
+}
+
+Qt::ItemFlags TextTableModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return HasBox(index) ? flags | Qt::ItemIsUserCheckable : flags;
+}
+
+bool TextTableModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (role != Qt::CheckStateRole || !HasBox(index)) {
+        return false;
+    }
+    RowAt(index.row()).isChecked = value.toInt() == Qt::Checked;
+    Q_EMIT dataChanged(index, index, {Qt::CheckStateRole});
+    return true;
+}
+
+void TextTableModel::CheckAll(bool isChecked)
+{
+    for (Row& row : m_rows) {
+        row.isChecked = isChecked;
+    }
+    if (rowCount() > 0) {
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, 0), {Qt::CheckStateRole});
+    }
+}
+
+std::vector<QString> TextTableModel::CheckedKeys() const
+{
+    std::vector<QString> keys;
+    for (const Row& row : m_rows) {
+        if (row.isChecked.value_or(false)) {
+            keys.push_back(row.key);
+        }
+    }
+    return keys;
 }
 
 bool TextTableModel::IsMarked(int row) const

@@ -23,6 +23,7 @@ public:
         QStringList cells;
         std::vector<double> order =
             {}; ///< numbers by which the first columns are sorted, in all rows or in none
+        std::optional<bool> isChecked = {}; ///< the state of the check box in the first column, if it has one
     };
 
     /// Marked rows are in italics and have a remark as their tool tip and accessible description.
@@ -42,9 +43,16 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+
+    /// Checks or clears all check boxes.
+    void CheckAll(bool isChecked);
+    /// Returns the keys of the rows whose boxes are checked, in the order of SetRows.
+    std::vector<QString> CheckedKeys() const;
 
     /// Returns the sort column, or nothing if the rows were never sorted.
     std::optional<int> SortColumn() const { return m_sortColumn; }
@@ -56,6 +64,13 @@ public:
 
 private:
     const Row& RowAt(int row) const { return m_rows[m_order[static_cast<std::size_t>(row)]]; }
+
+    Row& RowAt(int row) { return m_rows[m_order[static_cast<std::size_t>(row)]]; }
+
+    bool HasBox(const QModelIndex& index) const
+    {
+        return index.isValid() && index.column() == 0 && RowAt(index.row()).isChecked.has_value();
+    }
 
     bool IsMarked(int row) const;
 

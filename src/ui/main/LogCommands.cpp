@@ -55,6 +55,8 @@ void LogCommands::Enable(const Situation& situation)
 {
     const auto isMet = [&situation](Needs needs) {
         switch (needs) {
+        case Needs::ReadableLog:
+            return situation.isReadable;
         case Needs::NewTrip:
             return situation.canAddTrip;
         case Needs::AnyTrip:

@@ -24,6 +24,7 @@ public:
     /// What must be there for a command to be enabled.
     enum class Needs {
         Nothing,
+        ReadableLog,   ///< trips and locations could be read
         NewTrip,       ///< a trip can be added
         AnyTrip,       ///< a trip in the log
         Row,           ///< a trip in the list
@@ -32,6 +33,7 @@ public:
     };
 
     struct Situation {
+        bool isReadable;
         bool canAddTrip;
         bool hasTrips;
         bool hasRows;

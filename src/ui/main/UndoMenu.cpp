@@ -1,6 +1,7 @@
 #include "UndoMenu.h"
 
 #include "core/ErrorLog.h"
+#include "core/Text.h"
 #include "qt/Strings.h"
 #include "ui/common/Notices.h"
 
@@ -16,13 +17,13 @@ namespace Tarno
 namespace
 {
 
-/// Returns for example "Delete of 2024-10-05 Pittwater" or "Import of 12 trips".
+/// Returns for example "Delete of 2024-10-05 Pittwater", "Import of 12 trips" or "Import of 1 location".
 QString DescribeChange(const ChangeTitle& change)
 {
     if (change.kind == ChangeKind::Import) {
-        return QStringLiteral("Import of %1 %2")
-            .arg(change.trips)
-            .arg(change.trips == 1 ? QLatin1String("trip") : QLatin1String("trips"));
+        return QStringLiteral("Import of ") + FromUtf8(change.trips > 0
+                                                           ? Counted(change.trips, "trip")
+                                                           : Counted(change.locations, "location"));
     }
     const QString kind = change.kind == ChangeKind::Add    ? QStringLiteral("Add")
                          : change.kind == ChangeKind::Edit ? QStringLiteral("Edit")

@@ -49,8 +49,6 @@ public:
     void ShowDetails();
     void Calendar();
     void Statistics();
-    void ExportTrips();
-    void ImportTrips();
 
 Q_SIGNALS:
     /// The user confirmed the exit and the data access was released.
@@ -63,6 +61,7 @@ protected:
 private:
     void Form_Load();
     void AddCommands();
+    void AddTransferCommands();
     void ConnectHandlers();
     void EnableCommands();
     void ShowChanges();
@@ -74,8 +73,7 @@ private:
     void EditSelected(const char* routine, bool deleteMode);
     void EditNewTrip(const char* routine, const std::function<void(fEntry& editor)>& edit);
     void SetControls(bool usable);
-    template <typename Body>
-    void WithListGreyed(const char* routine, Body&& body);
+    void WithListGreyed(const char* routine, const std::function<void()>& body);
 
     const Program& m_program;
     std::unique_ptr<Ui::fTarno> m_ui;

@@ -2,6 +2,7 @@
 
 #include "analysis/Proportion.h"
 #include "analysis/YearComparison.h"
+#include "core/Text.h"
 #include "qt/Strings.h"
 #include "store/EntryFields.h"
 
@@ -50,12 +51,6 @@ double MeanAction(const TripFigures& figures)
     return figures.RatedTrips() == 0 ? -1 : static_cast<double>(sum) / figures.RatedTrips();
 }
 
-QString Trips(int count)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(count == 1 ? QLatin1String("trip")
-                                                             : QLatin1String("trips"));
-}
-
 } // namespace
 
 double Share(const TripFigures& figures)
@@ -97,10 +92,12 @@ QString LeftOutOfHours(const TripFigures& figures)
 {
     QStringList parts;
     if (figures.longTrips > 0) {
-        parts << Trips(figures.longTrips) + QStringLiteral(" of more than 48 hours");
+        parts << FromUtf8(Counted(static_cast<std::size_t>(figures.longTrips), "trip")) +
+                     QStringLiteral(" of more than 48 hours");
     }
     if (figures.untimedTrips > 0) {
-        parts << Trips(figures.untimedTrips) + QStringLiteral(" without usable times");
+        parts << FromUtf8(Counted(static_cast<std::size_t>(figures.untimedTrips), "trip")) +
+                     QStringLiteral(" without usable times");
     }
     return parts.isEmpty() ? QString()
                            : QStringLiteral("The hours leave out ") + parts.join(QLatin1String(" and ")) +

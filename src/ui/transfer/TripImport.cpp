@@ -1,51 +1,28 @@
 #include "TripImport.h"
 
-#include "core/Error.h"
-#include "core/Paths.h"
+#include "ImportFile.h"
 #include "exchange/Csv.h"
 #include "fImport.h"
-#include "qt/Strings.h"
 
 namespace Tarno
 {
 
-namespace
-{
-
-void ShowProblem(const Program& program, QWidget* parent, const QString& path, const QString& reason)
-{
-    program.messages.Ask(parent, {.text = QStringLiteral("This file cannot be imported: ") + path +
-                                          QStringLiteral("\r\n") + reason +
-                                          QStringLiteral(".\r\nNothing was changed."),
-                                  .title = QStringLiteral("Import Error"),
-                                  .icon = Icon::Exclamation});
-}
-
-} // namespace
-
 std::vector<std::string> ImportTrips(const Program& program, QWidget* parent)
 {
-    const auto path =
-        program.files.Open(parent, {.title = QStringLiteral("Import Trips"),
-                                    .filter = QStringLiteral("Tables (*.csv *.txt *.tsv);;All files (*)"),
-                                    .folder = FromUtf8(program.folder.GetAppPath() + '/'),
-                                    .fileName = {}});
-    if (!path) {
+    const auto chosen = AskForImport(program, parent, QStringLiteral("Import Trips"),
+                                     QStringLiteral("Tables (*.csv *.txt *.tsv);;All files (*)"));
+    if (!chosen) {
         return {};
     }
-    CsvFile file;
-    try {
-        file = ReadCsv(ReadWholeFile(ToUtf8(*path)));
-    } catch (const Error& error) {
-        ShowProblem(program, parent, *path, FromUtf8(error.Description()));
-        return {};
-    }
+    CsvFile file = ReadCsv(chosen->bytes);
     if (file.problem) {
-        ShowProblem(program, parent, *path, FromUtf8(file.problem->Describe()));
+        ShowImportProblem(program, parent, chosen->path, file.problem->Describe() + '.');
         return {};
     }
-    fImport window(program, std::move(file), *path, parent);
-    window.exec();
+    fImport window(program, std::move(file), chosen->path, parent);
+    if (window.Plan()) {
+        window.exec();
+    }
     return window.SavedKeys();
 }
 

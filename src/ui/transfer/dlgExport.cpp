@@ -1,5 +1,6 @@
 #include "dlgExport.h"
 
+#include "core/Text.h"
 #include "exchange/TripTable.h"
 #include "qt/Strings.h"
 #include "ui/common/FileExport.h"
@@ -21,12 +22,6 @@ enum Separator { Comma, Semicolon, Tab };
 
 constexpr std::array separators{',', ';', '\t'};
 
-QString Trips(std::size_t count)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(count == 1 ? QLatin1String("trip")
-                                                             : QLatin1String("trips"));
-}
-
 } // namespace
 
 dlgExport::dlgExport(const Program& program, TripsFound found, QWidget* parent)
@@ -41,12 +36,19 @@ dlgExport::dlgExport(const Program& program, TripsFound found, QWidget* parent)
     // where the comma is the decimal sign, spreadsheets expect the semicolon
     const bool usesDecimalComma = QLocale().decimalPoint() == QLatin1String(",");
     m_ui->cboSeparator->setCurrentIndex(usesDecimalComma ? Semicolon : Comma);
+    SetControls();
+    Handle(m_ui->optFound, &QAbstractButton::toggled, "Click", this, [this] { SetControls(); });
     Handle(m_ui->cmdExport, &QAbstractButton::clicked, "Click", this, [this] { Export(); });
     Handle(m_ui->cmdClose, &QAbstractButton::clicked, "Click", this, [this] { reject(); });
     program.windows.Remember(*this);
 }
 
 dlgExport::~dlgExport() = default;
+
+void dlgExport::SetControls()
+{
+    m_ui->cmdExport->setEnabled(!m_ui->optFound->isChecked() || !m_found.keys.empty());
+}
 
 void dlgExport::Export()
 {
@@ -69,9 +71,9 @@ void dlgExport::Export()
                                    .suffix = QStringLiteral(".csv")},
                                   WriteCsv(TripRows(trips, locations), separators.at(separator)));
     if (file) {
-        m_program.messages.ShowInformation(this,
-                                           QStringLiteral("Exported %1 to ").arg(Trips(trips.size())) + *file,
-                                           QStringLiteral("Tarno"));
+        m_program.messages.ShowInformation(
+            this, QStringLiteral("Exported %1 to ").arg(FromUtf8(Counted(trips.size(), "trip"))) + *file,
+            QStringLiteral("Tarno"));
         accept();
     }
 }

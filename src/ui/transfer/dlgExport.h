@@ -29,6 +29,7 @@ public:
     ~dlgExport() override;
 
 private:
+    void SetControls();
     void Export();
 
     const Program& m_program;

@@ -1,8 +1,10 @@
 #include "fImport.h"
 
 #include "core/ErrorLog.h"
+#include "core/Text.h"
 #include "qt/Strings.h"
 #include "ui/common/Handle.h"
+#include "ui/reports/WaitDialog.h"
 #include "ui_fImport.h"
 
 #include <QFileInfo>
@@ -19,16 +21,6 @@ namespace
 {
 
 using DateOrder = TableForms::DateOrder;
-
-QString Counted(std::size_t count, const char* one, const char* several)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
-}
-
-QString Trips(std::size_t count)
-{
-    return Counted(count, "trip", "trips");
-}
 
 QString InWords(RowStatus status)
 {
@@ -62,9 +54,11 @@ QString Described(const CsvFile& file, const QString& path)
 {
     const QString separator = file.separator == ','   ? QStringLiteral("commas")
                               : file.separator == ';' ? QStringLiteral("semicolons")
-                                                      : QStringLiteral("tabs");
+                              : file.separator == '\t'
+                                  ? QStringLiteral("tabs")
+                                  : QStringLiteral("\"%1\"").arg(QLatin1Char(file.separator));
     const std::size_t rows = file.rows.empty() ? 0 : file.rows.size() - 1;
-    return QFileInfo(path).fileName() + QStringLiteral(": ") + Counted(rows, "row", "rows") +
+    return QFileInfo(path).fileName() + QStringLiteral(": ") + FromUtf8(Counted(rows, "row")) +
            QStringLiteral(" below the headings, separated by ") + separator + QStringLiteral(", in ") +
            InWords(file.encoding);
 }
@@ -90,18 +84,19 @@ fImport::fImport(const Program& program, CsvFile file, const QString& path, QWid
                                 {}},
                                4);
     m_ui->lvwTrips->SetHint(QStringLiteral("The file has no rows below the headings."));
-    m_ui->lvwColumns->SetHeadings(
-        {QStringLiteral("Column"), QStringLiteral("First value"), QStringLiteral("Becomes")});
-    m_ui->lvwColumns->FitColumns(
-        {QStringLiteral("Pressure reading"), {}, QStringLiteral("Species encountered")}, 1);
+    m_ui->lvwColumns->SetHeadings({QStringLiteral("Column"), QStringLiteral("Value"),
+                                   QStringLiteral("Becomes"), QStringLiteral("Read as")});
+    m_ui->lvwColumns->FitColumns({QStringLiteral("Pressure reading"),
+                                  QStringLiteral("Pittwater, Barrenjoey"),
+                                  QStringLiteral("Species encountered"),
+                                  {}},
+                                 3);
     m_ui->lvwColumns->SetHint(QStringLiteral("The file has no headings."));
     FillBoxes();
     Trap("fImport", "Form_Load", [this] {
         RecordList fields;
         m_program.sql.FieldList(fields);
         m_mapping = ProposeMapping(m_file.rows.empty() ? CsvRow() : m_file.rows.front(), fields);
-        ShowColumns();
-        Plan();
     });
     Connect();
     m_ui->lvwTrips->setFocus();
@@ -125,24 +120,48 @@ void fImport::FillBoxes()
 void fImport::Connect()
 {
     Handle(m_ui->cboField, &QComboBox::activated, "Click", this, [this] { ChooseField(); });
-    Handle(m_ui->cboDates, &QComboBox::currentIndexChanged, "Click", this, [this] { Plan(); });
+    Handle(m_ui->cboDates, &QComboBox::currentIndexChanged, "Click", this, [this] { PlanOrClose(); });
+    Handle(m_ui->lvwTrips, &SortableList::SelectionChanged, "Click", this, [this] { ShowColumns(); });
     Handle(m_ui->lvwColumns, &SortableList::SelectionChanged, "Click", this, [this] { ShowColumn(); });
     Handle(m_ui->cmdImport, &QAbstractButton::clicked, "Click", this, [this] { Import(); });
     Handle(m_ui->cmdClose, &QAbstractButton::clicked, "Click", this, [this] { reject(); });
 }
 
-/// Finds out what the rows would become, and shows it.
-void fImport::Plan()
+bool fImport::Plan()
 {
+    m_program.sql.ReadChangesOfOthers();
     RecordList trips;
     RecordList locations;
     m_program.sql.EntryList(trips);
     m_program.sql.LocationList(locations);
+    WaitDialog wait(m_program.clock, isVisible() ? this : parentWidget(),
+                    QStringLiteral("Reading the trips..."), static_cast<int>(m_file.rows.size()));
+    bool isCancelled = false;
+    m_candidates = ReadTrips(m_file.rows, m_mapping, Forms(), [&] {
+        isCancelled = !wait.Advance();
+        return !isCancelled;
+    });
+    if (!isCancelled) {
+        m_plan = PlanImport(m_candidates, trips, locations);
+        ShowRows();
+        ShowColumns();
+    }
+    return !isCancelled;
+}
+
+/// Plans again after a choice of the user. A user who cancels that does not want to import.
+void fImport::PlanOrClose()
+{
+    if (!Plan()) {
+        reject();
+    }
+}
+
+TableForms fImport::Forms() const
+{
     TableForms forms = TableForms::Of(QLocale());
     forms.dates = static_cast<DateOrder>(m_ui->cboDates->currentData().toInt());
-    m_candidates = ReadTrips(m_file.rows, m_mapping, forms);
-    m_plan = PlanImport(m_candidates, trips, locations);
-    ShowRows();
+    return forms;
 }
 
 void fImport::ShowRows()
@@ -152,41 +171,74 @@ void fImport::ShowRows()
     for (std::size_t number = 0; number < m_plan.rows.size(); ++number) {
         const PlannedRow& planned = m_plan.rows[number];
         const TripCandidate& candidate = m_candidates.at(number);
+        const bool isThere = planned.status == RowStatus::AlreadyThere;
         const auto line = static_cast<double>(m_file.lines.at(planned.row));
-        rows.push_back(
-            {QString::number(number),
-             {QString::number(planned.row), InWords(planned.status),
-              FromUtf8(candidate.trip.at(EntryField::StartDate)),
-              ShownInOneLine(candidate.place.at(LocationField::LocName)), FromUtf8(planned.reason)},
-             {line}});
+        rows.push_back({QString::number(number),
+                        {QString::number(planned.row), InWords(planned.status),
+                         FromUtf8(candidate.trip.at(EntryField::StartDate)),
+                         ShownInOneLine(candidate.place.at(LocationField::LocName)),
+                         (isThere ? QStringLiteral("Trip number ") : QString()) + FromUtf8(planned.reason)},
+                        {line}});
     }
     m_ui->lvwTrips->SetRows(std::move(rows));
+    ShowSummary();
+}
+
+void fImport::ShowSummary()
+{
     const std::size_t count = m_plan.Count(RowStatus::New);
     m_ui->lblSummary->setText(QStringLiteral("%1 new, %2 already there, %3 refused")
-                                  .arg(Trips(count))
+                                  .arg(FromUtf8(Counted(count, "trip")))
                                   .arg(m_plan.Count(RowStatus::AlreadyThere))
                                   .arg(m_plan.Count(RowStatus::Refused)));
+    const bool isDateMissing = !IsMapped(m_mapping, "StartDate");
+    const bool isPlaceMissing = !IsMapped(m_mapping, "Location") && !IsMapped(m_mapping, "LocNo");
+    const bool hasNumbers = m_program.sql.HasNumbersFor(m_plan.batch);
+    m_ui->lblMissing->setText(
+        !hasNumbers ? QStringLiteral("Your log has too few numbers left for so many trips or locations. The "
+                                     "highest number is 32767.")
+        : isDateMissing ? QStringLiteral("No column becomes the start date. Choose it on the page Columns.")
+                        : QStringLiteral("No column becomes the location. Choose it on the page Columns."));
+    m_ui->lblMissing->setVisible(!hasNumbers || isDateMissing || isPlaceMissing);
     QStringList places;
     for (const PlannedPlace& place : m_plan.places) {
         places << ShownInOneLine(place.name);
     }
     m_ui->lblPlaces->setText(QStringLiteral("New locations: ") + places.join(QLatin1String(", ")));
     m_ui->lblPlaces->setVisible(!places.isEmpty());
-    m_ui->cmdImport->setEnabled(count > 0);
-    m_ui->cmdImport->setText(QStringLiteral("&Import %1").arg(Trips(count)));
+    m_ui->cmdImport->setEnabled(count > 0 && hasNumbers);
+    m_ui->cmdImport->setText(QStringLiteral("&Import ") + FromUtf8(Counted(count, "Trip")));
+}
+
+/// Returns the row of the table whose values are shown on the page Columns: the selected one, otherwise the
+/// first one.
+std::size_t fImport::ShownRow() const
+{
+    const auto key = m_ui->lvwTrips->SelectedKey();
+    return key ? m_plan.rows.at(key->toULongLong()).row : 1;
 }
 
 void fImport::ShowColumns()
 {
+    const std::size_t shown = ShownRow();
     std::vector<TextTableModel::Row> rows;
     for (std::size_t column = 0; column < m_mapping.size(); ++column) {
-        const auto& mapped = m_mapping[column];
-        rows.push_back({QString::number(column),
-                        {FromUtf8(CellAt(m_file.rows, 0, column)), FromUtf8(CellAt(m_file.rows, 1, column)),
-                         mapped ? FromUtf8(TableColumns().at(*mapped).caption) : QStringLiteral("(ignored)")},
-                        {}});
+        const std::string value = CellAt(m_file.rows, shown, column);
+        QStringList cells{FromUtf8(CellAt(m_file.rows, 0, column)), FromUtf8(value)};
+        if (const auto& mapped = m_mapping[column]) {
+            const TableColumn& field = TableColumns().at(*mapped);
+            const CellReading reading = ReadCell(field, value, Forms());
+            cells << FromUtf8(field.caption)
+                  << (reading.refusal.empty() ? ShownInOneLine(reading.stored) : FromUtf8(reading.refusal));
+        } else {
+            cells << QStringLiteral("(ignored)") << QString();
+        }
+        rows.push_back({QString::number(column), cells, {}});
     }
     m_ui->lvwColumns->SetRows(std::move(rows));
+    m_ui->lblRow->setText(
+        QStringLiteral("The values are those of row %1, which is selected on the page Trips.").arg(shown));
+    m_ui->lblRow->setVisible(!m_plan.rows.empty());
     ShowColumn();
 }
 
@@ -214,8 +266,7 @@ void fImport::ChooseField()
         std::replace(m_mapping.begin(), m_mapping.end(), field, std::optional<std::size_t>());
     }
     m_mapping.at(key->toULongLong()) = field;
-    ShowColumns();
-    Plan();
+    PlanOrClose();
 }
 
 /// Asks whether to add locations for which the table has no coordinates.
@@ -251,7 +302,9 @@ void fImport::Import()
     }
     if (status == succeeded) {
         m_program.messages.ShowInformation(
-            this, Trips(count) + QStringLiteral(" imported. Edit > Undo takes them back."),
+            this,
+            FromUtf8(Counted(count, "trip")) +
+                QStringLiteral(" imported. Edit > Undo takes the import back."),
             QStringLiteral("Tarno"));
     }
     accept();

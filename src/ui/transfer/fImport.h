@@ -23,11 +23,15 @@ class fImport : public QDialog
     Q_OBJECT
 
 public:
-    /// `path` is where `file` was read from. What `program` refers to must outlive the window.
+    /// `path` is where `file` was read from. Call Plan before the window is shown. What `program` refers to
+    /// must outlive the window.
     fImport(const Program& program, CsvFile file, const QString& path, QWidget* parent);
     fImport(const fImport&) = delete;
     fImport& operator=(const fImport&) = delete;
     ~fImport() override;
+
+    /// Finds out what the rows become, and shows it. Returns false if the user cancels that.
+    bool Plan();
 
     /// Returns the keys of the imported trips.
     const std::vector<std::string>& SavedKeys() const { return m_savedKeys; }
@@ -35,11 +39,14 @@ public:
 private:
     void FillBoxes();
     void Connect();
-    void Plan();
+    void PlanOrClose();
+    TableForms Forms() const;
     void ShowColumns();
     void ShowColumn();
     void ChooseField();
+    std::size_t ShownRow() const;
     void ShowRows();
+    void ShowSummary();
     bool ConfirmPlaces();
     void Import();
 

@@ -203,6 +203,13 @@ private Q_SLOTS:
         program.folder.Write("peaks.ics", "before");
         ShownPeaks window(program);
         program.ExpectFile();
+        program.messages.Expect({.text = QStringLiteral("This file already exists: ") + program.Path() +
+                                         QStringLiteral("\r\n\r\nDo you want to replace it?"),
+                                 .title = QStringLiteral("Replace File"),
+                                 .icon = Icon::Question,
+                                 .buttons = Buttons::YesNo,
+                                 .byDefault = Button::No},
+                                Button::Yes);
         program.operations.Fail("create", ErrorNumber::PermissionDenied);
         program.messages.Expect({.text = QStringLiteral("The file could not be written: ") + program.Path() +
                                          QStringLiteral("\r\n") +

@@ -206,6 +206,44 @@ private Q_SLOTS:
         QCOMPARE(list.Selected(), "z");
     }
 
+    void boxes_areCheckedBySpaceAndByClicks()
+    {
+        ShownList list;
+        list.SetRows({{QStringLiteral("a"), {QStringLiteral("bream"), QStringLiteral("5")}, {}, false},
+                      {QStringLiteral("b"), {QStringLiteral("squid"), QStringLiteral("5")}, {}, true}});
+        const QSignalSpy changed(&list, &SortableList::ChecksChanged);
+        QCOMPARE(list.CheckedKeys(), std::vector<QString>{QStringLiteral("b")});
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
+                          list.visualRect(list.model()->index(0, 1)).center()); // the cell without the box
+        QTest::keyClick(&list, Qt::Key_Space);
+        QCOMPARE(list.CheckedKeys(), (std::vector<QString>{QStringLiteral("a"), QStringLiteral("b")}));
+        QTest::keyClick(&list, Qt::Key_Space);
+        QCOMPARE(list.CheckedKeys(), std::vector<QString>{QStringLiteral("b")});
+        const QRect cell = list.visualRect(list.model()->index(1, 0));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(cell.left() + 8, cell.center().y()));
+        QCOMPARE(list.CheckedKeys(), std::vector<QString>());
+        QCOMPARE(changed.size(), 3);
+    }
+
+    void boxes_areCheckedTogether_andSortedWithTheirRows()
+    {
+        ShownList list;
+        list.SetRows({{QStringLiteral("b"), {QStringLiteral("squid")}, {}, false},
+                      {QStringLiteral("a"), {QStringLiteral("bream")}, {}, false}});
+        const QSignalSpy changed(&list, &SortableList::ChecksChanged);
+        list.ClickHeading(0);
+        QTest::keyClick(&list, Qt::Key_Space); // squid, which is now below
+        QCOMPARE(list.CheckedKeys(), std::vector<QString>{QStringLiteral("b")});
+        list.CheckAll(true);
+        QCOMPARE(list.CheckedKeys(), (std::vector<QString>{QStringLiteral("b"), QStringLiteral("a")}));
+        list.CheckAll(false);
+        QCOMPARE(list.CheckedKeys(), std::vector<QString>());
+        QCOMPARE(changed.size(), 3);
+        list.Show({"bream"}); // without boxes
+        QTest::keyClick(&list, Qt::Key_Space);
+        QCOMPARE(list.CheckedKeys(), std::vector<QString>());
+    }
+
     void selection_ctrlClickAndCtrlSpace_keepIt()
     {
         ShownList list;

@@ -56,11 +56,10 @@ Texts Described(const QMenu& menu)
 /// Returns the object names of the items of the menu bar that are enabled, without those that always are.
 std::string Enabled(const QWidget& window)
 {
-    const std::set<QString> always{QStringLiteral("miImportTrips"), QStringLiteral("miOpenFolder"),
-                                   QStringLiteral("miExit"),        QStringLiteral("miCalendar"),
-                                   QStringLiteral("miStatistics"),  QStringLiteral("miDetails"),
-                                   QStringLiteral("Earth"),         QStringLiteral("icoTides"),
-                                   QStringLiteral("miManual"),      QStringLiteral("icoAbout")};
+    const std::set<QString> always{
+        QStringLiteral("miOpenFolder"), QStringLiteral("miExit"),    QStringLiteral("miCalendar"),
+        QStringLiteral("miStatistics"), QStringLiteral("miDetails"), QStringLiteral("Earth"),
+        QStringLiteral("icoTides"),     QStringLiteral("miManual"),  QStringLiteral("icoAbout")};
     QStringList names;
     for (const QMenu* menu : Menus(window)) {
         for (const QAction* item : menu->actions()) {
@@ -103,6 +102,8 @@ private Q_SLOTS:
         QTest::newRow("mnuFile") << "&File"
                                  << Texts{"miExportTrips: Export Trips... (Ctrl+E)",
                                           "miImportTrips: Import Trips... (Ctrl+Shift+E)",
+                                          "miExportLocations: Export Locations... (Ctrl+G)",
+                                          "miImportLocations: Import Locations... (Ctrl+Shift+G)",
                                           "-",
                                           "miOpenFolder: Open Log Folder (Ctrl+Shift+O)",
                                           "-",
@@ -238,7 +239,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QCOMPARE(keys, 25);
+        QCOMPARE(keys, 27);
     }
 
     void key_opensItsWindow_data()
@@ -252,6 +253,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+K") << "fCalendar";
         QTest::newRow("Ctrl+T") << "fStatistics";
         QTest::newRow("Ctrl+E") << "dlgExport";
+        QTest::newRow("Ctrl+G") << "fWayPoints";
         QTest::newRow("Ctrl+L") << "fLocs";
         QTest::newRow("Ctrl+R") << "fRptLog";
         QTest::newRow("Ctrl+P") << "fRptLog";
@@ -386,21 +388,34 @@ private Q_SLOTS:
         QTest::addColumn<int>("trips");
         QTest::addColumn<QString>("query");
         QTest::addColumn<std::string>("enabled");
-        QTest::newRow("empty") << 0 << 0 << "" << std::string();
-        QTest::newRow("a location") << 1 << 0 << "" << std::string("icoAdd");
+        QTest::newRow("empty") << 0 << 0 << ""
+                               << std::string("miImportTrips miExportLocations miImportLocations");
+        QTest::newRow("a location") << 1 << 0 << ""
+                                    << std::string(
+                                           "miImportTrips miExportLocations miImportLocations icoAdd");
         QTest::newRow("a trip") << 1 << 1 << ""
-                                << std::string("icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
-                                               "miReportFound miCopy icoReports");
+                                << std::string(
+                                       "miExportTrips miImportTrips miExportLocations miImportLocations "
+                                       "icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
+                                       "miReportFound miCopy icoReports");
         QTest::newRow("a trip without a location")
             << 0 << 1 << ""
-            << std::string("icoEdit icoDelete miFind miTripSheet miReportFound miCopy icoReports");
-        QTest::newRow("a trip, found") << 1 << 1 << "2003"
-                                       << std::string("icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
-                                                      "miReportFound miCopy miCopyFound icoReports");
-        QTest::newRow("a trip, not found") << 1 << 1 << "bream" << std::string("icoAdd miFind icoReports");
-        QTest::newRow("a trip, faulty query") << 1 << 1 << "foo:bar"
-                                              << std::string("icoAdd icoEdit miRepeat icoDelete miFind "
-                                                             "miTripSheet miReportFound miCopy icoReports");
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+                           "icoEdit icoDelete miFind miTripSheet miReportFound miCopy icoReports");
+        QTest::newRow("a trip, found")
+            << 1 << 1 << "2003"
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+                           "icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
+                           "miReportFound miCopy miCopyFound icoReports");
+        QTest::newRow("a trip, not found")
+            << 1 << 1 << "bream"
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+                           "icoAdd miFind icoReports");
+        QTest::newRow("a trip, faulty query")
+            << 1 << 1 << "foo:bar"
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+                           "icoAdd icoEdit miRepeat icoDelete miFind "
+                           "miTripSheet miReportFound miCopy icoReports");
     }
 
     void enabled_dependsOnTheLog()
@@ -433,9 +448,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("file");
         QTest::addColumn<std::string>("enabled");
         QTest::newRow("log") << "tarno.xml" << std::string();
-        QTest::newRow("locations") << "location.xml"
-                                   << std::string("icoEdit icoDelete miFind miTripSheet miReportFound miCopy "
-                                                  "icoReports");
+        QTest::newRow("locations")
+            << "location.xml"
+            << std::string("miExportTrips icoEdit icoDelete miFind miTripSheet miReportFound miCopy "
+                           "icoReports");
     }
 
     void enabled_unreadableLog()
@@ -465,8 +481,8 @@ private Q_SLOTS:
                                   .folder = FromUtf8(program.programFolder.GetAppPath() + '/'),
                                   .fileName = {}},
                                  FromUtf8(program.folder.PathOf("two.csv")));
-        program.messages.ExpectInformation(QStringLiteral("2 trips imported. Edit > Undo takes them back."),
-                                           QStringLiteral("Tarno"));
+        program.messages.ExpectInformation(
+            QStringLiteral("2 trips imported. Edit > Undo takes the import back."), QStringLiteral("Tarno"));
         WhileOpen(
             "fImport", [&] { Press(window, Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier); },
             [](QDialog& import) { Click(import, "cmdImport"); });
@@ -475,6 +491,18 @@ private Q_SLOTS:
         Press(window, Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(List(window).RowCount(), 4);
         QCOMPARE(ToUtf8(Command(window, "miRedo").text()), "&Redo Import of 2 trips");
+    }
+
+    void export_opensFromTheFindBar()
+    {
+        FourTrips program;
+        ShownLog window(program);
+        FindTrips(window, "bream");
+        auto& box = Find<QLineEdit>(window, "txtFind");
+        box.setFocus();
+        WhileOpen(
+            "dlgExport", [&] { QTest::keyClick(&box, Qt::Key_E, Qt::ControlModifier); },
+            [](QDialog& dialog) { Click(dialog, "cmdClose"); });
     }
 
     void statistics_narrowTheLogToAGroup()

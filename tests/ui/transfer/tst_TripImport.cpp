@@ -76,8 +76,8 @@ private Q_SLOTS:
         ImportProgram program;
         program.folder.Write("one.csv", "StartDate,Location\n2026-11-20,Pittwater\n");
         program.ExpectFile(program.Path("one.csv"));
-        program.messages.ExpectInformation(QStringLiteral("1 trip imported. Edit > Undo takes them back."),
-                                           QStringLiteral("Tarno"));
+        program.messages.ExpectInformation(
+            QStringLiteral("1 trip imported. Edit > Undo takes the import back."), QStringLiteral("Tarno"));
         Texts keys;
         WhileOpen(
             "fImport", [&] { keys = ImportTrips(program.program, nullptr); },

@@ -157,6 +157,67 @@ private Q_SLOTS:
         QVERIFY(window.isVisible());
     }
 
+    void existingFile_isReplacedOnlyAfterAQuestion_data()
+    {
+        QTest::addColumn<bool>("isAgreed");
+        QTest::newRow("yes") << true;
+        QTest::newRow("no") << false;
+    }
+
+    void existingFile_isReplacedOnlyAfterAQuestion()
+    {
+        QFETCH(bool, isAgreed);
+        ExportProgram program;
+        program.folder.Write("trips.csv", "before");
+        ShownExport window(program);
+        program.ExpectFile();
+        program.messages.Expect({.text = QStringLiteral("This file already exists: ") + program.Path() +
+                                         QStringLiteral("\r\n\r\nDo you want to replace it?"),
+                                 .title = QStringLiteral("Replace File"),
+                                 .icon = Icon::Question,
+                                 .buttons = Buttons::YesNo,
+                                 .byDefault = Button::No},
+                                isAgreed ? Button::Yes : Button::No);
+        if (isAgreed) {
+            program.messages.ExpectInformation(QStringLiteral("Exported 3 trips to ") + program.Path(),
+                                               QStringLiteral("Tarno"));
+        }
+        Click(window, "cmdExport");
+        QCOMPARE(window.isVisible(), !isAgreed);
+        QCOMPARE(program.folder.Read("trips.csv") == "before", !isAgreed);
+    }
+
+    void fileOfTheLog_isNeverReplaced()
+    {
+        ExportProgram program;
+        const QString log = FromUtf8(program.folder.PathOf("tarno.xml"));
+        const std::string before = program.folder.Read("tarno.xml");
+        ShownExport window(program);
+        program.files.ExpectSave({.title = QStringLiteral("Export Trips"),
+                                  .filter = QStringLiteral("CSV (*.csv)"),
+                                  .folder = FromUtf8(program.programFolder.GetAppPath() + '/'),
+                                  .fileName = QStringLiteral("trips.csv"),
+                                  .suffix = QStringLiteral(".csv")},
+                                 log);
+        program.messages.Expect({.text = QStringLiteral("This file may belong to your log: ") + log +
+                                         QStringLiteral("\r\nNothing was written. Choose another name."),
+                                 .title = QStringLiteral("Export Error"),
+                                 .icon = Icon::Exclamation},
+                                Button::Ok);
+        Click(window, "cmdExport");
+        QVERIFY(window.isVisible());
+        QCOMPARE(program.folder.Read("tarno.xml"), before);
+    }
+
+    void nothingFound_cannotBeExported()
+    {
+        ExportProgram program;
+        const ShownExport window(program, {.keys = {}, .query = QStringLiteral("bream")});
+        QVERIFY(!Find<QWidget>(window, "cmdExport").isEnabled());
+        Find<QRadioButton>(window, "optAll").click();
+        QVERIFY(Find<QWidget>(window, "cmdExport").isEnabled());
+    }
+
     void closing_writesNothing()
     {
         ExportProgram program;
