@@ -3,6 +3,7 @@
 #include "SortableList.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -25,6 +26,7 @@ constexpr QLatin1String maximised("maximised");
 constexpr QLatin1String details("fTarno/details");
 constexpr QLatin1String selected("selected"); // groups of values by log
 constexpr QLatin1String place("place");
+constexpr QLatin1String backUps("backups");
 
 /// Calls `use` with the settings in `file`. Does nothing if another kind of file has that name, because
 /// opening a pipe could block forever.
@@ -202,6 +204,19 @@ QString RememberedWindows::Place(const QString& folder) const
 void RememberedWindows::SetPlace(const QString& folder, const QString& number) const
 {
     WithSettings(m_file, [&](QSettings& settings) { settings.setValue(LogKey(place, folder), number); });
+}
+
+QString RememberedWindows::BackUpFolder(const QString& log) const
+{
+    QString folder;
+    WithSettings(
+        m_file, [&](const QSettings& settings) { folder = settings.value(LogKey(backUps, log)).toString(); });
+    return folder.isEmpty() ? QDir::toNativeSeparators(log + QLatin1String("/backups")) : folder;
+}
+
+void RememberedWindows::SetBackUpFolder(const QString& log, const QString& folder) const
+{
+    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(LogKey(backUps, log), folder); });
 }
 
 } // namespace Tarno

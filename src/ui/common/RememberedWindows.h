@@ -36,6 +36,11 @@ public:
     QString Place(const QString& folder) const;
     void SetPlace(const QString& folder, const QString& number) const;
 
+    /// Returns the folder for back-ups that was chosen last for the log in the folder `log`, otherwise the
+    /// folder "backups" there. It need not exist.
+    QString BackUpFolder(const QString& log) const;
+    void SetBackUpFolder(const QString& log, const QString& folder) const;
+
 private:
     QString m_file;
 };

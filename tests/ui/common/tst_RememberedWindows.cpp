@@ -230,6 +230,22 @@ private Q_SLOTS:
         QCOMPARE(state.windows.SelectedRow(FromUtf8(state.folder.Path())), QString());
     }
 
+    void backUpFolder_belongsToTheLog()
+    {
+        const State state;
+        state.folder.MakeFolder("one");
+        state.folder.MakeFolder("two");
+        const QString one = FromUtf8(state.folder.PathOf("one"));
+        const QString two = FromUtf8(state.folder.PathOf("two"));
+        const QString usual = QDir::toNativeSeparators(one + QStringLiteral("/backups"));
+        QCOMPARE(state.windows.BackUpFolder(one), usual);
+        state.windows.SetBackUpFolder(two, QStringLiteral("/media/stick"));
+        QCOMPARE(state.windows.BackUpFolder(one), usual);
+        QCOMPARE(state.windows.BackUpFolder(two), QStringLiteral("/media/stick"));
+        QCOMPARE(state.windows.BackUpFolder(one + QStringLiteral("/../two/")),
+                 QStringLiteral("/media/stick"));
+    }
+
     void file_thatIsUseless_isIgnored_data()
     {
         QTest::addColumn<QString>("file");
