@@ -1,4 +1,5 @@
 #include "CommandParts.h"
+#include "InterruptedRestore.h"
 #include "backup/BackUp.h"
 #include "backup/Restore.h"
 #include "core/Error.h"
@@ -37,30 +38,19 @@ void ListMissing(const std::vector<std::string>& missing, const CommandContext& 
 
 } // namespace
 
-void FinishInterruptedRestore(const CommandContext& context)
+void TellInterruptedRestore(const CommandContext& context)
 {
     try {
-        switch (FinishRestore(context.folder, context.operations)) {
-        case FinishedRestore::Completed:
-            context.err << "A restore that was interrupted is now complete.\n";
-            break;
-        case FinishedRestore::Discarded:
-            context.err << "A restore was interrupted before it changed the log. It was discarded.\n";
-            break;
-        default:
-            break;
-        }
-    } catch (const RestoreInterrupted& error) {
-        throw CommandFailure(error.Description());
+        const std::string done = FinishInterruptedRestore(context.folder, context.operations);
+        context.err << done << (done.empty() ? "" : "\n");
     } catch (const Error& error) {
-        throw CommandFailure("A restore that was interrupted could not be completed: " + Sentence(error) +
-                             " Close all programs that use the log, then try again.");
+        throw CommandFailure(error.Description());
     }
 }
 
 ExitStatus RunBackUp(const CommandLine& line, const CommandContext& context)
 {
-    FinishInterruptedRestore(context);
+    TellInterruptedRestore(context);
     try {
         const BackUpResult result = BackUp(
             context.folder, context.operations, line.subject,

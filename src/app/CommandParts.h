@@ -30,7 +30,7 @@ private:
 };
 
 /// Finishes a restore that was killed, and says so on standard error. Throws CommandFailure if that fails.
-void FinishInterruptedRestore(const CommandContext& context);
+void TellInterruptedRestore(const CommandContext& context);
 
 /// Loads the data files, after finishing a restore that was killed. Throws CommandFailure if one of `needed`
 /// cannot be read.

@@ -86,7 +86,7 @@ bool PrintsPages(const CommandLine& line)
 
 void LoadLog(const CommandContext& context, std::initializer_list<std::string_view> needed)
 {
-    FinishInterruptedRestore(context);
+    TellInterruptedRestore(context);
     if (context.sql.Init() != succeeded) {
         throw CommandFailure("The log could not be read. Nothing was changed.");
     }

@@ -1,5 +1,7 @@
 #include "mStart.h"
 
+#include "InterruptedRestore.h"
+#include "core/Error.h"
 #include "core/ErrorLog.h"
 #include "core/SettingsStore.h"
 #include "qt/Strings.h"
@@ -19,6 +21,28 @@
 
 namespace Tarno
 {
+
+namespace
+{
+
+/// Finishes a restore that was killed, and says so. Returns whether the log can be read.
+bool FinishRestore(const ProgramFolder& folder, FileOperations& operations, MessageBoxes& messages)
+{
+    const auto show = [&messages](const std::string& text) {
+        if (!text.empty()) {
+            messages.ShowInformation(nullptr, FromUtf8(text), QStringLiteral("Restore"));
+        }
+    };
+    try {
+        show(FinishInterruptedRestore(folder, operations));
+        return true;
+    } catch (const Error& error) {
+        show(error.Description());
+        return false;
+    }
+}
+
+} // namespace
 
 int mStart::Main(const DataFolder& folder)
 {
@@ -48,14 +72,14 @@ int mStart::Main(const DataFolder& folder)
     const HelpKey helpKey(windows);
     const ScreenFit screenFit;
     int exitCode = 1;
-    if (sql.Init() == succeeded) {
+    if (FinishRestore(programFolder, *operations, messages) && sql.Init() == succeeded) {
         if (folder.isNew) {
             messages.ShowInformation(
                 nullptr,
                 QStringLiteral(
                     "Welcome to Tarno. The program folder is read-only, so your log is stored in:\r\n\r\n") +
                     FromUtf8(programFolder.GetAppPath()) +
-                    QStringLiteral("\r\n\r\nTo back up your log, copy this folder."),
+                    QStringLiteral("\r\n\r\nTo back up your log, use File > Back Up in the log."),
                 QStringLiteral("Where Your Log Is Stored"));
         }
         fTarno window(program);

@@ -136,6 +136,7 @@ void DataFile::Save(const ProgramFolder& folder, const std::string& name, FileOp
         const auto written = writer.Replace(path, bytes, found);
         if (written) {
             m_version = *written;
+            m_wasSaved = true;
             operations.SyncFolder(FolderOf(path));
             Records().ForgetChanges();
         }

@@ -41,6 +41,9 @@ public:
     /// Returns why the records of the file cannot be listed, for the user, or an empty text if they can.
     const std::string& Problem() const { return m_problem; }
 
+    /// Whether Save has written the file since this object was made.
+    bool WasSaved() const { return m_wasSaved; }
+
     /// Drops the document, including unsaved changes.
     void Release();
 
@@ -90,6 +93,7 @@ private:
     std::string m_path;  ///< of the file that was loaded
     FileState m_folder;  ///< of the folder of the loaded file
     FileState m_version; ///< state of the file when it was last read or written
+    bool m_wasSaved = false;
 };
 
 } // namespace Tarno

@@ -190,6 +190,9 @@ public:
     /// edited.
     std::vector<RecordTitle> ShortRecords() const;
 
+    /// Whether this object has written any of the files.
+    bool HasSaved() const;
+
     /// Returns the changes that are in memory only because saving failed.
     std::vector<UnsavedChange> UnsavedChanges() const;
 

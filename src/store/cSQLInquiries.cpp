@@ -2,6 +2,7 @@
 #include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Tarno
@@ -37,6 +38,12 @@ std::vector<RecordTitle> cSQL::ShortRecords() const
         }
     }
     return titles;
+}
+
+bool cSQL::HasSaved() const
+{
+    const auto files = {&m_entries, &m_locations, &m_fields, &m_reports};
+    return std::any_of(files.begin(), files.end(), [](const DataFile* file) { return file->WasSaved(); });
 }
 
 std::vector<UnsavedChange> cSQL::UnsavedChanges() const

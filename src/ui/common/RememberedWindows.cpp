@@ -27,6 +27,7 @@ constexpr QLatin1String details("fTarno/details");
 constexpr QLatin1String selected("selected"); // groups of values by log
 constexpr QLatin1String place("place");
 constexpr QLatin1String backUps("backups");
+constexpr QLatin1String failedBackUp("failedBackUp");
 
 /// Calls `use` with the settings in `file`. Does nothing if another kind of file has that name, because
 /// opening a pipe could block forever.
@@ -178,45 +179,58 @@ void RememberedWindows::SetDetailsShown(bool shown) const
     WithSettings(m_file, [&](QSettings& settings) { settings.setValue(details, shown); });
 }
 
+QString RememberedWindows::OfLog(QLatin1String name, const QString& log) const
+{
+    QString text;
+    WithSettings(m_file,
+                 [&](const QSettings& settings) { text = settings.value(LogKey(name, log)).toString(); });
+    return text;
+}
+
+void RememberedWindows::SetOfLog(QLatin1String name, const QString& log, const QString& text) const
+{
+    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(LogKey(name, log), text); });
+}
+
 QString RememberedWindows::SelectedRow(const QString& folder) const
 {
-    QString key;
-    WithSettings(m_file, [&](const QSettings& settings) {
-        key = settings.value(LogKey(selected, folder)).toString();
-    });
-    return key;
+    return OfLog(selected, folder);
 }
 
 void RememberedWindows::SetSelectedRow(const QString& folder, const QString& key) const
 {
-    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(LogKey(selected, folder), key); });
+    SetOfLog(selected, folder, key);
 }
 
 QString RememberedWindows::Place(const QString& folder) const
 {
-    QString number;
-    WithSettings(m_file, [&](const QSettings& settings) {
-        number = settings.value(LogKey(place, folder)).toString();
-    });
-    return number;
+    return OfLog(place, folder);
 }
 
 void RememberedWindows::SetPlace(const QString& folder, const QString& number) const
 {
-    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(LogKey(place, folder), number); });
+    SetOfLog(place, folder, number);
 }
 
 QString RememberedWindows::BackUpFolder(const QString& log) const
 {
-    QString folder;
-    WithSettings(
-        m_file, [&](const QSettings& settings) { folder = settings.value(LogKey(backUps, log)).toString(); });
+    const QString folder = OfLog(backUps, log);
     return folder.isEmpty() ? QDir::toNativeSeparators(log + QLatin1String("/backups")) : folder;
 }
 
 void RememberedWindows::SetBackUpFolder(const QString& log, const QString& folder) const
 {
-    WithSettings(m_file, [&](QSettings& settings) { settings.setValue(LogKey(backUps, log), folder); });
+    SetOfLog(backUps, log, folder);
+}
+
+QString RememberedWindows::DayOfFailedBackUp(const QString& log) const
+{
+    return OfLog(failedBackUp, log);
+}
+
+void RememberedWindows::SetDayOfFailedBackUp(const QString& log, const QString& day) const
+{
+    SetOfLog(failedBackUp, log, day);
 }
 
 } // namespace Tarno

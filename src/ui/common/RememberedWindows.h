@@ -41,7 +41,16 @@ public:
     QString BackUpFolder(const QString& log) const;
     void SetBackUpFolder(const QString& log, const QString& folder) const;
 
+    /// Returns the day, "yyyy-mm-dd", on which the user was told last that the automatic back-up of the log
+    /// failed, or an empty string.
+    QString DayOfFailedBackUp(const QString& log) const;
+    void SetDayOfFailedBackUp(const QString& log, const QString& day) const;
+
 private:
+    /// A text that is remembered for each log.
+    QString OfLog(QLatin1String name, const QString& log) const;
+    void SetOfLog(QLatin1String name, const QString& log, const QString& text) const;
+
     QString m_file;
 };
 

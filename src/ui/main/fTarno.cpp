@@ -1,5 +1,6 @@
 #include "fTarno.h"
 
+#include "AutomaticBackUp.h"
 #include "LogCommands.h"
 #include "LogView.h"
 #include "UndoMenu.h"
@@ -172,6 +173,7 @@ void fTarno::cmdExit_Click()
                 m_program.windows.SetSelectedRow(FromUtf8(m_program.folder.GetAppPath()), *selected);
             }
             m_program.sql.DeInit();
+            BackUpAutomatically(m_program, this);
             Q_EMIT ExitConfirmed();
         }
     });

@@ -1,0 +1,57 @@
+#include "AutomaticBackUp.h"
+
+#include "backup/BackUp.h"
+#include "qt/Strings.h"
+#include "ui/reports/WaitDialog.h"
+
+#include <QCoreApplication>
+
+namespace Tarno
+{
+
+namespace
+{
+
+/// Says that the back-up failed, unless the user was told today.
+void TellFailure(const Program& program, QWidget* parent, const QString& folder, const QString& reason)
+{
+    const QString log = FromUtf8(program.folder.GetAppPath());
+    const LocalTime now{program.clock.Today(), program.clock.TimeOfDay()};
+    const QString today = FromUtf8(ToText(now)).section(QLatin1Char(' '), 0, 0);
+    if (program.windows.DayOfFailedBackUp(log) == today) {
+        return;
+    }
+    program.windows.SetDayOfFailedBackUp(log, today);
+    program.messages.ShowInformation(
+        parent,
+        QStringLiteral("Your log is saved, but it could not be backed up to this folder:\r\n\r\n") + folder +
+            QStringLiteral("\r\n\r\n") + reason +
+            QStringLiteral("\r\n\r\nFile > Back Up in the log lets you choose another folder."),
+        QStringLiteral("Back-Up"));
+}
+
+} // namespace
+
+void BackUpAutomatically(const Program& program, QWidget* parent)
+{
+    if (!program.sql.HasSaved()) {
+        return;
+    }
+    const QString folder = program.windows.BackUpFolder(FromUtf8(program.folder.GetAppPath()));
+    WaitDialog wait(program.clock, parent, QStringLiteral("Backing up your log..."));
+    try {
+        BackUpIfChanged(program.folder, program.operations, ToUtf8(folder),
+                        {.pictures = BackUpPictures::LeaveOut,
+                         .time = {program.clock.Today(), program.clock.TimeOfDay()},
+                         .program = "Tarno " + ToUtf8(QCoreApplication::applicationVersion())},
+                        [&wait](double /*done*/) { return wait.Advance(); });
+    } catch (const Cancelled&) {
+        return; // as the user wants
+    } catch (const Error& error) {
+        const QString reason = FromUtf8(error.Description());
+        TellFailure(program, parent, folder,
+                    reason.endsWith(QLatin1Char('.')) ? reason : reason + QLatin1Char('.'));
+    }
+}
+
+} // namespace Tarno
