@@ -1,5 +1,6 @@
 #include "EveryWindow.h"
 
+#include "ui/backup/fBackUp.h"
 #include "ui/calendar/fCalendar.h"
 #include "ui/common/ScreenFit.h"
 #include "ui/common/SortableList.h"
@@ -391,6 +392,21 @@ void LocationImport(const Visit& visit)
         "fWayPoints", [&] { ImportLocations(world.program, nullptr); }, asOpened, visit);
 }
 
+/// The sample log with several back-ups.
+class ProgramWithBackUps : public SampleProgram
+{
+public:
+    ProgramWithBackUps()
+    {
+        folder.MakeFolder("backups");
+        constexpr int size = 2'100'000;
+        folder.Write("backups/tarno-2026-11-20-1905.zip", std::string(size, 'x'));
+        folder.Write("backups/tarno-2026-11-21-0712-automatic.zip", std::string(size / 2, 'x'));
+        folder.Write("backups/tarno-2026-11-22-1830-before-restore.zip", std::string(size / 100, 'x'));
+        windows.SetBackUpFolder(FromUtf8(folder.Path()), FromUtf8(folder.PathOf("backups")));
+    }
+};
+
 /// The export of the trips that a query has found.
 void Export(const Visit& visit)
 {
@@ -565,6 +581,8 @@ const std::vector<WindowState>& EveryWindow()
         {"export of locations", LocationExport<>},
         {"export of locations, none", LocationExport<EmptyProgram>},
         {"import of locations", LocationImport},
+        {"back-ups", Plain<fBackUp, ProgramWithBackUps>()},
+        {"back-ups, none", Plain<fBackUp>()},
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
         {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},

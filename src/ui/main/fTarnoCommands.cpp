@@ -9,6 +9,7 @@
 #include "fSplash.h"
 #include "fTarno.h"
 #include "qt/Strings.h"
+#include "ui/backup/fBackUp.h"
 #include "ui/calendar/fCalendar.h"
 #include "ui/entry/fEntry.h"
 #include "ui/help/fHelp.h"
@@ -69,6 +70,7 @@ void fTarno::AddTransferCommands()
         [this] { ExportLocations(m_program, this); });
     add(m_ui->miImportLocations, Needs::ReadableLog, "ImportLocations",
         [this] { ImportLocations(m_program, this); });
+    add(m_ui->miBackUp, Needs::Nothing, "BackUp", [this] { fBackUp(m_program, this).exec(); });
 }
 
 void fTarno::EditSelected(const char* routine, bool deleteMode)

@@ -56,10 +56,11 @@ Texts Described(const QMenu& menu)
 /// Returns the object names of the items of the menu bar that are enabled, without those that always are.
 std::string Enabled(const QWidget& window)
 {
-    const std::set<QString> always{
-        QStringLiteral("miOpenFolder"), QStringLiteral("miExit"),    QStringLiteral("miCalendar"),
-        QStringLiteral("miStatistics"), QStringLiteral("miDetails"), QStringLiteral("Earth"),
-        QStringLiteral("icoTides"),     QStringLiteral("miManual"),  QStringLiteral("icoAbout")};
+    const std::set<QString> always{QStringLiteral("miBackUp"),     QStringLiteral("miOpenFolder"),
+                                   QStringLiteral("miExit"),       QStringLiteral("miCalendar"),
+                                   QStringLiteral("miStatistics"), QStringLiteral("miDetails"),
+                                   QStringLiteral("Earth"),        QStringLiteral("icoTides"),
+                                   QStringLiteral("miManual"),     QStringLiteral("icoAbout")};
     QStringList names;
     for (const QMenu* menu : Menus(window)) {
         for (const QAction* item : menu->actions()) {
@@ -104,6 +105,8 @@ private Q_SLOTS:
                                           "miImportTrips: Import Trips... (Ctrl+Shift+E)",
                                           "miExportLocations: Export Locations... (Ctrl+G)",
                                           "miImportLocations: Import Locations... (Ctrl+Shift+G)",
+                                          "-",
+                                          "miBackUp: Back Up... (Ctrl+B)",
                                           "-",
                                           "miOpenFolder: Open Log Folder (Ctrl+Shift+O)",
                                           "-",
@@ -239,7 +242,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QCOMPARE(keys, 27);
+        QCOMPARE(keys, 28);
     }
 
     void key_opensItsWindow_data()
@@ -254,6 +257,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+T") << "fStatistics";
         QTest::newRow("Ctrl+E") << "dlgExport";
         QTest::newRow("Ctrl+G") << "fWayPoints";
+        QTest::newRow("Ctrl+B") << "fBackUp";
         QTest::newRow("Ctrl+L") << "fLocs";
         QTest::newRow("Ctrl+R") << "fRptLog";
         QTest::newRow("Ctrl+P") << "fRptLog";
