@@ -1,5 +1,6 @@
 #include "EveryWindow.h"
 
+#include "ui/backup/RestoreLog.h"
 #include "ui/backup/fBackUp.h"
 #include "ui/calendar/fCalendar.h"
 #include "ui/common/ScreenFit.h"
@@ -407,6 +408,40 @@ public:
     }
 };
 
+/// A back-up of the sample log, restored to a log that may have changed since.
+std::function<void(const Visit&)> Restored(const std::function<void(TestProgram& world)>& change,
+                                           const Step& prepare = asOpened)
+{
+    return [change, prepare](const Visit& visit) {
+        SampleProgram world;
+        world.folder.MakeFolder("backups");
+        const std::string path = world.folder.PathOf("backups/tarno-2026-11-22-1830.zip");
+        BackUp(world.programFolder, world.operations, path,
+               {.time = {std::chrono::year(2026) / 11 / 22, std::chrono::minutes(18 * 60 + 30)},
+                .program = "Tarno"});
+        change(world);
+        world.files.ExpectOpen({.title = QStringLiteral("Restore"),
+                                .filter = QStringLiteral("Back-ups (*.zip);;All files (*)"),
+                                .folder = FromUtf8(world.folder.PathOf("backups")),
+                                .fileName = {}},
+                               FromUtf8(path));
+        ShowModally(
+            "fRestore", [&] { RestoreLog(world.program, nullptr); }, prepare, visit);
+    };
+}
+
+void DeleteSomeTrips(TestProgram& world)
+{
+    for (const std::int16_t key : {3, 4, 5}) {
+        world.sql.EntryDelete(key);
+    }
+}
+
+void ChooseAdding(QWidget& window)
+{
+    Click(window, "optAdd");
+}
+
 /// The export of the trips that a query has found.
 void Export(const Visit& visit)
 {
@@ -583,6 +618,9 @@ const std::vector<WindowState>& EveryWindow()
         {"import of locations", LocationImport},
         {"back-ups", Plain<fBackUp, ProgramWithBackUps>()},
         {"back-ups, none", Plain<fBackUp>()},
+        {"restore", Restored(DeleteSomeTrips), 1},
+        {"restore, adding", Restored(DeleteSomeTrips, ChooseAdding), 1},
+        {"restore, nothing missing", Restored([](TestProgram& /*world*/) {}), 1},
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
         {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/BackUp.h"
 #include "backup/Restore.h"
 #include "support/Lists.h"
 #include "support/StdStrings.h"

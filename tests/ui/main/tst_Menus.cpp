@@ -56,11 +56,11 @@ Texts Described(const QMenu& menu)
 /// Returns the object names of the items of the menu bar that are enabled, without those that always are.
 std::string Enabled(const QWidget& window)
 {
-    const std::set<QString> always{QStringLiteral("miBackUp"),     QStringLiteral("miOpenFolder"),
-                                   QStringLiteral("miExit"),       QStringLiteral("miCalendar"),
-                                   QStringLiteral("miStatistics"), QStringLiteral("miDetails"),
-                                   QStringLiteral("Earth"),        QStringLiteral("icoTides"),
-                                   QStringLiteral("miManual"),     QStringLiteral("icoAbout")};
+    const std::set<QString> always{
+        QStringLiteral("miBackUp"),  QStringLiteral("miRestore"),  QStringLiteral("miOpenFolder"),
+        QStringLiteral("miExit"),    QStringLiteral("miCalendar"), QStringLiteral("miStatistics"),
+        QStringLiteral("miDetails"), QStringLiteral("Earth"),      QStringLiteral("icoTides"),
+        QStringLiteral("miManual"),  QStringLiteral("icoAbout")};
     QStringList names;
     for (const QMenu* menu : Menus(window)) {
         for (const QAction* item : menu->actions()) {
@@ -107,6 +107,7 @@ private Q_SLOTS:
                                           "miImportLocations: Import Locations... (Ctrl+Shift+G)",
                                           "-",
                                           "miBackUp: Back Up... (Ctrl+B)",
+                                          "miRestore: Restore... (Ctrl+Shift+B)",
                                           "-",
                                           "miOpenFolder: Open Log Folder (Ctrl+Shift+O)",
                                           "-",
@@ -242,7 +243,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QCOMPARE(keys, 28);
+        QCOMPARE(keys, 29);
     }
 
     void key_opensItsWindow_data()
