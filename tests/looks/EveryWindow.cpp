@@ -2,6 +2,7 @@
 
 #include "ui/backup/RestoreLog.h"
 #include "ui/backup/fBackUp.h"
+#include "ui/backup/fCollect.h"
 #include "ui/calendar/fCalendar.h"
 #include "ui/common/ScreenFit.h"
 #include "ui/common/SortableList.h"
@@ -442,6 +443,25 @@ void ChooseAdding(QWidget& window)
     Click(window, "optAdd");
 }
 
+/// The sample log with pictures elsewhere and nowhere.
+class ProgramWithScatteredPictures : public SampleProgram
+{
+public:
+    ProgramWithScatteredPictures()
+    {
+        constexpr int size = 2'100'000;
+        m_camera.Write("IMG_0412.jpg", std::string(size, 'x'));
+        m_camera.Write("reef.png", std::string(size / 3, 'x'));
+        AddEntry(
+            {{EntryField::StartDate, "2026-11-20"}, {EntryField::Picture, m_camera.PathOf("IMG_0412.jpg")}});
+        AddEntry({{EntryField::StartDate, "2026-11-21"}, {EntryField::Picture, m_camera.PathOf("reef.png")}});
+        AddEntry({{EntryField::StartDate, "2026-11-22"}, {EntryField::Picture, "/media/stick/eel.jpg"}});
+    }
+
+private:
+    TemporaryFolder m_camera;
+};
+
 /// The export of the trips that a query has found.
 void Export(const Visit& visit)
 {
@@ -618,6 +638,8 @@ const std::vector<WindowState>& EveryWindow()
         {"import of locations", LocationImport},
         {"back-ups", Plain<fBackUp, ProgramWithBackUps>()},
         {"back-ups, none", Plain<fBackUp>()},
+        {"collected pictures", Plain<fCollect, ProgramWithScatteredPictures>()},
+        {"collected pictures, none", Plain<fCollect>()},
         {"restore", Restored(DeleteSomeTrips), 1},
         {"restore, adding", Restored(DeleteSomeTrips, ChooseAdding), 1},
         {"restore, nothing missing", Restored([](TestProgram& /*world*/) {}), 1},

@@ -11,6 +11,7 @@
 #include "qt/Strings.h"
 #include "ui/backup/RestoreLog.h"
 #include "ui/backup/fBackUp.h"
+#include "ui/backup/fCollect.h"
 #include "ui/calendar/fCalendar.h"
 #include "ui/common/Notices.h"
 #include "ui/entry/fEntry.h"
@@ -73,6 +74,10 @@ void fTarno::AddTransferCommands()
     add(m_ui->miImportLocations, Needs::ReadableLog, "ImportLocations",
         [this] { ImportLocations(m_program, this); });
     add(m_ui->miBackUp, Needs::Nothing, "BackUp", [this] { fBackUp(m_program, this).exec(); });
+    add(m_ui->miCollect, Needs::ReadableLog, "CollectPictures", [this] {
+        fCollect(m_program, this).exec();
+        m_log->ShowSaved({}); // also shows what other programs have changed
+    });
     m_commands->Add(m_ui->miRestore, Needs::Nothing, [this] { Restore(); });
 }
 

@@ -76,7 +76,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("window");
         for (const char* window : {"fTarno", "fEntry", "fLocs", "dlgLocMaint", "fRptLog", "fCustom",
-                                   "fPreview", "fBackUp", "fRestore"}) {
+                                   "fPreview", "fBackUp", "fRestore", "fCollect"}) {
             QTest::newRow(window) << QString::fromLatin1(window);
         }
     }

@@ -108,6 +108,7 @@ private Q_SLOTS:
                                           "-",
                                           "miBackUp: Back Up... (Ctrl+B)",
                                           "miRestore: Restore... (Ctrl+Shift+B)",
+                                          "miCollect: Collect Pictures... ()",
                                           "-",
                                           "miOpenFolder: Open Log Folder (Ctrl+Shift+O)",
                                           "-",
@@ -394,31 +395,31 @@ private Q_SLOTS:
         QTest::addColumn<QString>("query");
         QTest::addColumn<std::string>("enabled");
         QTest::newRow("empty") << 0 << 0 << ""
-                               << std::string("miImportTrips miExportLocations miImportLocations");
-        QTest::newRow("a location") << 1 << 0 << ""
-                                    << std::string(
-                                           "miImportTrips miExportLocations miImportLocations icoAdd");
-        QTest::newRow("a trip") << 1 << 1 << ""
-                                << std::string(
-                                       "miExportTrips miImportTrips miExportLocations miImportLocations "
-                                       "icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
-                                       "miReportFound miCopy icoReports");
+                               << std::string("miImportTrips miExportLocations miImportLocations miCollect");
+        QTest::newRow("a location")
+            << 1 << 0 << ""
+            << std::string("miImportTrips miExportLocations miImportLocations miCollect icoAdd");
+        QTest::newRow("a trip")
+            << 1 << 1 << ""
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
+                           "icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
+                           "miReportFound miCopy icoReports");
         QTest::newRow("a trip without a location")
             << 0 << 1 << ""
-            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
                            "icoEdit icoDelete miFind miTripSheet miReportFound miCopy icoReports");
         QTest::newRow("a trip, found")
             << 1 << 1 << "2003"
-            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
                            "icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
                            "miReportFound miCopy miCopyFound icoReports");
         QTest::newRow("a trip, not found")
             << 1 << 1 << "bream"
-            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
                            "icoAdd miFind icoReports");
         QTest::newRow("a trip, faulty query")
             << 1 << 1 << "foo:bar"
-            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
                            "icoAdd icoEdit miRepeat icoDelete miFind "
                            "miTripSheet miReportFound miCopy icoReports");
     }
