@@ -124,17 +124,15 @@ QString fRestore::Note() const
         return QStringLiteral("Your trips and locations stay as they are. Edit > Undo takes the added ones "
                               "back.");
     }
-    const QString replacing =
-        QStringLiteral("Your log becomes what it was then. The present one is backed up first.");
-    if (CanAdd()) {
-        return replacing;
-    }
     const bool isEmpty = m_missing.batch.trips.empty() && m_missing.batch.locations.empty();
-    return replacing + (!m_isReadable
-                            ? QStringLiteral(" Nothing can be added to it, because it cannot be read.")
-                        : isEmpty ? QStringLiteral(" Nothing of the back-up is missing in it.")
-                                  : QStringLiteral(" It has too few numbers left to add what is missing. "
-                                                   "The highest number is 32767."));
+    const QString whyNotAdd =
+        CanAdd()        ? QString()
+        : !m_isReadable ? QStringLiteral(" Nothing can be added to it, because it cannot be read.")
+        : isEmpty       ? QStringLiteral(" Nothing of the back-up is missing in it.")
+                  : QStringLiteral(" It has too few numbers left to add what is missing. The highest number "
+                                   "is 32767.");
+    return QStringLiteral("Your log becomes what it was then. The present one is backed up first.") +
+           whyNotAdd;
 }
 
 void fRestore::SetControls()
