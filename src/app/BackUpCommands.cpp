@@ -3,8 +3,7 @@
 #include "backup/BackUp.h"
 #include "backup/Restore.h"
 #include "core/Error.h"
-
-#include <QCoreApplication>
+#include "core/Text.h"
 
 namespace Tarno
 {
@@ -17,16 +16,6 @@ std::string Sentence(const Error& error)
 {
     const std::string text = error.Description();
     return text.ends_with('.') ? text : text + '.';
-}
-
-std::string ProgramName()
-{
-    return "Tarno " + QCoreApplication::applicationVersion().toStdString();
-}
-
-LocalTime TimeOf(const Clock& clock)
-{
-    return {clock.Today(), clock.TimeOfDay()};
 }
 
 void ListMissing(const std::vector<std::string>& missing, const CommandContext& context)
@@ -52,9 +41,10 @@ ExitStatus RunBackUp(const CommandLine& line, const CommandContext& context)
 {
     TellInterruptedRestore(context);
     try {
-        const BackUpResult result = BackUp(
-            context.folder, context.operations, line.subject,
-            {.pictures = BackUpPictures::Include, .time = TimeOf(context.clock), .program = ProgramName()});
+        const BackUpResult result = BackUp(context.folder, context.operations, line.subject,
+                                           {.pictures = BackUpPictures::Include,
+                                            .time = LocalTimeOf(context.clock),
+                                            .program = ProgramName()});
         ListMissing(result.missing, context);
         context.out << "Backed up the log with " << Counted(result.pictures, "picture") << " to "
                     << line.subject << '\n';
@@ -68,7 +58,7 @@ ExitStatus RunRestore(const CommandLine& line, const CommandContext& context)
 {
     try {
         const RestoreResult result = RestoreBackUp(line.subject, context.folder, context.operations,
-                                                   TimeOf(context.clock), ProgramName());
+                                                   LocalTimeOf(context.clock), ProgramName());
         ListMissing(result.missing, context);
         context.out << "Restored " << Counted(result.restored.trips, "trip") << ", "
                     << Counted(result.restored.locations, "location") << " and "

@@ -9,6 +9,7 @@
 #include "store/DataFile.h"
 #include "store/LogFiles.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 #include <algorithm>
@@ -89,6 +90,11 @@ private:
 };
 
 } // namespace
+
+std::string ProgramName()
+{
+    return "Tarno " + QCoreApplication::applicationVersion().toStdString();
+}
 
 BackUpResult BackUp(const ProgramFolder& folder, FileOperations& operations, const std::string& path,
                     const BackUpOptions& options, const Progress& progress)

@@ -28,6 +28,9 @@ struct BackUpResult {
     std::vector<std::string> missing; ///< pictures that cannot be read, as they are stored in the records
 };
 
+/// Returns the name and version of the program.
+std::string ProgramName();
+
 /// Writes a back-up of the log in `folder` to the file `path`, see ArchiveWriter::Write. The data files are
 /// read while the folder is locked, so that they belong together. Refuses a log with a data file that cannot
 /// be read, because such a back-up could not be restored. Throws Error with a sentence for the user, and like

@@ -33,20 +33,6 @@ std::string_view WordOf(BackUpKind kind)
                                                : std::string_view();
 }
 
-/// An automatic back-up by its name.
-struct Automatic {
-    std::string minute; ///< "2026-11-22-1830"
-    unsigned number = 1;
-    std::string name;
-
-    bool operator<(const Automatic& other) const
-    {
-        return std::tie(minute, number, name) < std::tie(other.minute, other.number, other.name);
-    }
-
-    std::string_view Month() const { return std::string_view(minute).substr(0, 7); }
-};
-
 /// Whether `text` has digits where `pattern` has zeros, and otherwise the same letters.
 bool Matches(std::string_view text, std::string_view pattern)
 {
@@ -55,8 +41,20 @@ bool Matches(std::string_view text, std::string_view pattern)
     });
 }
 
-/// Returns the back-up with exactly this name, or nothing if it is not the name of an automatic one.
-std::optional<Automatic> AutomaticOf(const std::string& name)
+/// Returns the kind of the back-up whose name ends with `rest`, and removes its word from `rest`.
+BackUpKind TakeKind(std::string_view& rest)
+{
+    for (const BackUpKind kind : {BackUpKind::Automatic, BackUpKind::BeforeRestore}) {
+        if (rest.starts_with(WordOf(kind))) {
+            rest.remove_prefix(WordOf(kind).size());
+            return kind;
+        }
+    }
+    return BackUpKind::ByHand;
+}
+
+/// Returns the back-up with exactly this name, or nothing if it is not the name of one.
+std::optional<NamedBackUp> BackUpOf(const std::string& name)
 {
     constexpr std::string_view pattern = "0000-00-00-0000";
     std::string_view rest = name;
@@ -65,13 +63,13 @@ std::optional<Automatic> AutomaticOf(const std::string& name)
     }
     rest.remove_prefix(prefix.size());
     rest.remove_suffix(suffix.size());
-    const std::string_view minute = rest.substr(0, pattern.size());
+    const std::string minute(rest.substr(0, pattern.size()));
     rest.remove_prefix(minute.size());
-    if (!Matches(minute, pattern) || !rest.starts_with(automatic)) {
+    if (!Matches(minute, pattern)) {
         return std::nullopt;
     }
-    rest.remove_prefix(automatic.size());
-    Automatic found{std::string(minute), 1, name};
+    NamedBackUp found{name, TakeKind(rest),
+                      minute.substr(0, 10) + ' ' + minute.substr(11, 2) + ':' + minute.substr(13), 1};
     if (rest.empty()) {
         return found;
     }
@@ -82,19 +80,24 @@ std::optional<Automatic> AutomaticOf(const std::string& name)
 }
 
 /// Returns the automatic back-ups, the oldest first.
-std::vector<Automatic> AutomaticAmong(const std::vector<std::string>& names)
+std::vector<NamedBackUp> AutomaticAmong(const std::vector<std::string>& names)
 {
-    std::vector<Automatic> found;
-    for (const std::string& name : names) {
-        if (const auto one = AutomaticOf(name)) {
-            found.push_back(*one);
-        }
-    }
-    std::sort(found.begin(), found.end());
+    std::vector<NamedBackUp> found = BackUpsAmong(names);
+    std::erase_if(found, [](const NamedBackUp& one) { return one.kind != BackUpKind::Automatic; });
     return found;
 }
 
+std::string_view MonthOf(const NamedBackUp& backUp)
+{
+    return std::string_view(backUp.time).substr(0, 7);
+}
+
 } // namespace
+
+LocalTime LocalTimeOf(const Clock& clock)
+{
+    return {clock.Today(), clock.TimeOfDay()};
+}
 
 std::string ToText(const LocalTime& time)
 {
@@ -117,13 +120,30 @@ std::string BackUpName(BackUpKind kind, const LocalTime& time, const std::vector
     return name;
 }
 
+bool NamedBackUp::operator<(const NamedBackUp& other) const
+{
+    return std::tie(time, number, name) < std::tie(other.time, other.number, other.name);
+}
+
+std::vector<NamedBackUp> BackUpsAmong(const std::vector<std::string>& names)
+{
+    std::vector<NamedBackUp> found;
+    for (const std::string& name : names) {
+        if (const auto one = BackUpOf(name)) {
+            found.push_back(*one);
+        }
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
 std::vector<std::string> ExpiredBackUps(const std::vector<std::string>& names)
 {
     constexpr std::size_t kept = 10;
-    const std::vector<Automatic> all = AutomaticAmong(names);
+    const std::vector<NamedBackUp> all = AutomaticAmong(names);
     std::vector<std::string> expired;
     for (std::size_t index = 0; index + kept < all.size(); ++index) {
-        if (all[index].Month() == all[index + 1].Month()) { // not the last one of its month
+        if (MonthOf(all[index]) == MonthOf(all[index + 1])) { // not the last one of its month
             expired.push_back(all[index].name);
         }
     }
@@ -132,7 +152,7 @@ std::vector<std::string> ExpiredBackUps(const std::vector<std::string>& names)
 
 std::optional<std::string> NewestAutomaticBackUp(const std::vector<std::string>& names)
 {
-    const std::vector<Automatic> all = AutomaticAmong(names);
+    const std::vector<NamedBackUp> all = AutomaticAmong(names);
     return all.empty() ? std::nullopt : std::optional(all.back().name);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Clock.h"
+
 #include <chrono>
 #include <optional>
 #include <string>
@@ -14,6 +16,9 @@ struct LocalTime {
     std::chrono::minutes time;
 };
 
+/// Returns the present time.
+LocalTime LocalTimeOf(const Clock& clock);
+
 /// Returns for example "2026-11-22 18:30".
 std::string ToText(const LocalTime& time);
 
@@ -27,6 +32,19 @@ enum class BackUpKind {
 /// "tarno-2026-11-22-1830-automatic.zip" or "tarno-2026-11-22-1830-before-restore.zip". If `taken`, the names
 /// in its folder, has this name in any case of letters, "-2" or a higher number precedes the suffix.
 std::string BackUpName(BackUpKind kind, const LocalTime& time, const std::vector<std::string>& taken);
+
+/// A back-up as its name describes it.
+struct NamedBackUp {
+    std::string name;
+    BackUpKind kind = BackUpKind::ByHand;
+    std::string time;    ///< "2026-11-22 18:30"
+    unsigned number = 1; ///< of those of the same kind and minute
+
+    bool operator<(const NamedBackUp& other) const;
+};
+
+/// Returns the back-ups among `names`, the names in a folder, the oldest first. Ignores all other names.
+std::vector<NamedBackUp> BackUpsAmong(const std::vector<std::string>& names);
 
 /// Returns those of `names`, the names in a folder of back-ups, that can be removed: automatic back-ups other
 /// than the last ten and the last one of each month. Never returns another name. The result is sorted.

@@ -57,6 +57,26 @@ private Q_SLOTS:
         QCOMPARE(BackUpName(BackUpKind::Automatic, evening, taken), "tarno-2026-11-22-1830-automatic.zip"s);
     }
 
+    void backUps_areListedByTime()
+    {
+        const Names names{"tarno-2026-11-22-1830-before-restore.zip",
+                          "tarno.xml",
+                          "tarno-2026-11-22-1830-10.zip",
+                          "tarno-2026-11-22-1830-2.zip",
+                          "tarno-2026-11-21-0905-automatic.zip",
+                          "tarno-2026-11-22-1830-01.zip",
+                          "tarno-2026-11-22-1830-by-hand.zip",
+                          "tarno-2026-11-22-1830-automatic.zip.bak"};
+        Names found;
+        for (const NamedBackUp& one : BackUpsAmong(names)) {
+            found.push_back(one.name + " | " + std::to_string(static_cast<int>(one.kind)) + " | " + one.time);
+        }
+        QCOMPARE(found, (Names{"tarno-2026-11-21-0905-automatic.zip | 1 | 2026-11-21 09:05",
+                               "tarno-2026-11-22-1830-before-restore.zip | 2 | 2026-11-22 18:30",
+                               "tarno-2026-11-22-1830-2.zip | 0 | 2026-11-22 18:30",
+                               "tarno-2026-11-22-1830-10.zip | 0 | 2026-11-22 18:30"}));
+    }
+
     void lastTen_areKept()
     {
         QCOMPARE(ExpiredBackUps({}), Names());

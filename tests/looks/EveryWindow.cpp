@@ -1,5 +1,8 @@
 #include "EveryWindow.h"
 
+#include "ui/backup/RestoreLog.h"
+#include "ui/backup/fBackUp.h"
+#include "ui/backup/fCollect.h"
 #include "ui/calendar/fCalendar.h"
 #include "ui/common/ScreenFit.h"
 #include "ui/common/SortableList.h"
@@ -391,6 +394,74 @@ void LocationImport(const Visit& visit)
         "fWayPoints", [&] { ImportLocations(world.program, nullptr); }, asOpened, visit);
 }
 
+/// The sample log with several back-ups.
+class ProgramWithBackUps : public SampleProgram
+{
+public:
+    ProgramWithBackUps()
+    {
+        folder.MakeFolder("backups");
+        constexpr int size = 2'100'000;
+        folder.Write("backups/tarno-2026-11-20-1905.zip", std::string(size, 'x'));
+        folder.Write("backups/tarno-2026-11-21-0712-automatic.zip", std::string(size / 2, 'x'));
+        folder.Write("backups/tarno-2026-11-22-1830-before-restore.zip", std::string(size / 100, 'x'));
+        windows.SetBackUpFolder(FromUtf8(folder.Path()), FromUtf8(folder.PathOf("backups")));
+    }
+};
+
+/// A back-up of the sample log, restored to a log that may have changed since.
+std::function<void(const Visit&)> Restored(const std::function<void(TestProgram& world)>& change,
+                                           const Step& prepare = asOpened)
+{
+    return [change, prepare](const Visit& visit) {
+        SampleProgram world;
+        world.folder.MakeFolder("backups");
+        const std::string path = world.folder.PathOf("backups/tarno-2026-11-22-1830.zip");
+        BackUp(world.programFolder, world.operations, path,
+               {.time = {std::chrono::year(2026) / 11 / 22, std::chrono::minutes(18 * 60 + 30)},
+                .program = "Tarno"});
+        change(world);
+        world.files.ExpectOpen({.title = QStringLiteral("Restore"),
+                                .filter = QStringLiteral("Back-ups (*.zip);;All files (*)"),
+                                .folder = FromUtf8(world.folder.PathOf("backups")),
+                                .fileName = {}},
+                               FromUtf8(path));
+        ShowModally(
+            "fRestore", [&] { RestoreLog(world.program, nullptr); }, prepare, visit);
+    };
+}
+
+void DeleteSomeTrips(TestProgram& world)
+{
+    for (const std::int16_t key : {3, 4, 5}) {
+        world.sql.EntryDelete(key);
+    }
+}
+
+void ChooseAdding(QWidget& window)
+{
+    Click(window, "optAdd");
+}
+
+/// The sample log with pictures elsewhere and nowhere.
+class ProgramWithScatteredPictures : public SampleProgram
+{
+public:
+    ProgramWithScatteredPictures()
+    {
+        constexpr int size = 2'100'000;
+        m_camera.Write("IMG_0412.jpg", std::string(size, 'x'));
+        m_camera.Write("reef.png", std::string(size / 3, 'x'));
+        AddEntry(
+            {{EntryField::StartDate, "2026-11-20"}, {EntryField::Picture, m_camera.PathOf("IMG_0412.jpg")}});
+        AddEntry({{EntryField::StartDate, "2026-11-21"}, {EntryField::Picture, m_camera.PathOf("reef.png")}});
+        AddEntry({{EntryField::StartDate, "2026-11-22"}, {EntryField::Picture, "/media/stick/eel.jpg"}});
+    }
+
+private:
+    TemporaryFolder m_camera;
+};
+
 /// The export of the trips that a query has found.
 void Export(const Visit& visit)
 {
@@ -565,6 +636,13 @@ const std::vector<WindowState>& EveryWindow()
         {"export of locations", LocationExport<>},
         {"export of locations, none", LocationExport<EmptyProgram>},
         {"import of locations", LocationImport},
+        {"back-ups", Plain<fBackUp, ProgramWithBackUps>()},
+        {"back-ups, none", Plain<fBackUp>()},
+        {"collected pictures", Plain<fCollect, ProgramWithScatteredPictures>()},
+        {"collected pictures, none", Plain<fCollect>()},
+        {"restore", Restored(DeleteSomeTrips), 1},
+        {"restore, adding", Restored(DeleteSomeTrips, ChooseAdding), 1},
+        {"restore, nothing missing", Restored([](TestProgram& /*world*/) {}), 1},
         {"manual", Manual, 1, false},
         {"preview of locations", PreviewBy<fLocs>("cmdPrint")},
         {"preview of the log", PreviewBy<fRptLog>("cmdPreview")},

@@ -131,7 +131,7 @@ inline TabStops FindTabStops(QWidget& window)
 /// keyboards.
 inline QString Typed(const QString& text)
 {
-    static const QRegularExpression beginning(QStringLiteral("^[A-Za-z0-9-]{1,10}"));
+    static const QRegularExpression beginning(QStringLiteral("^[A-Za-z0-9/-]{1,10}"));
     return beginning.match(text).captured();
 }
 

@@ -139,7 +139,25 @@ public:
         return next ? next->path : std::nullopt;
     }
 
+    /// The user chooses the folder `path`, or cancels (nullopt).
+    void ExpectChooseFolder(const QString& title, const QString& folder, const std::optional<QString>& path)
+    {
+        m_expected.push_back({ToChoose(title, folder), path});
+    }
+
+    std::optional<QString> ChooseFolder(QWidget* /*parent*/, const QString& title,
+                                        const QString& folder) override
+    {
+        const auto next = Scripted::Next(m_expected, ToChoose(title, folder));
+        return next ? next->path : std::nullopt;
+    }
+
 private:
+    static QString ToChoose(const QString& title, const QString& folder)
+    {
+        return QStringLiteral("choose folder ") + title + QStringLiteral(" / ") + folder;
+    }
+
     static QString ToSave(const FileQuestion& question)
     {
         return QStringLiteral("save ") + Scripted::Described(question) + QStringLiteral(" / ") +

@@ -117,6 +117,15 @@ std::optional<QString> DesktopFileDialogs::Save(QWidget* parent, const FileQuest
     return ChosenIn(dialog);
 }
 
+std::optional<QString> DesktopFileDialogs::ChooseFolder(QWidget* parent, const QString& title,
+                                                        const QString& folder)
+{
+    QFileDialog dialog(parent, title, folder);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    return ChosenIn(dialog);
+}
+
 void DesktopProgramStarter::Start(const QString& program, const QStringList& arguments)
 {
     if (!QProcess::startDetached(program, arguments, QFileInfo(program).path())) {

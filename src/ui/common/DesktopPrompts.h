@@ -16,6 +16,8 @@ class DesktopFileDialogs final : public FileDialogs
 public:
     std::optional<QString> Open(QWidget* parent, const FileQuestion& question) override;
     std::optional<QString> Save(QWidget* parent, const FileQuestion& question) override;
+    std::optional<QString> ChooseFolder(QWidget* parent, const QString& title,
+                                        const QString& folder) override;
 };
 
 class DesktopProgramStarter final : public ProgramStarter

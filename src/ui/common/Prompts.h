@@ -65,6 +65,10 @@ public:
     /// Returns the full path of the file to write, or nothing if the user cancels. Does not ask before an
     /// existing file is overwritten.
     virtual std::optional<QString> Save(QWidget* parent, const FileQuestion& question) = 0;
+
+    /// Returns the full path of an existing folder, or nothing if the user cancels. Starts in `folder`.
+    virtual std::optional<QString> ChooseFolder(QWidget* parent, const QString& title,
+                                                const QString& folder) = 0;
 };
 
 struct PrintJob {

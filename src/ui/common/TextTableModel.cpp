@@ -7,6 +7,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <numeric>
 #include <utility>
@@ -209,7 +210,8 @@ const std::vector<int>& TextTableModel::Ranks(int column)
     std::vector<int>& ranks = m_ranks[static_cast<std::size_t>(column)];
     if (ranks.empty() && !m_rows.empty()) {
         const auto position = static_cast<std::size_t>(column);
-        if (position < m_rows.front().order.size()) {
+        const std::vector<double>& order = m_rows.front().order;
+        if (position < order.size() && !std::isnan(order[position])) {
             std::vector<double> numbers;
             std::transform(m_rows.begin(), m_rows.end(), std::back_inserter(numbers),
                            [position](const Row& row) { return row.order.at(position); });

@@ -21,8 +21,8 @@ public:
     struct Row {
         QString key;
         QStringList cells;
-        std::vector<double> order =
-            {}; ///< numbers by which the first columns are sorted, in all rows or in none
+        std::vector<double> order = {}; ///< numbers by which the first columns are sorted, in all rows or in
+                                        ///< none; not-a-number for a column that is sorted by its texts
         std::optional<bool> isChecked = {}; ///< the state of the check box in the first column, if it has one
     };
 

@@ -4,8 +4,6 @@
 #include "qt/Strings.h"
 #include "ui/reports/WaitDialog.h"
 
-#include <QCoreApplication>
-
 namespace Tarno
 {
 
@@ -16,8 +14,7 @@ namespace
 void TellFailure(const Program& program, QWidget* parent, const QString& folder, const QString& reason)
 {
     const QString log = FromUtf8(program.folder.GetAppPath());
-    const LocalTime now{program.clock.Today(), program.clock.TimeOfDay()};
-    const QString today = FromUtf8(ToText(now)).section(QLatin1Char(' '), 0, 0);
+    const QString today = FromUtf8(ToText(LocalTimeOf(program.clock))).section(QLatin1Char(' '), 0, 0);
     if (program.windows.DayOfFailedBackUp(log) == today) {
         return;
     }
@@ -42,8 +39,8 @@ void BackUpAutomatically(const Program& program, QWidget* parent)
     try {
         BackUpIfChanged(program.folder, program.operations, ToUtf8(folder),
                         {.pictures = BackUpPictures::LeaveOut,
-                         .time = {program.clock.Today(), program.clock.TimeOfDay()},
-                         .program = "Tarno " + ToUtf8(QCoreApplication::applicationVersion())},
+                         .time = LocalTimeOf(program.clock),
+                         .program = ProgramName()},
                         [&wait](double /*done*/) { return wait.Advance(); });
     } catch (const Cancelled&) {
         return; // as the user wants

@@ -17,13 +17,18 @@ namespace Tarno
 namespace
 {
 
-/// Returns for example "Delete of 2024-10-05 Pittwater", "Import of 12 trips" or "Import of 1 location".
+/// Returns for example "Delete of 2024-10-05 Pittwater", "Edit of 3 records", "Import of 12 trips" or "Import
+/// of 1 location".
 QString DescribeChange(const ChangeTitle& change)
 {
     if (change.kind == ChangeKind::Import) {
         return QStringLiteral("Import of ") + FromUtf8(change.trips > 0
                                                            ? Counted(change.trips, "trip")
                                                            : Counted(change.locations, "location"));
+    }
+    if (const std::size_t count = change.trips + change.locations;
+        change.kind == ChangeKind::Edit && count > 1) {
+        return QStringLiteral("Edit of %1 records").arg(count);
     }
     const QString kind = change.kind == ChangeKind::Add    ? QStringLiteral("Add")
                          : change.kind == ChangeKind::Edit ? QStringLiteral("Edit")

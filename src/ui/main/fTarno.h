@@ -49,6 +49,7 @@ public:
     void ShowDetails();
     void Calendar();
     void Statistics();
+    void Restore();
 
 Q_SIGNALS:
     /// The user confirmed the exit and the data access was released.

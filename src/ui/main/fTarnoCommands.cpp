@@ -9,7 +9,11 @@
 #include "fSplash.h"
 #include "fTarno.h"
 #include "qt/Strings.h"
+#include "ui/backup/RestoreLog.h"
+#include "ui/backup/fBackUp.h"
+#include "ui/backup/fCollect.h"
 #include "ui/calendar/fCalendar.h"
+#include "ui/common/Notices.h"
 #include "ui/entry/fEntry.h"
 #include "ui/help/fHelp.h"
 #include "ui/locations/fLocs.h"
@@ -69,6 +73,12 @@ void fTarno::AddTransferCommands()
         [this] { ExportLocations(m_program, this); });
     add(m_ui->miImportLocations, Needs::ReadableLog, "ImportLocations",
         [this] { ImportLocations(m_program, this); });
+    add(m_ui->miBackUp, Needs::Nothing, "BackUp", [this] { fBackUp(m_program, this).exec(); });
+    add(m_ui->miCollect, Needs::ReadableLog, "CollectPictures", [this] {
+        fCollect(m_program, this).exec();
+        m_log->ShowSaved({}); // also shows what other programs have changed
+    });
+    m_commands->Add(m_ui->miRestore, Needs::Nothing, [this] { Restore(); });
 }
 
 void fTarno::EditSelected(const char* routine, bool deleteMode)
@@ -149,6 +159,28 @@ void fTarno::Statistics()
             m_ui->queryBar->Search(*query);
         }
     });
+}
+
+void fTarno::Restore()
+{
+    using Kind = RestoreOutcome::Kind;
+    RestoreOutcome outcome;
+    WithListGreyed("Restore", [&] {
+        outcome = RestoreLog(m_program, this);
+        if (outcome.kind == Kind::Replaced) {
+            m_ui->queryBar->Close();
+            ShowFileProblems(m_program.sql, FromUtf8(m_program.folder.GetAppPath()), this,
+                             m_program.messages);
+        }
+        if (outcome.kind == Kind::Replaced || outcome.kind == Kind::Added) {
+            m_log->ShowSaved(outcome.added);
+        }
+    });
+    if (outcome.kind == Kind::Interrupted) { // the next start completes the restore
+        m_exitConfirmed = true;
+        m_program.sql.DeInit();
+        Q_EMIT ExitConfirmed();
+    }
 }
 
 void fTarno::About()

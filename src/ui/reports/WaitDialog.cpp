@@ -25,11 +25,13 @@ WaitDialog::WaitDialog(const Clock& clock, QWidget* parent, const QString& text,
     m_dialog.setWindowModality(Qt::ApplicationModal);
     m_dialog.setMinimumDuration(std::numeric_limits<int>::max()); // Advance shows it
     m_dialog.reset();
+    // Esc only hides the dialog if the shortcut of its button does not get the key first
+    QObject::connect(&m_dialog, &QDialog::rejected, &m_dialog, &QProgressDialog::cancel);
 }
 
-bool WaitDialog::Advance()
+bool WaitDialog::AdvanceTo(int step)
 {
-    ++m_step;
+    m_step = step;
     const auto now = m_clock.Now();
     if (now - m_lastUpdate >= (m_dialog.isVisible() ? updateInterval : delay)) {
         m_dialog.show();

@@ -15,7 +15,10 @@ public:
     WaitDialog(const Clock& clock, QWidget* parent, const QString& text, int steps = 0);
 
     /// Call it after each step of the work. Returns false if the user cancelled.
-    bool Advance();
+    bool Advance() { return AdvanceTo(m_step + 1); }
+
+    /// Like Advance, for work that knows which of the steps it has reached.
+    bool AdvanceTo(int step);
 
 private:
     const Clock& m_clock;

@@ -189,6 +189,30 @@ private Q_SLOTS:
         QCOMPARE(folder.Read("log.rtf"), "old");
     }
 
+    void folderDialog_returnsTheChosenFolder()
+    {
+        const TemporaryFolder folder;
+        folder.MakeFolder("backups");
+        const QString path = QDir::toNativeSeparators(QString::fromStdString(folder.PathOf("backups")));
+        std::optional<QString> chosen;
+        WhileOpen(
+            "QFileDialog",
+            [&] {
+                chosen = DesktopFileDialogs().ChooseFolder(nullptr, QStringLiteral("Choose"),
+                                                           QString::fromStdString(folder.Path()));
+            },
+            [&](QDialog& dialog) {
+                auto* files = qobject_cast<QFileDialog*>(&dialog);
+                QVERIFY(files != nullptr);
+                QCOMPARE(files->windowTitle(), QStringLiteral("Choose"));
+                QCOMPARE(files->fileMode(), QFileDialog::Directory);
+                QCOMPARE(files->directory(), QDir(QString::fromStdString(folder.Path())));
+                Find<QLineEdit>(dialog, "fileNameEdit").setText(path);
+                Press(dialog, Qt::Key_Return);
+            });
+        QCOMPARE(chosen, std::optional(path));
+    }
+
     void fileDialogs_cancelled_returnNothing()
     {
         const FileQuestion nothing{.title = {}, .filter = {}, .folder = {}, .fileName = {}};
@@ -200,6 +224,10 @@ private Q_SLOTS:
         chosen = QStringLiteral("something");
         WhileOpen(
             "QFileDialog", [&] { chosen = DesktopFileDialogs().Save(nullptr, nothing); }, escape);
+        QVERIFY(!chosen);
+        chosen = QStringLiteral("something");
+        WhileOpen(
+            "QFileDialog", [&] { chosen = DesktopFileDialogs().ChooseFolder(nullptr, {}, {}); }, escape);
         QVERIFY(!chosen);
     }
 

@@ -6,6 +6,7 @@
 #include <QIcon>
 #include <QSignalSpy>
 
+#include <limits>
 #include <optional>
 
 using namespace Tarno;
@@ -168,6 +169,20 @@ private Q_SLOTS:
         QCOMPARE(keys(), QStringLiteral("bcad"));
         model.sort(1);
         QCOMPARE(keys(), QStringLiteral("dbac")); // without numbers
+    }
+
+    void sort_usesTexts_whereTheNumberIsMissing()
+    {
+        constexpr double byText = std::numeric_limits<double>::quiet_NaN();
+        TextTableModel model({QStringLiteral("Name"), QStringLiteral("Size")}, nullptr);
+        model.SetRows(
+            {{QStringLiteral("1"), {QStringLiteral("b"), QStringLiteral("9 kB")}, {byText, 9'000}},
+             {QStringLiteral("2"), {QStringLiteral("a"), QStringLiteral("10 kB")}, {byText, 10'000}},
+             {QStringLiteral("3"), {QStringLiteral("c"), QStringLiteral("1 MB")}, {byText, 1e6}}});
+        model.sort(0);
+        QCOMPARE(Texts(model), List("a b c"));
+        model.sort(1);
+        QCOMPARE(Texts(model), List("b a c"));
     }
 
     void sort_followsTheUsersLanguage()

@@ -75,8 +75,8 @@ private Q_SLOTS:
     void page_existsForEachWindow_data()
     {
         QTest::addColumn<QString>("window");
-        for (const char* window :
-             {"fTarno", "fEntry", "fLocs", "dlgLocMaint", "fRptLog", "fCustom", "fPreview"}) {
+        for (const char* window : {"fTarno", "fEntry", "fLocs", "dlgLocMaint", "fRptLog", "fCustom",
+                                   "fPreview", "fBackUp", "fRestore", "fCollect"}) {
             QTest::newRow(window) << QString::fromLatin1(window);
         }
     }

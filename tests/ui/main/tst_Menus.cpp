@@ -57,9 +57,10 @@ Texts Described(const QMenu& menu)
 std::string Enabled(const QWidget& window)
 {
     const std::set<QString> always{
-        QStringLiteral("miOpenFolder"), QStringLiteral("miExit"),    QStringLiteral("miCalendar"),
-        QStringLiteral("miStatistics"), QStringLiteral("miDetails"), QStringLiteral("Earth"),
-        QStringLiteral("icoTides"),     QStringLiteral("miManual"),  QStringLiteral("icoAbout")};
+        QStringLiteral("miBackUp"),  QStringLiteral("miRestore"),  QStringLiteral("miOpenFolder"),
+        QStringLiteral("miExit"),    QStringLiteral("miCalendar"), QStringLiteral("miStatistics"),
+        QStringLiteral("miDetails"), QStringLiteral("Earth"),      QStringLiteral("icoTides"),
+        QStringLiteral("miManual"),  QStringLiteral("icoAbout")};
     QStringList names;
     for (const QMenu* menu : Menus(window)) {
         for (const QAction* item : menu->actions()) {
@@ -104,6 +105,10 @@ private Q_SLOTS:
                                           "miImportTrips: Import Trips... (Ctrl+Shift+E)",
                                           "miExportLocations: Export Locations... (Ctrl+G)",
                                           "miImportLocations: Import Locations... (Ctrl+Shift+G)",
+                                          "-",
+                                          "miBackUp: Back Up... (Ctrl+B)",
+                                          "miRestore: Restore... (Ctrl+Shift+B)",
+                                          "miCollect: Collect Pictures... ()",
                                           "-",
                                           "miOpenFolder: Open Log Folder (Ctrl+Shift+O)",
                                           "-",
@@ -239,7 +244,7 @@ private Q_SLOTS:
                 }
             }
         }
-        QCOMPARE(keys, 27);
+        QCOMPARE(keys, 29);
     }
 
     void key_opensItsWindow_data()
@@ -254,6 +259,7 @@ private Q_SLOTS:
         QTest::newRow("Ctrl+T") << "fStatistics";
         QTest::newRow("Ctrl+E") << "dlgExport";
         QTest::newRow("Ctrl+G") << "fWayPoints";
+        QTest::newRow("Ctrl+B") << "fBackUp";
         QTest::newRow("Ctrl+L") << "fLocs";
         QTest::newRow("Ctrl+R") << "fRptLog";
         QTest::newRow("Ctrl+P") << "fRptLog";
@@ -389,31 +395,31 @@ private Q_SLOTS:
         QTest::addColumn<QString>("query");
         QTest::addColumn<std::string>("enabled");
         QTest::newRow("empty") << 0 << 0 << ""
-                               << std::string("miImportTrips miExportLocations miImportLocations");
-        QTest::newRow("a location") << 1 << 0 << ""
-                                    << std::string(
-                                           "miImportTrips miExportLocations miImportLocations icoAdd");
-        QTest::newRow("a trip") << 1 << 1 << ""
-                                << std::string(
-                                       "miExportTrips miImportTrips miExportLocations miImportLocations "
-                                       "icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
-                                       "miReportFound miCopy icoReports");
+                               << std::string("miImportTrips miExportLocations miImportLocations miCollect");
+        QTest::newRow("a location")
+            << 1 << 0 << ""
+            << std::string("miImportTrips miExportLocations miImportLocations miCollect icoAdd");
+        QTest::newRow("a trip")
+            << 1 << 1 << ""
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
+                           "icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
+                           "miReportFound miCopy icoReports");
         QTest::newRow("a trip without a location")
             << 0 << 1 << ""
-            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
                            "icoEdit icoDelete miFind miTripSheet miReportFound miCopy icoReports");
         QTest::newRow("a trip, found")
             << 1 << 1 << "2003"
-            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
                            "icoAdd icoEdit miRepeat icoDelete miFind miTripSheet "
                            "miReportFound miCopy miCopyFound icoReports");
         QTest::newRow("a trip, not found")
             << 1 << 1 << "bream"
-            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
                            "icoAdd miFind icoReports");
         QTest::newRow("a trip, faulty query")
             << 1 << 1 << "foo:bar"
-            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations "
+            << std::string("miExportTrips miImportTrips miExportLocations miImportLocations miCollect "
                            "icoAdd icoEdit miRepeat icoDelete miFind "
                            "miTripSheet miReportFound miCopy icoReports");
     }

@@ -367,6 +367,29 @@ private Q_SLOTS:
         QCOMPARE(ColumnTexts(window, Column::Location)[0], "Thredbo");
     }
 
+    void collectedPictures_areOneStep()
+    {
+        FourTrips program;
+        const TemporaryFolder camera;
+        camera.Write("bream.jpg", "a bream");
+        program.AddEntry({{EntryField::StartDate, "2003-03-09"},
+                          {EntryField::LocNo, "1"},
+                          {EntryField::Picture, camera.PathOf("bream.jpg")}});
+        program.AddLocation("Thredbo", {{LocationField::LocPicture, camera.PathOf("bream.jpg")}});
+        ShownLog window(program);
+        program.messages.ExpectInformation(
+            QStringLiteral("1 picture collected. Edit > Undo takes the new names back; the copies stay."),
+            QStringLiteral("Tarno"));
+        WhileOpen(
+            "fCollect", [&] { Command(window, "miCollect").trigger(); },
+            [](QDialog& collect) { Click(collect, "cmdCollect"); });
+        QCOMPARE(program.StoredEntry(5, EntryField::Picture), "pictures/bream.jpg");
+        QCOMPARE(UndoText(window), "&Undo Edit of 2 records");
+        Undo(window);
+        QCOMPARE(program.StoredEntry(5, EntryField::Picture), camera.PathOf("bream.jpg"));
+        QCOMPARE(RedoText(window), "&Redo Edit of 2 records");
+    }
+
     void failedSave_isReportedOnce()
     {
         LoadedTrips program;

@@ -214,6 +214,12 @@ private Q_SLOTS:
             {
                 throw Error(ErrorNumber::OutOfMemory);
             }
+
+            std::optional<QString> ChooseFolder(QWidget* /*parent*/, const QString& /*title*/,
+                                                const QString& /*folder*/) override
+            {
+                throw Error(ErrorNumber::OutOfMemory);
+            }
         } failing;
 
         ShownReport shown;

@@ -1,5 +1,6 @@
 #include "support/ScriptedClock.h"
 #include "support/TestClass.h"
+#include "support/Windows.h"
 #include "ui/reports/WaitDialog.h"
 
 #include <QApplication>
@@ -57,6 +58,15 @@ private Q_SLOTS:
         QCOMPARE(Shown()->value(), 3);
     }
 
+    void progress_canSkipSteps()
+    {
+        ScriptedClock clock;
+        WaitDialog wait(clock, nullptr, QString(), 10);
+        clock.now += 500ms;
+        QVERIFY(wait.AdvanceTo(7));
+        QCOMPARE(Shown()->value(), 7);
+    }
+
     void unknownNumberOfSteps_showsNoProgress()
     {
         ScriptedClock clock;
@@ -74,6 +84,17 @@ private Q_SLOTS:
         clock.now += 500ms;
         QVERIFY(wait.Advance());
         Shown()->cancel();
+        QVERIFY(!wait.Advance());
+    }
+
+    void escape_endsTheWork()
+    {
+        ScriptedClock clock;
+        WaitDialog wait(clock, nullptr, QString(), 10);
+        clock.now += 500ms;
+        QVERIFY(wait.Advance());
+        AwaitActive(*Shown());
+        Press(*Shown(), Qt::Key_Escape);
         QVERIFY(!wait.Advance());
     }
 
