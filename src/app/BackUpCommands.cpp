@@ -2,6 +2,7 @@
 #include "backup/BackUp.h"
 #include "backup/Restore.h"
 #include "core/Error.h"
+#include "core/Text.h"
 
 #include <QCoreApplication>
 
