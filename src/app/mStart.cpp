@@ -16,9 +16,18 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 
 namespace Tarno
 {
+
+/// Returns the folder of the drafts, whose parent it creates.
+static std::string DraftsFolder()
+{
+    const QDir state = QFileInfo(RememberedWindows::DefaultFile()).dir();
+    state.mkpath(QStringLiteral("."));
+    return ToUtf8(QDir::toNativeSeparators(state.filePath(QStringLiteral("drafts"))));
+}
 
 int mStart::Main(const DataFolder& folder)
 {
@@ -42,8 +51,9 @@ int mStart::Main(const DataFolder& folder)
     const auto store = SystemSettingsStore(*operations);
     CRegSettings settings(*store);
     const RememberedWindows windows(RememberedWindows::DefaultFile());
-    const Program program{programFolder, sql,      descs,    settings,    clock,  messages,
-                          files,         programs, printers, *operations, windows};
+    Drafts drafts(DraftsFolder(), *operations);
+    const Program program{programFolder, sql,      descs,    settings,    clock,   messages,
+                          files,         programs, printers, *operations, windows, drafts};
 
     const HelpKey helpKey(windows);
     const ScreenFit screenFit;
