@@ -75,6 +75,7 @@ int mStart::Main(const DataFolder& folder)
         const QString path = FromUtf8(programFolder.GetAppPath());
         fSplash(path, &window).ShowSplash();
         ShowFileProblems(sql, path, &window, messages);
+        window.OfferDrafts();
         exitCode = QApplication::exec();
     }
     reporter.Reset();

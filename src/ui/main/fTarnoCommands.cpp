@@ -1,5 +1,6 @@
 // The commands of fTarno, most of which open other windows.
 
+#include "DraftQuestion.h"
 #include "LogCommands.h"
 #include "LogView.h"
 #include "TideProgram.h"
@@ -10,8 +11,10 @@
 #include "fTarno.h"
 #include "qt/Strings.h"
 #include "ui/calendar/fCalendar.h"
+#include "ui/common/DraftKeeper.h"
 #include "ui/entry/fEntry.h"
 #include "ui/help/fHelp.h"
+#include "ui/locations/dlgLocMaint.h"
 #include "ui/locations/fLocs.h"
 #include "ui/reports/fRptLog.h"
 #include "ui/statistics/fStatistics.h"
@@ -58,9 +61,7 @@ void fTarno::AddTransferCommands()
     using Needs = LogCommands::Needs;
     const auto add = [this](QAction* item, Needs needs, const char* routine,
                             const std::function<void()>& transfer) {
-        m_commands->Add(item, needs, [this, routine, transfer] {
-            WithListGreyed(routine, transfer);
-        });
+        m_commands->Add(item, needs, [this, routine, transfer] { WithListGreyed(routine, transfer); });
     };
     add(m_ui->miExportTrips, Needs::AnyTrip, "ExportTrips",
         [this] { dlgExport(m_program, m_log->Found(), this).exec(); });
@@ -89,7 +90,7 @@ void fTarno::EditSelected(const char* routine, bool deleteMode)
     });
 }
 
-void fTarno::EditNewTrip(const char* routine, const std::function<void(fEntry& editor)>& edit)
+void fTarno::EditTrip(const char* routine, const std::function<void(fEntry& editor)>& edit)
 {
     WithListGreyed(routine, [&] {
         fEntry editor(m_program, this);
@@ -100,13 +101,13 @@ void fTarno::EditNewTrip(const char* routine, const std::function<void(fEntry& e
 
 void fTarno::Add()
 {
-    EditNewTrip("Add", [](fEntry& editor) { editor.SetData(0, false); });
+    EditTrip("Add", [](fEntry& editor) { editor.SetData(0, false); });
 }
 
 void fTarno::Repeat()
 {
     if (const auto trip = m_log->SelectedTrip()) {
-        EditNewTrip("Repeat", [like = Record(*trip)](fEntry& editor) { editor.RepeatTrip(like); });
+        EditTrip("Repeat", [like = Record(*trip)](fEntry& editor) { editor.RepeatTrip(like); });
     }
 }
 
@@ -151,6 +152,36 @@ void fTarno::Statistics()
             m_ui->queryBar->Search(*query);
         }
     });
+}
+
+void fTarno::OfferDrafts()
+{
+    Trap("fTarno", "OfferDrafts", [this] {
+        if (!m_program.sql.CanAddEntries() || !m_program.sql.CanAddLocations()) {
+            return; // the drafts cannot be compared with the log
+        }
+        for (const Draft& draft : m_program.drafts.List(LogOfDrafts(m_program))) {
+            const DraftState state = StateOf(draft, m_program.sql);
+            const Button answer =
+                state == DraftState::Saved
+                    ? Button::Discard
+                    : m_program.messages.Ask(this, QuestionAbout(draft, state, m_log->Places()));
+            if (answer == Button::Discard) {
+                m_program.drafts.Remove(draft);
+            } else if (answer == Button::Continue) {
+                ContinueDraft(draft);
+            }
+        }
+    });
+}
+
+void fTarno::ContinueDraft(const Draft& draft)
+{
+    if (draft.kind == RecordTitle::Kind::Trip) {
+        EditTrip("ContinueDraft", [&](fEntry& editor) { editor.ContinueDraft(draft); });
+    } else {
+        WithListGreyed("ContinueDraft", [&] { dlgLocMaint(m_program, this).ContinueDraft(draft); });
+    }
 }
 
 void fTarno::About()
