@@ -85,6 +85,25 @@ Drafts::Drafts(std::string folder, FileOperations& operations)
 {
 }
 
+bool Drafts::Claim(const std::string& dataFolder)
+{
+    if (!m_claim) {
+        try {
+            MakeFolder();
+        } catch (const Error&) { // NOLINT(bugprone-empty-catch): without it, there are no drafts either
+        }
+        const std::string name = "log-" + Digest(dataFolder) + ".lock";
+        auto claim =
+            std::make_unique<QLockFile>(QString::fromStdString(FromPath(ToPath(m_folder) / ToPath(name))));
+        claim->setStaleLockTime(0); // stale only if the program that has the lock is not running any more
+        if (!claim->tryLock() && claim->error() == QLockFile::LockFailedError) {
+            return false;
+        }
+        m_claim = std::move(claim);
+    }
+    return true;
+}
+
 std::string Drafts::PathOf(const Draft& draft) const
 {
     const std::string number = draft.number == 1 ? std::string() : '-' + std::to_string(draft.number);
@@ -107,10 +126,15 @@ void Drafts::Write(const Draft& draft)
     add("number", std::to_string(draft.number));
     AddValues(root, "values", draft.values);
     AddValues(root, "before", draft.before);
+    MakeFolder();
+    SafeWriter(m_operations).Write(PathOf(draft), SerializeXml(document));
+}
+
+void Drafts::MakeFolder()
+{
     if (!m_operations.GetState(m_folder).exists) {
         m_operations.MakeFolder(m_folder);
     }
-    SafeWriter(m_operations).Write(PathOf(draft), SerializeXml(document));
 }
 
 bool Drafts::Exists(const Draft& draft)

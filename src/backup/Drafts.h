@@ -5,6 +5,9 @@
 #include "store/RecordTitle.h"
 #include "store/cSQL.h"
 
+#include <QLockFile>
+
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,6 +41,10 @@ class Drafts
 public:
     Drafts(std::string folder, FileOperations& operations);
 
+    /// Takes the drafts of a log, so that no other program offers them while this one is running. Returns
+    /// whether this program has them. Never fails.
+    bool Claim(const std::string& dataFolder);
+
     /// Writes the draft, replacing an older one of the same record of the same log with its number. Creates
     /// the folder if its parent exists. Throws Error if that fails.
     void Write(const Draft& draft);
@@ -54,10 +61,12 @@ public:
     std::vector<Draft> List(const std::string& dataFolder);
 
 private:
+    void MakeFolder();
     std::string PathOf(const Draft& draft) const;
 
     std::string m_folder;
     FileOperations& m_operations;
+    std::unique_ptr<QLockFile> m_claim;
 };
 
 /// Compares the draft with its record in the loaded log.

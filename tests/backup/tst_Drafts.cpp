@@ -94,6 +94,22 @@ private Q_SLOTS:
         QVERIFY(test.drafts.List("/home/me/log") == std::vector<Draft>{TripDraft("3")});
     }
 
+    void claimed_belongToOneProgram()
+    {
+        DraftFolder test;
+        Drafts second(test.parent.PathOf("drafts"), test.operations);
+        {
+            Drafts first(test.parent.PathOf("drafts"), test.operations);
+            QVERIFY(first.Claim("/home/me/log"));
+            QVERIFY(first.Claim("/home/me/log"));
+            QVERIFY(!second.Claim("/home/me/log"));
+            QVERIFY(test.drafts.Claim("/home/me/other log"));
+        }
+        QVERIFY(second.Claim("/home/me/log"));
+        QVERIFY(second.List("/home/me/log").empty());
+        QVERIFY(Drafts(test.parent.PathOf("gone/drafts"), test.operations).Claim("/home/me/log"));
+    }
+
     void damaged_isKeptAside_data()
     {
         QTest::addColumn<std::string>("bytes");

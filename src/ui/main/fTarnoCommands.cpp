@@ -157,10 +157,12 @@ void fTarno::Statistics()
 void fTarno::OfferDrafts()
 {
     Trap("fTarno", "OfferDrafts", [this] {
-        if (!m_program.sql.CanAddEntries() || !m_program.sql.CanAddLocations()) {
-            return; // the drafts cannot be compared with the log
+        const std::string log = LogOfDrafts(m_program);
+        const bool isReadable = m_program.sql.CanAddEntries() && m_program.sql.CanAddLocations();
+        if (!isReadable || !m_program.drafts.Claim(log)) {
+            return; // they cannot be compared with the log, or another program may be writing them
         }
-        for (const Draft& draft : m_program.drafts.List(LogOfDrafts(m_program))) {
+        for (const Draft& draft : m_program.drafts.List(log)) {
             const DraftState state = StateOf(draft, m_program.sql);
             const Button answer =
                 state == DraftState::Saved

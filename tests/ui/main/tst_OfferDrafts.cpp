@@ -234,6 +234,21 @@ private Q_SLOTS:
         QVERIFY(program.drafts.List(other.dataFolder) == std::vector<Draft>{other});
     }
 
+    void draftsOfARunningProgram_areNotOffered()
+    {
+        ProgramWithDrafts program;
+        const Draft draft = program.WriteTripDraft();
+        ShownLog log(program);
+        {
+            Drafts running(program.stateFolder.PathOf("drafts"), program.draftOperations);
+            QVERIFY(running.Claim(draft.dataFolder));
+            WithoutWindow([&] { log.OfferDrafts(); });
+        }
+        ExpectLater(program, editing);
+        WithoutWindow([&] { log.OfferDrafts(); });
+        QVERIFY(OnlyDraft(program) == draft);
+    }
+
     void unreadableLog_keepsTheDrafts()
     {
         ProgramWithDrafts program;
