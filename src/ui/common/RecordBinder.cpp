@@ -76,7 +76,11 @@ std::string RecordBinder::Routine(const QObject* control, const char* event) con
 void RecordBinder::BindBox(std::size_t position, QLineEdit* box, Check check, const QString& refusal,
                            Check silentCheck)
 {
-    m_boxes[position] = {box, check, silentCheck ? std::move(silentCheck) : check};
+    LineBox& line = m_boxes[position];
+    line = {box, std::move(check), std::move(silentCheck)};
+    if (!line.silentCheck) {
+        line.silentCheck = line.check;
+    }
     m_guard.Add(
         box, [this, position] { return Validate(position); }, refusal);
     connect(box, &QLineEdit::textChanged, this, [this, box] { m_guard.Edited(box); });
