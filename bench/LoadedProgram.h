@@ -32,11 +32,12 @@ private:
     DesktopProgramStarter m_programs;
     DesktopPrinters m_printers;
     RememberedWindows m_windows{FromUtf8(m_log.Path() + "/windows.ini")};
+    Drafts m_drafts{m_log.Path() + "/drafts", *m_operations};
 
 public:
     cSQL sql{m_folder, *m_operations};
-    const Program program{m_folder, sql,        m_descs,    m_settings,    m_clock,  m_messages,
-                          m_files,  m_programs, m_printers, *m_operations, m_windows};
+    const Program program{m_folder, sql,        m_descs,    m_settings,    m_clock,   m_messages,
+                          m_files,  m_programs, m_printers, *m_operations, m_windows, m_drafts};
 };
 
 } // namespace Tarno

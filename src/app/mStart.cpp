@@ -18,6 +18,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 
 namespace Tarno
 {
@@ -44,6 +45,14 @@ bool FinishRestore(const ProgramFolder& folder, FileOperations& operations, Mess
 
 } // namespace
 
+/// Returns the folder of the drafts, whose parent it creates.
+static std::string DraftsFolder()
+{
+    const QDir state = QFileInfo(RememberedWindows::DefaultFile()).dir();
+    state.mkpath(QStringLiteral("."));
+    return ToUtf8(QDir::toNativeSeparators(state.filePath(QStringLiteral("drafts"))));
+}
+
 int mStart::Main(const DataFolder& folder)
 {
     const ProgramFolder programFolder(ToUtf8(QDir::toNativeSeparators(folder.path)));
@@ -66,8 +75,9 @@ int mStart::Main(const DataFolder& folder)
     const auto store = SystemSettingsStore(*operations);
     CRegSettings settings(*store);
     const RememberedWindows windows(RememberedWindows::DefaultFile());
-    const Program program{programFolder, sql,      descs,    settings,    clock,  messages,
-                          files,         programs, printers, *operations, windows};
+    Drafts drafts(DraftsFolder(), *operations);
+    const Program program{programFolder, sql,      descs,    settings,    clock,   messages,
+                          files,         programs, printers, *operations, windows, drafts};
 
     const HelpKey helpKey(windows);
     const ScreenFit screenFit;
@@ -89,6 +99,7 @@ int mStart::Main(const DataFolder& folder)
         const QString path = FromUtf8(programFolder.GetAppPath());
         fSplash(path, &window).ShowSplash();
         ShowFileProblems(sql, path, &window, messages);
+        window.OfferDrafts();
         exitCode = QApplication::exec();
     }
     reporter.Reset();

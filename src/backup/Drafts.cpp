@@ -71,7 +71,8 @@ std::optional<Draft> ReadDraft(const std::string& bytes)
                 TextOf(root.child("folder")),
                 root.child("written").text().get(),
                 ValuesOf(root.child("values")),
-                ValuesOf(root.child("before"))};
+                ValuesOf(root.child("before")),
+                root.child("number").text().as_int(1)};
     const bool isComplete = (isTrip || kind == WordOf(RecordTitle::Kind::Location)) && !draft.key.empty() &&
                             !draft.dataFolder.empty() && !draft.values.empty();
     return isComplete ? std::optional(std::move(draft)) : std::nullopt;
@@ -84,11 +85,30 @@ Drafts::Drafts(std::string folder, FileOperations& operations)
 {
 }
 
-std::string Drafts::PathOf(RecordTitle::Kind kind, const std::string& key,
-                           const std::string& dataFolder) const
+bool Drafts::Claim(const std::string& dataFolder)
 {
-    const std::string name = std::string(prefix) + std::string(WordOf(kind)) + '-' +
-                             Digest(dataFolder + '\n' + key) + std::string(suffix);
+    if (!m_claim) {
+        try {
+            MakeFolder();
+        } catch (const Error&) { // NOLINT(bugprone-empty-catch): without it, there are no drafts either
+        }
+        const std::string name = "log-" + Digest(dataFolder) + ".lock";
+        auto claim =
+            std::make_unique<QLockFile>(QString::fromStdString(FromPath(ToPath(m_folder) / ToPath(name))));
+        claim->setStaleLockTime(0); // stale only if the program that has the lock is not running any more
+        if (!claim->tryLock() && claim->error() == QLockFile::LockFailedError) {
+            return false;
+        }
+        m_claim = std::move(claim);
+    }
+    return true;
+}
+
+std::string Drafts::PathOf(const Draft& draft) const
+{
+    const std::string number = draft.number == 1 ? std::string() : '-' + std::to_string(draft.number);
+    const std::string name = std::string(prefix) + std::string(WordOf(draft.kind)) + '-' +
+                             Digest(draft.dataFolder + '\n' + draft.key) + number + std::string(suffix);
     return FromPath(ToPath(m_folder) / name);
 }
 
@@ -103,17 +123,28 @@ void Drafts::Write(const Draft& draft)
     add("key", draft.key);
     add("folder", draft.dataFolder);
     add("written", draft.written);
+    add("number", std::to_string(draft.number));
     AddValues(root, "values", draft.values);
     AddValues(root, "before", draft.before);
+    MakeFolder();
+    SafeWriter(m_operations).Write(PathOf(draft), SerializeXml(document));
+}
+
+void Drafts::MakeFolder()
+{
     if (!m_operations.GetState(m_folder).exists) {
         m_operations.MakeFolder(m_folder);
     }
-    SafeWriter(m_operations).Write(PathOf(draft.kind, draft.key, draft.dataFolder), SerializeXml(document));
 }
 
-void Drafts::Remove(RecordTitle::Kind kind, const std::string& key, const std::string& dataFolder)
+bool Drafts::Exists(const Draft& draft)
 {
-    const std::string path = PathOf(kind, key, dataFolder);
+    return m_operations.GetState(PathOf(draft)).exists;
+}
+
+void Drafts::Remove(const Draft& draft)
+{
+    const std::string path = PathOf(draft);
     if (m_operations.GetState(path).exists) {
         m_operations.Remove(path);
         m_operations.SyncFolder(m_folder);

@@ -5,6 +5,9 @@
 #include "store/RecordTitle.h"
 #include "store/cSQL.h"
 
+#include <QLockFile>
+
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,6 +22,7 @@ struct Draft {
     std::string written;    ///< when, for the user: "2026-11-22 18:30"
     StoredTexts values;     ///< as they were typed, by position
     StoredTexts before;     ///< the stored values when editing began; empty for a new record
+    int number = 1;         ///< distinguishes the drafts of one record, or of several new ones
 
     bool operator==(const Draft&) const = default;
 };
@@ -37,22 +41,32 @@ class Drafts
 public:
     Drafts(std::string folder, FileOperations& operations);
 
-    /// Writes the draft, replacing an older one of the same record of the same log. Creates the folder if its
-    /// parent exists. Throws Error if that fails.
+    /// Takes the drafts of a log, so that no other program offers them while this one is running. Returns
+    /// whether this program has them. Never fails.
+    bool Claim(const std::string& dataFolder);
+
+    /// Writes the draft, replacing an older one of the same record of the same log with its number. Creates
+    /// the folder if its parent exists. Throws Error if that fails.
     void Write(const Draft& draft);
 
-    /// Removes the draft of the record, if there is one. Throws Error if it cannot be removed.
-    void Remove(RecordTitle::Kind kind, const std::string& key, const std::string& dataFolder);
+    /// Whether a draft of this record and log with this number exists.
+    bool Exists(const Draft& draft);
+
+    /// Removes the draft with the record, log and number of `draft`, if there is one. Throws Error if it
+    /// cannot be removed.
+    void Remove(const Draft& draft);
 
     /// Returns the drafts of a log, the oldest first. Renames drafts that cannot be read to names that end
     /// with ".damaged" and leaves them out. Never fails.
     std::vector<Draft> List(const std::string& dataFolder);
 
 private:
-    std::string PathOf(RecordTitle::Kind kind, const std::string& key, const std::string& dataFolder) const;
+    void MakeFolder();
+    std::string PathOf(const Draft& draft) const;
 
     std::string m_folder;
     FileOperations& m_operations;
+    std::unique_ptr<QLockFile> m_claim;
 };
 
 /// Compares the draft with its record in the loaded log.

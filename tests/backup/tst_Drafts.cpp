@@ -48,12 +48,15 @@ private Q_SLOTS:
         newTrip.before.clear();
         Draft other = TripDraft("2");
         other.dataFolder = "/home/me/other log";
-        for (const Draft& draft : {second, first, place, newTrip, other}) {
+        Draft later = TripDraft("2", "2026-11-22 18:32");
+        later.number = 2;
+        for (const Draft& draft : {second, first, place, newTrip, other, later}) {
             test.drafts.Write(draft);
         }
-        QVERIFY(test.drafts.List("/home/me/log") == (std::vector<Draft>{newTrip, place, first, second}));
+        QVERIFY(test.drafts.List("/home/me/log") ==
+                (std::vector<Draft>{newTrip, place, first, second, later}));
         QVERIFY(test.drafts.List(other.dataFolder) == std::vector<Draft>{other});
-        QCOMPARE(static_cast<int>(test.FileNames().size()), 5);
+        QCOMPARE(static_cast<int>(test.FileNames().size()), 6);
     }
 
     void writtenAgain_replacesTheOlderOne()
@@ -75,11 +78,36 @@ private Q_SLOTS:
         DraftFolder test;
         test.drafts.Write(TripDraft("2"));
         test.drafts.Write(TripDraft("3"));
-        test.drafts.Remove(Kind::Location, "2", "/home/me/log");
-        test.drafts.Remove(Kind::Trip, "2", "/home/me");
+        Draft place = TripDraft("2");
+        place.kind = Kind::Location;
+        Draft other = TripDraft("2");
+        other.dataFolder = "/home/me";
+        Draft second = TripDraft("2");
+        second.number = 2;
+        for (const Draft& notThere : {place, other, second}) {
+            QVERIFY(!test.drafts.Exists(notThere));
+            test.drafts.Remove(notThere);
+        }
         QCOMPARE(static_cast<int>(test.FileNames().size()), 2);
-        test.drafts.Remove(Kind::Trip, "2", "/home/me/log");
+        QVERIFY(test.drafts.Exists(TripDraft("2")));
+        test.drafts.Remove(TripDraft("2"));
         QVERIFY(test.drafts.List("/home/me/log") == std::vector<Draft>{TripDraft("3")});
+    }
+
+    void claimed_belongToOneProgram()
+    {
+        DraftFolder test;
+        Drafts second(test.parent.PathOf("drafts"), test.operations);
+        {
+            Drafts first(test.parent.PathOf("drafts"), test.operations);
+            QVERIFY(first.Claim("/home/me/log"));
+            QVERIFY(first.Claim("/home/me/log"));
+            QVERIFY(!second.Claim("/home/me/log"));
+            QVERIFY(test.drafts.Claim("/home/me/other log"));
+        }
+        QVERIFY(second.Claim("/home/me/log"));
+        QVERIFY(second.List("/home/me/log").empty());
+        QVERIFY(Drafts(test.parent.PathOf("gone/drafts"), test.operations).Claim("/home/me/log"));
     }
 
     void damaged_isKeptAside_data()

@@ -122,8 +122,10 @@ public:
     CRegSettings settings{store};
     TemporaryFolder stateFolder;
     RememberedWindows windows{FromUtf8(stateFolder.PathOf("windows.ini"))};
-    const Program program{programFolder, sql,      descs,    settings,   clock,  messages,
-                          files,         programs, printers, operations, windows};
+    ScriptedFileOperations draftOperations; // so that a draft does not take a failure scripted for a save
+    Drafts drafts{stateFolder.PathOf("drafts"), draftOperations};
+    const Program program{programFolder, sql,      descs,    settings,   clock,   messages,
+                          files,         programs, printers, operations, windows, drafts};
 
 private:
     void CopyShipped(const std::string& from) const

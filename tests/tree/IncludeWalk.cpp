@@ -73,6 +73,7 @@ const std::set<std::string_view> coreHeaders{
     "QLineF",
     "QList",
     "QLocale",
+    "QLockFile",
     "QMap",
     "QMargins",
     "QMarginsF",

@@ -8,6 +8,9 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
+#include <QPushButton>
+
+#include <map>
 
 namespace Tarno
 {
@@ -35,10 +38,33 @@ QMessageBox::StandardButtons ButtonsOf(Buttons buttons)
         return QMessageBox::Yes | QMessageBox::No;
     case Buttons::YesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case Buttons::ContinueDiscardLater:
+        return QMessageBox::NoButton;
     case Buttons::Ok:
         break;
     }
     return QMessageBox::Ok;
+}
+
+/// Adds buttons with captions of our own and returns their answers.
+std::map<QAbstractButton*, Button> AddOwnButtons(QMessageBox& box, const Question& question)
+{
+    if (question.buttons != Buttons::ContinueDiscardLater) {
+        return {};
+    }
+    std::map<QAbstractButton*, Button> answers;
+    const auto add = [&](const char* caption, QMessageBox::ButtonRole role, Button answer) {
+        QPushButton* button = box.addButton(QLatin1String(caption), role);
+        answers[button] = answer;
+        if (answer == question.byDefault) {
+            box.setDefaultButton(button);
+        }
+        return button;
+    };
+    add("&Continue", QMessageBox::AcceptRole, Button::Continue);
+    add("&Discard", QMessageBox::DestructiveRole, Button::Discard);
+    box.setEscapeButton(add("&Later", QMessageBox::RejectRole, Button::Later));
+    return answers;
 }
 
 QMessageBox::StandardButton ButtonOf(Button button)
@@ -50,10 +76,9 @@ QMessageBox::StandardButton ButtonOf(Button button)
         return QMessageBox::No;
     case Button::Cancel:
         return QMessageBox::Cancel;
-    case Button::Ok:
-        break;
+    default:
+        return QMessageBox::Ok;
     }
-    return QMessageBox::Ok;
 }
 
 Button AnswerOf(int button)
@@ -95,7 +120,10 @@ Button DesktopMessageBoxes::Ask(QWidget* parent, const Question& question)
     if (question.buttons == Buttons::YesNo) {
         box.setEscapeButton(QMessageBox::No);
     }
-    return AnswerOf(box.exec());
+    const auto ownAnswers = AddOwnButtons(box, question);
+    const int answer = box.exec();
+    const auto own = ownAnswers.find(box.clickedButton());
+    return own == ownAnswers.end() ? AnswerOf(answer) : own->second;
 }
 
 std::optional<QString> DesktopFileDialogs::Open(QWidget* parent, const FileQuestion& question)

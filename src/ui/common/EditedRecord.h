@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Text.h"
+#include "store/ImportBatch.h"
 #include "store/Record.h"
 
 #include <cstddef>
@@ -28,6 +29,15 @@ public:
     std::string Text(std::size_t position) const { return m_copy.Text(position); }
 
     std::size_t Count() const { return m_copy.Count(); }
+
+    StoredTexts Texts() const
+    {
+        StoredTexts texts;
+        for (std::size_t position = 0; position < Count(); ++position) {
+            texts.push_back(Text(position));
+        }
+        return texts;
+    }
 
     /// Stores `text`, cleaned by XmlText, at `position`. If the value differs, sets the changed flag and
     /// returns true. Throws Error ObjectNotSet if the record has no value at `position`.

@@ -95,6 +95,7 @@ void LeaveGuard::Edited(QWidget* box)
     }
     m_unchecked.insert(box);
     m_note->HideAt(box);
+    Q_EMIT BoxEdited();
     if (FocusedBox() != box) {
         RunCheck(box);
     }

@@ -61,6 +61,10 @@ public:
 
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
+Q_SIGNALS:
+    /// The user has changed a box, which is not checked yet.
+    void BoxEdited();
+
 private:
     struct Guarded {
         Check check;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/Drafts.h"
 #include "core/CRegSettings.h"
 #include "core/Clock.h"
 #include "core/FileOperations.h"
@@ -26,6 +27,7 @@ struct Program {
     Printers& printers;
     FileOperations& operations;
     const RememberedWindows& windows;
+    Drafts& drafts;
 };
 
 } // namespace Tarno

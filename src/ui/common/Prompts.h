@@ -16,8 +16,8 @@ namespace Tarno
 // Interfaces to the desktop. Tests replace them with scripted doubles.
 
 enum class Icon { Information, Question, Exclamation };
-enum class Button { Ok, Yes, No, Cancel };
-enum class Buttons { Ok, YesNo, YesNoCancel };
+enum class Button { Ok, Yes, No, Cancel, Continue, Discard, Later };
+enum class Buttons { Ok, YesNo, YesNoCancel, ContinueDiscardLater };
 
 struct Question {
     QString text;
@@ -35,8 +35,8 @@ public:
     MessageBoxes& operator=(const MessageBoxes&) = delete;
     virtual ~MessageBoxes() = default;
 
-    /// Shows a modal box over `parent` and returns the chosen button. The close box and Esc return Cancel if
-    /// the box has that button, otherwise No, otherwise Ok.
+    /// Shows a modal box over `parent` and returns the chosen button. The close box and Esc return Cancel or
+    /// Later if the box has that button, otherwise No, otherwise Ok.
     virtual Button Ask(QWidget* parent, const Question& question) = 0;
 
     /// Shows a box with the information icon and an OK button.

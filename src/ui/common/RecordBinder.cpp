@@ -73,9 +73,14 @@ std::string RecordBinder::Routine(const QObject* control, const char* event) con
     return ToUtf8(control->objectName()) + event;
 }
 
-void RecordBinder::BindBox(std::size_t position, QLineEdit* box, Check check, const QString& refusal)
+void RecordBinder::BindBox(std::size_t position, QLineEdit* box, Check check, const QString& refusal,
+                           Check silentCheck)
 {
-    m_boxes[position] = {box, std::move(check)};
+    LineBox& line = m_boxes[position];
+    line = {box, std::move(check), std::move(silentCheck)};
+    if (!line.silentCheck) {
+        line.silentCheck = line.check;
+    }
     m_guard.Add(
         box, [this, position] { return Validate(position); }, refusal);
     connect(box, &QLineEdit::textChanged, this, [this, box] { m_guard.Edited(box); });
@@ -187,6 +192,25 @@ bool RecordBinder::WriteBack()
         ValidateLines(position, lines);
     }
     return mayLeave;
+}
+
+StoredTexts RecordBinder::TypedTexts() const
+{
+    StoredTexts texts = m_record.Texts();
+    for (const auto& [position, line] : m_boxes) {
+        std::string text = ToUtf8(line.box->text());
+        if (line.box == m_window->focusWidget() && text != texts.at(position) &&
+            (!line.silentCheck || line.silentCheck(text))) {
+            texts.at(position) = XmlText(text);
+        }
+    }
+    for (const auto& [position, lines] : m_lines) {
+        const QString text = TypedLines(lines);
+        if (text != ShownLines(texts.at(position))) {
+            texts.at(position) = XmlText(StoredLines(text));
+        }
+    }
+    return texts;
 }
 
 void RecordBinder::ValidateLines(std::size_t position, const QPlainTextEdit* lines)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/ImportBatch.h"
 #include "ui/common/EditedRecord.h"
 
 #include <QObject>
@@ -38,8 +39,10 @@ public:
 
     /// Binds a single-line box. Without a check, every text is accepted. A text that equals the stored value
     /// is not checked, so stored and calculated values never block the box. While a text is refused,
-    /// `refusal` is shown at the box and is its accessible description.
-    void BindBox(std::size_t position, QLineEdit* box, Check check = nullptr, const QString& refusal = {});
+    /// `refusal` is shown at the box and is its accessible description. `silentCheck` replaces a check that
+    /// reports errors while the text is not finished.
+    void BindBox(std::size_t position, QLineEdit* box, Check check = nullptr, const QString& refusal = {},
+                 Check silentCheck = nullptr);
     /// Binds a multi-line box. Its line breaks are stored encoded.
     void BindLines(std::size_t position, QPlainTextEdit* box);
     /// Binds the option buttons `group`_0, `group`_1, ... on `page`. The index of the chosen button is
@@ -63,6 +66,10 @@ public:
     /// LeaveGuard::LeaveAll does. Returns false if one of them refuses its text.
     bool WriteBack();
 
+    /// Returns the values that the record would have if the focused box and the multi-line boxes were left
+    /// now, but does nothing else. A text that is refused is replaced by the value of the record.
+    StoredTexts TypedTexts() const;
+
 Q_SIGNALS:
     /// A control was written back; the record may have changed.
     void WrittenBack();
@@ -77,6 +84,7 @@ private:
     struct LineBox {
         QLineEdit* box;
         Check check;
+        Check silentCheck;
     };
 
     std::string Module() const;

@@ -33,7 +33,8 @@ void BindEntryBoxes(RecordBinder& binder, std::initializer_list<EntryBox> boxes)
             break;
         case FieldKind::Time:
             binder.BindBox(field, box, CheckWith(CheckTimeFormat),
-                           QStringLiteral("This time does not exist. Use hours:minutes, for example 05:45."));
+                           QStringLiteral("This time does not exist. Use hours:minutes, for example 05:45."),
+                           CheckWith(CheckTimeFormatSilently));
             new KeyFilter(box, QStringLiteral(":."));
             break;
         default:

@@ -264,6 +264,13 @@ void EntryGeneralPage::StoreLocation()
     }
 }
 
+void EntryGeneralPage::AddSelectedLocation(StoredTexts& entry) const
+{
+    if (const auto location = SelectedLocation()) {
+        entry.at(EntryField::LocNo) = std::to_string(*location);
+    }
+}
+
 bool EntryGeneralPage::cboLocation_Validate()
 {
     bool mayLeave = true;

@@ -51,6 +51,8 @@ public:
     void StartEditing();
     /// Stores the selected location, if any.
     void StoreLocation();
+    /// Replaces the location in the values of an entry by the selected one, if any.
+    void AddSelectedLocation(StoredTexts& entry) const;
 
 Q_SIGNALS:
     /// A value was stored without the binder.

@@ -53,6 +53,17 @@ std::optional<std::string> NormalizeTime(std::string_view text)
     return ZeroPadded(*hours, 2) + ':' + ZeroPadded(*minutes, 2);
 }
 
+/// Rewrites an accepted time and returns whether the text is accepted. Throws like NormalizeTime.
+bool AcceptTime(std::string& text)
+{
+    if (text.empty() || text == "never" || text == "sets" || text == "rises") {
+        return true;
+    }
+    const auto time = NormalizeTime(text);
+    text = time.value_or(text);
+    return time.has_value();
+}
+
 /// Returns the short date format of the locale, changed to parts of any length and four-digit years.
 QString ShortDateFormat(const QLocale& locale)
 {
@@ -118,16 +129,17 @@ void CheckDateFormat(std::string& text, bool& ok)
 
 void CheckTimeFormat(std::string& text, bool& ok)
 {
-    ok = text.empty() || text == "never" || text == "sets" || text == "rises";
-    if (ok) {
-        return;
+    ok = false;
+    Trap(entryModule, "CheckTimeFormat", [&] { ok = AcceptTime(text); });
+}
+
+void CheckTimeFormatSilently(std::string& text, bool& ok)
+{
+    try {
+        ok = AcceptTime(text);
+    } catch (const Error&) {
+        ok = false;
     }
-    Trap(entryModule, "CheckTimeFormat", [&] {
-        if (const auto time = NormalizeTime(text)) {
-            text = *time;
-            ok = true;
-        }
-    });
 }
 
 } // namespace Tarno

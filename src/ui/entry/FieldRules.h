@@ -27,4 +27,7 @@ void CheckDateFormat(std::string& text, bool& ok);
 /// minutes are not numbers, also reports an error through ErrorLog.
 void CheckTimeFormat(std::string& text, bool& ok);
 
+/// Like CheckTimeFormat, but never reports an error.
+void CheckTimeFormatSilently(std::string& text, bool& ok);
+
 } // namespace Tarno

@@ -17,7 +17,7 @@ namespace Tarno
 {
 
 fEntry::fEntry(const Program& program, QWidget* parent)
-    : EditingDialog(program, &cSQL::EntryUpdate, parent), m_ui(std::make_unique<Ui::fEntry>())
+    : EditingDialog(program, RecordTitle::Kind::Trip, parent), m_ui(std::make_unique<Ui::fEntry>())
 {
     m_ui->setupUi(this);
     m_ui->pageGeneral->Attach(program, Edited(), Binder(), Guard());
@@ -51,7 +51,8 @@ void fEntry::SetData(std::int16_t iTarnoNo, bool bDelete)
         }
         // an entry with missing values can be deleted, but not edited
         const bool isComplete = Edited().Count() >= EntryField::Count;
-        const bool isLoaded = (isComplete || !bDelete) && LoadTheForm(iTarnoNo, {});
+        const auto newTrip = iTarnoNo == 0 ? std::optional(NewTripValues{}) : std::nullopt;
+        const bool isLoaded = (isComplete || !bDelete) && LoadTheForm(newTrip);
         if (bDelete) {
             DeleteAfterQuestion(iTarnoNo);
         } else if (isLoaded) {
@@ -76,11 +77,40 @@ void fEntry::RepeatTrip(const Record& entry)
 void fEntry::AddTrip(const NewTripValues& trip)
 {
     Trap(entryModule, "AddTrip", [&] {
-        if (LoadEntry(0) && LoadTheForm(0, trip)) {
+        if (LoadEntry(0) && LoadTheForm(trip)) {
             Begin(true);
             exec();
         }
     });
+}
+
+void fEntry::ContinueDraft(const Draft& draft)
+{
+    Trap(entryModule, "ContinueDraft", [&] {
+        if (!LoadEntry(KeyFor(draft))) {
+            return;
+        }
+        ContinueDraftOf(draft);
+        if (LoadTheForm(std::nullopt)) {
+            Begin(true);
+            exec();
+        }
+    });
+}
+
+StoredTexts fEntry::TypedTexts()
+{
+    StoredTexts texts = EditingDialog::TypedTexts();
+    m_ui->pageGeneral->AddSelectedLocation(texts);
+    if (texts.at(EntryField::StartDate) != Edited().Text(EntryField::StartDate) ||
+        texts.at(EntryField::LocNo) != Edited().Text(EntryField::LocNo)) {
+        // values for the old date or location; ShowExistingEntry calculates them if they are missing
+        for (const auto field : {EntryField::MoonPhase, EntryField::Major1, EntryField::Major2,
+                                 EntryField::Minor1, EntryField::Minor2}) {
+            texts.at(field).clear();
+        }
+    }
+    return texts;
 }
 
 /// Saves the entry, a new one even if it is unchanged, and continues with a new entry one day after this one,
@@ -101,7 +131,7 @@ void fEntry::SaveAndAddNext()
                                  .startTime = Edited().Text(EntryField::StartTime),
                                  .endTime = Edited().Text(EntryField::EndTime)};
         bool isLoaded = false;
-        Guard().WhileShowing([&] { isLoaded = LoadEntry(0) && LoadTheForm(0, next); });
+        Guard().WhileShowing([&] { isLoaded = LoadEntry(0) && LoadTheForm(next); });
         if (isLoaded) {
             Begin(false);
         } else {
@@ -123,7 +153,7 @@ bool fEntry::LoadEntry(std::int16_t iTarnoNo)
     if (CurrentProgram().sql.EntryGet(iTarnoNo, entry) != succeeded) {
         return false;
     }
-    Edited().Begin(std::move(entry));
+    BeginRecord(std::move(entry));
     return true;
 }
 
@@ -151,20 +181,20 @@ void fEntry::DeleteAfterQuestion(std::int16_t iTarnoNo)
     }
 }
 
-/// Shows the entry in the controls, or `trip` if `iTarnoNo` is 0. Returns false and reports the error if the
+/// Shows the entry in the controls, or `newTrip` if there is one. Returns false and reports the error if the
 /// entry has missing values.
-bool fEntry::LoadTheForm(std::int16_t iTarnoNo, const NewTripValues& trip)
+bool fEntry::LoadTheForm(const std::optional<NewTripValues>& newTrip)
 {
     return Trap(entryModule, "LoadTheForm", [&] {
         if (Edited().Count() < EntryField::Count) {
             throw Error(ErrorNumber::ObjectNotSet);
         }
-        if (iTarnoNo != 0) {
+        if (!newTrip) {
             Binder().ShowRecord();
             m_ui->pageGeneral->ShowExistingEntry();
         } else {
             Binder().ClearControls();
-            m_ui->pageGeneral->ShowNewEntry(trip);
+            m_ui->pageGeneral->ShowNewEntry(*newTrip);
             Edited().Store(EntryField::Picture, "");
         }
         m_ui->picturePanel->ShowRecord();

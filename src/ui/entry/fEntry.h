@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace Tarno
 {
@@ -39,9 +40,16 @@ public:
     /// Like RepeatTrip, with the given values.
     void AddTrip(const NewTripValues& trip);
 
+    /// Edits the entry of the draft with the values of the draft, a new one if it is not in the log, and
+    /// returns when the window is closed. It counts as changed.
+    void ContinueDraft(const Draft& draft);
+
+protected:
+    StoredTexts TypedTexts() override;
+
 private:
     bool LoadEntry(std::int16_t iTarnoNo);
-    bool LoadTheForm(std::int16_t iTarnoNo, const NewTripValues& trip);
+    bool LoadTheForm(const std::optional<NewTripValues>& newTrip);
     void Begin(bool changed);
     void SaveAndAddNext();
     void DeleteAfterQuestion(std::int16_t iTarnoNo);

@@ -23,7 +23,7 @@ constexpr std::string_view module = "dlgLocMaint";
 } // namespace
 
 dlgLocMaint::dlgLocMaint(const Program& program, QWidget* parent)
-    : EditingDialog(program, &cSQL::LocationUpdate, parent), m_ui(std::make_unique<Ui::dlgLocMaint>())
+    : EditingDialog(program, RecordTitle::Kind::Location, parent), m_ui(std::make_unique<Ui::dlgLocMaint>())
 {
     m_ui->setupUi(this);
     new TextHeight(this);
@@ -58,7 +58,7 @@ void dlgLocMaint::SetData(std::int16_t locationNumber, bool deleteMode)
         if (CurrentProgram().sql.LocationGet(locationNumber, location) != succeeded) {
             return;
         }
-        Edited().Begin(std::move(location));
+        BeginRecord(std::move(location));
         // a location with missing values can be deleted, but not edited
         if (Edited().Count() >= LocationField::Count || !deleteMode) {
             ShowLocation(locationNumber == 0);
@@ -67,11 +67,31 @@ void dlgLocMaint::SetData(std::int16_t locationNumber, bool deleteMode)
             DeleteAfterQuestion(locationNumber);
             return;
         }
-        UpdateSaveButton();
-        m_ui->sstLocs->setCurrentIndex(0);
-        m_ui->txtLocName->setFocus();
-        exec();
+        StartEditing();
     });
+}
+
+void dlgLocMaint::ContinueDraft(const Draft& draft)
+{
+    Trap(module, "ContinueDraft", [&] {
+        Record location;
+        if (CurrentProgram().sql.LocationGet(KeyFor(draft), location) != succeeded) {
+            return;
+        }
+        BeginRecord(std::move(location));
+        ContinueDraftOf(draft);
+        ShowLocation(false);
+        Edited().SetChanged(true);
+        StartEditing();
+    });
+}
+
+void dlgLocMaint::StartEditing()
+{
+    UpdateSaveButton();
+    m_ui->sstLocs->setCurrentIndex(0);
+    m_ui->txtLocName->setFocus();
+    exec();
 }
 
 void dlgLocMaint::ShowLocation(bool isNew)

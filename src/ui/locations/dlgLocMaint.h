@@ -29,12 +29,17 @@ public:
     /// delete mode, only asks whether to delete the location and never shows the window.
     void SetData(std::int16_t locationNumber, bool deleteMode);
 
+    /// Edits the location of the draft with the values of the draft, a new one if it is not in the log, and
+    /// returns when the window is closed. It counts as changed.
+    void ContinueDraft(const Draft& draft);
+
     /// TextHeight keeps wrapped labels high enough. If this returned true, Windows would make the window
     /// higher than the screen.
     bool hasHeightForWidth() const override { return false; }
 
 private:
     void ShowLocation(bool isNew);
+    void StartEditing();
     void ShowRanges();
     void DeleteAfterQuestion(std::int16_t locationNumber);
     void chkDST_Click();

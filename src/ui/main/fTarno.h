@@ -51,6 +51,10 @@ public:
     void Statistics();
     void Restore();
 
+    /// Asks about each draft of this log that an earlier run has left, and continues with those that the user
+    /// wants.
+    void OfferDrafts();
+
 Q_SIGNALS:
     /// The user confirmed the exit and the data access was released.
     void ExitConfirmed();
@@ -72,7 +76,8 @@ private:
     void lvwEntry_MouseDown(Qt::MouseButton button, const QPoint& position);
     void cmdExit_Click();
     void EditSelected(const char* routine, bool deleteMode);
-    void EditNewTrip(const char* routine, const std::function<void(fEntry& editor)>& edit);
+    void EditTrip(const char* routine, const std::function<void(fEntry& editor)>& edit);
+    void ContinueDraft(const Draft& draft);
     void SetControls(bool usable);
     void WithListGreyed(const char* routine, const std::function<void()>& body);
 

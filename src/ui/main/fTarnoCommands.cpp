@@ -1,5 +1,6 @@
 // The commands of fTarno, most of which open other windows.
 
+#include "DraftQuestion.h"
 #include "LogCommands.h"
 #include "LogView.h"
 #include "TideProgram.h"
@@ -13,9 +14,11 @@
 #include "ui/backup/fBackUp.h"
 #include "ui/backup/fCollect.h"
 #include "ui/calendar/fCalendar.h"
+#include "ui/common/DraftKeeper.h"
 #include "ui/common/Notices.h"
 #include "ui/entry/fEntry.h"
 #include "ui/help/fHelp.h"
+#include "ui/locations/dlgLocMaint.h"
 #include "ui/locations/fLocs.h"
 #include "ui/reports/fRptLog.h"
 #include "ui/statistics/fStatistics.h"
@@ -97,7 +100,7 @@ void fTarno::EditSelected(const char* routine, bool deleteMode)
     });
 }
 
-void fTarno::EditNewTrip(const char* routine, const std::function<void(fEntry& editor)>& edit)
+void fTarno::EditTrip(const char* routine, const std::function<void(fEntry& editor)>& edit)
 {
     WithListGreyed(routine, [&] {
         fEntry editor(m_program, this);
@@ -108,13 +111,13 @@ void fTarno::EditNewTrip(const char* routine, const std::function<void(fEntry& e
 
 void fTarno::Add()
 {
-    EditNewTrip("Add", [](fEntry& editor) { editor.SetData(0, false); });
+    EditTrip("Add", [](fEntry& editor) { editor.SetData(0, false); });
 }
 
 void fTarno::Repeat()
 {
     if (const auto trip = m_log->SelectedTrip()) {
-        EditNewTrip("Repeat", [like = Record(*trip)](fEntry& editor) { editor.RepeatTrip(like); });
+        EditTrip("Repeat", [like = Record(*trip)](fEntry& editor) { editor.RepeatTrip(like); });
     }
 }
 
@@ -180,6 +183,38 @@ void fTarno::Restore()
         m_exitConfirmed = true;
         m_program.sql.DeInit();
         Q_EMIT ExitConfirmed();
+    }
+}
+
+void fTarno::OfferDrafts()
+{
+    Trap("fTarno", "OfferDrafts", [this] {
+        const std::string log = LogOfDrafts(m_program);
+        const bool isReadable = m_program.sql.CanAddEntries() && m_program.sql.CanAddLocations();
+        if (!isReadable || !m_program.drafts.Claim(log)) {
+            return; // they cannot be compared with the log, or another program may be writing them
+        }
+        for (const Draft& draft : m_program.drafts.List(log)) {
+            const DraftState state = StateOf(draft, m_program.sql);
+            const Button answer =
+                state == DraftState::Saved
+                    ? Button::Discard
+                    : m_program.messages.Ask(this, QuestionAbout(draft, state, m_log->Places()));
+            if (answer == Button::Discard) {
+                m_program.drafts.Remove(draft);
+            } else if (answer == Button::Continue) {
+                ContinueDraft(draft);
+            }
+        }
+    });
+}
+
+void fTarno::ContinueDraft(const Draft& draft)
+{
+    if (draft.kind == RecordTitle::Kind::Trip) {
+        EditTrip("ContinueDraft", [&](fEntry& editor) { editor.ContinueDraft(draft); });
+    } else {
+        WithListGreyed("ContinueDraft", [&] { dlgLocMaint(m_program, this).ContinueDraft(draft); });
     }
 }
 

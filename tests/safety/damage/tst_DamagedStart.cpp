@@ -44,8 +44,8 @@ public:
 
     Answers answers;
     std::vector<std::string> shownMessages;
-    const Program autoAnswered{programFolder, sql,      descs,    settings,   clock,  answers,
-                               files,         programs, printers, operations, windows};
+    const Program autoAnswered{programFolder, sql,      descs,    settings,   clock,   answers,
+                               files,         programs, printers, operations, windows, drafts};
 };
 
 /// Runs `open`. In each modal window that it opens, runs `steps` and closes the window.

@@ -377,7 +377,7 @@ private Q_SLOTS:
         const Program autoAnswered{program.programFolder, program.sql,      program.descs,
                                    program.settings,      program.clock,    answers,
                                    program.files,         program.programs, program.printers,
-                                   program.operations,    program.windows};
+                                   program.operations,    program.windows,  program.drafts};
         RunInDialog(
             "fEntry", [&] { fEntry(autoAnswered, nullptr).SetData(1, false); }, [](QDialog&) {});
         RunInDialog(
@@ -429,7 +429,7 @@ private Q_SLOTS:
         const Program autoAnswered{program.programFolder, program.sql,      program.descs,
                                    program.settings,      program.clock,    answers,
                                    program.files,         program.programs, program.printers,
-                                   program.operations,    program.windows};
+                                   program.operations,    program.windows,  program.drafts};
         RunInDialog(
             "fLocs", [&] { fLocs(autoAnswered, nullptr).exec(); },
             [&](QDialog& dialog) {

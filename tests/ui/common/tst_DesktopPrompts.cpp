@@ -49,7 +49,9 @@ Button Asked(const Question& question, Steps&& steps)
 const std::map<Buttons, QStringList> captionsOf{
     {Buttons::Ok, {QStringLiteral("OK")}},
     {Buttons::YesNo, {QStringLiteral("No"), QStringLiteral("Yes")}},
-    {Buttons::YesNoCancel, {QStringLiteral("Cancel"), QStringLiteral("No"), QStringLiteral("Yes")}}};
+    {Buttons::YesNoCancel, {QStringLiteral("Cancel"), QStringLiteral("No"), QStringLiteral("Yes")}},
+    {Buttons::ContinueDiscardLater,
+     {QStringLiteral("Continue"), QStringLiteral("Discard"), QStringLiteral("Later")}}};
 
 } // namespace
 
@@ -76,6 +78,8 @@ private Q_SLOTS:
             << Icon::Question << int(QMessageBox::Question) << Buttons::YesNo;
         QTest::newRow("question, three answers")
             << Icon::Question << int(QMessageBox::Question) << Buttons::YesNoCancel;
+        QTest::newRow("question, own captions")
+            << Icon::Question << int(QMessageBox::Question) << Buttons::ContinueDiscardLater;
         QTest::newRow("exclamation") << Icon::Exclamation << int(QMessageBox::Warning) << Buttons::Ok;
     }
 
@@ -106,6 +110,8 @@ private Q_SLOTS:
         QTest::newRow("yes") << Buttons::YesNo << Button::Yes;
         QTest::newRow("no") << Buttons::YesNoCancel << Button::No;
         QTest::newRow("cancel") << Buttons::YesNoCancel << Button::Cancel;
+        QTest::newRow("continue") << Buttons::ContinueDiscardLater << Button::Continue;
+        QTest::newRow("discard") << Buttons::ContinueDiscardLater << Button::Discard;
     }
 
     void box_enterReturnsTheDefault()
@@ -124,6 +130,7 @@ private Q_SLOTS:
         QTest::newRow("ok") << Buttons::Ok << Button::Ok;
         QTest::newRow("yes and no") << Buttons::YesNo << Button::No;
         QTest::newRow("with cancel") << Buttons::YesNoCancel << Button::Cancel;
+        QTest::newRow("with later") << Buttons::ContinueDiscardLater << Button::Later;
     }
 
     void box_escReturnsTheAnswerThatChangesNothing()
@@ -134,6 +141,33 @@ private Q_SLOTS:
             Asked({.text = QStringLiteral("?"), .title = {}, .buttons = buttons, .byDefault = Button::Yes},
                   [](QMessageBox& box) { Press(box, Qt::Key_Escape); }),
             answer);
+    }
+
+    void ownButton_returnsItsAnswer_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<Button>("answer");
+        QTest::newRow("continue") << QStringLiteral("Continue") << Button::Continue;
+        QTest::newRow("discard") << QStringLiteral("Discard") << Button::Discard;
+        QTest::newRow("later") << QStringLiteral("Later") << Button::Later;
+    }
+
+    void ownButton_returnsItsAnswer()
+    {
+        QFETCH(QString, caption);
+        QFETCH(Button, answer);
+        QCOMPARE(Asked({.text = QStringLiteral("?"),
+                        .title = {},
+                        .buttons = Buttons::ContinueDiscardLater,
+                        .byDefault = Button::Continue},
+                       [&](QMessageBox& box) {
+                           for (QAbstractButton* button : box.buttons()) {
+                               if (button->text().remove(QLatin1Char('&')) == caption) {
+                                   Click(*button);
+                               }
+                           }
+                       }),
+                 answer);
     }
 
     void openDialog_returnsTheChosenFile()

@@ -306,6 +306,11 @@ private Q_SLOTS:
         bool ok = true;
         QCOMPARE(CheckedTime(typed.toStdString(), ok), typed.toStdString());
         QVERIFY(!ok);
+        ok = true;
+        std::string text = typed.toStdString();
+        CheckTimeFormatSilently(text, ok); // not expected, so a report fails the test
+        QCOMPARE(text, typed.toStdString());
+        QVERIFY(!ok);
     }
 };
 

@@ -234,7 +234,8 @@ private Q_SLOTS:
                               parts.program.programs,
                               parts.program.printers,
                               parts.program.operations,
-                              parts.program.windows};
+                              parts.program.windows,
+                              parts.program.drafts};
         shown.program.reports.Expect("mMain", format == Format::Rtf ? "RTFExport" : "PDFExport",
                                      ErrorNumber::OutOfMemory);
         if (format == Format::Rtf) {
