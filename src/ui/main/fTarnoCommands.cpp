@@ -58,9 +58,7 @@ void fTarno::AddTransferCommands()
     using Needs = LogCommands::Needs;
     const auto add = [this](QAction* item, Needs needs, const char* routine,
                             const std::function<void()>& transfer) {
-        m_commands->Add(item, needs, [this, routine, transfer] {
-            WithListGreyed(routine, transfer);
-        });
+        m_commands->Add(item, needs, [this, routine, transfer] { WithListGreyed(routine, transfer); });
     };
     add(m_ui->miExportTrips, Needs::AnyTrip, "ExportTrips",
         [this] { dlgExport(m_program, m_log->Found(), this).exec(); });
