@@ -118,8 +118,8 @@ std::string Normalized(std::string_view heading)
     return Fold(heading.ends_with(':') ? Trimmed(heading.substr(0, heading.size() - 1)) : heading);
 }
 
-/// Returns the position of the column of each normalised heading.
-std::map<std::string, std::size_t> KnownHeadings(const RecordList& fields)
+/// Returns the position of the column of each normalised data name, caption and other name.
+std::map<std::string, std::size_t> FixedHeadings()
 {
     const auto& columns = TableColumns();
     std::map<std::string, std::size_t> known; // the first column of a name counts
@@ -132,6 +132,14 @@ std::map<std::string, std::size_t> KnownHeadings(const RecordList& fields)
             known.emplace(Normalized(name), index);
         }
     }
+    return known;
+}
+
+/// Adds the descriptions and labels of the fields.
+std::map<std::string, std::size_t> KnownHeadings(const RecordList& fields)
+{
+    static const auto fixed = FixedHeadings();
+    auto known = fixed;
     for (const FieldField::Position text : {FieldField::Desc, FieldField::Label}) {
         for (const RecordView& field : fields) {
             const auto column = known.find(Normalized(field.Text(FieldField::FieldName)));

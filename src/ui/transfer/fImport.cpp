@@ -11,7 +11,6 @@
 #include <QLocale>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace Tarno
@@ -49,7 +48,8 @@ QString InWords(TextEncoding encoding)
     return QStringLiteral("Windows-1252");
 }
 
-/// Describes how a file was read, for example "trips.csv: 12 rows, separated by commas, in UTF-8".
+/// Describes how a file was read, for example "trips.csv: 12 rows below the headings, separated by
+/// commas, in UTF-8".
 QString Described(const CsvFile& file, const QString& path)
 {
     const QString separator = file.separator == ','   ? QStringLiteral("commas")

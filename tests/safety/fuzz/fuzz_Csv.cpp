@@ -43,8 +43,7 @@ void CheckImport(const CsvRows& rows)
 {
     static const Sample trips(TARNO_SHIPPED_DATA "/sample/tarno.xml");
     static const Sample locations(TARNO_SHIPPED_DATA "/sample/location.xml");
-    static const Sample fields(TARNO_SHIPPED_DATA "/field.xml");
-    const ColumnMapping mapping = ProposeMapping(rows.front(), fields.Records());
+    const ColumnMapping mapping = ProposeMapping(rows.front(), {});
     Require(mapping.size() == rows.front().size(), "every column is mapped or ignored");
     const auto candidates = ReadTrips(rows, mapping, {});
     const ImportPlan plan = PlanImport(candidates, trips.Records(), locations.Records());
@@ -76,7 +75,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     for (const CsvRow& row : file.rows) {
         Require(!row.empty() && row.size() <= CsvLimits::columns, "a row has texts");
         for (const std::string& text : row) {
-            if (++checked < 20) {
+            if (++checked < 4) { // each is read as every column
                 CheckText(text);
             }
         }
