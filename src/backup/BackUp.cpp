@@ -13,7 +13,6 @@
 #include <QFile>
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -159,7 +158,7 @@ std::string BackUpIfChanged(const ProgramFolder& folder, FileOperations& operati
         operations.MakeFolder(backUps);
     }
     const auto pathOf = [&](const std::string& name) { return FromPath(ToPath(backUps) / ToPath(name)); };
-    RemoveStaleArchives(backUps, operations);
+    SafeWriter(operations).RemoveOldTemporaries(backUps, "tarno-");
     const auto newest = NewestAutomaticBackUp(NamesIn(backUps));
     std::string name;
     if (!newest || DiffersFromBackUp(folder, operations, pathOf(*newest))) {
@@ -182,20 +181,6 @@ std::vector<std::string> NamesIn(const std::string& folder)
     }
     std::sort(names.begin(), names.end());
     return names;
-}
-
-void RemoveStaleArchives(const std::string& backUps, FileOperations& operations)
-{
-    for (const std::string& name : NamesIn(backUps)) {
-        const fs::path path = ToPath(backUps) / ToPath(name);
-        std::error_code failure;
-        if (name.starts_with("tarno-") && name.find(".zip.") != std::string::npos &&
-            name.ends_with(SafeWriter::temporarySuffix) &&
-            fs::symlink_status(path, failure).type() == fs::file_type::regular &&
-            fs::last_write_time(path, failure) < fs::file_time_type::clock::now() - std::chrono::hours(1)) {
-            SafeWriter(operations).TryRemove(FromPath(path));
-        }
-    }
 }
 
 } // namespace Tarno

@@ -52,8 +52,4 @@ std::string BackUpIfChanged(const ProgramFolder& folder, FileOperations& operati
 /// Returns the names of the files in `folder`, or none if it cannot be read.
 std::vector<std::string> NamesIn(const std::string& folder);
 
-/// Removes temporaries of back-ups in `backUps` that killed programs have left: those that were not written
-/// to for an hour. Never fails.
-void RemoveStaleArchives(const std::string& backUps, FileOperations& operations);
-
 } // namespace Tarno

@@ -100,6 +100,7 @@ bool Drafts::Claim(const std::string& dataFolder)
             return false;
         }
         m_claim = std::move(claim);
+        SafeWriter(m_operations).RemoveOldTemporaries(m_folder, prefix);
     }
     return true;
 }

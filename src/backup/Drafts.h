@@ -42,7 +42,7 @@ public:
     Drafts(std::string folder, FileOperations& operations);
 
     /// Takes the drafts of a log, so that no other program offers them while this one is running. Returns
-    /// whether this program has them. Never fails.
+    /// whether this program has them. Removes what killed programs have left. Never fails.
     bool Claim(const std::string& dataFolder);
 
     /// Writes the draft, replacing an older one of the same record of the same log with its number. Creates

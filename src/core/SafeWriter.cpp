@@ -31,6 +31,11 @@ bool IsTemporary(std::string_view name, const std::string& target)
     return end > 0 && name.substr(end) == SafeWriter::temporarySuffix;
 }
 
+bool IsOld(const fs::directory_entry& entry)
+{
+    return entry.last_write_time() < fs::file_time_type::clock::now() - std::chrono::hours(1);
+}
+
 /// Retries `body` while it throws Error PermissionDenied because another program holds a file.
 template <typename Body>
 auto RetryWhileHeld(FileOperations& operations, int attempts, const Body& body)
@@ -108,7 +113,21 @@ void SafeWriter::RemoveStaleTemporaries(const std::string& path)
         }
         const FolderLock lock = found.empty() ? nullptr : m_operations.Lock(FolderOf(target));
         for (const fs::directory_entry& entry : found) {
-            if (lock || entry.last_write_time() < fs::file_time_type::clock::now() - std::chrono::hours(1)) {
+            if (lock || IsOld(entry)) {
+                TryRemove(FromPath(entry.path()));
+            }
+        }
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): an orphaned temporary is harmless
+    }
+}
+
+void SafeWriter::RemoveOldTemporaries(const std::string& folder, std::string_view prefix)
+{
+    try {
+        for (const auto& entry : fs::directory_iterator(ToPath(folder))) {
+            const std::string name = FromPath(entry.path().filename());
+            if (name.starts_with(prefix) && name.ends_with(temporarySuffix) &&
+                entry.symlink_status().type() == fs::file_type::regular && IsOld(entry)) {
                 TryRemove(FromPath(entry.path()));
             }
         }

@@ -41,6 +41,10 @@ public:
     /// older than an hour. Never fails.
     void RemoveStaleTemporaries(const std::string& path);
 
+    /// Removes temporaries in `folder` whose names begin with `prefix`, if no program has written to them for
+    /// an hour. Takes no lock. Never fails.
+    void RemoveOldTemporaries(const std::string& folder, std::string_view prefix);
+
     /// Returns a name for a temporary of `target`, different at each call.
     static std::string TemporaryOf(const std::string& target);
 

@@ -286,6 +286,24 @@ private Q_SLOTS:
         QCOMPARE(m_folder->Names(), Texts());
     }
 
+    void removeOldTemporaries_removesThoseWithThePrefix()
+    {
+        const auto write = [&](const char* name, int hours) {
+            m_folder->Write(name, "half");
+            std::filesystem::last_write_time(ToPath(m_folder->PathOf(name)),
+                                             std::filesystem::file_time_type::clock::now() -
+                                                 std::chrono::hours(hours));
+        };
+        write("draft-1.xml.12.tarno-tmp", 2);
+        write("draft-1.xml.13.tarno-tmp", 0);
+        write("draft-1.xml", 2);
+        write("other.xml.12.tarno-tmp", 2);
+        SafeWriter(*m_operations).RemoveOldTemporaries(m_folder->Path(), "draft-");
+        QCOMPARE(m_folder->Names(),
+                 (Texts{"draft-1.xml", "draft-1.xml.13.tarno-tmp", "other.xml.12.tarno-tmp"}));
+        SafeWriter(*m_operations).RemoveOldTemporaries(m_folder->PathOf("gone"), "draft-");
+    }
+
     void removeStaleTemporaries_withoutLocks_keepsTemporariesYoungerThanAnHour()
     {
         using namespace std::chrono_literals;

@@ -1,13 +1,15 @@
 // typist FOLDER STATE
 //
-// Types into the first trip of the log in FOLDER, with drafts in the folder STATE. Prints "written" once
-// there is a draft, then waits until it is killed.
+// Types one text after the other into the first trip of the log in FOLDER, with drafts in the folder STATE,
+// and saves every third one, until it is killed. Prints the number of each text when it is in a draft or in
+// the log.
 
 #include "qt/Strings.h"
 #include "support/DraftTest.h"
 #include "ui/entry/fEntry.h"
 
 #include <QPlainTextEdit>
+#include <QPushButton>
 
 #include <iostream>
 
@@ -16,7 +18,7 @@ using namespace Tarno;
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);
-    if (argc != 3) {
+    if (argc != 4) {
         return 2;
     }
     TestProgram parts;
@@ -31,9 +33,16 @@ int main(int argc, char* argv[])
     }
     fEntry editor(program, nullptr);
     QTimer::singleShot(0, &editor, [&] {
-        Find<QPlainTextEdit>(editor, "txtObbos").setPlainText(QStringLiteral("A great day"));
-        PassDraftTime(editor);
-        std::cout << "written" << std::endl;
+        HoldDraft(editor);
+        for (int number = std::stoi(argv[3]);; ++number) {
+            Find<QPlainTextEdit>(editor, "txtObbos").setPlainText(QString::number(number));
+            if (number % 3 == 0) {
+                Find<QPushButton>(editor, "cmdOK").click();
+            } else {
+                PassDraftTime(editor);
+            }
+            std::cout << number << std::endl;
+        }
     });
     editor.SetData(1, false);
     return 1;
