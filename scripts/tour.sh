@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Drives the real program by keyboard and mouse on a virtual display: adds trips to a copy of the sample log, finds,
 # repeats, deletes and restores some, uses the calendar and the statistics, and exports reports to PDF and RTF,
-# times to an iCalendar file, and trips and locations, which it imports again. Fails if the data files or what is exported lack something.
+# times to an iCalendar file, and trips and locations, which it imports again. Backs up the log, collects its pictures
+# and restores it. Fails if the data files or what is exported lack something.
 # Writes screenshots, the reports and report.txt to build/tour/ or to the folder TARNO_TOUR.
 #   scripts/tour.sh PROGRAM
 set -euo pipefail
@@ -20,9 +21,7 @@ export_file() {
     keys ctrl+a
     type_text "$(typed_path "$PWD/$out/${1%.*}")"
     keys Return
-    window "Tarno"
-    keys Return
-    await "the log" activate "Tarno Fishing Log" # two windows close at once, and the manager may focus neither
+    told "Tarno Fishing Log"
 }
 
 # import_file <key> <title> <name>: opens the window that imports the file in $out; the file dialog has the same title
@@ -38,6 +37,13 @@ import_file() {
 
 is_another() {
     is_active "$1" && [ "$(xdotool getactivewindow)" != "$2" ]
+}
+
+# told <title>: confirms a message, after which the window with the title is active again
+told() {
+    window "Tarno"
+    keys Return
+    await "the window '$1'" activate "$1" # two windows may close at once, and the manager may focus neither
 }
 
 rm -rf "$out"
@@ -329,12 +335,45 @@ sed -i 's/lat="-33.59"/lat="-33.2"/; s/<name>Pittwater/<name>New Pittwater/' "$o
 import_file ctrl+shift+g "Import Locations" locations.gpx
 picture 51-import-locations "the import of way points, one of which is new"
 keys alt+i
-window "Tarno"
-keys Return
-await "the log" activate "Tarno Fishing Log"
+told "Tarno Fishing Log"
 await_value "locations after the import" $((before + 1)) records location.xml location
 keys ctrl+z
 await_value "locations after Ctrl+Z" "$before" records location.xml location
+
+leave
+expect "automatic back-ups" 1 "$(find "$out/log/backups" -name '*-automatic.zip' | wc -l)"
+mv "$out/log/pictures/snapper.png" "$out/outside.png"
+sed -i "s|pictures/snapper.png|$PWD/$out/outside.png|" "$out/log/tarno.xml"
+start "$out/log"
+splash
+keys alt+f c
+window "Collect Pictures"
+picture 52-collect "the collection of a picture outside the log"
+keys alt+o
+told "Tarno Fishing Log"
+await_value "trips with the collected picture" 1 grep -c "<Picture>pictures/outside.png<" "$out/log/tarno.xml"
+keys ctrl+b
+window "Back Up"
+picture 53-back-up "the back-ups"
+keys alt+b
+told "Back Up"
+back_up=$(basename "$(find "$out/log/backups" -name '*[0-9].zip')")
+keys Escape
+window "Tarno Fishing Log"
+before=$(records tarno.xml tarno)
+keys Delete
+window "Delete Record?"
+keys alt+y
+await_value "trips after a deletion" $((before - 1)) records tarno.xml tarno
+rm "$out/log/pictures/outside.png"
+import_file ctrl+shift+b Restore "log/backups/$back_up"
+picture 54-restore "the contents of a back-up beside the log"
+keys alt+r
+window "Replace Log"
+keys alt+y
+told "Tarno Fishing Log"
+await_value "trips after the restore" "$before" records tarno.xml tarno
+expect "the restored picture" "$(cksum <"$out/outside.png")" "$(cksum <"$out/log/pictures/outside.png")"
 
 leave
 tell "The tour succeeded; the pictures are in $out."
