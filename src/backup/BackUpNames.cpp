@@ -4,9 +4,7 @@
 #include "core/Text.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
-#include <cstdio>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -20,11 +18,6 @@ namespace
 constexpr std::string_view prefix = "tarno-";
 constexpr std::string_view suffix = ".zip";
 constexpr std::string_view automatic = "-automatic";
-
-std::string TwoDigits(std::chrono::minutes::rep number)
-{
-    return (number < 10 ? "0" : "") + std::to_string(number);
-}
 
 std::string_view WordOf(BackUpKind kind)
 {
@@ -101,15 +94,15 @@ LocalTime LocalTimeOf(const Clock& clock)
 
 std::string ToText(const LocalTime& time)
 {
-    const auto minutes = time.time.count();
-    return FromDate(time.date) + ' ' + TwoDigits(minutes / 60) + ':' + TwoDigits(minutes % 60);
+    const auto minutes = static_cast<int>(time.time.count());
+    return FromDate(time.date) + ' ' + ZeroPadded(minutes / 60, 2) + ':' + ZeroPadded(minutes % 60, 2);
 }
 
 std::string BackUpName(BackUpKind kind, const LocalTime& time, const std::vector<std::string>& taken)
 {
-    const auto minutes = time.time.count();
-    const std::string first = std::string(prefix) + FromDate(time.date) + '-' + TwoDigits(minutes / 60) +
-                              TwoDigits(minutes % 60) + std::string(WordOf(kind));
+    const auto minutes = static_cast<int>(time.time.count());
+    const std::string first = std::string(prefix) + FromDate(time.date) + '-' + ZeroPadded(minutes / 60, 2) +
+                              ZeroPadded(minutes % 60, 2) + std::string(WordOf(kind));
     std::string name = first + std::string(suffix);
     for (int number = 2;
          std::any_of(taken.begin(), taken.end(),
