@@ -88,6 +88,18 @@ private:
     std::map<std::pair<std::uint64_t, std::uint64_t>, std::string> m_packed; ///< by volume and file
 };
 
+/// Returns the data folder of the log that was backed up, or an empty text if that is not known.
+std::string LogOfBackUp(const std::string& path)
+{
+    try {
+        const ArchiveReader archive(path);
+        const ArchiveEntry* note = archive.Find(noteName);
+        return note == nullptr ? std::string() : ReadNote(archive.ReadBytes(*note)).log;
+    } catch (const Error&) { // damaged, or not an archive
+        return {};
+    }
+}
+
 } // namespace
 
 std::string ProgramName()
@@ -106,6 +118,7 @@ BackUpResult BackUp(const ProgramFolder& folder, FileOperations& operations, con
     if (const std::string problem = ProblemOf(files); !problem.empty()) {
         throw Error(ErrorNumber::PathFileAccess, problem + "\nNothing was backed up.");
     }
+    SafeWriter(operations).RemoveOldTemporaries(FolderOf(path), "tarno-");
     ArchiveWriter writer(operations);
     PicturePacker pictures(folder, operations, writer);
     if (options.pictures == BackUpPictures::Include) {
@@ -114,8 +127,10 @@ BackUpResult BackUp(const ProgramFolder& folder, FileOperations& operations, con
         pictures.Add(StoredPictures(RecordsOf(trips, files.at(trips.Name())),
                                     RecordsOf(locations, files.at(locations.Name()))));
     }
-    writer.AddBytes(std::string(noteName),
-                    WriteNote({ToText(options.time), options.program, pictures.names}));
+    writer.AddBytes(std::string(noteName), WriteNote({.log = Resolved(folder.GetAppPath()),
+                                                      .time = ToText(options.time),
+                                                      .program = options.program,
+                                                      .pictures = pictures.names}));
     for (auto& [name, bytes] : files) {
         writer.AddBytes(name, std::move(bytes));
     }
@@ -150,22 +165,36 @@ bool DiffersFromBackUp(const ProgramFolder& folder, FileOperations& operations, 
     }
 }
 
+void EnsureBackUpFolder(const ProgramFolder& folder, FileOperations& operations, const std::string& backUps)
+{
+    if (operations.GetState(backUps).exists) {
+        return;
+    }
+    if (FolderOf(backUps) != folder.GetAppPath()) {
+        throw Error(ErrorNumber::PathNotFound, "The folder does not exist. Its drive may not be connected.");
+    }
+    operations.MakeFolder(backUps);
+}
+
 std::string BackUpIfChanged(const ProgramFolder& folder, FileOperations& operations,
                             const std::string& backUps, const BackUpOptions& options,
                             const Progress& progress)
 {
-    if (!operations.GetState(backUps).exists) {
-        operations.MakeFolder(backUps);
-    }
+    EnsureBackUpFolder(folder, operations, backUps);
     const auto pathOf = [&](const std::string& name) { return FromPath(ToPath(backUps) / ToPath(name)); };
-    SafeWriter(operations).RemoveOldTemporaries(backUps, "tarno-");
-    const auto newest = NewestAutomaticBackUp(NamesIn(backUps));
+    std::vector<std::string> ofThisLog;
+    for (const std::string& other : AutomaticBackUps(NamesIn(backUps))) {
+        if (LogOfBackUp(pathOf(other)) == Resolved(folder.GetAppPath())) {
+            ofThisLog.push_back(other);
+        }
+    }
     std::string name;
-    if (!newest || DiffersFromBackUp(folder, operations, pathOf(*newest))) {
+    if (ofThisLog.empty() || DiffersFromBackUp(folder, operations, pathOf(ofThisLog.back()))) {
         name = BackUpName(BackUpKind::Automatic, options.time, NamesIn(backUps));
         BackUp(folder, operations, pathOf(name), options, progress);
+        ofThisLog.push_back(name);
     }
-    for (const std::string& expired : ExpiredBackUps(NamesIn(backUps))) {
+    for (const std::string& expired : ExpiredBackUps(ofThisLog)) {
         SafeWriter(operations).TryRemove(pathOf(expired));
     }
     return name;

@@ -42,9 +42,13 @@ BackUpResult BackUp(const ProgramFolder& folder, FileOperations& operations, con
 /// cannot be read. Pictures do not count: a new picture changes the record that refers to it.
 bool DiffersFromBackUp(const ProgramFolder& folder, FileOperations& operations, const std::string& path);
 
-/// Makes an automatic back-up in the folder `backUps` if the log differs from the newest one there, then
-/// removes those that have expired and what killed programs have left. Returns the name of the new back-up,
-/// or an empty text. Throws like BackUp. Creates `backUps` if its parent exists.
+/// Creates the folder `backUps` if it does not exist and is in the folder of the log. Any other one may be on
+/// a drive that is not connected: throws Error PathNotFound with a sentence for the user.
+void EnsureBackUpFolder(const ProgramFolder& folder, FileOperations& operations, const std::string& backUps);
+
+/// Makes an automatic back-up in the folder `backUps` if the log differs from its newest one there, then
+/// removes its automatic back-ups that have expired; other logs may have theirs in the same folder. Returns
+/// the name of the new back-up, or an empty text. Throws like EnsureBackUpFolder and BackUp.
 std::string BackUpIfChanged(const ProgramFolder& folder, FileOperations& operations,
                             const std::string& backUps, const BackUpOptions& options,
                             const Progress& progress = {});

@@ -42,6 +42,14 @@ LogSummary Summarize(const RecordList& trips, const RecordList& locations)
 BackUpArchive::BackUpArchive(const std::string& path)
     : m_archive(path), m_trips(LogFiles::trips), m_locations(LogFiles::locations)
 {
+    if (const ArchiveEntry* entry = m_archive.Find(noteName)) {
+        BackUpNote note = ReadNote(m_archive.ReadBytes(*entry));
+        if (note.version > BackUpNote().version) {
+            throw ArchiveProblem("A newer version of Tarno has made this back-up.");
+        }
+        m_time = std::move(note.time);
+        m_pictures = std::move(note.pictures);
+    }
     const auto read = [&](const char* name) {
         if (const ArchiveEntry* entry = m_archive.Find(name)) {
             m_files.emplace(name, m_archive.ReadBytes(*entry));
@@ -64,11 +72,6 @@ BackUpArchive::BackUpArchive(const std::string& path)
     }
     m_trips.LoadBytes(m_files.at(LogFiles::trips.name));
     m_locations.LoadBytes(m_files.at(LogFiles::locations.name));
-    if (const ArchiveEntry* note = m_archive.Find(noteName)) {
-        BackUpNote found = ReadNote(m_archive.ReadBytes(*note));
-        m_time = std::move(found.time);
-        m_pictures = std::move(found.pictures);
-    }
 }
 
 const ArchiveEntry* BackUpArchive::PictureOf(const std::string& stored) const

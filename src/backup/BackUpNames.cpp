@@ -143,10 +143,13 @@ std::vector<std::string> ExpiredBackUps(const std::vector<std::string>& names)
     return expired;
 }
 
-std::optional<std::string> NewestAutomaticBackUp(const std::vector<std::string>& names)
+std::vector<std::string> AutomaticBackUps(const std::vector<std::string>& names)
 {
-    const std::vector<NamedBackUp> all = AutomaticAmong(names);
-    return all.empty() ? std::nullopt : std::optional(all.back().name);
+    std::vector<std::string> automatic;
+    for (const NamedBackUp& one : AutomaticAmong(names)) {
+        automatic.push_back(one.name);
+    }
+    return automatic;
 }
 
 } // namespace Tarno

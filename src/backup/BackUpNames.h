@@ -46,11 +46,11 @@ struct NamedBackUp {
 /// Returns the back-ups among `names`, the names in a folder, the oldest first. Ignores all other names.
 std::vector<NamedBackUp> BackUpsAmong(const std::vector<std::string>& names);
 
-/// Returns those of `names`, the names in a folder of back-ups, that can be removed: automatic back-ups other
-/// than the last ten and the last one of each month. Never returns another name. The result is sorted.
-std::vector<std::string> ExpiredBackUps(const std::vector<std::string>& names);
+/// Returns the names of the automatic back-ups among `names`, the oldest first.
+std::vector<std::string> AutomaticBackUps(const std::vector<std::string>& names);
 
-/// Returns the newest automatic back-up among `names`, if any.
-std::optional<std::string> NewestAutomaticBackUp(const std::vector<std::string>& names);
+/// Returns those of `names`, the back-ups of a log, that can be removed: automatic back-ups other than the
+/// last ten and the last one of each month. Never returns another name. The result is sorted.
+std::vector<std::string> ExpiredBackUps(const std::vector<std::string>& names);
 
 } // namespace Tarno

@@ -17,6 +17,7 @@ std::string WriteNote(const BackUpNote& note)
     pugi::xml_document document;
     pugi::xml_node root = document.append_child("backup");
     root.append_attribute("version").set_value("1");
+    root.append_child("log").text().set(XmlText(note.log).c_str());
     root.append_child("date").text().set(note.time.c_str());
     root.append_child("program").text().set(XmlText(note.program).c_str());
     for (const auto& [stored, name] : note.pictures) {
@@ -36,6 +37,8 @@ BackUpNote ReadNote(const std::string& bytes)
     }
     constexpr std::size_t longest = 100;
     const pugi::xml_node root = document.child("backup");
+    note.version = root.attribute("version").as_uint(note.version);
+    note.log = TextOf(root.child("log"));
     note.time = std::string(root.child("date").text().get()).substr(0, longest);
     note.program = std::string(root.child("program").text().get()).substr(0, longest);
     for (const pugi::xml_node& picture : root.children("picture")) {

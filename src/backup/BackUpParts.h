@@ -17,6 +17,8 @@ inline constexpr std::string_view noteName = "tarno-backup.xml";
 
 /// The contents of the entry `noteName`.
 struct BackUpNote {
+    unsigned version = 1;                        ///< of the format; this program knows version 1
+    std::string log;                             ///< the data folder that was backed up
     std::string time;                            ///< "2026-11-22 18:30"
     std::string program;                         ///< the name and version of the program
     std::map<std::string, std::string> pictures; ///< names of entries by stored paths

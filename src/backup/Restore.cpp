@@ -98,7 +98,10 @@ std::string BackUpPresent(const ProgramFolder& folder, FileOperations& operation
         operations.MakeFolder(backUps);
     }
     ArchiveWriter writer(operations);
-    writer.AddBytes(std::string(noteName), WriteNote({ToText(time), program, {}}));
+    writer.AddBytes(std::string(noteName), WriteNote({.log = Resolved(folder.GetAppPath()),
+                                                      .time = ToText(time),
+                                                      .program = program,
+                                                      .pictures = {}}));
     for (auto& [name, bytes] : files) {
         writer.AddBytes(name, std::move(bytes));
     }

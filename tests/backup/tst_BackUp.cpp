@@ -68,6 +68,7 @@ private Q_SLOTS:
         }
         const BackUpNote note = ReadNote(EntryOf(path, std::string(noteName)));
         QCOMPARE(note.time, "2026-11-22 18:05"s);
+        QCOMPARE(note.log, log.Path());
         QCOMPARE(note.program, "Tarno 1.0.0"s);
         QCOMPARE(target.Names(), (Names{"b.zip"}));
     }
@@ -186,10 +187,18 @@ private Q_SLOTS:
     {
         LogFolder log;
         log.folder.MakeFolder("backups");
+        const auto backUp = [](LogFolder& of, const std::string& path) {
+            BackUp(of.program, of.operations, path, {.time = testTime, .program = {}});
+        };
         for (int day = 10; day <= 20; ++day) {
-            log.folder.Write("backups/tarno-2026-10-" + std::to_string(day) + "-0900-automatic.zip", "");
+            backUp(log,
+                   log.folder.PathOf("backups/tarno-2026-10-" + std::to_string(day) + "-0900-automatic.zip"));
         }
+        log.folder.Write("Bait.txt", "Worms\r\n");
         log.folder.Write("backups/tarno-2026-10-01-0900.zip", "by hand");
+        log.folder.Write("backups/tarno-2026-10-01-0900-automatic.zip", "damaged");
+        LogFolder otherLog;
+        backUp(otherLog, log.folder.PathOf("backups/tarno-2026-10-02-0900-automatic.zip"));
         log.folder.Write("backups/tarno.zip.12.tarno-tmp", "being written");
         log.folder.Write("backups/tarno-2026-10-01-0900.zip.12.tarno-tmp", "stale");
         std::filesystem::last_write_time(
@@ -198,9 +207,11 @@ private Q_SLOTS:
         BackUpIfChanged(log.program, log.operations, log.folder.PathOf("backups"),
                         {.time = testTime, .program = {}});
         Names names = NamesIn(log.folder.PathOf("backups"));
-        QCOMPARE(static_cast<int>(names.size()), 10 + 2);
-        QCOMPARE(names.front(), "tarno-2026-10-01-0900.zip"s);
-        QCOMPARE(names[1], "tarno-2026-10-12-0900-automatic.zip"s);
+        QCOMPARE(static_cast<int>(names.size()), 10 + 4);
+        QCOMPARE(names[0], "tarno-2026-10-01-0900-automatic.zip"s);
+        QCOMPARE(names[1], "tarno-2026-10-01-0900.zip"s);
+        QCOMPARE(names[2], "tarno-2026-10-02-0900-automatic.zip"s);
+        QCOMPARE(names[3], "tarno-2026-10-12-0900-automatic.zip"s);
         QCOMPARE(names.back(), "tarno.zip.12.tarno-tmp"s);
     }
 };

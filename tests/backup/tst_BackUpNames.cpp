@@ -99,7 +99,7 @@ private Q_SLOTS:
         const std::string minute = "tarno-2026-10-01-0900-automatic";
         const Names names{minute + "-10.zip", minute + ".zip", minute + "-2.zip"};
         QCOMPARE(ExpiredBackUps(names + Days("2026-11", 1, 10)), (Names{minute + ".zip", minute + "-2.zip"}));
-        QCOMPARE(NewestAutomaticBackUp(names).value_or(""), minute + "-10.zip");
+        QCOMPARE(AutomaticBackUps(names), (Names{minute + ".zip", minute + "-2.zip", minute + "-10.zip"}));
     }
 
     void otherNames_areNeverReturned()
@@ -122,7 +122,7 @@ private Q_SLOTS:
                            "tarno.xml",
                            ""};
         QCOMPARE(ExpiredBackUps(others + Days("2026-11", 2, 11)), Names());
-        QVERIFY(!NewestAutomaticBackUp(others).has_value());
+        QCOMPARE(AutomaticBackUps(others), Names());
     }
 };
 

@@ -83,6 +83,9 @@ private Q_SLOTS:
         RawZip hostile = zip;
         hostile.Add("../x");
         row("hostile", hostile, "The name \"../x\" in the archive leads to another folder.");
+        RawZip newer;
+        newer.Add("tarno-backup.xml", "<backup version=\"2\"/>");
+        row("newer format", newer, "A newer version of Tarno has made this back-up.");
         RawZip note = zip;
         note.Add("tarno-backup.xml", "<backup><picture>");
         row("damaged note", note, "");

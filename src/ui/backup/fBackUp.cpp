@@ -85,25 +85,15 @@ void fBackUp::ChooseFolder()
             m_program.files.ChooseFolder(this, QStringLiteral("Folder for Back-ups"), Folder())) {
         m_program.windows.SetBackUpFolder(m_log, *chosen);
         ShowBackUps();
-    }
-}
-
-/// Creates the folder if it is in that of the log. Any other one may be on a drive that is not connected.
-bool fBackUp::EnsureFolder()
-{
-    const std::string folder = ToUtf8(Folder());
-    if (m_program.operations.GetState(folder).exists) {
-        return true;
-    }
-    if (FolderOf(folder) == m_program.folder.GetAppPath()) {
-        m_program.operations.MakeFolder(folder);
-        return true;
-    }
-    ShowProblem(m_program, this,
-                QStringLiteral("The folder for back-ups does not exist: ") + Folder() +
-                    QStringLiteral("\r\nNothing was backed up. Connect its drive, or choose another folder."),
+        if (Folder() != *chosen) {
+            ShowProblem(
+                m_program, this,
+                QStringLiteral("Your choice could not be stored among your settings. Back-ups still go "
+                               "to this folder:\r\n") +
+                    Folder(),
                 problemTitle);
-    return false;
+        }
+    }
 }
 
 void fBackUp::MakeBackUp()
@@ -116,21 +106,22 @@ void fBackUp::MakeBackUp()
     BackUpResult result;
     bool isDone = false;
     try {
-        isDone = EnsureFolder() &&
-                 RunWithProgress(m_program, this, QStringLiteral("Backing up your log..."),
-                                 [&](const Progress& progress) {
-                                     result = BackUp(m_program.folder, m_program.operations, path,
-                                                     {.pictures = withPictures ? BackUpPictures::Include
-                                                                               : BackUpPictures::LeaveOut,
-                                                      .time = time,
-                                                      .program = ProgramName()},
-                                                     progress);
-                                 });
+        EnsureBackUpFolder(m_program.folder, m_program.operations, ToUtf8(folder));
+        isDone = RunWithProgress(
+            m_program, this, QStringLiteral("Backing up your log..."), [&](const Progress& progress) {
+                result =
+                    BackUp(m_program.folder, m_program.operations, path,
+                           {.pictures = withPictures ? BackUpPictures::Include : BackUpPictures::LeaveOut,
+                            .time = time,
+                            .program = ProgramName()},
+                           progress);
+            });
     } catch (const Error& error) {
         ShowProblem(m_program, this,
                     QStringLiteral("The back-up could not be made: ") + FromUtf8(path) +
                         QStringLiteral("\r\n") + ReasonOf(error),
                     problemTitle);
+        ShowBackUps(); // the folder may have disappeared
     }
     if (isDone) {
         ShowBackUps();

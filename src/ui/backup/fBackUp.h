@@ -31,7 +31,6 @@ private:
     QString Folder() const;
     void ShowBackUps();
     void ChooseFolder();
-    bool EnsureFolder();
     void MakeBackUp();
     void ShowResult(const QString& path, const BackUpResult& result);
 

@@ -40,6 +40,7 @@ fCollect::fCollect(const Program& program, QWidget* parent)
         {QStringLiteral("Picture"), QStringLiteral("New Name"), QStringLiteral("Size")});
     m_ui->lvwPictures->FitColumns(
         {QString(), QStringLiteral("pictures/barrenjoey-2.jpg"), QStringLiteral("not copied")}, 0);
+    m_ui->lvwPictures->setTextElideMode(Qt::ElideMiddle); // long paths differ at their ends
     m_ui->lvwPictures->SetHint(QStringLiteral("All pictures are in the folder of your log already."));
     ReadPictures();
     ShowPictures();

@@ -10,6 +10,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace Tarno
 {
 
@@ -81,7 +83,11 @@ void fRestore::ReadLog()
     m_program.sql.EntryList(trips);
     m_program.sql.LocationList(locations);
     m_present = Summarize(trips, locations);
-    m_pictures = StoredPictures(trips, locations).size();
+    const std::vector<std::string> pictures = StoredPictures(trips, locations);
+    m_pictures = static_cast<std::size_t>(
+        std::count_if(pictures.begin(), pictures.end(), [this](const std::string& stored) {
+            return m_program.operations.GetState(PicturePath(m_program.folder.GetAppPath(), stored)).exists;
+        }));
     m_missing = PlanMissing(m_backUp, trips, locations);
 }
 
@@ -128,7 +134,7 @@ QString fRestore::Note() const
     const QString whyNotAdd =
         CanAdd()        ? QString()
         : !m_isReadable ? QStringLiteral(" Nothing can be added to it, because it cannot be read.")
-        : isEmpty       ? QStringLiteral(" Nothing of the back-up is missing in it.")
+        : isEmpty       ? QStringLiteral(" It has all trips and locations of the back-up already.")
                   : QStringLiteral(" It has too few numbers left to add what is missing. The highest number "
                                    "is 32767.");
     return QStringLiteral("Your log becomes what it was then. The present one is backed up first.") +

@@ -2,6 +2,7 @@
 
 #include "backup/BackUp.h"
 #include "qt/Strings.h"
+#include "ui/backup/BackUpWork.h"
 #include "ui/reports/WaitDialog.h"
 
 namespace Tarno
@@ -45,9 +46,7 @@ void BackUpAutomatically(const Program& program, QWidget* parent)
     } catch (const Cancelled&) {
         return; // as the user wants
     } catch (const Error& error) {
-        const QString reason = FromUtf8(error.Description());
-        TellFailure(program, parent, folder,
-                    reason.endsWith(QLatin1Char('.')) ? reason : reason + QLatin1Char('.'));
+        TellFailure(program, parent, folder, ReasonOf(error));
     }
 }
 

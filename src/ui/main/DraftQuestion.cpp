@@ -63,6 +63,9 @@ Question QuestionAbout(const Draft& draft, DraftState state, const PlaceNames& p
             QStringLiteral("This %1 was deleted after that. If you continue and save, it is added again. ")
                 .arg(record);
     }
+    if (draft.number > 1) { // there are several drafts of this record
+        text += QStringLiteral("This draft is from %1. ").arg(FromUtf8(draft.written));
+    }
     return {.text = text + QStringLiteral("Continue?"),
             .title = QStringLiteral("Changes Not Saved"),
             .icon = Icon::Question,

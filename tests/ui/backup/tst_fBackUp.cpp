@@ -174,12 +174,58 @@ private Q_SLOTS:
         const TemporaryFolder drive;
         const std::string stick = drive.PathOf("stick");
         program.windows.SetBackUpFolder(program.Log(), FromUtf8(stick));
-        program.ExpectProblem("The folder for back-ups does not exist: " + stick +
-                                  "\r\nNothing was backed up. Connect its drive, or choose another folder.",
+        program.ExpectProblem("The back-up could not be made: " + FromPath(ToPath(stick) / name) +
+                                  "\r\nThe folder does not exist. Its drive may not be connected.",
                               "Back-up Error");
         const ShownBackUps window(program);
         Click(window, "cmdBackUp");
         QVERIFY(!std::filesystem::exists(ToPath(stick)));
+    }
+
+    void disappearedFolder_leavesAnEmptyList()
+    {
+        ProgramWithPicture program;
+        const TemporaryFolder drive;
+        drive.MakeFolder("stick");
+        drive.Write("stick/tarno-2026-11-20-1905.zip", "x");
+        const std::string stick = drive.PathOf("stick");
+        program.windows.SetBackUpFolder(program.Log(), FromUtf8(stick));
+        program.ExpectProblem("The back-up could not be made: " + FromPath(ToPath(stick) / name) +
+                                  "\r\nThe folder does not exist. Its drive may not be connected.",
+                              "Back-up Error");
+        const ShownBackUps window(program);
+        QCOMPARE(Made(window), Texts{"2026-11-20 19:05 | By hand"});
+        std::filesystem::remove_all(ToPath(stick));
+        Click(window, "cmdBackUp");
+        QCOMPARE(Made(window), Texts());
+    }
+
+    void choiceThatCannotBeStored_isTold()
+    {
+        ProgramWithPicture program;
+        program.stateFolder.MakeFolder("windows.ini"); // nothing can be stored there
+        const QString usual = program.windows.BackUpFolder(program.Log());
+        const TemporaryFolder stick;
+        program.files.ExpectChooseFolder(QStringLiteral("Folder for Back-ups"), usual,
+                                         FromUtf8(stick.Path()));
+        program.ExpectProblem(
+            "Your choice could not be stored among your settings. Back-ups still go to this "
+            "folder:\r\n" +
+                ToUtf8(usual),
+            "Back-up Error");
+        const ShownBackUps window(program);
+        Click(window, "cmdFolder");
+        QCOMPARE(LabelText(window, "lblFolder"), "Folder: " + ToUtf8(usual));
+    }
+
+    void enter_makesABackUp()
+    {
+        ProgramWithPicture program;
+        program.ExpectInformation("Your log was backed up with 1 picture:\r\n" +
+                                  FromPath(ToPath(program.folder.PathOf("backups")) / name));
+        ShownBackUps window(program);
+        QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+        QCOMPARE(Made(window), Texts{"2003-02-05 21:07 | By hand"});
     }
 
     void failure_isExplained_data()

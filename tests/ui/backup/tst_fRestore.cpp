@@ -268,8 +268,8 @@ private Q_SLOTS:
             QVERIFY(!Find<QRadioButton>(window, "optAdd").isEnabled());
             QCOMPARE(Rows(window, "lvwContents").back(), "Missing here | nothing | "s);
             QCOMPARE(LabelText(window, "lblNote"),
-                     "Your log becomes what it was then. The present one is backed up first. Nothing of the "
-                     "back-up is missing in it."s);
+                     "Your log becomes what it was then. The present one is backed up first. It has all "
+                     "trips and locations of the back-up already."s);
             Click(window, "cmdClose");
         });
     }

@@ -91,13 +91,24 @@ private Q_SLOTS:
     {
         BackUpProgram program;
         program.AddLocation("Pittwater");
+        program.folder.MakeFolder("drive");
         program.program.windows.SetBackUpFolder(FromUtf8(program.programFolder.GetAppPath()),
-                                                FromUtf8(program.folder.PathOf("gone/folder")));
-        program.ExpectFailure("gone/folder", "Path not found.");
+                                                FromUtf8(program.folder.PathOf("drive/gone")));
+        program.ExpectFailure("drive/gone", "The folder does not exist. Its drive may not be connected.");
         program.End();
         program.End();
         program.clock.today = std::chrono::year(2003) / 2 / 6;
-        program.ExpectFailure("gone/folder", "Path not found.");
+        program.ExpectFailure("drive/gone", "The folder does not exist. Its drive may not be connected.");
+        program.End();
+        QCOMPARE(NamesIn(program.folder.PathOf("drive")), Texts());
+    }
+
+    void fullDisk_isExplained()
+    {
+        BackUpProgram program;
+        program.AddLocation("Pittwater");
+        program.operations.Fail("sync file", ErrorNumber::DiskFull);
+        program.ExpectFailure("backups", "The disk is full.");
         program.End();
     }
 

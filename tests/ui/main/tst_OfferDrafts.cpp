@@ -162,6 +162,21 @@ private Q_SLOTS:
         log.OfferDrafts();
     }
 
+    void secondDraftOfARecord_hasItsTime()
+    {
+        ProgramWithDrafts program;
+        Draft draft = program.WriteTripDraft();
+        draft.number = 2;
+        draft.written = "2003-02-05 21:05";
+        program.drafts.Write(draft);
+        ShownLog log(program);
+        ExpectLater(program, editing);
+        ExpectLater(program,
+                    "You were editing the trip of 2003-02-05 at Pittwater when Tarno ended. This draft is "
+                    "from 2003-02-05 21:05. Continue?");
+        log.OfferDrafts();
+    }
+
     void deleted_isSaid()
     {
         ProgramWithDrafts program;
