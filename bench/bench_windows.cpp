@@ -5,6 +5,7 @@
 #include "ui/entry/PictureFile.h"
 #include "ui/entry/PictureSource.h"
 #include "ui/entry/PictureSurface.h"
+#include "ui/main/LogView.h"
 #include "ui/main/fTarno.h"
 
 #include <QApplication>
@@ -30,6 +31,28 @@ void ShowMainWindow(benchmark::State& state)
         fTarno window(loaded.program);
         window.show();
         benchmark::DoNotOptimize(window.grab());
+    }
+}
+
+/// Shows the list after one trip was changed and saved, without the save. The argument `find` is a query in
+/// the find bar.
+void ShowChangedTrip(benchmark::State& state, const char* find)
+{
+    LoadedProgram loaded(static_cast<int>(state.range(0)));
+    fTarno window(loaded.program);
+    window.show();
+    window.findChild<QLineEdit*>(QStringLiteral("txtFind"))->setText(QString::fromLatin1(find));
+    auto* log = window.findChild<LogView*>();
+    auto* list = window.findChild<SortableList*>(QStringLiteral("lvwEntry"));
+    const std::string key = std::to_string(state.range(0) / 2);
+    Record trip(loaded.sql.FindEntry(key));
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        trip.SetText(EntryField::Obbos, trip.Text(EntryField::Obbos) == "a" ? "b" : "a");
+        loaded.sql.EntryUpdate(trip);
+        state.ResumeTiming();
+        log->ShowSaved({key});
+        benchmark::DoNotOptimize(list->grab());
     }
 }
 
@@ -143,6 +166,10 @@ void Thousands(benchmark::internal::Benchmark* bench)
 }
 
 BENCHMARK(ShowMainWindow)->Name("main window, filled and shown")->Apply(Thousands);
+BENCHMARK_CAPTURE(ShowChangedTrip, all, "")->Name("one trip changed, list shown")->Apply(Thousands);
+BENCHMARK_CAPTURE(ShowChangedTrip, found, "flathead")
+    ->Name("one trip changed, list of a query shown")
+    ->Apply(Thousands);
 BENCHMARK(SortMainList)->Name("main list, by each column")->Apply(Thousands);
 BENCHMARK(SortMainListLimit)->Name("main list, by each column, limit")->Apply(Thousands);
 BENCHMARK(TypeQuery)->Name("find bar, a letter typed")->Apply(Thousands);

@@ -23,6 +23,8 @@ public:
     /// Returns an empty text for an unknown number.
     const std::string& Of(std::string_view number) const;
 
+    bool operator==(const PlaceNames&) const = default;
+
 private:
     std::map<std::string, std::string, std::less<>> m_names;
 };

@@ -22,18 +22,38 @@ void RecordTable::Rebuild()
 
 void RecordTable::Index()
 {
+    static std::uint64_t lastIndex = 0;
+    m_index = ++lastIndex;
+    m_touched.clear();
     m_byKey.clear();
     m_hasDuplicates = false;
-    for (const pugi::xml_node& record : m_document.child("data").children(m_names.record)) {
-        Index(record);
+    const pugi::xml_node data = m_document.child("data");
+    m_isRegular = data && data == m_document.first_child();
+    for (const pugi::xml_node& node : data.children()) {
+        if (std::string_view(node.name()) == m_names.record) {
+            Index(node);
+        } else if (node.type() == pugi::node_element) {
+            m_isRegular = false;
+        }
     }
 }
 
 void RecordTable::Index(const pugi::xml_node& record)
 {
-    if (const pugi::xml_node key = record.child(m_names.key); key) {
+    const pugi::xml_node key = record.child(m_names.key);
+    m_isRegular = m_isRegular && key && key == record.first_child();
+    if (key) {
         m_hasDuplicates = !m_byKey.emplace(TextOf(key), record).second || m_hasDuplicates;
     }
+}
+
+std::optional<std::set<std::string>> RecordTable::ChangedSince(const Revision& revision) const
+{
+    if (revision.index != m_index || m_hasDuplicates || !m_isRegular) {
+        return std::nullopt;
+    }
+    return std::set<std::string>(m_touched.begin() + static_cast<std::ptrdiff_t>(revision.changes),
+                                 m_touched.end());
 }
 
 RecordList RecordTable::List() const
@@ -85,6 +105,7 @@ RecordChange RecordTable::Replace(const pugi::xml_node& old, const Record& recor
     }
     const bool isFound = IsFound(old);
     data.remove_child(old);
+    m_touched.push_back(key);
     if (isFound && KeyOf(stored) == key) {
         m_byKey[key] = stored;
     } else {
@@ -112,6 +133,7 @@ RecordChange RecordTable::Remove(const pugi::xml_node& record)
     const bool isFound = IsFound(record);
     std::erase(m_appended, record);
     Data().remove_child(record);
+    m_touched.push_back(change.key);
     if (m_hasDuplicates) {
         Index(); // a duplicate of the key may now be the first one
     } else if (isFound) {
@@ -151,6 +173,7 @@ pugi::xml_node RecordTable::InsertAfter(const pugi::xml_node& before, const Reco
     const pugi::xml_node stored =
         RequireNode(before ? data.insert_copy_after(node, before) : data.prepend_copy(node));
     const std::string key = KeyOf(stored);
+    m_touched.push_back(key);
     if (m_hasDuplicates || Find(key)) {
         Index(); // a duplicate of the key may follow
     } else {

@@ -29,6 +29,14 @@ public:
         const char* key;    ///< the child element that contains its key
     };
 
+    /// A state of the table. The default one belongs to no table.
+    struct Revision {
+        std::uint64_t index = 0;
+        std::size_t changes = 0;
+
+        bool operator==(const Revision&) const = default;
+    };
+
     /// The original XML of each changed or removed record, by key.
     using Changes = std::map<std::string, std::string>;
 
@@ -51,6 +59,12 @@ public:
 
     /// Returns the first record of the file. Throws like Get.
     RecordView First() const;
+
+    Revision CurrentRevision() const { return {m_index, m_touched.size()}; }
+
+    /// Returns the keys of the records that were added, changed or removed since `revision`, or nothing if
+    /// any record may have been. If there are keys, Get finds each record of List by its first value.
+    std::optional<std::set<std::string>> ChangedSince(const Revision& revision) const;
 
     // Changes: each returns what it has changed.
 
@@ -151,7 +165,10 @@ private:
     pugi::xml_document& m_document;
     Names m_names;
     std::unordered_map<std::string, pugi::xml_node> m_byKey; ///< the first record of each key
-    bool m_hasDuplicates = false;                            ///< whether two records have the same key
+    bool m_isRegular = false;           ///< whether all elements are records that begin with their keys
+    std::uint64_t m_index = 0;          ///< a number for each Index of any table
+    std::vector<std::string> m_touched; ///< keys of the records changed since Index
+    bool m_hasDuplicates = false;       ///< whether two records have the same key
     Changes m_changed;
     std::vector<pugi::xml_node> m_appended;
 };

@@ -72,6 +72,7 @@ RecordChange RecordTable::AppendKeyed(const Record& record)
     std::string duplicate = SerializeXml(Find(key));
     m_appended.push_back(RequireNode(Container().append_copy(record.View().Node())));
     const pugi::xml_node stored = m_appended.back();
+    m_touched.push_back(key);
     Index(stored);
     return {.key = key,
             .before = {},

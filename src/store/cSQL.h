@@ -190,6 +190,17 @@ public:
     /// edited.
     std::vector<RecordTitle> ShortRecords() const;
 
+    /// Returns the trip with the key, or a record without values. Valid until the next change of the trips.
+    RecordView FindEntry(const std::string& key) const { return RecordView(m_entries.Records().Find(key)); }
+
+    /// Returns the present state of the trips, and what has changed since, see RecordTable.
+    RecordTable::Revision EntryRevision() const { return m_entries.Records().CurrentRevision(); }
+
+    std::optional<std::set<std::string>> EntriesChangedSince(const RecordTable::Revision& revision) const
+    {
+        return m_entries.Records().ChangedSince(revision);
+    }
+
     /// Whether this object has written any of the files.
     bool HasSaved() const;
 

@@ -496,6 +496,62 @@ private Q_SLOTS:
         QCOMPARE(RaisedNumber([&] { test.table.Replace(MakeRecord("1", "new")); }), 91);
         QCOMPARE(RaisedNumber([&] { test.table.Remove("1"); }), 91);
     }
+
+    void changedSince_hasTheKeysOfAllChanges()
+    {
+        Table test(Data(Location("1", "a") + Location("2", "b") + Location("3", "c")));
+        const RecordTable::Revision first = test.table.CurrentRevision();
+        QCOMPARE(test.table.ChangedSince(first), std::optional(std::set<std::string>()));
+        test.table.Replace(MakeRecord("2", "B"));
+        QVERIFY(test.table.CurrentRevision() != first);
+        const RecordTable::Revision second = test.table.CurrentRevision();
+        const RecordChange removed = test.table.Remove("3");
+        test.table.ForgetChanges(); // a save
+        Record added = MakeRecord("0", "d");
+        test.table.Append(added);
+        QCOMPARE(test.table.ChangedSince(second), std::optional(std::set{"3"s}));
+        test.table.Remove("3");
+        RecordChange restored = removed;
+        std::swap(restored.before, restored.after);
+        QVERIFY(test.table.Apply(restored));
+        StoredTexts values{"7", "e"};
+        test.table.AddAll(MakeRecord("0", ""), {&values});
+        QCOMPARE(test.table.ChangedSince(second), std::optional(std::set{"3"s, "7"s}));
+        QCOMPARE(test.table.ChangedSince(first), std::optional(std::set{"2"s, "3"s, "7"s}));
+    }
+
+    void changedSince_ofAnotherTable_isUnknown()
+    {
+        const std::string bytes = Data(Location("1", "a"));
+        Table test(bytes);
+        const RecordTable::Revision before = test.table.CurrentRevision();
+        const Table other(bytes);
+        QVERIFY(!other.table.ChangedSince(before));
+        QVERIFY(!other.table.ChangedSince({}));
+        ParseXml(bytes, test.document);
+        test.table.Rebuild();
+        QVERIFY(!test.table.ChangedSince(before));
+    }
+
+    void changedSince_inAnIrregularFile_isUnknown_data()
+    {
+        QTest::addColumn<std::string>("bytes");
+        const std::string first = Location("1", "a");
+        QTest::newRow("keys twice") << Data(first + first);
+        QTest::newRow("no key") << Data(first + "<location><LocName>b</LocName></location>");
+        QTest::newRow("key not first")
+            << Data(first + "<location><LocName>b</LocName><LocNo>2</LocNo></location>");
+        QTest::newRow("other element") << Data(first + "<tarno><LocNo>2</LocNo></tarno>");
+        QTest::newRow("two roots") << "<other/>" + Data(first);
+        QTest::newRow("empty") << ""s;
+    }
+
+    void changedSince_inAnIrregularFile_isUnknown()
+    {
+        QFETCH(std::string, bytes);
+        const Table test(bytes);
+        QVERIFY(!test.table.ChangedSince(test.table.CurrentRevision()));
+    }
 };
 
 TEST_CLASS(tst_RecordTable)

@@ -102,9 +102,19 @@ void SortableList::SetColumnWidths(const QList<int>& widths)
 void SortableList::SetRows(std::vector<TextTableModel::Row> rows,
                            std::vector<TextTableModel::RowState> states)
 {
+    ReplaceRows([&] { m_model->SetRows(std::move(rows), std::move(states)); });
+}
+
+void SortableList::SetLazyRows(TextTableModel::LazyRows rows, std::vector<TextTableModel::RowState> states)
+{
+    ReplaceRows([&] { m_model->SetLazyRows(std::move(rows), std::move(states)); });
+}
+
+void SortableList::ReplaceRows(const std::function<void()>& change)
+{
     const std::optional<QString> selected = SelectedKey();
     const int place = currentIndex().row();
-    m_model->SetRows(std::move(rows), std::move(states));
+    change();
     if (!selected || !SelectKey(*selected)) {
         setCurrentIndex(m_model->index(std::min(std::max(place, 0), RowCount() - 1), 0));
     }
@@ -244,12 +254,11 @@ void SortableList::SetCHIcons()
 
 bool SortableList::SelectKey(const QString& key)
 {
-    const QModelIndexList found = m_model->match(m_model->index(0, 0), TextTableModel::keyRole, key, 1,
-                                                 Qt::MatchExactly | Qt::MatchCaseSensitive);
-    if (!found.isEmpty()) {
-        setCurrentIndex(found.first());
+    const QModelIndex found = m_model->Find(key);
+    if (found.isValid()) {
+        setCurrentIndex(found);
     }
-    return !found.isEmpty();
+    return found.isValid();
 }
 
 QItemSelectionModel::SelectionFlags SortableList::selectionCommand(const QModelIndex& index,

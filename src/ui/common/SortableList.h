@@ -4,6 +4,7 @@
 
 #include <QTreeView>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -36,6 +37,7 @@ public:
     /// Replaces the rows and keeps the selected key. If that key is gone, selects the row that is now at its
     /// place, or the last row. Without a selection, selects the first row. `states` is as in SetStates.
     void SetRows(std::vector<TextTableModel::Row> rows, std::vector<TextTableModel::RowState> states = {});
+    void SetLazyRows(TextTableModel::LazyRows rows, std::vector<TextTableModel::RowState> states = {});
 
     /// Hides and marks rows, see TextTableModel. If the selected row is hidden, selects the first row until
     /// the hidden one is shown again, unless the user selects another one or goes to the list.
@@ -92,6 +94,8 @@ protected:
                                                          const QEvent* event) const override;
 
 private:
+    /// Calls `change`, which replaces the rows, and keeps the selected key as described for SetRows.
+    void ReplaceRows(const std::function<void()>& change);
     void SortBy(int column);
     void SetCHIcons();
     void DescribeHint();

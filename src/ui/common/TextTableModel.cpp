@@ -45,8 +45,19 @@ TextTableModel::TextTableModel(QStringList headings, QObject* parent)
 
 void TextTableModel::SetRows(std::vector<Row> rows, std::vector<RowState> states)
 {
+    Show(std::move(rows), {}, std::move(states));
+}
+
+void TextTableModel::SetLazyRows(LazyRows rows, std::vector<RowState> states)
+{
+    Show({}, std::move(rows), std::move(states));
+}
+
+void TextTableModel::Show(std::vector<Row> rows, LazyRows lazyRows, std::vector<RowState> states)
+{
     beginResetModel();
     m_rows = std::move(rows);
+    m_lazyRows = std::move(lazyRows);
     m_states = std::move(states);
     m_ranks.assign(static_cast<std::size_t>(m_headings.size()), {});
     Arrange();
@@ -76,14 +87,14 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const
     if (!index.isValid()) {
         return {};
     }
-    const Row& row = RowAt(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return row.cells.value(index.column());
+        return TextOf(GivenRow(index), index.column());
     case keyRole:
-        return row.key;
+        return KeyOf(GivenRow(index));
     case Qt::CheckStateRole:
-        return HasBox(index) ? QVariant(*row.isChecked ? Qt::Checked : Qt::Unchecked) : QVariant();
+        return HasBox(index) ? QVariant(*m_rows[GivenRow(index)].isChecked ? Qt::Checked : Qt::Unchecked)
+                             : QVariant();
     case Qt::FontRole: {
         QFont italic;
         italic.setItalic(true);
@@ -108,7 +119,7 @@ bool TextTableModel::setData(const QModelIndex& index, const QVariant& value, in
     if (role != Qt::CheckStateRole || !HasBox(index)) {
         return false;
     }
-    RowAt(index.row()).isChecked = value.toInt() == Qt::Checked;
+    m_rows[GivenRow(index)].isChecked = value.toInt() == Qt::Checked;
     Q_EMIT dataChanged(index, index, {Qt::CheckStateRole});
     return true;
 }
@@ -132,6 +143,23 @@ std::vector<QString> TextTableModel::CheckedKeys() const
         }
     }
     return keys;
+}
+
+QModelIndex TextTableModel::Find(const QString& key) const
+{
+    const auto found = std::find_if(m_order.begin(), m_order.end(),
+                                    [&](std::size_t givenRow) { return KeyOf(givenRow) == key; });
+    return found == m_order.end() ? QModelIndex() : index(static_cast<int>(found - m_order.begin()), 0);
+}
+
+QString TextTableModel::TextOf(std::size_t givenRow, int column) const
+{
+    return m_lazyRows.text ? m_lazyRows.text(givenRow, column) : m_rows[givenRow].cells.value(column);
+}
+
+QString TextTableModel::KeyOf(std::size_t givenRow) const
+{
+    return m_lazyRows.key ? m_lazyRows.key(givenRow) : m_rows[givenRow].key;
 }
 
 bool TextTableModel::IsMarked(int row) const
@@ -165,7 +193,7 @@ void TextTableModel::sort(int column, Qt::SortOrder order)
     m_sortColumn = column;
     m_sortOrder = order;
     Arrange();
-    std::vector<int> shown(m_rows.size()); // where each given row is now
+    std::vector<int> shown(Count()); // where each given row is now
     for (std::size_t row = 0; row < m_order.size(); ++row) {
         shown[m_order[row]] = static_cast<int>(row);
     }
@@ -186,7 +214,7 @@ void TextTableModel::ShowSortIcon()
 
 void TextTableModel::Arrange()
 {
-    m_order.resize(m_rows.size());
+    m_order.resize(Count());
     std::iota(m_order.begin(), m_order.end(), 0);
     if (!m_states.empty()) {
         std::erase_if(m_order, [this](std::size_t row) { return m_states[row] == RowState::Hidden; });
@@ -208,9 +236,9 @@ void TextTableModel::Arrange()
 const std::vector<int>& TextTableModel::Ranks(int column)
 {
     std::vector<int>& ranks = m_ranks[static_cast<std::size_t>(column)];
-    if (ranks.empty() && !m_rows.empty()) {
+    if (ranks.empty() && Count() > 0) {
         const auto position = static_cast<std::size_t>(column);
-        const std::vector<double>& order = m_rows.front().order;
+        const std::vector<double> order = m_rows.empty() ? std::vector<double>() : m_rows.front().order;
         if (position < order.size() && !std::isnan(order[position])) {
             std::vector<double> numbers;
             std::transform(m_rows.begin(), m_rows.end(), std::back_inserter(numbers),
@@ -229,9 +257,9 @@ std::vector<int> TextTableModel::RanksOfTexts(int column) const
     QHash<QString, std::size_t> known; // many rows have the same text
     std::vector<QCollatorSortKey> keys;
     std::vector<std::size_t> keyOf;
-    keyOf.reserve(m_rows.size());
-    for (const Row& row : m_rows) {
-        const QString text = row.cells.value(column).toCaseFolded();
+    keyOf.reserve(Count());
+    for (std::size_t row = 0; row < Count(); ++row) {
+        const QString text = TextOf(row, column).toCaseFolded();
         const auto found = known.constFind(text);
         if (found != known.constEnd()) {
             keyOf.push_back(*found);

@@ -4,7 +4,9 @@
 #include <QStringList>
 
 #include <cstddef>
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace Tarno
@@ -29,12 +31,21 @@ public:
     /// Marked rows are in italics and have a remark as their tool tip and accessible description.
     enum class RowState : char { Hidden, Shown, Marked };
 
+    /// Rows whose keys and texts are made when they are needed. The functions get the index of a row and must
+    /// not show or change anything.
+    struct LazyRows {
+        std::size_t count = 0;
+        std::function<QString(std::size_t row)> key;
+        std::function<QString(std::size_t row, int column)> text;
+    };
+
     static constexpr int keyRole = Qt::UserRole;
 
     TextTableModel(QStringList headings, QObject* parent);
 
     /// Replaces the rows and keeps the sort order. `states` is as in SetStates.
     void SetRows(std::vector<Row> rows, std::vector<RowState> states = {});
+    void SetLazyRows(LazyRows rows, std::vector<RowState> states = {});
     /// Sets the state of each row, in the order of SetRows. If `states` is empty, all rows are shown.
     void SetStates(std::vector<RowState> states);
 
@@ -54,6 +65,9 @@ public:
     /// Returns the keys of the rows whose boxes are checked, in the order of SetRows.
     std::vector<QString> CheckedKeys() const;
 
+    /// Returns the index of the row with the key, or an invalid one if it is not shown.
+    QModelIndex Find(const QString& key) const;
+
     /// Returns the sort column, or nothing if the rows were never sorted.
     std::optional<int> SortColumn() const { return m_sortColumn; }
 
@@ -63,25 +77,34 @@ public:
     void ShowSortIcon();
 
 private:
-    const Row& RowAt(int row) const { return m_rows[m_order[static_cast<std::size_t>(row)]]; }
-
-    Row& RowAt(int row) { return m_rows[m_order[static_cast<std::size_t>(row)]]; }
+    std::size_t GivenRow(const QModelIndex& index) const
+    {
+        return m_order[static_cast<std::size_t>(index.row())];
+    }
 
     bool HasBox(const QModelIndex& index) const
     {
-        return index.isValid() && index.column() == 0 && RowAt(index.row()).isChecked.has_value();
+        return index.isValid() && index.column() == 0 && !m_rows.empty() &&
+               m_rows[GivenRow(index)].isChecked.has_value();
     }
 
     bool IsMarked(int row) const;
+    void Show(std::vector<Row> rows, LazyRows lazyRows, std::vector<RowState> states);
+
+    std::size_t Count() const { return m_rows.size() + m_lazyRows.count; }
+
+    QString KeyOf(std::size_t givenRow) const;
+    QString TextOf(std::size_t givenRow, int column) const;
 
     void Arrange();
     const std::vector<int>& Ranks(int column);
     std::vector<int> RanksOfTexts(int column) const;
 
     QStringList m_headings;
-    std::vector<Row> m_rows;          ///< in the given order
-    std::vector<RowState> m_states;   ///< of m_rows; empty if all are shown
-    std::vector<std::size_t> m_order; ///< for each displayed row, its index in m_rows
+    std::vector<Row> m_rows; ///< in the given order; empty if they are lazy
+    LazyRows m_lazyRows;
+    std::vector<RowState> m_states;   ///< of the given rows; empty if all are shown
+    std::vector<std::size_t> m_order; ///< for each displayed row, its index among the given ones
     QString m_remark;
     std::optional<int> m_sortColumn;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <unordered_map>
+#include <cstddef>
 
 namespace Tarno
 {
@@ -78,34 +78,19 @@ QString EntryRowKey(const std::string& number)
     return QLatin1Char('K') + FromUtf8(number);
 }
 
-void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entries,
-                const std::function<std::string(const std::string&)>& locationName)
+QString LogText(const RecordView& entry, int column, const QString& location)
 {
-    std::unordered_map<std::string, QString> locations;
-    const auto shownName = [&](const std::string& number) {
-        auto known = locations.find(number);
-        if (known == locations.end()) {
-            known = locations.emplace(number, ShownInOneLine(locationName(number))).first;
-        }
-        return known->second;
-    };
-    const auto cell = [&](const RecordView& entry, const LogColumn& column) {
-        const std::string value = entry.Text(column.field);
-        switch (entryFields.at(column.field).kind) {
-        case FieldKind::Place:
-            return entry.Has(column.field) ? shownName(value) : QString();
-        case FieldKind::Code: {
-            const std::string word = CodeWord(column.field, value);
-            return FromUtf8(column.content == CellContent::CodeAndWord ? value + " - " + word : word);
-        }
-        default:
-            return FromUtf8(value);
-        }
-    };
-    rows.reserve(rows.size() + entries.size());
-    for (const RecordView& entry : entries) {
-        rows.push_back({EntryRowKey(entry.Text(EntryField::TarnoNo)),
-                        TextsOf([&](const LogColumn& column) { return cell(entry, column); })});
+    const LogColumn& shown = columns.at(static_cast<std::size_t>(column));
+    const std::string value = entry.Text(shown.field);
+    switch (entryFields.at(shown.field).kind) {
+    case FieldKind::Place:
+        return location;
+    case FieldKind::Code: {
+        const std::string word = CodeWord(shown.field, value);
+        return FromUtf8(shown.content == CellContent::CodeAndWord ? value + " - " + word : word);
+    }
+    default:
+        return FromUtf8(value);
     }
 }
 

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "store/Record.h"
-#include "ui/common/TextTableModel.h"
 
+#include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <string>
-#include <vector>
 
 namespace Tarno
 {
@@ -25,9 +23,8 @@ int StretchedLogColumn();
 /// Returns the key of the row of an entry: "K" followed by the number of the entry.
 QString EntryRowKey(const std::string& number);
 
-/// Appends a row for each entry in the given order. Calls `locationName` once for each location number. A
-/// missing value is empty.
-void AddLogRows(std::vector<TextTableModel::Row>& rows, const RecordList& entries,
-                const std::function<std::string(const std::string&)>& locationName);
+/// Returns what a column shows of an entry at the location with the name `location`. A missing value is
+/// empty.
+QString LogText(const RecordView& entry, int column, const QString& location);
 
 } // namespace Tarno

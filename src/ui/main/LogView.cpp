@@ -1,6 +1,5 @@
 #include "LogView.h"
 
-#include "LogColumns.h"
 #include "analysis/TripDescription.h"
 #include "core/ErrorLog.h"
 #include "qt/Strings.h"
@@ -12,6 +11,7 @@
 #include <QClipboard>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Tarno
@@ -39,17 +39,89 @@ LogView::LogView(const Program& program, SortableList& list, QueryBar& bar, QObj
 
 void LogView::LoadEntryList()
 {
-    std::vector<TextTableModel::Row> rows;
-    m_keys.clear();
-    ForgetRecords();
+    auto contents = std::make_shared<Contents>();
     Trap("fTarno", "LoadEntryList", [&] {
-        const RecordList trips = Trips();
-        AddLogRows(rows, trips,
-                   [this](const std::string& number) { return m_program.sql.LocationNameGet(number); });
-        std::transform(trips.begin(), trips.end(), std::back_inserter(m_keys),
-                       [](const RecordView& trip) { return trip.Text(EntryField::TarnoNo); });
+        contents->rows = CurrentRows();
+        contents->revision = m_program.sql.EntryRevision();
+        contents->locations = LocationsOf(contents->rows);
     });
-    m_list.SetRows(std::move(rows), States());
+    m_contents = contents;
+    ForgetRecords();
+    m_list.SetLazyRows(
+        {.count = contents->rows.size(),
+         .key = [contents](std::size_t row) { return EntryRowKey(contents->rows[row].key); },
+         .text = [this, contents](std::size_t row, int column) { return TextAt(*contents, row, column); }},
+        States());
+}
+
+LogView::Row LogView::RowOf(const RecordView& trip)
+{
+    return {trip.Text(EntryField::TarnoNo),
+            trip.Has(EntryField::LocNo) ? std::optional(trip.Text(EntryField::LocNo)) : std::nullopt, trip};
+}
+
+/// Returns the rows of the trips in the log.
+std::vector<LogView::Row> LogView::CurrentRows() const
+{
+    const auto changed = m_program.sql.EntriesChangedSince(m_contents->revision);
+    if (auto rows = changed ? UpdatedRows(*changed) : std::nullopt) {
+        return std::move(*rows);
+    }
+    std::vector<Row> rows;
+    const RecordList trips = Trips();
+    std::transform(trips.begin(), trips.end(), std::back_inserter(rows), RowOf);
+    return rows;
+}
+
+/// Returns the rows after these trips were changed, removed or appended. Returns nothing if trips may have
+/// been added elsewhere.
+std::optional<std::vector<LogView::Row>> LogView::UpdatedRows(const std::set<std::string>& changed) const
+{
+    std::vector<Row> rows = Rows();
+    for (const std::string& key : changed) {
+        const RecordView trip = m_program.sql.FindEntry(key);
+        const auto row =
+            std::find_if(rows.begin(), rows.end(), [&](const Row& one) { return one.key == key; });
+        if (row != rows.end() && trip.Node()) {
+            *row = RowOf(trip);
+        } else if (row != rows.end()) {
+            rows.erase(row);
+        } else if (trip.Node()) {
+            if (changed.size() > 1 || trip.Node().next_sibling()) {
+                return std::nullopt;
+            }
+            rows.push_back(RowOf(trip));
+        }
+    }
+    return rows;
+}
+
+/// Returns the name of each location by number. Asks once for each, in the order of the rows; unknown ones
+/// are reported.
+LogView::LocationNames LogView::LocationsOf(const std::vector<Row>& rows) const
+{
+    LocationNames locations;
+    for (const Row& row : rows) {
+        if (row.location && !locations.contains(*row.location)) {
+            locations.emplace(*row.location, ShownInOneLine(m_program.sql.LocationNameGet(*row.location)));
+        }
+    }
+    return locations;
+}
+
+QString LogView::TextAt(const Contents& contents, std::size_t row, int column) const
+{
+    const std::optional<std::string>& location = contents.rows[row].location;
+    return LogText(TripAt(contents, row), column, location ? contents.locations.at(*location) : QString());
+}
+
+/// Returns the record of a row, without values if the trip was removed since the rows were loaded. Valid
+/// until the next change of the log.
+RecordView LogView::TripAt(const Contents& contents, std::size_t row) const
+{
+    return m_program.sql.EntryRevision() == contents.revision
+               ? contents.rows[row].trip
+               : m_program.sql.FindEntry(contents.rows[row].key);
 }
 
 void LogView::ApplyQuery()
@@ -66,34 +138,43 @@ std::vector<RowState> LogView::States()
     std::size_t kept = 0;
     if (IsRestricted()) {
         FoldTrips();
-        for (std::size_t row = 0; row < m_keys.size(); ++row) {
-            const bool isFound = m_bar.CurrentQuery().Matches(m_searched[row]);
-            const bool isKept = !isFound && m_kept.contains(m_keys[row]);
+        for (std::size_t row = 0; row < Rows().size(); ++row) {
+            const bool isFound = m_bar.CurrentQuery().Matches(*m_searched[row]);
+            const bool isKept = !isFound && m_kept.contains(Rows()[row].key);
             kept += isKept ? 1 : 0;
             states.push_back(isFound ? RowState::Shown : isKept ? RowState::Marked : RowState::Hidden);
         }
     }
     const auto hidden = std::count(states.begin(), states.end(), RowState::Hidden);
-    m_bar.ShowCount(m_keys.size() - kept - static_cast<std::size_t>(hidden), m_keys.size(), kept);
+    m_bar.ShowCount(Rows().size() - kept - static_cast<std::size_t>(hidden), Rows().size(), kept);
     return states;
 }
 
-/// Prepares the trips for queries. Uses the rows that are shown, even if the log contains others by now,
-/// because another program has added or removed trips.
+/// Prepares the trips for queries, if they have changed. Uses the rows that are shown, even if the log
+/// contains others by now, because another program has added or removed trips.
 void LogView::FoldTrips()
 {
-    if (m_searched.size() == m_keys.size()) {
+    if (m_searched.size() == Rows().size()) {
         return;
     }
-    const PlaceNames places = Places();
-    const RecordList trips = Trips();
-    auto next = trips.begin();
-    for (const std::string& key : m_keys) {
-        const auto found = std::find_if(
-            next, trips.end(), [&](const RecordView& trip) { return trip.Text(EntryField::TarnoNo) == key; });
-        m_searched.emplace_back(found == trips.end() ? RecordView({}) : *found, places);
-        next = found == trips.end() ? next : found + 1;
+    PlaceNames places = Places();
+    auto changed = m_program.sql.EntriesChangedSince(m_foldedRevision);
+    if (changed && places == m_foldedPlaces) {
+        std::for_each(changed->begin(), changed->end(), [this](const auto& key) { m_folded.erase(key); });
+    } else {
+        changed.reset();
+        m_folded.clear();
     }
+    for (std::size_t row = 0; row < Rows().size(); ++row) {
+        const auto known =
+            changed ? m_folded.find(Rows()[row].key) : m_folded.end(); // else, keys may be equal
+        m_searched.push_back(
+            known != m_folded.end()
+                ? &known->second
+                : &m_folded.emplace(Rows()[row].key, SearchedTrip(TripAt(*m_contents, row), places))->second);
+    }
+    m_foldedPlaces = std::move(places);
+    m_foldedRevision = m_program.sql.EntryRevision();
 }
 
 void LogView::ShowSaved(const std::vector<std::string>& keys)
@@ -125,7 +206,7 @@ QString LogView::Hint(bool anyLocation) const
     if (!m_program.sql.CanAddLocations()) {
         return UnreadableHint(QStringLiteral("Your locations"), QStringLiteral("location.xml"));
     }
-    if (!m_keys.empty()) {
+    if (!Rows().empty()) {
         return QStringLiteral("No trip is found. Press Esc to show all trips again.");
     }
     return anyLocation ? QStringLiteral("No trips yet. Click \"Add\" or press Ctrl+N to log the first one.")
@@ -147,11 +228,13 @@ std::optional<std::string> LogView::SelectedKey() const
 std::optional<RecordView> LogView::SelectedTrip() const
 {
     const auto key = SelectedKey();
-    const RecordList trips = key ? Trips() : RecordList();
-    const auto found = std::find_if(trips.begin(), trips.end(), [&](const RecordView& trip) {
-        return trip.Text(EntryField::TarnoNo) == *key;
-    });
-    return found == trips.end() ? std::nullopt : std::optional(*found);
+    const auto row =
+        std::find_if(Rows().begin(), Rows().end(), [&](const Row& one) { return one.key == key; });
+    if (row == Rows().end()) {
+        return std::nullopt;
+    }
+    const RecordView trip = TripAt(*m_contents, static_cast<std::size_t>(row - Rows().begin()));
+    return trip.Node() ? std::optional(trip) : std::nullopt;
 }
 
 TripsFound LogView::Found()
@@ -166,15 +249,13 @@ TripsFound LogView::Found()
 RecordList LogView::FoundTrips()
 {
     const std::vector<RowState> states = States();
-    std::set<std::string> keys;
-    for (std::size_t row = 0; row < m_keys.size(); ++row) {
-        if (states.empty() || states[row] == RowState::Shown) {
-            keys.insert(m_keys[row]);
+    RecordList trips;
+    for (std::size_t row = 0; row < Rows().size(); ++row) {
+        const RecordView trip = TripAt(*m_contents, row);
+        if (trip.Node() && (states.empty() || states[row] == RowState::Shown)) {
+            trips.push_back(trip);
         }
     }
-    RecordList trips = Trips();
-    std::erase_if(trips,
-                  [&](const RecordView& trip) { return !keys.contains(trip.Text(EntryField::TarnoNo)); });
     return trips;
 }
 

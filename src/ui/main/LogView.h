@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LogColumns.h"
 #include "analysis/Query.h"
 #include "analysis/TripText.h"
 #include "ui/common/Program.h"
@@ -8,9 +9,11 @@
 
 #include <QObject>
 
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace Tarno
@@ -20,7 +23,7 @@ class QueryBar;
 class SortableList;
 
 /// Shows the trips of the log in a list, restricted to those that the query of a find bar finds. Records are
-/// identified by their keys, because every change of the log invalidates a RecordView.
+/// identified by their keys, because a change of the log can invalidate every RecordView.
 class LogView : public QObject
 {
     Q_OBJECT
@@ -43,7 +46,7 @@ public:
     void ShowHint(bool anyLocation);
 
     /// Returns the number of trips in the log, found or not.
-    std::size_t TripCount() const { return m_keys.size(); }
+    std::size_t TripCount() const { return Rows().size(); }
 
     /// Whether a query restricts the list.
     bool IsRestricted() const;
@@ -68,6 +71,24 @@ Q_SIGNALS:
     void QueryChanged();
 
 private:
+    struct Row {
+        std::string key;
+        std::optional<std::string> location;
+        RecordView trip; ///< valid at Contents::revision
+    };
+
+    using LocationNames = std::unordered_map<std::string, QString>;
+
+    /// What the list shows until it is loaded again.
+    struct Contents {
+        std::vector<Row> rows = {}; ///< in file order
+        RecordTable::Revision revision = {};
+        LocationNames locations = {}; ///< by number
+    };
+
+    const std::vector<Row>& Rows() const { return m_contents->rows; }
+
+    static Row RowOf(const RecordView& trip);
     void ApplyQuery();
     std::vector<TextTableModel::RowState> States();
     void FoldTrips();
@@ -75,13 +96,21 @@ private:
     void CopyTrips(const RecordList& trips) const;
     RecordList Trips() const;
     RecordList FoundTrips();
+    std::vector<Row> CurrentRows() const;
+    std::optional<std::vector<Row>> UpdatedRows(const std::set<std::string>& changed) const;
+    LocationNames LocationsOf(const std::vector<Row>& rows) const;
+    QString TextAt(const Contents& contents, std::size_t row, int column) const;
+    RecordView TripAt(const Contents& contents, std::size_t row) const;
 
     const Program& m_program;
     SortableList& m_list;
     QueryBar& m_bar;
-    std::vector<std::string> m_keys;      ///< of all trips, in file order
-    std::vector<SearchedTrip> m_searched; ///< in the same order; empty until a query needs them
+    std::shared_ptr<const Contents> m_contents = std::make_shared<Contents>();
     std::set<std::string> m_kept;
+    std::vector<const SearchedTrip*> m_searched; ///< of all rows; empty until a query needs them
+    std::unordered_multimap<std::string, SearchedTrip> m_folded; ///< by key, as at m_foldedRevision
+    RecordTable::Revision m_foldedRevision;
+    PlaceNames m_foldedPlaces;
 };
 
 } // namespace Tarno

@@ -172,8 +172,8 @@ void fTarno::cmdExit_Click()
             if (const auto selected = m_ui->lvwEntry->SelectedKey()) {
                 m_program.windows.SetSelectedRow(FromUtf8(m_program.folder.GetAppPath()), *selected);
             }
-            m_program.sql.DeInit();
             BackUpAutomatically(m_program, this);
+            m_program.sql.DeInit();
             Q_EMIT ExitConfirmed();
         }
     });

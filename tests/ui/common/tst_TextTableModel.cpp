@@ -79,6 +79,33 @@ private Q_SLOTS:
         QCOMPARE(model.rowCount(), 0);
     }
 
+    void lazyRows_areMadeWhenTheyAreNeeded()
+    {
+        TextTableModel model(headings, nullptr);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        const QStringList names = List("b a c");
+        int texts = 0;
+        model.SetLazyRows({.count = 3,
+                           .key = [](std::size_t row) { return QStringLiteral("K%1").arg(row); },
+                           .text =
+                               [&](std::size_t row, int column) {
+                                   ++texts;
+                                   return column == 0 ? names[static_cast<qsizetype>(row)] : QString();
+                               }});
+        const int before = texts; // the tester reads some
+        QCOMPARE(model.rowCount(), 3);
+        QCOMPARE(texts, before);
+        QCOMPARE(Texts(model), names);
+        model.sort(0);
+        QCOMPARE(Texts(model), List("a b c"));
+        QCOMPARE(model.index(0, 0).data(TextTableModel::keyRole).toString(), QStringLiteral("K1"));
+        QCOMPARE(model.Find(QStringLiteral("K0")).row(), 1);
+        QVERIFY(!model.Find(QStringLiteral("K3")).isValid());
+        QVERIFY(!model.index(0, 0).data(Qt::CheckStateRole).isValid());
+        model.SetRows({Row("K1", "d", "")});
+        QCOMPARE(Texts(model), List("d"));
+    }
+
     void rows_shorterThanTheHeadings_areFilledWithNothing()
     {
         TextTableModel model(headings, nullptr);
