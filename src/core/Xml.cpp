@@ -233,7 +233,8 @@ std::optional<XmlFault> ParseXmlInPlace(std::string& bytes, pugi::xml_document& 
     // Passes the terminating zero too. The parser overwrites the last byte that it gets with a zero, so it
     // would not detect a stray letter at the end of the text.
     return LoadOrReset(bytes, document, [&] {
-        return document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding);
+        return document.load_buffer_inplace(bytes.data(), bytes.size() + 1,
+                                            parseOptions | pugi::parse_embed_pcdata, encoding);
     });
 }
 
