@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 
 namespace Tarno
 {
@@ -51,23 +49,17 @@ CodePoint FrontCodePoint(std::string_view text)
     return {value, length};
 }
 
-/// Returns the length of the ASCII run at the front of `text` that XML allows. Tests eight bytes at a time,
-/// so the result may be up to seven bytes too short.
-std::size_t AsciiLength(std::string_view text)
+/// Whether `text` consists of ASCII characters that XML allows. Does not stop at the first other one, so that
+/// the compiler can test many bytes at a time.
+bool IsXmlAscii(std::string_view text)
 {
-    constexpr std::uint64_t ones = 0x0101010101010101U;
-    constexpr std::uint64_t highest = 0x80 * ones;
-    std::size_t length = 0;
-    for (std::uint64_t eight = 0; length + sizeof eight <= text.size(); length += sizeof eight) {
-        std::memcpy(&eight, text.data() + length, sizeof eight);
-        const bool ascii = (eight & highest) == 0;
-        const bool printable = ((eight - 0x20 * ones) & highest) == 0; // a byte below 0x20 would borrow
-        const std::string_view bytes = text.substr(length, sizeof eight);
-        if (!ascii || (!printable && !std::all_of(bytes.begin(), bytes.end(), IsXmlCharacter))) {
-            break;
-        }
+    unsigned char others = 0; // as wide as the characters
+    for (const char character : text) {
+        const auto byte = static_cast<signed char>(character); // negative if it is not ASCII
+        const bool isAllowed = byte >= ' ' || byte == '\t' || byte == '\n' || byte == '\r';
+        others |= isAllowed ? 0 : 1;
     }
-    return length;
+    return others == 0;
 }
 
 void AppendUtf8(char32_t value, std::string& text)
@@ -155,15 +147,23 @@ bool IsXmlCharacter(char32_t value)
 
 std::size_t XmlTextLength(std::string_view text)
 {
-    std::string_view rest = text;
-    for (rest.remove_prefix(AsciiLength(rest)); !rest.empty(); rest.remove_prefix(AsciiLength(rest))) {
-        const CodePoint front = FrontCodePoint(rest);
-        if (front.length == 0 || !IsXmlCharacter(front.value)) {
-            break;
+    constexpr std::size_t block = 64;
+    std::size_t length = 0;
+    while (length < text.size()) {
+        const std::string_view next = text.substr(length, block);
+        if (IsXmlAscii(next)) {
+            length += next.size();
+            continue;
         }
-        rest.remove_prefix(front.length);
+        for (const std::size_t end = length + next.size(); length < end;) {
+            const CodePoint front = FrontCodePoint(text.substr(length));
+            if (front.length == 0 || !IsXmlCharacter(front.value)) {
+                return length;
+            }
+            length += front.length;
+        }
     }
-    return text.size() - rest.size();
+    return length;
 }
 
 bool IsXmlText(std::string_view text)

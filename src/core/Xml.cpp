@@ -118,18 +118,19 @@ pugi::xml_node FindBesideRoot(const pugi::xml_document& document)
     return {};
 }
 
-/// Returns the first element that is more than `levels` levels below `node`, or a null node.
-pugi::xml_node FindBelow(const pugi::xml_node& node, int levels)
-{
-    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
-        if (child.type() == pugi::node_element) {
-            if (const pugi::xml_node deep = levels == 0 ? child : FindBelow(child, levels - 1)) {
-                return deep;
-            }
+/// Finds the first element that is nested too deeply.
+struct DepthCheck final : pugi::xml_tree_walker {
+    bool for_each(pugi::xml_node& node) override
+    {
+        if (depth() < maxDepth || node.type() != pugi::node_element) {
+            return true;
         }
+        tooDeep = node;
+        return false;
     }
-    return {};
-}
+
+    pugi::xml_node tooDeep;
+};
 
 /// Finds what the parser does not: it accepts any bytes as text and stops at a zero byte.
 std::optional<XmlFault> FindFault(std::string_view text)
@@ -143,7 +144,7 @@ std::optional<XmlFault> FindFault(std::string_view text)
     return std::nullopt;
 }
 
-std::optional<XmlFault> FindFault(const pugi::xml_parse_result& result, const pugi::xml_document& document)
+std::optional<XmlFault> FindFault(const pugi::xml_parse_result& result, pugi::xml_document& document)
 {
     const auto faultAt = [](const pugi::xml_node& node, std::string_view reason) {
         return XmlFault{static_cast<std::size_t>(node.offset_debug()), reason};
@@ -157,8 +158,9 @@ std::optional<XmlFault> FindFault(const pugi::xml_parse_result& result, const pu
     if (!document.document_element()) {
         return XmlFault{0, "No element"};
     }
-    if (const pugi::xml_node node = FindBelow(document, maxDepth)) {
-        return faultAt(node, "Too many nested elements");
+    DepthCheck check;
+    if (!document.traverse(check)) {
+        return faultAt(check.tooDeep, "Too many nested elements");
     }
     return std::nullopt;
 }
@@ -233,7 +235,8 @@ std::optional<XmlFault> ParseXmlInPlace(std::string& bytes, pugi::xml_document& 
     // Passes the terminating zero too. The parser overwrites the last byte that it gets with a zero, so it
     // would not detect a stray letter at the end of the text.
     return LoadOrReset(bytes, document, [&] {
-        return document.load_buffer_inplace(bytes.data(), bytes.size() + 1, parseOptions, encoding);
+        return document.load_buffer_inplace(bytes.data(), bytes.size() + 1,
+                                            parseOptions | pugi::parse_embed_pcdata, encoding);
     });
 }
 

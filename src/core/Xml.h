@@ -23,8 +23,10 @@ struct XmlFault {
 /// most 256 levels of elements.
 bool ParseXml(std::string_view bytes, pugi::xml_document& document);
 
-/// Like ParseXml, but without copying a large file: modifies `bytes`, and the document refers to them. They
-/// must outlive the document and must not be changed. Returns the fault, or nothing if it succeeded.
+/// Like ParseXml, but saves memory for a large file. Modifies `bytes` instead of copying them, and the
+/// document refers to them: they must outlive the document and must not be changed. Text at the start of an
+/// element becomes the value of the element instead of its first child. Returns the fault, or nothing if it
+/// succeeded.
 std::optional<XmlFault> ParseXmlInPlace(std::string& bytes, pugi::xml_document& document);
 
 /// Returns for example "Line 2, column 7", both counted from 1, for an offset in `bytes`, the text that was

@@ -30,6 +30,15 @@ void MoveDataToTheFront(pugi::xml_document& document)
     }
 }
 
+/// Makes the text at the start of `data` its first child, so that records can be inserted before it.
+void SeparateText(pugi::xml_node data)
+{
+    if (const std::string text = data.value(); !text.empty()) {
+        data.text().set("");
+        data.prepend_child(pugi::node_pcdata).set_value(text.c_str());
+    }
+}
+
 /// Adds the keys that another merge has given, also to records that already have a new key.
 void AddNewKeys(KeyMap& newKeys, KeyMap later)
 {
@@ -187,9 +196,11 @@ std::optional<XmlFault> DataFile::Contents::Parse(std::string newBytes)
     if (auto fault = ParseXmlInPlace(bytes, document)) {
         return fault;
     }
-    if (!document.child("data")) {
+    const pugi::xml_node data = document.child("data");
+    if (!data) {
         return XmlFault{0, "No element \"data\""};
     }
+    SeparateText(data);
     records.Rebuild();
     return std::nullopt;
 }

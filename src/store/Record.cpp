@@ -40,10 +40,9 @@ pugi::xml_node RequiredChildAt(const pugi::xml_node& record, std::size_t positio
 
 void AppendTextOf(const pugi::xml_node& node, std::string& text)
 {
+    text += node.value();
     for (const pugi::xml_node& child : node.children()) {
-        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
-            text += child.value();
-        } else if (IsElement(child)) {
+        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata || IsElement(child)) {
             AppendTextOf(child, text);
         }
     }
@@ -122,8 +121,8 @@ void Record::SetText(std::size_t position, std::string_view text)
 {
     pugi::xml_node child = RequiredChildAt(m_document.first_child(), position);
     child.remove_children();
-    if (!text.empty()) {
-        child.append_child(pugi::node_pcdata).set_value(XmlText(text).c_str());
+    if (child.text() || !text.empty()) {
+        child.text().set(XmlText(text).c_str());
     }
 }
 

@@ -123,6 +123,35 @@ private Q_SLOTS:
         QTEST(XmlText(text), "replaced");
     }
 
+    void xmlTextLength_isTheSameAtEveryPosition_data()
+    {
+        QTest::addColumn<std::string>("character");
+        QTest::addColumn<bool>("isAllowed");
+        QTest::newRow("tab") << "\t"s << true;
+        QTest::newRow("delete") << "\x7F"s << true;
+        QTest::newRow("two bytes") << "\xC3\xA9"s << true;
+        QTest::newRow("three bytes") << "\u9BDB"s << true;
+        QTest::newRow("four bytes") << "\xF0\x9F\x90\x9F"s << true;
+        QTest::newRow("zero") << "\0"s << false;
+        QTest::newRow("control") << "\x1F"s << false;
+        QTest::newRow("U+FFFE") << "\uFFFE"s << false;
+        QTest::newRow("not UTF-8") << "\xFF"s << false;
+        QTest::newRow("incomplete") << "\xE2\x82"s << false;
+    }
+
+    void xmlTextLength_isTheSameAtEveryPosition()
+    {
+        QFETCH(const std::string, character);
+        QFETCH(const bool, isAllowed);
+        for (std::size_t before = 0; before <= 200; ++before) {
+            for (const std::size_t after : {0U, 1U, 7U, 63U, 64U, 200U}) {
+                const std::string text = std::string(before, 'a') + character + std::string(after, 'b');
+                const std::size_t expected = isAllowed ? text.size() : before;
+                QCOMPARE(XmlTextLength(text), expected);
+            }
+        }
+    }
+
     void fromUtf16_wellFormed_isConverted()
     {
         QVERIFY(HasUtf16Mark("\xFF\xFE"));

@@ -78,6 +78,9 @@ private Q_SLOTS:
         QTest::newRow("line feed in a value") << "<data>a\nb</data>\n"s;
         QTest::newRow("carriage return in a value") << "<data>a&#13;\nb</data>\n"s;
         QTest::newRow("carriage return in an attribute") << "<data by=\"a&#13;&#10;b\" />\n"s;
+        QTest::newRow("text before other nodes")
+            << "<data>a<!-- b -->\n\t<?c d?>\n\t<e />f<![CDATA[g]]>h</data>\n"s;
+        QTest::newRow("text after other nodes") << "<data>\n\t<!-- a -->b<c />d</data>\n"s;
         QTest::newRow("CDATA section") << "<data><![CDATA[<a> & ]]></data>\n"s;
         QTest::newRow("escaped characters") << "<data>&lt;a&gt; &amp; \"b\" 'c'</data>\n"s;
         QTest::newRow("non-ASCII") << "<data>\u9BDB \xF0\x9F\x90\x9F</data>\n"s;
@@ -213,6 +216,18 @@ private Q_SLOTS:
     {
         QVERIFY(RoundTrip(Levels(64)) != "refused");
         QVERIFY(RoundTrip(Levels(256)) != "refused");
+    }
+
+    void parseInPlace_storesTextInItsElement()
+    {
+        std::string bytes = "<data><a>text</a><b><![CDATA[x]]>y</b></data>";
+        pugi::xml_document document;
+        QVERIFY(!ParseXmlInPlace(bytes, document));
+        const pugi::xml_node data = document.child("data");
+        QCOMPARE(std::string(data.child("a").value()), "text"s);
+        QVERIFY(!data.child("a").first_child());
+        QCOMPARE(std::string(data.child("b").value()), ""s); // only the first text, to keep the order
+        QCOMPARE(std::string(data.child("b").last_child().value()), "y"s);
     }
 
     void parse_references_areReadAsTheirCharacters()

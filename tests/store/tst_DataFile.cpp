@@ -122,6 +122,24 @@ private Q_SLOTS:
         QCOMPARE(test.folder.Read(files.front()), "<data>\n\t<!-- " + files.front() + " -->\n</data>\n");
     }
 
+    void save_recordInsertedFirst_precedesText_data()
+    {
+        QTest::addColumn<std::string>("text");
+        QTest::newRow("line end") << "\n"s;
+        QTest::newRow("other text") << " a &amp; b<!-- c -->\n"s;
+    }
+
+    void save_recordInsertedFirst_precedesText()
+    {
+        QFETCH(const std::string, text);
+        Opened test("Rpt.xml");
+        test.Load(("<data>" + text + "</data>").c_str());
+        test.file.Records().Restore(Record::FromXml("<report><RptNo>1</RptNo></report>"), {});
+        QCOMPARE(test.Save("Rpt.xml"), 0);
+        QCOMPARE(test.folder.Read("Rpt.xml"),
+                 "<data>\n\t<report>\n\t\t<RptNo>1</RptNo>\n\t</report>" + text + "</data>\n");
+    }
+
     void save_missingFile_isCreatedUnderItsSaveName()
     {
         Opened test("field.xml");
