@@ -59,6 +59,7 @@ const Layer* LayerOf(std::string_view folder)
 const std::set<std::string_view> coreHeaders{
     "QBuffer",
     "QByteArray",
+    "QCache",
     "QChar",
     "QCoreApplication",
     "QCryptographicHash",

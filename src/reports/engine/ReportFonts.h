@@ -5,7 +5,7 @@
 #include <QFont>
 #include <QFontMetricsF>
 
-#include <vector>
+#include <deque>
 
 namespace Tarno
 {
@@ -30,7 +30,8 @@ public:
         int letterWidth; ///< of a wide letter, "M"
     };
 
-    /// Returns the font and metrics for `text` or a line of it.
+    /// Returns the font and metrics for `text` or a line of it. The reference is valid as long as the
+    /// measurer.
     const Measure& For(const ReportFont& font, const QString& text = {});
 
     /// Returns the lines of `text` in a box of `width` twips. If `wrap` is true, breaks at line breaks,
@@ -41,7 +42,7 @@ public:
     QString FittingPart(const QString& text, const ReportFont& font, int width);
 
 private:
-    std::vector<Measure> m_measures;
+    std::deque<Measure> m_measures; // a deque, so that For keeps references valid
 };
 
 } // namespace Tarno
