@@ -88,6 +88,7 @@ const std::set<std::string_view> coreHeaders{
     "QSize",
     "QSizeF",
     "QString",
+    "QStringBuilder",
     "QStringList",
     "QStringView",
     "QTextBoundaryFinder",
