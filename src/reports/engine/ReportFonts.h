@@ -2,6 +2,7 @@
 
 #include "reports/engine/ReportControl.h"
 
+#include <QCache>
 #include <QFont>
 #include <QFontMetricsF>
 
@@ -17,7 +18,8 @@ QString AvailableFamily(const QString& family);
 /// same width on every screen and printer.
 QFont TwipFont(const ReportFont& font);
 
-/// Measures texts and breaks them into lines. Caches the metrics of the fonts that it has used.
+/// Measures texts and breaks them into lines. Keeps the metrics of the fonts that it has used, and
+/// the last widths, because most values of a report occur in many rows.
 class TextMeasurer
 {
 public:
@@ -42,7 +44,10 @@ public:
     QString FittingPart(const QString& text, const ReportFont& font, int width);
 
 private:
+    qreal Width(const QString& text, const Measure& measure);
+
     std::deque<Measure> m_measures; // a deque, so that For keeps references valid
+    QCache<std::pair<const Measure*, QString>, qreal> m_widths{1000};
 };
 
 } // namespace Tarno
