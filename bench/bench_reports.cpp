@@ -1,6 +1,7 @@
 // The cost of each step of the log report: filling the table, sorting, layout and writing.
 
 #include "LoadedProgram.h"
+#include "exchange/Csv.h"
 #include "qt/Strings.h"
 #include "reports/arLogList.h"
 #include "reports/engine/LayOut.h"
@@ -14,7 +15,11 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <string>
+#include <string_view>
 
 using namespace Tarno;
 
@@ -47,7 +52,12 @@ public:
 
     const ReportTable& Grid() { return m_loaded.sql.ReportGrid(); }
 
-    arLogList Report() { return {m_loaded.program.printers.DefaultPage(), fields, Grid()}; }
+    arLogList Report() { return Report(Grid()); }
+
+    arLogList Report(const ReportTable& table)
+    {
+        return {m_loaded.program.printers.DefaultPage(), fields, table};
+    }
 
     RecordList fields;
 
@@ -115,25 +125,54 @@ void LayOutReportLimit(benchmark::State& state)
     }
 }
 
-template <typename Write>
-void WriteReport(benchmark::State& state, Write write)
+/// Writes a file into the folder TARNO_BENCH_FILES, if it is set, for compare-pdf.sh.
+void Keep(const char* name, std::string_view bytes)
 {
-    ReportedLog log(state);
-    arLogList report = log.Report();
-    const auto document = LayOut(report);
-    for ([[maybe_unused]] auto _ : state) {
-        state.counters["megabytes"] = static_cast<double>(write(*document).size()) / 1e6;
+    if (const char* const folder = std::getenv("TARNO_BENCH_FILES")) {
+        std::ofstream(std::filesystem::path(folder) / name, std::ios::binary) << bytes;
     }
+}
+
+template <typename Write>
+void WriteReport(benchmark::State& state, arLogList report, const char* fileName, Write write)
+{
+    const auto document = LayOut(report);
+    QByteArray bytes;
+    for ([[maybe_unused]] auto _ : state) {
+        bytes = write(*document);
+    }
+    state.counters["megabytes"] = static_cast<double>(bytes.size()) / 1e6;
+    Keep(fileName, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 void WritePdf(benchmark::State& state)
 {
-    WriteReport(state, [](const Document& document) { return PdfBytes(document); });
+    ReportedLog log(state);
+    Keep("report.csv", WriteCsv(log.Grid()));
+    WriteReport(state, log.Report(), "report.pdf",
+                [](const Document& document) { return PdfBytes(document); });
+}
+
+/// Writes a table in which no text occurs twice.
+void WriteDifferentPdf(benchmark::State& state)
+{
+    ReportedLog log(state);
+    ReportTable table = log.Grid();
+    int number = 0;
+    for (ReportRow& row : table) {
+        for (std::string& text : row) {
+            text.insert(0, std::to_string(++number) + ' ');
+        }
+    }
+    WriteReport(state, log.Report(table), "different.pdf",
+                [](const Document& document) { return PdfBytes(document); });
 }
 
 void WriteRtf(benchmark::State& state)
 {
-    WriteReport(state, [](const Document& document) { return RtfBytes(document); });
+    ReportedLog log(state);
+    WriteReport(state, log.Report(), "report.rtf",
+                [](const Document& document) { return RtfBytes(document); });
 }
 
 void Thousands(benchmark::internal::Benchmark* bench)
@@ -147,6 +186,7 @@ BENCHMARK(SortGrid)->Name("ShellSort of the report")->Apply(Thousands);
 BENCHMARK(LayOutReport)->Name("log report, laid out")->Apply(Thousands);
 BENCHMARK(LayOutReportLimit)->Name("log report, laid out, limit")->Apply(Thousands);
 BENCHMARK(WritePdf)->Name("log report, PDF")->Apply(Thousands);
+BENCHMARK(WriteDifferentPdf)->Name("log report, PDF, all texts different")->Apply(Thousands);
 BENCHMARK(WriteRtf)->Name("log report, RTF")->Apply(Thousands);
 
 } // namespace

@@ -59,6 +59,7 @@ const Layer* LayerOf(std::string_view folder)
 const std::set<std::string_view> coreHeaders{
     "QBuffer",
     "QByteArray",
+    "QCache",
     "QChar",
     "QCoreApplication",
     "QCryptographicHash",
@@ -87,6 +88,7 @@ const std::set<std::string_view> coreHeaders{
     "QSize",
     "QSizeF",
     "QString",
+    "QStringBuilder",
     "QStringList",
     "QStringView",
     "QTextBoundaryFinder",

@@ -22,11 +22,12 @@ QByteArray PdfBytes(const Document& document, const ExportProgress& progress)
     writer.setTitle(document.title);
     writer.setCreator(QStringLiteral("Tarno"));
     QPainter painter(&writer);
+    PagePainter pages(painter, document);
     for (std::size_t page = 0; page < document.pages.size(); ++page) {
         if (page > 0) {
             writer.newPage();
         }
-        PaintPage(painter, document, page);
+        pages.Paint(page);
         if (progress && !progress(static_cast<int>(page + 1))) {
             painter.end();
             return {};

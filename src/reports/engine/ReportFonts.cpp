@@ -83,6 +83,17 @@ const TextMeasurer::Measure& TextMeasurer::For(const ReportFont& font, const QSt
                                            static_cast<int>(metrics.horizontalAdvance(QLatin1Char('M')))});
 }
 
+qreal TextMeasurer::Width(const QString& text, const Measure& measure)
+{
+    const std::pair key(&measure, text);
+    if (const qreal* const known = m_widths.object(key)) {
+        return *known;
+    }
+    const qreal width = measure.metrics.horizontalAdvance(text);
+    m_widths.insert(key, new qreal(width));
+    return width;
+}
+
 QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int width, bool wrap)
 {
     const Measure& measure = For(font, text);
@@ -91,7 +102,7 @@ QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int
     }
     QStringList lines;
     for (const QString& paragraph : text.split(QLatin1Char('\n'))) {
-        if (measure.metrics.horizontalAdvance(paragraph) <= width) {
+        if (Width(paragraph, measure) <= width) {
             lines << paragraph;
         } else {
             lines << WrappedLines(paragraph, measure.twipFont, width);
@@ -103,7 +114,7 @@ QStringList TextMeasurer::Lines(const QString& text, const ReportFont& font, int
 QString TextMeasurer::FittingPart(const QString& text, const ReportFont& font, int width)
 {
     const Measure& measure = For(font, text);
-    return measure.metrics.horizontalAdvance(text) <= width
+    return Width(text, measure) <= width
                ? text
                : WrappedLines(text, measure.twipFont, width, QTextOption::WrapAnywhere).first();
 }

