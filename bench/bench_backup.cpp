@@ -24,7 +24,7 @@ class BackedUpLog
 public:
     explicit BackedUpLog(const benchmark::State& state) : m_log(static_cast<int>(state.range(0))) { Make(); }
 
-    void Make() { BackUp(folder, *operations, Path(), {.time = noon, .program = {}}); }
+    void Make() const { BackUp(folder, *operations, Path(), {.time = noon, .program = {}}); }
 
     std::string Path() const { return m_log.Path() + "/backup.zip"; }
 
@@ -38,7 +38,7 @@ public:
 
 void MakeBackUp(benchmark::State& state)
 {
-    BackedUpLog log(state);
+    const BackedUpLog log(state);
     for ([[maybe_unused]] auto _ : state) {
         log.Make();
     }
