@@ -10,7 +10,6 @@
 #include "store/LogFiles.h"
 
 #include <QCoreApplication>
-#include <QFile>
 
 #include <algorithm>
 #include <filesystem>
@@ -30,12 +29,6 @@ RecordList RecordsOf(DataFile& file, const std::string& bytes)
 {
     file.LoadBytes(bytes);
     return file.Records().List();
-}
-
-bool IsReadable(const std::string& path)
-{
-    std::error_code ignored;
-    return fs::is_regular_file(ToPath(path), ignored) && QFile(ToPath(path)).open(QIODevice::ReadOnly);
 }
 
 /// Chooses the entries of the pictures: each file once, and with its own path if it is in the picture folder.
@@ -67,7 +60,7 @@ private:
     void Add(const std::string& stored)
     {
         const std::string path = PicturePath(m_folder, stored);
-        if (!IsReadable(path)) {
+        if (!IsReadablePicture(path)) {
             result.missing.push_back(stored);
             return;
         }

@@ -7,9 +7,6 @@
 #include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 
-#include <QFile>
-
-#include <filesystem>
 #include <map>
 #include <set>
 #include <utility>
@@ -19,13 +16,6 @@ namespace Tarno
 
 namespace
 {
-
-bool IsReadable(const std::string& path)
-{
-    std::error_code ignored;
-    return std::filesystem::is_regular_file(ToPath(path), ignored) &&
-           QFile(ToPath(path)).open(QIODevice::ReadOnly);
-}
 
 /// Returns copies of the records with the new paths in place of the stored ones.
 std::vector<Record> WithNewPaths(const RecordList& records, std::size_t position,
@@ -57,7 +47,7 @@ CollectPlan PlanCollecting(const ProgramFolder& folder, FileOperations& operatio
         if (name && !ToPath(stored).is_absolute()) {
             continue;
         }
-        if (!IsReadable(path)) {
+        if (!IsReadablePicture(path)) {
             plan.missing.push_back(stored);
             continue;
         }

@@ -4,8 +4,11 @@
 #include "store/EntryFields.h"
 #include "store/RecordLayouts.h"
 
+#include <QFile>
+
 #include <filesystem>
 #include <set>
+#include <system_error>
 
 namespace Tarno
 {
@@ -32,6 +35,12 @@ std::vector<std::string> StoredPictures(const RecordList& trips, const RecordLis
 std::string PicturePath(const std::string& folder, const std::string& stored)
 {
     return FromPath(ToPath(folder) / ToPath(stored));
+}
+
+bool IsReadablePicture(const std::string& path)
+{
+    std::error_code ignored;
+    return fs::is_regular_file(ToPath(path), ignored) && QFile(ToPath(path)).open(QIODevice::ReadOnly);
 }
 
 std::optional<std::string> NameInFolder(const std::string& folder, const std::string& stored)

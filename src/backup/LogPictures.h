@@ -24,6 +24,9 @@ std::vector<std::string> StoredPictures(const RecordList& trips, const RecordLis
 /// Returns the full path of a stored picture.
 std::string PicturePath(const std::string& folder, const std::string& stored);
 
+/// Whether the full path `path` leads to a file that can be read.
+bool IsReadablePicture(const std::string& path);
+
 /// Returns the path relative to the data folder, with slashes, or nothing if the picture is elsewhere. Only
 /// compares texts: the picture need not exist, and links are not followed.
 std::optional<std::string> NameInFolder(const std::string& folder, const std::string& stored);

@@ -86,7 +86,7 @@ void fRestore::ReadLog()
     const std::vector<std::string> pictures = StoredPictures(trips, locations);
     m_pictures = static_cast<std::size_t>(
         std::count_if(pictures.begin(), pictures.end(), [this](const std::string& stored) {
-            return m_program.operations.GetState(PicturePath(m_program.folder.GetAppPath(), stored)).exists;
+            return IsReadablePicture(PicturePath(m_program.folder.GetAppPath(), stored));
         }));
     m_missing = PlanMissing(m_backUp, trips, locations);
 }
