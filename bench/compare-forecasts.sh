@@ -20,5 +20,5 @@ cmake --build --preset release --target bench_forecast >/dev/null || fail "the b
         --benchmark_format=csv 2>/dev/null |
         awk -F, '$1 == "\"forecast of a year\"" && (!best || $3 < best) { best = $3 } END { printf "Tarno\t\t%.1f\n", best }'
     node bench/peers/year.mjs "$folder"
-    python3 bench/peers/year.py
+    /usr/bin/python3 bench/peers/year.py
 } | awk -F '\t' 'BEGIN { print "| Program | Version | ms |\n|---|---|--:|" } { printf "| %s | %s | %s |\n", $1, $2, $3 }'
