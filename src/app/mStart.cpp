@@ -43,15 +43,15 @@ bool FinishRestore(const ProgramFolder& folder, FileOperations& operations, Mess
     }
 }
 
-} // namespace
-
 /// Returns the folder of the drafts, whose parent it creates.
-static std::string DraftsFolder()
+std::string DraftsFolder()
 {
     const QDir state = QFileInfo(RememberedWindows::DefaultFile()).dir();
     state.mkpath(QStringLiteral("."));
     return ToUtf8(QDir::toNativeSeparators(state.filePath(QStringLiteral("drafts"))));
 }
+
+} // namespace
 
 int mStart::Main(const DataFolder& folder)
 {

@@ -14,22 +14,6 @@
 namespace Tarno
 {
 
-namespace
-{
-
-LogSummary SummarizeFolder(const ProgramFolder& folder, FileOperations& operations)
-{
-    DataFile trips(LogFiles::trips);
-    DataFile locations(LogFiles::locations);
-    trips.Load(folder, operations);
-    locations.Load(folder, operations);
-    return trips.Problem().empty() && locations.Problem().empty()
-               ? Summarize(trips.Records().List(), locations.Records().List())
-               : LogSummary();
-}
-
-} // namespace
-
 LogSummary Summarize(const RecordList& trips, const RecordList& locations)
 {
     LogSummary summary{trips.size(), locations.size(), {}};
@@ -89,24 +73,6 @@ std::size_t BackUpArchive::PictureCount() const
     }
     entries.erase(nullptr);
     return entries.size();
-}
-
-BackUpInspection InspectBackUp(const std::string& path, const ProgramFolder& folder,
-                               FileOperations& operations)
-{
-    BackUpInspection inspection;
-    inspection.present = SummarizeFolder(folder, operations);
-    try {
-        const BackUpArchive backUp(path);
-        inspection.archived = Summarize(backUp.Trips(), backUp.Locations());
-        inspection.pictures = backUp.PictureCount();
-        inspection.time = backUp.Time();
-    } catch (const ArchiveProblem& problem) {
-        inspection.problem = problem.Description();
-    } catch (const Error& error) {
-        inspection.problem = "The file cannot be read: " + error.Description() + '.';
-    }
-    return inspection;
 }
 
 } // namespace Tarno

@@ -94,9 +94,7 @@ std::string BackUpPresent(const ProgramFolder& folder, FileOperations& operation
         return {};
     }
     const std::string backUps = folder.PathOf("backups");
-    if (!operations.GetState(backUps).exists) {
-        operations.MakeFolder(backUps);
-    }
+    EnsureBackUpFolder(folder, operations, backUps);
     ArchiveWriter writer(operations);
     writer.AddBytes(std::string(noteName), WriteNote({.log = Resolved(folder.GetAppPath()),
                                                       .time = ToText(time),

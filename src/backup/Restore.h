@@ -62,19 +62,6 @@ struct LogSummary {
 
 LogSummary Summarize(const RecordList& trips, const RecordList& locations);
 
-/// What a back-up contains beside what is there.
-struct BackUpInspection {
-    std::string problem; ///< why it cannot be restored, sentences for the user; empty if it can
-    LogSummary archived;
-    LogSummary present;       ///< zeros if the files here cannot be read
-    std::size_t pictures = 0; ///< in the back-up
-    std::string time;         ///< when the back-up was made; empty if it does not say so
-};
-
-/// Opens the back-up `path`, see BackUpArchive. Changes nothing.
-BackUpInspection InspectBackUp(const std::string& path, const ProgramFolder& folder,
-                               FileOperations& operations);
-
 struct RestoreResult {
     std::string before; ///< path of the back-up of the files that were replaced; empty if there were none
     LogSummary restored;

@@ -121,10 +121,9 @@ void fBackUp::MakeBackUp()
                     QStringLiteral("The back-up could not be made: ") + FromUtf8(path) +
                         QStringLiteral("\r\n") + ReasonOf(error),
                     problemTitle);
-        ShowBackUps(); // the folder may have disappeared
     }
+    ShowBackUps(); // also without success, because the folder may have disappeared
     if (isDone) {
-        ShowBackUps();
         m_ui->lvwBackUps->SelectKey(FromUtf8(name));
         ShowResult(FromUtf8(path), result);
     }

@@ -1,9 +1,9 @@
 #include "AutomaticBackUp.h"
 
 #include "backup/BackUp.h"
+#include "core/Conversions.h"
 #include "qt/Strings.h"
 #include "ui/backup/BackUpWork.h"
-#include "ui/reports/WaitDialog.h"
 
 namespace Tarno
 {
@@ -15,7 +15,7 @@ namespace
 void TellFailure(const Program& program, QWidget* parent, const QString& folder, const QString& reason)
 {
     const QString log = FromUtf8(program.folder.GetAppPath());
-    const QString today = FromUtf8(ToText(LocalTimeOf(program.clock))).section(QLatin1Char(' '), 0, 0);
+    const QString today = FromUtf8(FromDate(program.clock.Today()));
     if (program.windows.DayOfFailedBackUp(log) == today) {
         return;
     }
@@ -36,15 +36,15 @@ void BackUpAutomatically(const Program& program, QWidget* parent)
         return;
     }
     const QString folder = program.windows.BackUpFolder(FromUtf8(program.folder.GetAppPath()));
-    WaitDialog wait(program.clock, parent, QStringLiteral("Backing up your log..."));
     try {
-        BackUpIfChanged(program.folder, program.operations, ToUtf8(folder),
-                        {.pictures = BackUpPictures::LeaveOut,
-                         .time = LocalTimeOf(program.clock),
-                         .program = ProgramName()},
-                        [&wait](double /*done*/) { return wait.Advance(); });
-    } catch (const Cancelled&) {
-        return; // as the user wants
+        RunWithProgress(program, parent, QStringLiteral("Backing up your log..."),
+                        [&](const Progress& progress) {
+                            BackUpIfChanged(program.folder, program.operations, ToUtf8(folder),
+                                            {.pictures = BackUpPictures::LeaveOut,
+                                             .time = LocalTimeOf(program.clock),
+                                             .program = ProgramName()},
+                                            progress);
+                        });
     } catch (const Error& error) {
         TellFailure(program, parent, folder, ReasonOf(error));
     }

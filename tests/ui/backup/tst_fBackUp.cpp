@@ -36,6 +36,15 @@ Texts Made(const QWidget& window)
 
 const std::string name = "tarno-2003-02-05-2107.zip"; // by the clock of the test
 
+/// Chooses the folder for back-ups, and expects that it is missing when one is made.
+void ExpectMissing(ProgramWithPicture& program, const std::string& folder)
+{
+    program.windows.SetBackUpFolder(program.Log(), FromUtf8(folder));
+    program.ExpectProblem("The back-up could not be made: " + FromPath(ToPath(folder) / name) +
+                              "\r\nThe folder does not exist. Its drive may not be connected.",
+                          "Back-up Error");
+}
+
 } // namespace
 
 class tst_fBackUp : public QObject
@@ -173,10 +182,7 @@ private Q_SLOTS:
         ProgramWithPicture program;
         const TemporaryFolder drive;
         const std::string stick = drive.PathOf("stick");
-        program.windows.SetBackUpFolder(program.Log(), FromUtf8(stick));
-        program.ExpectProblem("The back-up could not be made: " + FromPath(ToPath(stick) / name) +
-                                  "\r\nThe folder does not exist. Its drive may not be connected.",
-                              "Back-up Error");
+        ExpectMissing(program, stick);
         const ShownBackUps window(program);
         Click(window, "cmdBackUp");
         QVERIFY(!std::filesystem::exists(ToPath(stick)));
@@ -189,10 +195,7 @@ private Q_SLOTS:
         drive.MakeFolder("stick");
         drive.Write("stick/tarno-2026-11-20-1905.zip", "x");
         const std::string stick = drive.PathOf("stick");
-        program.windows.SetBackUpFolder(program.Log(), FromUtf8(stick));
-        program.ExpectProblem("The back-up could not be made: " + FromPath(ToPath(stick) / name) +
-                                  "\r\nThe folder does not exist. Its drive may not be connected.",
-                              "Back-up Error");
+        ExpectMissing(program, stick);
         const ShownBackUps window(program);
         QCOMPARE(Made(window), Texts{"2026-11-20 19:05 | By hand"});
         std::filesystem::remove_all(ToPath(stick));

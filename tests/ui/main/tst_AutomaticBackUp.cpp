@@ -30,6 +30,12 @@ public:
 
     void End() { BackUpAutomatically(program, nullptr); }
 
+    /// Chooses the folder for back-ups.
+    void Choose(const char* name)
+    {
+        windows.SetBackUpFolder(FromUtf8(programFolder.GetAppPath()), FromUtf8(folder.PathOf(name)));
+    }
+
     Texts BackUps() const
     {
         Texts names = NamesIn(folder.PathOf("backups"));
@@ -81,8 +87,7 @@ private Q_SLOTS:
         BackUpProgram program;
         program.AddLocation("Pittwater");
         program.folder.MakeFolder("stick");
-        program.program.windows.SetBackUpFolder(FromUtf8(program.programFolder.GetAppPath()),
-                                                FromUtf8(program.folder.PathOf("stick")));
+        program.Choose("stick");
         program.End();
         QCOMPARE(NamesIn(program.folder.PathOf("stick")), Texts{firstBackUp});
     }
@@ -92,8 +97,7 @@ private Q_SLOTS:
         BackUpProgram program;
         program.AddLocation("Pittwater");
         program.folder.MakeFolder("drive");
-        program.program.windows.SetBackUpFolder(FromUtf8(program.programFolder.GetAppPath()),
-                                                FromUtf8(program.folder.PathOf("drive/gone")));
+        program.Choose("drive/gone");
         program.ExpectFailure("drive/gone", "The folder does not exist. Its drive may not be connected.");
         program.End();
         program.End();
